@@ -1,0 +1,13 @@
+# Where each library is found; docs/dependencies.md says what it is for.
+
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
+pkg_check_modules(re2 REQUIRED IMPORTED_TARGET re2)
+
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  pkg_check_modules(systemd REQUIRED IMPORTED_TARGET libsystemd)
+endif()
+
+if(BUILD_TESTING)
+  find_package(GTest REQUIRED)
+endif()

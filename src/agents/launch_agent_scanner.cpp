@@ -1,0 +1,70 @@
+#include "agents/launch_agent_scanner.h"
+
+#include <re2/re2.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <iterator>
+#include <span>
+
+#include "platform/launch_agents.h"
+
+namespace LaunchAgentScanner {
+namespace {
+
+const RE2& interesting() {
+  static const RE2 pattern("(?i)(hermes|llama|mlx|ollama|brevik|zentho|docker|halvek|gateway)");
+  if (!pattern.ok()) {
+    std::fputs("vorda: the launch agent pattern does not compile\n", stderr);
+    std::abort();
+  }
+  return pattern;
+}
+
+std::string programOf(const platform::JobFile& file) {
+  constexpr std::size_t kShownWords = 4;
+  const std::span words(file.programArguments);
+  std::string program;
+  for (const auto& word : words.first(std::min(words.size(), kShownWords))) {
+    if (&word != words.data()) program += ' ';
+    program += word;
+  }
+  return program;
+}
+
+VordaLaunchAgent joined(const platform::JobFile& file, const platform::LoadedJobs& jobs) {
+  VordaLaunchAgent agent{.label = file.label,
+                         .plistPath = file.path,
+                         .program = programOf(file),
+                         .keepAlive = file.keepAlive};
+  if (const auto job = jobs.find(file.label); job != jobs.end()) {
+    agent.loaded = true;
+    agent.pid = job->second;
+  }
+  return agent;
+}
+
+}  // namespace
+
+bool isInteresting(const VordaLaunchAgent& agent) {
+  return RE2::PartialMatch(agent.label + " " + agent.program, interesting());
+}
+
+std::vector<VordaLaunchAgent> scan() {
+  const std::vector<platform::JobFile> files = platform::jobFiles();
+  const platform::LoadedJobs jobs = platform::loadedJobs(files);
+
+  std::vector<VordaLaunchAgent> agents;
+  agents.reserve(files.size());
+  std::transform(files.begin(), files.end(), std::back_inserter(agents),
+                 [&jobs](const auto& file) { return joined(file, jobs); });
+
+  const auto ordinary = std::stable_partition(agents.begin(), agents.end(), isInteresting);
+  const auto byLabel = [](const auto& a, const auto& b) { return a.label < b.label; };
+  std::stable_sort(agents.begin(), ordinary, byLabel);
+  std::stable_sort(ordinary, agents.end(), byLabel);
+  return agents;
+}
+
+}  // namespace LaunchAgentScanner

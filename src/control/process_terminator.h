@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/words.h"
+
+/// The only place that sends signals.
+namespace ProcessTerminator {
+
+/// Asks one process to quit, or kills it with `force`: whether it is gone or was
+/// signalled, and a sentence for the user. Only processes of the user's own are
+/// signalled; a refusal explains itself. Nothing is ever retried with another signal.
+std::pair<bool, std::string> terminate(std::int32_t pid, bool force);
+
+/// As above, for the process that had this platform::startIdentity when the user was shown
+/// it. When the pid belongs to another process by now nothing is sent, and the process
+/// that was meant counts as already gone.
+std::pair<bool, std::string> terminate(std::int32_t pid, bool force,
+                                       std::optional<std::uint64_t> identity);
+
+}  // namespace ProcessTerminator

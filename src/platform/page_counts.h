@@ -1,0 +1,28 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+#include "platform/memory.h"
+
+namespace platform {
+
+/// The page counts of a Mach kernel's memory statistics that the used figure is made of.
+struct PageCounts {
+  std::uint32_t free = 0;
+  std::uint32_t speculative = 0;
+  std::uint32_t wired = 0;
+  std::uint32_t purgeable = 0;
+  std::uint32_t internal = 0;
+  std::uint32_t compressor = 0;
+};
+
+/// Used = wired + max(internal - purgeable, 0) + compressed; free = free + speculative:
+/// the terms in which Activity Monitor speaks of memory. `pageSize` is in bytes.
+constexpr MemoryInUse memoryInUse(const PageCounts& pages, double pageSize) {
+  const double app = std::max(pageSize * pages.internal - pageSize * pages.purgeable, 0.0);
+  return {pageSize * pages.wired + app + pageSize * pages.compressor,
+          pageSize * pages.free + pageSize * pages.speculative};
+}
+
+}  // namespace platform

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+namespace platform {
+
+enum class Signal { quit, forceQuit };
+
+/// One process held fast, so that the process that was examined is the one that is
+/// signalled even when its pid is given to another meanwhile. Where the system can't
+/// hold a process (or it is gone), the pid alone stands for it.
+class SignalTarget {
+ public:
+  explicit SignalTarget(std::int32_t pid);
+  ~SignalTarget();
+  SignalTarget(const SignalTarget&) = delete;
+  SignalTarget& operator=(const SignalTarget&) = delete;
+
+  /// The effective user id of the process; none when it can't be told.
+  std::optional<std::uint32_t> effectiveUid() const;
+
+  /// platform::startIdentity of the process; none when it can't be told.
+  std::optional<std::uint64_t> identity() const;
+
+  /// Sends the signal: 0, or the error number. A pid below 1 is never signalled (it
+  /// would name a group of processes): EINVAL.
+  int send(Signal signal) const;
+
+ private:
+  std::int32_t pid_;
+  int handle_;
+};
+
+}  // namespace platform

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// The user that the program runs as.
+std::uint32_t ownUid();
+
+/// The login name of a user; none when the system knows none. May ask a directory
+/// service: ask once per user and scan.
+std::optional<std::string> loginName(std::uint32_t uid);
+
+}  // namespace platform

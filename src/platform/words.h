@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string_view>
+
+namespace platform {
+
+/// The words in which the platform's own things are spoken of. Both tables are data in
+/// every build, so that the sentences of every platform are tested on every platform.
+struct Words {
+  std::string_view system;             ///< who refuses a signal
+  std::string_view systemMonitor;      ///< the program whose figures ours match
+  std::string_view protectedBy;        ///< why a process may be protected
+  std::string_view statusArea;         ///< where the program's icon stands
+  std::string_view dockerHelper;       ///< Docker's well-known root process
+  std::string_view dockerAlternative;  ///< the second way to stop Docker
+};
+
+inline constexpr Words kMacWords{
+    "macOS",
+    "Activity Monitor",
+    "(root, system service, or SIP)",
+    "menu bar",
+    "This is common for Docker’s network helper (com.docker.vmnetd).",
+    "• Open Docker Desktop → Quit Docker Desktop",
+};
+
+inline constexpr Words kLinuxWords{
+    "Linux",
+    "System Monitor",
+    "(root, system service, or a security policy)",
+    "system tray",
+    "This is common for Docker’s engine (dockerd).",
+    "• Stop the service it belongs to (systemctl stop …)",
+};
+
+/// The words of the platform that the program was built for.
+const Words& words();
+
+}  // namespace platform

@@ -1,0 +1,20 @@
+#include "scanner/lab_role.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr std::array<std::string_view, 4> kRawValues{"inference", "training", "agent", "none"};
+
+}  // namespace
+
+std::string_view rawValue(LabRole role) {
+  return kRawValues.at(static_cast<std::size_t>(role));
+}
+
+std::optional<LabRole> labRole(std::string_view rawValue) {
+  const auto* found = std::find(kRawValues.begin(), kRawValues.end(), rawValue);
+  if (found == kRawValues.end()) return std::nullopt;
+  return static_cast<LabRole>(found - kRawValues.begin());
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+/// What an AI workload is. The declaration order is the index; ProcessScanner::scan
+/// sorts by an order of its own.
+enum class LabRole {
+  inference,  ///< a model server or local inference runtime
+  training,   ///< a training or fine-tuning job
+  agent,      ///< an agent framework, MCP server or similar tool process
+  none,       ///< an ordinary process
+};
+
+/// "inference", "training", "agent" or "none".
+std::string_view rawValue(LabRole role);
+
+/// The role whose raw value is exactly this text; none for any other text.
+std::optional<LabRole> labRole(std::string_view rawValue);

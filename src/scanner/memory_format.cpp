@@ -1,0 +1,17 @@
+#include "scanner/memory_format.h"
+
+#include "text/format.h"
+
+namespace MemoryFormat {
+
+std::string detail(double mb) {
+  return mb >= 1024 ? text::format("%.2f GB", mb / 1024) : text::format("%.0f MB", mb);
+}
+
+std::string compact(double mb) {
+  if (mb >= 1024) return text::format("%4.1f GB", mb / 1024);
+  if (mb >= 10) return text::format("%4.0f MB", mb);
+  return text::format("%4.1f MB", mb);
+}
+
+}  // namespace MemoryFormat

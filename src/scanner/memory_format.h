@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+/// The only two ways in which a MiB figure is written. Both round as printf does.
+namespace MemoryFormat {
+
+/// "1.50 GB" from 1024 MiB on, else "512 MB". The threshold is tested before rounding.
+std::string detail(double mb);
+
+/// As detail, but of one width for aligned columns: " 2.0 GB", "  10 MB", " 9.9 MB".
+std::string compact(double mb);
+
+}  // namespace MemoryFormat

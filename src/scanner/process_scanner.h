@@ -1,0 +1,63 @@
+#pragma once
+
+#include <optional>
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "scanner/lab_role.h"
+#include "scanner/vorda_process.h"
+
+/// Finds, recognises and names the machine's processes. Every decision is a fixed list of
+/// plain text tests over live process signals; the first test that fires decides. All of
+/// it but scan() is pure, and none of it fails: what can't be read is left out.
+namespace ProcessScanner {
+
+/// The processes that the menu shows: AI workloads of any size and owner, and the user's
+/// own ordinary processes of at least `minMemMB` MiB; never the program itself. Training
+/// first, then inference, agent, none; larger first within a role; equals as the system
+/// lists them. Command lines are redacted. Blocks while it samples; keeps no state.
+std::vector<VordaProcess> scan(double minMemMB);
+
+/// The role of a process, from its executable name (or path), its arguments and its
+/// command line. Training is tested before inference, so a training run that mentions a
+/// server is still training; a shell or another wrapper is never anything.
+LabRole classifyLabRole(std::string_view name, std::span<const std::string> cmdline,
+                        std::string_view joined);
+
+/// Whether a process trains or fine-tunes a model. All texts are lower case: `exe` the
+/// executable's name, `lower` the command line, `args` the arguments. `isServing`: the
+/// command line looks like a server's, which then needs a stronger sign of training.
+bool isTrainingProcess(std::string_view exe, std::string_view lower,
+                       std::span<const std::string> args, bool isServing);
+
+/// Executables that only launch or wrap a workload; their processes have no role.
+const std::set<std::string_view>& wrapperExecutables();
+
+/// The value given with any of the options `names`: "--opt value" or "--opt=value". The
+/// earliest argument that matches wins, whatever the order of the names; the value may be
+/// empty ("--opt="). An option that stands last without a value is passed over.
+std::optional<std::string> flag(std::span<const std::string> arguments,
+                                std::span<const std::string_view> names);
+
+struct FriendlyName {
+  std::string displayName;  ///< for people: "LoRA fine-tune: Llama 3 8B"
+  std::string product;      ///< groups processes for colouring: "Fine-tune"
+};
+
+/// The readable name of a process. `fallback` is the name to show when the arguments say
+/// nothing.
+FriendlyName friendlyName(std::span<const std::string> cmdline, std::string_view fallback);
+
+/// A model's path or identifier as a short readable name: last path component, without
+/// the endings of weight files, blanks for "_" and "-", at most 48 characters;
+/// "Unknown model" when nothing is left.
+std::string basenameModel(std::string_view model);
+
+/// The command line with every option named like a credential, and its value, replaced by
+/// one and the same text.
+std::string redactSecrets(std::string_view commandLine);
+
+}  // namespace ProcessScanner

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "scanner/lab_role.h"
+
+/// One sampled process, as the menu shows it. A plain value: it owns nothing of the system.
+/// Two samples of one pid whose memory moved are different values with the same id().
+struct VordaProcess {
+  std::int32_t pid = 0;
+  std::string displayName;  ///< the readable name
+  std::string product;      ///< the product word, which groups colours
+  double memMB = 0;         ///< physical footprint in MiB
+  double cpu = 0;           ///< always 0: CPU is not sampled
+  std::string commandLine;  ///< joined by single spaces, secrets redacted
+  LabRole labRole = LabRole::none;
+  std::vector<std::string> matchedAgents;  ///< labels of the launch agents running as this pid
+  bool isProtected = false;                ///< owned by another user than the program's own
+  std::string ownerName;                   ///< login name, else "uid " and the number
+
+  std::int32_t id() const { return pid; }
+
+  /// All ten fields, in declaration order.
+  bool operator==(const VordaProcess&) const = default;
+};
+
+template <>
+struct std::hash<VordaProcess> {
+  /// Over all ten fields, so that equal values hash equally.
+  std::size_t operator()(const VordaProcess& process) const noexcept;
+};

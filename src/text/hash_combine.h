@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+
+namespace text {
+
+/// Feeds one more value into a running hash.
+template <typename Value>
+void hashCombine(std::size_t& seed, const Value& value) {
+  seed ^= std::hash<Value>{}(value) + 0x9e3779b97f4a7c15ULL + (seed << 6) + (seed >> 2);
+}
+
+}  // namespace text

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// Unicode text in UTF-8. A "character" is an extended grapheme cluster: what a reader
+/// would call one sign, so that a cut never splits an accent or an emoji.
+/// Bytes that are not UTF-8 are passed through unchanged and count as a character each.
+namespace text {
+
+/// Lower case by Unicode's simple mapping, scalar by scalar.
+std::string lowered(std::string_view text);
+
+/// Appends lowered(text) to `out`, which keeps its capacity between uses.
+void appendLowered(std::string_view text, std::string& out);
+
+std::size_t characterCount(std::string_view text);
+
+/// The first `count` characters of `text`, or all of it when it has fewer.
+std::string_view firstCharacters(std::string_view text, std::size_t count);
+
+/// `text` when it has at most `limit` characters; else its first `kept` characters and "…".
+std::string shortened(std::string_view text, std::size_t limit, std::size_t kept);
+
+}  // namespace text

@@ -1,0 +1,16 @@
+#pragma once
+
+/// A calibrated RGB colour; each component from 0 to 1.
+struct Color {
+  double red = 0;
+  double green = 0;
+  double blue = 0;
+  double alpha = 1;
+
+  static constexpr Color white(double level, double alpha = 1) {
+    return {level, level, level, alpha};
+  }
+  constexpr Color withAlpha(double value) const { return {red, green, blue, value}; }
+
+  bool operator==(const Color&) const = default;
+};

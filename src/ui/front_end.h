@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "ui/alert.h"
+#include "ui/menu.h"
+
+/// Work that waits for its time. Forgetting the handle does not cancel the work.
+class ScheduledWork {
+ public:
+  virtual ~ScheduledWork() = default;
+  /// From now on the work does not run (any more). Harmless when it has run.
+  virtual void cancel() = 0;
+};
+
+/// What shows the menu. It shows and reports and decides nothing: it tells the controller
+/// when its menu is about to open, has opened and has closed and which item was chosen, and
+/// does what the controller asks of it here. All calls, both ways, are on one thread.
+class FrontEnd {
+ public:
+  virtual ~FrontEnd() = default;
+
+  /// The title and tooltip of the program's presence on screen, where it has one.
+  virtual void setTitle(const std::string& title) = 0;
+  virtual void setToolTip(const std::string& toolTip) = 0;
+
+  /// The controller's menu was built anew; every earlier item is void.
+  virtual void menuRebuilt(const Menu& menu) = 0;
+
+  /// The strip alone has new bars or pressure: draw it again, touch nothing else.
+  virtual void stripChanged(const MemoryPressureView& strip) = 0;
+
+  /// Closes the menu if it is open.
+  virtual void cancelTracking() = 0;
+
+  /// Shows the alert and waits for the answer: kAlertFirstButtonReturn plus the button's
+  /// place, or kAlertDismissed. Timers go on meanwhile.
+  virtual int runModal(const Alert& alert) = 0;
+
+  /// Runs `work` every `seconds`, also while the menu is open.
+  virtual std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) = 0;
+
+  /// Runs `work` once, `seconds` from now.
+  virtual std::shared_ptr<ScheduledWork> after(double seconds, std::function<void()> work) = 0;
+
+  /// Ends the program.
+  virtual void terminate() = 0;
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "ui/canvas.h"
+#include "ui/color.h"
+
+/// One bar of the strip.
+struct Segment {
+  double fraction = 0;  ///< the process's share of all memory, 0 to 1
+  Color color;
+  std::string label;     ///< the process's display name; not drawn
+  std::int32_t pid = 0;  ///< ties the bar to its row where colours can't
+
+  bool operator==(const Segment&) const = default;
+};
+
+/// The strip: who holds the memory, one coloured bar per large process, and a marker at the
+/// right end whose colour tells the pressure.
+class MemoryPressureView {
+ public:
+  static constexpr double kIntrinsicWidth = 280;
+  static constexpr double kIntrinsicHeight = 36;
+
+  std::vector<Segment> segments;  ///< left to right
+  double pressure = 0;            ///< used memory divided by all memory, 0 to 1
+
+  /// Draws the strip into `bounds`. Bars that would overflow the track together are shrunk
+  /// to fit; they are never stretched.
+  void draw(Canvas& canvas, const Rect& bounds) const;
+
+  /// The share of the track that one unit of fraction takes: 1, or less when the bars
+  /// would overflow.
+  double scale() const;
+
+  bool operator==(const MemoryPressureView&) const = default;
+};

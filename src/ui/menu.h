@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "agents/vorda_launch_agent.h"
+#include "scanner/vorda_process.h"
+#include "ui/color.h"
+#include "ui/memory_pressure_view.h"
+
+/// What choosing an item asks the controller to do.
+enum class Action {
+  none,
+  refreshNow,
+  openAM,  ///< open the system's own process monitor
+  about,
+  quitApp,
+  quitProcess,   ///< represents the pid
+  forceProcess,  ///< represents the VordaProcess; a pid is accepted
+  showDetails,   ///< represents the VordaProcess
+  openDockerHelp,
+  unloadByLabel,  ///< represents the agent's label
+  unloadAgent,    ///< represents the VordaLaunchAgent
+  loadAgent,      ///< represents the VordaLaunchAgent
+};
+
+/// What an item's action acts on, as it was when the menu was built.
+using RepresentedObject =
+    std::variant<std::monostate, std::int32_t, std::string, VordaProcess, VordaLaunchAgent>;
+
+/// A process that an item speaks of, told apart from a later one with the same pid.
+struct ProcessReference {
+  std::int32_t pid = 0;
+  std::optional<std::uint64_t> identity;  ///< platform::startIdentity when the menu was built
+
+  bool operator==(const ProcessReference&) const = default;
+};
+
+struct MenuItem {
+  enum class Kind { item, separator, strip };
+
+  Kind kind = Kind::item;
+  std::string title;    ///< as the user is to read it: front ends escape it for their toolkit
+  bool enabled = true;  ///< false: a grey label
+  std::string toolTip;  ///< lines joined by "\n"; "" for none
+  std::optional<Color> dot;
+  Action action = Action::none;
+  RepresentedObject representedObject;
+  std::optional<ProcessReference> process;    ///< the process of this row or submenu item
+  std::shared_ptr<MemoryPressureView> strip;  ///< set on the strip's item alone
+  std::vector<MenuItem> submenu;
+
+  bool operator==(const MenuItem&) const = default;
+};
+
+struct Menu {
+  std::vector<MenuItem> items;
+};

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "agents/vorda_launch_agent.h"
+#include "scanner/system_memory.h"
+#include "scanner/vorda_process.h"
+#include "ui/alert.h"
+#include "ui/front_end.h"
+#include "ui/menu.h"
+
+/// The one object that owns the program's presence on screen: the menu, the refresh timer
+/// and the last sample of processes and launch agents. It samples every 5 seconds; while
+/// the menu is open only the strip moves, so that no item changes under the pointer.
+class StatusBarController {
+ public:
+  static constexpr std::size_t kMaxTopRAM = 8;
+  static constexpr std::size_t kMaxAI = 12;
+  static constexpr std::size_t kMaxAgents = 6;
+  static constexpr std::size_t kMaxStripSegments = 6;
+  static constexpr double kRefreshInterval = 5.0;  // seconds
+  static constexpr const char* kStatusTitle = "Vorda²";
+
+  /// Takes the first sample, builds the menu and starts the timer. `frontEnd` outlives it;
+  /// `about` is what the "About" item shows.
+  StatusBarController(FrontEnd& frontEnd, Alert about);
+  ~StatusBarController();
+  StatusBarController(const StatusBarController&) = delete;
+  StatusBarController& operator=(const StatusBarController&) = delete;
+
+  const Menu& rootMenu() const { return rootMenu_; }
+  const std::vector<VordaProcess>& processes() const { return processes_; }
+  const std::vector<VordaLaunchAgent>& agents() const { return agents_; }
+  bool menuIsOpen() const { return menuIsOpen_; }
+
+  /// What the front end reports of its menu. Each acts only when `menu` is the very object
+  /// rootMenu(); submenus are ignored.
+  void menuNeedsUpdate(const Menu& menu);
+  void menuWillOpen(const Menu& menu);
+  void menuDidClose(const Menu& menu);
+
+  /// The user chose this item. The item may be void afterwards.
+  void perform(const MenuItem& item);
+
+ private:
+  using Sender = const MenuItem&;
+
+  // Refresh cycle.
+  void refresh(bool rebuild, bool force);
+  void refreshNow();
+  void updateStatusItem();
+  void applyPressureStrip(const SystemMemory::Snapshot& sys, const std::vector<VordaProcess>& top);
+
+  // Menu construction.
+  void rebuildMenu();
+  MenuItem processItem(const VordaProcess& process);
+  static MenuItem agentItem(const VordaLaunchAgent& agent);
+
+  // Process actions.
+  void quitProcess(Sender sender);
+  void forceProcess(Sender sender);
+  void showDetails(Sender sender);
+  void openDockerHelp();
+  void notify(const std::string& title, const std::string& message);
+  void removeFromListOptimistically(std::int32_t pid);
+  void schedulePostQuitRescans();
+
+  // Agent actions and utility commands.
+  void unloadAgent(Sender sender);
+  void unloadByLabel(Sender sender);
+  void confirmUnload(const VordaLaunchAgent& agent);
+  void loadAgent(Sender sender);
+  void openAM();
+  void about();
+  void quitApp();
+
+  FrontEnd& frontEnd_;
+  Alert about_;
+  Menu rootMenu_;
+  std::shared_ptr<ScheduledWork> refreshTimer_;
+  std::vector<VordaProcess> processes_;
+  std::vector<VordaLaunchAgent> agents_;
+  std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
+  std::weak_ptr<MemoryPressureView> pressureView_;
+  bool menuIsOpen_ = false;
+  /// Timers and delayed work hold this weakly: it is gone when the controller is.
+  std::shared_ptr<StatusBarController*> self_;
+};

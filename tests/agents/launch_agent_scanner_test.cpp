@@ -1,0 +1,84 @@
+#include "agents/launch_agent_scanner.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/scripted_platform.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+class LaunchAgentScan : public testing::Test {
+ protected:
+  LaunchAgentScan() { resetMachine(); }
+
+  static std::vector<std::string> labels() {
+    std::vector<std::string> result;
+    for (const auto& agent : LaunchAgentScanner::scan()) result.push_back(agent.label);
+    return result;
+  }
+};
+
+TEST_F(LaunchAgentScan, OfNoFilesIsEmpty) {
+  EXPECT_TRUE(LaunchAgentScanner::scan().empty());
+}
+
+TEST_F(LaunchAgentScan, JoinsAFileWithItsLoadedJob) {
+  machine().jobFiles = {{"sync", "/units/sync.service", {"/usr/bin/sync", "--now"}, true}};
+  machine().loadedJobs = {{"sync", 77}};
+  EXPECT_THAT(LaunchAgentScanner::scan(),
+              ElementsAre(VordaLaunchAgent{"sync", "/units/sync.service", "/usr/bin/sync --now",
+                                           true, true, 77}));
+}
+
+TEST_F(LaunchAgentScan, AJobWithoutAPidIsLoaded) {
+  machine().jobFiles = {{"sync", "/units/sync.service", {}, false}};
+  machine().loadedJobs = {{"sync", std::nullopt}};
+  EXPECT_THAT(LaunchAgentScanner::scan(),
+              ElementsAre(VordaLaunchAgent{"sync", "/units/sync.service", "", false, true, {}}));
+}
+
+TEST_F(LaunchAgentScan, AFileWithoutAJobIsNotLoaded) {
+  machine().jobFiles = {{"sync", "/units/sync.service", {"sync"}, false}};
+  machine().loadedJobs = {{"other", 5}};
+  EXPECT_THAT(
+      LaunchAgentScanner::scan(),
+      ElementsAre(VordaLaunchAgent{"sync", "/units/sync.service", "sync", false, false, {}}));
+}
+
+TEST_F(LaunchAgentScan, ShowsTheFirstFourWordsOfTheProgram) {
+  machine().jobFiles = {{"a", "", {"1", "2", "3", "4"}, false},
+                        {"b", "", {"1", "2", "3", "4", "5"}, false}};
+  const auto agents = LaunchAgentScanner::scan();
+  EXPECT_EQ(agents.at(0).program, "1 2 3 4");
+  EXPECT_EQ(agents.at(1).program, "1 2 3 4");
+}
+
+TEST_F(LaunchAgentScan, PutsAIToolingFirstThenSortsByLabelInByteOrder) {
+  machine().jobFiles = {{"zeta", "", {}, false},
+                        {"alpha", "", {}, false},
+                        {"Beta", "", {}, false},
+                        {"my-gateway", "", {}, false},
+                        {"a-helper", "", {"/opt/OLLAMA/bin"}, false}};
+  EXPECT_THAT(labels(), ElementsAre("a-helper", "my-gateway", "Beta", "alpha", "zeta"));
+}
+
+TEST_F(LaunchAgentScan, KeepsTheUsersRecordFirstWhenBothFoldersHoldALabel) {
+  machine().jobFiles = {{"ollama", "/home/unit", {}, false}, {"ollama", "/etc/unit", {}, false}};
+  const auto agents = LaunchAgentScanner::scan();
+  ASSERT_EQ(agents.size(), 2U);
+  EXPECT_EQ(agents[0].plistPath, "/home/unit");
+  EXPECT_EQ(agents[1].plistPath, "/etc/unit");
+}
+
+TEST_F(LaunchAgentScan, FindsEachWordOfAIToolingInAnyCase) {
+  for (const auto* word : {"hermes", "llama", "mlx", "ollama", "brevik", "zentho", "docker",
+                           "halvek", "gateway", "GateWay", "com.DOCKER.helper"}) {
+    EXPECT_TRUE(LaunchAgentScanner::isInteresting({.label = word})) << word;
+    EXPECT_TRUE(LaunchAgentScanner::isInteresting({.label = "x", .program = word})) << word;
+  }
+  EXPECT_FALSE(LaunchAgentScanner::isInteresting({.label = "gate", .program = "way"}));
+}
+
+}  // namespace

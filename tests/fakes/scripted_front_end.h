@@ -1,0 +1,45 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ui/front_end.h"
+
+/// A front end without a screen and a clock that a test winds by hand. It remembers all that
+/// it was shown.
+class ScriptedFrontEnd : public FrontEnd {
+ public:
+  std::string title;
+  std::string toolTip;
+  int menusBuilt = 0;
+  int stripChanges = 0;
+  int trackingsCancelled = 0;
+  int terminations = 0;
+  std::vector<Alert> alerts;  ///< every alert shown, in order
+  std::deque<int> answers;    ///< taken one an alert; none left: the first button
+  /// Runs while an alert is open: a test can change the machine meanwhile.
+  std::function<void(const Alert&)> whileAlertIsOpen;
+
+  /// Winds the clock on; runs what is due, in the order of its time.
+  void advance(double seconds);
+  /// How many pieces of work are waiting.
+  std::size_t pendingWork() const;
+
+  void setTitle(const std::string& text) override { title = text; }
+  void setToolTip(const std::string& text) override { toolTip = text; }
+  void menuRebuilt(const Menu&) override { ++menusBuilt; }
+  void stripChanged(const MemoryPressureView&) override { ++stripChanges; }
+  void cancelTracking() override { ++trackingsCancelled; }
+  int runModal(const Alert& alert) override;
+  std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;
+  std::shared_ptr<ScheduledWork> after(double seconds, std::function<void()> work) override;
+  void terminate() override { ++terminations; }
+
+ private:
+  struct Work;
+  double now_ = 0;
+  std::vector<std::shared_ptr<Work>> work_;
+};

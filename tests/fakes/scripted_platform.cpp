@@ -1,0 +1,164 @@
+#include "fakes/scripted_platform.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include "platform/applications.h"
+#include "platform/processes.h"
+#include "platform/signals.h"
+#include "platform/users.h"
+#include "text/path.h"
+
+namespace {
+
+ScriptedPlatform scripted;
+
+constexpr double kBytesPerMB = 1048576;
+
+std::vector<platform::ServiceAttempt> attempts(const char* verb, const std::string& label,
+                                               const std::vector<platform::ServiceReply>& replies) {
+  std::vector<platform::ServiceAttempt> result;
+  for (std::size_t i = 0; i < replies.size(); ++i) {
+    result.emplace_back(
+        [call = std::string(verb) + " " + label + " " + std::to_string(i + 1), reply = replies[i]] {
+          scripted.serviceCalls.push_back(call);
+          return reply;
+        });
+  }
+  return result;
+}
+
+}  // namespace
+
+ScriptedPlatform& machine() {
+  return scripted;
+}
+
+void resetMachine() {
+  scripted = {};
+}
+
+ScriptedProcess* ScriptedPlatform::find(std::int32_t pid) {
+  const auto found = std::find_if(processes.begin(), processes.end(),
+                                  [pid](const auto& process) { return process.pid == pid; });
+  return found == processes.end() ? nullptr : &*found;
+}
+
+namespace platform {
+
+std::vector<std::int32_t> allPids() {
+  ++scripted.pidListings;
+  std::vector<std::int32_t> pids;
+  for (const auto& process : scripted.processes) pids.push_back(process.pid);
+  return pids;
+}
+
+bool readProcess(std::int32_t pid, ProcessFacts& facts) {
+  const ScriptedProcess* process = scripted.find(pid);
+  if (process == nullptr || process->unreadable) return false;
+
+  facts.commandLine.clear();
+  for (const auto& argument : process->arguments) {
+    if (&argument != process->arguments.data()) facts.commandLine += ' ';
+    facts.commandLine += argument;
+  }
+  facts.arguments.clear();
+  std::size_t start = 0;
+  for (const auto& argument : process->arguments) {
+    facts.arguments.push_back(std::string_view(facts.commandLine).substr(start, argument.size()));
+    start += argument.size() + 1;
+  }
+  facts.name = !process->name.empty() || process->arguments.empty()
+                   ? process->name
+                   : std::string(text::lastPathComponent(process->arguments.front()));
+  facts.effectiveUid = process->effectiveUid;
+  return !facts.name.empty();
+}
+
+std::optional<std::uint64_t> physicalFootprint(std::int32_t pid) {
+  scripted.footprintsRead.push_back(pid);
+  const ScriptedProcess* process = scripted.find(pid);
+  if (process == nullptr || !process->footprintMB) return std::nullopt;
+  return static_cast<std::uint64_t>(*process->footprintMB * kBytesPerMB);
+}
+
+std::optional<std::uint64_t> startIdentity(std::int32_t pid) {
+  const ScriptedProcess* process = scripted.find(pid);
+  return process == nullptr ? std::nullopt : process->identity;
+}
+
+std::int32_t ownPid() {
+  return scripted.ownPid;
+}
+
+std::uint32_t ownUid() {
+  return scripted.ownUid;
+}
+
+std::optional<std::string> loginName(std::uint32_t uid) {
+  ++scripted.loginNameLookups;
+  const auto found = scripted.loginNames.find(uid);
+  if (found == scripted.loginNames.end()) return std::nullopt;
+  return found->second;
+}
+
+MemoryReading readMemory() {
+  ++scripted.memoryReadings;
+  return scripted.memory;
+}
+
+std::vector<JobFile> jobFiles() {
+  ++scripted.jobFileListings;
+  return scripted.jobFiles;
+}
+
+LoadedJobs loadedJobs(std::span<const JobFile>) {
+  return scripted.loadedJobs;
+}
+
+std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string&) {
+  return attempts("stop", label, scripted.stopReplies);
+}
+
+std::vector<ServiceAttempt> startAttempts(const std::string& label, const std::string&) {
+  return attempts("start", label, scripted.startReplies);
+}
+
+SignalTarget::SignalTarget(std::int32_t pid) : pid_(pid), handle_(-1) {
+  if (scripted.beforeSignal) scripted.beforeSignal(pid);
+}
+
+SignalTarget::~SignalTarget() = default;
+
+std::optional<std::uint32_t> SignalTarget::effectiveUid() const {
+  const ScriptedProcess* process = scripted.find(pid_);
+  return process == nullptr ? std::nullopt : process->effectiveUid;
+}
+
+std::optional<std::uint64_t> SignalTarget::identity() const {
+  return startIdentity(pid_);
+}
+
+int SignalTarget::send(Signal signal) const {
+  if (pid_ < 1) return EINVAL;
+  ScriptedProcess* process = scripted.find(pid_);
+  if (process == nullptr) return ESRCH;
+  if (process->signalError != 0) return process->signalError;
+  scripted.signals.push_back({pid_, signal == Signal::forceQuit});
+  std::erase_if(scripted.processes, [this](const auto& one) { return one.pid == pid_; });
+  return 0;
+}
+
+void openSystemMonitor() {
+  ++scripted.systemMonitorOpened;
+}
+
+void openDockerDesktop() {
+  ++scripted.dockerDesktopOpened;
+}
+
+const Words& words() {
+  return scripted.words;
+}
+
+}  // namespace platform

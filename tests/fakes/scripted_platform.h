@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/launch_agents.h"
+#include "platform/memory.h"
+#include "platform/words.h"
+
+/// A whole machine as a script: it answers every function of platform/*.h for the tests that
+/// link it, and remembers what it was asked to do.
+struct ScriptedProcess {
+  std::int32_t pid = 0;
+  std::vector<std::string> arguments;
+  std::string name;  ///< "" : last path component of arguments[0]
+  std::optional<std::uint32_t> effectiveUid = 1000;
+  std::optional<double> footprintMB = 100;
+  std::optional<std::uint64_t> identity = 1;
+  bool unreadable = false;  ///< listed, but gone when it is read
+  int signalError = 0;      ///< what sending a signal answers; 0 ends the process
+};
+
+struct ScriptedSignal {
+  std::int32_t pid = 0;
+  bool force = false;
+  bool operator==(const ScriptedSignal&) const = default;
+};
+
+struct ScriptedPlatform {
+  std::int32_t ownPid = 4242;
+  std::uint32_t ownUid = 1000;
+  std::map<std::uint32_t, std::string> loginNames{{0, "root"}, {1000, "ada"}, {1001, "grace"}};
+  std::vector<ScriptedProcess> processes;  ///< in the order in which they are listed
+
+  platform::MemoryReading memory{16 * 1073741824.0,
+                                 platform::MemoryInUse{8 * 1073741824.0, 4 * 1073741824.0}};
+
+  std::vector<platform::JobFile> jobFiles;
+  platform::LoadedJobs loadedJobs;
+  /// What the attempts to stop and to start a job answer, in their order.
+  std::vector<platform::ServiceReply> stopReplies{{0, ""}};
+  std::vector<platform::ServiceReply> startReplies{{0, ""}};
+
+  platform::Words words = platform::kLinuxWords;
+
+  /// Runs before each signal is sent or refused: a test can change the machine meanwhile.
+  std::function<void(std::int32_t pid)> beforeSignal;
+
+  // What the program did.
+  std::vector<ScriptedSignal> signals;
+  std::vector<std::string> serviceCalls;  ///< "stop LABEL 1", "start LABEL 2", …
+  int jobFileListings = 0;
+  int pidListings = 0;
+  int memoryReadings = 0;
+  std::vector<std::int32_t> footprintsRead;
+  int loginNameLookups = 0;
+  int systemMonitorOpened = 0;
+  int dockerDesktopOpened = 0;
+
+  ScriptedProcess* find(std::int32_t pid);
+};
+
+/// The machine that the running test talks to.
+ScriptedPlatform& machine();
+
+/// Puts a fresh machine in its place; call it first in each test (or use ScriptedTest).
+void resetMachine();

@@ -1,0 +1,64 @@
+#include "text/unicode.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+constexpr const char* kFamily = "👩‍👩‍👧";  // three emoji joined by U+200D
+constexpr const char* kFlag = "🇩🇪";                    // two regional indicators
+constexpr const char* kAccent = "e\xCC\x81";           // e and a combining acute
+
+TEST(Lowered, IsUnicodesScalarByScalar) {
+  struct Row {
+    const char* text;
+    const char* lower;
+  };
+  constexpr Row kRows[] = {
+      {"", ""},         {"LoRA 8B", "lora 8b"}, {"ÄÖÜ", "äöü"}, {"ΣΑΣ", "σασ"},
+      {"İ", "i"},       {"\u212A", "k"},        {"ß", "ß"},     {"ＱＷＥＮ", "ｑｗｅｎ"},
+      {"@[`{", "@[`{"},
+  };
+  for (const auto& row : kRows) EXPECT_EQ(text::lowered(row.text), row.lower) << row.text;
+}
+
+TEST(Lowered, PassesOnBytesThatAreNotUtf8) {
+  EXPECT_EQ(text::lowered("A\xFF\xC3(B"), "a\xFF\xC3(b");
+  EXPECT_EQ(text::lowered("Z\xE2\x82"), "z\xE2\x82");
+}
+
+TEST(Lowered, AppendsToWhatIsThere) {
+  std::string out = "X ";
+  text::appendLowered("Y", out);
+  EXPECT_EQ(out, "X y");
+}
+
+TEST(CharacterCount, CountsWhatAReaderSees) {
+  EXPECT_EQ(text::characterCount(""), 0U);
+  EXPECT_EQ(text::characterCount("abc"), 3U);
+  EXPECT_EQ(text::characterCount(kFamily), 1U);
+  EXPECT_EQ(text::characterCount(kFlag), 1U);
+  EXPECT_EQ(text::characterCount(kAccent), 1U);
+  EXPECT_EQ(text::characterCount("\r\n"), 1U);
+  EXPECT_EQ(text::characterCount("각한글"), 3U);
+  EXPECT_EQ(text::characterCount("a\xFF\xFE"), 3U);
+}
+
+TEST(FirstCharacters, NeverSplitsACharacter) {
+  const std::string text = std::string(kFamily) + kAccent + "x";
+  EXPECT_EQ(text::firstCharacters(text, 0), "");
+  EXPECT_EQ(text::firstCharacters(text, 1), kFamily);
+  EXPECT_EQ(text::firstCharacters(text, 2), std::string(kFamily) + kAccent);
+  EXPECT_EQ(text::firstCharacters(text, 3), text);
+  EXPECT_EQ(text::firstCharacters(text, 99), text);
+}
+
+TEST(Shortened, CutsOnlyWhatIsLongerThanTheLimit) {
+  EXPECT_EQ(text::shortened("12345", 5, 3), "12345");
+  EXPECT_EQ(text::shortened("123456", 5, 3), "123…");
+  EXPECT_EQ(text::shortened("", 5, 3), "");
+  EXPECT_EQ(text::shortened(std::string(kFamily) + "12345", 5, 1), std::string(kFamily) + "…");
+}
+
+}  // namespace
