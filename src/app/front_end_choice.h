@@ -1,0 +1,19 @@
+#pragma once
+
+/// Which face the program shows. It takes no options: it looks where it is.
+enum class FrontEndKind {
+  text,      ///< the menu once, as plain text
+  terminal,  ///< the full-screen menu in a terminal
+  tray,      ///< the icon on a desktop
+};
+
+/// Where the program was started.
+struct Surroundings {
+  bool onTerminal = false;  ///< standard input and output are a terminal
+  bool overSsh = false;
+  bool hasDisplay = false;
+};
+
+/// A terminal over ssh, or one without a display, gets the full-screen menu; else a display
+/// gets the tray; a pipe or a log gets text.
+FrontEndKind chooseFrontEnd(const Surroundings& surroundings);

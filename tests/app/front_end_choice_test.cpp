@@ -1,0 +1,36 @@
+#include "app/front_end_choice.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/row_name.h"
+
+namespace {
+
+struct Row {
+  const char* name;
+  Surroundings surroundings;
+  FrontEndKind kind;
+};
+
+class FrontEndChoice : public testing::TestWithParam<Row> {};
+
+TEST_P(FrontEndChoice, FollowsTheSurroundings) {
+  EXPECT_EQ(chooseFrontEnd(GetParam().surroundings), GetParam().kind);
+}
+
+constexpr Row kRows[] = {
+    {"PipeWithoutDisplay", {}, FrontEndKind::text},
+    {"PipeOverSsh", {.overSsh = true}, FrontEndKind::text},
+    {"ServerConsole", {.onTerminal = true}, FrontEndKind::terminal},
+    {"TerminalOverSsh", {.onTerminal = true, .overSsh = true}, FrontEndKind::terminal},
+    {"TerminalOverSshWithForwardedDisplay",
+     {.onTerminal = true, .overSsh = true, .hasDisplay = true},
+     FrontEndKind::terminal},
+    {"DesktopTerminal", {.onTerminal = true, .hasDisplay = true}, FrontEndKind::tray},
+    {"DesktopAutostart", {.hasDisplay = true}, FrontEndKind::tray},
+    {"DesktopAutostartOverSsh", {.overSsh = true, .hasDisplay = true}, FrontEndKind::tray},
+};
+
+INSTANTIATE_TEST_SUITE_P(Table, FrontEndChoice, testing::ValuesIn(kRows), rowName<Row>);
+
+}  // namespace
