@@ -1,24 +1,12 @@
 #include "text/unicode.h"
 
-#include <utf8proc.h>
-
 #include <algorithm>
 #include <array>
 
+#include "text/scalar.h"
+
 namespace text {
 namespace {
-
-struct Scalar {
-  utf8proc_int32_t value;  // -1: a byte that is not UTF-8
-  std::size_t length;      // in bytes, at least 1
-};
-
-Scalar firstScalar(std::string_view text) {
-  utf8proc_int32_t value = -1;
-  const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
-                                       static_cast<utf8proc_ssize_t>(text.size()), &value);
-  return length > 0 ? Scalar{value, static_cast<std::size_t>(length)} : Scalar{-1, 1};
-}
 
 bool isAscii(char c) {
   return static_cast<unsigned char>(c) < 0x80;
