@@ -1,0 +1,99 @@
+#include "tools/child_process.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+#include <utility>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::seconds kPatience{10};
+
+/// Whether `fd` gives "ready\n" before the patience is over.
+bool saysReady(int fd) {
+  const auto deadline = Clock::now() + kPatience;
+  std::string heard;
+  while (heard.find("ready\n") == std::string::npos) {
+    const auto left =
+        std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+    pollfd waiting{fd, POLLIN, 0};
+    if (left.count() <= 0 || poll(&waiting, 1, static_cast<int>(left.count())) <= 0) return false;
+    char bytes[256];
+    const ssize_t count = read(fd, bytes, sizeof bytes);
+    if (count <= 0) return false;
+    heard.append(bytes, static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+}  // namespace
+
+ChildProcess::ChildProcess(std::vector<std::string> argv) {
+  start(std::move(argv));
+}
+
+void ChildProcess::start(std::vector<std::string> argv) {
+  int output[2];
+  ASSERT_EQ(pipe2(output, O_CLOEXEC), 0);
+  std::vector<char*> arguments;
+  for (auto& argument : argv) arguments.push_back(argument.data());
+  arguments.push_back(nullptr);
+
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
+  const int error = posix_spawn(&pid_, arguments[0], &actions, nullptr, arguments.data(), environ);
+  posix_spawn_file_actions_destroy(&actions);
+  close(output[1]);
+  const bool ready = error == 0 && saysReady(output[0]);
+  close(output[0]);
+  if (error != 0) pid_ = -1;
+  ASSERT_EQ(error, 0) << argv[0];
+  ASSERT_TRUE(ready) << argv[0] << " did not get ready";
+}
+
+ChildProcess::~ChildProcess() {
+  end();
+}
+
+void ChildProcess::end() {
+  if (pid_ < 1) return;
+  kill(pid_, SIGKILL);
+  waitpid(pid_, nullptr, 0);
+  pid_ = -1;
+}
+
+std::optional<int> ChildProcess::wait() {
+  const auto deadline = Clock::now() + kPatience;
+  while (pid_ > 0 && Clock::now() < deadline) {
+    int status = 0;
+    if (waitpid(pid_, &status, WNOHANG) == pid_) {
+      pid_ = -1;
+      return status;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return std::nullopt;
+}
+
+void ChildProcess::waitUntilZombie() const {
+  siginfo_t info = {};
+  ASSERT_EQ(waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOWAIT), 0);
+}
+
+std::vector<std::string> playProcess(std::vector<std::string> options,
+                                     std::vector<std::string> arguments) {
+  std::vector<std::string> command{PLAY_PROCESS};
+  command.insert(command.end(), options.begin(), options.end());
+  command.emplace_back("--");
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  return command;
+}
