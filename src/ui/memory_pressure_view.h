@@ -13,6 +13,7 @@ struct Segment {
   Color color;
   std::string label;     ///< the process's display name; not drawn
   std::int32_t pid = 0;  ///< ties the bar to its row where colours can't
+  double memMB = 0;      ///< the process's memory, for words that stand in for the picture
 
   bool operator==(const Segment&) const = default;
 };
