@@ -1,0 +1,62 @@
+#include "ui/memory_pressure_view.h"
+
+namespace {
+
+constexpr double kInsetX = 10;
+constexpr double kInsetY = 6;
+constexpr double kSmallestTrack = 4;  // a track this wide or high, or less, is not drawn
+
+constexpr double kNarrowestBar = 0.5;  // a bar this wide or less is not drawn
+constexpr double kBarAlpha = 0.92;
+constexpr double kDividerWidth = 1;
+
+constexpr double kMarkerShare = 0.08;  // of the track, at its right end
+constexpr double kGlossRadius = 4;
+
+Color markerColor(double pressure) {
+  if (pressure < 0.55) return {0.2, 0.9, 0.45, 0.35};
+  if (pressure < 0.8) return {0.95, 0.85, 0.2, 0.4};
+  return {1.0, 0.35, 0.3, 0.45};
+}
+
+void drawBars(Canvas& canvas, const Rect& track, const MemoryPressureView& view) {
+  const double scale = view.scale();
+  double x = track.minX();
+  for (const Segment& segment : view.segments) {
+    const double width = scale * segment.fraction * track.width;
+    if (width <= kNarrowestBar) continue;
+    canvas.fillRect({x, track.minY(), width, track.height}, segment.color.withAlpha(kBarAlpha));
+    canvas.fillRect({x + width - kDividerWidth, track.minY(), kDividerWidth, track.height},
+                    Color::white(0, 0.25));
+    x += width;
+    if (x >= track.maxX()) break;
+  }
+}
+
+}  // namespace
+
+double MemoryPressureView::scale() const {
+  double sum = 0;
+  for (const Segment& segment : segments) sum += segment.fraction;
+  return sum > 1 ? 1 / sum : 1;
+}
+
+void MemoryPressureView::draw(Canvas& canvas, const Rect& bounds) const {
+  const Rect track = bounds.insetBy(kInsetX, kInsetY);
+  if (track.width <= kSmallestTrack || track.height <= kSmallestTrack) return;
+
+  const double radius = track.height / 2;
+  canvas.fillRoundedRect(track, radius, Color::white(0.12, 0.85));
+  canvas.strokeRoundedRect(track, radius, Color::white(1, 0.12), 1);
+
+  canvas.saveState();
+  canvas.clipToRoundedRect(track, radius);
+  drawBars(canvas, track, *this);
+  const double markerWidth = kMarkerShare * track.width;
+  canvas.fillRect({track.maxX() - markerWidth, track.minY(), markerWidth, track.height},
+                  markerColor(pressure));
+  canvas.restoreState();
+
+  const Rect gloss{track.minX() + 1, track.midY(), track.width - 2, track.height * 0.5 - 1};
+  canvas.fillRoundedRect(gloss, kGlossRadius, Color::white(1, 0.06));
+}

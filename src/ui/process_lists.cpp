@@ -1,0 +1,35 @@
+#include "ui/process_lists.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace ProcessLists {
+
+ProcessList byMemory(const std::vector<VordaProcess>& sample) {
+  ProcessList list;
+  list.reserve(sample.size());
+  for (const VordaProcess& process : sample) list.push_back(&process);
+  std::stable_sort(list.begin(), list.end(),
+                   [](const auto* a, const auto* b) { return a->memMB > b->memMB; });
+  return list;
+}
+
+ProcessList ofRole(const ProcessList& list, LabRole role) {
+  ProcessList chosen;
+  std::copy_if(list.begin(), list.end(), std::back_inserter(chosen),
+               [role](const auto* process) { return process->labRole == role; });
+  return chosen;
+}
+
+ProcessList first(const ProcessList& list, std::size_t limit) {
+  const auto count = static_cast<std::ptrdiff_t>(std::min(list.size(), limit));
+  return {list.begin(), list.begin() + count};
+}
+
+double totalMB(const ProcessList& list) {
+  double sum = 0;
+  for (const VordaProcess* process : list) sum += process->memMB;
+  return sum;
+}
+
+}  // namespace ProcessLists
