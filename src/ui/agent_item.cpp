@@ -1,0 +1,26 @@
+#include <string>
+
+#include "text/unicode.h"
+#include "ui/menu_builders.h"
+#include "ui/menu_construction.h"
+
+namespace MenuConstruction {
+namespace {
+
+// A pid decides before `loaded` does: the two may disagree, and then both are shown.
+std::string statusText(const VordaLaunchAgent& agent) {
+  if (agent.pid) return "on · pid " + std::to_string(*agent.pid);
+  return agent.loaded ? "on" : "off";
+}
+
+}  // namespace
+
+MenuItem agentItem(const VordaLaunchAgent& agent) {
+  return {
+      .title = text::shortened(agent.label, 40, 38) + "  ·  " + statusText(agent) +
+               (agent.keepAlive ? " ↺" : ""),
+      .submenu = {agent.loaded ? MenuBuilders::command("Stop / unload", Action::unloadAgent, agent)
+                               : MenuBuilders::command("Start / load", Action::loadAgent, agent)}};
+}
+
+}  // namespace MenuConstruction

@@ -1,0 +1,116 @@
+#include "ui/menu_construction.h"
+
+#include <iterator>
+#include <string>
+#include <utility>
+
+#include "platform/words.h"
+#include "scanner/memory_format.h"
+#include "text/format.h"
+#include "text/unicode.h"
+#include "ui/menu_builders.h"
+#include "ui/pressure_strip.h"
+#include "ui/process_lists.h"
+
+namespace MenuConstruction {
+namespace {
+
+using MenuBuilders::command;
+using MenuBuilders::label;
+using MenuBuilders::separator;
+using Items = std::vector<MenuItem>;
+
+constexpr double kGBPerMB = 0.0009765625;
+
+MenuItem stripItem(const SystemMemory::Snapshot& sys, const ProcessList& bySize) {
+  auto strip = std::make_shared<MemoryPressureView>();
+  applyPressureStrip(*strip, sys, ProcessLists::first(bySize, kMaxStripSegments));
+  return {.kind = MenuItem::Kind::strip, .enabled = false, .strip = std::move(strip)};
+}
+
+std::string roleSummary(const std::string& title, const ProcessList& list) {
+  if (list.empty()) return title + "  none";
+  return title +
+         text::format("  %zu  ·  %.1f GB", list.size(), ProcessLists::totalMB(list) * kGBPerMB);
+}
+
+void addSummary(Items& items, const SystemMemory::Snapshot& sys, const ProcessList& bySize,
+                const ProcessList& training, const ProcessList& servers) {
+  constexpr double kLeastLargestMB = 100;
+  items.push_back(label(text::format("System  %4.1f / %.0f GB used", sys.usedGB, sys.totalGB)));
+  if (!bySize.empty() && bySize.front()->memMB >= kLeastLargestMB) {
+    const VordaProcess& largest = *bySize.front();
+    items.push_back(label("Largest " + MemoryFormat::compact(largest.memMB) + "  " +
+                          text::shortened(largest.displayName, 34, 32)));
+  }
+  items.push_back(label(roleSummary("Training / fine-tunes", training)));
+  items.push_back(label(roleSummary("Model servers", servers)));
+}
+
+void addProcessItems(Items& items, const ProcessList& list, const StartIdentities& identities) {
+  for (const VordaProcess* process : list) {
+    const auto identity = identities.find(process->pid);
+    items.push_back(processItem(
+        *process, identity == identities.end() ? std::nullopt : std::optional(identity->second)));
+  }
+}
+
+void addTopSection(Items& items, const ProcessList& bySize, const StartIdentities& identities) {
+  items.push_back(separator());
+  items.push_back(label("— Top RAM (colors match graph) —"));
+  if (bySize.empty()) items.push_back(label("  (nothing above threshold)"));
+  addProcessItems(items, ProcessLists::first(bySize, kMaxTopRAM), identities);
+}
+
+void addRoleSection(Items& items, const char* header, const ProcessList& list,
+                    const StartIdentities& identities) {
+  if (list.empty()) return;
+  items.push_back(separator());
+  items.push_back(label(header));
+  addProcessItems(items, ProcessLists::first(list, kMaxAI), identities);
+}
+
+void addAgentSection(Items& items, const std::vector<VordaLaunchAgent>& agents) {
+  Items rows;
+  for (const VordaLaunchAgent& agent : agents) {
+    if (rows.size() == kMaxAgents) break;
+    if (agent.loaded || agent.keepAlive) rows.push_back(agentItem(agent));
+  }
+  if (rows.empty()) return;
+  items.push_back(separator());
+  items.push_back(label("— Auto-start agents —"));
+  std::move(rows.begin(), rows.end(), std::back_inserter(items));
+}
+
+void addCommands(Items& items) {
+  items.push_back(separator());
+  items.push_back(command("Refresh now", Action::refreshNow));
+  items.push_back(command("Open " + std::string(platform::words().systemMonitor), Action::openAM));
+  items.push_back(command("About Vorda", Action::about));
+  items.push_back(label("Developed by Halvek"));
+  items.push_back(separator());
+  items.push_back(command("Quit Vorda", Action::quitApp));
+}
+
+}  // namespace
+
+Menu build(const MenuContent& content) {
+  const ProcessList bySize = ProcessLists::byMemory(content.processes);
+  const ProcessList training = ProcessLists::ofRole(bySize, LabRole::training);
+  const ProcessList servers = ProcessLists::ofRole(bySize, LabRole::inference);
+  const ProcessList agentProcesses = ProcessLists::ofRole(bySize, LabRole::agent);
+
+  Menu menu;
+  Items& items = menu.items;
+  items.push_back(stripItem(content.sys, bySize));
+  addSummary(items, content.sys, bySize, training, servers);
+  addTopSection(items, bySize, content.identities);
+  addRoleSection(items, "— Training & fine-tunes (LoRA, SFT, …) —", training, content.identities);
+  addRoleSection(items, "— Model servers —", servers, content.identities);
+  addRoleSection(items, "— Agents & tools —", agentProcesses, content.identities);
+  addAgentSection(items, content.agents);
+  addCommands(items);
+  return menu;
+}
+
+}  // namespace MenuConstruction

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "agents/vorda_launch_agent.h"
+#include "scanner/system_memory.h"
+#include "scanner/vorda_process.h"
+#include "ui/menu.h"
+
+/// platform::startIdentity of the processes of a sample, taken with it. A pid that is
+/// missing was gone by then.
+using StartIdentities = std::unordered_map<std::int32_t, std::uint64_t>;
+
+/// What the menu is built from.
+struct MenuContent {
+  const std::vector<VordaProcess>& processes;  ///< in the scan's order
+  const StartIdentities& identities;
+  const std::vector<VordaLaunchAgent>& agents;
+  SystemMemory::Snapshot sys;
+};
+
+/// Says what stands in the menu: a function of what was sampled, and nothing else.
+namespace MenuConstruction {
+
+inline constexpr std::size_t kMaxTopRAM = 8;
+inline constexpr std::size_t kMaxAI = 12;  ///< in each AI section
+inline constexpr std::size_t kMaxAgents = 6;
+inline constexpr std::size_t kMaxStripSegments = 6;
+
+/// Every item of the root menu; the first is the strip's.
+Menu build(const MenuContent& content);
+
+/// A process's row and its submenu, all speaking of the process that had this start
+/// identity.
+MenuItem processItem(const VordaProcess& process, std::optional<std::uint64_t> identity);
+
+/// A launch agent's row and its submenu.
+MenuItem agentItem(const VordaLaunchAgent& agent);
+
+}  // namespace MenuConstruction

@@ -1,0 +1,61 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "fakes/row_name.h"
+#include "ui/menu_construction.h"
+
+namespace {
+
+struct Row {
+  const char* name;
+  VordaLaunchAgent agent;
+  std::string title;
+  Action action;
+};
+
+class AgentItem : public testing::TestWithParam<Row> {};
+
+TEST_P(AgentItem, SaysItsStateAndOffersToChangeIt) {
+  const auto& row = GetParam();
+  const MenuItem item = MenuConstruction::agentItem(row.agent);
+  EXPECT_EQ(item.title, row.title);
+  EXPECT_EQ(item.toolTip, "");
+  EXPECT_EQ(item.dot, std::nullopt);
+  EXPECT_EQ(item.process, std::nullopt);
+  EXPECT_EQ(item.action, Action::none);
+  EXPECT_TRUE(item.enabled);
+
+  ASSERT_EQ(item.submenu.size(), 1U);
+  const MenuItem& entry = item.submenu[0];
+  EXPECT_EQ(entry.title, row.action == Action::unloadAgent ? "Stop / unload" : "Start / load");
+  EXPECT_EQ(entry.action, row.action);
+  EXPECT_EQ(entry.representedObject, RepresentedObject(row.agent));
+  EXPECT_TRUE(entry.enabled);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , AgentItem,
+    testing::Values(
+        Row{"Off", {.label = "a"}, "a  ·  off", Action::loadAgent},
+        Row{"OffAndKeptAlive", {.label = "a", .keepAlive = true}, "a  ·  off ↺", Action::loadAgent},
+        Row{"Loaded", {.label = "a", .loaded = true}, "a  ·  on", Action::unloadAgent},
+        Row{"Running",
+            {.label = "a", .keepAlive = true, .loaded = true, .pid = 12345},
+            "a  ·  on · pid 12345 ↺",
+            Action::unloadAgent},
+        Row{"PidWithoutBeingLoaded",
+            {.label = "a", .pid = 5},
+            "a  ·  on · pid 5",
+            Action::loadAgent},
+        Row{"LabelOf40",
+            {.label = std::string(40, 'x')},
+            std::string(40, 'x') + "  ·  off",
+            Action::loadAgent},
+        Row{"LabelOf41",
+            {.label = std::string(41, 'x')},
+            std::string(38, 'x') + "…  ·  off",
+            Action::loadAgent}),
+    rowName<Row>);
+
+}  // namespace

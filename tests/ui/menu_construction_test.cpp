@@ -1,0 +1,277 @@
+#include "ui/menu_construction.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "fakes/row_name.h"
+#include "fakes/scripted_platform.h"
+#include "ui/process_color.h"
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+constexpr const char* kTop = "— Top RAM (colors match graph) —";
+constexpr const char* kTraining = "— Training & fine-tunes (LoRA, SFT, …) —";
+constexpr const char* kServers = "— Model servers —";
+constexpr const char* kTools = "— Agents & tools —";
+constexpr const char* kAutoStart = "— Auto-start agents —";
+
+VordaProcess process(std::int32_t pid, double memMB, LabRole role = LabRole::none) {
+  return {.pid = pid,
+          .displayName = "p" + std::to_string(pid),
+          .product = "App",
+          .memMB = memMB,
+          .labRole = role,
+          .ownerName = "ada"};
+}
+
+/// `count` processes with pids from 1 and sizes that fall from 1000 MiB.
+std::vector<VordaProcess> processes(int count, LabRole role = LabRole::none) {
+  std::vector<VordaProcess> result;
+  for (int i = 1; i <= count; ++i) result.push_back(process(i, 1001 - i, role));
+  return result;
+}
+
+class MenuConstructionTest : public testing::Test {
+ protected:
+  MenuConstructionTest() { resetMachine(); }
+
+  Menu menu() const { return MenuConstruction::build({processes_, identities_, agents_, sys_}); }
+
+  /// The titles of the items; "---" for a separator, "===" for the strip.
+  static std::vector<std::string> titles(const std::vector<MenuItem>& items) {
+    std::vector<std::string> result;
+    for (const MenuItem& item : items) {
+      result.push_back(item.kind == MenuItem::Kind::separator ? "---"
+                       : item.kind == MenuItem::Kind::strip   ? "==="
+                                                              : item.title);
+    }
+    return result;
+  }
+  std::vector<std::string> titles() const { return titles(menu().items); }
+
+  /// The rows that follow a header.
+  std::vector<MenuItem> section(const std::string& header) const {
+    const std::vector<MenuItem> items = menu().items;
+    const auto first = std::find_if(items.begin(), items.end(),
+                                    [&](const auto& item) { return item.title == header; });
+    if (first == items.end()) return {};
+    const auto last = std::find_if(first, items.end(), [](const auto& item) {
+      return item.kind == MenuItem::Kind::separator;
+    });
+    return {first + 1, last};
+  }
+  std::vector<std::int32_t> pids(const std::string& header) const {
+    std::vector<std::int32_t> result;
+    for (const MenuItem& row : section(header)) result.push_back(row.process.value().pid);
+    return result;
+  }
+
+  std::vector<VordaProcess> processes_;
+  StartIdentities identities_;
+  std::vector<VordaLaunchAgent> agents_;
+  SystemMemory::Snapshot sys_{.usedGB = 9.26, .totalGB = 15.5, .freeGB = 2};
+};
+
+TEST_F(MenuConstructionTest, OfNothingHasItsSummaryAndCommands) {
+  const Menu empty = menu();
+  EXPECT_THAT(titles(empty.items),
+              ElementsAre("===", "System   9.3 / 16 GB used", "Training / fine-tunes  none",
+                          "Model servers  none", "---", kTop, "  (nothing above threshold)", "---",
+                          "Refresh now", "Open System Monitor", "About Vorda",
+                          "Developed by Halvek", "---", "Quit Vorda"));
+  EXPECT_TRUE(empty.items[0].strip->segments.empty());
+}
+
+TEST_F(MenuConstructionTest, NamesTheMonitorOfThePlatform) {
+  machine().words = platform::kMacWords;
+  EXPECT_THAT(titles(), Contains("Open Activity Monitor"));
+}
+
+TEST_F(MenuConstructionTest, GreysWhatOnlyTellsSomething) {
+  processes_ = {process(1, 200, LabRole::training), process(2, 300, LabRole::inference),
+                process(3, 50, LabRole::agent)};
+  agents_ = {{.label = "ollama", .loaded = true}};
+  for (const MenuItem& item : menu().items) {
+    const bool acts = item.action != Action::none || !item.submenu.empty() ||
+                      item.kind == MenuItem::Kind::separator;
+    EXPECT_EQ(item.enabled, acts) << item.title;
+  }
+}
+
+TEST_F(MenuConstructionTest, EachCommandHasItsActionAndRepresentsNothing) {
+  const std::vector<std::pair<std::string, Action>> commands = {
+      {"Refresh now", Action::refreshNow},
+      {"Open System Monitor", Action::openAM},
+      {"About Vorda", Action::about},
+      {"Developed by Halvek", Action::none},
+      {"Quit Vorda", Action::quitApp}};
+  const Menu built = menu();
+  for (const auto& [title, action] : commands) {
+    const auto item = std::find_if(built.items.begin(), built.items.end(),
+                                   [&t = title](const auto& one) { return one.title == t; });
+    ASSERT_NE(item, built.items.end()) << title;
+    EXPECT_EQ(item->action, action) << title;
+    EXPECT_EQ(item->representedObject, RepresentedObject{}) << title;
+    EXPECT_EQ(item->toolTip, "") << title;
+    EXPECT_TRUE(item->submenu.empty()) << title;
+  }
+}
+
+TEST_F(MenuConstructionTest, HasItsSectionsInOrder) {
+  processes_ = {process(1, 90, LabRole::agent), process(2, 80, LabRole::inference),
+                process(3, 70, LabRole::training), process(4, 60)};
+  agents_ = {{.label = "gateway", .loaded = true}};
+  std::vector<std::string> all = titles();
+  all.erase(std::remove_if(all.begin(), all.end(),
+                           [](const auto& t) { return t.rfind("—", 0) != 0 && t != "---"; }),
+            all.end());
+  EXPECT_THAT(all, ElementsAre("---", kTop, "---", kTraining, "---", kServers, "---", kTools, "---",
+                               kAutoStart, "---", "---"));
+  EXPECT_THAT(pids(kTop), ElementsAre(1, 2, 3, 4));
+  EXPECT_THAT(pids(kTraining), ElementsAre(3));
+  EXPECT_THAT(pids(kServers), ElementsAre(2));
+  EXPECT_THAT(pids(kTools), ElementsAre(1));
+}
+
+TEST_F(MenuConstructionTest, CountsAndAddsUpTrainingAndServers) {
+  processes_ = {process(1, 1024, LabRole::training), process(2, 512, LabRole::training),
+                process(3, 2560, LabRole::inference), process(4, 99999)};
+  EXPECT_THAT(titles(), Contains("Training / fine-tunes  2  ·  1.5 GB"));
+  EXPECT_THAT(titles(), Contains("Model servers  1  ·  2.5 GB"));
+}
+
+TEST_F(MenuConstructionTest, ShowsTrainingBeforeServersInTheSummary) {
+  const auto all = titles();
+  EXPECT_EQ(all.at(2), "Training / fine-tunes  none");
+  EXPECT_EQ(all.at(3), "Model servers  none");
+}
+
+TEST_F(MenuConstructionTest, SortsByMemoryAndKeepsTheScansOrderAmongEquals) {
+  processes_ = {process(1, 60), process(2, 80), process(3, 60), process(4, 80)};
+  EXPECT_THAT(pids(kTop), ElementsAre(2, 4, 1, 3));
+}
+
+struct LimitRow {
+  const char* name;
+  LabRole role;
+  const char* header;
+  int present;
+  std::size_t shown;
+};
+
+class SectionLimit : public MenuConstructionTest, public testing::WithParamInterface<LimitRow> {};
+
+TEST_P(SectionLimit, ShowsTheLargest) {
+  processes_ = processes(GetParam().present, GetParam().role);
+  std::reverse(processes_.begin(), processes_.end());
+  const auto shown = pids(GetParam().header);
+  ASSERT_EQ(shown.size(), GetParam().shown);
+  for (std::size_t i = 0; i < shown.size(); ++i) {
+    EXPECT_EQ(shown[i], static_cast<std::int32_t>(i + 1));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , SectionLimit,
+    testing::Values(LimitRow{"EightInAll", LabRole::none, kTop, 8, 8},
+                    LimitRow{"NineInAll", LabRole::none, kTop, 9, 8},
+                    LimitRow{"TwelveJobs", LabRole::training, kTraining, 12, 12},
+                    LimitRow{"ThirteenJobs", LabRole::training, kTraining, 13, 12},
+                    LimitRow{"TwelveServers", LabRole::inference, kServers, 12, 12},
+                    LimitRow{"ThirteenServers", LabRole::inference, kServers, 13, 12},
+                    LimitRow{"TwelveTools", LabRole::agent, kTools, 12, 12},
+                    LimitRow{"ThirteenTools", LabRole::agent, kTools, 13, 12}),
+    rowName<LimitRow>);
+
+TEST_F(MenuConstructionTest, CountsMoreServersThanItLists) {
+  processes_ = processes(13, LabRole::inference);
+  EXPECT_EQ(section(kServers).size(), 12U);
+  // 1000 + 999 + … + 988 MiB
+  EXPECT_THAT(titles(), Contains("Model servers  13  ·  12.6 GB"));
+}
+
+TEST_F(MenuConstructionTest, GivesTheStripItsSixLargest) {
+  processes_ = processes(6);
+  EXPECT_EQ(menu().items[0].strip->segments.size(), 6U);
+  processes_ = processes(7);
+  std::reverse(processes_.begin(), processes_.end());
+  const auto segments = menu().items[0].strip->segments;
+  ASSERT_EQ(segments.size(), 6U);
+  EXPECT_EQ(segments.front().pid, 1);
+  EXPECT_EQ(segments.back().pid, 6);
+}
+
+TEST_F(MenuConstructionTest, TheStripIsAnUntitledGreyItemWithThePressure) {
+  const MenuItem strip = menu().items[0];
+  EXPECT_EQ(strip.kind, MenuItem::Kind::strip);
+  EXPECT_EQ(strip.title, "");
+  EXPECT_FALSE(strip.enabled);
+  EXPECT_DOUBLE_EQ(strip.strip->pressure, 9.26 / 15.5);
+}
+
+TEST_F(MenuConstructionTest, TheStripIsEmptyWhenTheMemoryIsUnknown) {
+  processes_ = processes(3);
+  sys_ = {};
+  EXPECT_EQ(*menu().items[0].strip, MemoryPressureView{});
+  EXPECT_THAT(titles(), Contains("System   0.0 / 0 GB used"));
+}
+
+TEST_F(MenuConstructionTest, NamesTheLargestFromAHundredMegabytesOn) {
+  processes_ = {process(1, 99.9)};
+  EXPECT_EQ(titles().at(2), "Training / fine-tunes  none");
+  processes_ = {process(1, 100)};
+  EXPECT_EQ(titles().at(2), "Largest  100 MB  p1");
+  processes_ = {process(1, 100), process(2, 2048)};
+  EXPECT_EQ(titles().at(2), "Largest  2.0 GB  p2");
+}
+
+TEST_F(MenuConstructionTest, CutsTheNameOfTheLargestFrom35CharactersOn) {
+  processes_ = {process(1, 100)};
+  processes_[0].displayName = std::string(34, 'x');
+  EXPECT_EQ(titles().at(2), "Largest  100 MB  " + std::string(34, 'x'));
+  processes_[0].displayName = std::string(35, 'x');
+  EXPECT_EQ(titles().at(2), "Largest  100 MB  " + std::string(32, 'x') + "…");
+}
+
+TEST_F(MenuConstructionTest, RowsSpeakOfTheProcessThatWasSampled) {
+  processes_ = {process(1, 100), process(2, 90)};
+  identities_ = {{1, 777}};
+  const auto rows = section(kTop);
+  EXPECT_EQ(rows.at(0).process, (ProcessReference{1, 777}));
+  EXPECT_EQ(rows.at(1).process, (ProcessReference{2, std::nullopt}));
+}
+
+TEST_F(MenuConstructionTest, ListsAgentsThatRunOrWouldInTheirOrder) {
+  agents_ = {{.label = "c", .loaded = true},
+             {.label = "idle"},
+             {.label = "a", .keepAlive = true},
+             {.label = "b", .keepAlive = true, .loaded = true},
+             {.label = "pid-alone", .pid = 7}};
+  EXPECT_THAT(titles(section(kAutoStart)), ElementsAre("c  ·  on", "a  ·  off ↺", "b  ·  on ↺"));
+}
+
+TEST_F(MenuConstructionTest, HasNoAgentSectionWithoutAgentsToShow) {
+  agents_ = {{.label = "idle"}};
+  EXPECT_THAT(titles(), Not(Contains(kAutoStart)));
+}
+
+TEST_F(MenuConstructionTest, ListsSixAgentsAtMost) {
+  for (int i = 1; i <= 6; ++i) agents_.push_back({.label = std::to_string(i), .loaded = true});
+  EXPECT_EQ(section(kAutoStart).size(), 6U);
+  agents_.insert(agents_.begin(), {.label = "idle"});
+  agents_.push_back({.label = "7", .loaded = true});
+  const auto shown = titles(section(kAutoStart));
+  ASSERT_EQ(shown.size(), 6U);
+  EXPECT_EQ(shown.front(), "1  ·  on");
+  EXPECT_EQ(shown.back(), "6  ·  on");
+}
+
+}  // namespace

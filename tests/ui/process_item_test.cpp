@@ -1,0 +1,204 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "fakes/row_name.h"
+#include "fakes/scripted_platform.h"
+#include "ui/menu_construction.h"
+#include "ui/process_color.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ProcessItem : public testing::Test {
+ protected:
+  ProcessItem() { resetMachine(); }
+
+  MenuItem item() const { return MenuConstruction::processItem(process_, 99); }
+  std::vector<MenuItem> submenu() const { return item().submenu; }
+  std::vector<std::string> submenuTitles() const {
+    std::vector<std::string> titles;
+    for (const MenuItem& entry : submenu()) {
+      titles.push_back(entry.kind == MenuItem::Kind::separator ? "---" : entry.title);
+    }
+    return titles;
+  }
+  void protect() {
+    process_.isProtected = true;
+    process_.ownerName = "root";
+  }
+
+  VordaProcess process_{.pid = 77,
+                        .displayName = "Ollama Server",
+                        .product = "Ollama",
+                        .memMB = 1536,
+                        .commandLine = "ollama serve",
+                        .labRole = LabRole::inference,
+                        .ownerName = "ada"};
+};
+
+TEST_F(ProcessItem, SaysRoleNameAndMemory) {
+  EXPECT_EQ(item().title, "★ Ollama Server  ·   1.5 GB");
+  process_.memMB = 512;
+  EXPECT_EQ(item().title, "★ Ollama Server  ·   512 MB");
+}
+
+TEST_F(ProcessItem, HasAStarForEveryRoleAndNoneWithout) {
+  for (const auto role : {LabRole::inference, LabRole::training, LabRole::agent}) {
+    process_.labRole = role;
+    EXPECT_THAT(item().title, StartsWith("★ Ollama")) << rawValue(role);
+  }
+  process_.labRole = LabRole::none;
+  EXPECT_THAT(item().title, StartsWith("Ollama"));
+}
+
+TEST_F(ProcessItem, HasALockWhenProtected) {
+  protect();
+  EXPECT_THAT(item().title, EndsWith("1.5 GB 🔒"));
+}
+
+struct NameRow {
+  const char* name;
+  std::string displayName;
+  std::string shown;
+};
+
+class ProcessItemName : public ProcessItem, public testing::WithParamInterface<NameRow> {};
+
+TEST_P(ProcessItemName, IsCutFrom43CharactersOn) {
+  process_.labRole = LabRole::none;
+  process_.displayName = GetParam().displayName;
+  EXPECT_EQ(item().title, GetParam().shown + "  ·   1.5 GB");
+  EXPECT_THAT(item().toolTip, StartsWith(GetParam().displayName + "\n"));
+}
+
+std::string times(int count, const char* text) {
+  std::string result;
+  for (int i = 0; i < count; ++i) result += text;
+  return result;
+}
+
+INSTANTIATE_TEST_SUITE_P(, ProcessItemName,
+                         testing::Values(NameRow{"Empty", "", ""},
+                                         NameRow{"Of42", times(42, "x"), times(42, "x")},
+                                         NameRow{"Of43", times(43, "x"), times(41, "x") + "…"},
+                                         NameRow{"Of42Emoji", times(42, "👩‍👩‍👧"),
+                                                 times(42, "👩‍👩‍👧")},
+                                         NameRow{"Of43Emoji", times(43, "👩‍👩‍👧"),
+                                                 times(41, "👩‍👩‍👧") + "…"}),
+                         rowName<NameRow>);
+
+TEST_F(ProcessItem, TellsMoreInItsToolTip) {
+  EXPECT_EQ(item().toolTip,
+            "Ollama Server\n1.50 GB · Ollama · pid 77\nOwner: ada\n"
+            "Color matches the pressure strip above.");
+}
+
+TEST_F(ProcessItem, SaysInItsToolTipThatItIsProtected) {
+  protect();
+  EXPECT_EQ(item().toolTip,
+            "Ollama Server\n1.50 GB · Ollama · pid 77\nOwner: root (protected)\n"
+            "Color matches the pressure strip above.");
+}
+
+TEST_F(ProcessItem, CannotForgeALineOfItsToolTip) {
+  process_.displayName = "x\nOwner: root";
+  EXPECT_THAT(item().toolTip, StartsWith("x\uFFFDOwner: root\n1.50 GB"));
+}
+
+TEST_F(ProcessItem, HasTheDotOfItsStripSegment) {
+  EXPECT_EQ(item().dot, ProcessColor::color(process_));
+  protect();
+  process_.labRole = LabRole::none;
+  EXPECT_EQ(item().dot, ProcessColor::systemMuted());
+}
+
+TEST_F(ProcessItem, DoesNothingItself) {
+  EXPECT_EQ(item().action, Action::none);
+  EXPECT_EQ(item().representedObject, RepresentedObject{});
+  EXPECT_TRUE(item().enabled);
+}
+
+TEST_F(ProcessItem, OffersQuitAndForceQuit) {
+  EXPECT_THAT(submenuTitles(), ElementsAre("1.50 GB · pid 77", "Ollama", "---", "Quit",
+                                           "Force Quit ( 1.5 GB)", "Full details…"));
+  const auto entries = submenu();
+  EXPECT_FALSE(entries[0].enabled);
+  EXPECT_FALSE(entries[1].enabled);
+  for (std::size_t i = 3; i < 6; ++i) EXPECT_TRUE(entries[i].enabled) << i;
+  EXPECT_EQ(entries[3].action, Action::quitProcess);
+  EXPECT_EQ(entries[3].representedObject, RepresentedObject(std::int32_t{77}));
+  EXPECT_EQ(entries[4].action, Action::forceProcess);
+  EXPECT_EQ(entries[4].representedObject, RepresentedObject(process_));
+  EXPECT_EQ(entries[5].action, Action::showDetails);
+  EXPECT_EQ(entries[5].representedObject, RepresentedObject(process_));
+}
+
+TEST_F(ProcessItem, OffersNeitherWhenProtected) {
+  protect();
+  EXPECT_THAT(submenuTitles(),
+              ElementsAre("1.50 GB · pid 77", "Ollama · root", "---",
+                          "Protected (root) — cannot quit from Vorda", "Full details…"));
+  EXPECT_FALSE(submenu()[3].enabled);
+  EXPECT_EQ(submenu()[4].action, Action::showDetails);
+}
+
+TEST_F(ProcessItem, OffersToUnloadEachOfItsAgentsInOrder) {
+  process_.matchedAgents = {"b.gateway", "a.gateway"};
+  const auto entries = submenu();
+  ASSERT_EQ(entries.size(), 8U);
+  EXPECT_EQ(entries[6].title, "Unload b.gateway");
+  EXPECT_EQ(entries[6].action, Action::unloadByLabel);
+  EXPECT_EQ(entries[6].representedObject, RepresentedObject(std::string("b.gateway")));
+  EXPECT_EQ(entries[7].title, "Unload a.gateway");
+}
+
+TEST_F(ProcessItem, SpeaksOfOneProcessThroughout) {
+  process_.matchedAgents = {"gateway"};
+  const ProcessReference expected{77, 99};
+  EXPECT_EQ(item().process, expected);
+  for (const MenuItem& entry : submenu()) EXPECT_EQ(entry.process, expected) << entry.title;
+}
+
+struct DockerRow {
+  const char* name;
+  const char* displayName;
+  const char* product;
+  bool isProtected;
+  bool hasItem;
+};
+
+class DockerItem : public ProcessItem, public testing::WithParamInterface<DockerRow> {};
+
+TEST_P(DockerItem, IsThereForProtectedDockerProcesses) {
+  const auto& row = GetParam();
+  process_.displayName = row.displayName;
+  process_.product = row.product;
+  process_.isProtected = row.isProtected;
+  const auto entries = submenu();
+  EXPECT_EQ(entries.at(4).action == Action::openDockerHelp, row.hasItem);
+  if (!row.hasItem) return;
+  EXPECT_EQ(entries[4].title, "Quit Docker Desktop from the system tray whale");
+  EXPECT_EQ(entries[4].representedObject, RepresentedObject{});
+  machine().words = platform::kMacWords;
+  EXPECT_EQ(submenu()[4].title, "Quit Docker Desktop from the menu bar whale");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , DockerItem,
+    testing::Values(DockerRow{"ByProduct", "engine", "Docker", true, true},
+                    DockerRow{"ByName", "Docker Desktop", "App", true, true},
+                    DockerRow{"ByNameInCapitals", "DOCKERD", "Process", true, true},
+                    DockerRow{"NotByProductInLowerCase", "engine", "docker", true, false},
+                    DockerRow{"NotByPartOfTheProduct", "engine", "Docker Desktop", true, false},
+                    DockerRow{"NotForOnesOwn", "Docker Desktop", "Docker", false, false}),
+    rowName<DockerRow>);
+
+}  // namespace
