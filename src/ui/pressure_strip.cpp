@@ -15,8 +15,8 @@ bool applyPressureStrip(MemoryPressureView& strip, const SystemMemory::Snapshot&
   for (const VordaProcess* process : top) {
     const double fraction = process->memMB / (sys.totalGB * kMBPerGB);
     if (fraction <= kLeastFraction) continue;
-    strip.segments.push_back(
-        {fraction, ProcessColor::color(*process), process->displayName, process->pid});
+    strip.segments.push_back({fraction, ProcessColor::color(*process), process->displayName,
+                              process->pid, process->memMB});
   }
   strip.pressure = std::clamp(sys.usedGB / sys.totalGB, 0.0, 1.0);
   return true;

@@ -14,7 +14,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr SystemMemory::Snapshot kSixteenGB{.usedGB = 4, .totalGB = 16, .freeGB = 1};
-const MemoryPressureView kEarlier{{{0.3, {1, 0, 0}, "earlier", 1}}, 0.7};
+const MemoryPressureView kEarlier{{{0.3, {1, 0, 0}, "earlier", 1, 5000}}, 0.7};
 
 VordaProcess process(std::int32_t pid, double memMB, const char* name = "x") {
   return {.pid = pid, .displayName = name, .product = "App", .memMB = memMB};
@@ -25,8 +25,9 @@ TEST(PressureStrip, HasABarPerProcessInItsColorAndOrder) {
   const VordaProcess large = process(8, 4096, "Safari");
   MemoryPressureView strip = kEarlier;
   EXPECT_TRUE(applyPressureStrip(strip, kSixteenGB, {&small, &large}));
-  EXPECT_THAT(strip.segments, ElementsAre(Segment{0.0625, ProcessColor::color(small), "Mail", 7},
-                                          Segment{0.25, ProcessColor::color(large), "Safari", 8}));
+  EXPECT_THAT(strip.segments,
+              ElementsAre(Segment{0.0625, ProcessColor::color(small), "Mail", 7, 1024},
+                          Segment{0.25, ProcessColor::color(large), "Safari", 8, 4096}));
   EXPECT_DOUBLE_EQ(strip.pressure, 0.25);
 }
 
