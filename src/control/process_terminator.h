@@ -5,8 +5,6 @@
 #include <string>
 #include <utility>
 
-#include "platform/words.h"
-
 /// The only place that sends signals.
 namespace ProcessTerminator {
 
@@ -16,8 +14,9 @@ namespace ProcessTerminator {
 std::pair<bool, std::string> terminate(std::int32_t pid, bool force);
 
 /// As above, for the process that had this platform::startIdentity when the user was shown
-/// it. When the pid belongs to another process by now nothing is sent, and the process
-/// that was meant counts as already gone.
+/// it. When the pid belongs to another process by now (or that can't be told any more)
+/// nothing is sent, and the process that was meant counts as already gone. Without an
+/// identity the pid alone decides.
 std::pair<bool, std::string> terminate(std::int32_t pid, bool force,
                                        std::optional<std::uint64_t> identity);
 
