@@ -1,0 +1,93 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "agents/launch_agent_scanner.h"
+#include "fakes/row_name.h"
+#include "fakes/scripted_platform.h"
+
+namespace {
+
+using Answer = std::pair<bool, std::string>;
+using Replies = std::vector<platform::ServiceReply>;
+
+const VordaLaunchAgent kAgent{.label = "hermes", .plistPath = "/units/hermes.service"};
+
+struct Row {
+  const char* name;
+  Replies replies;
+  Answer answer;
+  int attempts;  ///< how many are made
+};
+
+std::vector<std::string> calls(const std::string& verb, int count) {
+  std::vector<std::string> result;
+  for (int i = 1; i <= count; ++i) result.push_back(verb + " hermes " + std::to_string(i));
+  return result;
+}
+
+class Bootout : public testing::TestWithParam<Row> {};
+
+TEST_P(Bootout, TriesInOrderUntilItIsUnloaded) {
+  resetMachine();
+  machine().stopReplies = GetParam().replies;
+  EXPECT_EQ(LaunchAgentScanner::bootout(kAgent), GetParam().answer);
+  EXPECT_EQ(machine().serviceCalls, calls("stop", GetParam().attempts));
+}
+
+const Answer kUnloaded{true, "Unloaded hermes"};
+const Answer kAlreadyUnloaded{true, "hermes already unloaded"};
+const Answer kNotUnloaded{false, "Failed to unload hermes"};
+
+INSTANTIATE_TEST_SUITE_P(
+    , Bootout,
+    testing::Values(
+        Row{"FirstSucceeds", {{0, ""}, {0, ""}, {0, ""}}, kUnloaded, 1},
+        Row{"SuccessBeforeWords", {{0, "No such process"}}, kUnloaded, 1},
+        Row{"NoSuchProcess", {{3, "Boot-out failed: 3: No such process\n"}}, kAlreadyUnloaded, 1},
+        Row{"CouldNotFind", {{113, "Could not find service"}, {0, ""}}, kAlreadyUnloaded, 1},
+        Row{"WordsInAnotherCaseDoNotCount",
+            {{3, "no such process"}, {3, "could not find"}},
+            kNotUnloaded,
+            2},
+        Row{"SecondSucceeds", {{5, "Input/output error"}, {0, ""}, {0, ""}}, kUnloaded, 2},
+        Row{"SecondFindsItNotLoaded", {{5, "x"}, {3, "Could not find it"}}, kAlreadyUnloaded, 2},
+        Row{"ThirdSucceeds", {{5, ""}, {5, ""}, {0, ""}}, kUnloaded, 3},
+        Row{"AllFail", {{5, "a"}, {5, "b"}, {5, "c"}}, kNotUnloaded, 3},
+        Row{"ToolCannotBeStarted",
+            {{-1, "launch path not accessible"}, {-1, ""}, {-1, ""}},
+            kNotUnloaded,
+            3},
+        Row{"NoWayToTry", {}, kNotUnloaded, 0}),
+    rowName<Row>);
+
+class Bootstrap : public testing::TestWithParam<Row> {};
+
+TEST_P(Bootstrap, TriesInOrderUntilItIsLoaded) {
+  resetMachine();
+  machine().startReplies = GetParam().replies;
+  EXPECT_EQ(LaunchAgentScanner::bootstrap(kAgent), GetParam().answer);
+  EXPECT_EQ(machine().serviceCalls, calls("start", GetParam().attempts));
+}
+
+const Answer kLoaded{true, "Loaded hermes"};
+const Answer kNotLoaded{false, "Failed to load hermes"};
+
+INSTANTIATE_TEST_SUITE_P(
+    , Bootstrap,
+    testing::Values(
+        Row{"FirstSucceeds", {{0, ""}, {0, ""}}, kLoaded, 1},
+        Row{"SecondSucceeds", {{5, ""}, {0, ""}}, kLoaded, 2},
+        Row{"AlreadyLoaded",
+            {{37, "service already loaded"}, {1, "service already loaded"}},
+            kNotLoaded,
+            2},
+        Row{"WordsAreNotRead", {{3, "No such process"}, {3, "Could not find"}}, kNotLoaded, 2},
+        Row{"ToolCannotBeStarted", {{-1, "x"}, {-1, "x"}}, kNotLoaded, 2},
+        Row{"NoWayToTry", {}, kNotLoaded, 0}),
+    rowName<Row>);
+
+}  // namespace
