@@ -1,0 +1,78 @@
+#include "ui/alerts.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/words.h"
+#include "scanner/memory_format.h"
+#include "text/display_line.h"
+#include "text/unicode.h"
+
+namespace Alerts {
+namespace {
+
+constexpr std::size_t kShownCommandCharacters = 800;
+
+std::string systemMonitor() {
+  return std::string(platform::words().systemMonitor);
+}
+
+Alert forceQuit(const std::string& name, std::int32_t pid, const std::string& memoryLine) {
+  return {.messageText = "Force Quit?",
+          .informativeText =
+              name + "\nPID " + std::to_string(pid) + memoryLine + "\n\nThis cannot be undone.",
+          .style = Alert::Style::warning,
+          .buttons = {"Force Quit", "Cancel"}};
+}
+
+}  // namespace
+
+bool isShown(std::string_view title) {
+  const std::string lower = text::lowered(title);
+  constexpr std::array<std::string_view, 3> kSignsOfFailure{"fail", "protect", "cannot"};
+  return std::any_of(kSignsOfFailure.begin(), kSignsOfFailure.end(),
+                     [&lower](auto sign) { return lower.find(sign) != std::string::npos; });
+}
+
+Alert notice(const std::string& title, const std::string& message) {
+  return {.messageText = title, .informativeText = message};
+}
+
+std::string protectedMessage(const VordaProcess& process) {
+  return text::displayLine(process.displayName) + " is owned by " +
+         text::displayLine(process.ownerName) + ".\n\nVorda cannot force-quit it.";
+}
+
+Alert forceQuit(const VordaProcess& process) {
+  return forceQuit(text::displayLine(process.displayName), process.pid,
+                   "\n" + MemoryFormat::detail(process.memMB) + " RAM (" + systemMonitor() + ")");
+}
+
+Alert forceQuit(std::int32_t pid) {
+  return forceQuit("process", pid, "");
+}
+
+Alert details(const VordaProcess& process) {
+  return {.messageText = text::displayLine(process.displayName),
+          .informativeText =
+              "Memory: " + MemoryFormat::detail(process.memMB) + "  (" + systemMonitor() +
+              " scale)\nKind: " + process.product + "\nPID: " + std::to_string(process.pid) +
+              "\nOwner: " + text::displayLine(process.ownerName) +
+              (process.isProtected ? "\n\nProtected: cannot Force Quit from Vorda." : "") +
+              "\n\nCommand:\n" +
+              std::string(text::firstCharacters(process.commandLine, kShownCommandCharacters))};
+}
+
+Alert quitDocker() {
+  return {.messageText = "Quit Docker Desktop",
+          .informativeText = "Use the Docker whale icon → Quit Docker Desktop."};
+}
+
+Alert unload(const VordaLaunchAgent& agent) {
+  return {.messageText = "Unload " + text::displayLine(agent.label) + "?",
+          .informativeText =
+              "Stops it and prevents KeepAlive restart.\n" + text::displayLine(agent.plistPath),
+          .buttons = {"Unload", "Cancel"}};
+}
+
+}  // namespace Alerts

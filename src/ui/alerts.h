@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "agents/vorda_launch_agent.h"
+#include "scanner/vorda_process.h"
+#include "ui/alert.h"
+
+/// Every question and message that the menu's actions show, as values. Names that others
+/// chose are one harmless line each, so that they can't pass for a line of ours; only a
+/// command line, which stands last, keeps its line feeds.
+namespace Alerts {
+
+/// Whether an outcome with this title is shown at all: only failures are. The menu's own
+/// change is the feedback of a success.
+bool isShown(std::string_view title);
+
+/// How an action ended.
+Alert notice(const std::string& title, const std::string& message);
+
+/// Why a process that belongs to somebody else is not force-quit.
+std::string protectedMessage(const VordaProcess& process);
+
+Alert forceQuit(const VordaProcess& process);
+/// For a process of which only the pid is known.
+Alert forceQuit(std::int32_t pid);
+
+Alert details(const VordaProcess& process);
+Alert quitDocker();
+Alert unload(const VordaLaunchAgent& agent);
+
+}  // namespace Alerts
