@@ -20,10 +20,6 @@ std::string systemText(int error) {
   return std::generic_category().message(error);
 }
 
-Answer alreadyGone(std::int32_t pid) {
-  return {true, pidText(pid) + " already gone"};
-}
-
 Answer failed(std::int32_t pid, int error) {
   return {false, "Failed " + pidText(pid) + ": " + systemText(error)};
 }
@@ -75,6 +71,10 @@ Answer outcome(std::int32_t pid, bool force, int error) {
 }
 
 }  // namespace
+
+std::pair<bool, std::string> alreadyGone(std::int32_t pid) {
+  return {true, pidText(pid) + " already gone"};
+}
 
 std::pair<bool, std::string> terminate(std::int32_t pid, bool force) {
   return terminate(pid, force, std::nullopt);

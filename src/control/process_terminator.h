@@ -20,4 +20,7 @@ std::pair<bool, std::string> terminate(std::int32_t pid, bool force);
 std::pair<bool, std::string> terminate(std::int32_t pid, bool force,
                                        std::optional<std::uint64_t> identity);
 
+/// The answer for a process that has ended by itself: a success.
+std::pair<bool, std::string> alreadyGone(std::int32_t pid);
+
 }  // namespace ProcessTerminator

@@ -1,26 +1,25 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "agents/vorda_launch_agent.h"
-#include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
 #include "ui/alert.h"
 #include "ui/front_end.h"
 #include "ui/menu.h"
+#include "ui/menu_construction.h"
 
 /// The one object that owns the program's presence on screen: the menu, the refresh timer
 /// and the last sample of processes and launch agents. It samples every 5 seconds; while
 /// the menu is open only the strip moves, so that no item changes under the pointer.
 class StatusBarController {
  public:
-  static constexpr std::size_t kMaxTopRAM = 8;
-  static constexpr std::size_t kMaxAI = 12;
-  static constexpr std::size_t kMaxAgents = 6;
-  static constexpr std::size_t kMaxStripSegments = 6;
+  static constexpr double kMinMemMB = 50.0;        // of the user's ordinary processes
   static constexpr double kRefreshInterval = 5.0;  // seconds
   static constexpr const char* kStatusTitle = "Vorda²";
 
@@ -51,17 +50,19 @@ class StatusBarController {
   // Refresh cycle.
   void refresh(bool rebuild, bool force);
   void refreshNow();
+  void sample();
   void updateStatusItem();
-  void applyPressureStrip(const SystemMemory::Snapshot& sys, const std::vector<VordaProcess>& top);
-
-  // Menu construction.
+  void updateStrip();
   void rebuildMenu();
-  MenuItem processItem(const VordaProcess& process);
-  static MenuItem agentItem(const VordaLaunchAgent& agent);
+  /// refresh(true, false), as long as the controller is there.
+  std::function<void()> weakRefresh();
 
   // Process actions.
   void quitProcess(Sender sender);
   void forceProcess(Sender sender);
+  void confirmForceQuit(const Alert& question, const ProcessReference& process);
+  void finishQuit(std::int32_t pid, const std::string& title, const std::string& failureTitle,
+                  const std::pair<bool, std::string>& answer);
   void showDetails(Sender sender);
   void openDockerHelp();
   void notify(const std::string& title, const std::string& message);
@@ -82,6 +83,7 @@ class StatusBarController {
   Menu rootMenu_;
   std::shared_ptr<ScheduledWork> refreshTimer_;
   std::vector<VordaProcess> processes_;
+  StartIdentities identities_;
   std::vector<VordaLaunchAgent> agents_;
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
   std::weak_ptr<MemoryPressureView> pressureView_;

@@ -1,0 +1,95 @@
+#include "control/process_terminator.h"
+#include "platform/applications.h"
+#include "platform/processes.h"
+#include "ui/alerts.h"
+#include "ui/status_bar_controller.h"
+
+namespace {
+
+constexpr double kRescanDelays[] = {0.25, 1.0, 2.5};  // seconds
+
+/// The process with this pid that the sender's row spoke of when the menu was built.
+ProcessReference meantProcess(std::int32_t pid, const MenuItem& sender) {
+  if (sender.process && sender.process->pid == pid) return *sender.process;
+  return {pid, std::nullopt};
+}
+
+bool isGone(const ProcessReference& process) {
+  return process.identity && platform::startIdentity(process.pid) != process.identity;
+}
+
+}  // namespace
+
+void StatusBarController::quitProcess(Sender sender) {
+  const auto* pid = std::get_if<std::int32_t>(&sender.representedObject);
+  if (pid == nullptr) return;
+  const ProcessReference process = meantProcess(*pid, sender);
+  finishQuit(*pid, "Quit", "Failed", ProcessTerminator::terminate(*pid, false, process.identity));
+}
+
+void StatusBarController::forceProcess(Sender sender) {
+  if (const auto* process = std::get_if<VordaProcess>(&sender.representedObject)) {
+    if (process->isProtected) {
+      notify("Protected process", Alerts::protectedMessage(*process));
+    } else {
+      confirmForceQuit(Alerts::forceQuit(*process), meantProcess(process->pid, sender));
+    }
+  } else if (const auto* pid = std::get_if<std::int32_t>(&sender.representedObject)) {
+    confirmForceQuit(Alerts::forceQuit(*pid), meantProcess(*pid, sender));
+  }
+}
+
+void StatusBarController::confirmForceQuit(const Alert& question, const ProcessReference& process) {
+  // A process that has ended needs no question. Its identity is looked at again when the
+  // signal is sent: the question may stand for hours.
+  std::pair<bool, std::string> answer = ProcessTerminator::alreadyGone(process.pid);
+  if (!isGone(process)) {
+    if (frontEnd_.runModal(question) != kAlertFirstButtonReturn) return;
+    answer = ProcessTerminator::terminate(process.pid, true, process.identity);
+  }
+  finishQuit(process.pid, "Force Quit", "Cannot force quit", answer);
+}
+
+void StatusBarController::finishQuit(std::int32_t pid, const std::string& title,
+                                     const std::string& failureTitle,
+                                     const std::pair<bool, std::string>& answer) {
+  const auto& [ok, message] = answer;
+  notify(ok ? title : failureTitle, message);
+  if (ok) {
+    removeFromListOptimistically(pid);
+    schedulePostQuitRescans();
+  } else {
+    refresh(true, false);
+  }
+}
+
+void StatusBarController::showDetails(Sender sender) {
+  if (const auto* process = std::get_if<VordaProcess>(&sender.representedObject)) {
+    frontEnd_.runModal(Alerts::details(*process));
+  }
+}
+
+void StatusBarController::openDockerHelp() {
+  platform::openDockerDesktop();
+  frontEnd_.runModal(Alerts::quitDocker());
+}
+
+void StatusBarController::notify(const std::string& title, const std::string& message) {
+  if (Alerts::isShown(title)) frontEnd_.runModal(Alerts::notice(title, message));
+}
+
+void StatusBarController::removeFromListOptimistically(std::int32_t pid) {
+  // First the menu is closed: a front end may report that at once, and the sample that
+  // then follows can still hold the process.
+  frontEnd_.cancelTracking();
+  std::erase_if(processes_, [pid](const VordaProcess& process) { return process.pid == pid; });
+  rebuildMenu();
+}
+
+void StatusBarController::schedulePostQuitRescans() {
+  for (const auto& item : postQuitWorkItems_) item->cancel();
+  postQuitWorkItems_.clear();
+  for (const double delay : kRescanDelays) {
+    postQuitWorkItems_.push_back(frontEnd_.after(delay, weakRefresh()));
+  }
+}

@@ -1,0 +1,137 @@
+#include "ui/status_bar_controller.h"
+
+#include <algorithm>
+
+#include "agents/launch_agent_scanner.h"
+#include "platform/processes.h"
+#include "scanner/memory_format.h"
+#include "scanner/process_scanner.h"
+#include "scanner/system_memory.h"
+#include "text/display_line.h"
+#include "text/format.h"
+#include "ui/pressure_strip.h"
+#include "ui/process_lists.h"
+
+StatusBarController::StatusBarController(FrontEnd& frontEnd, Alert about)
+    : frontEnd_(frontEnd),
+      about_(std::move(about)),
+      self_(std::make_shared<StatusBarController*>(this)) {
+  frontEnd_.setTitle(kStatusTitle);
+  frontEnd_.setToolTip("Vorda — color-coded memory pressure\nHalvek");
+  refresh(true, false);
+  refreshTimer_ = frontEnd_.every(kRefreshInterval, weakRefresh());
+}
+
+StatusBarController::~StatusBarController() = default;
+
+void StatusBarController::menuNeedsUpdate(const Menu& menu) {
+  if (&menu == &rootMenu_) refresh(true, false);
+}
+
+void StatusBarController::menuWillOpen(const Menu& menu) {
+  if (&menu == &rootMenu_) menuIsOpen_ = true;
+}
+
+void StatusBarController::menuDidClose(const Menu& menu) {
+  if (&menu != &rootMenu_) return;
+  menuIsOpen_ = false;
+  refresh(true, false);
+}
+
+void StatusBarController::perform(const MenuItem& item) {
+  // What the action reads is copied: the menu may be built anew while it runs.
+  const MenuItem sender{
+      .action = item.action, .representedObject = item.representedObject, .process = item.process};
+  switch (sender.action) {
+    case Action::none:
+      return;
+    case Action::refreshNow:
+      return refreshNow();
+    case Action::openAM:
+      return openAM();
+    case Action::about:
+      return about();
+    case Action::quitApp:
+      return quitApp();
+    case Action::quitProcess:
+      return quitProcess(sender);
+    case Action::forceProcess:
+      return forceProcess(sender);
+    case Action::showDetails:
+      return showDetails(sender);
+    case Action::openDockerHelp:
+      return openDockerHelp();
+    case Action::unloadByLabel:
+      return unloadByLabel(sender);
+    case Action::unloadAgent:
+      return unloadAgent(sender);
+    case Action::loadAgent:
+      return loadAgent(sender);
+  }
+}
+
+void StatusBarController::refresh(bool rebuild, bool force) {
+  sample();
+  updateStatusItem();
+  if (!rebuild) return;
+  if (!menuIsOpen_ || force) {
+    rebuildMenu();
+  } else {
+    updateStrip();
+  }
+}
+
+void StatusBarController::refreshNow() {
+  refresh(true, true);
+}
+
+void StatusBarController::sample() {
+  processes_ = ProcessScanner::scan(kMinMemMB);
+  // Noted with the sample, not with the menu: a menu that is built later from the same
+  // sample must not take the next owner of a pid for the process in the list.
+  identities_.clear();
+  for (const VordaProcess& process : processes_) {
+    const auto identity = platform::startIdentity(process.pid);
+    if (identity) identities_.emplace(process.pid, *identity);
+  }
+
+  agents_ = LaunchAgentScanner::scan();
+  std::erase_if(agents_, [](const VordaLaunchAgent& agent) {
+    return !agent.keepAlive && !LaunchAgentScanner::isInteresting(agent);
+  });
+}
+
+void StatusBarController::updateStatusItem() {
+  constexpr double kLeastNamedMB = 512;
+  frontEnd_.setTitle(kStatusTitle);
+  const auto largest = std::max_element(  // the first of equals
+      processes_.begin(), processes_.end(),
+      [](const auto& a, const auto& b) { return a.memMB < b.memMB; });
+  if (largest != processes_.end() && largest->memMB >= kLeastNamedMB) {
+    frontEnd_.setToolTip("Vorda\nLargest: " + MemoryFormat::detail(largest->memMB) + " — " +
+                         text::displayLine(largest->displayName) + "\nHalvek");
+  } else {
+    frontEnd_.setToolTip(
+        text::format("Vorda — auto-refresh every %.0fs\nHalvek", kRefreshInterval));
+  }
+}
+
+void StatusBarController::updateStrip() {
+  const auto strip = pressureView_.lock();
+  if (strip == nullptr) return;
+  const ProcessList top =
+      ProcessLists::first(ProcessLists::byMemory(processes_), MenuConstruction::kMaxStripSegments);
+  if (applyPressureStrip(*strip, SystemMemory::snapshot(), top)) frontEnd_.stripChanged(*strip);
+}
+
+void StatusBarController::rebuildMenu() {
+  rootMenu_ = MenuConstruction::build({processes_, identities_, agents_, SystemMemory::snapshot()});
+  pressureView_ = rootMenu_.items.front().strip;
+  frontEnd_.menuRebuilt(rootMenu_);
+}
+
+std::function<void()> StatusBarController::weakRefresh() {
+  return [weakSelf = std::weak_ptr(self_)] {
+    if (const auto self = weakSelf.lock()) (*self)->refresh(true, false);
+  };
+}
