@@ -1,0 +1,29 @@
+#include "platform/linux/file_reader.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace platform {
+
+std::optional<std::string_view> FileReader::read(int fd) {
+  constexpr std::size_t kFirstSize = 16 * 1024;
+  if (bytes_.empty()) bytes_.resize(std::min(kFirstSize, limit_));
+
+  std::size_t length = 0;
+  for (;;) {
+    const std::size_t room = bytes_.size() - length;
+    const ssize_t count = ::read(fd, bytes_.data() + length, room);
+    if (count < 0) {
+      if (errno == EINTR) continue;
+      return std::nullopt;
+    }
+    length += static_cast<std::size_t>(count);
+    if (static_cast<std::size_t>(count) < room || length == limit_) break;
+    bytes_.resize(std::min(bytes_.size() * 2, limit_));
+  }
+  return std::string_view(bytes_.data(), length);
+}
+
+}  // namespace platform

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+/// Reads files whole, one after the other, into one buffer that only grows. A file's size is
+/// not asked: under /proc it says 0.
+class FileReader {
+ public:
+  /// Of a file longer than `limit` bytes only so much is read.
+  explicit FileReader(std::size_t limit) : limit_(limit) {}
+
+  /// What `fd` holds from its position on, until the next call; none when it can't be read.
+  /// A read that gives less than was asked for has reached the end: so it is with regular
+  /// files and with /proc, and the second read would cost half as much as the first.
+  std::optional<std::string_view> read(int fd);
+
+ private:
+  std::size_t limit_;
+  std::vector<char> bytes_;
+};
+
+}  // namespace platform

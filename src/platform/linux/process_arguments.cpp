@@ -1,0 +1,108 @@
+#include "platform/linux/process_arguments.h"
+
+#include <optional>
+#include <string>
+
+#include "platform/linux/utf8.h"
+#include "text/path.h"
+
+namespace platform {
+namespace {
+
+constexpr char kEnd = '\0';
+constexpr char kBlank = ' ';
+
+/// The one string that the block holds, without the padding behind it; none when it holds
+/// none or several.
+std::optional<std::string_view> onlyString(std::string_view block) {
+  const auto begin = block.find_first_not_of(kEnd);
+  if (begin == std::string_view::npos) return std::nullopt;
+  block.remove_prefix(begin);
+  const auto end = block.find(kEnd);
+  if (end != std::string_view::npos) {
+    if (block.find_first_not_of(kEnd, end) != std::string_view::npos) return std::nullopt;
+    block = block.substr(0, end);
+  }
+  return block.substr(0, block.find_last_not_of(kBlank) + 1);
+}
+
+/// Whether `name` is the program's; comm holds no more than its first 15 bytes.
+bool isProgramName(std::string_view name, const ProcessOrigin& origin) {
+  if (name.empty()) return false;
+  if (!origin.executable.empty()) return name == text::lastPathComponent(origin.executable);
+  constexpr std::size_t kLongestComm = 15;
+  return name.substr(0, kLongestComm) == origin.comm;
+}
+
+/// The word of a title that stands for argv[0]; "" when this is no title of the program.
+/// The executable's path may itself hold blanks.
+std::string_view programWord(std::string_view title, const ProcessOrigin& origin) {
+  const std::size_t length = origin.executable.size();
+  if (length > 0 && title.starts_with(origin.executable) &&
+      (title.size() == length || title[length] == kBlank)) {
+    return title.substr(0, length);
+  }
+  const std::string_view word = title.substr(0, title.find(kBlank));
+  std::string_view name = text::lastPathComponent(word);
+  if (name.ends_with(':')) name.remove_suffix(1);
+  return isProgramName(name, origin) ? word : std::string_view();
+}
+
+/// Room for the whole block is reserved before: the views stay valid while it fills.
+void append(std::string_view argument, ProcessFacts& facts) {
+  if (argument.empty() || !isUtf8(argument)) return;
+  if (!facts.arguments.empty()) facts.commandLine += kBlank;
+  const std::size_t begin = facts.commandLine.size();
+  facts.commandLine += argument;
+  facts.arguments.push_back(std::string_view(facts.commandLine).substr(begin));
+}
+
+void appendAll(std::string_view strings, char separator, ProcessFacts& facts) {
+  while (!strings.empty()) {
+    const auto end = strings.find(separator);
+    append(strings.substr(0, end), facts);
+    if (end == std::string_view::npos) break;
+    strings.remove_prefix(end + 1);
+  }
+}
+
+void appendArguments(std::string_view block, const ProcessOrigin& origin, ProcessFacts& facts) {
+  const auto title = onlyString(block);
+  if (!title) return appendAll(block, kEnd, facts);
+  const std::string_view program = programWord(*title, origin);
+  if (program.empty()) return append(*title, facts);
+  append(program, facts);
+  appendAll(title->substr(program.size()), kBlank, facts);
+}
+
+/// Whether a name says too little: "/", or what stands before the words of a title.
+bool isPoorName(std::string_view name) {
+  return name.find('/') != std::string_view::npos || name.ends_with(':');
+}
+
+}  // namespace
+
+void readArguments(std::string_view block, const ProcessOrigin& origin, ProcessFacts& facts) {
+  facts.commandLine.clear();
+  facts.commandLine.reserve(block.size());
+  facts.arguments.clear();
+  appendArguments(block, origin, facts);
+
+  const std::string_view program = text::lastPathComponent(origin.executable);
+  if (facts.arguments.empty()) {
+    facts.name = repairedUtf8(program);
+    return;
+  }
+  facts.name = text::lastPathComponent(facts.arguments.front());
+  if (!isPoorName(facts.name)) return;
+  if (const auto better = program.empty() ? origin.comm : program; !better.empty()) {
+    facts.name = repairedUtf8(better);
+  }
+}
+
+bool needsOrigin(std::string_view block, const ProcessFacts& facts) {
+  return facts.name.empty() || isPoorName(facts.name) ||
+         onlyString(block).value_or("").find(kBlank) != std::string_view::npos;
+}
+
+}  // namespace platform

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/processes.h"
+
+namespace platform {
+
+/// What tells a process's program when its arguments don't.
+struct ProcessOrigin {
+  std::string_view executable;  ///< its path; "" when unreadable
+  std::string_view comm;        ///< the kernel's own name for it, cut at 15 bytes
+};
+
+/// Fills name, commandLine and arguments from what /proc/PID/cmdline holds: strings that end
+/// with NULs, or one title that the process wrote over them, in which blanks stand for the
+/// NULs. A title is one when the block holds a single string, and the first word of that is
+/// the program: its path, or its name, with or without a ":" behind it ("nginx: worker
+/// process"); it is then cut at blanks. Blanks that pad a single string are dropped.
+/// The name is empty when there are neither arguments nor an executable.
+void readArguments(std::string_view block, const ProcessOrigin& origin, ProcessFacts& facts);
+
+/// Whether the origin matters to the outcome. When not, `facts` that were read without one
+/// stay as they are, and the two reads that tell it are saved.
+bool needsOrigin(std::string_view block, const ProcessFacts& facts);
+
+}  // namespace platform

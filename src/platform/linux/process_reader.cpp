@@ -1,0 +1,66 @@
+#include "platform/linux/process_reader.h"
+
+#include <unistd.h>
+
+#include "platform/linux/mem_info.h"
+#include "platform/linux/process_arguments.h"
+#include "platform/linux/process_status.h"
+
+namespace platform {
+namespace {
+
+/// exec takes 6 MiB at the most; only a process that moves the limits of its own block by
+/// prctl has more, and no bound but this.
+constexpr std::size_t kLongestBlock = 16 << 20;
+constexpr std::size_t kLongestSmallFile = 1 << 20;
+
+}  // namespace
+
+ProcessReader::ProcessReader(const ProcFs& proc)
+    : proc_(proc),
+      block_(kLongestBlock),
+      small_(kLongestSmallFile),
+      pageSize_(static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE))) {}
+
+std::vector<std::int32_t> ProcessReader::pids() {
+  const auto memInfo = proc_.read("meminfo", small_);
+  swapInUse_ = !memInfo || isSwapInUse(*memInfo);
+  return proc_.pids();
+}
+
+bool ProcessReader::read(std::int32_t pid, ProcessFacts& facts) {
+  facts.effectiveUid = proc_.owner(pid);
+  if (!facts.effectiveUid) return false;
+
+  // An unreadable block is an empty one: the executable may still tell the name.
+  const std::string_view block = proc_.read(pid, "cmdline", block_).value_or("");
+  readArguments(block, {}, facts);
+  if (needsOrigin(block, facts)) {
+    const std::string executable = proc_.executable(pid);
+    std::string_view comm = proc_.read(pid, "comm", small_).value_or("");
+    if (comm.ends_with('\n')) comm.remove_suffix(1);
+    readArguments(block, {executable, comm}, facts);
+  }
+  return !facts.name.empty();
+}
+
+std::optional<std::uint64_t> ProcessReader::footprint(std::int32_t pid) {
+  if (swapInUse_) {
+    const auto status = proc_.read(pid, "status", small_);
+    return status ? footprintWithSwap(*status) : std::nullopt;
+  }
+  const auto statm = proc_.read(pid, "statm", small_);
+  return statm ? residentFootprint(*statm, pageSize_) : std::nullopt;
+}
+
+std::optional<std::uint64_t> ProcessReader::startIdentity(std::int32_t pid) {
+  const auto stat = proc_.read(pid, "stat", small_);
+  return stat ? startTime(*stat) : std::nullopt;
+}
+
+ProcessReader& processReader() {
+  static ProcessReader reader(systemProc());
+  return reader;
+}
+
+}  // namespace platform

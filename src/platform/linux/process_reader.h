@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "platform/linux/file_reader.h"
+#include "platform/linux/procfs.h"
+#include "platform/processes.h"
+
+namespace platform {
+
+/// What platform/processes.h promises, from one proc file system, which must outlive it. For
+/// one thread.
+class ProcessReader {
+ public:
+  explicit ProcessReader(const ProcFs& proc);
+
+  std::vector<std::int32_t> pids();
+  bool read(std::int32_t pid, ProcessFacts& facts);
+  std::optional<std::uint64_t> footprint(std::int32_t pid);
+  std::optional<std::uint64_t> startIdentity(std::int32_t pid);
+  std::optional<std::uint32_t> effectiveUid(std::int32_t pid) const { return proc_.owner(pid); }
+
+ private:
+  const ProcFs& proc_;
+  FileReader block_;  ///< the arguments, of which views are taken
+  FileReader small_;  ///< everything else
+  std::uint64_t pageSize_;
+  bool swapInUse_ = true;  ///< as of the last pids(); until then the dearer way is the right one
+};
+
+/// The one that reads /proc.
+ProcessReader& processReader();
+
+}  // namespace platform

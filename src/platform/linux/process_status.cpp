@@ -1,0 +1,48 @@
+#include "platform/linux/process_status.h"
+
+#include <charconv>
+
+#include "platform/linux/proc_table.h"
+
+namespace platform {
+namespace {
+
+/// The number in field `index` (from 0) of a line of fields with single blanks between them.
+std::optional<std::uint64_t> numberInField(std::string_view line, int index) {
+  for (; index > 0; --index) {
+    const auto blank = line.find(' ');
+    if (blank == std::string_view::npos) return std::nullopt;
+    line.remove_prefix(blank + 1);
+  }
+  std::uint64_t number = 0;
+  const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), number);
+  if (error != std::errc()) return std::nullopt;
+  return number;
+}
+
+}  // namespace
+
+std::optional<std::uint64_t> residentFootprint(std::string_view statm, std::uint64_t pageSize) {
+  const auto resident = numberInField(statm, 1);
+  const auto shared = numberInField(statm, 2);
+  if (!resident || !shared) return std::nullopt;
+  // The two are counted one after the other while the process goes on.
+  return *resident > *shared ? (*resident - *shared) * pageSize : 0;
+}
+
+std::optional<std::uint64_t> footprintWithSwap(std::string_view status) {
+  const auto anonymous = bytesInTable(status, "RssAnon");
+  if (!anonymous) return bytesInTable(status, "VmRSS");
+  return *anonymous + bytesInTable(status, "VmSwap").value_or(0);
+}
+
+std::optional<std::uint64_t> startTime(std::string_view stat) {
+  // The second field is a name in parentheses, which may itself hold blanks and ")".
+  const auto nameEnd = stat.rfind(") ");
+  if (nameEnd == std::string_view::npos) return std::nullopt;
+  constexpr int kStartTime = 22;
+  constexpr int kFirstBehindName = 3;
+  return numberInField(stat.substr(nameEnd + 2), kStartTime - kFirstBehindName);
+}
+
+}  // namespace platform

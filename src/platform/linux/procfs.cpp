@@ -1,0 +1,91 @@
+#include "platform/linux/procfs.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <charconv>
+#include <climits>
+#include <cstring>
+#include <memory>
+
+namespace platform {
+namespace {
+
+/// "PID" or "PID/file", made without an allocation.
+class ProcPath {
+ public:
+  explicit ProcPath(std::int32_t pid, std::string_view file = {}) {
+    char* end = std::to_chars(bytes_, bytes_ + sizeof bytes_, pid).ptr;
+    if (!file.empty()) {
+      *end++ = '/';
+      end = std::copy_n(file.data(), std::min(file.size(), kLongestFile), end);
+    }
+    *end = '\0';
+  }
+  const char* get() const { return bytes_; }
+
+ private:
+  static constexpr std::size_t kLongestFile = 20;
+  char bytes_[kLongestFile + 16];
+};
+
+/// The pid that a name in /proc stands for; 0 when it is none.
+std::int32_t pidOf(std::string_view name) {
+  std::int32_t pid = 0;
+  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), pid);
+  return error == std::errc() && end == name.data() + name.size() ? pid : 0;
+}
+
+}  // namespace
+
+ProcFs::ProcFs(const char* root) : root_(open(root, O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
+
+std::vector<std::int32_t> ProcFs::pids() const {
+  std::vector<std::int32_t> pids;
+  FileDescriptor folder(openat(root_.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(fdopendir(folder.get()), closedir);
+  if (!entries) return pids;
+  folder.release();
+
+  while (const dirent* entry = readdir(entries.get())) {
+    if (const std::int32_t pid = pidOf(entry->d_name); pid > 0) pids.push_back(pid);
+  }
+  std::sort(pids.begin(), pids.end());
+  return pids;
+}
+
+std::optional<std::uint32_t> ProcFs::owner(std::int32_t pid) const {
+  struct stat status = {};
+  if (fstatat(root_.get(), ProcPath(pid).get(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+    return std::nullopt;
+  }
+  return status.st_uid;
+}
+
+std::optional<std::string_view> ProcFs::read(std::int32_t pid, std::string_view file,
+                                             FileReader& reader) const {
+  return read(ProcPath(pid, file).get(), reader);
+}
+
+std::optional<std::string_view> ProcFs::read(const char* file, FileReader& reader) const {
+  const FileDescriptor opened(openat(root_.get(), file, O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+  return opened.isOpen() ? reader.read(opened.get()) : std::nullopt;
+}
+
+std::string ProcFs::executable(std::int32_t pid) const {
+  char target[PATH_MAX];
+  const ssize_t length = readlinkat(root_.get(), ProcPath(pid, "exe").get(), target, sizeof target);
+  std::string_view path(target, length > 0 ? static_cast<std::size_t>(length) : 0);
+  constexpr std::string_view kDeleted = " (deleted)";
+  if (path.ends_with(kDeleted)) path.remove_suffix(kDeleted.size());
+  return std::string(path);
+}
+
+const ProcFs& systemProc() {
+  static const ProcFs proc("/proc");
+  return proc;
+}
+
+}  // namespace platform

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/linux/file_descriptor.h"
+#include "platform/linux/file_reader.h"
+
+namespace platform {
+
+/// The files of a proc file system, found from one folder that is opened once. Whatever can't be
+/// read is simply not there: the process is gone, hidden (hidepid) or another user's.
+class ProcFs {
+ public:
+  explicit ProcFs(const char* root);
+
+  /// The numeric names, ascending.
+  std::vector<std::int32_t> pids() const;
+
+  /// The effective user id of a process. It is the owner of the folder, not of a file in
+  /// it: the files of a process that may not be dumped belong to root.
+  std::optional<std::uint32_t> owner(std::int32_t pid) const;
+
+  /// One file of a process, or one of the whole machine; the bytes live in `reader`.
+  std::optional<std::string_view> read(std::int32_t pid, std::string_view file,
+                                       FileReader& reader) const;
+  std::optional<std::string_view> read(const char* file, FileReader& reader) const;
+
+  /// Where the link /proc/PID/exe leads, without the " (deleted)" that the kernel adds when
+  /// the file is not there any more; "" when unreadable.
+  std::string executable(std::int32_t pid) const;
+
+ private:
+  FileDescriptor root_;
+};
+
+/// /proc.
+const ProcFs& systemProc();
+
+}  // namespace platform

@@ -1,0 +1,129 @@
+#include "platform/linux/process_reader.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <string>
+
+#include "tools/temp_folder.h"
+
+namespace {
+
+using namespace std::string_literals;
+using platform::ProcessFacts;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A proc file system made of plain files.
+class ProcessReaderTest : public testing::Test {
+ protected:
+  void setSwap(int totalKB, int freeKB) {
+    folder_.write("meminfo", "SwapTotal: " + std::to_string(totalKB) +
+                                 " kB\nSwapFree: " + std::to_string(freeKB) + " kB\n");
+  }
+
+  TempFolder folder_;
+  platform::ProcFs proc_{folder_.path().c_str()};
+  platform::ProcessReader reader_{proc_};
+  ProcessFacts facts_;
+};
+
+TEST_F(ProcessReaderTest, ListsNumericNamesAscending) {
+  for (const char* name : {"9", "100", "20", "1"}) folder_.write(std::string(name) + "/comm", "");
+  for (const char* name : {"self", "0", "-5", "7a", "99999999999", "sys"}) {
+    folder_.write(std::string(name) + "/comm", "");
+  }
+  EXPECT_THAT(reader_.pids(), ElementsAre(1, 9, 20, 100));
+}
+
+TEST_F(ProcessReaderTest, ReadsArgumentsAndOwner) {
+  folder_.write("7/cmdline", "python3\0-m\0vllm\0"s);
+  ASSERT_TRUE(reader_.read(7, facts_));
+  EXPECT_EQ(facts_.name, "python3");
+  EXPECT_EQ(facts_.commandLine, "python3 -m vllm");
+  EXPECT_THAT(facts_.arguments, ElementsAre("python3", "-m", "vllm"));
+  EXPECT_EQ(facts_.effectiveUid, geteuid());
+}
+
+TEST_F(ProcessReaderTest, AsksTheExecutableWhatATitleIs) {
+  folder_.write("7/cmdline", "nginx: worker process\0\0\0"s);
+  folder_.link("7/exe", "/usr/sbin/nginx (deleted)");
+  ASSERT_TRUE(reader_.read(7, facts_));
+  EXPECT_EQ(facts_.name, "nginx");
+  EXPECT_THAT(facts_.arguments, ElementsAre("nginx:", "worker", "process"));
+}
+
+TEST_F(ProcessReaderTest, AsksCommWhenTheExecutableIsHidden) {
+  folder_.write("7/cmdline", "sshd: ada@pts/0\0"s);
+  folder_.write("7/comm", "sshd\n");
+  ASSERT_TRUE(reader_.read(7, facts_));
+  EXPECT_EQ(facts_.name, "sshd");
+}
+
+TEST_F(ProcessReaderTest, NamesAProcessWithoutArgumentsAfterItsExecutable) {
+  folder_.write("7/cmdline", "");
+  folder_.link("7/exe", "/opt/tool (deleted)");
+  ASSERT_TRUE(reader_.read(7, facts_));
+  EXPECT_EQ(facts_.name, "tool");
+  EXPECT_THAT(facts_.arguments, IsEmpty());
+  EXPECT_EQ(facts_.commandLine, "");
+}
+
+TEST_F(ProcessReaderTest, PassesOverWhatIsNoProgram) {
+  folder_.write("2/cmdline", "");  // a kernel thread or a zombie: no executable
+  folder_.write("2/comm", "kthreadd\n");
+  EXPECT_FALSE(reader_.read(2, facts_));
+  EXPECT_FALSE(reader_.read(3, facts_)) << "gone";
+  folder_.write("4/stat", "");
+  EXPECT_FALSE(reader_.read(4, facts_)) << "hidden: nothing of it can be read";
+}
+
+TEST_F(ProcessReaderTest, CountsResidentMemoryWithoutSwap) {
+  setSwap(100, 100);
+  folder_.write("7/statm", "5000 1300 300 20 0 700 0\n");
+  reader_.pids();
+  EXPECT_EQ(reader_.footprint(7), 1000 * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)));
+}
+
+TEST_F(ProcessReaderTest, CountsSwappedMemoryWhereThereIsSome) {
+  setSwap(100, 50);
+  folder_.write("7/statm", "5000 1300 300 20 0 700 0\n");
+  folder_.write("7/status", "VmRSS:\t9 kB\nRssAnon:\t4 kB\nVmSwap:\t3 kB\n");
+  reader_.pids();
+  EXPECT_EQ(reader_.footprint(7), 7 * 1024U);
+}
+
+TEST_F(ProcessReaderTest, LooksAtSwapAnewForEachListing) {
+  folder_.write("7/statm", "5000 1300 1299 20 0 700 0\n");
+  folder_.write("7/status", "VmRSS:\t9 kB\nRssAnon:\t4 kB\nVmSwap:\t3 kB\n");
+  EXPECT_EQ(reader_.footprint(7), 7 * 1024U) << "never listed: the careful way";
+  setSwap(0, 0);
+  reader_.pids();
+  EXPECT_EQ(reader_.footprint(7), static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)));
+  setSwap(9, 0);
+  reader_.pids();
+  EXPECT_EQ(reader_.footprint(7), 7 * 1024U);
+}
+
+TEST_F(ProcessReaderTest, HasNoFiguresOfAProcessThatIsGone) {
+  EXPECT_FALSE(reader_.footprint(7));
+  EXPECT_FALSE(reader_.startIdentity(7));
+  EXPECT_FALSE(reader_.effectiveUid(7));
+}
+
+TEST_F(ProcessReaderTest, IdentifiesAProcessByItsStart) {
+  folder_.write("7/stat", "7 (a) S 1 7 7 0 7 0 1 2 3 4 5 6 7 8 20 0 1 0 12345 9 9 9\n");
+  EXPECT_EQ(reader_.startIdentity(7), 12345U);
+}
+
+TEST(ProcessReaderWithoutProc, FindsNothing) {
+  const platform::ProcFs proc("/nonexistent");
+  platform::ProcessReader reader(proc);
+  ProcessFacts facts;
+  EXPECT_THAT(reader.pids(), IsEmpty());
+  EXPECT_FALSE(reader.read(1, facts));
+  EXPECT_FALSE(reader.footprint(1));
+}
+
+}  // namespace

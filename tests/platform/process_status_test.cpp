@@ -1,0 +1,75 @@
+#include "platform/linux/process_status.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/row_name.h"
+
+namespace {
+
+using Bytes = std::optional<std::uint64_t>;
+
+struct FileRow {
+  const char* name;
+  const char* text;
+  Bytes value;
+};
+
+class ResidentFootprint : public testing::TestWithParam<FileRow> {};
+
+TEST_P(ResidentFootprint, IsResidentWithoutShared) {
+  EXPECT_EQ(platform::residentFootprint(GetParam().text, 4096), GetParam().value);
+}
+
+constexpr FileRow kStatmRows[] = {
+    {"AnOrdinaryProcess", "5000 1300 300 20 0 700 0\n", 1000 * 4096},
+    {"AKernelThread", "0 0 0 0 0 0 0\n", 0},
+    {"CountsReadAtDifferentTimes", "5000 300 301 20 0 700 0\n", 0},
+    {"MoreThanFourGigabytes", "99999999 50000000 0 0 0 0 0\n", 204800000000},
+    {"Empty", "", std::nullopt},
+    {"CutShort", "5000 1300", std::nullopt},
+    {"Garbage", "a b c", std::nullopt},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, ResidentFootprint, testing::ValuesIn(kStatmRows), rowName<FileRow>);
+
+class FootprintWithSwap : public testing::TestWithParam<FileRow> {};
+
+TEST_P(FootprintWithSwap, IsAnonymousAndSwappedMemory) {
+  EXPECT_EQ(platform::footprintWithSwap(GetParam().text), GetParam().value);
+}
+
+constexpr FileRow kStatusRows[] = {
+    {"InRamAndSwap",
+     "Name:\tollama\nVmRSS:\t    9000 kB\nRssAnon:\t    1000 kB\nRssFile:\t    7000 kB\n"
+     "RssShmem:\t    1000 kB\nVmSwap:\t     500 kB\n",
+     1500 * 1024},
+    {"AKernelWithoutSwap", "VmRSS:\t 9 kB\nRssAnon:\t 4 kB\n", 4 * 1024},
+    {"AKernelWithoutTheSplit", "VmRSS:\t 9 kB\nVmSwap:\t 3 kB\n", 9 * 1024},
+    {"AKernelThread", "Name:\tkthreadd\nThreads:\t1\n", std::nullopt},
+    {"ANameThatLooksLikeALine", "Name:\tRssAnon: 5 kB\nVmRSS:\t 9 kB\n", 9 * 1024},
+    {"Empty", "", std::nullopt},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, FootprintWithSwap, testing::ValuesIn(kStatusRows), rowName<FileRow>);
+
+class StartTime : public testing::TestWithParam<FileRow> {};
+
+TEST_P(StartTime, IsField22) {
+  EXPECT_EQ(platform::startTime(GetParam().text), GetParam().value);
+}
+
+constexpr FileRow kStatRows[] = {
+    {"AnOrdinaryProcess",
+     "812 (bash) S 800 812 812 34816 812 4194304 1 2 3 4 5 6 7 8 20 0 1 0 12345 9 9 9\n", 12345},
+    {"ANameWithBlanksAndParentheses",
+     "812 (a) b (c) S) S 800 812 812 34816 812 4194304 1 2 3 4 5 6 7 8 20 0 1 0 777 9 9 9\n", 777},
+    {"NegativeFieldsBefore", "1 (x) S 0 -1 -1 0 -1 0 0 0 0 0 0 0 0 0 20 -5 1 0 42 9\n", 42},
+    {"Empty", "", std::nullopt},
+    {"NoName", "812 bash S 800 812", std::nullopt},
+    {"CutBehindTheName", "812 (bash)", std::nullopt},
+    {"CutBeforeTheField", "812 (bash) S 800 812 812", std::nullopt},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, StartTime, testing::ValuesIn(kStatRows), rowName<FileRow>);
+
+}  // namespace
