@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/utf8.h"
+#include "platform/posix/utf8.h"
 #include "text/path.h"
 
 namespace platform {

@@ -1,4 +1,4 @@
-#include "platform/linux/utf8.h"
+#include "platform/posix/utf8.h"
 
 #include <utf8proc.h>
 

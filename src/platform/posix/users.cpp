@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <vector>
 
-#include "platform/linux/utf8.h"
+#include "platform/posix/utf8.h"
 
 namespace platform {
 
