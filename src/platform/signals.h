@@ -29,7 +29,7 @@ class SignalTarget {
 
  private:
   std::int32_t pid_;
-  int handle_;
+  [[maybe_unused]] int handle_;  // where the platform has one
 };
 
 }  // namespace platform

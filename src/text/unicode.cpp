@@ -1,19 +1,51 @@
 #include "text/unicode.h"
 
-#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 #include "text/scalar.h"
 
 namespace text {
 namespace {
 
-bool isAscii(char c) {
-  return static_cast<unsigned char>(c) < 0x80;
+/// Eight bytes of text as one number, so that ASCII is told and lowered eight bytes at a time.
+using EightBytes = std::uint64_t;
+
+constexpr EightBytes eightTimes(unsigned char byte) {
+  return EightBytes{0x0101010101010101} * byte;
 }
 
-char loweredAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+EightBytes eightBytesAt(const char* position) {
+  EightBytes bytes = 0;
+  std::memcpy(&bytes, position, sizeof bytes);
+  return bytes;
+}
+
+std::size_t asciiPrefixLength(std::string_view text) {
+  std::size_t length = 0;
+  while (length + sizeof(EightBytes) <= text.size() &&
+         (eightBytesAt(text.data() + length) & eightTimes(0x80)) == 0) {
+    length += sizeof(EightBytes);
+  }
+  while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80) ++length;
+  return length;
+}
+
+void lowerAscii(char* text, std::size_t length) {
+  std::size_t i = 0;
+  for (; i + sizeof(EightBytes) <= length; i += sizeof(EightBytes)) {
+    const EightBytes bytes = eightBytesAt(text + i);
+    // The sums reach a byte's top bit from 'A' on, and from the byte behind 'Z' on.
+    const EightBytes fromA = bytes + eightTimes(0x80 - 'A');
+    const EightBytes behindZ = bytes + eightTimes(0x80 - 'Z' - 1);
+    static_assert('a' - 'A' == 0x80 >> 2);
+    const EightBytes lowered = bytes | ((fromA & ~behindZ & eightTimes(0x80)) >> 2);
+    std::memcpy(text + i, &lowered, sizeof lowered);
+  }
+  for (; i < length; ++i) {
+    if (text[i] >= 'A' && text[i] <= 'Z') text[i] = static_cast<char>(text[i] + ('a' - 'A'));
+  }
 }
 
 /// The length in bytes of the first `count` characters; `counted` becomes how many there were.
@@ -41,12 +73,9 @@ std::size_t lengthOfCharacters(std::string_view text, std::size_t count, std::si
 
 void appendLowered(std::string_view text, std::string& out) {
   while (!text.empty()) {
-    const auto* end = std::find_if_not(text.begin(), text.end(), isAscii);
-    const auto ascii = static_cast<std::size_t>(end - text.begin());
-    const std::size_t start = out.size();
-    out.resize(start + ascii);
-    std::transform(text.begin(), end, out.begin() + static_cast<std::ptrdiff_t>(start),
-                   loweredAscii);
+    const std::size_t ascii = asciiPrefixLength(text);
+    out.append(text, 0, ascii);
+    lowerAscii(out.data() + out.size() - ascii, ascii);
     text.remove_prefix(ascii);
     if (text.empty()) break;
 
@@ -65,6 +94,16 @@ void appendLowered(std::string_view text, std::string& out) {
 std::string lowered(std::string_view text) {
   std::string out;
   appendLowered(text, out);
+  return out;
+}
+
+std::string withBytesOutsideUtf8Replaced(std::string_view text, char substitute) {
+  std::string out(text);
+  for (std::size_t position = 0; position < text.size();) {
+    const Scalar scalar = firstScalar(text.substr(position));
+    if (scalar.value < 0) out[position] = substitute;
+    position += scalar.length;
+  }
   return out;
 }
 

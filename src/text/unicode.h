@@ -15,6 +15,9 @@ std::string lowered(std::string_view text);
 /// Appends lowered(text) to `out`, which keeps its capacity between uses.
 void appendLowered(std::string_view text, std::string& out);
 
+/// `text` with `substitute` for every byte that is not UTF-8; all others keep their places.
+std::string withBytesOutsideUtf8Replaced(std::string_view text, char substitute);
+
 std::size_t characterCount(std::string_view text);
 
 /// The first `count` characters of `text`, or all of it when it has fewer.

@@ -28,10 +28,32 @@ TEST(Lowered, PassesOnBytesThatAreNotUtf8) {
   EXPECT_EQ(text::lowered("Z\xE2\x82"), "z\xE2\x82");
 }
 
+TEST(Lowered, LowersEveryAsciiByteAtEveryPlace) {
+  for (std::size_t size = 1; size < 20; ++size) {
+    for (std::size_t place = 0; place < size; ++place) {
+      for (int byte = 0; byte < 0x80; ++byte) {
+        const bool isCapital = byte >= 'A' && byte <= 'Z';
+        std::string text(size, '@');
+        std::string lower = text;
+        text[place] = static_cast<char>(byte);
+        lower[place] = static_cast<char>(isCapital ? byte + 0x20 : byte);
+        ASSERT_EQ(text::lowered(text), lower);
+        ASSERT_EQ(text::lowered(text + "Ä" + text), lower + "ä" + lower);
+      }
+    }
+  }
+}
+
 TEST(Lowered, AppendsToWhatIsThere) {
   std::string out = "X ";
   text::appendLowered("Y", out);
   EXPECT_EQ(out, "X y");
+}
+
+TEST(WithBytesOutsideUtf8Replaced, KeepsAllOthersInTheirPlaces) {
+  EXPECT_EQ(text::withBytesOutsideUtf8Replaced("a\xFFé\xE2\x80 b\xC3", '?'), "a?é?? b?");
+  EXPECT_EQ(text::withBytesOutsideUtf8Replaced("👩\xED\xA0\x80", '?'), "👩???");
+  EXPECT_EQ(text::withBytesOutsideUtf8Replaced("", '?'), "");
 }
 
 TEST(CharacterCount, CountsWhatAReaderSees) {

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <algorithm>
+#include <initializer_list>
+#include <string_view>
+
+namespace text {
+
+constexpr bool contains(std::string_view text, std::string_view part) {
+  return text.find(part) != std::string_view::npos;
+}
+
+constexpr bool containsAny(std::string_view text, std::initializer_list<std::string_view> parts) {
+  return std::any_of(parts.begin(), parts.end(),
+                     [text](std::string_view part) { return contains(text, part); });
+}
+
+}  // namespace text
