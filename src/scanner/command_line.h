@@ -1,0 +1,65 @@
+#pragma once
+
+#include <algorithm>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "scanner/marker_set.h"
+#include "text/unicode.h"
+
+namespace ProcessScanner {
+
+/// A command line as the rules see it: lowered and searched once, however many rules ask.
+/// Its buffers keep their capacity from one read to the next, so that a scan allocates for
+/// its longest line only. The texts it was given must outlive their use.
+class CommandLine {
+ public:
+  /// Starts over with these arguments; `joined` is the line that markers are looked for in.
+  void read(std::span<const std::string_view> arguments, std::string_view joined);
+
+  /// The same for texts that are lower case already; they are taken as they are.
+  void readLowered(std::span<const std::string_view> arguments, std::string_view lower);
+
+  /// As given: neither lowered nor checked.
+  std::span<const std::string_view> arguments() const { return arguments_; }
+
+  /// Whether the lowered line contains this marker.
+  bool has(const MarkerSet& marker) const { return found_.intersects(marker); }
+
+  /// Whether the lowered line contains any of these markers.
+  bool hasAny(const MarkerSet& markers) const { return found_.intersects(markers); }
+
+  /// Whether the test holds for any lowered argument. They are lowered one by one when this
+  /// is asked: few rules do, and only for few lines.
+  template <typename Test>
+  bool anyArgument(Test test) const {
+    return std::any_of(arguments_.begin(), arguments_.end(),
+                       [&](std::string_view argument) { return test(lowered(argument)); });
+  }
+
+  /// Whether one whole lowered argument is this text.
+  bool hasArgument(std::string_view text) const {
+    return anyArgument([text](std::string_view argument) { return argument == text; });
+  }
+
+ private:
+  std::string_view lowered(std::string_view argument) const {
+    if (isLowered_) return argument;
+    argument_.clear();
+    text::appendLowered(argument, argument_);
+    return argument_;
+  }
+
+  std::span<const std::string_view> arguments_;
+  bool isLowered_ = false;
+  MarkerSet found_;
+  std::string line_;              // lowered
+  mutable std::string argument_;  // the one that is being looked at, lowered
+};
+
+/// The strings as views; they must outlive the result.
+std::vector<std::string_view> viewsOf(std::span<const std::string> strings);
+
+}  // namespace ProcessScanner

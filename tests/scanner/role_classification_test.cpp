@@ -1,0 +1,162 @@
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+#include "fakes/row_name.h"
+#include "scanner/command_words.h"
+#include "scanner/process_scanner.h"
+
+namespace {
+
+using ProcessScanner::classifyLabRole;
+
+struct CommandRow {
+  const char* name;
+  const char* command;
+  LabRole role;
+};
+
+std::ostream& operator<<(std::ostream& out, const CommandRow& row) {
+  return out << row.command;
+}
+
+class CommandRole : public testing::TestWithParam<CommandRow> {};
+
+TEST_P(CommandRole, IsTheFirstThatARuleGives) {
+  const auto arguments = words(GetParam().command);
+  const LabRole role = classifyLabRole(arguments.front(), arguments, GetParam().command);
+  EXPECT_EQ(rawValue(role), rawValue(GetParam().role));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Wrappers, CommandRole,
+    testing::Values(CommandRow{"BashRunsTraining", "bash -c python train.py", LabRole::none},
+                    CommandRow{"WrapperByPath", "/usr/bin/nohup vllm serve", LabRole::none},
+                    CommandRow{"WrapperInCapitals", "/bin/ZSH -c ollama serve", LabRole::none},
+                    CommandRow{"Tee", "tee train.py", LabRole::none},
+                    CommandRow{"Caffeinate", "caffeinate ollama serve", LabRole::none},
+                    CommandRow{"Sh", "sh -c vllm", LabRole::none},
+                    CommandRow{"Fish", "fish -c vllm", LabRole::none},
+                    CommandRow{"Nice", "nice vllm", LabRole::none},
+                    CommandRow{"Timeout", "timeout 9 vllm", LabRole::none},
+                    CommandRow{"Script", "script -c vllm", LabRole::none},
+                    CommandRow{"DashIsNoWrapper", "dash -c vllm", LabRole::inference}),
+    rowName<CommandRow>);
+
+INSTANTIATE_TEST_SUITE_P(
+    Training, CommandRole,
+    testing::Values(
+        CommandRow{"TrainPyWithPort", "python train.py --port 8000", LabRole::training},
+        CommandRow{"MlxLora", "python -m mlx_lm.lora --train", LabRole::training},
+        CommandRow{"BeforeInference", "python train.py --eval-with vllm", LabRole::training},
+        CommandRow{"MentionsAServer", "python finetune.py --server http://x", LabRole::training},
+        CommandRow{"ScriptNamedAfterTraining",
+                   "python train_lora.py --model_name_or_path meta-llama/Llama-2-7b",
+                   LabRole::training},
+        CommandRow{"ScriptNamedWithDash", "python /x/Train-8B.PY", LabRole::training},
+        CommandRow{"ScriptThatOnlyEndsInTrain", "python my_train_8b.py", LabRole::none},
+        CommandRow{"TrainUnderscoreFolder", "python train_x/run.py", LabRole::none},
+        CommandRow{"TrainScriptThatIsNoPython", "python train_lora.sh", LabRole::none},
+        CommandRow{"NoInterpreter", "make train.py", LabRole::none},
+        CommandRow{"ServerWithLoraAdapter", "python -m mlx_lm.server --adapter-path lora",
+                   LabRole::inference},
+        CommandRow{"ServerWithPeft", "python serve.py --peft", LabRole::training},
+        CommandRow{"AdapterServer", "python server.py --adapter lora_weights", LabRole::none},
+        CommandRow{"GeneratesWithLora", "python -m mlx_lm generate --adapter lora",
+                   LabRole::inference},
+        CommandRow{"LoraWithoutServing", "python -m mlx_lm fuse --adapter lora", LabRole::training},
+        CommandRow{"LoraWeightsAlone", "python -m mlx_lm fuse x-lora.safetensors", LabRole::none},
+        CommandRow{"LoraWeightsInGguf", "python -m mlx_lm fuse x-lora.GGUF", LabRole::none}),
+    rowName<CommandRow>);
+
+INSTANTIATE_TEST_SUITE_P(
+    Inference, CommandRole,
+    testing::Values(
+        CommandRow{"LlamaServer", "llama-server -m model.gguf", LabRole::inference},
+        CommandRow{"LlamaServerInTheLine", "/opt/x --run llama-server", LabRole::inference},
+        CommandRow{"LlamaCppServer", "/src/llama.cpp/build/server", LabRole::inference},
+        CommandRow{"LlamaCppAlone", "/src/llama.cpp/main", LabRole::none},
+        CommandRow{"RapidMlx", "rapid-mlx", LabRole::inference},
+        CommandRow{"MlxGenerate", "python -m mlx_lm generate --model m", LabRole::inference},
+        CommandRow{"MlxServe", "mlx_lm serve", LabRole::inference},
+        CommandRow{"MlxAlone", "mlx_lm chat", LabRole::none},
+        CommandRow{"MlxGenerateAsPartOfAWord", "mlx_lm generated", LabRole::none},
+        CommandRow{"OllamaRunner", "/usr/local/bin/ollama runner --model x", LabRole::inference},
+        CommandRow{"OllamaServeByAnother", "env ollama serve", LabRole::inference},
+        CommandRow{"OllamaFolderServes", "/opt/ollama-1/bin/x serve", LabRole::inference},
+        CommandRow{"OllamaFolder", "/opt/ollama-1/bin/x list", LabRole::none},
+        CommandRow{"LmStudio", "/opt/LMStudio/x", LabRole::inference},
+        CommandRow{"LmStudioDotFolder", "/home/a/.lmstudio/bin/x", LabRole::inference},
+        CommandRow{"LmsServer", "lms server start", LabRole::inference},
+        CommandRow{"Vllm", "vllm x", LabRole::inference},
+        CommandRow{"Tgi", "text-generation-inference", LabRole::inference},
+        CommandRow{"TgiAsAWord", "tgi --x", LabRole::inference},
+        CommandRow{"TgiAtTheEnd", "run tgi", LabRole::none},
+        CommandRow{"LocalAi", "LocalAI", LabRole::inference},
+        CommandRow{"Jan", "/opt/jan.ai/x", LabRole::inference},
+        CommandRow{"Oobabooga", "oobabooga", LabRole::inference},
+        CommandRow{"Textgen", "textgen", LabRole::inference},
+        CommandRow{"TabbyApi", "tabbyapi", LabRole::inference},
+        CommandRow{"Kobold", "koboldcpp", LabRole::inference},
+        CommandRow{"GgufWithPort", "x a.gguf --port 1", LabRole::inference},
+        CommandRow{"SafetensorsWithHost", "x a.safetensors --host h", LabRole::inference},
+        CommandRow{"CommunityModelServed", "x mlx-community/m serve", LabRole::inference},
+        CommandRow{"CommunityModelOnAHost", "x a.gguf localhost", LabRole::inference},
+        CommandRow{"GgufAlone", "less a.gguf", LabRole::none}),
+    rowName<CommandRow>);
+
+INSTANTIATE_TEST_SUITE_P(
+    Agents, CommandRole,
+    testing::Values(CommandRow{"McpServer", "node mcp-server.js", LabRole::agent},
+                    CommandRow{"McpModule", "x -m zentho.mcp", LabRole::agent},
+                    CommandRow{"McpOverStdio", "mcp-thing --stdio", LabRole::agent},
+                    CommandRow{"McpAlone", "mcp-thing", LabRole::none},
+                    CommandRow{"McpModuleAtTheEnd", "mcp -m", LabRole::none},
+                    CommandRow{"LangChain", "x langchain", LabRole::agent},
+                    CommandRow{"LangGraph", "langgraph dev", LabRole::agent},
+                    CommandRow{"AutoGen", "AutoGenStudio", LabRole::agent},
+                    CommandRow{"CrewAi", "crewai run", LabRole::agent},
+                    CommandRow{"OpenInterpreter", "openinterpreter", LabRole::agent},
+                    CommandRow{"NodeGateway", "node gateway.js", LabRole::agent},
+                    CommandRow{"NodejsGateway", "/usr/bin/nodejs gateway.js", LabRole::agent},
+                    CommandRow{"NodeAlone", "node index.js", LabRole::none},
+                    CommandRow{"OthersGateway", "nodemon gateway.js", LabRole::none},
+                    CommandRow{"Jupyter", "jupyter-lab", LabRole::agent},
+                    CommandRow{"IPython", "ipython", LabRole::agent}),
+    rowName<CommandRow>);
+
+INSTANTIATE_TEST_SUITE_P(Ordinary, CommandRole,
+                         testing::Values(CommandRow{"Nothing", "", LabRole::none},
+                                         CommandRow{"Slashes", "///", LabRole::none},
+                                         CommandRow{"Editor", "vim notes.txt", LabRole::none},
+                                         CommandRow{"Python", "python3 app.py", LabRole::none}),
+                         rowName<CommandRow>);
+
+TEST(ClassifyLabRole, GoesByTheNameItIsGiven) {
+  const std::vector<std::string> none;
+  EXPECT_EQ(classifyLabRole("/usr/bin/Ollama/", none, ""), LabRole::inference);
+  EXPECT_EQ(classifyLabRole("LLAMA-SERVER", none, ""), LabRole::inference);
+  EXPECT_EQ(classifyLabRole("bash", words("vllm serve"), "vllm serve"), LabRole::none);
+  EXPECT_EQ(classifyLabRole("torch-x", none, "--max-steps"), LabRole::training);
+}
+
+TEST(ClassifyLabRole, ReadsArgumentsAndLineEachForItself) {
+  EXPECT_EQ(classifyLabRole("x", words("generate"), "mlx"), LabRole::inference);
+  EXPECT_EQ(classifyLabRole("x", words("chat"), "mlx generate"), LabRole::none);
+  EXPECT_EQ(classifyLabRole("python", words("Train"), ""), LabRole::training);
+  EXPECT_EQ(classifyLabRole("python", words("a/train_x.py"), "python"), LabRole::training);
+  EXPECT_EQ(classifyLabRole("x", words("vllm"), "x"), LabRole::none);
+  EXPECT_EQ(classifyLabRole("x", words("x"), "VLLM"), LabRole::inference);
+}
+
+TEST(ClassifyLabRole, LowersByUnicode) {
+  // The Kelvin sign is a capital k, and a dotted capital I is an i, scalar by scalar.
+  EXPECT_EQ(classifyLabRole("\u212Aobold", words("x"), "\u212Aobold"), LabRole::inference);
+  EXPECT_EQ(classifyLabRole("python", words("TRAİN"), "python"), LabRole::training);
+}
+
+TEST(WrapperExecutables, AreTen) {
+  EXPECT_EQ(ProcessScanner::wrapperExecutables().size(), 10U);
+}
+
+}  // namespace

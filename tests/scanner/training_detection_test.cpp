@@ -1,0 +1,192 @@
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+#include "fakes/row_name.h"
+#include "scanner/command_words.h"
+#include "scanner/process_scanner.h"
+
+namespace {
+
+using ProcessScanner::isTrainingProcess;
+
+bool trains(const std::string& exe, const std::string& lower, bool isServing = false) {
+  return isTrainingProcess(exe, lower, words(lower), isServing);
+}
+
+TEST(TrainingMarkers, MakeATrainingEvenOfAServer) {
+  for (const std::string marker : {"train.py",
+                                   "finetune.py",
+                                   "fine_tune.py",
+                                   "fine-tune.py",
+                                   "sft.py",
+                                   "dpo.py",
+                                   "pretrain.py",
+                                   "pre_train.py",
+                                   "rlhf.py",
+                                   "orpo.py",
+                                   "kto.py",
+                                   "grpo.py",
+                                   "finetune",
+                                   "fine-tune",
+                                   "fine_tune",
+                                   "finetuning",
+                                   "fine-tuning",
+                                   "fine_tuning",
+                                   "pretrain",
+                                   "pre-train",
+                                   "pre_train",
+                                   " train ",
+                                   "/train ",
+                                   "train/",
+                                   " train\t",
+                                   "--do-train",
+                                   "--do_train",
+                                   "do_train=true",
+                                   "--num-train",
+                                   "--num_train",
+                                   "--max-steps",
+                                   "--max_steps",
+                                   "--num-epochs",
+                                   "--num_epochs",
+                                   "--num-train-epochs",
+                                   "gradient_accumulation",
+                                   "grad_accum",
+                                   "grad_norm"}) {
+    const std::string line = "python <" + marker + ">";
+    EXPECT_TRUE(isTrainingProcess("python", line, {}, false)) << marker;
+    EXPECT_TRUE(isTrainingProcess("python", line, {}, true)) << marker;
+    EXPECT_FALSE(isTrainingProcess("perl", "<" + marker + ">", {}, false)) << marker;
+  }
+}
+
+TEST(LoraMarkers, MakeATrainingEvenOfAServer) {
+  for (const std::string marker :
+       {"mlx_lm.lora",    "mlx-lm.lora", "mlx_lm lora",  "mlx-lm lora",  "mlx.lora",
+        "qlora",          "q-lora",      "q_lora",       "rslora",       "dora",
+        "peft",           "lora_config", "lora-config",  "loraconfig",   "--lora-rank",
+        "--lora_rank",    "--lora-r",    "--lora-alpha", "--lora_alpha", "--lora-dropout",
+        "--lora_dropout", "--use-lora",  "--use_lora",   "lora_target",  "target_modules",
+        "get_peft_model", "sfttrainer",  "dpotrainer",   "orpotrainer",  "rewardtrainer",
+        "trl.trainer",    "trl sft",     "trl dpo",      "from trl"}) {
+    const std::string line = "python <" + marker + ">";
+    EXPECT_TRUE(isTrainingProcess("python", line, {}, false)) << marker;
+    EXPECT_TRUE(isTrainingProcess("python", line, {}, true)) << marker;
+  }
+}
+
+TEST(FrameworkMarkers, MakeATrainingEvenOfAServer) {
+  for (const std::string marker : {"torchrun",
+                                   "accelerate launch",
+                                   "deepspeed",
+                                   "unsloth",
+                                   "axolotl",
+                                   "llamafactory",
+                                   "llama-factory",
+                                   "llama_factory",
+                                   "torchtune",
+                                   "litgpt",
+                                   "autotrain",
+                                   "ms-swift",
+                                   "swift sft",
+                                   "huggingface/transformers",
+                                   "transformers.trainer",
+                                   "pytorch_lightning",
+                                   "lightning.pytorch",
+                                   "bitsandbytes",
+                                   "trainer.train",
+                                   ".train(",
+                                   "openai/finetune",
+                                   "openai api fine_tunes"}) {
+    const std::string line = "python <" + marker + ">";
+    EXPECT_TRUE(isTrainingProcess("python", line, {}, false)) << marker;
+    EXPECT_TRUE(isTrainingProcess("python", line, {}, true)) << marker;
+  }
+}
+
+struct DetectionRow {
+  const char* name;
+  const char* exe;
+  const char* lower;
+  bool isServing;
+  bool trains;
+};
+
+std::ostream& operator<<(std::ostream& out, const DetectionRow& row) {
+  return out << row.exe << " : " << row.lower;
+}
+
+class TrainingDetection : public testing::TestWithParam<DetectionRow> {};
+
+TEST_P(TrainingDetection, WeighsTheSigns) {
+  const DetectionRow& row = GetParam();
+  EXPECT_EQ(trains(row.exe, row.lower, row.isServing), row.trains);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Gate, TrainingDetection,
+    testing::Values(DetectionRow{"PythonInExe", "python3.12", "x --max-steps 1", false, true},
+                    DetectionRow{"PythonInLine", "x", "/env/python x --max-steps 1", false, true},
+                    DetectionRow{"TorchInExe", "torch-x", "x --max-steps 1", false, true},
+                    DetectionRow{"TorchInLineOnly", "x", "torch --max-steps 1", false, false},
+                    DetectionRow{"Torchrun", "x", "torchrun", false, true},
+                    DetectionRow{"Mlx", "x", "mlx --max-steps 1", false, true},
+                    DetectionRow{"Jax", "x", "jax --max-steps 1", false, true},
+                    DetectionRow{"Accelerate", "accelerate", "--max-steps 1", false, true},
+                    DetectionRow{"AccelerateInLine", "x", "accelerate launch", false, false},
+                    DetectionRow{"AccelerateAsPart", "accelerated", "--max-steps 1", false, false},
+                    DetectionRow{"DeepspeedInExe", "deepspeed-x", "--max-steps 1", false, true},
+                    DetectionRow{"DeepspeedInLine", "x", "deepspeed", false, false},
+                    DetectionRow{"Axolotl", "axolotl", "--max-steps 1", false, true},
+                    DetectionRow{"AxolotlInLine", "x", "axolotl train y", false, false},
+                    DetectionRow{"Unsloth", "x", "unsloth", false, true},
+                    DetectionRow{"LlamaFactory", "x", "llamafactory", false, true},
+                    DetectionRow{"LlamaDashFactory", "x", "llama-factory", false, true},
+                    DetectionRow{"LlamaUnderscoreFactory", "x", "llama_factory", false, false},
+                    DetectionRow{"Torchtune", "x", "torchtune", false, true},
+                    DetectionRow{"Litgpt", "x", "litgpt", false, true},
+                    DetectionRow{"Autotrain", "x", "autotrain", false, true}),
+    rowName<DetectionRow>);
+
+INSTANTIATE_TEST_SUITE_P(
+    Signs, TrainingDetection,
+    testing::Values(
+        DetectionRow{"NoSign", "python", "python x", false, false},
+        DetectionRow{"ElementTrainFirst", "python", "train", false, true},
+        DetectionRow{"ElementTrainLast", "python", "x train", false, true},
+        DetectionRow{"ElementTrainOption", "python", "x --train", true, true},
+        DetectionRow{"TrainAsPart", "python", "x trained", false, false},
+        DetectionRow{"TrainScript", "python", "x a/train_8b.py", true, true},
+        DetectionRow{"TrainDashScript", "python", "train-8b.py", true, true},
+        DetectionRow{"ScriptTrained", "python", "trained.py", false, false},
+        DetectionRow{"ScriptMyTrain", "python", "my_train_8b.py", false, false},
+        DetectionRow{"ScriptInTrainFolder", "python", "train_8b/x.py", false, false},
+        DetectionRow{"LoraAlone", "python", "x lora", false, false},
+        DetectionRow{"AdapterAlone", "python", "x adapter", false, false},
+        DetectionRow{"LoraBesideMlxLm", "python", "mlx_lm x lora", false, true},
+        DetectionRow{"LoraBesideMlxLmServing", "python", "mlx_lm x lora", true, false},
+        DetectionRow{"LoraBesideMlxDashLm", "python", "mlx-lm x lora", false, false},
+        DetectionRow{"LoraWeights", "python", "mlx_lm lora.gguf", false, true},
+        DetectionRow{"LoraWeightsOnly", "python", "mlx_lm x-lora.safetensors", false, false},
+        DetectionRow{"AdapterBesideTrainServing", "python", "x adapter --train", true, true},
+        DetectionRow{"PeftServing", "python", "x peft", true, true}),
+    rowName<DetectionRow>);
+
+TEST(IsTrainingProcess, ReadsArgumentsAndLineEachForItself) {
+  EXPECT_TRUE(isTrainingProcess("python", "", words("x train"), true));
+  EXPECT_FALSE(isTrainingProcess("x", "x", words("python train.py"), false));
+  EXPECT_TRUE(isTrainingProcess("x", "mlx_lm", words("my-lora"), false));
+  EXPECT_FALSE(isTrainingProcess("x", "mlx_lm my-lora", {}, false));
+}
+
+TEST(IsTrainingProcess, DoubtsAServerOnlyWhenItsLineNamesLora) {
+  EXPECT_FALSE(isTrainingProcess("x", "mlx_lm my-lora", words("my-lora"), true));
+  EXPECT_TRUE(isTrainingProcess("x", "mlx_lm", words("my-lora"), true));
+}
+
+TEST(IsTrainingProcess, TakesItsTextsAsTheyAre) {
+  EXPECT_FALSE(isTrainingProcess("PYTHON", "TRAIN.PY", words("TRAIN"), false));
+  EXPECT_FALSE(isTrainingProcess("python", "TRAIN.PY", words("TRAIN"), false));
+}
+
+}  // namespace
