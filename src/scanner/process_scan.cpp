@@ -1,0 +1,89 @@
+#include <algorithm>
+#include <array>
+
+#include "agents/launch_agent_scanner.h"
+#include "platform/processes.h"
+#include "platform/users.h"
+#include "scanner/command_line.h"
+#include "scanner/friendly_naming.h"
+#include "scanner/process_sampling.h"
+#include "scanner/process_scanner.h"
+#include "scanner/role_classification.h"
+#include "text/path.h"
+
+namespace ProcessScanner {
+namespace {
+
+/// The kernel and what runs the session: never shown.
+bool isExcluded(std::string_view name) {
+  return name == "kernel_task" || name == "launchd" || name == "WindowServer";
+}
+
+/// Training jobs first: an order of its own, not that of the declaration.
+int rank(LabRole role) {
+  switch (role) {
+    case LabRole::training:
+      return 0;
+    case LabRole::inference:
+      return 1;
+    case LabRole::agent:
+      return 2;
+    case LabRole::none:
+      break;
+  }
+  return 3;
+}
+
+std::vector<std::string> labelsOf(const std::vector<VordaLaunchAgent>& agents, std::int32_t pid) {
+  std::vector<std::string> labels;
+  for (const auto& agent : agents) {
+    if (agent.pid == pid) labels.push_back(agent.label);
+  }
+  return labels;
+}
+
+}  // namespace
+
+std::vector<VordaProcess> scan(double minMemMB) {
+  const auto agents = LaunchAgentScanner::scan();
+  const std::uint32_t ownUid = platform::ownUid();
+  const std::int32_t ownPid = platform::ownPid();
+
+  std::vector<VordaProcess> processes;
+  ProcessSampler sampler;
+  CommandLine line;
+  std::string exe;
+  for (const std::int32_t pid : platform::allPids()) {
+    if (pid < 1 || pid == ownPid) continue;
+    if (!sampler.sample(pid) || isExcluded(sampler.name())) continue;
+    const bool isProtected = sampler.uid() != ownUid;
+
+    line.read(sampler.arguments(), sampler.commandLine());
+    exe.clear();
+    text::appendLowered(text::lastPathComponent(sampler.name()), exe);
+    const LabRole role = roleOf(exe, line);
+    if (isProtected && role == LabRole::none) continue;
+    const double memMB = sampler.physicalFootprintMB();
+    if (memMB < minMemMB && role == LabRole::none) continue;
+
+    FriendlyName name = nameOf(line, sampler.name());
+    processes.push_back({.pid = pid,
+                         .displayName = std::move(name.displayName),
+                         .product = std::move(name.product),
+                         .memMB = memMB,
+                         .cpu = 0,
+                         .commandLine = redactSecrets(sampler.commandLine()),
+                         .labRole = role,
+                         .matchedAgents = labelsOf(agents, pid),
+                         .isProtected = isProtected,
+                         .ownerName = sampler.ownerName()});
+  }
+
+  std::stable_sort(processes.begin(), processes.end(), [](const auto& a, const auto& b) {
+    if (a.labRole != b.labRole) return rank(a.labRole) < rank(b.labRole);
+    return a.memMB > b.memMB;
+  });
+  return processes;
+}
+
+}  // namespace ProcessScanner
