@@ -1,0 +1,46 @@
+#include "frontends/text/text_front_end.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+
+#include "frontends/text/menu_text.h"
+
+namespace {
+
+struct NoWork : ScheduledWork {
+  void cancel() override {}
+};
+
+/// Makes a write to a reader that is gone an error, not the end of the process.
+class PipeSignalIgnored {
+ public:
+  PipeSignalIgnored() : earlier_(std::signal(SIGPIPE, SIG_IGN)) {}
+  ~PipeSignalIgnored() { std::signal(SIGPIPE, earlier_); }
+  PipeSignalIgnored(const PipeSignalIgnored&) = delete;
+  PipeSignalIgnored& operator=(const PipeSignalIgnored&) = delete;
+
+ private:
+  void (*earlier_)(int);
+};
+
+}  // namespace
+
+int TextFrontEnd::print(const Menu& menu, std::FILE* out) {
+  const std::string text = menuText(menu);
+  const PipeSignalIgnored ignored;
+  errno = 0;
+  if (std::fwrite(text.data(), 1, text.size(), out) == text.size() && std::fflush(out) == 0) {
+    return 0;
+  }
+  std::fprintf(stderr, "vorda: can't write the menu: %s\n", std::strerror(errno));
+  return 1;
+}
+
+std::shared_ptr<ScheduledWork> TextFrontEnd::every(double, std::function<void()>) {
+  return std::make_shared<NoWork>();
+}
+
+std::shared_ptr<ScheduledWork> TextFrontEnd::after(double, std::function<void()>) {
+  return std::make_shared<NoWork>();
+}

@@ -1,0 +1,107 @@
+#include "frontends/text/menu_text.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "fakes/row_name.h"
+
+namespace {
+
+std::string times(int count, const std::string& text) {
+  std::string result;
+  for (int i = 0; i < count; ++i) result += text;
+  return result;
+}
+
+struct Row {
+  const char* name;
+  std::vector<double> fractions;
+  double pressure;
+  std::string text;
+};
+
+class StripText : public testing::TestWithParam<Row> {};
+
+TEST_P(StripText, HasFortyCellsAndTheUsedShare) {
+  MemoryPressureView strip;
+  strip.pressure = GetParam().pressure;
+  for (const double fraction : GetParam().fractions) strip.segments.push_back({fraction});
+  EXPECT_EQ(stripText(strip), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , StripText,
+    testing::Values(Row{"Empty", {}, 0, "[" + times(40, "·") + "]  0%"},
+                    Row{"Half", {0.5}, 0.58, "[" + times(20, "A") + times(20, "·") + "]  58%"},
+                    Row{"InStripOrder",
+                        {0.25, 0.5, 0.1},
+                        1,
+                        "[" + times(10, "A") + times(20, "B") + times(4, "C") + times(6, "·") +
+                            "]  100%"},
+                    Row{"RoundedDown", {0.049, 0.0999}, 0, "[ABBB" + times(36, "·") + "]  0%"},
+                    Row{"AtLeastOneCell", {0.003, 0.0021}, 0, "[AB" + times(38, "·") + "]  0%"},
+                    Row{"ShrunkWhenTheyOverflow",
+                        {0.75, 0.5},
+                        0.5,
+                        "[" + times(24, "A") + times(16, "B") + "]  50%"},
+                    Row{"FullTrack", {1.0}, 0.9, "[" + times(40, "A") + "]  90%"},
+                    Row{"SmallBarsBeyondTheEndAreCutOff",
+                        {0.98, 0.003, 0.003},
+                        0,
+                        "[" + times(39, "A") + "B]  0%"},
+                    Row{"PercentageIsRounded", {}, 0.585, "[" + times(40, "·") + "]  58%"},
+                    Row{"PercentageIsRoundedUp", {}, 0.996, "[" + times(40, "·") + "]  100%"}),
+    rowName<Row>);
+
+Menu menuOf(std::vector<MenuItem> items) {
+  return {std::move(items)};
+}
+
+MenuItem stripItem(std::vector<Segment> segments) {
+  return {
+      .kind = MenuItem::Kind::strip,
+      .enabled = false,
+      .strip = std::make_shared<MemoryPressureView>(MemoryPressureView{std::move(segments), 0.25})};
+}
+
+TEST(MenuText, HasALinePerItem) {
+  const MenuItem process{.title = "★ Ollama Server  ·   1.5 GB",
+                         .process = ProcessReference{312, 1},
+                         .submenu = {{.title = "Quit"}}};
+  const MenuItem other{.title = "bash  ·    60 MB", .process = ProcessReference{313, {}}};
+  EXPECT_EQ(menuText(menuOf({stripItem({{0.1, {}, "x", 311}, {0.1, {}, "y", 312}}),
+                             {.title = "System   8.0 / 16 GB used", .enabled = false},
+                             {.kind = MenuItem::Kind::separator},
+                             {.title = "— Top RAM (colors match graph) —", .enabled = false},
+                             process,
+                             other,
+                             {.title = "Quit Vorda", .action = Action::quitApp}})),
+            "[AAAABBBB" + times(32, "·") +
+                "]  25%\n"
+                "System   8.0 / 16 GB used\n"
+                "\n"
+                "— Top RAM (colors match graph) —\n"
+                "★ Ollama Server  ·   1.5 GB  ·  pid 312  [B]\n"
+                "bash  ·    60 MB  ·  pid 313\n"
+                "Quit Vorda\n");
+}
+
+TEST(MenuText, MarksAProcessInEveryRowOfIts) {
+  const MenuItem row{.title = "x", .process = ProcessReference{5, {}}};
+  EXPECT_EQ(menuText(menuOf({row, stripItem({{1.0, {}, "x", 5}}), row})),
+            "x  ·  pid 5  [A]\n[" + times(40, "A") + "]  25%\nx  ·  pid 5  [A]\n");
+}
+
+TEST(MenuText, NobodysNameForgesALine) {
+  const MenuItem row{.title = "x\nQuit Vorda\x1B[2J\u202E", .process = ProcessReference{5, {}}};
+  EXPECT_EQ(menuText(menuOf({row})), "x\uFFFDQuit Vorda\uFFFD[2J\uFFFD  ·  pid 5\n");
+}
+
+TEST(MenuText, OfNothingIsEmpty) {
+  EXPECT_EQ(menuText({}), "");
+}
+
+}  // namespace
