@@ -1,0 +1,81 @@
+#include "platform/linux/job_files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "platform/linux/file_descriptor.h"
+#include "platform/linux/file_reader.h"
+#include "platform/linux/home.h"
+#include "platform/linux/unit_file.h"
+#include "platform/posix/utf8.h"
+
+namespace platform {
+namespace {
+
+constexpr std::string_view kSuffix = ".service";
+constexpr std::size_t kLongestFile = 4 << 20;
+
+bool isJobName(std::string_view name) {
+  if (!name.ends_with(kSuffix) || !isUtf8(name)) return false;
+  const std::string_view label = name.substr(0, name.size() - kSuffix.size());
+  return !label.empty() && !label.ends_with('@');
+}
+
+std::vector<std::string> jobNamesIn(const std::filesystem::path& folder) {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    if (auto name = entry->path().filename().string(); isJobName(name)) {
+      names.push_back(std::move(name));
+    }
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+bool isNullDevice(const struct stat& status) {
+  constexpr unsigned kMemoryDevices = 1;
+  constexpr unsigned kNull = 3;
+  return S_ISCHR(status.st_mode) && status.st_rdev == makedev(kMemoryDevices, kNull);
+}
+
+/// What the file holds; none when it is no regular file. Nothing else is opened: a device or a
+/// pipe could block, or act on it.
+std::optional<std::string_view> bytesOf(const std::string& path, FileReader& reader) {
+  struct stat status = {};
+  if (stat(path.c_str(), &status) != 0) return std::nullopt;
+  if (isNullDevice(status)) return "";
+  if (!S_ISREG(status.st_mode)) return std::nullopt;
+  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  return file.isOpen() ? reader.read(file.get()) : std::nullopt;
+}
+
+}  // namespace
+
+std::vector<JobFile> jobFilesIn(const std::filesystem::path& folder) {
+  std::vector<JobFile> files;
+  FileReader reader(kLongestFile);
+  for (const auto& name : jobNamesIn(folder)) {
+    std::string path = folder / name;
+    const auto bytes = bytesOf(path, reader);
+    if (!bytes) continue;
+    ServiceUnit unit = serviceUnit(*bytes);
+    files.push_back({.label = name.substr(0, name.size() - kSuffix.size()),
+                     .path = std::move(path),
+                     .programArguments = std::move(unit.command),
+                     .keepAlive = unit.keepAlive});
+  }
+  return files;
+}
+
+std::filesystem::path userUnitFolder() {
+  const auto config = userFolder("XDG_CONFIG_HOME", ".config");
+  return config.empty() ? config : config / "systemd/user";
+}
+
+}  // namespace platform

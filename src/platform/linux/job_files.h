@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "platform/launch_agents.h"
+
+namespace platform {
+
+/// The job files of one folder, by name: each NAME.service that is a regular file. Templates
+/// (NAME@.service) are left out. A masked one (a link to /dev/null) has no command.
+std::vector<JobFile> jobFilesIn(const std::filesystem::path& folder);
+
+/// Where the user's own unit files are: $XDG_CONFIG_HOME/systemd/user, else
+/// ~/.config/systemd/user; empty when there is no home.
+std::filesystem::path userUnitFolder();
+
+}  // namespace platform

@@ -1,0 +1,130 @@
+#include "platform/linux/job_files.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "tools/scoped_variable.h"
+#include "tools/temp_folder.h"
+
+namespace {
+
+using platform::JobFile;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class JobFilesIn : public testing::Test {
+ protected:
+  std::vector<JobFile> files() const { return platform::jobFilesIn(folder_.path()); }
+
+  std::vector<std::string> labels() const {
+    std::vector<std::string> labels;
+    for (const auto& file : files()) labels.push_back(file.label);
+    return labels;
+  }
+
+  TempFolder folder_;
+};
+
+TEST_F(JobFilesIn, TellWhatTheFileSays) {
+  folder_.write("ollama.service", "[Service]\nExecStart=-/usr/bin/ollama serve\nRestart=always\n");
+  const auto found = files();
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].label, "ollama");
+  EXPECT_EQ(found[0].path, folder_ / "ollama.service");
+  EXPECT_THAT(found[0].programArguments, ElementsAre("/usr/bin/ollama", "serve"));
+  EXPECT_TRUE(found[0].keepAlive);
+}
+
+TEST_F(JobFilesIn, ComeByName) {
+  for (const char* name : {"b.service", "a.service", "B.service", "c.d.service"}) {
+    folder_.write(name, "");
+  }
+  EXPECT_THAT(labels(), ElementsAre("B", "a", "b", "c.d"));
+}
+
+TEST_F(JobFilesIn, AreServicesOnly) {
+  for (const char* name : {"a.socket", "a.service.bak", "service", ".service", "a.SERVICE",
+                           "template@.service", "instance@one.service", "caf\xe9.service"}) {
+    folder_.write(name, "");
+  }
+  folder_.write("a.service.d/override.conf", "[Service]\nExecStart=/bin/a\n");
+  EXPECT_THAT(labels(), ElementsAre("instance@one"));
+}
+
+TEST_F(JobFilesIn, FollowLinksToFiles) {
+  folder_.write("elsewhere/real.service", "[Service]\nExecStart=/bin/a\n");
+  folder_.link("alias.service", (folder_ / "elsewhere/real.service").string());
+  const auto found = files();
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].label, "alias");
+  EXPECT_THAT(found[0].programArguments, ElementsAre("/bin/a"));
+}
+
+TEST_F(JobFilesIn, MaskedOnesHaveNoCommand) {
+  folder_.link("masked.service", "/dev/null");
+  folder_.write("empty.service", "");
+  const auto found = files();
+  ASSERT_EQ(found.size(), 2U);
+  for (const auto& file : found) {
+    EXPECT_THAT(file.programArguments, IsEmpty());
+    EXPECT_FALSE(file.keepAlive);
+  }
+}
+
+TEST_F(JobFilesIn, AreRegularFiles) {
+  std::filesystem::create_directory(folder_ / "folder.service");
+  ASSERT_EQ(mkfifo((folder_ / "pipe.service").c_str(), 0600), 0);
+  folder_.link("broken.service", "/nonexistent/x.service");
+  folder_.link("loop.service", "loop.service");
+  folder_.link("device.service", "/dev/zero");
+  folder_.link("terminal.service", "/dev/tty");
+  EXPECT_THAT(files(), IsEmpty());
+}
+
+TEST_F(JobFilesIn, MayBeHuge) {
+  std::string bytes(5 << 20, 'x');
+  const std::string start = "[Service]\nExecStart=/bin/a\n#";
+  bytes.replace(0, start.size(), start);
+  folder_.write("huge.service", bytes);
+  const auto found = files();
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_THAT(found[0].programArguments, ElementsAre("/bin/a"));
+}
+
+TEST_F(JobFilesIn, AFolderThatIsNotThereAreNone) {
+  EXPECT_THAT(platform::jobFilesIn(folder_ / "nonexistent"), IsEmpty());
+  EXPECT_THAT(platform::jobFilesIn(""), IsEmpty());
+  folder_.write("file", "");
+  EXPECT_THAT(platform::jobFilesIn(folder_ / "file"), IsEmpty());
+}
+
+TEST(UserUnitFolder, IsInTheConfigurationFolder) {
+  const ScopedVariable home("HOME", "/home/ada");
+  const ScopedVariable config("XDG_CONFIG_HOME", "/elsewhere");
+  EXPECT_EQ(platform::userUnitFolder(), "/elsewhere/systemd/user");
+}
+
+TEST(UserUnitFolder, IsElseInTheHomeFolder) {
+  const ScopedVariable home("HOME", "/home/ada");
+  for (const char* unusable : {"", "relative/path"}) {
+    const ScopedVariable config("XDG_CONFIG_HOME", unusable);
+    EXPECT_EQ(platform::userUnitFolder(), "/home/ada/.config/systemd/user") << unusable;
+  }
+  const ScopedVariable config("XDG_CONFIG_HOME", nullptr);
+  EXPECT_EQ(platform::userUnitFolder(), "/home/ada/.config/systemd/user");
+}
+
+TEST(JobFiles, AreTheUsersAndThenTheMachines) {
+  const TempFolder folder;
+  folder.write("systemd/user/zz-of-the-user.service", "");
+  const ScopedVariable config("XDG_CONFIG_HOME", folder.path().c_str());
+  const auto files = platform::jobFiles();
+  ASSERT_FALSE(files.empty());
+  EXPECT_EQ(files.front().label, "zz-of-the-user");
+  for (std::size_t i = 1; i < files.size(); ++i) {
+    EXPECT_TRUE(files[i].path.starts_with("/etc/systemd/user/")) << files[i].path;
+  }
+}
+
+}  // namespace
