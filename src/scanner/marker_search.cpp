@@ -7,9 +7,11 @@ namespace {
 static_assert(std::none_of(kMarkers.begin(), kMarkers.end(),
                            [](std::string_view marker) { return marker.empty(); }));
 
-constexpr std::size_t kLongestMarker =
-    std::max_element(kMarkers.begin(), kMarkers.end(),
-                     [](auto a, auto b) { return a.size() < b.size(); }) -> size();
+constexpr std::size_t kLongestMarker = [] {
+  std::size_t longest = 0;
+  for (const std::string_view marker : kMarkers) longest = std::max(longest, marker.size());
+  return longest;
+}();
 
 constexpr std::uint8_t byteOf(char c) {
   return static_cast<std::uint8_t>(c);

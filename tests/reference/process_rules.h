@@ -15,6 +15,11 @@ namespace reference {
 
 using Strings = std::vector<std::string>;
 
+/// The texts that are signs of training, of LoRA, and of a training framework.
+extern const Strings trainingMarkers;
+extern const Strings loraMarkers;
+extern const Strings frameworkMarkers;
+
 LabRole classifyLabRole(const std::string& name, const Strings& cmdline, const std::string& joined);
 
 bool isTrainingProcess(const std::string& exe, const std::string& lower, const Strings& args,

@@ -2,7 +2,6 @@
 #include "reference/text_rules.h"
 
 namespace reference {
-namespace {
 
 const Strings trainingMarkers{"train.py",
                               "finetune.py",
@@ -74,6 +73,8 @@ const Strings frameworkMarkers{"torchrun",
                                ".train(",
                                "openai/finetune",
                                "openai api fine_tunes"};
+
+namespace {
 
 bool gate(const std::string& exe, const std::string& lower) {
   if (contains(exe, "python")) return true;
