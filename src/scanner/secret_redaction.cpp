@@ -12,17 +12,16 @@ namespace {
 
 constexpr std::string_view kRedacted = "--api-key •••";
 
-/// An option named like a credential, the white space after it, and its value. \s and \S
-/// stand for all of Unicode's White_Space here; RE2's own know ASCII only.
+/// Unicode's White_Space, as the inside of a character class: RE2's own \s knows ASCII only.
+const std::string kWhiteSpace = R"(\x{09}-\x{0D}\x{20}\x{85}\x{A0}\x{1680}\x{2000}-\x{200A})"
+                                R"(\x{2028}\x{2029}\x{202F}\x{205F}\x{3000})";
+
+/// An option named like a credential, the white space after it, and its value:
+/// --(?:api[_-]?key|token|password|secret|auth|key)\s+\S+
 const RE2& secretFlag() {
-#define VORDA_WHITE_SPACE                                       \
-  R"(\x{09}-\x{0D}\x{20}\x{85}\x{A0}\x{1680}\x{2000}-\x{200A})" \
-  R"(\x{2028}\x{2029}\x{202F}\x{205F}\x{3000})"
-  static const RE2 pattern(
-      "(?i)--(?:api[_-]?key|token|password|secret|auth|key)"
-      "[" VORDA_WHITE_SPACE "]+[^" VORDA_WHITE_SPACE "]+",
-      RE2::Quiet);
-#undef VORDA_WHITE_SPACE
+  static const RE2 pattern("(?i)--(?:api[_-]?key|token|password|secret|auth|key)[" + kWhiteSpace +
+                               "]+[^" + kWhiteSpace + "]+",
+                           RE2::Quiet);
   if (!pattern.ok()) {
     std::fprintf(stderr, "vorda: the pattern for secrets does not compile: %s\n",
                  pattern.error().c_str());

@@ -44,7 +44,8 @@ std::string_view programWord(std::string_view title, const ProcessOrigin& origin
   }
   const std::string_view word = title.substr(0, title.find(kBlank));
   std::string_view name = text::lastPathComponent(word);
-  if (name.ends_with(':')) name.remove_suffix(1);
+  // "postgres: walwriter" reads well as it is; of "sshd: ada@pts/0" only "0" would be shown.
+  if (name.ends_with(':') && title.find('/') != std::string_view::npos) name.remove_suffix(1);
   return isProgramName(name, origin) ? word : std::string_view();
 }
 

@@ -15,8 +15,10 @@ struct ProcessOrigin {
 /// Fills name, commandLine and arguments from what /proc/PID/cmdline holds: strings that end
 /// with NULs, or one title that the process wrote over them, in which blanks stand for the
 /// NULs. A title is one when the block holds a single string, and the first word of that is
-/// the program: its path, or its name, with or without a ":" behind it ("nginx: worker
-/// process"); it is then cut at blanks. Blanks that pad a single string are dropped.
+/// the program: its path, or its name; it is then cut at blanks. So is one that begins with
+/// the name and a ":" if it holds a "/" ("sshd: ada@pts/0"); without one it is a name for
+/// people and stays whole ("nginx: worker process"). Blanks that pad a single string are
+/// dropped.
 /// The name is empty when there are neither arguments nor an executable.
 void readArguments(std::string_view block, const ProcessOrigin& origin, ProcessFacts& facts);
 
