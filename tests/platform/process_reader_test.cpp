@@ -47,11 +47,11 @@ TEST_F(ProcessReaderTest, ReadsArgumentsAndOwner) {
 }
 
 TEST_F(ProcessReaderTest, AsksTheExecutableWhatATitleIs) {
-  folder_.write("7/cmdline", "nginx: worker process\0\0\0"s);
+  folder_.write("7/cmdline", "nginx: master process /usr/sbin/nginx\0\0\0"s);
   folder_.link("7/exe", "/usr/sbin/nginx (deleted)");
   ASSERT_TRUE(reader_.read(7, facts_));
   EXPECT_EQ(facts_.name, "nginx");
-  EXPECT_THAT(facts_.arguments, ElementsAre("nginx:", "worker", "process"));
+  EXPECT_THAT(facts_.arguments, ElementsAre("nginx:", "master", "process", "/usr/sbin/nginx"));
 }
 
 TEST_F(ProcessReaderTest, AsksCommWhenTheExecutableIsHidden) {

@@ -89,13 +89,22 @@ TEST(ReadProcess, ReadsAHundredThousandArguments) {
   EXPECT_EQ(facts.arguments.back(), "argument");
 }
 
-TEST(ReadProcess, CutsATitleOfTheProgram) {
+TEST(ReadProcess, KeepsATitleForPeopleWhole) {
   const NamedProcess nginx("nginx", {"--title", "nginx: worker process"},
                            {"nginx", "-g", "daemon off; master_process on;"});
   ProcessFacts facts;
   ASSERT_TRUE(platform::readProcess(nginx.pid(), facts));
+  EXPECT_EQ(facts.name, "nginx: worker process");
+  EXPECT_THAT(facts.arguments, ElementsAre("nginx: worker process"));
+}
+
+TEST(ReadProcess, CutsATitleOfTheProgram) {
+  const NamedProcess nginx("nginx", {"--title", "nginx: master process ./nginx"},
+                           {"nginx", "-g", "daemon off; master_process on;"});
+  ProcessFacts facts;
+  ASSERT_TRUE(platform::readProcess(nginx.pid(), facts));
   EXPECT_EQ(facts.name, "nginx");
-  EXPECT_THAT(facts.arguments, ElementsAre("nginx:", "worker", "process"));
+  EXPECT_THAT(facts.arguments, ElementsAre("nginx:", "master", "process", "./nginx"));
 }
 
 TEST(ReadProcess, CutsATitlePaddedWithBlanks) {
@@ -111,7 +120,7 @@ TEST(ReadProcess, ReadsATitleLongerThanTheBlock) {
                           {"tool", "-x"});
   ProcessFacts facts;
   ASSERT_TRUE(platform::readProcess(tool.pid(), facts));
-  EXPECT_EQ(facts.name, "tool");
+  EXPECT_EQ(facts.name, "tool: a title that runs on into the environment");
   EXPECT_EQ(facts.commandLine, "tool: a title that runs on into the environment");
 }
 
