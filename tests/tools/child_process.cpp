@@ -15,7 +15,7 @@
 namespace {
 
 using Clock = std::chrono::steady_clock;
-constexpr std::chrono::seconds kPatience{10};
+constexpr std::chrono::seconds kPatience{60};
 
 /// Whether `fd` gives "ready\n" before the patience is over.
 bool saysReady(int fd) {

@@ -11,7 +11,7 @@
 class ChildProcess {
  public:
   /// Runs the program argv[0] and waits until it prints "ready"; a test that starts one
-  /// that doesn't within 10 seconds fails.
+  /// that doesn't within a minute fails.
   explicit ChildProcess(std::vector<std::string> argv);
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
@@ -19,8 +19,8 @@ class ChildProcess {
 
   pid_t pid() const { return pid_; }
 
-  /// Waits until it ends and reaps it: its wait status; none when it still runs after 10
-  /// seconds.
+  /// Waits until it ends and reaps it: its wait status; none when it still runs after a
+  /// minute.
   std::optional<int> wait();
 
   /// Waits until it has ended, and leaves it a zombie.

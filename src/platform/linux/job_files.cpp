@@ -1,15 +1,14 @@
 #include "platform/linux/job_files.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
 #include <algorithm>
 #include <string_view>
 
-#include "platform/linux/file_descriptor.h"
 #include "platform/linux/file_reader.h"
 #include "platform/linux/home.h"
+#include "platform/linux/regular_file.h"
 #include "platform/linux/unit_file.h"
 #include "platform/posix/utf8.h"
 
@@ -44,15 +43,11 @@ bool isNullDevice(const struct stat& status) {
   return S_ISCHR(status.st_mode) && status.st_rdev == makedev(kMemoryDevices, kNull);
 }
 
-/// What the file holds; none when it is no regular file. Nothing else is opened: a device or a
-/// pipe could block, or act on it.
+/// What the file holds; none when it is no regular file.
 std::optional<std::string_view> bytesOf(const std::string& path, FileReader& reader) {
   struct stat status = {};
-  if (stat(path.c_str(), &status) != 0) return std::nullopt;
-  if (isNullDevice(status)) return "";
-  if (!S_ISREG(status.st_mode)) return std::nullopt;
-  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  return file.isOpen() ? reader.read(file.get()) : std::nullopt;
+  if (stat(path.c_str(), &status) == 0 && isNullDevice(status)) return "";
+  return readRegularFile(path.c_str(), reader);
 }
 
 }  // namespace
