@@ -1,0 +1,48 @@
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/branding.h"
+#include "app/front_end_choice.h"
+#include "app/tray_program.h"
+#include "frontends/text/text_front_end.h"
+#include "ui/status_bar_controller.h"
+
+namespace {
+
+bool isSet(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
+Surroundings lookAround() {
+  return {.onTerminal = isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1,
+          .overSsh = isSet("SSH_CONNECTION") || isSet("SSH_TTY"),
+          .hasDisplay = isSet("WAYLAND_DISPLAY") || isSet("DISPLAY")};
+}
+
+int runText() {
+  TextFrontEnd frontEnd;
+  const StatusBarController controller(frontEnd, Branding::aboutAlert());
+  return frontEnd.print(controller.rootMenu(), stdout);
+}
+
+/// Returns only without a tray.
+void tryTray(const Surroundings& surroundings) {
+  const std::string program = findTrayProgram();
+  if (program.empty()) return;
+  if (surroundings.onTerminal) std::puts("vorda: running in the system tray");
+  std::fflush(stdout);
+  becomeTrayProgram(program);
+}
+
+}  // namespace
+
+int main() {
+  std::setlocale(LC_CTYPE, "");  // not LC_NUMERIC: figures are written alike everywhere
+  const Surroundings surroundings = lookAround();
+  if (chooseFrontEnd(surroundings) == FrontEndKind::tray) tryTray(surroundings);
+  return runText();  // the full-screen menu is not there yet
+}
