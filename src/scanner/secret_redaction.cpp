@@ -1,3 +1,5 @@
+#include "scanner/secret_redaction.h"
+
 #include <re2/re2.h>
 
 #include <cstdio>
@@ -9,8 +11,6 @@
 
 namespace ProcessScanner {
 namespace {
-
-constexpr std::string_view kRedacted = "--api-key •••";
 
 /// Unicode's White_Space, as the inside of a character class: RE2's own \s knows ASCII only.
 const std::string kWhiteSpace = R"(\x{09}-\x{0D}\x{20}\x{85}\x{A0}\x{1680}\x{2000}-\x{200A})"
@@ -32,18 +32,28 @@ const RE2& secretFlag() {
 
 }  // namespace
 
-std::string redactSecrets(std::string_view commandLine) {
-  if (!text::contains(commandLine, "--")) return std::string(commandLine);
+std::vector<TextSpan> secretMatches(std::string_view commandLine) {
+  std::vector<TextSpan> matches;
+  if (!text::contains(commandLine, "--")) return matches;
 
   // A byte that is not UTF-8 would match neither class, and so save the secret it stands in.
   const std::string searched = text::withBytesOutsideUtf8Replaced(commandLine, '?');
+  std::size_t at = 0;
+  re2::StringPiece match;
+  while (secretFlag().Match(searched, at, searched.size(), RE2::UNANCHORED, &match, 1)) {
+    const auto begin = static_cast<std::size_t>(match.data() - searched.data());
+    at = begin + match.size();
+    matches.push_back({begin, at});
+  }
+  return matches;
+}
+
+std::string redactSecrets(std::string_view commandLine) {
   std::string redacted;
   std::size_t end = 0;
-  re2::StringPiece match;
-  while (secretFlag().Match(searched, end, searched.size(), RE2::UNANCHORED, &match, 1)) {
-    const auto start = static_cast<std::size_t>(match.data() - searched.data());
-    redacted.append(commandLine, end, start - end).append(kRedacted);
-    end = start + match.size();
+  for (const TextSpan& match : secretMatches(commandLine)) {
+    redacted.append(commandLine, end, match.begin - end).append(kRedactedSecret);
+    end = match.end;
   }
   return redacted.append(commandLine, end);
 }

@@ -1,0 +1,116 @@
+#include "scanner/credential_mask.h"
+
+#include <algorithm>
+
+#include "scanner/credentials/credential_finder.h"
+#include "scanner/process_scanner.h"
+#include "scanner/secret_redaction.h"
+#include "text/ascii.h"
+
+namespace CredentialMask {
+namespace {
+
+using CredentialFinder::InArgument;
+
+std::string masked(std::string_view text, const std::vector<TextSpan>& values) {
+  std::string out;
+  std::size_t at = 0;
+  for (const TextSpan& value : values) {
+    out.append(text, at, value.begin - at).append(kMask);
+    at = value.end;
+  }
+  return out.append(text, at);
+}
+
+std::optional<std::vector<std::string>> masked(std::span<const std::string_view> arguments,
+                                               const std::vector<InArgument>& found) {
+  if (found.empty()) return std::nullopt;
+  std::vector<std::string> shown(arguments.begin(), arguments.end());
+  for (const auto& [argument, values] : found) shown[argument] = masked(shown[argument], values);
+  return shown;
+}
+
+/// The values found in the arguments, as places of the joined line.
+std::vector<TextSpan> inJoined(std::span<const std::string_view> arguments,
+                               const std::vector<InArgument>& found) {
+  std::vector<TextSpan> values;
+  std::size_t argument = 0;
+  std::size_t offset = 0;
+  for (const auto& [holder, spans] : found) {
+    for (; argument < holder; ++argument) offset += arguments[argument].size() + 1;
+    for (const TextSpan& span : spans) values.push_back({offset + span.begin, offset + span.end});
+  }
+  return values;
+}
+
+struct Replacement {
+  TextSpan span;
+  std::string_view text;
+};
+
+/// Appends what has to become of the parts of `value` that no match covers. `match` is the
+/// first that ends behind its beginning.
+void appendRest(std::string_view line, const TextSpan& value,
+                std::vector<TextSpan>::const_iterator match,
+                std::vector<TextSpan>::const_iterator end, std::vector<Replacement>& out) {
+  std::size_t begin = value.begin;
+  for (; match != end && match->begin < value.end; ++match) {
+    std::size_t rest = std::max(match->begin, begin);
+    while (rest > begin && text::isWhiteSpace(line[rest - 1])) --rest;
+    if (rest > begin) out.push_back({{begin, rest}, kMask});
+    begin = match->end;
+  }
+  if (begin >= value.end) return;
+  // Directly behind a match stands the rest of the value that its text shows as "•••".
+  out.push_back({{begin, value.end}, begin == value.begin ? kMask : ""});
+}
+
+/// The line with each match of the pattern replaced by its text, and what is left of the
+/// values masked. Both are in order.
+std::string redacted(std::string_view line, const std::vector<TextSpan>& matches,
+                     const std::vector<TextSpan>& values) {
+  std::vector<Replacement> replacements;
+  for (const TextSpan& match : matches) {
+    replacements.push_back({match, ProcessScanner::kRedactedSecret});
+  }
+  auto match = matches.begin();
+  for (const TextSpan& value : values) {
+    while (match != matches.end() && match->end <= value.begin) ++match;
+    appendRest(line, value, match, matches.end(), replacements);
+  }
+  std::sort(replacements.begin(), replacements.end(),
+            [](const auto& a, const auto& b) { return a.span.begin < b.span.begin; });
+
+  std::string out;
+  std::size_t at = 0;
+  for (const auto& [span, text] : replacements) {
+    out.append(line, at, span.begin - at).append(text);
+    at = span.end;
+  }
+  return out.append(line, at);
+}
+
+}  // namespace
+
+std::optional<std::vector<std::string>> maskedArguments(
+    std::span<const std::string_view> arguments) {
+  return masked(arguments, CredentialFinder::inArguments(arguments));
+}
+
+std::string maskedLine(std::string_view line) {
+  return masked(line, CredentialFinder::inLine(line));
+}
+
+Shown shown(std::span<const std::string_view> arguments, std::string_view joined) {
+  const auto matches = ProcessScanner::secretMatches(joined);
+  if (!CredentialFinder::mayHoldCredential(joined)) return {{}, redacted(joined, matches, {})};
+  const auto found = CredentialFinder::inArguments(arguments);
+  std::vector<TextSpan> values = inJoined(arguments, found);
+  // What has lost its boundaries before: "Authorization: Bearer x" in three arguments.
+  const auto inLine = CredentialFinder::inLine(joined);
+  values.insert(values.end(), inLine.begin(), inLine.end());
+  mergeSpans(values);
+  return {masked(arguments, found), redacted(joined, matches, values)};
+}
+
+}  // namespace CredentialMask

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+
+/// Letters, digits and case of ASCII alone, whatever the locale.
+namespace text {
+
+constexpr bool isUpper(char c) {
+  return c >= 'A' && c <= 'Z';
+}
+constexpr bool isLower(char c) {
+  return c >= 'a' && c <= 'z';
+}
+constexpr bool isLetter(char c) {
+  return isUpper(c) || isLower(c);
+}
+constexpr bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+constexpr bool isAlphanumeric(char c) {
+  return isLetter(c) || isDigit(c);
+}
+constexpr bool isHexDigit(char c) {
+  return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+/// Blank, tab, line feed and the like.
+constexpr bool isWhiteSpace(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+/// Whether a text, its capitals lowered, is this one, which has none.
+constexpr bool equalsLowered(std::string_view text, std::string_view lowerCase) {
+  return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
+                    [](char a, char b) { return (isUpper(a) ? a - 'A' + 'a' : a) == b; });
+}
+
+}  // namespace text
