@@ -5,6 +5,7 @@
 #include "platform/processes.h"
 #include "platform/users.h"
 #include "scanner/command_line.h"
+#include "scanner/credential_mask.h"
 #include "scanner/friendly_naming.h"
 #include "scanner/process_sampling.h"
 #include "scanner/process_scanner.h"
@@ -66,13 +67,15 @@ std::vector<VordaProcess> scan(double minMemMB) {
     const double memMB = sampler.physicalFootprintMB();
     if (memMB < minMemMB && role == LabRole::none) continue;
 
-    FriendlyName name = nameOf(line, sampler.name());
+    auto shown = CredentialMask::shown(sampler.arguments(), sampler.commandLine());
+    FriendlyName name = shown.arguments ? friendlyName(*shown.arguments, {})
+                                        : nameOf(line, CredentialMask::maskedLine(sampler.name()));
     processes.push_back({.pid = pid,
                          .displayName = std::move(name.displayName),
                          .product = std::move(name.product),
                          .memMB = memMB,
                          .cpu = 0,
-                         .commandLine = redactSecrets(sampler.commandLine()),
+                         .commandLine = std::move(shown.commandLine),
                          .labRole = role,
                          .matchedAgents = labelsOf(agents, pid),
                          .isProtected = isProtected,

@@ -1,0 +1,73 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/row_name.h"
+#include "fakes/scripted_platform.h"
+#include "scanner/process_scanner.h"
+
+namespace {
+
+VordaProcess scanned(std::vector<std::string> arguments, std::string name = "") {
+  resetMachine();
+  machine().processes = {{.pid = 7, .arguments = std::move(arguments), .name = std::move(name)}};
+  const auto processes = ProcessScanner::scan(0);
+  EXPECT_EQ(processes.size(), 1U);
+  return processes.empty() ? VordaProcess{} : processes.front();
+}
+
+struct NameRow {
+  const char* name;
+  std::vector<std::string> arguments;
+  const char* displayName;
+};
+
+void PrintTo(const NameRow& row, std::ostream* out) {
+  *out << row.name;
+}
+
+class NameWithACredential : public testing::TestWithParam<NameRow> {};
+
+TEST_P(NameWithACredential, IsMadeOfTheMaskedArguments) {
+  EXPECT_EQ(scanned(GetParam().arguments).displayName, GetParam().displayName);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, NameWithACredential,
+    testing::Values(
+        NameRow{"Model", {"llama-server", "-m", "sk-ant-api03-abc_def"}, "LM Studio: •••"},
+        NameRow{
+            "ModelInAUrl", {"llama-server", "--model", "https://u:p/w@h/m.gguf"}, "LM Studio: m"},
+        NameRow{"Port", {"mlx", "serve", "m", "--port", "ghp_abcdef"}, "MLX Server: m  (:•••)"},
+        NameRow{"Module", {"python", "-m", "HF_TOKEN=abc def"}, "Python: HF_TOKEN=•••"},
+        NameRow{"Script", {"python", "/x/hf_abcdefghijklmnop.py"}, "Python: •••.py"},
+        NameRow{"TrainedModel",
+                {"python", "-m", "mlx_lm.lora", "--model", "hf_abcdefghijklmnop"},
+                "LoRA fine-tune: •••"},
+        NameRow{"Executable", {"/opt/ghp_abcdef"}, "•••"},
+        NameRow{"ExecutableThatIsAUrl", {"https://u:pass@h"}, "u:•••@h"},
+        NameRow{"RewrittenTitle", {"worker --hf-token abc def"}, "worker --hf-token ••• def"},
+        NameRow{"Bundle", {"/Applications/sk-abc123def.app/Contents/x"}, "•••"}),
+    rowName<NameRow>);
+
+TEST(CredentialsInAScan, AreMaskedInANameThatComesFromThePath) {
+  EXPECT_EQ(scanned({}, "ghp_abcdef").displayName, "•••");
+}
+
+TEST(CredentialsInAScan, AreMaskedInTheCommandLine) {
+  EXPECT_EQ(scanned({"vllm", "serve", "m", "--hf-token", "a b", "--token", "c d"}).commandLine,
+            "vllm serve m --hf-token ••• --api-key •••");
+}
+
+TEST(CredentialsInAScan, LeaveTheRoleAsItIs) {
+  EXPECT_EQ(scanned({"x", "--hf-token", "vllm"}).labRole, LabRole::inference);
+  EXPECT_EQ(scanned({"x", "--hf-token", "y"}).labRole, LabRole::none);
+}
+
+TEST(CredentialsInAScan, LeaveNameAndProductAsTheyAreWhenTheyHoldNone) {
+  const auto process =
+      scanned({"python", "-m", "mlx_lm.server", "--model", "a/Qwen-7B", "--hf-token", "x"});
+  EXPECT_EQ(process.displayName, "MLX Server: Qwen 7B");
+  EXPECT_EQ(process.product, "MLX");
+}
+
+}  // namespace
