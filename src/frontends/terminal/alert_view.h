@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "frontends/terminal/cell_grid.h"
+#include "frontends/terminal/input.h"
+#include "frontends/terminal/screen.h"
+#include "ui/alert.h"
+
+namespace terminal {
+
+/// An alert as it is being answered: a box with the text, which scrolls when it is long, and
+/// the buttons below it.
+class AlertView {
+ public:
+  AlertView(Alert alert, const Look& look);
+
+  /// Breaks the text for a screen of that size, which is not too small.
+  void layOut(Size screen);
+  void paint(CellGrid& grid) const;
+
+  /// What FrontEnd::runModal answers, once the user has answered.
+  std::optional<int> handle(const Input& input);
+
+  std::size_t focusedButton() const { return focused_; }
+  const std::vector<std::string>& buttons() const { return buttons_; }
+
+ private:
+  int escapeAnswer() const;
+  std::optional<std::size_t> buttonAt(int x, int y) const;
+  void moveFocus(int step);
+  bool scrolls() const;
+  bool scrolled(const Input& input);
+
+  Alert alert_;
+  Look look_;
+  std::vector<std::string> buttons_;
+  std::size_t focused_ = 0;
+
+  std::vector<std::string> title_;
+  std::vector<std::string> text_;
+  std::size_t top_ = 0;  ///< the first line of the text in view
+  Box box_;
+  Box titleBox_;
+  Box textBox_;
+  std::vector<Box> buttonBoxes_;
+};
+
+}  // namespace terminal

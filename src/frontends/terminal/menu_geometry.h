@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+#include "frontends/terminal/cell_grid.h"
+#include "frontends/terminal/screen.h"
+
+namespace terminal {
+
+class MenuView;
+
+/// The smallest window in which the menu can be used.
+inline constexpr Size kSmallestSize{40, 10};
+
+constexpr bool isTooSmall(Size size) {
+  return size.width < kSmallestSize.width || size.height < kSmallestSize.height;
+}
+
+/// Where everything stands on a screen of a size that is not too small. A box without a
+/// height has no room.
+struct MenuGeometry {
+  Box header;
+  Box strip;
+  Box topRule;
+  Box list;
+  Box bottomRule;
+  Box toolTip;
+  Box keys;
+  std::optional<Box> submenu;  ///< with its frame; set while a submenu is open
+
+  int submenuHeight() const { return submenu ? submenu->height - 2 : 0; }
+
+  /// The row or submenu item that is seen at a place, if there is one.
+  std::optional<std::size_t> rowAt(int x, int y, const MenuView& view) const;
+  std::optional<std::size_t> submenuItemAt(int x, int y, const MenuView& view) const;
+};
+
+/// How many rows of the list are in view.
+int listHeight(Size size);
+
+MenuGeometry menuGeometry(Size size, const MenuView& view, const Look& look);
+
+}  // namespace terminal

@@ -1,0 +1,198 @@
+#include "frontends/terminal/menu_painter.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frontends/terminal/cell_text.h"
+#include "frontends/terminal/color_depth.h"
+#include "frontends/terminal/frame_painter.h"
+#include "frontends/terminal/menu_geometry.h"
+#include "frontends/terminal/menu_view.h"
+#include "frontends/terminal/strip_cells.h"
+#include "frontends/terminal/strip_painter.h"
+
+namespace terminal {
+namespace {
+
+constexpr int kLabelX = 1;
+constexpr int kTitleX = 3;  // to the right of the dot
+constexpr Style kFaint{.dim = true};
+
+/// "  [A]" for a process with a bar in the strip.
+std::string tagOf(const MenuItem& row, const MenuView& view) {
+  if (!row.process || view.strip() == nullptr) return {};
+  const auto letter = letterOf(*view.strip(), row.process->pid);
+  return letter ? "  [" + std::string(1, *letter) + "]" : std::string();
+}
+
+bool isLabel(const MenuItem& item) {
+  return item.kind == MenuItem::Kind::item && !item.enabled;
+}
+
+/// The summary at the top reads like the rest, the headings stand out, other grey labels
+/// step back.
+Style labelStyle(Items rows, std::size_t index) {
+  if (index > 0 && rows[index - 1].kind == MenuItem::Kind::separator) return {.bold = true};
+  for (std::size_t i = 0; i < index; ++i) {
+    if (rows[i].kind == MenuItem::Kind::separator) return kFaint;
+  }
+  return {};
+}
+
+void paintRow(CellGrid& grid, const Box& place, const MenuView& view, std::size_t index,
+              const Look& look) {
+  const MenuItem& row = view.rows()[index];
+  if (row.kind == MenuItem::Kind::separator) return;  // an empty line: the headings divide
+  const std::string title = look.signs.line(row.title);
+  const int room = place.width - 2;  // the last column is the scroll bar's
+  if (isLabel(row)) {
+    grid.write(kLabelX, place.y, title, labelStyle(view.rows(), index), room - kLabelX,
+               look.signs.ellipsis);
+    return;
+  }
+
+  const bool selected = view.cursor().selected() == index;
+  const std::string tag = tagOf(row, view);
+  const int tagColumns = columnsOf(tag);
+  const Style style{.reverse = selected};
+  if (selected) grid.fill({kTitleX - 1, place.y, room - kTitleX + 2, 1}, " ", style);
+  if (row.dot) {
+    const Style dot{.foreground = painted(*row.dot, Rgb{})};
+    grid.write(kLabelX, place.y, look.signs.dot, look.colored ? dot : Style{}, 1);
+  }
+  const int written =
+      grid.write(kTitleX, place.y, title, style, room - kTitleX - tagColumns, look.signs.ellipsis);
+  grid.write(kTitleX + written, place.y, tag, selected ? style : kFaint, tagColumns);
+}
+
+void paintList(CellGrid& grid, const MenuView& view, const Box& list, const Look& look) {
+  const std::size_t top = view.cursor().top();
+  for (int i = 0; i < list.height; ++i) {
+    const std::size_t index = top + static_cast<std::size_t>(i);
+    if (index >= view.rows().size()) break;
+    paintRow(grid, {list.x, list.y + i, list.width, 1}, view, index, look);
+  }
+  paintScrollBar(grid, list.right() - 1, list.y, list.height, top, view.rows().size(), look.signs);
+}
+
+/// The tooltip's lines in a row. Its first line, the full name, gives way to the facts where
+/// there is no room for both and the row shows it anyway.
+std::string joinedToolTip(const MenuItem& row, int columns, const Signs& signs) {
+  std::string_view rest = row.toolTip;
+  const std::string_view name = rest.substr(0, rest.find('\n'));
+  const bool shown = row.title.find(name) != std::string::npos && name.size() < rest.size();
+  std::string joined;
+  for (;;) {
+    const std::string_view line = rest.substr(0, rest.find('\n'));
+    joined += signs.line(line);
+    if (line.size() == rest.size()) break;
+    joined += signs.line(" · ");
+    rest.remove_prefix(line.size() + 1);
+  }
+  if (!shown || columnsOf(joined, columns) <= columns) return joined;
+  return joined.substr(signs.line(name).size() + signs.line(" · ").size());
+}
+
+void paintToolTip(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
+  const MenuItem* row = view.selectedRow();
+  if (row == nullptr || row->toolTip.empty()) return;
+  const std::string joined = joinedToolTip(*row, box.width * box.height - 8, look.signs);
+  // Wrapping ends where the box does: a name may be a hundred thousand characters long.
+  const int room = box.width - 2;
+  const std::vector<std::string> lines = wrapped(fitted(joined, room * (box.height + 1)), room);
+  const auto shown = std::min(lines.size(), static_cast<std::size_t>(box.height));
+  for (std::size_t i = 0; i < shown; ++i) {
+    const bool cut = i + 1 == shown && shown < lines.size();
+    const std::string line = cut ? lines[i] + " " + lines[i + 1] : lines[i];
+    grid.write(kLabelX, box.y + static_cast<int>(i), line, {}, room, look.signs.ellipsis);
+  }
+}
+
+struct KeyHint {
+  std::string key;
+  std::string_view meaning;
+};
+
+/// The keys of the moment; where there is little room the first ones, which are the most
+/// obvious, give way.
+void paintKeys(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
+  std::vector<KeyHint> hints{{std::string(look.signs.upDown), "Move"}};
+  if (view.submenuIsOpen()) {
+    hints.insert(hints.end(), {{"Enter", "Choose"}, {"Esc", "Back"}});
+  } else {
+    hints.insert(hints.end(), {{"Enter", "Open"}, {"r", "Refresh"}});
+  }
+  hints.insert(hints.end(), {{"?", "Keys"}, {"q", "Quit"}});
+
+  const auto columns = [](const KeyHint& hint) {
+    return columnsOf(hint.key) + 1 + columnsOf(hint.meaning) + 2;
+  };
+  int all = 0;
+  for (const KeyHint& hint : hints) all += columns(hint);
+  auto first = hints.begin();
+  for (; first != hints.end() && all - 2 > box.width - 2; ++first) all -= columns(*first);
+
+  int x = kLabelX;
+  for (; first != hints.end(); ++first) {
+    grid.write(x, box.y, first->key, {.bold = true}, box.width);
+    grid.write(x + columnsOf(first->key) + 1, box.y, first->meaning, kFaint, box.width);
+    x += columns(*first);
+  }
+}
+
+void paintSubmenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geometry,
+                  const Look& look) {
+  const Box& box = *geometry.submenu;
+  const Items items = view.submenuItems();
+  const ListCursor& cursor = view.submenuCursor();
+  paintFrame(grid, box, {}, {}, look.signs);
+  for (int i = 0; i < geometry.submenuHeight(); ++i) {
+    const std::size_t index = cursor.top() + static_cast<std::size_t>(i);
+    if (index >= items.size()) break;
+    const int y = box.y + 1 + i;
+    const MenuItem& item = items[index];
+    if (item.kind == MenuItem::Kind::separator) {
+      grid.fill({box.x + 1, y, box.width - 2, 1}, look.signs.horizontal, kFaint);
+      continue;
+    }
+    const bool selected = cursor.selected() == index;
+    const Style style = isLabel(item) ? kFaint : Style{.reverse = selected};
+    if (selected) grid.fill({box.x + 1, y, box.width - 2, 1}, " ", style);
+    grid.write(box.x + 2, y, look.signs.line(item.title), style, box.width - 4,
+               look.signs.ellipsis);
+  }
+  paintScrollBar(grid, box.right() - 1, box.y + 1, geometry.submenuHeight(), cursor.top(),
+                 items.size(), look.signs);
+}
+
+}  // namespace
+
+int columnsOfRow(const MenuItem& row, const MenuView& view, const Look& look) {
+  return kTitleX + columnsOf(look.signs.line(row.title)) + columnsOf(tagOf(row, view));
+}
+
+void paintMenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geometry,
+               const std::string& title, const Look& look) {
+  if (geometry.header.height > 0) {
+    grid.write(kLabelX, geometry.header.y, look.signs.line(title), {.bold = true},
+               geometry.header.width, look.signs.ellipsis);
+  }
+  if (const MemoryPressureView* strip = view.strip()) {
+    paintStrip(grid, *strip, geometry.strip, look);
+    if (geometry.header.height > 0) paintPressure(grid, *strip, geometry.header, look);
+  }
+  grid.fill(geometry.topRule, look.signs.horizontal, kFaint);
+  grid.fill(geometry.bottomRule, look.signs.horizontal, kFaint);
+  paintList(grid, view, geometry.list, look);
+  paintToolTip(grid, view, geometry.toolTip, look);
+  paintKeys(grid, view, geometry.keys, look);
+  if (geometry.submenu) paintSubmenu(grid, view, geometry, look);
+}
+
+void paintTooSmall(CellGrid& grid, const Look& look) {
+  grid.write(0, 0, "Vorda needs 40 x 10", {}, grid.size().width, look.signs.ellipsis);
+}
+
+}  // namespace terminal

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "frontends/terminal/cell_grid.h"
+#include "frontends/terminal/screen.h"
+#include "ui/menu.h"
+
+namespace terminal {
+
+class MenuView;
+struct MenuGeometry;
+
+/// Draws the whole menu, with its submenu if one is open. `title` is the program's own.
+void paintMenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geometry,
+               const std::string& title, const Look& look);
+
+/// The one line for a window in which nothing else fits.
+void paintTooSmall(CellGrid& grid, const Look& look);
+
+/// How many columns a row's dot, title and letter take.
+int columnsOfRow(const MenuItem& row, const MenuView& view, const Look& look);
+
+}  // namespace terminal

@@ -1,0 +1,189 @@
+#include "frontends/terminal/menu_view.h"
+
+#include <algorithm>
+
+#include "frontends/terminal/menu_geometry.h"
+
+namespace terminal {
+namespace {
+
+constexpr int kWheelRows = 3;
+
+using Request = MenuRequest::Kind;
+
+/// Moves a list as the keys that work in every list say; false for any other key.
+bool moved(ListCursor& cursor, Items items, const Input& input, int height) {
+  switch (input.kind) {
+    case Input::Kind::up:
+      cursor.moveUp(items, height);
+      return true;
+    case Input::Kind::down:
+      cursor.moveDown(items, height);
+      return true;
+    case Input::Kind::pageUp:
+      cursor.pageUp(items, height);
+      return true;
+    case Input::Kind::pageDown:
+      cursor.pageDown(items, height);
+      return true;
+    case Input::Kind::home:
+      cursor.home(items, height);
+      return true;
+    case Input::Kind::end:
+      cursor.end(items, height);
+      return true;
+    case Input::Kind::wheelUp:
+      cursor.scroll(items, -kWheelRows, height);
+      return true;
+    case Input::Kind::wheelDown:
+      cursor.scroll(items, kWheelRows, height);
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// The letters that stand for keys.
+Input translated(Input input) {
+  if (input.kind != Input::Kind::character) return input;
+  if (input.character == U'j') input.kind = Input::Kind::down;
+  if (input.character == U'k') input.kind = Input::Kind::up;
+  return input;
+}
+
+MenuRequest requestOf(char32_t character) {
+  switch (character) {
+    case U'r':
+      return {Request::refresh};
+    case U'q':
+      return {Request::quit};
+    case U'?':
+      return {Request::showKeys};
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+Items MenuView::rows() const {
+  if (menu_ == nullptr) return {};
+  const Items items(menu_->items);
+  const bool stripFirst = !items.empty() && items.front().kind == MenuItem::Kind::strip;
+  return stripFirst ? items.subspan(1) : items;
+}
+
+const MemoryPressureView* MenuView::strip() const {
+  if (menu_ == nullptr || menu_->items.empty()) return nullptr;
+  return menu_->items.front().strip.get();
+}
+
+const MenuItem* MenuView::selectedRow() const {
+  const auto index = cursor_.selected();
+  return index && *index < rows().size() ? &rows()[*index] : nullptr;
+}
+
+Items MenuView::submenuItems() const {
+  return selectedRow() != nullptr ? Items(selectedRow()->submenu) : Items();
+}
+
+void MenuView::remember() {
+  selectedKey_.reset();
+  if (selectedRow() != nullptr) selectedKey_ = keyOf(rows(), *cursor_.selected());
+}
+
+void MenuView::rebuilt(const Menu& menu, int height) {
+  menu_ = &menu;
+  const auto row = selectedKey_ ? findRow(rows(), *selectedKey_) : std::nullopt;
+  if (row) {
+    cursor_.follow(rows(), *row, height);
+  } else {
+    cursor_.selectNearest(rows(), cursor_.selected().value_or(0), height);
+    submenu_.reset();
+  }
+  remember();
+  if (submenu_) {
+    if (submenuItems().empty()) {
+      submenu_.reset();
+    } else {
+      submenu_->selectNearest(submenuItems(), submenu_->selected().value_or(0),
+                              static_cast<int>(submenuItems().size()));
+    }
+  }
+}
+
+void MenuView::openSubmenu() {
+  if (submenuItems().empty()) return;
+  submenu_.emplace();
+  submenu_->selectNearest(submenuItems(), 0, static_cast<int>(submenuItems().size()));
+}
+
+void MenuView::resized(const MenuGeometry& geometry) {
+  cursor_.clamp(rows(), geometry.list.height);
+  cursor_.reveal(rows(), geometry.list.height);
+  if (submenu_ && geometry.submenu) submenu_->reveal(submenuItems(), geometry.submenuHeight());
+}
+
+MenuRequest MenuView::handle(const Input& input, const MenuGeometry& geometry) {
+  const Input key = translated(input);
+  MenuRequest request;
+  if (key.kind == Input::Kind::character) {
+    request = requestOf(key.character);
+  } else if (key.kind == Input::Kind::click) {
+    request = handleClick(key, geometry);
+  } else if (submenu_) {
+    request = handleInSubmenu(key, geometry.submenuHeight());
+  } else {
+    request = handleInList(key, geometry.list.height);
+  }
+  remember();
+  return request;
+}
+
+/// What Enter (or Right, which opens but never performs) does with the selection.
+MenuRequest MenuView::choose(bool performs) {
+  const MenuItem* row = selectedRow();
+  if (row == nullptr) return {};
+  if (!row->submenu.empty()) return {Request::openSubmenu};
+  if (performs && row->action != Action::none) return {Request::perform, row};
+  return {};
+}
+
+MenuRequest MenuView::handleInList(const Input& input, int height) {
+  if (moved(cursor_, rows(), input, height)) return {};
+  const bool enter = input.kind == Input::Kind::enter;
+  return enter || input.kind == Input::Kind::right ? choose(enter) : MenuRequest{};
+}
+
+MenuRequest MenuView::handleInSubmenu(const Input& input, int height) {
+  if (moved(*submenu_, submenuItems(), input, height)) return {};
+  if (input.kind == Input::Kind::left || input.kind == Input::Kind::escape) {
+    closeSubmenu();
+    return {Request::closeSubmenu};
+  }
+  const auto index = submenu_->selected();
+  if (input.kind != Input::Kind::enter || !index) return {};
+  return {Request::perform, &submenuItems()[*index]};
+}
+
+MenuRequest MenuView::handleClick(const Input& input, const MenuGeometry& geometry) {
+  if (submenu_ && geometry.submenu && geometry.submenu->contains(input.x, input.y)) {
+    const auto index = geometry.submenuItemAt(input.x, input.y, *this);
+    if (!index || !isSelectable(submenuItems()[*index])) return {};
+    submenu_->select(submenuItems(), *index, geometry.submenuHeight());
+    return {Request::perform, &submenuItems()[*index]};
+  }
+
+  const bool wasOpen = submenu_.has_value();
+  closeSubmenu();
+  const auto index = geometry.rowAt(input.x, input.y, *this);
+  if (!index || !isSelectable(rows()[*index])) {
+    return {wasOpen ? Request::closeSubmenu : Request::nothing};
+  }
+  const bool onItsOwnRow = wasOpen && cursor_.selected() == index;
+  cursor_.select(rows(), *index, geometry.list.height);
+  if (onItsOwnRow) return {Request::closeSubmenu};
+  return choose(true);
+}
+
+}  // namespace terminal

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+
+#include "frontends/terminal/input.h"
+#include "frontends/terminal/list_cursor.h"
+#include "frontends/terminal/row_key.h"
+#include "ui/menu.h"
+
+namespace terminal {
+
+struct MenuGeometry;
+
+/// What the user asks for beyond moving about in the menu.
+struct MenuRequest {
+  enum class Kind { nothing, openSubmenu, closeSubmenu, perform, refresh, showKeys, quit };
+
+  Kind kind = Kind::nothing;
+  const MenuItem* item = nullptr;  ///< of Kind::perform
+};
+
+/// The menu as it is being used: what is selected, what is in view, whether the selected
+/// row's submenu is open. It shows the controller's own menu, which outlives it.
+class MenuView {
+ public:
+  /// The menu was built anew. The selection stays on what it was about, or else on its place.
+  /// An open submenu stays with its row and closes when that is gone.
+  void rebuilt(const Menu& menu, int height);
+
+  Items rows() const;  ///< without the strip, which does not scroll
+  const MemoryPressureView* strip() const;
+  const ListCursor& cursor() const { return cursor_; }
+  const MenuItem* selectedRow() const;
+  /// What the selected row is about, if one is selected.
+  const std::optional<RowKey>& selectedKey() const { return selectedKey_; }
+
+  bool submenuIsOpen() const { return submenu_.has_value(); }
+  Items submenuItems() const;
+  const ListCursor& submenuCursor() const { return *submenu_; }
+
+  void openSubmenu();
+  void closeSubmenu() { submenu_.reset(); }
+
+  /// Moves as the key or click says, in the menu as it stands on screen.
+  MenuRequest handle(const Input& input, const MenuGeometry& geometry);
+  /// The window has another size: what is selected stays in view.
+  void resized(const MenuGeometry& geometry);
+
+ private:
+  MenuRequest handleInList(const Input& input, int height);
+  MenuRequest handleInSubmenu(const Input& input, int height);
+  MenuRequest handleClick(const Input& input, const MenuGeometry& geometry);
+  MenuRequest choose(bool performs);
+  void remember();
+
+  const Menu* menu_ = nullptr;
+  ListCursor cursor_;
+  std::optional<RowKey> selectedKey_;
+  std::optional<ListCursor> submenu_;
+};
+
+}  // namespace terminal

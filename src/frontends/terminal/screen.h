@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+
+#include "frontends/terminal/cell_grid.h"
+#include "frontends/terminal/input.h"
+#include "frontends/terminal/signs.h"
+
+namespace terminal {
+
+/// What the terminal can show.
+struct Look {
+  Signs signs = Signs::unicode();
+  bool colored = true;
+};
+
+/// A terminal with its keys and its clock, as far as the menu needs them.
+class Screen {
+ public:
+  virtual ~Screen() = default;
+
+  virtual const Look& look() const = 0;
+  virtual Size size() const = 0;
+  virtual void draw(const CellGrid& grid) = 0;
+
+  /// The next thing that happens; Kind::nothing after that many seconds. Without a time it
+  /// waits until something happens.
+  virtual Input nextInput(std::optional<double> seconds) = 0;
+
+  /// Seconds on a clock that only goes forward.
+  virtual double now() const = 0;
+};
+
+}  // namespace terminal

@@ -1,0 +1,60 @@
+#include "frontends/terminal/strip_cells.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace terminal {
+namespace {
+
+constexpr double kMarkerShare = 0.08;
+
+}  // namespace
+
+std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns) {
+  if (columns <= 0) return {};
+  const auto width = static_cast<std::size_t>(columns);
+  std::vector<StripCell> cells(width);
+
+  std::size_t x = 0;
+  for (std::size_t i = 0; i < strip.segments.size() && x < width; ++i) {
+    const double share = strip.segments[i].fraction * strip.scale() * columns;
+    const auto length = static_cast<std::size_t>(std::clamp(share, 1.0, double(columns)));
+    cells[x].startsBar = true;
+    for (const std::size_t end = std::min(x + length, width); x < end; ++x) cells[x].segment = i;
+    cells[x - 1].endsBar = true;
+  }
+
+  const auto marked = static_cast<std::size_t>(std::max(1L, std::lround(kMarkerShare * columns)));
+  for (std::size_t i = width - std::min(marked, width); i < width; ++i) cells[i].marker = true;
+  return cells;
+}
+
+char letterOf(std::size_t segment) {
+  return segment < 26 ? static_cast<char>('A' + segment) : '+';
+}
+
+std::optional<char> letterOf(const MemoryPressureView& strip, std::int32_t pid) {
+  const auto found = std::find_if(strip.segments.begin(), strip.segments.end(),
+                                  [&](const Segment& segment) { return segment.pid == pid; });
+  if (found == strip.segments.end()) return std::nullopt;
+  return letterOf(static_cast<std::size_t>(found - strip.segments.begin()));
+}
+
+Pressure pressureOf(const MemoryPressureView& strip) {
+  if (strip.pressure < 0.55) return Pressure::low;
+  return strip.pressure < 0.8 ? Pressure::medium : Pressure::high;
+}
+
+Color markerColor(Pressure pressure) {
+  switch (pressure) {
+    case Pressure::low:
+      return {0.2, 0.9, 0.45};
+    case Pressure::medium:
+      return {0.95, 0.85, 0.2};
+    case Pressure::high:
+      break;
+  }
+  return {1.0, 0.35, 0.3};
+}
+
+}  // namespace terminal

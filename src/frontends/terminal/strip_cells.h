@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "ui/memory_pressure_view.h"
+
+namespace terminal {
+
+/// One column of the strip.
+struct StripCell {
+  std::optional<std::size_t> segment;  ///< the bar that covers it; none: empty track
+  bool startsBar = false;
+  bool endsBar = false;
+  bool marker = false;  ///< the pressure marker lies over it
+
+  bool operator==(const StripCell&) const = default;
+};
+
+/// The strip in that many columns: each bar its share of them, rounded down but at least one,
+/// as far as there is room; the marker over the rightmost 8 %, at least one.
+std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns);
+
+/// The letter that ties a bar to its rows: A, B, C … from the left.
+char letterOf(std::size_t segment);
+
+/// The letter of a process that has a bar.
+std::optional<char> letterOf(const MemoryPressureView& strip, std::int32_t pid);
+
+enum class Pressure { low, medium, high };
+
+/// By the thresholds of the marker's colours.
+Pressure pressureOf(const MemoryPressureView& strip);
+
+/// The marker's colour, without its transparency.
+Color markerColor(Pressure pressure);
+
+}  // namespace terminal

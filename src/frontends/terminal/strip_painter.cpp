@@ -1,0 +1,96 @@
+#include "frontends/terminal/strip_painter.h"
+
+#include <cmath>
+#include <string_view>
+
+#include "frontends/terminal/cell_text.h"
+#include "frontends/terminal/color_depth.h"
+#include "frontends/terminal/strip_cells.h"
+#include "text/format.h"
+
+namespace terminal {
+namespace {
+
+constexpr Rgb kTrack{38, 38, 38};
+constexpr Color kDivider = Color::white(0, 0.5);
+constexpr int kPercentColumns = 6;  // "  100%"
+
+std::string_view markerSign(Pressure pressure, const Signs& signs) {
+  switch (pressure) {
+    case Pressure::low:
+      return signs.pressureLow;
+    case Pressure::medium:
+      return signs.pressureMedium;
+    case Pressure::high:
+      break;
+  }
+  return signs.pressureHigh;
+}
+
+/// Letters and signs alone.
+void paintPlain(CellGrid& grid, const MemoryPressureView& strip, const Box& track,
+                const Look& look) {
+  const std::vector<StripCell> cells = stripCells(strip, track.width - 2);
+  grid.write(track.x, track.y, "[", {}, 1);
+  int x = track.x + 1;
+  for (const StripCell& cell : cells) {
+    if (cell.marker) {
+      grid.write(x, track.y, markerSign(pressureOf(strip), look.signs), {}, 1);
+    } else if (cell.segment) {
+      grid.write(x, track.y, std::string(1, letterOf(*cell.segment)), {}, 1);
+    } else {
+      grid.write(x, track.y, look.signs.emptyTrack, {}, 1);
+    }
+    ++x;
+  }
+  grid.write(x, track.y, "]", {}, 1);
+}
+
+void paintColored(CellGrid& grid, const MemoryPressureView& strip, const Box& track,
+                  const Look& look) {
+  const std::vector<StripCell> cells = stripCells(strip, track.width);
+  const Rgb marker = painted(markerColor(pressureOf(strip)), kTrack);
+  int x = track.x;
+  for (const StripCell& cell : cells) {
+    const Rgb bar = cell.segment ? painted(strip.segments[*cell.segment].color, kTrack) : kTrack;
+    const Rgb ground = cell.marker ? marker : bar;
+    Style style{.foreground = readableOn(ground), .background = ground};
+    std::string shown = " ";
+    if (cell.startsBar) {
+      shown = letterOf(*cell.segment);
+    } else if (cell.endsBar) {
+      shown = look.signs.divider;
+      style.foreground = painted(kDivider, ground);
+    }
+    grid.write(x, track.y, shown, style, 1);
+    ++x;
+  }
+}
+
+}  // namespace
+
+void paintStrip(CellGrid& grid, const MemoryPressureView& strip, const Box& box, const Look& look) {
+  if (box.height < 1) return;
+  const Box track{box.x + 1, box.y, box.width - 2 - kPercentColumns, 1};
+  if (look.colored) {
+    paintColored(grid, strip, track, look);
+  } else {
+    paintPlain(grid, strip, track, look);
+  }
+  const auto percent = text::format("%5ld%%", std::lround(strip.pressure * 100));
+  grid.write(track.right(), box.y, percent, {}, kPercentColumns);
+}
+
+void paintPressure(CellGrid& grid, const MemoryPressureView& strip, const Box& box,
+                   const Look& look) {
+  static constexpr std::string_view kWords[] = {"low", "medium", "high"};
+  const Pressure pressure = pressureOf(strip);
+  const std::string words =
+      "Memory pressure " + std::string(kWords[static_cast<std::size_t>(pressure)]);
+  // Bold rather than yellow on white: the ground is the terminal's own.
+  const Style style{.bold = look.colored && pressure != Pressure::low};
+  const int columns = columnsOf(words);
+  grid.write(box.right() - 1 - columns, box.y, words, style, columns);
+}
+
+}  // namespace terminal

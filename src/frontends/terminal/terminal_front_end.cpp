@@ -1,0 +1,199 @@
+#include "frontends/terminal/terminal_front_end.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "frontends/terminal/keys_help.h"
+#include "frontends/terminal/menu_painter.h"
+#include "ui/status_bar_controller.h"
+
+using terminal::Input;
+using terminal::MenuRequest;
+
+namespace {
+
+constexpr double kKeyRepeat = 0.15;  // seconds; keyboards repeat a held key faster than this
+
+}  // namespace
+
+void TerminalFrontEnd::run(StatusBarController& controller) {
+  controller_ = &controller;
+  while (!ended_) handle(nextInput());
+  controller_ = nullptr;
+}
+
+/// Shows the present state, waits for what happens next, and does the work that is due. Work
+/// that changes rows never comes between what the user saw and what the user did.
+Input TerminalFrontEnd::nextInput() {
+  work_.run(screen_.now());
+  if (needsDrawing_ && !ended_) draw();
+  if (ended_) return {.kind = Input::Kind::ended};
+  std::optional<double> wait = work_.nextDue();
+  if (wait) wait = std::max(*wait - screen_.now(), 0.0);
+  const Input input = screen_.nextInput(wait);
+  if (input.kind == Input::Kind::ended) ended_ = true;
+  if (input.kind != Input::Kind::nothing) needsDrawing_ = true;
+  return input;
+}
+
+terminal::MenuGeometry TerminalFrontEnd::geometry() const {
+  return terminal::menuGeometry(screen_.size(), view_, screen_.look());
+}
+
+void TerminalFrontEnd::draw() {
+  needsDrawing_ = false;
+  const terminal::Size size = screen_.size();
+  terminal::CellGrid grid(size);
+  if (terminal::isTooSmall(size)) {
+    terminal::paintTooSmall(grid, screen_.look());
+  } else {
+    if (size != drawnSize_) {
+      view_.resized(geometry());
+      layOut(alert_);
+      drawnSize_ = size;
+    }
+    terminal::paintMenu(grid, view_, geometry(), title_, screen_.look());
+    if (alert_ != nullptr) alert_->paint(grid);
+  }
+  screen_.draw(grid);
+}
+
+void TerminalFrontEnd::layOut(terminal::AlertView* alert) const {
+  const terminal::Size size = screen_.size();
+  if (alert != nullptr && !terminal::isTooSmall(size)) alert->layOut(size);
+}
+
+void TerminalFrontEnd::handle(const Input& input) {
+  const bool tooSmall = terminal::isTooSmall(screen_.size());
+  const bool quits = input.kind == Input::Kind::character && input.character == U'q';
+  if (tooSmall && !quits) return;  // nobody sees what a key would do
+  if (isHeldEnter(input)) return;
+
+  const MenuRequest request = view_.handle(input, geometry());
+  switch (request.kind) {
+    case MenuRequest::Kind::nothing:
+      break;
+    case MenuRequest::Kind::openSubmenu:
+      openSubmenu();
+      break;
+    case MenuRequest::Kind::closeSubmenu:
+      reportClosed();
+      break;
+    case MenuRequest::Kind::perform:
+      perform(*request.item);
+      enterChose_ = input.kind == Input::Kind::enter;
+      lastEnter_ = screen_.now();
+      break;
+    case MenuRequest::Kind::refresh:
+      controller_->perform(MenuItem{.action = Action::refreshNow});
+      if (!view_.submenuIsOpen()) reportClosed();  // its process may be gone
+      break;
+    case MenuRequest::Kind::showKeys:
+      runModal(terminal::keysAlert());
+      break;
+    case MenuRequest::Kind::quit:
+      controller_->perform(MenuItem{.action = Action::quitApp});
+      break;
+  }
+}
+
+/// An Enter that is held down repeats. After it chose an action, which closed the submenu, it
+/// must not go on to open and choose the next one.
+bool TerminalFrontEnd::isHeldEnter(const Input& input) {
+  if (input.kind == Input::Kind::nothing || input.kind == Input::Kind::redraw) return false;
+  const bool enter = input.kind == Input::Kind::enter;
+  const bool held = enter && enterChose_ && screen_.now() - lastEnter_ < kKeyRepeat;
+  if (enter) lastEnter_ = screen_.now();
+  if (!held) enterChose_ = false;
+  return held;
+}
+
+/// The menu is brought up to date first. That may move the selected row, so the submenu that
+/// opens is the one of the row that the user chose, or none when it is gone.
+void TerminalFrontEnd::openSubmenu() {
+  const std::optional<terminal::RowKey> chosen = view_.selectedKey();
+  reportClosed();
+  controller_->menuNeedsUpdate(controller_->rootMenu());
+  if (!chosen || !terminal::findRow(view_.rows(), *chosen)) return;
+  reportOpened();
+  view_.openSubmenu();
+  view_.resized(geometry());
+}
+
+/// As in any menu, the submenu closes before the action runs.
+void TerminalFrontEnd::perform(const MenuItem& item) {
+  const MenuItem chosen = item;  // closing rebuilds the menu
+  view_.closeSubmenu();
+  reportClosed();
+  draw();
+  controller_->perform(chosen);
+}
+
+void TerminalFrontEnd::reportOpened() {
+  if (menuOpen_ || controller_ == nullptr) return;
+  menuOpen_ = true;
+  controller_->menuWillOpen(controller_->rootMenu());
+}
+
+void TerminalFrontEnd::reportClosed() {
+  if (!menuOpen_ || controller_ == nullptr) return;
+  menuOpen_ = false;
+  controller_->menuDidClose(controller_->rootMenu());
+}
+
+void TerminalFrontEnd::setTitle(const std::string& title) {
+  title_ = title;
+}
+
+void TerminalFrontEnd::setToolTip(const std::string&) {}  // the menu itself says it all
+
+void TerminalFrontEnd::menuRebuilt(const Menu& menu) {
+  view_.rebuilt(menu, terminal::listHeight(screen_.size()));
+  needsDrawing_ = true;
+}
+
+void TerminalFrontEnd::stripChanged(const MemoryPressureView&) {
+  needsDrawing_ = true;
+}
+
+void TerminalFrontEnd::cancelTracking() {
+  if (!view_.submenuIsOpen()) return;
+  view_.closeSubmenu();
+  reportClosed();
+}
+
+int TerminalFrontEnd::runModal(const Alert& alert) {
+  const bool opens = !menuOpen_;
+  if (opens) reportOpened();
+  terminal::AlertView view(alert, screen_.look());
+  terminal::AlertView* const below = std::exchange(alert_, &view);
+  layOut(alert_);
+  needsDrawing_ = true;
+
+  std::optional<int> answer;
+  while (!answer && !ended_) {
+    const Input input = nextInput();
+    const bool seen = !terminal::isTooSmall(screen_.size());
+    if (seen || input.kind == Input::Kind::escape) answer = view.handle(input);
+  }
+
+  alert_ = below;
+  layOut(alert_);
+  needsDrawing_ = true;
+  if (opens) reportClosed();
+  if (!ended_) draw();  // what the answer sets off may take a while
+  return answer.value_or(kAlertDismissed);
+}
+
+std::shared_ptr<ScheduledWork> TerminalFrontEnd::every(double seconds, std::function<void()> work) {
+  return work_.add(screen_.now() + seconds, seconds, std::move(work));
+}
+
+std::shared_ptr<ScheduledWork> TerminalFrontEnd::after(double seconds, std::function<void()> work) {
+  return work_.add(screen_.now() + seconds, 0, std::move(work));
+}
+
+void TerminalFrontEnd::terminate() {
+  ended_ = true;
+}

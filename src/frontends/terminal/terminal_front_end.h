@@ -1,0 +1,60 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "frontends/terminal/alert_view.h"
+#include "frontends/terminal/menu_geometry.h"
+#include "frontends/terminal/menu_view.h"
+#include "frontends/terminal/screen.h"
+#include "frontends/terminal/work_queue.h"
+#include "ui/front_end.h"
+
+class StatusBarController;
+
+/// The menu on a whole terminal. The menu is always in sight here, so it counts as open
+/// while a submenu or an alert is open: that is when nothing may move under the user's
+/// hands.
+class TerminalFrontEnd : public FrontEnd {
+ public:
+  /// `screen` outlives it.
+  explicit TerminalFrontEnd(terminal::Screen& screen) : screen_(screen) {}
+
+  /// Shows the controller's menu until the user quits or the terminal is gone.
+  void run(StatusBarController& controller);
+
+  void setTitle(const std::string& title) override;
+  void setToolTip(const std::string& toolTip) override;
+  void menuRebuilt(const Menu& menu) override;
+  void stripChanged(const MemoryPressureView& strip) override;
+  void cancelTracking() override;
+  int runModal(const Alert& alert) override;
+  std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;
+  std::shared_ptr<ScheduledWork> after(double seconds, std::function<void()> work) override;
+  void terminate() override;
+
+ private:
+  terminal::Input nextInput();
+  void draw();
+  terminal::MenuGeometry geometry() const;
+  void layOut(terminal::AlertView* alert) const;
+  void handle(const terminal::Input& input);
+  bool isHeldEnter(const terminal::Input& input);
+  void openSubmenu();
+  void perform(const MenuItem& item);
+  void reportOpened();
+  void reportClosed();
+
+  terminal::Screen& screen_;
+  terminal::WorkQueue work_;
+  terminal::MenuView view_;
+  terminal::AlertView* alert_ = nullptr;  ///< the one that is open
+  StatusBarController* controller_ = nullptr;
+  std::string title_;
+  terminal::Size drawnSize_;
+  bool needsDrawing_ = true;
+  bool menuOpen_ = false;  ///< as the controller was told
+  bool ended_ = false;
+  bool enterChose_ = false;  ///< the last key was an Enter that chose an action
+  double lastEnter_ = 0;
+};

@@ -1,0 +1,50 @@
+#include "frontends/terminal/work_queue.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace terminal {
+
+struct WorkQueue::Work : ScheduledWork {
+  Work(double dueAt, double repeatEvery, std::function<void()> body)
+      : due(dueAt), interval(repeatEvery), run(std::move(body)) {}
+  void cancel() override { run = nullptr; }
+
+  double due;
+  double interval;
+  std::function<void()> run;  // empty: cancelled
+};
+
+std::shared_ptr<ScheduledWork> WorkQueue::add(double due, double interval,
+                                              std::function<void()> work) {
+  return work_.emplace_back(std::make_shared<Work>(due, interval, std::move(work)));
+}
+
+std::optional<double> WorkQueue::nextDue() const {
+  std::optional<double> next;
+  for (const auto& work : work_) {
+    if (work->run && (!next || work->due < *next)) next = work->due;
+  }
+  return next;
+}
+
+void WorkQueue::run(double now) {
+  for (;;) {
+    std::erase_if(work_, [](const auto& work) { return !work->run; });
+    const auto next = std::min_element(
+        work_.begin(), work_.end(), [](const auto& a, const auto& b) { return a->due < b->due; });
+    if (next == work_.end() || (*next)->due > now) return;
+
+    const std::shared_ptr<Work> work = *next;  // the list changes while it runs
+    const auto body = work->run;
+    if (work->interval > 0) {
+      work->due += work->interval;
+      if (work->due <= now) work->due = now + work->interval;
+    } else {
+      work_.erase(next);
+    }
+    body();
+  }
+}
+
+}  // namespace terminal

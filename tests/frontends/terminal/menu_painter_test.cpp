@@ -1,0 +1,248 @@
+#include "frontends/terminal/menu_painter.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/row_name.h"
+#include "frontends/terminal/color_depth.h"
+#include "frontends/terminal/menu_geometry.h"
+#include "frontends/terminal/menu_view.h"
+#include "frontends/terminal/sample_menu.h"
+
+using terminal::CellGrid;
+using terminal::Look;
+using terminal::MenuView;
+using terminal::Size;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+const Look kPlain{.signs = terminal::Signs::unicode(), .colored = false};
+const Look kColored{.signs = terminal::Signs::unicode(), .colored = true};
+const Look kAscii{.signs = terminal::Signs::ascii(), .colored = false};
+
+CellGrid painted(MenuView& view, const Menu& menu, Size size, const Look& look) {
+  view.rebuilt(menu, terminal::listHeight(size));
+  CellGrid grid(size);
+  terminal::paintMenu(grid, view, terminal::menuGeometry(size, view, look), "Vorda²", look);
+  return grid;
+}
+
+std::string pictureOf(const CellGrid& grid) {
+  std::string picture;
+  for (int y = 0; y < grid.size().height; ++y) picture += grid.row(y) + "\n";
+  return picture;
+}
+
+Menu sample() {
+  SampleMenu::Section top = SampleMenu::topRAM({1, 2});
+  top.rows[0].title = "★ Ollama Server  ·   4.0 GB 🔒";
+  top.rows[0].toolTip = "Ollama Server\n4.00 GB · Ollama · pid 1\nOwner: ada";
+  Menu menu = SampleMenu::menu({top});
+  SampleMenu::setStrip(menu, {1, 2}, 0.25, 0.62);
+  return menu;
+}
+
+TEST(MenuPicture, FillsAnOrdinaryTerminal) {
+  MenuView view;
+  std::string rule;
+  for (int i = 0; i < 80; ++i) rule += "─";
+  EXPECT_EQ(pictureOf(painted(view, sample(), {80, 24}, kPlain)),
+            " Vorda²                                                  Memory pressure medium\n"
+            " [AAAAAAAAAAAAAAAAABBBBBBBBBBBBBBBBB······························▒▒▒▒▒▒]   62%\n" +
+                rule +
+                "\n"
+                " System   4.0 / 16 GB used\n"
+                " Training / fine-tunes  none\n"
+                " Model servers  none\n"
+                "\n"
+                " — Top RAM —\n"
+                " ● ★ Ollama Server  ·   4.0 GB 🔒  [A]\n"
+                " ● P2  [B]\n"
+                "\n"
+                "   Refresh now\n"
+                "   About Vorda\n"
+                " Developed by Halvek\n"
+                "\n"
+                "   Quit Vorda\n"
+                "\n\n\n\n" +
+                rule +
+                "\n"
+                " Ollama Server · 4.00 GB · Ollama · pid 1 · Owner: ada\n"
+                "\n"
+                " ↑↓ Move  Enter Open  r Refresh  ? Keys  q Quit\n");
+}
+
+TEST(MenuPicture, ScrollsInTheSmallestTerminal) {
+  MenuView view;
+  EXPECT_EQ(pictureOf(painted(view, sample(), {40, 10}, kPlain)),
+            " [AAAAAAABBBBBBB··············▒▒]   62%\n"
+            " System   4.0 / 16 GB used             ┃\n"
+            " Training / fine-tunes  none           ┃\n"
+            " Model servers  none                   ┃\n"
+            "                                       │\n"
+            " — Top RAM —                           │\n"
+            " ● ★ Ollama Server  ·   4.0 GB 🔒  [A] │\n"
+            " ● P2  [B]                             │\n"
+            " 4.00 GB · Ollama · pid 1 · Owner: ada\n"
+            " Enter Open  r Refresh  ? Keys  q Quit\n");
+}
+
+TEST(MenuPicture, IsAsciiWhereTheTerminalIs) {
+  MenuView view;
+  const CellGrid grid = painted(view, sample(), {80, 24}, kAscii);
+  EXPECT_EQ(pictureOf(grid), terminal::inAscii(pictureOf(grid)));
+  EXPECT_EQ(grid.row(8), " o * Ollama Server  -   4.0 GB [locked]  [A]");
+  EXPECT_THAT(grid.row(0), HasSubstr(" Vorda2  "));
+}
+
+TEST(MenuPicture, SaysWhatSizeItNeeds) {
+  CellGrid grid({39, 9});
+  EXPECT_TRUE(terminal::isTooSmall(grid.size()));
+  EXPECT_FALSE(terminal::isTooSmall({40, 10}));
+  terminal::paintTooSmall(grid, kPlain);
+  EXPECT_EQ(grid.row(0), "Vorda needs 40 x 10");
+
+  CellGrid tiny({8, 1});
+  terminal::paintTooSmall(tiny, kPlain);
+  EXPECT_EQ(tiny.row(0), "Vorda n…");
+  CellGrid none({0, 0});
+  terminal::paintTooSmall(none, kPlain);
+}
+
+TEST(MenuPicture, PaintsTheStripInTheColorsOfItsProcesses) {
+  MenuView view;
+  Menu menu = sample();
+  MemoryPressureView& strip = *menu.items.front().strip;
+  strip.segments[0].color = {1, 0, 0};
+  strip.segments[1].color = {0, 0, 1};
+  const CellGrid grid = painted(view, menu, {80, 24}, kColored);
+  EXPECT_EQ(grid.at(1, 1).text(), "A");
+  EXPECT_EQ(grid.at(2, 1).style.background, (terminal::Rgb{255, 0, 0}));
+  EXPECT_EQ(grid.at(1 + 18, 1).text(), "B");
+  EXPECT_EQ(grid.at(1 + 20, 1).style.background, (terminal::Rgb{0, 0, 255}));
+  EXPECT_EQ(grid.at(72, 1).style.background, (terminal::Rgb{242, 217, 51})) << "the marker";
+  EXPECT_EQ(grid.at(1, 8).style.foreground, (terminal::Rgb{255, 0, 0})) << "the row's dot";
+}
+
+TEST(MenuPicture, HasNoColorWhereThereIsNone) {
+  MenuView view;
+  const CellGrid grid = painted(view, sample(), {80, 24}, kPlain);
+  for (int y = 0; y < 24; ++y) {
+    for (int x = 0; x < 80; ++x) {
+      EXPECT_FALSE(grid.at(x, y).style.foreground || grid.at(x, y).style.background);
+    }
+  }
+}
+
+TEST(MenuPicture, CutsLongTitlesButKeepsTheirLetter) {
+  MenuView view;
+  SampleMenu::Section top = SampleMenu::topRAM({1});
+  top.rows[0].title = std::string(60, 'x');
+  Menu menu = SampleMenu::menu({top});
+  SampleMenu::setStrip(menu, {1}, 0.5, 0.1);
+  EXPECT_EQ(painted(view, menu, {40, 16}, kPlain).row(8),
+            " ● " + std::string(29, 'x') + "…  [A] │");
+}
+
+TEST(MenuPicture, ShowsForeignTextHarmlessly) {
+  MenuView view;
+  SampleMenu::Section top = SampleMenu::topRAM({1});
+  top.rows[0].title = "evil\nPID 1 \x1B[2J";
+  top.rows[0].toolTip = "evil\x1B]0;x\x07\nOwner: ada";
+  const CellGrid grid = painted(view, SampleMenu::menu({top}), {80, 24}, kPlain);
+  EXPECT_EQ(grid.row(8), " ● evil\uFFFDPID 1 \uFFFD[2J");
+  EXPECT_EQ(grid.row(21), " evil\uFFFD]0;x\uFFFD · Owner: ada");
+}
+
+TEST(MenuPicture, ReversesTheSelectedRow) {
+  MenuView view;
+  const CellGrid grid = painted(view, sample(), {80, 24}, kColored);
+  EXPECT_TRUE(grid.at(5, 8).style.reverse);
+  EXPECT_TRUE(grid.at(70, 8).style.reverse);
+  EXPECT_FALSE(grid.at(1, 8).style.reverse) << "the dot keeps its colour";
+  EXPECT_FALSE(grid.at(5, 9).style.reverse);
+}
+
+struct SubmenuRow {
+  const char* name;
+  Size size;
+  int downs;
+};
+
+class SubmenuPicture : public testing::TestWithParam<SubmenuRow> {};
+
+TEST_P(SubmenuPicture, StandsOnTheScreenAndLeavesItsRowInSight) {
+  MenuView view;
+  const Menu menu = SampleMenu::menu({SampleMenu::topRAM({1, 2, 3, 4, 5, 6, 7, 8})});
+  const Size size = GetParam().size;
+  view.rebuilt(menu, terminal::listHeight(size));
+  for (int i = 0; i < GetParam().downs; ++i) {
+    view.handle({.kind = terminal::Input::Kind::down}, menuGeometry(size, view, kPlain));
+  }
+  view.openSubmenu();
+  const auto geometry = menuGeometry(size, view, kPlain);
+  ASSERT_TRUE(geometry.submenu);
+  const terminal::Box box = *geometry.submenu;
+  EXPECT_GE(box.x, 0);
+  EXPECT_GE(box.y, 0);
+  EXPECT_LE(box.right(), size.width);
+  EXPECT_LE(box.bottom(), size.height);
+
+  CellGrid grid(size);
+  paintMenu(grid, view, geometry, "Vorda²", kPlain);
+  const auto index = static_cast<int>(*view.cursor().selected() - view.cursor().top());
+  EXPECT_THAT(grid.row(geometry.list.y + index),
+              HasSubstr("● P" + std::to_string(1 + GetParam().downs)));
+  EXPECT_EQ(grid.row(box.y).find("╭") != std::string::npos, true);
+  const std::string rows = pictureOf(grid);
+  EXPECT_THAT(rows, HasSubstr("Force Quit ( 100 MB)"));
+  EXPECT_THAT(rows, HasSubstr("Full details…"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, SubmenuPicture,
+                         testing::Values(SubmenuRow{"First", {80, 24}, 0},
+                                         SubmenuRow{"Last", {80, 24}, 7},
+                                         SubmenuRow{"Wide", {120, 40}, 3},
+                                         SubmenuRow{"Smallest", {40, 10}, 0},
+                                         SubmenuRow{"SmallestLast", {40, 10}, 7}),
+                         rowName<SubmenuRow>);
+
+TEST(SubmenuPicture, ScrollsWhenItIsTallerThanTheScreen) {
+  MenuView view;
+  SampleMenu::Section top = SampleMenu::topRAM({1});
+  for (int i = 0; i < 30; ++i) {
+    top.rows[0].submenu.push_back(
+        SampleMenu::command("Unload agent" + std::to_string(i), Action::unloadByLabel));
+  }
+  const Menu menu = SampleMenu::menu({top});
+  const Size size{40, 10};
+  view.rebuilt(menu, terminal::listHeight(size));
+  view.openSubmenu();
+  view.resized(menuGeometry(size, view, kPlain));
+  view.handle({.kind = terminal::Input::Kind::end}, menuGeometry(size, view, kPlain));
+
+  CellGrid grid(size);
+  paintMenu(grid, view, menuGeometry(size, view, kPlain), "Vorda²", kPlain);
+  EXPECT_THAT(pictureOf(grid), HasSubstr("Unload agent29"));
+  EXPECT_THAT(pictureOf(grid), Not(HasSubstr("Full details")));
+}
+
+TEST(SubmenuPicture, OfALongRowStandsBelowIt) {
+  MenuView view;
+  SampleMenu::Section top = SampleMenu::topRAM({1});
+  top.rows[0].title = std::string(35, 'x');
+  top.rows[0].submenu.push_back(
+      SampleMenu::command("Quit Docker Desktop from the menu bar whale", Action::openDockerHelp));
+  const Menu menu = SampleMenu::menu({top});
+  const Size size{40, 30};
+  view.rebuilt(menu, terminal::listHeight(size));
+  view.openSubmenu();
+  const auto geometry = menuGeometry(size, view, kPlain);
+  CellGrid grid(size);
+  paintMenu(grid, view, geometry, "Vorda²", kPlain);
+  EXPECT_THAT(grid.row(geometry.submenu->y - 1), HasSubstr("● xxxxxxxx"));
+}
+
+}  // namespace

@@ -1,0 +1,296 @@
+#include "frontends/terminal/menu_view.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/row_name.h"
+#include "frontends/terminal/menu_geometry.h"
+#include "frontends/terminal/sample_menu.h"
+
+using terminal::Input;
+using terminal::MenuRequest;
+using terminal::MenuView;
+
+namespace {
+
+using Kind = Input::Kind;
+using Request = MenuRequest::Kind;
+
+constexpr terminal::Size kSize{80, 24};
+const terminal::Look kLook{};
+
+Input key(Kind kind) {
+  return {.kind = kind};
+}
+
+Input letter(char32_t character) {
+  return {.kind = Kind::character, .character = character};
+}
+
+/// A menu on a screen of 80 x 24, used without a controller.
+class UsedMenu {
+ public:
+  explicit UsedMenu(Menu menu) : menu_(std::move(menu)) { view.rebuilt(menu_, height()); }
+
+  MenuRequest press(const Input& input) {
+    return view.handle(input, terminal::menuGeometry(kSize, view, kLook));
+  }
+  MenuRequest clickOn(const std::string& title) {
+    const auto list = terminal::menuGeometry(kSize, view, kLook).list;
+    for (std::size_t i = 0; i < view.rows().size(); ++i) {
+      if (view.rows()[i].title != title) continue;
+      const int y = list.y + static_cast<int>(i - view.cursor().top());
+      return press({.kind = Kind::click, .x = 4, .y = y});
+    }
+    ADD_FAILURE() << "no row " << title;
+    return {};
+  }
+  void rebuild(Menu menu) {
+    menu_ = std::move(menu);
+    view.rebuilt(menu_, height());
+  }
+  std::string selected() const { return view.selectedRow() ? view.selectedRow()->title : ""; }
+  std::string selectedInSubmenu() const {
+    return view.submenuItems()[*view.submenuCursor().selected()].title;
+  }
+
+  MenuView view;
+
+ private:
+  static int height() { return terminal::listHeight(kSize); }
+  Menu menu_;
+};
+
+Menu threeProcesses() {
+  return SampleMenu::menu({SampleMenu::topRAM({1, 2, 3})});
+}
+
+struct KeyRow {
+  const char* name;
+  std::vector<Input> keys;
+  const char* selected;
+  Request request;  ///< of the last key
+};
+
+class MenuKeys : public testing::TestWithParam<KeyRow> {};
+
+TEST_P(MenuKeys, MoveAndAsk) {
+  UsedMenu menu(threeProcesses());
+  MenuRequest request;
+  for (const Input& input : GetParam().keys) request = menu.press(input);
+  EXPECT_EQ(menu.selected(), GetParam().selected);
+  EXPECT_EQ(request.kind, GetParam().request);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, MenuKeys,
+    testing::Values(
+        KeyRow{"AtFirstTheFirst", {}, "P1", Request::nothing},
+        KeyRow{"Down", {key(Kind::down)}, "P2", Request::nothing},
+        KeyRow{"J", {letter(U'j')}, "P2", Request::nothing},
+        KeyRow{"K", {letter(U'j'), letter(U'j'), letter(U'k')}, "P2", Request::nothing},
+        KeyRow{"End", {key(Kind::end)}, "Quit Vorda", Request::nothing},
+        KeyRow{"Home", {key(Kind::end), key(Kind::home)}, "P1", Request::nothing},
+        KeyRow{"UpSkipsLabelsAndSeparators",
+               {key(Kind::end), key(Kind::up), key(Kind::up), key(Kind::up)},
+               "P3",
+               Request::nothing},
+        KeyRow{"EnterOpensTheSubmenu", {key(Kind::enter)}, "P1", Request::openSubmenu},
+        KeyRow{"RightOpensTheSubmenu", {key(Kind::right)}, "P1", Request::openSubmenu},
+        KeyRow{"EnterPerforms", {key(Kind::end), key(Kind::enter)}, "Quit Vorda", Request::perform},
+        KeyRow{"RightNeverPerforms",
+               {key(Kind::end), key(Kind::right)},
+               "Quit Vorda",
+               Request::nothing},
+        KeyRow{"EscapeDoesNothing", {key(Kind::escape)}, "P1", Request::nothing},
+        KeyRow{"R", {letter(U'r')}, "P1", Request::refresh},
+        KeyRow{"Q", {letter(U'q')}, "P1", Request::quit},
+        KeyRow{"QuestionMark", {letter(U'?')}, "P1", Request::showKeys},
+        KeyRow{"OtherLetters", {letter(U'x')}, "P1", Request::nothing}),
+    rowName<KeyRow>);
+
+struct SubmenuRow {
+  const char* name;
+  std::vector<Input> keys;
+  const char* selected;  ///< in the submenu; "" when it is closed
+  Request request;
+};
+
+class SubmenuKeys : public testing::TestWithParam<SubmenuRow> {};
+
+TEST_P(SubmenuKeys, MoveInTheSubmenuAlone) {
+  UsedMenu menu(threeProcesses());
+  menu.view.openSubmenu();
+  MenuRequest request;
+  for (const Input& input : GetParam().keys) request = menu.press(input);
+  EXPECT_EQ(menu.selected(), "P1");
+  EXPECT_EQ(menu.view.submenuIsOpen() ? menu.selectedInSubmenu() : "", GetParam().selected);
+  EXPECT_EQ(request.kind, GetParam().request);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, SubmenuKeys,
+    testing::Values(SubmenuRow{"AtFirstTheFirstThatCanBeChosen", {}, "Quit", Request::nothing},
+                    SubmenuRow{"Down", {key(Kind::down)}, "Force Quit ( 100 MB)", Request::nothing},
+                    SubmenuRow{"UpStopsAtTheFirst", {key(Kind::up)}, "Quit", Request::nothing},
+                    SubmenuRow{"End", {key(Kind::end)}, "Full details…", Request::nothing},
+                    SubmenuRow{"Enter", {key(Kind::enter)}, "Quit", Request::perform},
+                    SubmenuRow{"RightDoesNothing", {key(Kind::right)}, "Quit", Request::nothing},
+                    SubmenuRow{"Left", {key(Kind::left)}, "", Request::closeSubmenu},
+                    SubmenuRow{"Escape", {key(Kind::escape)}, "", Request::closeSubmenu},
+                    SubmenuRow{"R", {letter(U'r')}, "Quit", Request::refresh},
+                    SubmenuRow{"Q", {letter(U'q')}, "Quit", Request::quit}),
+    rowName<SubmenuRow>);
+
+TEST(MenuRequests, NameTheChosenItem) {
+  UsedMenu menu(threeProcesses());
+  menu.press(key(Kind::down));
+  menu.view.openSubmenu();
+  const MenuRequest request = menu.press(key(Kind::enter));
+  ASSERT_NE(request.item, nullptr);
+  EXPECT_EQ(request.item->action, Action::quitProcess);
+  EXPECT_EQ(request.item->process->pid, 2);
+}
+
+struct RebuildRow {
+  const char* name;
+  int downs;  ///< how often Down is pressed before the rebuild
+  std::vector<std::int32_t> pids;
+  const char* selected;
+};
+
+class SelectionAfterRebuild : public testing::TestWithParam<RebuildRow> {};
+
+TEST_P(SelectionAfterRebuild, StaysOnItsProcessOrElseOnItsPlace) {
+  UsedMenu menu(threeProcesses());
+  for (int i = 0; i < GetParam().downs; ++i) menu.press(key(Kind::down));
+  menu.rebuild(SampleMenu::menu({SampleMenu::topRAM(GetParam().pids)}));
+  EXPECT_EQ(menu.selected(), GetParam().selected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, SelectionAfterRebuild,
+    testing::Values(RebuildRow{"Unchanged", 1, {1, 2, 3}, "P2"},
+                    RebuildRow{"AnotherOrder", 1, {2, 3, 1}, "P2"},
+                    RebuildRow{"NewProcessesAbove", 1, {7, 8, 9, 1, 2, 3}, "P2"},
+                    RebuildRow{"GoneInTheMiddle", 1, {1, 3}, "P3"},
+                    RebuildRow{"GoneAtTheEndOfItsSection", 2, {1, 2}, "P2"},
+                    RebuildRow{"AllGone", 1, {}, "Refresh now"},
+                    RebuildRow{"CommandsStaySelected", 3, {1, 2, 3, 4, 5, 6}, "Refresh now"},
+                    RebuildRow{"TheLastCommandToo", 5, {1}, "Quit Vorda"}),
+    rowName<RebuildRow>);
+
+TEST(SelectionAfterRebuild, StaysInItsSection) {
+  const SampleMenu::Section servers{.heading = "Model servers",
+                                    .rows = {SampleMenu::process(2, "P2")}};
+  UsedMenu menu(SampleMenu::menu({SampleMenu::topRAM({1, 2}), servers}));
+  menu.press(key(Kind::down));
+  menu.press(key(Kind::down));
+  const auto inServers = menu.view.cursor().selected();
+
+  menu.rebuild(SampleMenu::menu({SampleMenu::topRAM({2, 1}), servers}));
+  EXPECT_EQ(menu.view.cursor().selected(), inServers);
+  menu.rebuild(SampleMenu::menu({SampleMenu::topRAM({1, 2})}));
+  EXPECT_EQ(menu.selected(), "P2") << "where the section is gone, the process is still followed";
+}
+
+TEST(SelectionAfterRebuild, StaysOnItsAgent) {
+  const auto agents = [](const std::vector<std::string>& names) {
+    SampleMenu::Section section{.heading = "Auto-start agents"};
+    for (const auto& name : names) section.rows.push_back(SampleMenu::agent(name));
+    return SampleMenu::menu({section});
+  };
+  UsedMenu menu(agents({"a", "b"}));
+  menu.press(key(Kind::down));
+  menu.rebuild(agents({"b", "c"}));
+  EXPECT_EQ(menu.selected(), "b  ·  on");
+}
+
+TEST(SelectionAfterRebuild, DoesNotTakeALaterProcessForTheSameOne) {
+  UsedMenu menu(threeProcesses());
+  menu.press(key(Kind::down));
+  const auto before = *menu.view.selectedKey();
+  SampleMenu::Section section = SampleMenu::topRAM({1, 3});
+  section.rows.push_back(SampleMenu::process(2, "another P2", 99));
+  menu.rebuild(SampleMenu::menu({section}));
+  EXPECT_EQ(menu.selected(), "P3");
+  EXPECT_EQ(terminal::findRow(menu.view.rows(), before), std::nullopt);
+}
+
+TEST(OpenSubmenu, StaysWithItsProcess) {
+  UsedMenu menu(threeProcesses());
+  menu.press(key(Kind::down));
+  menu.view.openSubmenu();
+  menu.press(key(Kind::down));
+  menu.rebuild(SampleMenu::menu({SampleMenu::topRAM({3, 1, 2})}));
+  EXPECT_TRUE(menu.view.submenuIsOpen());
+  EXPECT_EQ(menu.selected(), "P2");
+  EXPECT_EQ(menu.selectedInSubmenu(), "Force Quit ( 100 MB)");
+}
+
+TEST(OpenSubmenu, ClosesWithItsProcess) {
+  UsedMenu menu(threeProcesses());
+  menu.view.openSubmenu();
+  menu.rebuild(SampleMenu::menu({SampleMenu::topRAM({2, 3})}));
+  EXPECT_FALSE(menu.view.submenuIsOpen());
+}
+
+TEST(MenuClicks, ChooseTheRowUnderThePointer) {
+  UsedMenu menu(threeProcesses());
+  EXPECT_EQ(menu.clickOn("P2").kind, Request::openSubmenu);
+  EXPECT_EQ(menu.selected(), "P2");
+  const MenuRequest request = menu.clickOn("Refresh now");
+  EXPECT_EQ(request.kind, Request::perform);
+  EXPECT_EQ(request.item->action, Action::refreshNow);
+}
+
+TEST(MenuClicks, IgnoreWhatCannotBeChosen) {
+  UsedMenu menu(threeProcesses());
+  EXPECT_EQ(menu.clickOn("Developed by Halvek").kind, Request::nothing);
+  EXPECT_EQ(menu.clickOn("Model servers  none").kind, Request::nothing);
+  EXPECT_EQ(menu.press({.kind = Kind::click, .x = 5, .y = 1}).kind, Request::nothing);
+  EXPECT_EQ(menu.selected(), "P1");
+}
+
+TEST(MenuClicks, ChooseInTheSubmenu) {
+  UsedMenu menu(threeProcesses());
+  menu.view.openSubmenu();
+  const auto box = *terminal::menuGeometry(kSize, menu.view, kLook).submenu;
+  const auto at = [&](int item) {
+    return menu.press({.kind = Kind::click, .x = box.x + 2, .y = box.y + 1 + item});
+  };
+  EXPECT_EQ(at(0).kind, Request::nothing) << "a label";
+  EXPECT_EQ(at(-1).kind, Request::nothing) << "the frame";
+  EXPECT_TRUE(menu.view.submenuIsOpen());
+  const MenuRequest request = at(4);
+  EXPECT_EQ(request.kind, Request::perform);
+  EXPECT_EQ(request.item->action, Action::forceProcess);
+}
+
+TEST(MenuClicks, BesideTheSubmenuCloseIt) {
+  UsedMenu menu(threeProcesses());
+  menu.view.openSubmenu();
+  EXPECT_EQ(menu.clickOn("P1").kind, Request::closeSubmenu) << "its own row";
+  menu.view.openSubmenu();
+  EXPECT_EQ(menu.press({.kind = Kind::click, .x = 1, .y = 0}).kind, Request::closeSubmenu);
+  EXPECT_FALSE(menu.view.submenuIsOpen());
+  menu.view.openSubmenu();
+  EXPECT_EQ(menu.clickOn("P3").kind, Request::openSubmenu) << "another row";
+  EXPECT_EQ(menu.selected(), "P3");
+}
+
+TEST(MenuWheel, ScrollsWithoutSelecting) {
+  UsedMenu menu(SampleMenu::menu({SampleMenu::topRAM({1, 2, 3, 4, 5, 6, 7, 8, 9})}));
+  menu.press(key(Kind::wheelDown));
+  EXPECT_EQ(menu.view.cursor().top(), 3U);
+  EXPECT_EQ(menu.selected(), "P1");
+}
+
+TEST(EmptyMenu, CanBeUsed) {
+  UsedMenu menu(Menu{});
+  for (const Kind kind : {Kind::down, Kind::up, Kind::enter, Kind::pageDown, Kind::end}) {
+    EXPECT_EQ(menu.press(key(kind)).kind, Request::nothing);
+  }
+  EXPECT_EQ(menu.selected(), "");
+}
+
+}  // namespace

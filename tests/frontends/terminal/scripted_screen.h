@@ -1,0 +1,59 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "frontends/terminal/screen.h"
+
+/// A terminal without a terminal: it plays a script of keys, waits and looks at the screen,
+/// on a clock of its own, and then hangs up.
+class ScriptedScreen : public terminal::Screen {
+ public:
+  terminal::Look look_{};
+  terminal::Size size_{80, 24};
+  std::vector<double> waits;  ///< how long each wait without anything happening was to be
+
+  void press(terminal::Input::Kind kind) { play(terminal::Input{.kind = kind}); }
+  void type(char32_t character) {
+    play(terminal::Input{.kind = terminal::Input::Kind::character, .character = character});
+  }
+  void play(const terminal::Input& input) {
+    steps_.push_back({.input = input, .afterPause = heldKeys ? 0.03 : 1});
+  }
+  /// Nothing happens for so many seconds.
+  void wait(double seconds) { steps_.push_back({.seconds = seconds}); }
+  /// Runs when all that came before was answered and is on the screen.
+  void then(std::function<void()> look) { steps_.push_back({.look = std::move(look)}); }
+  /// Presses Down until the row that holds `text` is the selected one.
+  void walkTo(const std::string& text);
+
+  /// The screen as text, and the rows of it that are painted in reverse.
+  std::string picture() const;
+  std::string reversed() const;
+  bool shows(const std::string& text) const { return picture().find(text) != std::string::npos; }
+  int walksGivenUp = 0;   ///< a row that walkTo() looked for was not there
+  bool heldKeys = false;  ///< keys that come from now on follow each other as a held key does
+
+  const terminal::Look& look() const override { return look_; }
+  terminal::Size size() const override { return size_; }
+  void draw(const terminal::CellGrid& grid) override { grid_ = grid; }
+  terminal::Input nextInput(std::optional<double> seconds) override;
+  double now() const override { return now_; }
+
+ private:
+  struct Step {
+    std::optional<terminal::Input> input = {};
+    double afterPause = 0;
+    double seconds = 0;
+    std::function<void()> look = {};
+    std::string walkTo = {};
+    int stepsLeft = 60;
+  };
+
+  double now_ = 1000;
+  std::deque<Step> steps_;
+  terminal::CellGrid grid_{{0, 0}};
+};

@@ -1,0 +1,85 @@
+#include "frontends/terminal/strip_cells.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/row_name.h"
+
+namespace {
+
+struct Row {
+  const char* name;
+  std::vector<double> fractions;
+  int columns;
+  const char* picture;  ///< a letter a bar, "." the empty track, "#" the marker over the track
+};
+
+class StripCells : public testing::TestWithParam<Row> {};
+
+MemoryPressureView stripOf(const std::vector<double>& fractions) {
+  MemoryPressureView strip;
+  for (const double fraction : fractions) strip.segments.push_back({.fraction = fraction});
+  return strip;
+}
+
+TEST_P(StripCells, AreInProportion) {
+  std::string picture;
+  for (const auto& cell : terminal::stripCells(stripOf(GetParam().fractions), GetParam().columns)) {
+    const char bar = cell.segment ? terminal::letterOf(*cell.segment) : '.';
+    picture += cell.marker && bar == '.' ? '#' : bar;
+  }
+  EXPECT_EQ(picture, GetParam().picture);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, StripCells,
+    testing::Values(Row{"Empty", {}, 20, "..................##"},
+                    Row{"Quarters", {0.25, 0.25}, 20, "AAAAABBBBB........##"},
+                    Row{"RoundedDown", {0.19, 0.29}, 10, "ABB......#"},
+                    Row{"AtLeastOneCell", {0.003, 0.003}, 20, "AB................##"},
+                    Row{"OverflowShrinks", {0.75, 0.5}, 10, "AAAAAABBBB"},
+                    Row{"BarsUnderTheMarkerAreStillThere", {0.95}, 20, "AAAAAAAAAAAAAAAAAAA#"},
+                    Row{"NoMoreThanThereIsRoomFor", {1.0, 0.003, 0.003}, 10, "AAAAAAAAAB"},
+                    Row{"MarkerIsAtLeastOneCell", {}, 3, "..#"}, Row{"NoRoom", {0.5}, 0, ""}),
+    rowName<Row>);
+
+TEST(StripCells, KnowWhereABarBeginsAndEnds) {
+  const auto cells = terminal::stripCells(stripOf({0.2, 0.1}), 10);
+  EXPECT_TRUE(cells[0].startsBar && !cells[0].endsBar);
+  EXPECT_TRUE(!cells[1].startsBar && cells[1].endsBar);
+  EXPECT_TRUE(cells[2].startsBar && cells[2].endsBar);
+  EXPECT_FALSE(cells[3].startsBar || cells[3].endsBar);
+}
+
+TEST(StripLetters, TieBarsToProcesses) {
+  MemoryPressureView strip;
+  strip.segments = {{.pid = 7}, {.pid = 3}};
+  EXPECT_EQ(terminal::letterOf(strip, 7), 'A');
+  EXPECT_EQ(terminal::letterOf(strip, 3), 'B');
+  EXPECT_EQ(terminal::letterOf(strip, 9), std::nullopt);
+}
+
+struct PressureRow {
+  const char* name;
+  double pressure;
+  terminal::Pressure word;
+};
+
+class StripPressure : public testing::TestWithParam<PressureRow> {};
+
+TEST_P(StripPressure, HasTheThresholdsOfTheMarker) {
+  MemoryPressureView strip;
+  strip.pressure = GetParam().pressure;
+  EXPECT_EQ(terminal::pressureOf(strip), GetParam().word);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, StripPressure,
+                         testing::Values(PressureRow{"None", 0, terminal::Pressure::low},
+                                         PressureRow{"BelowMedium", 0.549, terminal::Pressure::low},
+                                         PressureRow{"Medium", 0.55, terminal::Pressure::medium},
+                                         PressureRow{"BelowHigh", 0.799,
+                                                     terminal::Pressure::medium},
+                                         PressureRow{"High", 0.8, terminal::Pressure::high},
+                                         PressureRow{"Full", 1, terminal::Pressure::high}),
+                         rowName<PressureRow>);
+
+}  // namespace
