@@ -1,0 +1,51 @@
+#include "frontends/terminal/curses_colors.h"
+
+#include <curses.h>
+
+namespace terminal {
+namespace {
+
+constexpr int kOwnColor = -1;  // the terminal's
+
+/// On eight colours a ground may turn out darker or lighter than the colour it stands for.
+int readableOnEight(int ground) {
+  const bool dark = ground == COLOR_BLACK || ground == COLOR_RED || ground == COLOR_BLUE ||
+                    ground == COLOR_MAGENTA;
+  return dark ? COLOR_WHITE : COLOR_BLACK;
+}
+
+}  // namespace
+
+CursesColors::CursesColors(ColorDepth depth) : depth_(depth) {
+  if (depth_ == ColorDepth::none) return;
+  start_color();
+  use_default_colors();
+}
+
+int CursesColors::numberOf(const std::optional<Rgb>& color) const {
+  if (!color) return kOwnColor;
+  switch (depth_) {
+    case ColorDepth::none:
+      return kOwnColor;
+    case ColorDepth::eight:
+      return nearestOf8(*color);
+    case ColorDepth::palette256:
+      return nearestOf256(*color);
+    case ColorDepth::direct:
+      break;
+  }
+  return color->red << 16 | color->green << 8 | color->blue;
+}
+
+int CursesColors::pairOf(const Style& style) const {
+  if (!style.foreground && !style.background) return 0;
+  int foreground = numberOf(style.foreground);
+  const int background = numberOf(style.background);
+  const bool lettering = style.foreground && style.background;
+  if (depth_ == ColorDepth::eight && lettering) foreground = readableOnEight(background);
+  if (depth_ == ColorDepth::none) return 0;
+  const int pair = alloc_pair(foreground, background);
+  return pair < 0 ? 0 : pair;
+}
+
+}  // namespace terminal

@@ -1,0 +1,111 @@
+#include "frontends/terminal/curses_keys.h"
+
+#include <curses.h>
+
+namespace terminal {
+namespace {
+
+constexpr int kEscapeDelay = 25;  // milliseconds; the rest of a key's bytes comes at once
+constexpr wint_t kControlL = 0x0C;
+
+struct KeyBytes {
+  const char* bytes;
+  int key;
+};
+
+/// Some terminals, and programs that play one, send a key's other form.
+constexpr KeyBytes kOtherForms[] = {
+    {"\033[A", KEY_UP},     {"\033OA", KEY_UP},     {"\033[B", KEY_DOWN},  {"\033OB", KEY_DOWN},
+    {"\033[C", KEY_RIGHT},  {"\033OC", KEY_RIGHT},  {"\033[D", KEY_LEFT},  {"\033OD", KEY_LEFT},
+    {"\033[H", KEY_HOME},   {"\033OH", KEY_HOME},   {"\033[1~", KEY_HOME}, {"\033[7~", KEY_HOME},
+    {"\033[F", KEY_END},    {"\033OF", KEY_END},    {"\033[4~", KEY_END},  {"\033[8~", KEY_END},
+    {"\033[5~", KEY_PPAGE}, {"\033[6~", KEY_NPAGE}, {"\033[Z", KEY_BTAB},  {"\033OM", KEY_ENTER},
+};
+
+Input mouseInput() {
+  MEVENT event;
+  if (getmouse(&event) != OK) return {};
+  Input input{.x = event.x, .y = event.y};
+  if ((event.bstate & BUTTON1_PRESSED) != 0) input.kind = Input::Kind::click;
+  if ((event.bstate & BUTTON4_PRESSED) != 0) input.kind = Input::Kind::wheelUp;
+  if ((event.bstate & BUTTON5_PRESSED) != 0) input.kind = Input::Kind::wheelDown;
+  return input;
+}
+
+Input ofFunctionKey(wint_t key) {
+  switch (key) {
+    case KEY_UP:
+      return {.kind = Input::Kind::up};
+    case KEY_DOWN:
+      return {.kind = Input::Kind::down};
+    case KEY_LEFT:
+      return {.kind = Input::Kind::left};
+    case KEY_RIGHT:
+      return {.kind = Input::Kind::right};
+    case KEY_PPAGE:
+      return {.kind = Input::Kind::pageUp};
+    case KEY_NPAGE:
+      return {.kind = Input::Kind::pageDown};
+    case KEY_HOME:
+      return {.kind = Input::Kind::home};
+    case KEY_END:
+      return {.kind = Input::Kind::end};
+    case KEY_ENTER:
+      return {.kind = Input::Kind::enter};
+    case KEY_BTAB:
+      return {.kind = Input::Kind::backTab};
+    case KEY_MOUSE:
+      return mouseInput();
+    case KEY_RESIZE:
+      return {.kind = Input::Kind::redraw};
+    default:
+      return {};
+  }
+}
+
+Input ofCharacter(wint_t character) {
+  switch (character) {
+    case L'\r':
+    case L'\n':
+      return {.kind = Input::Kind::enter};
+    case L'\033':
+      return {.kind = Input::Kind::escape};
+    case L'\t':
+      return {.kind = Input::Kind::tab};
+    case kControlL:
+      clearok(curscr, TRUE);
+      return {.kind = Input::Kind::redraw};
+    default:
+      return {.kind = Input::Kind::character, .character = static_cast<char32_t>(character)};
+  }
+}
+
+}  // namespace
+
+void prepareKeys() {
+  cbreak();
+  noecho();
+  nonl();
+  set_escdelay(kEscapeDelay);
+  keypad(stdscr, TRUE);
+  nodelay(stdscr, TRUE);
+  for (const auto& form : kOtherForms) {
+    if (key_defined(form.bytes) <= 0) define_key(form.bytes, form.key);
+  }
+  mouseinterval(0);  // a press is a click: nothing to wait for
+  mousemask(BUTTON1_PRESSED | BUTTON4_PRESSED | BUTTON5_PRESSED, nullptr);
+}
+
+std::optional<Input> readKey() {
+  wint_t character = 0;
+  switch (get_wch(&character)) {
+    case OK:
+      return ofCharacter(character);
+    case KEY_CODE_YES:
+      return ofFunctionKey(character);
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace terminal

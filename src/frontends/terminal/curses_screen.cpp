@@ -1,0 +1,212 @@
+#include "frontends/terminal/curses_screen.h"
+
+#include <curses.h>
+#include <langinfo.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <clocale>
+#include <cmath>
+#include <csignal>
+#include <cstdlib>
+#include <cwchar>
+#include <string_view>
+
+#include "frontends/terminal/curses_keys.h"
+#include "frontends/terminal/direct_color.h"
+#include "frontends/terminal/terminal_check.h"
+#include "frontends/terminal/terminal_reset.h"
+#include "text/scalar.h"
+
+namespace terminal {
+namespace {
+
+Size windowSize() {
+  winsize window{};
+  if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &window) != 0 || window.ws_col == 0) return {};
+  return {window.ws_col, window.ws_row};
+}
+
+/// What a cell holds, as wide characters; a blank or "?" where the C library measures it
+/// differently: the picture would shift.
+std::array<wchar_t, CCHARW_MAX + 1> wideText(const Cell& cell) {
+  std::array<wchar_t, CCHARW_MAX + 1> wide{};
+  std::size_t count = 0;
+  std::string_view rest = cell.text();
+  while (!rest.empty() && count < CCHARW_MAX) {
+    const auto scalar = text::firstScalar(rest);
+    wide[count] = static_cast<wchar_t>(std::max(scalar.value, 0));
+    const int columns = wcwidth(wide[count]);
+    if (columns != (count == 0 ? cell.columns : 0)) {
+      wide[count] = count == 0 ? L'?' : L'\0';
+      break;
+    }
+    ++count;
+    rest.remove_prefix(scalar.length);
+  }
+  return wide;
+}
+
+attr_t attributesOf(const Style& style) {
+  attr_t attributes = A_NORMAL;
+  if (style.bold) attributes |= A_BOLD;
+  if (style.dim) attributes |= A_DIM;
+  if (style.reverse) attributes |= A_REVERSE;
+  return attributes;
+}
+
+int millisecondsUntil(std::optional<double> end, double now) {
+  if (!end) return -1;
+  return static_cast<int>(std::ceil(std::clamp((*end - now) * 1000, 0.0, 3600000.0)));
+}
+
+}  // namespace
+
+std::unique_ptr<CursesScreen> CursesScreen::open(std::string& error) {
+  std::setlocale(LC_CTYPE, "");
+  const bool unicode = std::string_view(nl_langinfo(CODESET)) == "UTF-8";
+  const TerminalCheck check = checkTerminal();
+  error = check.problem;
+  if (!error.empty()) return nullptr;
+
+  std::FILE* const keyboard = isatty(STDIN_FILENO) != 0 ? stdin : std::fopen("/dev/tty", "re");
+  if (keyboard == nullptr) {
+    error = "there is no terminal to read keys from";
+    return nullptr;
+  }
+  std::unique_ptr<CursesScreen> screen(new CursesScreen(keyboard, unicode));
+  if (screen->start(check)) return screen;
+  error = "the terminal can't be used";
+  return nullptr;
+}
+
+CursesScreen::CursesScreen(std::FILE* keyboard, bool unicode)
+    : keyboard_(keyboard), look_{unicode ? Signs::unicode() : Signs::ascii(), false} {}
+
+CursesScreen::~CursesScreen() {
+  if (rescue_) {
+    rescue_->disarm();
+    endwin();
+  }
+  if (keyboard_ != stdin) std::fclose(keyboard_);
+}
+
+bool CursesScreen::start(const TerminalCheck& check) {
+  termios modes{};
+  if (tcgetattr(fileno(keyboard_), &modes) != 0) return false;
+  {
+    std::optional<DescriptionInEnvironment> description;
+    if (!check.description.empty()) description.emplace(check.description);
+    if (newterm(nullptr, stdout, keyboard_) == nullptr) return false;
+  }
+  rescue_.emplace(fileno(keyboard_), modes, resetBytes(LINES - 1));
+  rescue_->arm();
+  colors_.emplace(check.depth);
+  look_.colored = check.depth != ColorDepth::none;
+  prepareKeys();
+  curs_set(0);
+  leaveok(stdscr, TRUE);
+  return true;
+}
+
+Size CursesScreen::size() const {
+  return {COLS, LINES};
+}
+
+double CursesScreen::now() const {
+  const auto time = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration<double>(time).count();
+}
+
+void CursesScreen::draw(const CellGrid& grid) {
+  erase();
+  const Size size = grid.size();
+  for (int y = 0; y < size.height; ++y) {
+    for (int x = 0; x < size.width; ++x) drawCell(grid.at(x, y), x, y);
+  }
+  refresh();
+}
+
+void CursesScreen::drawCell(const Cell& cell, int x, int y) {
+  if (cell.columns == 0) return;
+  const auto wide = wideText(cell);
+  int pair = colors_->pairOf(cell.style);
+  cchar_t character;
+  setcchar(&character, wide.data(), attributesOf(cell.style), 0, &pair);
+  mvadd_wch(y, x, &character);
+}
+
+Input CursesScreen::nextInput(std::optional<double> seconds) {
+  const auto end = seconds ? std::optional(now() + *seconds) : std::nullopt;
+  for (;;) {
+    if (const auto key = readKey()) return *key;
+    std::array<pollfd, 2> sources{
+        {{fileno(keyboard_), POLLIN, 0}, {signals_.descriptor(), POLLIN, 0}}};
+    const int ready = poll(sources.data(), sources.size(), millisecondsUntil(end, now()));
+    if (const auto input = answerSignals()) return *input;
+    if (ready == 0) return {};
+    if (ready < 0) continue;
+
+    const auto happened = sources[0].revents;
+    int unread = 0;
+    const bool readable =
+        (happened & POLLIN) != 0 && ioctl(fileno(keyboard_), FIONREAD, &unread) == 0 && unread > 0;
+    if (happened != 0 && !readable) return {.kind = Input::Kind::ended};
+  }
+}
+
+std::optional<Input> CursesScreen::answerSignals() {
+  std::optional<Input> input;
+  while (const auto signal = signals_.next()) {
+    const auto answered = answer(*signal);
+    if (answered && answered->kind == Input::Kind::ended) return answered;
+    if (answered) input = answered;
+  }
+  return input;
+}
+
+std::optional<Input> CursesScreen::answer(int signal) {
+  switch (signal) {
+    case SIGTSTP:
+      suspend();
+      break;
+    case SIGCONT:
+      // Stopped by someone else, without a chance to give the terminal back.
+      if (!continuedBySuspend_) endwin();
+      continuedBySuspend_ = false;
+      repaint();
+      break;
+    case SIGWINCH:
+      repaint();
+      break;
+    case SIGHUP:
+    case SIGINT:
+    case SIGTERM:
+      return Input{.kind = Input::Kind::ended};
+    default:
+      return std::nullopt;
+  }
+  return Input{.kind = Input::Kind::redraw};
+}
+
+void CursesScreen::suspend() {
+  rescue_->disarm();
+  endwin();
+  continuedBySuspend_ = true;
+  signals_.stop();
+  rescue_->arm();
+  repaint();
+}
+
+/// The next picture is drawn anew, in the window's present size.
+void CursesScreen::repaint() {
+  const Size window = windowSize();
+  if (window.width > 0 && window != size()) resizeterm(window.height, window.width);
+  clearok(curscr, TRUE);
+}
+
+}  // namespace terminal

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "frontends/terminal/curses_colors.h"
+#include "frontends/terminal/held_errors.h"
+#include "frontends/terminal/screen.h"
+#include "frontends/terminal/signal_pipe.h"
+#include "frontends/terminal/terminal_rescue.h"
+
+namespace terminal {
+
+struct TerminalCheck;
+
+/// The terminal that the program runs on, drawn by the curses library. It is taken over when
+/// this is made and given back in its former state when it goes, on suspension, and on a
+/// crash. There is at most one.
+class CursesScreen : public Screen {
+ public:
+  /// Empty when the terminal can't show a menu; `error` then says why, in one line.
+  static std::unique_ptr<CursesScreen> open(std::string& error);
+  ~CursesScreen() override;
+  CursesScreen(const CursesScreen&) = delete;
+  CursesScreen& operator=(const CursesScreen&) = delete;
+
+  const Look& look() const override { return look_; }
+  Size size() const override;
+  void draw(const CellGrid& grid) override;
+  Input nextInput(std::optional<double> seconds) override;
+  double now() const override;
+
+ private:
+  CursesScreen(std::FILE* keyboard, bool unicode);
+  bool start(const TerminalCheck& check);
+  void drawCell(const Cell& cell, int x, int y);
+  std::optional<Input> answer(int signal);
+  std::optional<Input> answerSignals();
+  void suspend();
+  void repaint();
+
+  std::FILE* keyboard_;
+  SignalPipe signals_;  // before curses, which then leaves signals alone
+  HeldErrors errors_;
+  Look look_;
+  std::optional<CursesColors> colors_;
+  std::optional<TerminalRescue> rescue_;
+  bool continuedBySuspend_ = false;
+};
+
+}  // namespace terminal

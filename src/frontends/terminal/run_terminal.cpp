@@ -1,0 +1,22 @@
+#include "frontends/terminal/run_terminal.h"
+
+#include <cstdio>
+#include <string>
+#include <utility>
+
+#include "frontends/terminal/curses_screen.h"
+#include "frontends/terminal/terminal_front_end.h"
+#include "ui/status_bar_controller.h"
+
+int runTerminal(Alert about) {
+  std::string error;
+  const auto screen = terminal::CursesScreen::open(error);
+  if (!screen) {
+    std::fprintf(stderr, "vorda: %s\n", error.c_str());
+    return 1;
+  }
+  TerminalFrontEnd frontEnd(*screen);
+  StatusBarController controller(frontEnd, std::move(about));
+  frontEnd.run(controller);
+  return 0;
+}

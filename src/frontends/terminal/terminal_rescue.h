@@ -1,0 +1,24 @@
+#pragma once
+
+#include <termios.h>
+
+#include <string>
+
+namespace terminal {
+
+/// Leaves the terminal usable when the program crashes: its modes are set back and these
+/// bytes are written to it, then the program dies by the same signal. Armed while the
+/// terminal is not in its ordinary state. There is at most one.
+class TerminalRescue {
+ public:
+  /// `modes` are the ordinary ones; `reset` is at most 512 bytes long.
+  TerminalRescue(int terminal, const termios& modes, const std::string& reset);
+  ~TerminalRescue();
+  TerminalRescue(const TerminalRescue&) = delete;
+  TerminalRescue& operator=(const TerminalRescue&) = delete;
+
+  void arm();
+  void disarm();
+};
+
+}  // namespace terminal

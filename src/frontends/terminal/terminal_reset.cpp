@@ -1,0 +1,46 @@
+#include "frontends/terminal/terminal_reset.h"
+
+// curses before the terminal's capabilities: term.h needs its types.
+#include <curses.h>
+#include <term.h>
+
+namespace terminal {
+namespace {
+
+std::string* sink = nullptr;  // tputs() hands on single bytes
+
+int addToSink(int byte) {
+  *sink += static_cast<char>(byte);
+  return byte;
+}
+
+bool isPresent(const char* capability) {
+  return capability != nullptr && capability != reinterpret_cast<const char*>(-1);
+}
+
+void append(std::string& bytes, const char* capability) {
+  if (!isPresent(capability)) return;
+  sink = &bytes;
+  tputs(capability, 1, addToSink);
+}
+
+}  // namespace
+
+std::string resetBytes(int lastRow) {
+  std::string bytes;
+  const char* const mouse = tigetstr("XM");
+  if (isPresent(mouse)) {
+    append(bytes, tiparm(mouse, 0));
+  } else if (key_mouse != nullptr) {
+    bytes += "\033[?1000l";
+  }
+  append(bytes, exit_attribute_mode);
+  append(bytes, orig_pair);
+  append(bytes, keypad_local);
+  append(bytes, cursor_normal);
+  append(bytes, tiparm(cursor_address, lastRow, 0));
+  append(bytes, exit_ca_mode);
+  return bytes + "\r";
+}
+
+}  // namespace terminal
