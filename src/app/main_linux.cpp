@@ -7,6 +7,7 @@
 #include "app/branding.h"
 #include "app/front_end_choice.h"
 #include "app/tray_program.h"
+#include "frontends/terminal/run_terminal.h"
 #include "frontends/text/text_front_end.h"
 #include "ui/status_bar_controller.h"
 
@@ -44,5 +45,5 @@ int main() {
   std::setlocale(LC_CTYPE, "");  // not LC_NUMERIC: figures are written alike everywhere
   const Surroundings surroundings = lookAround();
   if (chooseFrontEnd(surroundings) == FrontEndKind::tray) tryTray(surroundings);
-  return runText();  // the full-screen menu is not there yet
+  return surroundings.onTerminal ? runTerminal(Branding::aboutAlert()) : runText();
 }
