@@ -1,0 +1,73 @@
+#include "platform/macos/job_file.h"
+
+#import <Foundation/Foundation.h>
+#include <sys/stat.h>
+
+#include "platform/macos/foundation_text.h"
+
+namespace platform {
+namespace {
+
+/// Neither a folder, nor a pipe that would be waited for, nor too much to read every 5 seconds.
+bool isSmallFile(const std::string& path) {
+  constexpr off_t kMost = 1 << 20;
+  struct stat status = {};
+  return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= kMost;
+}
+
+/// What the file holds; nil when that is no dictionary.
+NSDictionary* propertyList(NSString* path) {
+  NSData* bytes = [NSData dataWithContentsOfFile:path];
+  if (bytes == nil) return nil;
+  id list = nil;
+  @try {
+    list = [NSPropertyListSerialization propertyListWithData:bytes
+                                                     options:NSPropertyListImmutable
+                                                      format:NULL
+                                                       error:NULL];
+  } @catch (NSException* exception) {
+    return nil;
+  }
+  return [list isKindOfClass:[NSDictionary class]] ? list : nil;
+}
+
+std::string label(NSDictionary* list, NSString* path) {
+  id value = [list objectForKey:@"Label"];
+  if ([value isKindOfClass:[NSString class]]) return utf8String(value);
+  return utf8String([[path lastPathComponent] stringByDeletingPathExtension]);
+}
+
+std::vector<std::string> programArguments(NSDictionary* list) {
+  id value = [list objectForKey:@"ProgramArguments"];
+  if (![value isKindOfClass:[NSArray class]]) return {};
+  std::vector<std::string> arguments;
+  for (id argument in value) {
+    if (![argument isKindOfClass:[NSString class]]) return {};
+    arguments.push_back(utf8String(argument));
+  }
+  return arguments;
+}
+
+/// A Boolean, or any dictionary of conditions. Other numbers are of another class, 0 and 1 too.
+bool keepAlive(NSDictionary* list) {
+  id value = [list objectForKey:@"KeepAlive"];
+  if ([value isKindOfClass:[[NSNumber numberWithBool:YES] class]]) return [value boolValue];
+  return [value isKindOfClass:[NSDictionary class]];
+}
+
+}  // namespace
+
+std::optional<JobFile> readJobFile(const std::string& path) {
+  if (!isSmallFile(path)) return std::nullopt;
+  @autoreleasepool {
+    NSString* name = nsString(path);
+    NSDictionary* list = propertyList(name);
+    if (list == nil) return std::nullopt;
+    return JobFile{.label = label(list, name),
+                   .path = path,
+                   .programArguments = programArguments(list),
+                   .keepAlive = keepAlive(list)};
+  }
+}
+
+}  // namespace platform

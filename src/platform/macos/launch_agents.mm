@@ -1,0 +1,59 @@
+#include "platform/launch_agents.h"
+
+#import <Foundation/Foundation.h>
+#include <unistd.h>
+
+#include "platform/macos/foundation_text.h"
+#include "platform/macos/job_file.h"
+#include "platform/macos/job_list.h"
+#include "platform/macos/launchctl.h"
+#include "platform/macos/launchctl_attempts.h"
+#include "platform/macos/places.h"
+
+namespace platform {
+namespace {
+
+constexpr std::chrono::seconds kListLimit(2);
+constexpr std::chrono::seconds kActionLimit(10);
+
+void addJobFiles(NSString* folder, std::vector<JobFile>& files) {
+  NSArray* names = [[NSFileManager defaultManager] contentsOfDirectoryAtPath:folder error:NULL];
+  for (NSString* name in names) {
+    if (![name hasSuffix:@".plist"]) continue;
+    auto file = readJobFile(utf8String([folder stringByAppendingPathComponent:name]));
+    if (file) files.push_back(std::move(*file));
+  }
+}
+
+/// Where launchd keeps the jobs of the user's session.
+std::string domain() {
+  return "gui/" + std::to_string(getuid());
+}
+
+}  // namespace
+
+std::vector<JobFile> jobFiles() {
+  @autoreleasepool {
+    std::vector<JobFile> files;
+    addJobFiles([NSHomeDirectory() stringByAppendingPathComponent:@"Library/LaunchAgents"], files);
+    addJobFiles(nsString(places::kMachineLaunchAgents), files);
+    return files;
+  }
+}
+
+LoadedJobs loadedJobs(std::span<const JobFile>) {
+  const auto reply = runLaunchctl({"list"}, Capture::everything, Clock::now() + kListLimit);
+  return reply.status == 0 ? parseJobList(reply.text) : LoadedJobs();
+}
+
+std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path) {
+  const std::string user = domain();
+  return launchctlAttempts(
+      {{"bootout", user + "/" + label}, {"bootout", user, path}, {"unload", path}}, kActionLimit);
+}
+
+std::vector<ServiceAttempt> startAttempts(const std::string&, const std::string& path) {
+  return launchctlAttempts({{"bootstrap", domain(), path}, {"load", path}}, kActionLimit);
+}
+
+}  // namespace platform

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/macos/pipe_reader.h"
+
+namespace platform {
+
+enum class Capture { errors, everything };
+
+struct LaunchctlReply {
+  int status = 0;    ///< its exit status; -1 when it did not start, or not end in time
+  std::string text;  ///< what it printed, or why it did not start; "" when not UTF-8
+};
+
+/// Runs launchctl and waits for its end, but not beyond the deadline: then it is killed. What
+/// it prints is read meanwhile, so that it never waits for a reader; with Capture::errors that
+/// is its standard error alone.
+LaunchctlReply runLaunchctl(const std::vector<std::string>& arguments, Capture capture,
+                            Clock::time_point deadline);
+
+}  // namespace platform

@@ -1,0 +1,69 @@
+#include "platform/macos/launchctl.h"
+
+#import <Foundation/Foundation.h>
+
+#include <csignal>
+#include <thread>
+
+#include "platform/macos/foundation_text.h"
+#include "platform/macos/places.h"
+#include "platform/posix/utf8.h"
+
+namespace platform {
+namespace {
+
+NSArray* nsArray(const std::vector<std::string>& texts) {
+  NSMutableArray* array = [NSMutableArray arrayWithCapacity:texts.size()];
+  for (const std::string& text : texts) [array addObject:nsString(text)];
+  return array;
+}
+
+/// Whether it has ended. -[NSTask waitUntilExit] would run the main run loop, and with it the
+/// refresh timer in the middle of a refresh.
+bool hasEnded(NSTask* task, Clock::time_point deadline) {
+  constexpr std::chrono::milliseconds kPause(1);
+  while ([task isRunning]) {
+    if (Clock::now() >= deadline) return false;
+    std::this_thread::sleep_for(kPause);
+  }
+  return true;
+}
+
+/// Ends it for good, and gives Foundation the time to notice.
+void end(NSTask* task) {
+  constexpr std::chrono::milliseconds kGrace(500);
+  kill([task processIdentifier], SIGKILL);
+  hasEnded(task, Clock::now() + kGrace);
+}
+
+LaunchctlReply run(NSTask* task, int output, Clock::time_point deadline) {
+  NSError* error = nil;
+  if (![task launchAndReturnError:&error]) return {-1, utf8String([error localizedDescription])};
+  const auto text = readToEnd(output, deadline);
+  if (!text || !hasEnded(task, deadline)) {
+    end(task);
+    return {-1, "launchctl did not answer in time"};
+  }
+  return {[task terminationStatus], isUtf8(*text) ? *text : std::string()};
+}
+
+}  // namespace
+
+LaunchctlReply runLaunchctl(const std::vector<std::string>& arguments, Capture capture,
+                            Clock::time_point deadline) {
+  @autoreleasepool {
+    NSTask* task = [[[NSTask alloc] init] autorelease];
+    NSPipe* pipe = [NSPipe pipe];
+    [task setExecutableURL:[NSURL fileURLWithPath:nsString(places::kLaunchctl)]];
+    [task setArguments:nsArray(arguments)];
+    [task setStandardError:pipe];
+    if (capture == Capture::everything) {
+      [task setStandardOutput:pipe];
+    } else {
+      [task setStandardOutput:[NSFileHandle fileHandleWithNullDevice]];
+    }
+    return run(task, [[pipe fileHandleForReading] fileDescriptor], deadline);
+  }
+}
+
+}  // namespace platform

@@ -1,0 +1,25 @@
+#include "platform/macos/launchctl_attempts.h"
+
+#include <memory>
+#include <optional>
+
+#include "platform/macos/launchctl.h"
+
+namespace platform {
+
+std::vector<ServiceAttempt> launchctlAttempts(const std::vector<LaunchctlCommand>& commands,
+                                              std::chrono::milliseconds limit) {
+  const auto deadline = std::make_shared<std::optional<Clock::time_point>>();
+  std::vector<ServiceAttempt> attempts;
+  for (const LaunchctlCommand& command : commands) {
+    attempts.emplace_back([command, limit, deadline]() -> ServiceReply {
+      if (!*deadline) *deadline = Clock::now() + limit;
+      if (Clock::now() >= **deadline) return {-1, ""};
+      const LaunchctlReply reply = runLaunchctl(command, Capture::errors, **deadline);
+      return {reply.status, reply.text};
+    });
+  }
+  return attempts;
+}
+
+}  // namespace platform

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+namespace platform {
+
+/// What the kernel's table says of one process, to every user.
+struct ProcessRecord {
+  std::uint32_t effectiveUid = 0;
+  std::uint64_t startTime = 0;  ///< in microseconds since 1970; 0 when there is no such process
+};
+
+/// None when the kernel refuses to answer. For a pid that nobody has it answers with a record
+/// of zeros.
+std::optional<ProcessRecord> processRecord(std::int32_t pid);
+
+}  // namespace platform

@@ -1,0 +1,98 @@
+#include "platform/processes.h"
+
+#include <libproc.h>
+#include <sys/sysctl.h>
+#include <sys/syslimits.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <string_view>
+
+#include "platform/macos/argument_block.h"
+#include "platform/macos/process_record.h"
+#include "platform/posix/utf8.h"
+#include "text/path.h"
+
+namespace platform {
+namespace {
+
+/// The process's argument block, in `buffer`; "" when it is another user's, or gone.
+std::string_view argumentBlock(std::int32_t pid, std::vector<char>& buffer) {
+  int name[] = {CTL_KERN, KERN_PROCARGS2, pid};
+  std::size_t size = 0;
+  if (sysctl(name, std::size(name), nullptr, &size, nullptr, 0) != 0 || size < 1) return {};
+
+  // A block that does not fit is given from its end, where the environment stands. It may have
+  // grown since it was measured, and a buffer that is not filled shows that it has not. The
+  // kernel refuses a buffer longer than any block.
+  constexpr std::size_t kSlack = 64;
+  constexpr std::size_t kLongest = ARG_MAX + sizeof(int);
+  const std::size_t room = std::max(size, std::min(size + kSlack, kLongest));
+  if (buffer.size() < room) buffer.resize(room);
+  std::size_t filled = room;
+  if (sysctl(name, std::size(name), buffer.data(), &filled, nullptr, 0) != 0) return {};
+  if (filled == room && room > size) return {};
+  return {buffer.data(), filled};
+}
+
+/// "" when unreadable.
+std::string executablePath(std::int32_t pid) {
+  char path[PROC_PIDPATHINFO_MAXSIZE] = {};
+  const int length = proc_pidpath(pid, path, sizeof path);
+  return length < 1 ? std::string() : std::string(path);
+}
+
+}  // namespace
+
+std::vector<std::int32_t> allPids() {
+  constexpr std::size_t kHeadroom = 16;
+  const int wanted = proc_listpids(PROC_ALL_PIDS, 0, nullptr, 0);
+  if (wanted < 1) return {};
+
+  std::vector<std::int32_t> pids(static_cast<std::size_t>(wanted) / sizeof(pid_t) + kHeadroom);
+  const int filled =
+      proc_listpids(PROC_ALL_PIDS, 0, pids.data(), static_cast<int>(pids.size() * sizeof(pid_t)));
+  const std::size_t count = static_cast<std::size_t>(std::max(filled, 0)) / sizeof(pid_t);
+  pids.resize(std::min(count, pids.size()));
+  std::erase_if(pids, [](std::int32_t pid) { return pid <= 0; });
+  return pids;
+}
+
+bool readProcess(std::int32_t pid, ProcessFacts& facts) {
+  static std::vector<char> buffer;
+  readArgumentBlock(argumentBlock(pid, buffer), facts);
+  facts.name = facts.arguments.empty()
+                   ? repairedUtf8(text::lastPathComponent(executablePath(pid)))
+                   : std::string(text::lastPathComponent(facts.arguments.front()));
+  if (facts.name.empty()) return false;
+
+  const auto record = processRecord(pid);
+  facts.effectiveUid = record ? std::optional(record->effectiveUid) : std::nullopt;
+  return true;
+}
+
+std::optional<std::uint64_t> physicalFootprint(std::int32_t pid) {
+  rusage_info_v4 usage = {};
+  if (proc_pid_rusage(pid, RUSAGE_INFO_V4, reinterpret_cast<rusage_info_t*>(&usage)) == 0 &&
+      usage.ri_phys_footprint != 0) {
+    return usage.ri_phys_footprint;
+  }
+  proc_taskinfo task = {};
+  constexpr int kTaskSize = sizeof task;
+  if (proc_pidinfo(pid, PROC_PIDTASKINFO, 0, &task, kTaskSize) != kTaskSize) return std::nullopt;
+  return task.pti_resident_size;
+}
+
+std::optional<std::uint64_t> startIdentity(std::int32_t pid) {
+  const auto record = processRecord(pid);
+  if (!record || record->startTime == 0) return std::nullopt;
+  return record->startTime;
+}
+
+std::int32_t ownPid() {
+  return getpid();
+}
+
+}  // namespace platform

@@ -1,0 +1,20 @@
+# vorda_platform on macOS; the tests on Linux build the same files.
+set(MACOS_PLATFORM_SOURCES
+  applications.mm
+  argument_block.cpp
+  foundation_text.mm
+  job_file.mm
+  job_list.cpp
+  launch_agents.mm
+  launchctl.mm
+  launchctl_attempts.cpp
+  memory.cpp
+  pipe_reader.cpp
+  process_record.cpp
+  processes.cpp
+  signals.cpp
+  words.cpp
+  ../posix/users.cpp
+  ../posix/utf8.cpp
+)
+list(TRANSFORM MACOS_PLATFORM_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/)

@@ -1,0 +1,96 @@
+#include "platform/macos/argument_block.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "fakes/row_name.h"
+#include "macos/darwin_double.h"
+
+namespace {
+
+using darwin::argumentBlock;
+using darwin::rawArgumentBlock;
+using namespace std::string_literals;
+using Texts = std::vector<std::string>;
+
+struct Row {
+  std::string name;
+  std::string block;
+  Texts arguments;
+};
+
+class ArgumentBlock : public testing::TestWithParam<Row> {};
+
+TEST_P(ArgumentBlock, YieldsArguments) {
+  platform::ProcessFacts facts;
+  platform::readArgumentBlock(GetParam().block, facts);
+  EXPECT_EQ(Texts(facts.arguments.begin(), facts.arguments.end()), GetParam().arguments);
+}
+
+const Texts kOllama{"/opt/homebrew/bin/ollama", "serve"};
+const Texts kEnvironment{"HOME=/Users/ada", "TOKEN=secret"};
+constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, ArgumentBlock,
+    testing::Values(
+        Row{"Plain", argumentBlock("/opt/homebrew/bin/ollama", kOllama, kEnvironment), kOllama},
+        Row{"PathWithoutPadding", rawArgumentBlock(2, "/bin/ls\0ls\0-l\0A=1\0"s), {"ls", "-l"}},
+        Row{"ArgumentsThatAreNotThePath", argumentBlock("/bin/sh", {"-zsh"}), {"-zsh"}},
+        Row{"NoArguments", argumentBlock("/sbin/launchd", {}, kEnvironment), {}},
+        Row{"NegativeCount", rawArgumentBlock(-1, "/bin/ls\0ls\0"s), {}},
+        // The step that the empty one would have taken goes to the environment.
+        Row{"EmptyArgumentBetweenTwo",
+            argumentBlock("/bin/sh", {"sh", "", "x"}, kEnvironment),
+            {"sh", "x", "HOME=/Users/ada"}},
+        Row{"EmptyArgumentBetweenTwoWithoutEnvironment",
+            argumentBlock("/bin/sh", {"sh", "", "x"}),
+            {"sh", "x"}},
+        Row{"TwoEmptyArguments",
+            argumentBlock("/bin/sh", {"sh", "", ""}, kEnvironment),
+            {"sh", "HOME=/Users/ada", "TOKEN=secret"}},
+        Row{"NoEmptyArgumentLeavesTheEnvironmentAlone",
+            argumentBlock("/bin/sh", {"sh", "x"}, kEnvironment),
+            {"sh", "x"}},
+        // It is dropped, and was a step all the same.
+        Row{"ArgumentThatIsNotUtf8",
+            argumentBlock("/bin/sh", {"sh", "caf\xe9", "x"}, kEnvironment),
+            {"sh", "x"}},
+        Row{"Utf8", argumentBlock("/bin/é", {"é", "日本"}), {"é", "日本"}},
+        Row{"CutInAnArgument", rawArgumentBlock(3, "/bin/ls\0ls\0--colo"s), {"ls", "--colo"}},
+        Row{"CutInACharacter", rawArgumentBlock(2, "/bin/ls\0ls\0caf\xc3"s), {"ls"}},
+        Row{"CutInThePath", rawArgumentBlock(2, "/bin/l"), {}},
+        Row{"CutAfterThePath", rawArgumentBlock(2, "/bin/ls\0"s), {}},
+        Row{"CountAlone", rawArgumentBlock(2, ""), {}}, Row{"ThreeBytes", "\2\0\0"s, {}},
+        Row{"Nothing", "", {}}, Row{"NulsAlone", rawArgumentBlock(2, std::string(64, '\0')), {}},
+        Row{"LargestCount", rawArgumentBlock(kMost, "/bin/ls\0ls\0-l\0"s), {"ls", "-l"}},
+        Row{"SmallestCount",
+            rawArgumentBlock(std::numeric_limits<std::int32_t>::min(), "/bin/ls\0ls\0"s),
+            {}}),
+    rowName<Row>);
+
+TEST(ArgumentBlock, JoinsArgumentsBySingleBlanks) {
+  platform::ProcessFacts facts;
+  platform::readArgumentBlock(argumentBlock("/bin/sh", {"sh", "a b", "", "c"}), facts);
+  EXPECT_EQ(facts.commandLine, "sh a b c");
+}
+
+TEST(ArgumentBlock, LeavesNothingOfTheBlockBefore) {
+  platform::ProcessFacts facts;
+  platform::readArgumentBlock(argumentBlock("/bin/sh", {"sh", "-c", "true"}), facts);
+  platform::readArgumentBlock("", facts);
+  EXPECT_EQ(facts.commandLine, "");
+  EXPECT_TRUE(facts.arguments.empty());
+}
+
+TEST(ArgumentBlock, ReadsALongListWhole) {
+  Texts arguments;
+  for (int i = 0; i < 20000; ++i) arguments.push_back("argument-" + std::to_string(i));
+  platform::ProcessFacts facts;
+  platform::readArgumentBlock(argumentBlock("/bin/sh", arguments), facts);
+  EXPECT_EQ(Texts(facts.arguments.begin(), facts.arguments.end()), arguments);
+}
+
+}  // namespace

@@ -1,0 +1,32 @@
+#import <Foundation/Foundation.h>
+
+#include "macos/stage.h"
+
+// A function of the library, to which the linker leads (--wrap) when the edition calls it.
+extern "C" NSString* __wrap_NSHomeDirectory() {
+  return [NSString stringWithUTF8String:Stage::homePath().c_str()];
+}
+
+@implementation NSTask (Apple)
+
+- (NSURL*)executableURL {
+  return [NSURL fileURLWithPath:[self launchPath]];
+}
+
+- (void)setExecutableURL:(NSURL*)executableURL {
+  [self setLaunchPath:[executableURL path]];
+}
+
+- (BOOL)launchAndReturnError:(NSError**)error {
+  @try {
+    [self launch];
+    return YES;
+  } @catch (NSException* exception) {
+    NSDictionary* info = [NSDictionary dictionaryWithObject:[exception reason]
+                                                     forKey:NSLocalizedDescriptionKey];
+    if (error != NULL) *error = [NSError errorWithDomain:NSCocoaErrorDomain code:4 userInfo:info];
+    return NO;
+  }
+}
+
+@end

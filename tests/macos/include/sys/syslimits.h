@@ -1,0 +1,3 @@
+#pragma once
+
+#define ARG_MAX (1024 * 1024)

@@ -1,0 +1,191 @@
+#include "platform/launch_agents.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "agents/launch_agent_scanner.h"
+#include "macos/mac_test.h"
+#include "platform/macos/launchctl_attempts.h"
+
+namespace {
+
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using testing::UnorderedElementsAre;
+using Texts = std::vector<std::string>;
+
+class LaunchAgents : public MacTest {
+ protected:
+  static std::string userPath(const std::string& name) {
+    return Stage::userAgentsPath() + "/" + name;
+  }
+  static std::string machinePath(const std::string& name) {
+    return std::string(Stage::machineAgentsPath()) + "/" + name;
+  }
+  static void writeJob(const std::string& path, const std::string& label) {
+    Stage::write(path,
+                 "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist "
+                 "version=\"1.0\"><dict><key>Label</key><string>" +
+                     label + "</string></dict></plist>");
+  }
+  static Texts paths(const std::vector<platform::JobFile>& files) {
+    Texts result;
+    for (const auto& file : files) result.push_back(file.path);
+    return result;
+  }
+};
+
+TEST_F(LaunchAgents, JobFilesOfTheUserComeBeforeTheMachines) {
+  writeJob(machinePath("com.a.plist"), "com.a");
+  writeJob(userPath("com.z.plist"), "com.z");
+  EXPECT_THAT(paths(platform::jobFiles()),
+              ElementsAre(userPath("com.z.plist"), machinePath("com.a.plist")));
+}
+
+TEST_F(LaunchAgents, LabelInBothFoldersGivesTwo) {
+  writeJob(machinePath("com.a.plist"), "com.a");
+  writeJob(userPath("com.a.plist"), "com.a");
+  EXPECT_EQ(platform::jobFiles().size(), 2);
+}
+
+TEST_F(LaunchAgents, OtherFilesAreNoJobs) {
+  writeJob(userPath("com.a.plist"), "com.a");
+  writeJob(userPath("com.b.PLIST"), "com.b");
+  writeJob(userPath("com.c.plist.bak"), "com.c");
+  writeJob(userPath("plist"), "com.d");
+  writeJob(userPath("below/com.e.plist"), "com.e");
+  EXPECT_THAT(paths(platform::jobFiles()), ElementsAre(userPath("com.a.plist")));
+}
+
+TEST_F(LaunchAgents, UnreadableFilesAreSkipped) {
+  writeJob(userPath("com.a.plist"), "com.a");
+  Stage::write(userPath("garbage.plist"), "\xff\xfe");
+  Stage::write(userPath("folder.plist/file"), "");
+  EXPECT_THAT(paths(platform::jobFiles()), ElementsAre(userPath("com.a.plist")));
+}
+
+TEST_F(LaunchAgents, MissingFoldersGiveNone) {
+  std::filesystem::remove_all(Stage::userAgentsPath());
+  std::filesystem::remove_all(Stage::machineAgentsPath());
+  EXPECT_TRUE(platform::jobFiles().empty());
+}
+
+TEST_F(LaunchAgents, LoadedJobsAreListedOnce) {
+  Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n-\\t0\\tcom.b\\n'");
+  EXPECT_EQ(platform::loadedJobs({}), (platform::LoadedJobs{{"com.a", 12}, {"com.b", {}}}));
+  EXPECT_EQ(Stage::launchctlCalls(), Texts{"list"});
+}
+
+TEST_F(LaunchAgents, FailedListTellsNothing) {
+  Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n'; exit 1");
+  EXPECT_TRUE(platform::loadedJobs({}).empty());
+  Stage::removeLaunchctl();
+  EXPECT_TRUE(platform::loadedJobs({}).empty());
+}
+
+TEST_F(LaunchAgents, HangingListTellsNothing) {
+  Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n'; exec sleep 1000");
+  EXPECT_TRUE(platform::loadedJobs({}).empty());
+}
+
+TEST_F(LaunchAgents, ScanJoinsFilesAndLoadedJobs) {
+  writeJob(userPath("one.plist"), "com.example.one");
+  writeJob(userPath("two.plist"), "com.ollama.two");
+  Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n-\\t0\\tcom.ollama.two\\n'");
+  const auto agents = LaunchAgentScanner::scan();
+  ASSERT_EQ(agents.size(), 2);
+  EXPECT_EQ(agents[0].label, "com.ollama.two");
+  EXPECT_TRUE(agents[0].loaded);
+  EXPECT_FALSE(agents[0].pid);
+  EXPECT_FALSE(agents[1].loaded);
+}
+
+VordaLaunchAgent agent() {
+  return {.label = "com.a", .plistPath = "/Users/ada/Library/LaunchAgents/a b.plist"};
+}
+
+TEST_F(LaunchAgents, BootoutStopsAtTheFirstSuccess) {
+  const auto [ok, message] = LaunchAgentScanner::bootout(agent());
+  EXPECT_TRUE(ok);
+  EXPECT_EQ(message, "Unloaded com.a");
+  EXPECT_THAT(Stage::launchctlCalls(), ElementsAre("bootout|gui/501/com.a"));
+}
+
+TEST_F(LaunchAgents, BootoutTriesThreeWays) {
+  Stage::setLaunchctl("echo 'Boot-out failed: 5: Input/output error' >&2; exit 5");
+  const auto [ok, message] = LaunchAgentScanner::bootout(agent());
+  EXPECT_FALSE(ok);
+  EXPECT_EQ(message, "Failed to unload com.a");
+  EXPECT_THAT(Stage::launchctlCalls(),
+              ElementsAre("bootout|gui/501/com.a",
+                          "bootout|gui/501|/Users/ada/Library/LaunchAgents/a b.plist",
+                          "unload|/Users/ada/Library/LaunchAgents/a b.plist"));
+}
+
+TEST_F(LaunchAgents, BootoutByOldWayCounts) {
+  Stage::setLaunchctl("[ \"$1\" = unload ] || exit 5");
+  EXPECT_EQ(LaunchAgentScanner::bootout(agent()), std::pair(true, std::string("Unloaded com.a")));
+  EXPECT_EQ(Stage::launchctlCalls().size(), 3);
+}
+
+TEST_F(LaunchAgents, BootoutOfWhatIsNotLoadedIsASuccess) {
+  for (const char* words : {"No such process", "Could not find"}) {
+    Stage::reset();
+    Stage::setLaunchctl(std::string("echo 'Boot-out failed: 3: ") + words + " x' >&2; exit 3");
+    EXPECT_EQ(LaunchAgentScanner::bootout(agent()),
+              std::pair(true, std::string("com.a already unloaded")));
+    EXPECT_EQ(Stage::launchctlCalls().size(), 1);
+  }
+}
+
+TEST_F(LaunchAgents, BootoutReadsErrorsAlone) {
+  Stage::setLaunchctl("echo 'No such process'; exit 3");
+  EXPECT_FALSE(LaunchAgentScanner::bootout(agent()).first);
+}
+
+TEST_F(LaunchAgents, BootstrapTriesTwoWays) {
+  Stage::setLaunchctl("echo 'Bootstrap failed: 5: No such process' >&2; exit 5");
+  EXPECT_EQ(LaunchAgentScanner::bootstrap(agent()),
+            std::pair(false, std::string("Failed to load com.a")));
+  EXPECT_THAT(Stage::launchctlCalls(),
+              ElementsAre("bootstrap|gui/501|/Users/ada/Library/LaunchAgents/a b.plist",
+                          "load|/Users/ada/Library/LaunchAgents/a b.plist"));
+}
+
+TEST_F(LaunchAgents, BootstrapStopsAtTheFirstSuccess) {
+  EXPECT_EQ(LaunchAgentScanner::bootstrap(agent()), std::pair(true, std::string("Loaded com.a")));
+  EXPECT_EQ(Stage::launchctlCalls().size(), 1);
+}
+
+TEST_F(LaunchAgents, DomainIsTheUsersOfTheMoment) {
+  darwin::kernel().ownUid = 77;
+  LaunchAgentScanner::bootout(agent());
+  darwin::kernel().ownUid = 78;
+  LaunchAgentScanner::bootstrap(agent());
+  EXPECT_THAT(Stage::launchctlCalls(),
+              ElementsAre("bootout|gui/77/com.a",
+                          "bootstrap|gui/78|/Users/ada/Library/LaunchAgents/a b.plist"));
+}
+
+TEST_F(LaunchAgents, MissingLaunchctlFailsEveryWay) {
+  Stage::removeLaunchctl();
+  EXPECT_EQ(LaunchAgentScanner::bootout(agent()).second, "Failed to unload com.a");
+  EXPECT_EQ(LaunchAgentScanner::bootstrap(agent()).second, "Failed to load com.a");
+}
+
+TEST_F(LaunchAgents, HangingAttemptLeavesTheOthersNoTime) {
+  Stage::setLaunchctl("exec sleep 1000");
+  const auto attempts = platform::launchctlAttempts({{"a"}, {"b"}, {"c"}}, milliseconds(300));
+  EXPECT_EQ(attempts[0]().status, -1);
+  Stage::removeLaunchctl();  // an attempt to start it would now say that it is missing
+  for (const std::size_t later : {1, 2}) {
+    const platform::ServiceReply reply = attempts[later]();
+    EXPECT_EQ(reply.status, -1);
+    EXPECT_EQ(reply.errorText, "");
+  }
+  EXPECT_THAT(Stage::launchctlCalls(), ElementsAre("a"));
+}
+
+}  // namespace

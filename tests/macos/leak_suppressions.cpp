@@ -1,0 +1,4 @@
+// What the leak sanitizer is not to report: the runtime and Foundation keep what they made.
+extern "C" const char* __lsan_default_suppressions() {
+  return "leak:libgnustep-base\nleak:libobjc\n";
+}

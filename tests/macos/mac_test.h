@@ -1,0 +1,21 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "macos/appkit_double.h"
+#include "macos/darwin_double.h"
+#include "macos/stage.h"
+
+/// Each test has a machine of its own.
+class MacTest : public testing::Test {
+ protected:
+  MacTest() {
+    darwin::resetKernel();
+    appkit::reset();
+    Stage::reset();
+  }
+};
+
+/// The same for tables.
+template <typename Row>
+class MacTestWith : public MacTest, public testing::WithParamInterface<Row> {};

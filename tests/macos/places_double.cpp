@@ -1,0 +1,11 @@
+#include "macos/stage.h"
+#include "platform/macos/places.h"
+
+namespace platform::places {
+
+const char* const kLaunchctl = Stage::launchctlPath();
+const char* const kMachineLaunchAgents = Stage::machineAgentsPath();
+const char* const kActivityMonitor = "/System/Applications/Utilities/Activity Monitor.app";
+const char* const kDockerDesktop = Stage::dockerPath();
+
+}  // namespace platform::places

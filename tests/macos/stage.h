@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The parts of a Mac's disk that the edition under test touches, in a folder of this test
+/// program's own: a home, the machine's job files, launchctl, Docker.
+namespace Stage {
+
+const char* launchctlPath();
+const char* machineAgentsPath();
+const char* dockerPath();
+std::string homePath();
+std::string userAgentsPath();
+
+/// An empty home and machine, and a launchctl that knows no jobs.
+void reset();
+
+/// Makes a file, and the folders on the way to it; the path is one of those above.
+void write(const std::string& path, std::string_view bytes);
+
+/// launchctl is from now on a shell script with this body. Its argument list is noted before.
+void setLaunchctl(std::string_view body);
+void removeLaunchctl();
+
+/// How launchctl was called, in order: the arguments of each call, joined by "|".
+std::vector<std::string> launchctlCalls();
+
+}  // namespace Stage
