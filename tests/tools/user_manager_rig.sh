@@ -5,9 +5,9 @@
 #
 # FOLDER becomes the manager's world: units are read from FOLDER/home/.config/systemd/user,
 # its bus is FOLDER/run/bus. It runs as the user UID (root when not given; the user needs no
-# account). Prints "ready" once the manager answers, and runs until its standard input is
-# closed or it is told to end; then everything that it started is gone. Clients run
-# outside, as the same user, with
+# account); its pid is in FOLDER/manager.pid. Prints "ready" once the manager answers, and runs
+# until its standard input is closed or it is told to end; then everything that it started is
+# gone. Clients run outside, as the same user, with
 #
 #   XDG_RUNTIME_DIR=FOLDER/run DBUS_SESSION_BUS_ADDRESS=unix:path=FOLDER/run/bus
 #
@@ -43,7 +43,6 @@ mkdir "$cgroup" || cannot "no control groups"
 
 end() {
   trap - EXIT
-  echo $$ > /sys/fs/cgroup/cgroup.procs
   # Whatever the manager started is in the group, wherever it forked itself to.
   for _ in $(seq 200); do
     echo 1 > "$cgroup/cgroup.kill" 2>/dev/null ||
@@ -76,6 +75,7 @@ as_user() { setpriv --reuid "$user" --regid "$user" --clear-groups -- "$@"; }
   exec setpriv --reuid "$user" --regid "$user" --clear-groups -- \
     /lib/systemd/systemd --user --unit=dbus.service --log-target=console
 ) < /dev/null > /dev/null 2> "$folder/manager.log" &
+echo $! > "$folder/manager.pid"
 disown
 
 for _ in $(seq 200); do

@@ -1,0 +1,86 @@
+#include "tools/user_manager_rig.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <fstream>
+
+UserManagerRig::UserManagerRig()
+    : home_("HOME", (folder_ / "home").c_str()),
+      config_("XDG_CONFIG_HOME", nullptr),
+      runtime_("XDG_RUNTIME_DIR", (folder_ / "run").c_str()),
+      bus_("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + (folder_ / "run/bus").string()).c_str()) {
+  start();
+}
+
+UserManagerRig::~UserManagerRig() {
+  end();
+}
+
+void UserManagerRig::start() {
+  int input[2];
+  int output[2];
+  ASSERT_EQ(pipe2(input, O_CLOEXEC), 0);
+  ASSERT_EQ(pipe2(output, O_CLOEXEC), 0);
+  std::string script = USER_MANAGER_RIG;
+  std::string folder = folder_.path();
+  char* arguments[] = {script.data(), folder.data(), nullptr};
+
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_adddup2(&actions, input[0], STDIN_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, output[1], STDERR_FILENO);
+  const int error = posix_spawn(&script_, script.c_str(), &actions, nullptr, arguments, environ);
+  posix_spawn_file_actions_destroy(&actions);
+  close(input[0]);
+  close(output[1]);
+  standardInput_ = input[1];
+  ASSERT_EQ(error, 0) << script;
+
+  // It says one line: "ready", or why not. It has a bound of its own.
+  std::string line;
+  char byte = 0;
+  while (read(output[0], &byte, 1) == 1 && byte != '\n') line += byte;
+  close(output[0]);
+  reason_ = line == "ready" ? "" : line;
+}
+
+void UserManagerRig::end() {
+  close(standardInput_);
+  waitpid(script_, nullptr, 0);
+}
+
+void UserManagerRig::restart() {
+  end();
+  start();
+}
+
+std::string UserManagerRig::addService(std::string_view name, std::string_view lines) const {
+  const std::string file = "home/.config/systemd/user/" + std::string(name) + ".service";
+  folder_.write(file, "[Service]\n" + std::string(lines) + "\n");
+  return folder_ / file;
+}
+
+namespace {
+
+void signalManager(const std::filesystem::path& pidFile, int signal) {
+  pid_t manager = 0;
+  std::ifstream(pidFile) >> manager;
+  ASSERT_GT(manager, 1);
+  EXPECT_EQ(kill(manager, signal), 0);
+}
+
+}  // namespace
+
+void UserManagerRig::pause() const {
+  signalManager(folder_ / "manager.pid", SIGSTOP);
+}
+
+void UserManagerRig::resume() const {
+  signalManager(folder_ / "manager.pid", SIGCONT);
+}
