@@ -27,7 +27,7 @@ class BusError {
   const char* message() const { return error_.message; }
 
  private:
-  sd_bus_error error_ = SD_BUS_ERROR_NULL;
+  sd_bus_error error_ = {};
 };
 
 void setFailure(int error, BusFailure& failure) {
