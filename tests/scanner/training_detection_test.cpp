@@ -107,7 +107,9 @@ INSTANTIATE_TEST_SUITE_P(
     rowName<DetectionRow>);
 
 TEST(IsTrainingProcess, ReadsArgumentsAndLineEachForItself) {
-  EXPECT_TRUE(isTrainingProcess("python", "", words("x train"), true));
+  for (const std::string word : {"train", "finetune", "fine-tune", "--train", "train_x.py"}) {
+    EXPECT_TRUE(isTrainingProcess("python", "", words("x " + word), true)) << word;
+  }
   EXPECT_FALSE(isTrainingProcess("x", "x", words("python train.py"), false));
   EXPECT_TRUE(isTrainingProcess("x", "mlx_lm", words("my-lora"), false));
   EXPECT_FALSE(isTrainingProcess("x", "mlx_lm my-lora", {}, false));

@@ -48,6 +48,8 @@ INSTANTIATE_TEST_SUITE_P(
         NamingRow{"FirstScriptThatTellsOfTraining", "python x.py my_train.py --max-steps 1",
                   "Training: my_train.py", "Training"},
         NamingRow{"FolderTellsOfTraining", "python train/x.py", "Training: x.py", "Training"},
+        NamingRow{"ScriptNamedAfterLora", "python my_lora.py --max-steps 1", "Training: my_lora.py",
+                  "Training"},
         NamingRow{"ScriptEndingInCapitals", "python TRAIN.PY", "Model training", "Training"},
         NamingRow{"ScriptWithCapitals", "python RETRAIN.py --max-steps 1", "Training: RETRAIN.py",
                   "Training"},
