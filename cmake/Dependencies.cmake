@@ -7,6 +7,17 @@ pkg_check_modules(ncursesw REQUIRED IMPORTED_TARGET ncursesw)
 
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
   pkg_check_modules(systemd REQUIRED IMPORTED_TARGET libsystemd)
+
+  # The desktop tray alone: a server gets along without it.
+  find_package(Qt6 6.4 QUIET COMPONENTS Widgets)
+  pkg_check_modules(xcb QUIET IMPORTED_TARGET xcb)
+  find_program(RSVG_CONVERT rsvg-convert)
+  if(Qt6_FOUND AND xcb_FOUND AND RSVG_CONVERT)
+    set(VORDA_TRAY ON)
+  else()
+    message(STATUS "Qt 6, libxcb or rsvg-convert is not installed: no desktop tray "
+                   "(`make run` installs them)")
+  endif()
 endif()
 
 if(BUILD_TESTING)
