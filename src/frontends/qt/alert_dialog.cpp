@@ -1,0 +1,91 @@
+#include "frontends/qt/alert_dialog.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include "frontends/qt/menu_label.h"
+#include "frontends/qt/pictures.h"
+#include "frontends/qt/qt_text.h"
+#include "frontends/qt/text_box.h"
+
+namespace {
+
+constexpr int kIconSize = 48;
+constexpr int kTextWidth = 400;
+constexpr const char* kDismissButton = "OK";
+
+QLabel* iconLabel(const Alert& alert, const QWidget& dialog) {
+  const bool warns = alert.style == Alert::Style::warning && alert.icon != Alert::Icon::badge;
+  const QIcon icon = warns ? warningIcon() : badgeIcon();
+  auto* label = new QLabel;
+  label->setPixmap(icon.pixmap(QSize(kIconSize, kIconSize), dialog.devicePixelRatioF()));
+  label->setAlignment(Qt::AlignTop);
+  return label;
+}
+
+}  // namespace
+
+// No way to minimize it: it has no place in a task bar to be found again.
+AlertDialog::AlertDialog(const Alert& alert)
+    : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowCloseButtonHint) {
+  setWindowTitle("Vorda");
+  setWindowIcon(badgeIcon());
+  setModal(true);
+
+  QFont bold = font();
+  bold.setBold(true);
+  const int screenHeight = screen()->availableGeometry().height();
+  auto* texts = new QVBoxLayout;
+  texts->setSpacing(10);
+  texts->addWidget(new TextBox(toQString(alert.messageText), bold, kTextWidth, screenHeight / 5));
+  if (!alert.informativeText.empty()) {
+    texts->addWidget(
+        new TextBox(toQString(alert.informativeText), font(), kTextWidth, screenHeight / 2));
+  }
+  texts->addStretch();
+
+  auto* upper = new QHBoxLayout;
+  upper->setSpacing(18);
+  upper->addWidget(iconLabel(alert, *this));
+  upper->addLayout(texts);
+
+  auto* all = new QVBoxLayout(this);
+  all->setContentsMargins(20, 20, 20, 16);
+  all->setSpacing(16);
+  all->setSizeConstraint(QLayout::SetFixedSize);
+  all->addLayout(upper);
+  addButtons(alert);
+}
+
+void AlertDialog::addButtons(const Alert& alert) {
+  const std::vector<std::string> titles =
+      alert.buttons.empty() ? std::vector<std::string>{kDismissButton} : alert.buttons;
+  auto* row = new QHBoxLayout;
+  row->addStretch();
+  for (std::size_t i = 0; i < titles.size(); ++i) {
+    const int index = static_cast<int>(i);
+    auto* button = new QPushButton(menuLabel(titles[i]));
+    connect(button, &QPushButton::clicked, this, [this, index] { choose(index); });
+    row->addWidget(button);
+    if (i == 0) {
+      button->setDefault(true);
+      button->setFocus();
+    }
+    if (titles[i] == "Cancel") cancelAnswer_ = kAlertFirstButtonReturn + index;
+  }
+  static_cast<QVBoxLayout*>(layout())->addLayout(row);
+}
+
+void AlertDialog::choose(int index) {
+  answer_ = kAlertFirstButtonReturn + index;
+  accept();
+}
+
+void AlertDialog::reject() {
+  answer_ = cancelAnswer_;
+  QDialog::reject();
+}

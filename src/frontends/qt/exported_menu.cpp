@@ -1,0 +1,93 @@
+#include "frontends/qt/exported_menu.h"
+
+#include <utility>
+
+#include "frontends/qt/menu_keys.h"
+#include "frontends/qt/menu_label.h"
+#include "ui/strip_description.h"
+
+namespace {
+
+using Node = ExportedMenu::Node;
+
+void describeStrip(Node& node, const MemoryPressureView& strip) {
+  node.label = barLabel(strip);
+  node.accessibleText = stripDescription(strip);
+}
+
+bool looksTheSame(const Node& a, const Node& b) {
+  return a.label == b.label && a.accessibleText == b.accessibleText &&
+         a.item->enabled == b.item->enabled && a.item->dot == b.item->dot;
+}
+
+/// Notes what differs between two versions of one submenu; false when the items do.
+bool compare(const std::vector<Node>& before, const std::vector<Node>& after,
+             std::vector<int>& relabelled) {
+  if (before.size() != after.size()) return false;
+  for (std::size_t i = 0; i < after.size(); ++i) {
+    if (before[i].id != after[i].id) return false;
+    if (!looksTheSame(before[i], after[i])) relabelled.push_back(after[i].id);
+    if (!compare(before[i].children, after[i].children, relabelled)) return false;
+  }
+  return true;
+}
+
+const Node* findIn(const Node& node, int id) {
+  if (node.id == id) return &node;
+  for (const Node& child : node.children) {
+    if (const Node* found = findIn(child, id)) return found;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+ExportedMenu::Change ExportedMenu::show(MenuSnapshot menu) {
+  std::map<std::string, int> ids;
+  std::vector<Node> children = nodes(menu->items, "", ids);
+
+  Change change;
+  change.layout = !compare(root_.children, children, change.relabelled);
+  if (change.layout) change.relabelled.clear();
+
+  root_.children = std::move(children);
+  ids_ = std::move(ids);
+  snapshot_ = std::move(menu);
+  return change;
+}
+
+ExportedMenu::Change ExportedMenu::showStrip(const MemoryPressureView& strip) {
+  for (Node& node : root_.children) {
+    if (node.item->kind != MenuItem::Kind::strip) continue;
+    const Node before = node;
+    describeStrip(node, strip);
+    if (!looksTheSame(before, node)) return {.relabelled = {node.id}};
+  }
+  return {};
+}
+
+const Node* ExportedMenu::find(int id) const {
+  return findIn(root_, id);
+}
+
+std::vector<Node> ExportedMenu::nodes(const std::vector<MenuItem>& items,
+                                      const std::string& parentKey,
+                                      std::map<std::string, int>& ids) {
+  const std::vector<std::string> keys = menuKeys(items);
+  std::vector<Node> result;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    const std::string key = parentKey + '/' + keys[i];
+    const auto known = ids_.find(key);
+    Node& node = result.emplace_back();
+    node.id = known != ids_.end() ? known->second : ++lastId_;
+    node.item = &items[i];
+    if (items[i].strip) {
+      describeStrip(node, *items[i].strip);
+    } else {
+      node.label = hostMenuLabel(items[i].title);
+    }
+    node.children = nodes(items[i].submenu, key, ids);
+    ids.emplace(key, node.id);
+  }
+  return result;
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "frontends/qt/menu_snapshot.h"
+
+/// The menu as a tray host draws it: items with numbers, the strip as a bar of blocks. A
+/// number means the same thing for as long as the program runs; what means something else
+/// gets a number that was never used before. So a click on what the host still shows never
+/// reaches anything else.
+class ExportedMenu {
+ public:
+  static constexpr int kRootId = 0;
+
+  struct Node {
+    int id = kRootId;
+    std::string label;               ///< as the host wants it, access keys escaped
+    std::string accessibleText;      ///< where the label is no text to be read out; else ""
+    const MenuItem* item = nullptr;  ///< lives as long as the menu it was shown with
+    std::vector<Node> children;
+  };
+
+  /// What a host has to be told.
+  struct Change {
+    bool layout = false;          ///< other items or another order
+    std::vector<int> relabelled;  ///< the same items, which now say something else
+    bool any() const { return layout || !relabelled.empty(); }
+  };
+
+  Change show(MenuSnapshot menu);
+  Change showStrip(const MemoryPressureView& strip);
+
+  const Node& root() const { return root_; }
+  const Node* find(int id) const;
+  const MenuSnapshot& snapshot() const { return snapshot_; }
+
+ private:
+  std::vector<Node> nodes(const std::vector<MenuItem>& items, const std::string& parentKey,
+                          std::map<std::string, int>& ids);
+
+  MenuSnapshot snapshot_;
+  Node root_;
+  std::map<std::string, int> ids_;  // of the items that are shown, by their keys
+  int lastId_ = kRootId;
+};

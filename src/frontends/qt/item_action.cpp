@@ -1,0 +1,32 @@
+#include "frontends/qt/item_action.h"
+
+#include <QMenu>
+#include <utility>
+
+#include "frontends/qt/dot_icon.h"
+#include "frontends/qt/menu_label.h"
+#include "frontends/qt/strip_widget.h"
+
+ItemAction::ItemAction(std::string key, QObject* parent)
+    : QWidgetAction(parent), key_(std::move(key)) {}
+
+ItemAction::~ItemAction() {
+  delete menu();
+}
+
+void ItemAction::setItem(const MenuItem& item, const MenuSnapshot& menu) {
+  const bool newDot = item_ == nullptr ? item.dot.has_value() : item.dot != item_->dot;
+  item_ = &item;
+  menu_ = menu;
+  setSeparator(item.kind == MenuItem::Kind::separator);
+  setText(menuLabel(item.title));
+  setEnabled(item.enabled);
+  if (newDot) setIcon(item.dot ? dotIcon(*item.dot) : QIcon());
+  if (item.strip && defaultWidget() == nullptr) setDefaultWidget(new StripWidget);
+  refreshStrip();
+}
+
+void ItemAction::refreshStrip() {
+  if (!item_->strip) return;
+  static_cast<StripWidget*>(defaultWidget())->setStrip(item_->strip);
+}

@@ -1,0 +1,49 @@
+#include "frontends/qt/menu_label.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "frontends/qt/qt_text.h"
+#include "text/unicode.h"
+
+namespace {
+
+constexpr std::size_t kLongestLabel = 120;
+constexpr std::size_t kLongestToolTip = 1000;
+
+std::string cut(std::string_view title, std::size_t limit) {
+  return text::shortened(title, limit, limit - 1);
+}
+
+std::string doubled(const std::string& text, char mark) {
+  std::string result;
+  for (const char byte : text) {
+    result += byte;
+    if (byte == mark) result += byte;
+  }
+  return result;
+}
+
+}  // namespace
+
+QString menuLabel(std::string_view title) {
+  return toQString(doubled(cut(title, kLongestLabel), '&'));
+}
+
+std::string hostMenuLabel(std::string_view title) {
+  return doubled(cut(title, kLongestLabel), '_');
+}
+
+std::string barLabel(const MemoryPressureView& strip) {
+  constexpr int kCells = 10;
+  const int filled = static_cast<int>(std::lround(strip.pressure * kCells));
+  std::string label;
+  for (int cell = 0; cell < kCells; ++cell) label += cell < filled ? "█" : "░";
+  return label + " " + std::to_string(std::lround(strip.pressure * 100)) + "%";
+}
+
+QString plainToolTip(std::string_view text) {
+  if (text.empty()) return {};
+  return "<p style='white-space:pre-wrap'>" +
+         toQString(cut(text, kLongestToolTip)).toHtmlEscaped().replace('\n', "<br>") + "</p>";
+}

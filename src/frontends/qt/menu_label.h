@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+#include "ui/memory_pressure_view.h"
+
+/// What an item's title becomes for who draws it, so that the reader sees the title as it
+/// is: each toolkit takes another sign for the mark of an access key. A title longer than
+/// any screen is wide is cut.
+
+/// For a QMenu, which takes "&" for the mark.
+QString menuLabel(std::string_view title);
+
+/// For a menu that a tray host draws: it takes "_" for the mark.
+std::string hostMenuLabel(std::string_view title);
+
+/// The strip where only text can stand: ten cells, filled as far as memory is used, and the
+/// percentage. "██████░░░░ 62%"
+std::string barLabel(const MemoryPressureView& strip);
+
+/// A tooltip. Qt would read text that looks like markup as markup; this is the text itself.
+QString plainToolTip(std::string_view text);

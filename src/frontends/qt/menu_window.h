@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+#include "ui/memory_pressure_view.h"
+
+class QPushButton;
+class StripWidget;
+
+/// The small window that stands for the icon where there is none, and that holds the menu
+/// where a menu can't stand by itself (Wayland): the live strip above a button that opens
+/// the menu.
+class MenuWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  MenuWindow();
+
+  /// The status item's title: the window's and the button's.
+  void setTitle(const QString& title);
+  void setToolTipText(const QString& plainHtml);
+  void setStrip(std::shared_ptr<const MemoryPressureView> strip);
+
+  /// Where a menu under the button has its top left corner, in screen coordinates.
+  QPoint menuPosition() const;
+
+  /// Runs `work` when the window is on screen and can hold a menu: now, or later.
+  void whenExposed(std::function<void()> work);
+
+ Q_SIGNALS:
+  void menuRequested();
+  void settingsRequested();
+  /// The user closed the window.
+  void dismissed();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  StripWidget* strip_;
+  QPushButton* button_;
+  std::function<void()> onExposed_;
+};

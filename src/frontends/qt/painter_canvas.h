@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QPainter>
+
+#include "ui/canvas.h"
+
+/// Draws through a QPainter onto a surface `height` points high, turning the origin from the
+/// bottom left to Qt's top left.
+class PainterCanvas : public Canvas {
+ public:
+  PainterCanvas(QPainter& painter, double height);
+
+  void fillRect(const Rect& rect, const Color& color) override;
+  void fillOval(const Rect& rect, const Color& color) override;
+  void fillRoundedRect(const Rect& rect, double radius, const Color& color) override;
+  void strokeRoundedRect(const Rect& rect, double radius, const Color& color,
+                         double lineWidth) override;
+  void saveState() override;
+  void clipToRoundedRect(const Rect& rect, double radius) override;
+  void restoreState() override;
+
+ private:
+  QRectF turned(const Rect& rect) const;
+
+  QPainter& painter_;
+  double height_;
+};

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QIcon>
+#include <QImage>
+#include <vector>
+
+/// What packaging/icons/ draws and the build renders, in every size.
+
+/// The program's badge.
+QIcon badgeIcon();
+
+/// The same as single pictures, for a tray host.
+std::vector<QImage> badgePictures();
+
+QIcon warningIcon();

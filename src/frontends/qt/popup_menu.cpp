@@ -1,0 +1,64 @@
+#include "frontends/qt/popup_menu.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include "frontends/qt/item_action.h"
+#include "frontends/qt/menu_filling.h"
+#include "frontends/qt/wayland/menu_surface.h"
+
+PopupMenu::PopupMenu(QWidget* parent) : QMenu(parent) {
+  mind(*this);
+}
+
+void PopupMenu::mind(QMenu& menu) {
+  connect(&menu, &QMenu::triggered, this, [this, &menu](QAction* action) {
+    // A menu passes on what its submenus report.
+    if (!menu.actions().contains(action)) return;
+    const auto* chosenAction = static_cast<ItemAction*>(action);
+    Q_EMIT chosen(chosenAction->snapshot(), &chosenAction->item());
+  });
+  toolTips_.watch(menu);
+  letMenuOpenUnasked(menu);
+}
+
+void PopupMenu::setMenu(const MenuSnapshot& menu) {
+  const QAction* pointedAt = activeAction();
+  const QPoint before = pointedAt != nullptr ? actionGeometry(activeAction()).topLeft() : QPoint();
+  fillMenu(*this, menu->items, menu, [this](QMenu& submenu) { mind(submenu); });
+  if (!isVisible()) return;
+  // The menu grew or shrank above the item that the user points at: it moves along.
+  if (pointedAt != nullptr && activeAction() == pointedAt) {
+    move(pos() + before - actionGeometry(activeAction()).topLeft());
+  }
+}
+
+void PopupMenu::refreshStrip() {
+  for (QAction* action : actions()) static_cast<ItemAction*>(action)->refreshStrip();
+}
+
+/// "Refresh now" leaves the menu open, to show what it has found.
+bool PopupMenu::chooseWithoutClosing(QAction* action) {
+  const auto* pointedAt = static_cast<ItemAction*>(action);
+  if (pointedAt == nullptr || pointedAt->item().action != Action::refreshNow) return false;
+  Q_EMIT chosen(pointedAt->snapshot(), &pointedAt->item());
+  return true;
+}
+
+void PopupMenu::mouseReleaseEvent(QMouseEvent* event) {
+  if (!chooseWithoutClosing(actionAt(event->position().toPoint()))) {
+    QMenu::mouseReleaseEvent(event);
+  }
+}
+
+void PopupMenu::keyPressEvent(QKeyEvent* event) {
+  const bool chooses = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
+                       event->key() == Qt::Key_Space;
+  if (chooses && chooseWithoutClosing(activeAction())) return;
+  if (event->key() == Qt::Key_Comma && event->modifiers() == Qt::ControlModifier) {
+    close();
+    Q_EMIT settingsRequested();
+    return;
+  }
+  QMenu::keyPressEvent(event);
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QMenu>
+
+#include "frontends/qt/item_tool_tips.h"
+#include "frontends/qt/menu_snapshot.h"
+
+/// The menu as the program itself shows it: the live strip on top, dots, submenus, tooltips.
+class PopupMenu : public QMenu {
+  Q_OBJECT
+
+ public:
+  explicit PopupMenu(QWidget* parent = nullptr);
+
+  /// Shows these items. An open menu stays open, and its "Refresh now" under the pointer.
+  void setMenu(const MenuSnapshot& menu);
+
+  /// The strip has changed: draws it anew.
+  void refreshStrip();
+
+ Q_SIGNALS:
+  void chosen(MenuSnapshot menu, const MenuItem* item);
+  void settingsRequested();
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void mind(QMenu& menu);
+  bool chooseWithoutClosing(QAction* action);
+
+  ItemToolTips toolTips_;
+};

@@ -1,0 +1,25 @@
+#include "frontends/qt/strip_widget.h"
+
+#include <QPainter>
+#include <utility>
+
+#include "frontends/qt/painter_canvas.h"
+#include "frontends/qt/qt_text.h"
+#include "ui/strip_description.h"
+
+StripWidget::StripWidget(QWidget* parent) : QWidget(parent) {
+  setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+}
+
+void StripWidget::setStrip(std::shared_ptr<const MemoryPressureView> strip) {
+  strip_ = std::move(strip);
+  setAccessibleName(strip_ ? toQString(stripDescription(*strip_)) : QString());
+  update();
+}
+
+void StripWidget::paintEvent(QPaintEvent*) {
+  if (!strip_) return;
+  QPainter painter(this);
+  PainterCanvas canvas(painter, height());
+  strip_->draw(canvas, {0, 0, static_cast<double>(width()), static_cast<double>(height())});
+}

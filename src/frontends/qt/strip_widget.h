@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+#include "ui/memory_pressure_view.h"
+
+/// The strip as a widget, as wide as its place. Screen readers hear it in words.
+class StripWidget : public QWidget {
+ public:
+  /// The size that the menu gives the strip.
+  static constexpr int kWidth = 304;
+  static constexpr int kHeight = 40;
+
+  explicit StripWidget(QWidget* parent = nullptr);
+
+  /// Draws this strip from now on, and its present state at once.
+  void setStrip(std::shared_ptr<const MemoryPressureView> strip);
+
+  QSize sizeHint() const override { return {kWidth, kHeight}; }
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override;
+
+ private:
+  std::shared_ptr<const MemoryPressureView> strip_;
+};

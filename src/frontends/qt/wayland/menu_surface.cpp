@@ -1,0 +1,14 @@
+#include "frontends/qt/wayland/menu_surface.h"
+
+#include <QGuiApplication>
+#include <QMenu>
+#include <QWindow>
+
+void letMenuOpenUnasked(QMenu& menu) {
+  if (!QGuiApplication::platformName().startsWith("wayland")) return;
+  QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu] {
+    menu.winId();  // makes the window, which is asked what it is when it is shown
+    QWindow* window = menu.windowHandle();
+    window->setFlags((window->flags() & ~Qt::WindowType_Mask) | Qt::ToolTip);
+  });
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+class QWidget;
+
+/// Asks the window manager to leave a window that has not been shown yet out of its task
+/// bar and pager. Without effect on Wayland, which has no word for it.
+void keepOffTaskbar(QWidget& window);

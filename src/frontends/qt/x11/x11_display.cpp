@@ -1,0 +1,25 @@
+#include "frontends/qt/x11/x11_display.h"
+
+#include <QGuiApplication>
+#include <cstring>
+
+namespace X11Display {
+
+xcb_connection_t* connection() {
+  const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  return application == nullptr ? nullptr : application->connection();
+}
+
+xcb_window_t rootWindow() {
+  return xcb_setup_roots_iterator(xcb_get_setup(connection())).data->root;
+}
+
+xcb_atom_t atom(const char* name) {
+  const auto length = static_cast<std::uint16_t>(std::strlen(name));
+  const auto request = xcb_intern_atom(connection(), 0, length, name);
+  const XcbReply<xcb_intern_atom_reply_t> reply(
+      xcb_intern_atom_reply(connection(), request, nullptr));
+  return reply == nullptr ? static_cast<xcb_atom_t>(XCB_ATOM_NONE) : reply->atom;
+}
+
+}  // namespace X11Display

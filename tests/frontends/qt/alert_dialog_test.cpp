@@ -1,0 +1,139 @@
+#include "frontends/qt/alert_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+
+#include "frontends/qt/qt_text.h"
+
+namespace {
+
+Alert forceQuit() {
+  return {.messageText = "Force Quit?",
+          .informativeText = "firefox\nPID 12\n\nThis cannot be undone.",
+          .style = Alert::Style::warning,
+          .buttons = {"Force Quit", "Cancel"}};
+}
+
+QList<QPushButton*> buttons(const AlertDialog& dialog) {
+  return dialog.findChildren<QPushButton*>();
+}
+
+QStringList texts(const AlertDialog& dialog) {
+  QStringList shown;
+  for (const auto* text : dialog.findChildren<QPlainTextEdit*>()) shown << text->toPlainText();
+  return shown;
+}
+
+void press(AlertDialog& dialog, int key) {
+  QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier);
+  QCoreApplication::sendEvent(&dialog, &down);
+}
+
+TEST(AlertDialog, showsItsTexts) {
+  const AlertDialog dialog(forceQuit());
+  EXPECT_EQ(texts(dialog),
+            QStringList({"Force Quit?", "firefox\nPID 12\n\nThis cannot be undone."}));
+}
+
+TEST(AlertDialog, keepsTheOrderOfItsButtons) {
+  AlertDialog dialog(forceQuit());
+  dialog.show();
+  const auto shown = buttons(dialog);
+  ASSERT_EQ(shown.size(), 2);
+  EXPECT_EQ(shown[0]->text(), "Force Quit");
+  EXPECT_EQ(shown[1]->text(), "Cancel");
+  EXPECT_LT(shown[0]->x(), shown[1]->x());
+  EXPECT_TRUE(shown[0]->isDefault());
+  EXPECT_FALSE(shown[1]->isDefault());
+}
+
+TEST(AlertDialog, answersWithTheButtonsPlace) {
+  AlertDialog first(forceQuit());
+  buttons(first)[0]->click();
+  EXPECT_EQ(first.answer(), kAlertFirstButtonReturn);
+  AlertDialog second(forceQuit());
+  buttons(second)[1]->click();
+  EXPECT_EQ(second.answer(), kAlertFirstButtonReturn + 1);
+}
+
+TEST(AlertDialog, returnChoosesTheFirstButton) {
+  AlertDialog dialog(forceQuit());
+  dialog.show();
+  press(dialog, Qt::Key_Return);
+  EXPECT_EQ(dialog.answer(), kAlertFirstButtonReturn);
+  EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST(AlertDialog, escapeMeansCancel) {
+  AlertDialog dialog(forceQuit());
+  dialog.show();
+  press(dialog, Qt::Key_Escape);
+  EXPECT_EQ(dialog.answer(), kAlertFirstButtonReturn + 1);
+  EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST(AlertDialog, closingItMeansCancel) {
+  AlertDialog dialog(forceQuit());
+  dialog.show();
+  dialog.close();
+  EXPECT_EQ(dialog.answer(), kAlertFirstButtonReturn + 1);
+}
+
+TEST(AlertDialog, escapeWithoutACancelButtonChoosesNothing) {
+  AlertDialog dialog({.messageText = "Failed"});
+  dialog.show();
+  press(dialog, Qt::Key_Escape);
+  EXPECT_EQ(dialog.answer(), kAlertDismissed);
+}
+
+TEST(AlertDialog, withoutButtonsHasOneThatDismissesIt) {
+  const AlertDialog dialog({.messageText = "Failed"});
+  ASSERT_EQ(buttons(dialog).size(), 1);
+  buttons(dialog)[0]->click();
+  EXPECT_EQ(dialog.answer(), kAlertFirstButtonReturn);
+}
+
+TEST(AlertDialog, showsMarkupAsText) {
+  const char* hostile = "<b>x</b> <img src=/etc/passwd> &amp; a_b & c";
+  const AlertDialog dialog({.messageText = hostile, .informativeText = hostile});
+  EXPECT_EQ(texts(dialog), QStringList({hostile, hostile}));
+}
+
+TEST(AlertDialog, fitsTheScreenWhateverItSays) {
+  const std::string endless(100000, 'x');
+  std::string lines;
+  for (int i = 0; i < 10000; ++i) lines += "line\n";
+  AlertDialog dialog({.messageText = endless, .informativeText = lines});
+  dialog.show();
+  EXPECT_LT(dialog.height(), dialog.screen()->availableGeometry().height());
+  EXPECT_LT(dialog.width(), 600);
+  EXPECT_EQ(texts(dialog)[0].size(), 100000);
+}
+
+TEST(AlertDialog, isAsHighAsAWrappedTextNeeds) {
+  const std::string words =
+      "Menu bar process manager with a live color-coded memory pressure strip, and more words "
+      "than one line of this dialog can hold";
+  AlertDialog dialog({.messageText = "x", .informativeText = words});
+  dialog.show();
+  const auto* text = dialog.findChildren<QPlainTextEdit*>()[1];
+  EXPECT_GE(text->height(), 2 * text->fontMetrics().height());
+  EXPECT_EQ(text->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+}
+
+TEST(AlertDialog, showsAPictureForEveryStyle) {
+  for (const Alert::Icon icon : {Alert::Icon::standard, Alert::Icon::badge}) {
+    for (const Alert::Style style : {Alert::Style::informational, Alert::Style::warning}) {
+      const AlertDialog dialog({.messageText = "x", .style = style, .icon = icon});
+      EXPECT_EQ(dialog.findChild<QLabel*>()->pixmap().deviceIndependentSize(), QSizeF(48, 48));
+    }
+  }
+}
+
+}  // namespace

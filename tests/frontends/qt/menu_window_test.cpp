@@ -1,0 +1,70 @@
+#include "frontends/qt/menu_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QKeyEvent>
+#include <QPushButton>
+
+#include "frontends/qt/event_loop.h"
+#include "frontends/qt/strip_widget.h"
+
+namespace {
+
+class MenuWindowTest : public testing::Test {
+ protected:
+  MenuWindowTest() {
+    window.setTitle("Vorda²");
+    window.show();
+    settle();
+  }
+
+  QPushButton* button() const { return window.findChild<QPushButton*>(); }
+
+  MenuWindow window;
+};
+
+TEST_F(MenuWindowTest, holdsTheStripAboveTheButton) {
+  const QWidget* strip = nullptr;
+  for (QObject* child : window.children()) {
+    if (const auto* found = dynamic_cast<StripWidget*>(child)) strip = found;
+  }
+  ASSERT_NE(strip, nullptr);
+  EXPECT_LT(strip->geometry().bottom(), button()->geometry().top());
+  EXPECT_EQ(button()->text(), "Vorda²");
+  EXPECT_EQ(window.windowTitle(), "Vorda²");
+}
+
+TEST_F(MenuWindowTest, buttonAsksForTheMenu) {
+  int requests = 0;
+  QObject::connect(&window, &MenuWindow::menuRequested, [&requests] { ++requests; });
+  button()->click();
+  EXPECT_EQ(requests, 1);
+  EXPECT_GE(window.menuPosition().y(), window.mapToGlobal(button()->pos()).y());
+}
+
+TEST_F(MenuWindowTest, closingIsLeftToTheProgram) {
+  int dismissals = 0;
+  QObject::connect(&window, &MenuWindow::dismissed, [&dismissals] { ++dismissals; });
+  window.close();
+  EXPECT_EQ(dismissals, 1);
+  EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(MenuWindowTest, canNotBeLostBehindOthersOrMinimized) {
+  EXPECT_TRUE(window.windowFlags() & Qt::WindowStaysOnTopHint);
+  EXPECT_FALSE(window.windowFlags() & Qt::WindowMinimizeButtonHint);
+}
+
+TEST_F(MenuWindowTest, runsWorkOnceItIsOnScreen) {
+  int runs = 0;
+  window.whenExposed([&runs] { ++runs; });
+  EXPECT_EQ(runs, 1);
+
+  MenuWindow later;
+  later.whenExposed([&runs] { ++runs; });
+  EXPECT_EQ(runs, 1);
+  later.show();
+  EXPECT_TRUE(eventually([&runs] { return runs == 2; }));
+}
+
+}  // namespace

@@ -1,0 +1,222 @@
+#include "frontends/qt/popup_menu.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QToolTip>
+#include <QWidgetAction>
+
+#include "frontends/qt/event_loop.h"
+#include "frontends/qt/menu_examples.h"
+#include "frontends/qt/strip_widget.h"
+
+namespace {
+
+class PopupMenuTest : public testing::Test {
+ protected:
+  PopupMenuTest() {
+    QObject::connect(&menu, &PopupMenu::chosen, [this](const MenuSnapshot&, const MenuItem* item) {
+      chosen.push_back(item->title);
+    });
+    menu.setMenu(snapshot(exampleItems()));
+  }
+
+  void open() {
+    menu.popup({100, 100});
+    settle();
+  }
+
+  QAction* action(int index) const { return menu.actions().at(index); }
+  QMenu* submenu(int index) const { return action(index)->menu(); }
+
+  static void press(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QKeyEvent down(QEvent::KeyPress, key, modifiers);
+    QCoreApplication::sendEvent(&widget, &down);
+    settle();
+  }
+
+  void click(QAction* target) {
+    const QPointF place = menu.actionGeometry(target).center();
+    for (const auto type :
+         {QEvent::MouseMove, QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+      QMouseEvent event(type, place, menu.mapToGlobal(place), Qt::LeftButton,
+                        type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                        Qt::NoModifier);
+      QCoreApplication::sendEvent(&menu, &event);
+    }
+    settle();
+  }
+
+  PopupMenu menu;
+  std::vector<std::string> chosen;
+};
+
+TEST_F(PopupMenuTest, showsEveryItem) {
+  ASSERT_EQ(menu.actions().size(), 8);
+  EXPECT_EQ(action(1)->text(), "System  10.0 / 16 GB used");
+  EXPECT_FALSE(action(1)->isEnabled());
+  EXPECT_TRUE(action(2)->isSeparator());
+  EXPECT_EQ(action(4)->text(), "train_lora.py  ·  312 MB");
+  EXPECT_FALSE(action(4)->icon().isNull());
+  EXPECT_TRUE(action(6)->isEnabled());
+  EXPECT_TRUE(action(6)->icon().isNull());
+}
+
+TEST_F(PopupMenuTest, submenusAreFull) {
+  ASSERT_NE(submenu(3), nullptr);
+  ASSERT_EQ(submenu(3)->actions().size(), 4);
+  EXPECT_EQ(submenu(3)->actions()[2]->text(), "Quit");
+  EXPECT_EQ(submenu(6), nullptr);
+}
+
+TEST_F(PopupMenuTest, stripStandsOnTopAsAWidget) {
+  open();
+  auto* widget = static_cast<QWidgetAction*>(action(0))->defaultWidget();
+  ASSERT_NE(widget, nullptr);
+  EXPECT_TRUE(widget->isVisible());
+  EXPECT_GE(widget->width(), StripWidget::kWidth);
+  EXPECT_EQ(widget->height(), StripWidget::kHeight);
+  EXPECT_EQ(widget->accessibleName(), "Memory 62 percent used");
+}
+
+TEST_F(PopupMenuTest, stripIsDrawnAnewOnRequest) {
+  const auto items = exampleItems();
+  menu.setMenu(snapshot(items));
+  items[0].strip->pressure = 0.9;
+  menu.refreshStrip();
+  EXPECT_EQ(static_cast<QWidgetAction*>(action(0))->defaultWidget()->accessibleName(),
+            "Memory 90 percent used");
+}
+
+TEST_F(PopupMenuTest, clickChoosesAndCloses) {
+  open();
+  click(action(7));
+  EXPECT_EQ(chosen, std::vector<std::string>{"Quit Vorda"});
+  EXPECT_FALSE(menu.isVisible());
+}
+
+TEST_F(PopupMenuTest, choiceInASubmenuIsReportedOnce) {
+  submenu(3)->actions()[2]->trigger();
+  EXPECT_EQ(chosen, std::vector<std::string>{"Quit"});
+}
+
+TEST_F(PopupMenuTest, chosenItemMeansWhatItMeantWhenItWasShown) {
+  MenuItem meant;
+  QObject::connect(&menu, &PopupMenu::chosen,
+                   [&meant](const MenuSnapshot&, const MenuItem* item) { meant = *item; });
+  submenu(4)->actions()[2]->trigger();
+  EXPECT_EQ(std::get<std::int32_t>(meant.representedObject), 12);
+  EXPECT_EQ(meant.process->pid, 12);
+}
+
+TEST_F(PopupMenuTest, clickOnALineChoosesNothing) {
+  open();
+  click(action(1));
+  EXPECT_TRUE(chosen.empty());
+  EXPECT_TRUE(menu.isVisible());
+}
+
+TEST_F(PopupMenuTest, refreshNowLeavesItOpen) {
+  open();
+  click(action(6));
+  EXPECT_EQ(chosen, std::vector<std::string>{"Refresh now"});
+  EXPECT_TRUE(menu.isVisible());
+}
+
+TEST_F(PopupMenuTest, refreshNowByKeyboardLeavesItOpen) {
+  open();
+  menu.setActiveAction(action(6));
+  press(menu, Qt::Key_Return);
+  EXPECT_EQ(chosen, std::vector<std::string>{"Refresh now"});
+  EXPECT_TRUE(menu.isVisible());
+}
+
+TEST_F(PopupMenuTest, keyboardWalksOpensASubmenuAndChooses) {
+  open();
+  press(menu, Qt::Key_Down);
+  EXPECT_EQ(menu.activeAction(), action(3));
+  press(menu, Qt::Key_Right);
+  ASSERT_TRUE(submenu(3)->isVisible());
+  press(*submenu(3), Qt::Key_Return);
+  EXPECT_EQ(chosen, std::vector<std::string>{"Quit"});
+  EXPECT_FALSE(menu.isVisible());
+}
+
+TEST_F(PopupMenuTest, escapeClosesWithoutAChoice) {
+  open();
+  press(menu, Qt::Key_Escape);
+  EXPECT_FALSE(menu.isVisible());
+  EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(PopupMenuTest, controlCommaAsksForSettings) {
+  int requests = 0;
+  QObject::connect(&menu, &PopupMenu::settingsRequested, [&requests] { ++requests; });
+  open();
+  press(menu, Qt::Key_Comma, Qt::ControlModifier);
+  EXPECT_EQ(requests, 1);
+  EXPECT_FALSE(menu.isVisible());
+}
+
+TEST_F(PopupMenuTest, newItemsLeaveAnOpenMenuOpen) {
+  open();
+  menu.setMenu(snapshot(
+      {stripItem(0.5), processRow(13, "new"), actionItem("Refresh now", Action::refreshNow)}));
+  settle();
+  EXPECT_TRUE(menu.isVisible());
+  ASSERT_EQ(menu.actions().size(), 3);
+  EXPECT_EQ(action(1)->text(), "new  ·  312 MB");
+}
+
+TEST_F(PopupMenuTest, sameProcessKeepsItsRowAndItsOpenSubmenu) {
+  open();
+  QAction* row = action(4);
+  menu.setActiveAction(row);
+  press(menu, Qt::Key_Right);
+  ASSERT_TRUE(row->menu()->isVisible());
+  menu.setMenu(snapshot({stripItem(0.5), processRow(12, "train_lora.py", 1, "4.1 GB")}));
+  settle();
+  EXPECT_EQ(action(1), row);
+  EXPECT_EQ(row->text(), "train_lora.py  ·  4.1 GB");
+  EXPECT_TRUE(row->menu()->isVisible());
+}
+
+TEST_F(PopupMenuTest, rowNeverComesToMeanAnotherProcess) {
+  const QPointer<QAction> row = action(3);
+  menu.setMenu(snapshot({processRow(11, "ollama", 2)}));
+  settle();
+  EXPECT_TRUE(row.isNull());
+}
+
+TEST_F(PopupMenuTest, refreshNowStaysUnderThePointer) {
+  open();
+  menu.setActiveAction(action(6));
+  const auto place = [this](int index) {
+    return menu.mapToGlobal(menu.actionGeometry(action(index)).topLeft());
+  };
+  const QPoint before = place(6);
+  std::vector<MenuItem> fewer = exampleItems();
+  fewer.erase(fewer.begin() + 3);
+  menu.setMenu(snapshot(fewer));
+  EXPECT_EQ(place(5), before);
+}
+
+TEST_F(PopupMenuTest, rowsShowTheirToolTipAfterAWhile) {
+  open();
+  menu.setActiveAction(action(3));
+  action(3)->hover();
+  EXPECT_TRUE(eventually([] { return QToolTip::isVisible(); }));
+  EXPECT_TRUE(QToolTip::text().contains("ollama<br>Owner: ada"));
+  QToolTip::hideText();
+}
+
+TEST_F(PopupMenuTest, aHundredThousandSignsFitTheScreen) {
+  menu.setMenu(snapshot({processRow(11, std::string(100000, 'x'))}));
+  open();
+  EXPECT_LT(menu.width(), 4000);
+}
+
+}  // namespace
