@@ -1,0 +1,32 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "frontends/qt/bus/sd_bus_ptr.h"
+#include "frontends/qt/exported_menu.h"
+
+/// How the exported menu is written into D-Bus messages. Every function answers what sd-bus
+/// answered: negative when the message could not take it.
+namespace HostMenuMessages {
+
+/// Names of properties that were asked for; empty: all.
+using PropertyNames = std::vector<std::string>;
+
+int readNames(sd_bus_message* call, PropertyNames& names);
+int readIds(sd_bus_message* call, std::vector<int>& ids);
+
+/// Appends "(ia{sv}av)": the item and what is below it, `depth` levels of that (-1: all).
+int appendLayout(sd_bus_message* message, const ExportedMenu::Node& node, int depth,
+                 const PropertyNames& names);
+
+/// Appends "(ia{sv})".
+int appendProperties(sd_bus_message* message, const ExportedMenu::Node& node,
+                     const PropertyNames& names);
+
+/// Appends one property as "v"; an empty string for one that the item does not have.
+int appendProperty(sd_bus_message* message, const ExportedMenu::Node& node,
+                   const std::string& name);
+
+}  // namespace HostMenuMessages

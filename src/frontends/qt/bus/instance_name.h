@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QObject>
+
+#include "frontends/qt/bus/session_bus.h"
+
+/// One instance per session: the first one owns a name on the session bus, and serves
+/// org.freedesktop.Application there, so that a second start can ask it to show itself.
+class InstanceName : public QObject {
+  Q_OBJECT
+
+ public:
+  static constexpr const char* kName = "com.halvek.Vorda";
+  static constexpr const char* kPath = "/com/halvek/Vorda";
+
+  enum class Outcome {
+    owned,      ///< this is the first instance
+    activated,  ///< another one runs, and has shown itself
+    silent,     ///< another one runs, and does not answer
+  };
+
+  /// Serves activation at once: whoever finds the name finds it served.
+  explicit InstanceName(SessionBus& bus);
+
+  /// Takes the name, or activates the one who has it. Needs no event loop; bounded to a few
+  /// seconds.
+  Outcome claim();
+
+  /// Takes the name if it is free, for an instance that runs already.
+  void claimLater();
+
+ Q_SIGNALS:
+  /// The program was started again.
+  void activated();
+
+ private:
+  friend struct InstanceNameVtable;
+
+  SessionBus& bus_;
+  BusSlot object_;
+  BusSlot request_;
+};

@@ -1,0 +1,96 @@
+#include "frontends/qt/bus/session_bus.h"
+
+#include <poll.h>
+#include <time.h>
+
+#include <QAbstractEventDispatcher>
+#include <algorithm>
+#include <cstdint>
+
+namespace {
+
+using std::chrono::microseconds;
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// What sd_bus_get_timeout counts in.
+std::uint64_t monotonicMicroseconds() {
+  timespec now = {};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<std::uint64_t>(now.tv_sec) * 1000000 +
+         static_cast<std::uint64_t>(now.tv_nsec) / 1000;
+}
+
+}  // namespace
+
+std::unique_ptr<SessionBus> SessionBus::open(milliseconds patience) {
+  sd_bus* raw = nullptr;
+  if (sd_bus_open_user(&raw) < 0) return nullptr;
+  std::unique_ptr<SessionBus> bus(new SessionBus(BusPtr(raw)));
+  const auto greeted = [raw] { return sd_bus_is_ready(raw) > 0; };
+  return bus->waitUntil(greeted, patience) ? std::move(bus) : nullptr;
+}
+
+SessionBus::~SessionBus() = default;
+
+bool SessionBus::waitUntil(const std::function<bool()>& done, milliseconds patience) {
+  const auto deadline = steady_clock::now() + patience;
+  while (!done()) {
+    const int worked = sd_bus_process(get(), nullptr);
+    if (worked < 0) return false;
+    if (worked > 0) continue;
+    const auto left = std::chrono::duration_cast<microseconds>(deadline - steady_clock::now());
+    if (left.count() <= 0) return false;
+    if (sd_bus_wait(get(), static_cast<std::uint64_t>(left.count())) < 0) return false;
+  }
+  return true;
+}
+
+void SessionBus::serve() {
+  const int fd = sd_bus_get_fd(get());
+  readable_ = std::make_unique<QSocketNotifier>(fd, QSocketNotifier::Read);
+  writable_ = std::make_unique<QSocketNotifier>(fd, QSocketNotifier::Write);
+  timeout_.setSingleShot(true);
+  connect(readable_.get(), &QSocketNotifier::activated, this, &SessionBus::process);
+  connect(writable_.get(), &QSocketNotifier::activated, this, &SessionBus::process);
+  connect(&timeout_, &QTimer::timeout, this, &SessionBus::process);
+  // What was queued since, whoever queued it, is sent before the loop sleeps.
+  connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+          &SessionBus::process);
+}
+
+void SessionBus::process() {
+  // A handler may run an event loop of its own, as an alert does.
+  if (processing_ || lost_) return;
+  processing_ = true;
+  int worked = 0;
+  do {
+    worked = sd_bus_process(get(), nullptr);
+  } while (worked > 0);
+  processing_ = false;
+
+  if (worked < 0 || sd_bus_is_open(get()) <= 0) {
+    lost_ = true;
+    readable_.reset();
+    writable_.reset();
+    timeout_.stop();
+    Q_EMIT lost();
+    return;
+  }
+  watchForMore();
+}
+
+void SessionBus::watchForMore() {
+  const int events = sd_bus_get_events(get());
+  readable_->setEnabled((events & POLLIN) != 0);
+  writable_->setEnabled((events & POLLOUT) != 0);
+
+  std::uint64_t due = UINT64_MAX;
+  sd_bus_get_timeout(get(), &due);
+  if (due == UINT64_MAX) {
+    timeout_.stop();
+    return;
+  }
+  const std::uint64_t now = monotonicMicroseconds();
+  timeout_.start(milliseconds(due <= now ? 0 : (due - now) / 1000 + 1));
+}

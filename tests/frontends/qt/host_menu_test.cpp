@@ -1,0 +1,321 @@
+#include "frontends/qt/bus/host_menu.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "frontends/qt/bus_pair.h"
+#include "frontends/qt/event_loop.h"
+#include "frontends/qt/menu_examples.h"
+
+namespace {
+
+using Signals = std::vector<std::string>;
+using testing::Contains;
+using testing::Not;
+
+/// One item as a host reads it.
+struct HostItem {
+  int id = 0;
+  std::string label;
+  std::string type;
+  std::string accessible;
+  bool enabled = true;
+  std::size_t iconBytes = 0;
+  std::vector<HostItem> children;
+};
+
+void readProperty(sd_bus_message* message, HostItem& item) {
+  const char* name = nullptr;
+  const char* contents = nullptr;
+  const char* text = nullptr;
+  sd_bus_message_read(message, "s", &name);
+  sd_bus_message_peek_type(message, nullptr, &contents);
+  if (std::string_view(contents) == "s") {
+    sd_bus_message_read(message, "v", "s", &text);
+    const std::map<std::string_view, std::string*> texts{
+        {"label", &item.label}, {"type", &item.type}, {"accessible-desc", &item.accessible}};
+    if (texts.contains(name)) *texts.at(name) = text;
+  } else if (std::string_view(name) == "enabled") {
+    int enabled = 0;
+    sd_bus_message_read(message, "v", "b", &enabled);
+    item.enabled = enabled != 0;
+  } else {
+    const void* bytes = nullptr;
+    sd_bus_message_enter_container(message, 'v', "ay");
+    sd_bus_message_read_array(message, 'y', &bytes, &item.iconBytes);
+    sd_bus_message_exit_container(message);
+  }
+}
+
+HostItem readLayout(sd_bus_message* message) {
+  HostItem item;
+  sd_bus_message_enter_container(message, 'r', "ia{sv}av");
+  sd_bus_message_read(message, "i", &item.id);
+  sd_bus_message_enter_container(message, 'a', "{sv}");
+  while (sd_bus_message_enter_container(message, 'e', "sv") > 0) {
+    readProperty(message, item);
+    sd_bus_message_exit_container(message);
+  }
+  sd_bus_message_exit_container(message);
+  sd_bus_message_enter_container(message, 'a', "v");
+  while (sd_bus_message_enter_container(message, 'v', "(ia{sv}av)") > 0) {
+    item.children.push_back(readLayout(message));
+    sd_bus_message_exit_container(message);
+  }
+  sd_bus_message_exit_container(message);
+  sd_bus_message_exit_container(message);
+  return item;
+}
+
+class HostMenuTest : public testing::Test {
+ protected:
+  HostMenuTest() : hostMenu(pair.served(), model, kPatience) {
+    QObject::connect(&hostMenu, &HostMenu::opening, [this] {
+      ++openings;
+      if (onOpening) onOpening();
+    });
+    QObject::connect(&hostMenu, &HostMenu::closed, [this] { ++closings; });
+    QObject::connect(
+        &hostMenu, &HostMenu::chosen,
+        [this](const MenuSnapshot&, const MenuItem* item) { chosen.push_back(item->title); });
+    hostMenu.show(snapshot(exampleItems()));
+    pair.takeSignals();
+  }
+
+  BusMessage newCall(const char* member) const {
+    return pair.newCall(HostMenu::kPath, "com.canonical.dbusmenu", member);
+  }
+
+  HostItem layout(int parent = 0, int depth = -1) const {
+    const BusMessage call = newCall("GetLayout");
+    sd_bus_message_append(call.get(), "iias", parent, depth, 0);
+    const BusMessage reply = pair.send(call);
+    EXPECT_FALSE(sd_bus_message_is_method_error(reply.get(), nullptr));
+    sd_bus_message_read(reply.get(), "u", &revision);
+    return readLayout(reply.get());
+  }
+
+  void event(int id, const char* kind) const {
+    const BusMessage call = newCall("Event");
+    sd_bus_message_append(call.get(), "isvu", id, kind, "s", "", 0U);
+    EXPECT_FALSE(sd_bus_message_is_method_error(pair.send(call).get(), nullptr));
+  }
+
+  bool aboutToShow(int id = 0) const {
+    const BusMessage call = newCall("AboutToShow");
+    sd_bus_message_append(call.get(), "i", id);
+    int changed = 0;
+    sd_bus_message_read(pair.send(call).get(), "b", &changed);
+    return changed != 0;
+  }
+
+  static constexpr int kPatience = 50;  // milliseconds
+
+  mutable unsigned revision = 0;
+  BusPair pair;
+  ExportedMenu model;
+  HostMenu hostMenu;
+  int openings = 0;
+  int closings = 0;
+  std::function<void()> onOpening;
+  std::vector<std::string> chosen;
+};
+
+TEST_F(HostMenuTest, hostReadsEveryItem) {
+  const HostItem root = layout();
+  ASSERT_EQ(root.children.size(), 8U);
+  const HostItem& strip = root.children[0];
+  EXPECT_EQ(strip.label, "██████░░░░ 62%");
+  EXPECT_EQ(strip.accessible, "Memory 62 percent used");
+  EXPECT_FALSE(strip.enabled);
+  EXPECT_EQ(root.children[2].type, "separator");
+  const HostItem& row = root.children[4];
+  EXPECT_EQ(row.label, "train__lora.py  ·  312 MB");
+  EXPECT_GT(row.iconBytes, 0U);
+  EXPECT_TRUE(row.enabled);
+  ASSERT_EQ(row.children.size(), 4U);
+  EXPECT_EQ(row.children[2].label, "Quit");
+}
+
+TEST_F(HostMenuTest, hostReadsOneLevelOrOneSubmenu) {
+  EXPECT_TRUE(layout(0, 1).children[3].children.empty());
+  const HostItem row = layout(layout().children[3].id);
+  EXPECT_EQ(row.children.size(), 4U);
+}
+
+TEST_F(HostMenuTest, hostReadsOnlyWhatItAsksFor) {
+  const BusMessage call = newCall("GetGroupProperties");
+  sd_bus_message_append(call.get(), "aias", 2, 1, 2, 1, "enabled");
+  const BusMessage reply = pair.send(call);
+  sd_bus_message_enter_container(reply.get(), 'a', "(ia{sv})");
+  int items = 0;
+  while (sd_bus_message_enter_container(reply.get(), 'r', "ia{sv}") > 0) {
+    int id = 0;
+    HostItem item;
+    sd_bus_message_read(reply.get(), "i", &id);
+    sd_bus_message_enter_container(reply.get(), 'a', "{sv}");
+    while (sd_bus_message_enter_container(reply.get(), 'e', "sv") > 0) {
+      readProperty(reply.get(), item);
+      sd_bus_message_exit_container(reply.get());
+    }
+    sd_bus_message_exit_container(reply.get());
+    sd_bus_message_exit_container(reply.get());
+    EXPECT_TRUE(item.label.empty());
+    EXPECT_FALSE(item.enabled);
+    ++items;
+  }
+  EXPECT_EQ(items, 2);
+}
+
+TEST_F(HostMenuTest, hostReadsOneProperty) {
+  const BusMessage call = newCall("GetProperty");
+  sd_bus_message_append(call.get(), "is", layout().children[6].id, "label");
+  const char* label = nullptr;
+  sd_bus_message_read(pair.send(call).get(), "v", "s", &label);
+  EXPECT_STREQ(label, "Refresh now");
+}
+
+TEST_F(HostMenuTest, itemThatIsNotThereIsAnError) {
+  const BusMessage call = newCall("GetLayout");
+  sd_bus_message_append(call.get(), "iias", 4711, -1, 0);
+  EXPECT_TRUE(sd_bus_message_is_method_error(pair.send(call).get(), nullptr));
+}
+
+TEST_F(HostMenuTest, clickChoosesTheItem) {
+  event(layout().children[3].children[2].id, "clicked");
+  EXPECT_EQ(chosen, std::vector<std::string>{"Quit"});
+}
+
+TEST_F(HostMenuTest, clicksInAGroupChooseTheirItems) {
+  const int id = layout().children[6].id;
+  const BusMessage call = newCall("EventGroup");
+  sd_bus_message_append(call.get(), "a(isvu)", 2, id, "hovered", "i", 0, 0U, id, "clicked", "i", 0,
+                        0U);
+  EXPECT_FALSE(sd_bus_message_is_method_error(pair.send(call).get(), nullptr));
+  EXPECT_EQ(chosen, std::vector<std::string>{"Refresh now"});
+}
+
+TEST_F(HostMenuTest, clickOnWhatCanNotBeChosenIsIgnored) {
+  const HostItem root = layout();
+  event(root.children[1].id, "clicked");
+  event(root.children[2].id, "clicked");
+  event(root.children[3].id, "clicked");
+  event(4711, "clicked");
+  EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(HostMenuTest, clickOnAProcessThatWentReachesNoOther) {
+  const int id = layout().children[3].children[2].id;
+  hostMenu.show(snapshot({processRow(11, "ollama", 2)}));
+  event(id, "clicked");
+  EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(HostMenuTest, itemsAreBroughtUpToDateBeforeTheHostShowsThem) {
+  onOpening = [this] { hostMenu.show(snapshot({processRow(13, "new")})); };
+  EXPECT_TRUE(aboutToShow());
+  EXPECT_EQ(layout().children[0].label, "new  ·  312 MB");
+  EXPECT_EQ(openings, 1);
+}
+
+TEST_F(HostMenuTest, openingWithoutNewsIsNoChange) {
+  EXPECT_FALSE(aboutToShow());
+}
+
+TEST_F(HostMenuTest, openingInAGroupCounts) {
+  const BusMessage call = newCall("AboutToShowGroup");
+  sd_bus_message_append(call.get(), "ai", 1, 0);
+  pair.send(call);
+  EXPECT_EQ(openings, 1);
+}
+
+TEST_F(HostMenuTest, openingASubmenuIsNoOpening) {
+  aboutToShow(layout().children[3].id);
+  EXPECT_EQ(openings, 0);
+}
+
+TEST_F(HostMenuTest, hostThatOnlySaysOpenedIsHeard) {
+  event(0, "opened");
+  EXPECT_EQ(openings, 1);
+}
+
+TEST_F(HostMenuTest, openMenuKeepsItsItems) {
+  aboutToShow();
+  const HostItem before = layout();
+  pair.takeSignals();
+  hostMenu.show(snapshot({processRow(13, "new")}));
+  EXPECT_EQ(layout().children.size(), before.children.size());
+  EXPECT_THAT(pair.takeSignals(), Not(Contains("LayoutUpdated")));
+}
+
+TEST_F(HostMenuTest, stripMovesInTheOpenMenu) {
+  aboutToShow();
+  pair.takeSignals();
+  MemoryPressureView strip;
+  strip.pressure = 0.9;
+  hostMenu.showStrip(strip);
+  EXPECT_EQ(pair.takeSignals(), Signals{"ItemsPropertiesUpdated"});
+  EXPECT_EQ(layout().children[0].label, "█████████░ 90%");
+}
+
+TEST_F(HostMenuTest, itemsCatchUpWhenTheHostClosesTheMenu) {
+  aboutToShow();
+  hostMenu.show(snapshot({processRow(13, "new")}));
+  pair.takeSignals();
+  event(0, "closed");
+  EXPECT_EQ(closings, 1);
+  EXPECT_EQ(pair.takeSignals(), Signals{"LayoutUpdated"});
+  EXPECT_EQ(layout().children.size(), 1U);
+}
+
+TEST_F(HostMenuTest, choosingClosesTheMenu) {
+  aboutToShow();
+  event(layout().children[6].id, "clicked");
+  EXPECT_EQ(closings, 1);
+  EXPECT_EQ(chosen, std::vector<std::string>{"Refresh now"});
+}
+
+TEST_F(HostMenuTest, hostThatNeverSaysClosedIsNotWaitedForForever) {
+  aboutToShow();
+  EXPECT_TRUE(eventually([this] { return closings == 1; }));
+}
+
+TEST_F(HostMenuTest, hostThatSaysClosedIsWaitedFor) {
+  aboutToShow();
+  event(0, "closed");
+  aboutToShow();
+  QTimer::singleShot(4 * kPatience, &hostMenu, [this] { openings = 100; });
+  EXPECT_TRUE(eventually([this] { return openings == 100; }));
+  EXPECT_EQ(closings, 1);
+}
+
+TEST_F(HostMenuTest, anotherMenuThatOpensClosesThisOne) {
+  aboutToShow();
+  hostMenu.assumeClosed();
+  hostMenu.assumeClosed();
+  EXPECT_EQ(closings, 1);
+}
+
+TEST_F(HostMenuTest, newFiguresTravelInOneSignal) {
+  hostMenu.show(snapshot({processRow(11, "a", 1, "1 MB"), processRow(12, "b", 1, "1 MB")}));
+  pair.takeSignals();
+  hostMenu.show(snapshot({processRow(11, "a", 1, "2 MB"), processRow(12, "b", 1, "2 MB")}));
+  EXPECT_EQ(pair.takeSignals(), Signals{"ItemsPropertiesUpdated"});
+}
+
+TEST_F(HostMenuTest, anotherLayoutHasAnotherRevision) {
+  layout();
+  const unsigned before = revision;
+  hostMenu.show(snapshot({processRow(13, "new")}));
+  layout();
+  EXPECT_GT(revision, before);
+}
+
+TEST_F(HostMenuTest, withoutNewsTheBusIsLeftAlone) {
+  hostMenu.show(snapshot(exampleItems()));
+  EXPECT_TRUE(pair.takeSignals().empty());
+}
+
+}  // namespace
