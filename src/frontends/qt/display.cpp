@@ -1,0 +1,64 @@
+#include "frontends/qt/display.h"
+
+#include <unistd.h>
+
+#include <QApplication>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+bool connected = false;
+
+std::string variable(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+std::string displayName() {
+  const std::string wayland = variable("WAYLAND_DISPLAY");
+  const std::string x11 = variable("DISPLAY");
+  return wayland.empty() || x11.empty() ? wayland + x11 : wayland + " or " + x11;
+}
+
+/// Qt tells in several lines, and then by an abort, what a user can use in one.
+void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (!connected) {
+    if (type != QtFatalMsg) return;
+    std::fprintf(stderr, "vorda: can't reach the display %s\n", displayName().c_str());
+    _exit(EXIT_FAILURE);
+  }
+  if (message.contains("connection broke") || message.contains("connection experienced")) {
+    std::fputs("vorda: the display has gone\n", stderr);
+    _exit(EXIT_FAILURE);
+  }
+  if (type == QtCriticalMsg || type == QtFatalMsg) {
+    std::fprintf(stderr, "vorda: %s\n", qUtf8Printable(message));
+  }
+}
+
+/// What Qt is to try, in order.
+std::string platforms() {
+  const bool wayland = !variable("WAYLAND_DISPLAY").empty();
+  const bool x11 = !variable("DISPLAY").empty();
+  if (wayland) return x11 ? "wayland;xcb" : "wayland";
+  return "xcb";
+}
+
+}  // namespace
+
+std::unique_ptr<QApplication> openDisplay() {
+  // As Qt keeps them: for as long as the application lives.
+  static std::string name = "vorda-tray";
+  static std::string option = "-platform";
+  static std::string choice = platforms();
+  static char* arguments[] = {name.data(), option.data(), choice.data(), nullptr};
+  static int count = variable("QT_QPA_PLATFORM").empty() ? 3 : 1;
+
+  qInstallMessageHandler(onQtMessage);
+  QApplication::setDesktopFileName("vorda");
+  auto application = std::make_unique<QApplication>(count, arguments);
+  connected = true;
+  return application;
+}

@@ -1,0 +1,203 @@
+#include "frontends/qt/qt_front_end.h"
+
+#include <QApplication>
+#include <chrono>
+#include <utility>
+
+#include "frontends/qt/alert_dialog.h"
+#include "frontends/qt/popup_menu.h"
+#include "frontends/qt/qt_scheduled_work.h"
+#include "frontends/qt/x11/window_hints.h"
+#include "ui/strip_description.h"
+
+namespace {
+
+constexpr int kReconnectInterval = 30000;  // milliseconds
+constexpr std::chrono::milliseconds kReconnectPatience{300};
+
+void bringToFront(QWidget& window) {
+  window.show();
+  window.raise();
+  window.activateWindow();
+}
+
+std::shared_ptr<const MemoryPressureView> stripOf(const Menu& menu) {
+  for (const MenuItem& item : menu.items) {
+    if (item.strip) return item.strip;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsLine> settings)
+    : settingsLines_(std::move(settings)), menu_(std::make_shared<const Menu>()) {
+  // The program lives without a window, and ends by terminate() alone.
+  QApplication::setQuitOnLastWindowClosed(false);
+  connect(&presence_, &TrayPresence::menuRequested, this, &QtFrontEnd::togglePopup);
+  connect(&presence_, &TrayPresence::settingsRequested, this, &QtFrontEnd::showSettings);
+  connect(&presence_, &TrayPresence::dismissed, this, &QtFrontEnd::terminate);
+  connect(&presence_, &TrayPresence::placeLost, this, &QtFrontEnd::cancelTracking);
+  connect(&reconnect_, &QTimer::timeout, this, [this] {
+    NamedBus again{SessionBus::open(kReconnectPatience), nullptr};
+    if (!again.bus) return;
+    reconnect_.stop();
+    again.name = std::make_unique<InstanceName>(*again.bus);
+    again.name->claimLater();
+    attach(std::move(again));
+  });
+  if (bus.bus) {
+    attach(std::move(bus));
+  } else {
+    presence_.setHost(true, false);
+  }
+}
+
+QtFrontEnd::~QtFrontEnd() {
+  delete popup_;
+  delete settings_;
+}
+
+void QtFrontEnd::setDelegate(MenuDelegate* delegate) {
+  delegate_ = delegate;
+  tracking_.setDelegate(delegate);
+}
+
+void QtFrontEnd::attach(NamedBus bus) {
+  connection_ = std::make_unique<TrayConnection>(std::move(bus), exportedMenu_);
+  connection_->icon.setToolTip(toolTip_);
+  connection_->menu.show(menu_);
+  showStrip();
+  const TrayHostWatch& hosts = connection_->hosts;
+  connect(&hosts, &TrayHostWatch::changed, this,
+          [this, &hosts] { presence_.setHost(hosts.decided(), hosts.hostShowsIcon()); });
+  connect(connection_->bus.get(), &SessionBus::lost, this, &QtFrontEnd::busLost,
+          Qt::QueuedConnection);
+  connect(connection_->name.get(), &InstanceName::activated, this, &QtFrontEnd::showSettings,
+          Qt::QueuedConnection);
+  connect(&connection_->icon, &StatusNotifierItem::activated, this, &QtFrontEnd::togglePopup,
+          Qt::QueuedConnection);
+  connect(&connection_->menu, &HostMenu::opening, this, [this] {
+    if (popup_) popup_->close();
+    tracking_.begin(MenuTracking::Shown::hostMenu);
+  });
+  connect(&connection_->menu, &HostMenu::closed, this,
+          [this] { tracking_.end(MenuTracking::Shown::hostMenu); });
+  connect(&connection_->menu, &HostMenu::chosen, this, &QtFrontEnd::choose, Qt::QueuedConnection);
+}
+
+void QtFrontEnd::busLost() {
+  tracking_.end(MenuTracking::Shown::hostMenu);
+  connection_.reset();
+  presence_.setHost(true, false);
+  reconnect_.start(kReconnectInterval);
+}
+
+void QtFrontEnd::setTitle(const std::string& title) {
+  title_ = title;
+  presence_.setTitle(title);
+}
+
+void QtFrontEnd::setToolTip(const std::string& toolTip) {
+  toolTip_ = toolTip;
+  presence_.setToolTip(toolTip);
+  if (connection_) connection_->icon.setToolTip(toolTip);
+}
+
+void QtFrontEnd::menuRebuilt(const Menu& menu) {
+  menu_ = std::make_shared<const Menu>(menu);
+  if (popup_) popup_->setMenu(menu_);
+  if (connection_) connection_->menu.show(menu_);
+  showStrip();
+}
+
+void QtFrontEnd::stripChanged(const MemoryPressureView&) {
+  if (popup_) popup_->refreshStrip();
+  showStrip();
+}
+
+/// Wherever it stands besides the popup, which shows it with its menu.
+void QtFrontEnd::showStrip() {
+  const auto strip = stripOf(*menu_);
+  presence_.setStrip(strip);
+  if (!strip || !connection_) return;
+  connection_->menu.showStrip(*strip);
+  connection_->icon.setTitle(title_ + " — " + stripDescription(*strip));
+}
+
+void QtFrontEnd::cancelTracking() {
+  if (popup_) popup_->close();
+}
+
+int QtFrontEnd::runModal(const Alert& alert) {
+  cancelTracking();
+  AlertDialog dialog(alert);
+  alert_ = &dialog;
+  keepOffTaskbar(dialog);
+  bringToFront(dialog);
+  dialog.exec();
+  return dialog.answer();
+}
+
+std::shared_ptr<ScheduledWork> QtFrontEnd::every(double seconds, std::function<void()> work) {
+  return scheduleWork(*this, seconds, true, std::move(work));
+}
+
+std::shared_ptr<ScheduledWork> QtFrontEnd::after(double seconds, std::function<void()> work) {
+  return scheduleWork(*this, seconds, false, std::move(work));
+}
+
+void QtFrontEnd::terminate() {
+  QApplication::exit(0);
+}
+
+void QtFrontEnd::showSettings() {
+  if (!settings_) settings_ = new SettingsWindow(settingsLines_);
+  bringToFront(*settings_);
+}
+
+void QtFrontEnd::togglePopup() {
+  if (alert_) {
+    bringToFront(*alert_);
+  } else if (popup_) {
+    popup_->close();
+  } else {
+    presence_.providePlace(
+        [this](QWidget* parent, QPoint position) { openPopup(parent, position); });
+  }
+}
+
+void QtFrontEnd::openPopup(QWidget* parent, QPoint position) {
+  if (alert_ || popup_) return;
+  if (connection_) {
+    connection_->icon.setQuiet(true);
+    connection_->menu.assumeClosed();
+  }
+  popup_ = new PopupMenu(parent);
+  tracking_.begin(MenuTracking::Shown::popup);
+  popup_->setMenu(menu_);
+  connect(popup_, &PopupMenu::chosen, this, &QtFrontEnd::choose, Qt::QueuedConnection);
+  connect(popup_, &PopupMenu::settingsRequested, this, &QtFrontEnd::showSettings,
+          Qt::QueuedConnection);
+  // Queued, and before what is chosen: a menu closes before its item acts.
+  connect(popup_, &QMenu::aboutToHide, this, &QtFrontEnd::popupClosed, Qt::QueuedConnection);
+  popup_->popup(position);
+}
+
+void QtFrontEnd::popupClosed() {
+  if (popup_) popup_->deleteLater();
+  popup_.clear();
+  if (connection_) connection_->icon.setQuiet(false);
+  presence_.releasePlace();
+  tracking_.end(MenuTracking::Shown::popup);
+}
+
+/// `menu` keeps the item alive meanwhile.
+void QtFrontEnd::choose(const MenuSnapshot&, const MenuItem* item) {
+  if (delegate_ == nullptr) return;
+  if (alert_ && item->action != Action::quitApp) {
+    bringToFront(*alert_);
+    return;
+  }
+  delegate_->perform(*item);
+}

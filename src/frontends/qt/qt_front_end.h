@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QPointer>
+#include <memory>
+
+#include "frontends/qt/bus/tray_connection.h"
+#include "frontends/qt/exported_menu.h"
+#include "frontends/qt/menu_tracking.h"
+#include "frontends/qt/settings_window.h"
+#include "frontends/qt/tray_presence.h"
+#include "ui/front_end.h"
+
+class AlertDialog;
+class PopupMenu;
+
+/// The desktop: an icon in the tray with a tooltip and a menu, alerts, the Settings window.
+/// Needs a QApplication.
+class QtFrontEnd : public QObject, public FrontEnd {
+  Q_OBJECT
+
+ public:
+  /// `bus` may be empty: then there is no tray host. `settings` is what the Settings window
+  /// says.
+  QtFrontEnd(NamedBus bus, std::vector<SettingsLine> settings);
+  ~QtFrontEnd() override;
+
+  /// Whom to tell of the menu from now on; nobody: nullptr.
+  void setDelegate(MenuDelegate* delegate);
+
+  void setTitle(const std::string& title) override;
+  void setToolTip(const std::string& toolTip) override;
+  void menuRebuilt(const Menu& menu) override;
+  void stripChanged(const MemoryPressureView& strip) override;
+  void cancelTracking() override;
+  int runModal(const Alert& alert) override;
+  std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;
+  std::shared_ptr<ScheduledWork> after(double seconds, std::function<void()> work) override;
+  void terminate() override;
+
+  void showSettings();
+
+ private:
+  void attach(NamedBus bus);
+  void busLost();
+  void togglePopup();
+  void openPopup(QWidget* parent, QPoint position);
+  void popupClosed();
+  void choose(const MenuSnapshot& menu, const MenuItem* item);
+  void showStrip();
+
+  std::vector<SettingsLine> settingsLines_;
+  MenuDelegate* delegate_ = nullptr;
+  MenuTracking tracking_;
+  std::string title_;
+  std::string toolTip_;
+  MenuSnapshot menu_;
+  ExportedMenu exportedMenu_;
+  std::unique_ptr<TrayConnection> connection_;
+  TrayPresence presence_;
+  QPointer<PopupMenu> popup_;
+  QPointer<AlertDialog> alert_;
+  QPointer<SettingsWindow> settings_;
+  QTimer reconnect_;
+};

@@ -1,0 +1,116 @@
+#include "frontends/qt/tray_presence.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QSystemTrayIcon>
+
+#include "frontends/qt/menu_label.h"
+#include "frontends/qt/menu_window.h"
+#include "frontends/qt/pictures.h"
+#include "frontends/qt/qt_text.h"
+
+namespace {
+
+/// A Wayland client can't place a menu by itself.
+bool popupsNeedWindow() {
+  return QGuiApplication::platformName().startsWith("wayland");
+}
+
+}  // namespace
+
+TrayPresence::TrayPresence() {
+  facts_.embeddingTray = embeddingTray_.trayIsThere();
+  // Later: what it is told in the middle of an event may take windows away.
+  connect(
+      &embeddingTray_, &EmbeddedTrayWatch::changed, this,
+      [this] {
+        facts_.embeddingTray = embeddingTray_.trayIsThere();
+        update();
+      },
+      Qt::QueuedConnection);
+  connect(&patience_, &QTimer::timeout, this, [this] {
+    facts_.patienceIsOver = true;
+    update();
+  });
+  patience_.setSingleShot(true);
+  patience_.start(kPatience);
+}
+
+TrayPresence::~TrayPresence() = default;
+
+void TrayPresence::setHost(bool decided, bool showsIcon) {
+  facts_.hostDecided = decided;
+  facts_.hostShowsIcon = showsIcon;
+  update();
+}
+
+void TrayPresence::update() {
+  const PresenceKind kind = choosePresence(facts_);
+  if (kind == kind_) return;
+  Q_EMIT placeLost();
+  kind_ = kind;
+  if (kind == PresenceKind::embeddedIcon) {
+    showEmbeddedIcon();
+  } else {
+    embeddedIcon_.reset();
+  }
+  if (kind == PresenceKind::window) {
+    window().show();
+  } else if (window_) {
+    window_->hide();
+  }
+}
+
+void TrayPresence::showEmbeddedIcon() {
+  embeddedIcon_ = std::make_unique<QSystemTrayIcon>(badgeIcon());
+  embeddedIcon_->setToolTip(plainToolTip(toolTip_));
+  connect(embeddedIcon_.get(), &QSystemTrayIcon::activated, this, &TrayPresence::menuRequested);
+  embeddedIcon_->show();
+}
+
+MenuWindow& TrayPresence::window() {
+  if (window_) return *window_;
+  window_ = std::make_unique<MenuWindow>();
+  window_->setTitle(toQString(title_));
+  window_->setToolTipText(plainToolTip(toolTip_));
+  window_->setStrip(strip_);
+  connect(window_.get(), &MenuWindow::menuRequested, this, &TrayPresence::menuRequested);
+  connect(window_.get(), &MenuWindow::settingsRequested, this, &TrayPresence::settingsRequested);
+  connect(window_.get(), &MenuWindow::dismissed, this, [this] {
+    if (kind_ == PresenceKind::window) {
+      Q_EMIT dismissed();
+    } else {
+      window_->hide();
+    }
+  });
+  return *window_;
+}
+
+void TrayPresence::setTitle(const std::string& title) {
+  title_ = title;
+  if (window_) window_->setTitle(toQString(title));
+}
+
+void TrayPresence::setToolTip(const std::string& toolTip) {
+  toolTip_ = toolTip;
+  if (embeddedIcon_) embeddedIcon_->setToolTip(plainToolTip(toolTip));
+  if (window_) window_->setToolTipText(plainToolTip(toolTip));
+}
+
+void TrayPresence::setStrip(std::shared_ptr<const MemoryPressureView> strip) {
+  strip_ = std::move(strip);
+  if (window_) window_->setStrip(strip_);
+}
+
+void TrayPresence::providePlace(const OpenPopup& open) {
+  if (kind_ != PresenceKind::window && !popupsNeedWindow()) {
+    open(nullptr, QCursor::pos());
+    return;
+  }
+  window().show();
+  window().whenExposed([this, open] { open(window_.get(), window_->menuPosition()); });
+}
+
+void TrayPresence::releasePlace() {
+  if (window_ && kind_ != PresenceKind::window) window_->hide();
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+#include "frontends/qt/presence_kind.h"
+#include "frontends/qt/x11/embedded_tray_watch.h"
+#include "ui/memory_pressure_view.h"
+
+class MenuWindow;
+class QSystemTrayIcon;
+
+/// Sees to it that something stands for the program on screen at any time: the icon in
+/// whatever tray there is, else the small window.
+class TrayPresence : public QObject {
+  Q_OBJECT
+
+ public:
+  /// How long a tray host may take to answer before the window comes.
+  static constexpr int kPatience = 1000;  // milliseconds
+
+  TrayPresence();
+  ~TrayPresence() override;
+
+  /// What is known of a tray host.
+  void setHost(bool decided, bool showsIcon);
+
+  void setTitle(const std::string& title);
+  void setToolTip(const std::string& toolTip);
+  void setStrip(std::shared_ptr<const MemoryPressureView> strip);
+
+  PresenceKind kind() const { return kind_; }
+
+  /// Runs `open` with where a popup menu belongs: its parent, if it needs one, and its top
+  /// left corner. It may have to wait until there is such a place.
+  using OpenPopup = std::function<void(QWidget* parent, QPoint position)>;
+  void providePlace(const OpenPopup& open);
+  /// The popup has closed: its place is no longer needed.
+  void releasePlace();
+
+ Q_SIGNALS:
+  void menuRequested();
+  void settingsRequested();
+  /// The place that was provided for a popup is about to go.
+  void placeLost();
+  /// The user closed the window that stands for the program.
+  void dismissed();
+
+ private:
+  void update();
+  void showEmbeddedIcon();
+  MenuWindow& window();
+
+  PresenceFacts facts_;
+  PresenceKind kind_ = PresenceKind::undecided;
+  EmbeddedTrayWatch embeddingTray_;
+  QTimer patience_;
+  std::unique_ptr<QSystemTrayIcon> embeddedIcon_;
+  std::unique_ptr<MenuWindow> window_;
+  std::string title_;
+  std::string toolTip_;
+  std::shared_ptr<const MemoryPressureView> strip_;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <QAbstractNativeEventFilter>
+#include <QObject>
+
+/// Watches for a tray of the older kind, which embeds windows of X11 (XEmbed): the owner of
+/// the selection _NET_SYSTEM_TRAY_S and the screen's number. Never there on Wayland.
+class EmbeddedTrayWatch : public QObject, public QAbstractNativeEventFilter {
+  Q_OBJECT
+
+ public:
+  EmbeddedTrayWatch();
+  ~EmbeddedTrayWatch() override;
+
+  bool trayIsThere() const { return owner_ != XCB_WINDOW_NONE; }
+
+  bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+
+ Q_SIGNALS:
+  void changed();
+
+ private:
+  xcb_window_t askForOwner() const;
+  void update(xcb_window_t owner);
+
+  xcb_atom_t selection_ = XCB_ATOM_NONE;
+  xcb_atom_t manager_ = XCB_ATOM_NONE;
+  xcb_window_t owner_ = XCB_WINDOW_NONE;
+};

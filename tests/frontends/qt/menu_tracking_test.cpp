@@ -1,0 +1,49 @@
+#include "frontends/qt/menu_tracking.h"
+
+#include <gtest/gtest.h>
+
+#include "frontends/qt/recording_delegate.h"
+
+namespace {
+
+using Shown = MenuTracking::Shown;
+using Calls = std::vector<std::string>;
+
+class MenuTrackingTest : public testing::Test {
+ protected:
+  MenuTrackingTest() { tracking.setDelegate(&delegate); }
+
+  RecordingDelegate delegate;
+  MenuTracking tracking;
+};
+
+TEST_F(MenuTrackingTest, updatesBeforeItOpens) {
+  tracking.begin(Shown::popup);
+  EXPECT_EQ(delegate.calls, (Calls{"needsUpdate", "willOpen"}));
+}
+
+TEST_F(MenuTrackingTest, closesOnce) {
+  tracking.begin(Shown::popup);
+  delegate.calls.clear();
+  tracking.end(Shown::popup);
+  tracking.end(Shown::popup);
+  EXPECT_EQ(delegate.calls, Calls{"didClose"});
+}
+
+TEST_F(MenuTrackingTest, openingTheOtherMenuClosesTheFirst) {
+  tracking.begin(Shown::hostMenu);
+  delegate.calls.clear();
+  tracking.begin(Shown::popup);
+  EXPECT_EQ(delegate.calls, (Calls{"didClose", "needsUpdate", "willOpen"}));
+  tracking.end(Shown::hostMenu);
+  EXPECT_EQ(tracking.shown(), Shown::popup);
+}
+
+TEST_F(MenuTrackingTest, tellsNobodyWhenThereIsNobody) {
+  tracking.setDelegate(nullptr);
+  tracking.begin(Shown::popup);
+  tracking.end(Shown::popup);
+  EXPECT_TRUE(delegate.calls.empty());
+}
+
+}  // namespace

@@ -1,0 +1,203 @@
+#include "frontends/qt/qt_front_end.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <algorithm>
+
+#include "frontends/qt/alert_dialog.h"
+#include "frontends/qt/event_loop.h"
+#include "frontends/qt/menu_examples.h"
+#include "frontends/qt/menu_window.h"
+#include "frontends/qt/popup_menu.h"
+#include "frontends/qt/recording_delegate.h"
+
+namespace {
+
+using Calls = std::vector<std::string>;
+
+const MenuItem kAbout = actionItem("About Vorda", Action::about);
+const MenuItem kQuit = actionItem("Quit Vorda", Action::quitApp);
+
+template <typename Widget>
+Widget* shown() {
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    auto* found = dynamic_cast<Widget*>(widget);
+    if (found != nullptr && found->isVisible()) return found;
+  }
+  return nullptr;
+}
+
+/// Without a session bus: the small window stands for the icon.
+class QtFrontEndTest : public testing::Test {
+ protected:
+  QtFrontEndTest() : frontEnd(NamedBus{}, {{"Vorda"}}) {
+    frontEnd.setTitle("Vorda²");
+    frontEnd.menuRebuilt(Menu{exampleItems()});
+    frontEnd.setDelegate(&delegate);
+    settle();
+  }
+
+  static void clickTheButton() {
+    shown<MenuWindow>()->findChild<QPushButton*>()->click();
+    settle();
+  }
+
+  /// Chooses an item of the open menu by keyboard.
+  static void choose(const QString& title) {
+    auto* menu = shown<PopupMenu>();
+    for (QAction* action : menu->actions()) {
+      if (action->text() == title) menu->setActiveAction(action);
+    }
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QApplication::sendEvent(menu, &press);
+  }
+
+  /// What stands in the open menu, line by line.
+  static QStringList openMenu() {
+    QStringList titles;
+    for (const QAction* action : shown<PopupMenu>()->actions()) titles << action->text();
+    return titles;
+  }
+
+  RecordingDelegate delegate;
+  QtFrontEnd frontEnd;
+};
+
+TEST_F(QtFrontEndTest, isVisibleWithoutATray) {
+  ASSERT_NE(shown<MenuWindow>(), nullptr);
+  EXPECT_EQ(shown<MenuWindow>()->windowTitle(), "Vorda²");
+}
+
+TEST_F(QtFrontEndTest, menuIsBroughtUpToDateBeforeItOpens) {
+  delegate.onNeedsUpdate = [this] { frontEnd.menuRebuilt(Menu{{processRow(13, "new")}}); };
+  clickTheButton();
+  EXPECT_EQ(delegate.calls, (Calls{"needsUpdate", "willOpen"}));
+  EXPECT_EQ(openMenu(), QStringList("new  ·  312 MB"));
+}
+
+TEST_F(QtFrontEndTest, buttonClosesAnOpenMenu) {
+  clickTheButton();
+  clickTheButton();
+  EXPECT_EQ(shown<PopupMenu>(), nullptr);
+  EXPECT_EQ(delegate.calls.back(), "didClose");
+}
+
+TEST_F(QtFrontEndTest, choiceIsPerformedAfterTheMenuHasClosed) {
+  clickTheButton();
+  delegate.calls.clear();
+  choose("Quit Vorda");
+  settle();
+  EXPECT_EQ(delegate.calls, (Calls{"didClose", "perform Quit Vorda"}));
+}
+
+TEST_F(QtFrontEndTest, refreshNowFillsTheOpenMenuAnew) {
+  delegate.onPerform = [this](const MenuItem&) {
+    frontEnd.menuRebuilt(Menu{{processRow(13, "new")}});
+  };
+  clickTheButton();
+  choose("Refresh now");
+  settle();
+  ASSERT_NE(shown<PopupMenu>(), nullptr);
+  EXPECT_EQ(openMenu(), QStringList("new  ·  312 MB"));
+}
+
+TEST_F(QtFrontEndTest, cancelTrackingClosesTheMenu) {
+  clickTheButton();
+  frontEnd.cancelTracking();
+  settle();
+  EXPECT_EQ(shown<PopupMenu>(), nullptr);
+  EXPECT_EQ(delegate.calls, (Calls{"needsUpdate", "willOpen", "didClose"}));
+}
+
+TEST_F(QtFrontEndTest, alertWaitsForItsAnswer) {
+  frontEnd.after(0, [] { shown<AlertDialog>()->findChildren<QPushButton*>()[1]->click(); });
+  EXPECT_EQ(frontEnd.runModal({.messageText = "Sure?", .buttons = {"Yes", "Cancel"}}),
+            kAlertFirstButtonReturn + 1);
+  EXPECT_EQ(shown<AlertDialog>(), nullptr);
+}
+
+TEST_F(QtFrontEndTest, timersGoOnDuringAnAlert) {
+  int ticks = 0;
+  const auto timer = frontEnd.every(0.001, [&ticks] {
+    if (++ticks == 5) shown<AlertDialog>()->reject();
+  });
+  EXPECT_EQ(frontEnd.runModal({.messageText = "Failed"}), kAlertDismissed);
+  timer->cancel();
+}
+
+TEST_F(QtFrontEndTest, menuDoesNotOpenDuringAnAlert) {
+  frontEnd.after(0, [] {
+    Q_EMIT shown<MenuWindow>()->menuRequested();
+    settle();
+    EXPECT_EQ(shown<PopupMenu>(), nullptr);
+    shown<AlertDialog>()->reject();
+  });
+  frontEnd.runModal({.messageText = "Failed"});
+  EXPECT_TRUE(delegate.calls.empty());
+}
+
+TEST_F(QtFrontEndTest, onlyQuittingIsPerformedDuringAnAlert) {
+  clickTheButton();
+  PopupMenu* menu = shown<PopupMenu>();
+  delegate.onPerform = [this](const MenuItem& item) {
+    if (item.action == Action::about) frontEnd.runModal({.messageText = "About"});
+  };
+  Q_EMIT menu->chosen(snapshot({}), &kAbout);
+  Q_EMIT menu->chosen(snapshot({}), &kAbout);
+  Q_EMIT menu->chosen(snapshot({}), &kQuit);
+  frontEnd.after(0.05, [] { shown<AlertDialog>()->reject(); });
+  settle();
+  EXPECT_EQ(std::count(delegate.calls.begin(), delegate.calls.end(), "perform About Vorda"), 1);
+  EXPECT_THAT(delegate.calls, testing::Contains("perform Quit Vorda"));
+}
+
+TEST_F(QtFrontEndTest, settingsOpenOnceAndCloseWithoutEnding) {
+  frontEnd.showSettings();
+  frontEnd.showSettings();
+  ASSERT_NE(shown<SettingsWindow>(), nullptr);
+  shown<SettingsWindow>()->close();
+  settle();
+  EXPECT_EQ(shown<SettingsWindow>(), nullptr);
+  EXPECT_NE(shown<MenuWindow>(), nullptr);
+  frontEnd.showSettings();
+  EXPECT_NE(shown<SettingsWindow>(), nullptr);
+}
+
+TEST_F(QtFrontEndTest, terminateEndsTheProgramWithoutAnError) {
+  frontEnd.after(0, [this] { frontEnd.terminate(); });
+  EXPECT_EQ(QApplication::exec(), 0);
+}
+
+TEST_F(QtFrontEndTest, terminateDuringAnAlertEndsTheAlertToo) {
+  frontEnd.after(0, [this] {
+    EXPECT_EQ(frontEnd.runModal({.messageText = "x", .buttons = {"Yes", "No"}}), kAlertDismissed);
+  });
+  frontEnd.after(0.02, [this] { frontEnd.terminate(); });
+  EXPECT_EQ(QApplication::exec(), 0);
+}
+
+TEST_F(QtFrontEndTest, closingTheOnlyWindowEndsTheProgram) {
+  frontEnd.after(0, [] { shown<MenuWindow>()->close(); });
+  EXPECT_EQ(QApplication::exec(), 0);
+}
+
+TEST_F(QtFrontEndTest, stripInTheWindowMoves) {
+  Menu menu{exampleItems()};
+  frontEnd.menuRebuilt(menu);
+  menu.items[0].strip->pressure = 0.9;
+  frontEnd.stripChanged(*menu.items[0].strip);
+  const auto children = shown<MenuWindow>()->findChildren<QWidget*>();
+  EXPECT_TRUE(std::any_of(children.begin(), children.end(), [](const QWidget* child) {
+    return child->accessibleName() == "Memory 90 percent used";
+  }));
+}
+
+TEST_F(QtFrontEndTest, goesWithItsMenuOpen) {
+  clickTheButton();
+}
+
+}  // namespace

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "frontends/qt/menu_delegate.h"
+
+/// Remembers what it was told, in order.
+class RecordingDelegate : public MenuDelegate {
+ public:
+  std::vector<std::string> calls;
+  std::function<void()> onNeedsUpdate;
+  std::function<void(const MenuItem&)> onPerform;
+
+  void menuNeedsUpdate() override {
+    calls.emplace_back("needsUpdate");
+    if (onNeedsUpdate) onNeedsUpdate();
+  }
+  void menuWillOpen() override { calls.emplace_back("willOpen"); }
+  void menuDidClose() override { calls.emplace_back("didClose"); }
+  void perform(const MenuItem& item) override {
+    calls.emplace_back("perform " + item.title);
+    if (onPerform) onPerform(item);
+  }
+};
