@@ -1,12 +1,10 @@
-#include <algorithm>
-#include <array>
-
 #include "agents/launch_agent_scanner.h"
 #include "platform/processes.h"
 #include "platform/users.h"
 #include "scanner/command_line.h"
 #include "scanner/credential_mask.h"
 #include "scanner/friendly_naming.h"
+#include "scanner/process_order.h"
 #include "scanner/process_sampling.h"
 #include "scanner/process_scanner.h"
 #include "scanner/role_classification.h"
@@ -18,21 +16,6 @@ namespace {
 /// The kernel and what runs the session: never shown.
 bool isExcluded(std::string_view name) {
   return name == "kernel_task" || name == "launchd" || name == "WindowServer";
-}
-
-/// Training jobs first: an order of its own, not that of the declaration.
-int rank(LabRole role) {
-  switch (role) {
-    case LabRole::training:
-      return 0;
-    case LabRole::inference:
-      return 1;
-    case LabRole::agent:
-      return 2;
-    case LabRole::none:
-      break;
-  }
-  return 3;
 }
 
 std::vector<std::string> labelsOf(const std::vector<VordaLaunchAgent>& agents, std::int32_t pid) {
@@ -82,10 +65,7 @@ std::vector<VordaProcess> scan(double minMemMB) {
                          .ownerName = sampler.ownerName()});
   }
 
-  std::stable_sort(processes.begin(), processes.end(), [](const auto& a, const auto& b) {
-    if (a.labRole != b.labRole) return rank(a.labRole) < rank(b.labRole);
-    return a.memMB > b.memMB;
-  });
+  sortByRoleAndMemory(processes);
   return processes;
 }
 

@@ -1,0 +1,32 @@
+#include "scanner/process_order.h"
+
+#include <algorithm>
+
+namespace ProcessScanner {
+namespace {
+
+/// Training jobs first: an order of its own, not that of the declaration.
+int rank(LabRole role) {
+  switch (role) {
+    case LabRole::training:
+      return 0;
+    case LabRole::inference:
+      return 1;
+    case LabRole::agent:
+      return 2;
+    case LabRole::none:
+      break;
+  }
+  return 3;
+}
+
+}  // namespace
+
+void sortByRoleAndMemory(std::vector<VordaProcess>& processes) {
+  std::stable_sort(processes.begin(), processes.end(), [](const auto& a, const auto& b) {
+    if (a.labRole != b.labRole) return rank(a.labRole) < rank(b.labRole);
+    return a.memMB > b.memMB;
+  });
+}
+
+}  // namespace ProcessScanner
