@@ -4,7 +4,7 @@
 PRESET ?= release
 JOBS ?= $(shell getconf _NPROCESSORS_ONLN)
 
-.PHONY: help run test build clean
+.PHONY: help run test build bench clean
 
 help: ## list the targets
 	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 20
@@ -22,6 +22,14 @@ test: ## install what is missing, build everything and run every test
 	@cmake --preset $(PRESET)
 	@cmake --build --preset $(PRESET)
 	@ctest --preset $(PRESET) --parallel $(JOBS)
+
+# BENCH_ARGS: build/release/vorda_bench --help lists the options.
+bench: ## install what is missing, build and measure what the program costs
+	@scripts/bootstrap build bench
+	@scripts/bootstrap peers || echo "bench: not everything to compare with could be installed"
+	@cmake --preset release -D VORDA_BENCH=ON
+	@cmake --build --preset release --target vorda_bench
+	@build/release/vorda_bench --json=build/release/bench.json $(BENCH_ARGS)
 
 clean: ## remove everything that was built
 	rm -rf build

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "options.h"
+#include "report.h"
+
+/// What the bench measures, part by part; each writes its figures to the report.
+namespace bench {
+
+/// Scan and whole refresh against the floor, and against peers, for each size of population.
+void measureRefresh(const Options& options, Report& report);
+
+/// Classifying, naming, redacting, sorting and building the menu, each alone.
+void measureSteps(const Options& options, Report& report);
+
+/// How the cost grows with the number of processes and the length of their command lines.
+void measureGrowth(const Options& options, Report& report);
+
+/// The program at rest, by front end.
+void measureRest(const Options& options, Report& report);
+
+/// What a program that samples keeps, in bytes of anonymous memory, between refreshes; to be
+/// asked of a program that has done nothing else.
+double sampledMemory();
+
+/// The same of the bench's own program, started anew for it.
+double sampledMemoryOfFreshProgram();
+
+}  // namespace bench

@@ -1,0 +1,160 @@
+#include "population.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <set>
+
+namespace bench {
+namespace {
+
+constexpr std::size_t kSharedSize = std::size_t{3} << 20;
+constexpr int kFirstOtherOwner = 61000;  // users that own nothing else
+
+[[noreturn]] void fail(const char* what) {
+  std::perror(what);
+  _exit(1);
+}
+
+void require(bool done, const char* what) {
+  if (!done) fail(what);
+}
+
+/// The folder of the executables: one file under all the names of the population.
+std::string executableFolder() {
+  return IDLE_PROCESS ".as";
+}
+
+void linkExecutables(const std::vector<IdleProcess>& plan) {
+  std::set<std::string> names;
+  for (const auto& process : plan) names.insert(process.executable);
+  mkdir(executableFolder().c_str(), 0755);
+  for (const auto& name : names) {
+    const std::string path = executableFolder() + "/" + name;
+    unlink(path.c_str());  // it may be of an earlier build
+    require(link(IDLE_PROCESS, path.c_str()) == 0, path.c_str());
+  }
+}
+
+/// What all processes map, as they would map libraries.
+int sharedContent() {
+  const int file = memfd_create("bench", 0);
+  require(file >= 0 && ftruncate(file, kSharedSize) == 0, "memfd_create");
+  void* content =
+      mmap(nullptr, kSharedSize, PROT_WRITE | PROT_READ, MAP_SHARED | MAP_POPULATE, file, 0);
+  require(content != MAP_FAILED, "mmap");
+  munmap(content, kSharedSize);
+  return file;
+}
+
+/// A command line may take a quarter of the stack limit.
+void allowLongCommandLines() {
+  rlimit limit = {};
+  getrlimit(RLIMIT_STACK, &limit);
+  limit.rlim_cur = limit.rlim_max;
+  setrlimit(RLIMIT_STACK, &limit);
+}
+
+pid_t start(const IdleProcess& process, pid_t parent, int shared, int ready) {
+  const std::string path = executableFolder() + "/" + process.executable;
+  const bool ownUser = process.owner == 0 || geteuid() != 0;
+  std::vector<std::string> told{
+      "BENCH_PARENT=" + std::to_string(parent),
+      "BENCH_OWNER=" + (ownUser ? "" : std::to_string(kFirstOtherOwner + process.owner)),
+      "BENCH_MEMORY_KIB=" + std::to_string(process.memoryKiB),
+      "BENCH_THREADS=" + std::to_string(process.threads),
+      "BENCH_SHARED=" + std::to_string(shared),
+      "BENCH_REWRITTEN=" + std::string(process.rewritten ? "1" : ""),
+      "BENCH_READY=" + std::to_string(ready),
+  };
+  std::vector<char*> environment;
+  for (auto& variable : told) environment.push_back(variable.data());
+  environment.push_back(nullptr);
+  std::vector<char*> arguments;
+  for (const auto& argument : process.arguments) {
+    arguments.push_back(const_cast<char*>(argument.c_str()));
+  }
+  arguments.push_back(nullptr);
+
+  pid_t child = 0;
+  errno = posix_spawn(&child, path.c_str(), nullptr, nullptr, arguments.data(), environment.data());
+  require(errno == 0, path.c_str());
+  return child;
+}
+
+void awaitByte(int pipe) {
+  char byte = 0;
+  ssize_t length = 0;
+  do {
+    length = read(pipe, &byte, 1);
+  } while (length < 0 && errno == EINTR);
+  if (length == 1) return;
+  std::fputs("bench: an idle process could not be started\n", stderr);
+  _exit(1);
+}
+
+/// Starts the population, says so, and ends it when `hold` has no other end any more.
+[[noreturn]] void mind(const std::vector<IdleProcess>& plan, pid_t bench, int hold, int started) {
+  require(setpgid(0, 0) == 0, "setpgid");
+  require(prctl(PR_SET_PDEATHSIG, SIGKILL) == 0, "prctl");
+  if (getppid() != bench) _exit(0);
+  allowLongCommandLines();
+
+  int ready[2];
+  require(pipe(ready) == 0, "pipe");
+  fcntl(ready[0], F_SETFD, FD_CLOEXEC);
+  const int shared = sharedContent();
+  const pid_t self = getpid();
+  std::vector<pid_t> children;
+  for (const auto& process : plan) children.push_back(start(process, self, shared, ready[1]));
+  close(ready[1]);
+  for (std::size_t i = 0; i < children.size(); ++i) awaitByte(ready[0]);
+
+  require(write(started, "", 1) == 1, "write");
+  char byte = 0;
+  while (read(hold, &byte, 1) < 0 && errno == EINTR) {
+  }
+  for (const pid_t child : children) kill(child, SIGKILL);
+  for (const pid_t child : children) waitpid(child, nullptr, 0);
+  _exit(0);
+}
+
+}  // namespace
+
+Population::Population(const std::vector<IdleProcess>& plan) {
+  linkExecutables(plan);
+  int hold[2];
+  int started[2];
+  require(pipe2(hold, O_CLOEXEC) == 0 && pipe2(started, O_CLOEXEC) == 0, "pipe2");
+  std::fflush(nullptr);
+  const pid_t bench = getpid();
+  minder_ = fork();
+  require(minder_ >= 0, "fork");
+  if (minder_ == 0) {
+    close(hold[1]);
+    close(started[0]);
+    mind(plan, bench, hold[0], started[1]);
+  }
+  close(hold[0]);
+  close(started[1]);
+  hold_ = hold[1];
+  awaitByte(started[0]);
+  close(started[0]);
+}
+
+Population::~Population() {
+  close(hold_);
+  waitpid(minder_, nullptr, 0);
+}
+
+}  // namespace bench

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+#include "population_plan.h"
+
+namespace bench {
+
+/// Idle processes to look at, alive as long as this object. They are the children of one
+/// process of their own, their minder, which is in a process group of its own. When the bench
+/// ends in whatever way, the kernel kills the minder, and with it the processes.
+class Population {
+ public:
+  /// Starts the processes and waits until all of them idle. Ends the program with a message
+  /// when they can't be started.
+  explicit Population(const std::vector<IdleProcess>& plan);
+  ~Population();
+  Population(const Population&) = delete;
+  Population& operator=(const Population&) = delete;
+
+ private:
+  pid_t minder_ = -1;
+  int hold_ = -1;  ///< the minder ends its children when this is closed
+};
+
+}  // namespace bench

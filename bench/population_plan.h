@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/// What one idle process shall look like from outside.
+struct IdleProcess {
+  std::string executable;              ///< the name of its executable file
+  std::vector<std::string> arguments;  ///< with argv[0]
+  bool rewritten = false;  ///< its arguments overwritten by one line with blanks between them
+  int owner = 0;           ///< 0: the user who runs the bench; else a user of its own
+  int memoryKiB = 0;       ///< memory of its own
+  int threads = 1;
+};
+
+/// Which processes a population consists of.
+enum class Mix {
+  machine,   ///< what runs on a developer's machine, a few AI workloads among it
+  ordinary,  ///< the same without what a scan would keep
+};
+
+/// `count` processes, the same in every run.
+std::vector<IdleProcess> planPopulation(std::size_t count, Mix mix);
+
+/// `count` processes with command lines of about `length` bytes each, none of them kept.
+std::vector<IdleProcess> planCommandLines(std::size_t count, std::size_t length);
+
+}  // namespace bench

@@ -1,0 +1,86 @@
+#include <string>
+
+#include "cpu_clock.h"
+#include "floor.h"
+#include "parts.h"
+#include "peers.h"
+#include "population.h"
+#include "refresh_cycle.h"
+#include "rounds.h"
+#include "scanner/process_scanner.h"
+
+namespace bench {
+namespace {
+
+constexpr double kMinMemMB = 50;  // the program's own threshold
+
+/// What is compared: what the kernel takes, the scan, and the whole refresh.
+class Own {
+ public:
+  std::vector<Contestant> contestants() {
+    return {
+        {"floor", [this] { return cpuSecondsOfWork([this] { floor_.read(); }); }},
+        {"scan", [] { return cpuSecondsOfWork([] { ProcessScanner::scan(kMinMemMB); }); }},
+        {"refresh", [this] { return cpuSecondsOfWork([this] { cycle_.tick(); }); }},
+    };
+  }
+
+ private:
+  Floor floor_;
+  RefreshCycle cycle_;
+};
+
+Spread inMilliseconds(const std::vector<double>& seconds) {
+  const Spread spread = bench::spread(seconds);
+  return {spread.median * 1e3, spread.lowerQuartile * 1e3, spread.upperQuartile * 1e3};
+}
+
+void againstFloor(Own& own, int rounds, const std::string& at, Report& report) {
+  const Measurements measured = alternate(own.contestants(), rounds);
+  for (const auto& [name, seconds] : measured) {
+    report.figure("milliseconds", name + at, inMilliseconds(seconds));
+  }
+  for (const std::string name : {"scan", "refresh"}) {
+    const std::string quotient = name + "/floor";
+    report.ratio(quotient + at, ratio(measured.at(name), measured.at("floor")));
+  }
+}
+
+void againstPeer(Own& own, const PeerProgram& program, int rounds, const std::string& at,
+                 Report& report) {
+  if (!program.installed) return report.missing(program.name + at, "not installed");
+  const auto peer = program.start();
+  auto contestants = own.contestants();
+  contestants.push_back({program.name, [&peer] { return peer->refresh(); }});
+  const Measurements measured = alternate(contestants, rounds);
+  const auto& cost = measured.at(program.name);
+  if (spread(cost).median <= 0) return report.missing(program.name + at, "does not refresh");
+  report.figure("milliseconds", program.name + at, inMilliseconds(cost));
+  for (const std::string name : {"scan", "refresh"}) {
+    const std::string quotient = name + "/" + program.name;
+    report.ratio(quotient + at, ratio(measured.at(name), cost));
+  }
+}
+
+}  // namespace
+
+void measureRefresh(const Options& options, Report& report) {
+  for (const std::size_t count : options.processes) {
+    const std::string at = "@" + std::to_string(count);
+    report.section("CPU per refresh (ms), and its ratios, at " + std::to_string(count));
+    const Population population(planPopulation(count, Mix::machine));
+    Own own;
+    if (options.wants("refresh")) againstFloor(own, options.rounds, at, report);
+    if (options.wants("peers")) {
+      for (const auto& program : peerPrograms()) {
+        againstPeer(own, program, options.rounds, at, report);
+      }
+    }
+    if (options.wants("rest")) {
+      report.figure("memory", "sampler memory" + at + " (MB)",
+                    sampledMemoryOfFreshProgram() / 1048576);
+    }
+  }
+}
+
+}  // namespace bench

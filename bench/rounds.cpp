@@ -1,0 +1,17 @@
+#include "rounds.h"
+
+namespace bench {
+
+Measurements alternate(const std::vector<Contestant>& contestants, int rounds) {
+  Measurements measurements;
+  for (const auto& contestant : contestants) contestant.run();
+  for (std::size_t round = 0; round < static_cast<std::size_t>(rounds); ++round) {
+    for (std::size_t turn = 0; turn < contestants.size(); ++turn) {
+      const auto& contestant = contestants[(round + turn) % contestants.size()];
+      measurements[contestant.name].push_back(contestant.run());
+    }
+  }
+  return measurements;
+}
+
+}  // namespace bench

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string_view>
+
+namespace bench {
+
+/// What a figure may be at the most. A figure that is not here is only told.
+struct Target {
+  std::string_view figure;
+  double atMost;
+};
+
+inline constexpr auto kTargets = std::to_array<Target>({
+    {"scan/floor@500", 1.10},
+    {"scan/floor@2000", 1.10},
+    {"refresh/floor@500", 1.25},
+    {"refresh/floor@2000", 1.20},
+    {"scan/ps@500", 0.30},
+    {"scan/ps@2000", 0.30},
+    {"scan/psutil@500", 0.20},
+    {"scan/psutil@2000", 0.20},
+    {"scan/top@500", 0.45},
+    {"scan/top@2000", 0.45},
+    {"scan/htop@500", 0.10},
+    {"scan/htop@2000", 0.10},
+    {"scan/btop@500", 0.65},
+    {"scan/btop@2000", 1.0},
+    {"scan/gnome-system-monitor@500", 0.30},
+    {"scan/gnome-system-monitor@2000", 0.35},
+    {"allocations per process not kept", 0},
+    {"sampler memory@500 (MB)", 1},
+    {"sampler memory@2000 (MB)", 2},
+    {"terminal, menu closed: wakeups per 5 s", 1},
+    {"terminal, menu closed: anonymous memory (MB)", 2},
+    {"tray, menu never opened: wakeups per 5 s", 1},
+    {"tray, menu never opened: anonymous memory (MB)", 5},
+    {"tray, menu closed again: wakeups per 5 s", 1},
+    {"tray, menu closed again: anonymous memory (MB)", 8},
+});
+
+constexpr std::optional<double> targetOf(std::string_view figure) {
+  for (const auto& target : kTargets) {
+    if (target.figure == figure) return target.atMost;
+  }
+  return std::nullopt;
+}
+
+}  // namespace bench
