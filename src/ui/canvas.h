@@ -3,7 +3,7 @@
 #include "ui/color.h"
 
 /// In points; y grows upwards.
-struct Rect {
+struct Rectangle {
   double x = 0;
   double y = 0;
   double width = 0;
@@ -13,11 +13,11 @@ struct Rect {
   constexpr double maxX() const { return x + width; }
   constexpr double minY() const { return y; }
   constexpr double midY() const { return y + height / 2; }
-  constexpr Rect insetBy(double dx, double dy) const {
+  constexpr Rectangle insetBy(double dx, double dy) const {
     return {x + dx, y + dy, width - 2 * dx, height - 2 * dy};
   }
 
-  bool operator==(const Rect&) const = default;
+  bool operator==(const Rectangle&) const = default;
 };
 
 /// What the program draws onto. The origin is at the bottom left; colours are painted over
@@ -26,14 +26,14 @@ class Canvas {
  public:
   virtual ~Canvas() = default;
 
-  virtual void fillRect(const Rect& rect, const Color& color) = 0;
-  virtual void fillOval(const Rect& rect, const Color& color) = 0;
-  virtual void fillRoundedRect(const Rect& rect, double radius, const Color& color) = 0;
-  virtual void strokeRoundedRect(const Rect& rect, double radius, const Color& color,
+  virtual void fillRect(const Rectangle& rect, const Color& color) = 0;
+  virtual void fillOval(const Rectangle& rect, const Color& color) = 0;
+  virtual void fillRoundedRect(const Rectangle& rect, double radius, const Color& color) = 0;
+  virtual void strokeRoundedRect(const Rectangle& rect, double radius, const Color& color,
                                  double lineWidth) = 0;
 
   /// Keeps the state that clipping changes, until restoreState().
   virtual void saveState() = 0;
-  virtual void clipToRoundedRect(const Rect& rect, double radius) = 0;
+  virtual void clipToRoundedRect(const Rectangle& rect, double radius) = 0;
   virtual void restoreState() = 0;
 };

@@ -19,7 +19,7 @@ Color markerColor(double pressure) {
   return {1.0, 0.35, 0.3, 0.45};
 }
 
-void drawBars(Canvas& canvas, const Rect& track, const MemoryPressureView& view) {
+void drawBars(Canvas& canvas, const Rectangle& track, const MemoryPressureView& view) {
   const double scale = view.scale();
   double x = track.minX();
   for (const Segment& segment : view.segments) {
@@ -41,8 +41,8 @@ double MemoryPressureView::scale() const {
   return sum > 1 ? 1 / sum : 1;
 }
 
-void MemoryPressureView::draw(Canvas& canvas, const Rect& bounds) const {
-  const Rect track = bounds.insetBy(kInsetX, kInsetY);
+void MemoryPressureView::draw(Canvas& canvas, const Rectangle& bounds) const {
+  const Rectangle track = bounds.insetBy(kInsetX, kInsetY);
   if (track.width <= kSmallestTrack || track.height <= kSmallestTrack) return;
 
   const double radius = track.height / 2;
@@ -57,6 +57,6 @@ void MemoryPressureView::draw(Canvas& canvas, const Rect& bounds) const {
                   markerColor(pressure));
   canvas.restoreState();
 
-  const Rect gloss{track.minX() + 1, track.midY(), track.width - 2, track.height * 0.5 - 1};
+  const Rectangle gloss{track.minX() + 1, track.midY(), track.width - 2, track.height * 0.5 - 1};
   canvas.fillRoundedRect(gloss, kGlossRadius, Color::white(1, 0.06));
 }

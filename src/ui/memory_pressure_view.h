@@ -30,7 +30,7 @@ class MemoryPressureView {
 
   /// Draws the strip into `bounds`. Bars that would overflow the track together are shrunk
   /// to fit; they are never stretched.
-  void draw(Canvas& canvas, const Rect& bounds) const;
+  void draw(Canvas& canvas, const Rectangle& bounds) const;
 
   /// The share of the track that one unit of fraction takes: 1, or less when the bars
   /// would overflow.

@@ -15,18 +15,18 @@ using testing::ElementsAre;
 using Commands = std::vector<std::string>;
 
 // The track is then 260 wide and 24 high, from (10, 6) to (270, 30).
-constexpr Rect kBounds{0, 0, 280, 36};
+constexpr Rectangle kBounds{0, 0, 280, 36};
 constexpr Color kBlue{0, 0, 1};
 constexpr Color kRed{1, 0, 0};
 
-Commands drawn(const MemoryPressureView& view, const Rect& bounds = kBounds) {
+Commands drawn(const MemoryPressureView& view, const Rectangle& bounds = kBounds) {
   RecordingCanvas canvas;
   view.draw(canvas, bounds);
   return canvas.commands;
 }
 
 /// What is drawn between the clip and the marker.
-Commands bars(const std::vector<Segment>& segments, const Rect& bounds = kBounds) {
+Commands bars(const std::vector<Segment>& segments, const Rectangle& bounds = kBounds) {
   const Commands all = drawn({segments, 0}, bounds);
   return {all.begin() + 4, all.end() - 3};
 }
@@ -100,7 +100,7 @@ TEST(MemoryPressureView, DrawsTheMarkerOverTheBars) {
 
 struct SmallRow {
   const char* name;
-  Rect bounds;
+  Rectangle bounds;
   bool isDrawn;
 };
 

@@ -21,27 +21,27 @@ PainterCanvas::PainterCanvas(QPainter& painter, double height)
   painter_.setRenderHint(QPainter::Antialiasing);
 }
 
-QRectF PainterCanvas::turned(const Rect& rect) const {
+QRectF PainterCanvas::turned(const Rectangle& rect) const {
   return {rect.x, height_ - rect.y - rect.height, rect.width, rect.height};
 }
 
-void PainterCanvas::fillRect(const Rect& rect, const Color& color) {
+void PainterCanvas::fillRect(const Rectangle& rect, const Color& color) {
   painter_.fillRect(turned(rect), toQColor(color));
 }
 
-void PainterCanvas::fillOval(const Rect& rect, const Color& color) {
+void PainterCanvas::fillOval(const Rectangle& rect, const Color& color) {
   painter_.setPen(Qt::NoPen);
   painter_.setBrush(toQColor(color));
   painter_.drawEllipse(turned(rect));
 }
 
-void PainterCanvas::fillRoundedRect(const Rect& rect, double radius, const Color& color) {
+void PainterCanvas::fillRoundedRect(const Rectangle& rect, double radius, const Color& color) {
   painter_.setPen(Qt::NoPen);
   painter_.setBrush(toQColor(color));
   painter_.drawRoundedRect(turned(rect), radius, radius);
 }
 
-void PainterCanvas::strokeRoundedRect(const Rect& rect, double radius, const Color& color,
+void PainterCanvas::strokeRoundedRect(const Rectangle& rect, double radius, const Color& color,
                                       double lineWidth) {
   painter_.setPen(QPen(toQColor(color), lineWidth));
   painter_.setBrush(Qt::NoBrush);
@@ -52,7 +52,7 @@ void PainterCanvas::saveState() {
   painter_.save();
 }
 
-void PainterCanvas::clipToRoundedRect(const Rect& rect, double radius) {
+void PainterCanvas::clipToRoundedRect(const Rectangle& rect, double radius) {
   QPainterPath path;
   path.addRoundedRect(turned(rect), radius, radius);
   painter_.setClipPath(path, Qt::IntersectClip);

@@ -10,17 +10,17 @@ class PainterCanvas : public Canvas {
  public:
   PainterCanvas(QPainter& painter, double height);
 
-  void fillRect(const Rect& rect, const Color& color) override;
-  void fillOval(const Rect& rect, const Color& color) override;
-  void fillRoundedRect(const Rect& rect, double radius, const Color& color) override;
-  void strokeRoundedRect(const Rect& rect, double radius, const Color& color,
+  void fillRect(const Rectangle& rect, const Color& color) override;
+  void fillOval(const Rectangle& rect, const Color& color) override;
+  void fillRoundedRect(const Rectangle& rect, double radius, const Color& color) override;
+  void strokeRoundedRect(const Rectangle& rect, double radius, const Color& color,
                          double lineWidth) override;
   void saveState() override;
-  void clipToRoundedRect(const Rect& rect, double radius) override;
+  void clipToRoundedRect(const Rectangle& rect, double radius) override;
   void restoreState() override;
 
  private:
-  QRectF turned(const Rect& rect) const;
+  QRectF turned(const Rectangle& rect) const;
 
   QPainter& painter_;
   double height_;
