@@ -13,7 +13,10 @@ using terminal::MenuRequest;
 
 namespace {
 
-constexpr double kKeyRepeat = 0.15;  // seconds; keyboards repeat a held key faster than this
+// In seconds. Keyboards repeat a held key faster, people press it again more slowly.
+constexpr double kKeyRepeat = 0.06;
+// After an action that took so long, what was typed meanwhile comes all at once.
+constexpr double kLongAction = 1;
 
 }  // namespace
 
@@ -33,7 +36,9 @@ Input TerminalFrontEnd::nextInput() {
   if (wait) wait = std::max(*wait - screen_.now(), 0.0);
   const Input input = screen_.nextInput(wait);
   if (input.kind == Input::Kind::ended) ended_ = true;
-  if (input.kind != Input::Kind::nothing) needsDrawing_ = true;
+  if (input.kind == Input::Kind::nothing) return input;
+  needsDrawing_ = true;
+  if (input.kind != Input::Kind::redraw) lastKeyWasEnter_ = input.kind == Input::Kind::enter;
   return input;
 }
 
@@ -68,8 +73,7 @@ void TerminalFrontEnd::handle(const Input& input) {
   const bool tooSmall = terminal::isTooSmall(screen_.size());
   const bool quits = input.kind == Input::Kind::character && input.character == U'q';
   if (tooSmall && !quits) return;  // nobody sees what a key would do
-  if (isHeldEnter(input)) return;
-
+  const bool spent = isSpentEnter(input);
   const MenuRequest request = view_.handle(input, geometry());
   switch (request.kind) {
     case MenuRequest::Kind::nothing:
@@ -81,9 +85,7 @@ void TerminalFrontEnd::handle(const Input& input) {
       reportClosed();
       break;
     case MenuRequest::Kind::perform:
-      perform(*request.item);
-      enterChose_ = input.kind == Input::Kind::enter;
-      lastEnter_ = screen_.now();
+      if (!spent) perform(*request.item);
       break;
     case MenuRequest::Kind::refresh:
       controller_->perform(MenuItem{.action = Action::refreshNow});
@@ -98,15 +100,15 @@ void TerminalFrontEnd::handle(const Input& input) {
   }
 }
 
-/// An Enter that is held down repeats. After it chose an action, which closed the submenu, it
-/// must not go on to open and choose the next one.
-bool TerminalFrontEnd::isHeldEnter(const Input& input) {
+/// An Enter that is held down repeats. One that has chosen an action, which closes the
+/// submenu, may open the next row's submenu but choose nothing more.
+bool TerminalFrontEnd::isSpentEnter(const Input& input) {
   if (input.kind == Input::Kind::nothing || input.kind == Input::Kind::redraw) return false;
   const bool enter = input.kind == Input::Kind::enter;
-  const bool held = enter && enterChose_ && screen_.now() - lastEnter_ < kKeyRepeat;
+  const bool repeats = enter && screen_.now() - lastEnter_ < kKeyRepeat;
   if (enter) lastEnter_ = screen_.now();
-  if (!held) enterChose_ = false;
-  return held;
+  if (!repeats) enterChose_ = false;
+  return enterChose_;
 }
 
 /// The menu is brought up to date first. That may move the selected row, so the submenu that
@@ -127,7 +129,10 @@ void TerminalFrontEnd::perform(const MenuItem& item) {
   view_.closeSubmenu();
   reportClosed();
   draw();
+  const double began = screen_.now();
   controller_->perform(chosen);
+  enterChose_ = lastKeyWasEnter_;
+  if (screen_.now() - began > kLongAction) lastEnter_ = screen_.now();
 }
 
 void TerminalFrontEnd::reportOpened() {

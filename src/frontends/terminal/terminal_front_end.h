@@ -39,7 +39,7 @@ class TerminalFrontEnd : public FrontEnd {
   terminal::MenuGeometry geometry() const;
   void layOut(terminal::AlertView* alert) const;
   void handle(const terminal::Input& input);
-  bool isHeldEnter(const terminal::Input& input);
+  bool isSpentEnter(const terminal::Input& input);
   void openSubmenu();
   void perform(const MenuItem& item);
   void reportOpened();
@@ -55,6 +55,7 @@ class TerminalFrontEnd : public FrontEnd {
   bool needsDrawing_ = true;
   bool menuOpen_ = false;  ///< as the controller was told
   bool ended_ = false;
-  bool enterChose_ = false;  ///< the last key was an Enter that chose an action
+  bool lastKeyWasEnter_ = false;
+  bool enterChose_ = false;  ///< an Enter, and it may be held down still, chose an action
   double lastEnter_ = 0;
 };

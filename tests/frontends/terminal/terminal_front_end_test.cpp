@@ -255,18 +255,26 @@ TEST_F(TerminalMenu, RefreshesUnderAnOpenSubmenu) {
   run();
 }
 
-TEST_F(TerminalMenu, StopsAHeldEnterAfterAnAction) {
+TEST_F(TerminalMenu, ChoosesOneActionWithAHeldEnter) {
   screen.walkTo("big");
   screen.press(Kind::enter);
   screen.press(Kind::enter);  // quits "big"; the selection moves on to "middle"
-  const auto held = [&] { screen.play({.kind = Kind::enter}); };
   screen.heldKeys = true;
-  held();
-  held();
-  held();
-  screen.then([&] { EXPECT_FALSE(shows("Full details")); });
+  for (int i = 0; i < 20; ++i) screen.press(Kind::enter);
   run();
   EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{10, false}));
+}
+
+TEST_F(TerminalMenu, TakesAnEnterAtOnceAfterAnotherKey) {
+  screen.walkTo("middle");
+  screen.press(Kind::enter);
+  screen.walkTo("Force Quit");
+  screen.heldKeys = true;
+  screen.press(Kind::enter);
+  screen.press(Kind::escape);  // no to the question
+  screen.press(Kind::enter);
+  screen.then([&] { EXPECT_TRUE(shows("pid 20")); });
+  run();
 }
 
 TEST_F(TerminalMenu, EndsOnQ) {
