@@ -1,0 +1,152 @@
+// The full-screen menu of the real program, on real processes.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+
+#include "end_to_end/terminal_session.h"
+#include "tools/child_process.h"
+#include "tools/forked.h"
+#include "tools/temp_folder.h"
+
+namespace {
+
+const std::string kEnter = "\r";
+const std::string kEscape = "\033";
+
+/// A name that nothing else on this machine has.
+std::string uniqueName() {
+  static int count = 0;
+  return "e2e" + std::to_string(getpid()) + "n" + std::to_string(++count);
+}
+
+/// The command of a process that the menu lists whatever its size: a model server.
+std::vector<std::string> modelServer(const std::string& name, std::vector<std::string> options) {
+  options.insert(options.end(), {"--memory", "120"});
+  return playProcess(options, {"llama-server", "--model", "/models/" + name + ".gguf"});
+}
+
+class TerminalActions : public testing::Test {
+ protected:
+  const std::string name = uniqueName();
+};
+
+TEST_F(TerminalActions, ShowARealProcess) {
+  const ChildProcess server(modelServer(name, {}));
+  TerminalSession terminal;
+  ASSERT_TRUE(terminal.walkTo(name));
+  EXPECT_TRUE(terminal.waitFor("pid " + std::to_string(server.pid()))) << "its tooltip";
+}
+
+TEST_F(TerminalActions, QuitAProcessByItsSubmenu) {
+  ChildProcess server(modelServer(name, {}));
+  TerminalSession terminal;
+  ASSERT_TRUE(terminal.walkTo(name));
+  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.waitFor("Force Quit"));
+  EXPECT_NE(terminal.screen().find(name).x, -1) << "the submenu stands beside its row";
+  ASSERT_TRUE(terminal.walkTo("Quit"));
+  terminal.send(kEnter);
+  const auto status = server.wait();
+  ASSERT_TRUE(status);
+  EXPECT_EQ(WTERMSIG(*status), SIGTERM);
+  EXPECT_TRUE(terminal.waitUntilGone(name));
+}
+
+TEST_F(TerminalActions, AskBeforeAForceQuit) {
+  ChildProcess server(modelServer(name, {"--ignore-term"}));
+  TerminalSession terminal;
+  const auto ask = [&] {
+    if (!terminal.walkTo(name)) return false;
+    terminal.send(kEnter);
+    if (!terminal.waitFor("Full details") || !terminal.walkTo("Force Quit (")) return false;
+    terminal.send(kEnter);
+    return terminal.waitFor("This cannot be undone.");
+  };
+  ASSERT_TRUE(ask());
+  EXPECT_TRUE(terminal.waitFor("PID " + std::to_string(server.pid())));
+  terminal.send(kEscape);
+  EXPECT_TRUE(terminal.waitUntilGone("This cannot be undone."));
+  EXPECT_EQ(kill(server.pid(), 0), 0) << "refused: it still runs";
+
+  ASSERT_TRUE(ask());
+  EXPECT_EQ(terminal.screen().reversed().find("[ Cancel ]"), std::string::npos);
+  terminal.send(kEnter);
+  const auto status = server.wait();
+  ASSERT_TRUE(status);
+  EXPECT_EQ(WTERMSIG(*status), SIGKILL);
+  EXPECT_TRUE(terminal.waitUntilGone(name));
+}
+
+TEST_F(TerminalActions, ShowDetails) {
+  const ChildProcess server(modelServer(name, {}));
+  TerminalSession terminal;
+  ASSERT_TRUE(terminal.walkTo(name));
+  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.walkTo("Full details"));
+  terminal.send(kEnter);
+  EXPECT_TRUE(terminal.waitFor("PID: " + std::to_string(server.pid())));
+  EXPECT_TRUE(terminal.waitFor("llama-server --model"));
+  terminal.send(kEnter);
+  EXPECT_TRUE(terminal.waitUntilGone("PID: "));
+}
+
+TEST_F(TerminalActions, ForgetAProcessThatEndsWhileItsSubmenuIsOpen) {
+  ChildProcess server(modelServer(name, {}));
+  TerminalSession terminal;
+  ASSERT_TRUE(terminal.walkTo(name));
+  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.waitFor("Full details"));
+  server.end();
+  ASSERT_TRUE(terminal.walkTo("Quit"));
+  terminal.send(kEnter);
+  EXPECT_TRUE(terminal.waitUntilGone(name));
+  EXPECT_EQ(terminal.screen().find("[ OK ]").x, -1) << "already gone is no failure";
+}
+
+TEST_F(TerminalActions, WorkWithTheMouse) {
+  ChildProcess server(modelServer(name, {}));
+  TerminalSession terminal;
+  ASSERT_TRUE(terminal.walkTo(name));  // scrolls it into view
+  terminal.click(terminal.screen().find(name));
+  ASSERT_TRUE(terminal.waitFor("Force Quit"));
+  terminal.click(terminal.screen().find("Force Quit"));
+  ASSERT_TRUE(terminal.waitFor("[ Cancel ]"));
+  terminal.click(terminal.screen().find("[ Force Quit ]"));
+  const auto status = server.wait();
+  ASSERT_TRUE(status);
+  EXPECT_EQ(WTERMSIG(*status), SIGKILL);
+}
+
+TEST_F(TerminalActions, ExplainWhatIsProtected) {
+  if (getuid() != 0) GTEST_SKIP() << "only root can play another user's process";
+  constexpr uid_t kOrdinary = 65534;
+  const TempFolder folder;  // where an ordinary user may run the program from
+  const auto program = folder / "vorda";
+  std::filesystem::copy_file(VORDA, program);
+  const ChildProcess server(modelServer(name, {"--user", std::to_string(kStranger)}));
+
+  TerminalSession terminal({.user = kOrdinary, .program = program});
+  ASSERT_TRUE(terminal.walkTo(name));
+  EXPECT_TRUE(terminal.waitFor("🔒"));
+  terminal.send(kEnter);
+  const std::string owner = "uid " + std::to_string(kStranger);
+  EXPECT_TRUE(terminal.waitFor("Protected (" + owner + ") — cannot quit from Vorda"));
+  EXPECT_EQ(terminal.screen().find("Force Quit").x, -1);
+  terminal.send(kEnter);
+  EXPECT_TRUE(terminal.waitFor("Protected: cannot Force Quit from Vorda."));
+  EXPECT_TRUE(terminal.waitFor("Owner: " + owner));
+}
+
+TEST_F(TerminalActions, ShowHostileNamesHarmlessly) {
+  const std::string hostile = name + "\n\033[2J\033]0;owned\007.gguf";
+  const ChildProcess server(
+      playProcess({"--memory", "120"}, {"llama-server", "--model", "/models/" + hostile}));
+  TerminalSession terminal;
+  ASSERT_TRUE(terminal.walkTo(name));
+  EXPECT_NE(terminal.screen().find("Vorda²").x, -1) << "the screen was not cleared";
+}
+
+}  // namespace

@@ -1,0 +1,75 @@
+// The full-screen menu of the real program, on a real systemd user manager.
+#include <gtest/gtest.h>
+
+#include "end_to_end/terminal_session.h"
+#include "tools/child_process.h"
+#include "tools/user_manager_rig.h"
+
+namespace {
+
+const std::string kEnter = "\r";
+
+/// The agents stand near the end of the menu.
+bool walkToAgent(TerminalSession& terminal, const std::string& text) {
+  if (!terminal.waitFor("q Quit")) return false;
+  terminal.send("\033[F");
+  const auto atTheEnd = [&] { return terminal.screen().reversed() == " Quit Vorda\n"; };
+  return terminal.waitUntil(atTheEnd) && terminal.walkTo(text, true);
+}
+
+class TerminalAgents : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!rig_.reason().empty()) GTEST_SKIP() << rig_.reason();
+    std::string start = "ExecStart=";
+    for (const auto& word : playProcess({}, {"gateway"})) start += word + " ";
+    rig_.addService("vorda-gateway", start + "\nRestart=always");
+  }
+  UserManagerRig rig_;
+};
+
+TEST_F(TerminalAgents, AreLoadedAndUnloaded) {
+  TerminalSession terminal({.height = 50});
+  ASSERT_TRUE(walkToAgent(terminal, "vorda-gateway  ·  off ↺"));
+  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.waitFor("Start / load"));
+  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.waitFor("vorda-gateway  ·  on · pid "));
+  EXPECT_EQ(terminal.screen().find("[ OK ]").x, -1) << "a success is silent";
+
+  ASSERT_TRUE(walkToAgent(terminal, "vorda-gateway"));
+  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.waitFor("Stop / unload"));
+  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.waitFor("Unload vorda-gateway?"));
+  EXPECT_TRUE(terminal.waitFor("Stops it and prevents KeepAlive restart."));
+  EXPECT_TRUE(terminal.waitFor("vorda-gateway.service"));
+  terminal.send("\t" + kEnter);
+  ASSERT_TRUE(terminal.waitUntilGone("Unload vorda-gateway?"));
+  EXPECT_TRUE(terminal.waitFor("vorda-gateway  ·  on")) << "refused";
+
+  terminal.settle();  // or it would be a key held down
+  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.waitFor("Stop / unload"));
+  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.waitFor("Unload vorda-gateway?"));
+  terminal.send(kEnter);
+  EXPECT_TRUE(terminal.waitFor("vorda-gateway  ·  off ↺"));
+}
+
+TEST_F(TerminalAgents, FailAfterAWhileWhereTheManagerHangs) {
+  TerminalSession terminal({.height = 50});
+  ASSERT_TRUE(walkToAgent(terminal, "vorda-gateway  ·  off ↺"));
+  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.waitFor("Start / load"));
+  rig_.pause();
+  terminal.send(kEnter);
+  EXPECT_TRUE(terminal.waitFor("Failed to load vorda-gateway"));
+  rig_.resume();
+  terminal.send(kEnter);
+  EXPECT_TRUE(terminal.waitUntilGone("Failed to load vorda-gateway"));
+  terminal.send("?");
+  EXPECT_TRUE(terminal.waitFor("[ OK ]")) << "the interface is back";
+}
+
+}  // namespace

@@ -1,0 +1,210 @@
+// How the full-screen menu of the real program lives with its terminal.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <csignal>
+
+#include "end_to_end/terminal_session.h"
+#include "fakes/row_name.h"
+
+namespace {
+
+bool isShown(TerminalSession& terminal) {
+  return terminal.waitFor("Top RAM") && terminal.screen().onAlternateScreen();
+}
+
+void expectRestored(const TerminalSession& terminal) {
+  EXPECT_FALSE(terminal.screen().onAlternateScreen());
+  EXPECT_TRUE(terminal.screen().cursorIsVisible());
+  EXPECT_FALSE(terminal.screen().mouseIsReported());
+  EXPECT_FALSE(terminal.screen().hasApplicationKeys());
+  EXPECT_TRUE(terminal.screen().writesPlainly());
+  const termios now = terminal.modes();
+  const termios& before = terminal.modesAtStart();
+  EXPECT_EQ(now.c_iflag, before.c_iflag);
+  EXPECT_EQ(now.c_oflag, before.c_oflag);
+  EXPECT_EQ(now.c_cflag, before.c_cflag);
+  EXPECT_EQ(now.c_lflag, before.c_lflag);
+  EXPECT_TRUE(std::equal(std::begin(now.c_cc), std::end(now.c_cc), std::begin(before.c_cc)));
+}
+
+TEST(TerminalLife, EndsOnQ) {
+  TerminalSession terminal;
+  ASSERT_TRUE(isShown(terminal));
+  EXPECT_TRUE(terminal.screen().mouseIsReported());
+  EXPECT_FALSE(terminal.screen().cursorIsVisible());
+  terminal.send("q");
+  EXPECT_EQ(terminal.waitForEnd(), 0);
+  expectRestored(terminal);
+}
+
+struct SignalRow {
+  const char* name;
+  int signal;
+  int status;
+};
+
+class TerminalSignals : public testing::TestWithParam<SignalRow> {};
+
+TEST_P(TerminalSignals, LeaveTheTerminalUsable) {
+  TerminalSession terminal;
+  ASSERT_TRUE(isShown(terminal));
+  terminal.send("?");  // also with an alert open
+  ASSERT_TRUE(terminal.waitFor("Keys"));
+  ASSERT_EQ(kill(terminal.pid(), GetParam().signal), 0);
+  const auto status = terminal.waitForEnd();
+  ASSERT_TRUE(status);
+  EXPECT_EQ(WIFSIGNALED(*status) ? WTERMSIG(*status) : 0, GetParam().status);
+  expectRestored(terminal);
+}
+
+INSTANTIATE_TEST_SUITE_P(Orderly, TerminalSignals,
+                         testing::Values(SignalRow{"Terminate", SIGTERM, 0},
+                                         SignalRow{"Interrupt", SIGINT, 0},
+                                         SignalRow{"HangUp", SIGHUP, 0}),
+                         rowName<SignalRow>);
+INSTANTIATE_TEST_SUITE_P(Crash, TerminalSignals,
+                         testing::Values(SignalRow{"Segmentation", SIGSEGV, SIGSEGV},
+                                         SignalRow{"Abort", SIGABRT, SIGABRT},
+                                         SignalRow{"Bus", SIGBUS, SIGBUS},
+                                         SignalRow{"Arithmetic", SIGFPE, SIGFPE},
+                                         SignalRow{"Quit", SIGQUIT, SIGQUIT}),
+                         rowName<SignalRow>);
+
+TEST(TerminalLife, EndsOnControlC) {
+  TerminalSession terminal;
+  ASSERT_TRUE(isShown(terminal));
+  terminal.send("\003");
+  EXPECT_EQ(terminal.waitForEnd(), 0);
+  expectRestored(terminal);
+}
+
+TEST(TerminalLife, EndsWithItsWindow) {
+  TerminalSession terminal;
+  ASSERT_TRUE(isShown(terminal));
+  terminal.hangUp();
+  EXPECT_EQ(terminal.waitForEnd(), 0);
+}
+
+TEST(TerminalLife, CanBeSuspended) {
+  TerminalSession terminal;
+  ASSERT_TRUE(isShown(terminal));
+  for (int i = 0; i < 2; ++i) {
+    terminal.send("\032");
+    ASSERT_TRUE(terminal.waitUntilStopped());
+    terminal.settle();
+    expectRestored(terminal);
+    terminal.continueInForeground();
+    ASSERT_TRUE(isShown(terminal));
+    EXPECT_TRUE(terminal.screen().mouseIsReported());
+  }
+  terminal.send("?");
+  EXPECT_TRUE(terminal.waitFor("Keys")) << "it still answers";
+}
+
+TEST(TerminalLife, DrawsItselfAnewAfterAStopThatItDidNotSeeComing) {
+  TerminalSession terminal;
+  ASSERT_TRUE(isShown(terminal));
+  ASSERT_EQ(kill(terminal.pid(), SIGSTOP), 0);
+  ASSERT_TRUE(terminal.waitUntilStopped());
+  terminal.continueInForeground();
+  ASSERT_TRUE(isShown(terminal));
+  terminal.send("?");
+  EXPECT_TRUE(terminal.waitFor("Keys"));
+}
+
+TEST(TerminalLife, FollowsTheSizeOfItsWindow) {
+  TerminalSession terminal;
+  ASSERT_TRUE(isShown(terminal));
+  terminal.resize(40, 10);
+  EXPECT_TRUE(terminal.waitFor("q Quit"));
+  terminal.send("\033[F");
+  EXPECT_TRUE(terminal.waitFor("Quit Vorda")) << "it scrolls";
+  terminal.resize(39, 9);
+  EXPECT_TRUE(terminal.waitFor("Vorda needs 40 x 10"));
+  EXPECT_TRUE(terminal.waitUntilGone("Quit Vorda"));
+  terminal.resize(120, 40);
+  EXPECT_TRUE(terminal.waitFor("Memory pressure"));
+}
+
+TEST(TerminalLife, KeepsAnAlertWhenItsWindowIsResized) {
+  TerminalSession terminal;
+  ASSERT_TRUE(isShown(terminal));
+  terminal.send("?");
+  ASSERT_TRUE(terminal.waitFor("[ OK ]"));
+  terminal.resize(40, 10);
+  EXPECT_TRUE(terminal.waitUntilGone("This list")) << "it scrolls";
+  EXPECT_TRUE(terminal.waitFor("[ OK ]"));
+  terminal.resize(100, 30);
+  EXPECT_TRUE(terminal.waitFor("This list"));
+  terminal.send("\033");
+  EXPECT_TRUE(terminal.waitUntilGone("[ OK ]"));
+}
+
+struct TermRow {
+  const char* name;
+  std::optional<std::string> term;
+  const char* says;
+};
+
+class UnusableTerminals : public testing::TestWithParam<TermRow> {};
+
+TEST_P(UnusableTerminals, AreOneClearLine) {
+  TerminalSession terminal({.environment = {{"TERM", GetParam().term}}});
+  const auto status = terminal.waitForEnd();
+  ASSERT_TRUE(status && WIFEXITED(*status));
+  EXPECT_EQ(WEXITSTATUS(*status), 1);
+  EXPECT_EQ(terminal.screen().row(0), GetParam().says);
+  EXPECT_EQ(terminal.screen().row(1), "");
+  expectRestored(terminal);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, UnusableTerminals,
+    testing::Values(
+        TermRow{"Unset", std::nullopt,
+                "vorda: TERM is not set, so the kind of terminal is unknown"},
+        TermRow{"Empty", "", "vorda: TERM is not set, so the kind of terminal is unknown"},
+        TermRow{"Unknown", "no-such-terminal",
+                "vorda: the kind of terminal \"no-such-terminal\" (TERM) is not known here"},
+        TermRow{"Dumb", "dumb", "vorda: a terminal of the kind \"dumb\" (TERM) can't show a menu"}),
+    rowName<TermRow>);
+
+struct ColorRow {
+  const char* name;
+  std::map<std::string, std::optional<std::string>> environment;
+  const char* ground;  ///< how the colour of the strip's ground begins
+};
+
+class TerminalColors : public testing::TestWithParam<ColorRow> {};
+
+TEST_P(TerminalColors, AreWhatTheTerminalHas) {
+  TerminalSession terminal({.environment = GetParam().environment});
+  ASSERT_TRUE(terminal.waitFor("q Quit"));
+  terminal.settle();
+  const std::string ground = terminal.screen().groundAt(60, 1);
+  EXPECT_EQ(ground.substr(0, std::string(GetParam().ground).size()), GetParam().ground);
+  EXPECT_EQ(ground.empty(), std::string(GetParam().ground).empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, TerminalColors,
+    testing::Values(ColorRow{"Truecolor", {{"COLORTERM", "truecolor"}}, "48;2;"},
+                    ColorRow{"Palette", {}, "48;5;"}, ColorRow{"Eight", {{"TERM", "xterm"}}, "40"},
+                    ColorRow{"None", {{"NO_COLOR", "1"}, {"COLORTERM", "truecolor"}}, ""},
+                    ColorRow{"EmptyNoColor", {{"NO_COLOR", ""}}, "48;5;"},
+                    ColorRow{"Monochrome", {{"TERM", "vt100"}}, ""}),
+    rowName<ColorRow>);
+
+TEST(TerminalLocale, WithoutUtf8HasAsciiForEverySign) {
+  TerminalSession terminal({.environment = {{"LANG", "C"}, {"NO_COLOR", "1"}}});
+  ASSERT_TRUE(isShown(terminal));
+  EXPECT_TRUE(terminal.waitFor("Vorda2"));
+  EXPECT_TRUE(terminal.waitFor("- Top RAM (colors match graph) -"));
+  const std::string picture = terminal.screen().picture();
+  EXPECT_TRUE(std::all_of(picture.begin(), picture.end(), [](char c) { return c >= 0; }))
+      << picture;
+}
+
+}  // namespace

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <sys/types.h>
+#include <termios.h>
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "end_to_end/screen_model.h"
+
+/// The real program in a terminal of the test's own: a pseudo-terminal, a screen model for
+/// eyes, and a small shell that runs the program as its foreground job. All of it is gone at
+/// the end of its scope.
+class TerminalSession {
+ public:
+  struct Options {
+    int width = 80;
+    int height = 24;
+    /// Beside these the program has the test's own environment, without a display. An empty
+    /// optional unsets.
+    std::map<std::string, std::optional<std::string>> environment = {};
+    uid_t user = 0;            ///< runs it as this user; 0: as the test's own
+    std::string program = {};  ///< what to run; "": the program where it was built
+  };
+  explicit TerminalSession(const Options& options);
+  TerminalSession() : TerminalSession(Options{}) {}
+  ~TerminalSession();
+  TerminalSession(const TerminalSession&) = delete;
+  TerminalSession& operator=(const TerminalSession&) = delete;
+
+  const ScreenModel& screen() const { return screen_; }
+  /// The program's pid.
+  pid_t pid() const { return pid_; }
+
+  void send(const std::string& bytes);
+  void click(ScreenModel::Place place);
+  void resize(int width, int height);
+  /// Closes the terminal's window.
+  void hangUp();
+
+  /// Reads what comes until it is so; false when it is not within a minute.
+  bool waitUntil(const std::function<bool()>& isSo);
+  bool waitFor(const std::string& text);
+  bool waitUntilGone(const std::string& text);
+  /// Reads all that comes until nothing has come for a moment.
+  void settle();
+  /// Presses Down (or Up) until what is selected holds `text`.
+  bool walkTo(const std::string& text, bool up = false);
+
+  /// Waits until the program was stopped; makes a stopped one go on in the foreground.
+  bool waitUntilStopped();
+  void continueInForeground();
+  /// Waits until the program has ended: its wait status.
+  std::optional<int> waitForEnd();
+
+  /// The terminal's modes: as they are, and as they were before the program started.
+  termios modes() const;
+  const termios& modesAtStart() const { return modesAtStart_; }
+
+ private:
+  void start(const Options& options);
+  bool read(int milliseconds);
+
+  ScreenModel screen_;
+  int terminal_ = -1;
+  int commands_ = -1;  ///< to the shell
+  int reports_ = -1;   ///< from the shell
+  pid_t shell_ = -1;
+  pid_t pid_ = -1;
+  termios modesAtStart_{};
+  bool stopped_ = false;
+  std::optional<int> ended_;
+};
