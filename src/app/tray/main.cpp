@@ -18,15 +18,6 @@ namespace {
 
 constexpr std::chrono::milliseconds kBusPatience{1000};
 
-std::vector<SettingsLine> settingsLines() {
-  std::vector<SettingsLine> lines;
-  for (const SettingsView::Line& line : SettingsView::lines()) {
-    lines.push_back({line.text, static_cast<SettingsLine::Font>(line.font),
-                     static_cast<SettingsLine::Foreground>(line.foreground), line.topPadding});
-  }
-  return lines;
-}
-
 NamedBus openBus() {
   NamedBus named{SessionBus::open(kBusPatience), nullptr};
   if (named.bus) {
@@ -40,7 +31,7 @@ NamedBus openBus() {
 
 int run(NamedBus bus) {
   const auto application = openDisplay();
-  QtFrontEnd frontEnd(std::move(bus), settingsLines());
+  QtFrontEnd frontEnd(std::move(bus), SettingsView::lines());
   StatusBarController controller(frontEnd, Branding::aboutAlert());
   ControllerDelegate delegate(controller);
   frontEnd.setDelegate(&delegate);

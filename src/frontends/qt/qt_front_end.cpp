@@ -30,7 +30,7 @@ std::shared_ptr<const MemoryPressureView> stripOf(const Menu& menu) {
 
 }  // namespace
 
-QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsLine> settings)
+QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings)
     : settingsLines_(std::move(settings)), menu_(std::make_shared<const Menu>()) {
   // The program lives without a window, and ends by terminate() alone.
   QApplication::setQuitOnLastWindowClosed(false);

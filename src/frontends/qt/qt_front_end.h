@@ -21,7 +21,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
  public:
   /// `bus` may be empty: then there is no tray host. `settings` is what the Settings window
   /// says.
-  QtFrontEnd(NamedBus bus, std::vector<SettingsLine> settings);
+  QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings);
   ~QtFrontEnd() override;
 
   /// Whom to tell of the menu from now on; nobody: nullptr.
@@ -48,7 +48,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void choose(const MenuSnapshot& menu, const MenuItem* item);
   void showStrip();
 
-  std::vector<SettingsLine> settingsLines_;
+  std::vector<SettingsView::Line> settingsLines_;
   MenuDelegate* delegate_ = nullptr;
   MenuTracking tracking_;
   std::string title_;

@@ -9,19 +9,19 @@
 
 namespace {
 
-QFont lineFont(const SettingsLine& line, QFont font) {
+QFont lineFont(const SettingsView::Line& line, QFont font) {
   double scale = 1;
   switch (line.font) {
-    case SettingsLine::Font::body:
+    case SettingsView::Font::body:
       break;
-    case SettingsLine::Font::title2Bold:
+    case SettingsView::Font::title2Bold:
       scale = 1.4;
       font.setBold(true);
       break;
-    case SettingsLine::Font::caption:
+    case SettingsView::Font::caption:
       scale = 0.9;
       break;
-    case SettingsLine::Font::caption2:
+    case SettingsView::Font::caption2:
       scale = 0.85;
       break;
   }
@@ -30,10 +30,10 @@ QFont lineFont(const SettingsLine& line, QFont font) {
 }
 
 /// The text colour, fainter the less a line matters.
-QPalette linePalette(const SettingsLine& line, QPalette palette) {
+QPalette linePalette(const SettingsView::Line& line, QPalette palette) {
   double strength = 1;
-  if (line.foreground == SettingsLine::Foreground::secondary) strength = 0.7;
-  if (line.foreground == SettingsLine::Foreground::tertiary) strength = 0.5;
+  if (line.foreground == SettingsView::Foreground::secondary) strength = 0.7;
+  if (line.foreground == SettingsView::Foreground::tertiary) strength = 0.5;
   QColor color = palette.color(QPalette::WindowText);
   color.setAlphaF(static_cast<float>(strength));
   palette.setColor(QPalette::WindowText, color);
@@ -42,17 +42,18 @@ QPalette linePalette(const SettingsLine& line, QPalette palette) {
 
 }  // namespace
 
-SettingsWindow::SettingsWindow(const std::vector<SettingsLine>& lines) {
+SettingsWindow::SettingsWindow(const std::vector<SettingsView::Line>& lines) {
   setAttribute(Qt::WA_DeleteOnClose);
   setWindowTitle("Vorda");
   setWindowIcon(badgeIcon());
-  setFixedSize(kWidth, kHeight);
+  setFixedSize(SettingsView::kWidth, SettingsView::kHeight);
 
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+  column->setContentsMargins(SettingsView::kPadding, SettingsView::kPadding, SettingsView::kPadding,
+                             SettingsView::kPadding);
   column->setSpacing(6);
   column->addStretch();
-  for (const SettingsLine& line : lines) {
+  for (const SettingsView::Line& line : lines) {
     auto* label = new QLabel(toQString(line.text));
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);

@@ -9,8 +9,8 @@
 
 namespace {
 
-using Font = SettingsLine::Font;
-using Foreground = SettingsLine::Foreground;
+using Font = SettingsView::Font;
+using Foreground = SettingsView::Foreground;
 
 QList<QLabel*> labels(const SettingsWindow& window) {
   return window.findChildren<QLabel*>();
@@ -32,7 +32,7 @@ TEST(SettingsWindow, showsTheLinesFromTopToBottom) {
   EXPECT_EQ(shown[2]->text(), "three");
   EXPECT_LT(shown[0]->y(), shown[1]->y());
   EXPECT_LT(shown[1]->y(), shown[2]->y());
-  EXPECT_GE(shown[0]->x(), SettingsWindow::kPadding);
+  EXPECT_GE(shown[0]->x(), SettingsView::kPadding);
 }
 
 TEST(SettingsWindow, stylesTheLines) {
