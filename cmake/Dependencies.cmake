@@ -3,9 +3,9 @@
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
 pkg_check_modules(re2 REQUIRED IMPORTED_TARGET re2)
-pkg_check_modules(ncursesw REQUIRED IMPORTED_TARGET ncursesw)
 
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  pkg_check_modules(ncursesw REQUIRED IMPORTED_TARGET ncursesw)
   pkg_check_modules(systemd REQUIRED IMPORTED_TARGET libsystemd)
 
   # The desktop tray alone: a server gets along without it.
