@@ -107,6 +107,8 @@ bool CursesScreen::start(const TerminalCheck& check) {
   rescue_->arm();
   colors_.emplace(check.depth);
   look_.colored = check.depth != ColorDepth::none;
+  // A console of eight colours has a font to match; letters divide the bars there.
+  if (check.depth == ColorDepth::eight) look_.signs.divider = " ";
   prepareKeys();
   curs_set(0);
   leaveok(stdscr, TRUE);
@@ -142,8 +144,11 @@ void CursesScreen::drawCell(const Cell& cell, int x, int y) {
 
 Input CursesScreen::nextInput(std::optional<double> seconds) {
   const auto end = seconds ? std::optional(now() + *seconds) : std::nullopt;
-  for (;;) {
-    if (const auto key = readKey()) return *key;
+  for (bool waited = false;; waited = true) {
+    if (auto key = readKey()) {
+      key->typedAhead = !waited;
+      return *key;
+    }
     std::array<pollfd, 2> sources{
         {{fileno(keyboard_), POLLIN, 0}, {signals_.descriptor(), POLLIN, 0}}};
     const int ready = poll(sources.data(), sources.size(), millisecondsUntil(end, now()));

@@ -32,9 +32,8 @@ void paintScrollBar(CellGrid& grid, int x, int y, int height, std::size_t top, s
   const std::size_t length = std::max<std::size_t>(rows * rows / count, 1);
   const std::size_t lastTop = count - rows;
   const std::size_t start = (rows - length) * std::min(top, lastTop) / lastTop;
-  const Style faint{.dim = true};
-  grid.fill({x, y, 1, height}, signs.vertical, faint);
-  grid.fill({x, y + static_cast<int>(start), 1, static_cast<int>(length)}, signs.thumb, {});
+  grid.fill({x, y + static_cast<int>(start), 1, static_cast<int>(length)}, signs.thumb,
+            {.dim = true});
 }
 
 }  // namespace terminal

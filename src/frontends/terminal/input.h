@@ -30,6 +30,7 @@ struct Input {
   char32_t character = 0;  ///< of Kind::character
   int x = 0;               ///< of a click or the wheel: column and row, from 0
   int y = 0;
+  bool typedAhead = false;  ///< it had come before anybody waited for it
 
   bool operator==(const Input&) const = default;
 };

@@ -15,9 +15,9 @@ struct StandIn {
 };
 
 constexpr StandIn kStandIns[] = {
-    {"★", "*"},  {"↺", "~"}, {"🔒", "[locked]"}, {"…", "..."}, {"·", "-"},  {"—", "-"},
-    {"–", "-"},  {"’", "'"}, {"‘", "'"},        {"“", "\""},  {"”", "\""}, {"•", "*"},
-    {"→", "->"}, {"²", "2"}, {"©", "(c)"},      {"↑", "^"},   {"↓", "v"},
+    {"★", "*"},  {"↺", "~"},  {"🔒", "[locked]"}, {"…", "..."}, {"·", "-"},  {"—", "-"},
+    {"–", "-"},  {"’", "'"},  {"‘", "'"},        {"“", "\""},  {"”", "\""}, {"•", "*"},
+    {"→", "->"}, {"←", "<-"}, {"²", "2"},        {"©", "(c)"}, {"↑", "^"},  {"↓", "v"},
 };
 
 std::string_view standInFor(std::string_view character) {
@@ -56,11 +56,11 @@ Signs Signs::unicode() {
   signs.pressureHigh = "▓";
   signs.horizontal = "─";
   signs.vertical = "│";
-  signs.topLeft = "╭";
-  signs.topRight = "╮";
-  signs.bottomLeft = "╰";
-  signs.bottomRight = "╯";
-  signs.thumb = "┃";
+  signs.topLeft = "┌";
+  signs.topRight = "┐";
+  signs.bottomLeft = "└";
+  signs.bottomRight = "┘";
+  signs.thumb = "▐";
   signs.upDown = "↑↓";
   return signs;
 }

@@ -15,8 +15,6 @@ namespace {
 
 // In seconds. Keyboards repeat a held key faster, people press it again more slowly.
 constexpr double kKeyRepeat = 0.06;
-// After an action that took so long, what was typed meanwhile comes all at once.
-constexpr double kLongAction = 1;
 
 }  // namespace
 
@@ -105,7 +103,7 @@ void TerminalFrontEnd::handle(const Input& input) {
 bool TerminalFrontEnd::isSpentEnter(const Input& input) {
   if (input.kind == Input::Kind::nothing || input.kind == Input::Kind::redraw) return false;
   const bool enter = input.kind == Input::Kind::enter;
-  const bool repeats = enter && screen_.now() - lastEnter_ < kKeyRepeat;
+  const bool repeats = enter && (input.typedAhead || screen_.now() - lastEnter_ < kKeyRepeat);
   if (enter) lastEnter_ = screen_.now();
   if (!repeats) enterChose_ = false;
   return enterChose_;
@@ -129,10 +127,8 @@ void TerminalFrontEnd::perform(const MenuItem& item) {
   view_.closeSubmenu();
   reportClosed();
   draw();
-  const double began = screen_.now();
   controller_->perform(chosen);
   enterChose_ = lastKeyWasEnter_;
-  if (screen_.now() - began > kLongAction) lastEnter_ = screen_.now();
 }
 
 void TerminalFrontEnd::reportOpened() {

@@ -82,7 +82,7 @@ TEST(AlertPicture, HoldsTextAndButtonsInTheirOrder) {
   view.layOut({44, 12});
   EXPECT_EQ(pictureOf(view, {44, 12}),
             "\n"
-            "   ╭────────────────────────────────────╮\n"
+            "   ┌────────────────────────────────────┐\n"
             "   │ Force Quit?                        │\n"
             "   │                                    │\n"
             "   │ Ollama Server                      │\n"
@@ -91,7 +91,7 @@ TEST(AlertPicture, HoldsTextAndButtonsInTheirOrder) {
             "   │ This cannot be undone.             │\n"
             "   │                                    │\n"
             "   │         [ Force Quit ]  [ Cancel ] │\n"
-            "   ╰────────────────────────────────────╯\n"
+            "   └────────────────────────────────────┘\n"
             "\n");
 }
 

@@ -27,6 +27,7 @@ constexpr Row kRows[] = {
     {"Dash", "— Top RAM —", "- Top RAM -"},
     {"Quotes", "“Docker’s”", "\"Docker's\""},
     {"BulletAndArrow", "• Open → Quit", "* Open -> Quit"},
+    {"Arrows", "↑ ↓ ← →", "^ v <- ->"},
     {"Title", "Vorda²", "Vorda2"},
     {"Copyright", "© 2026", "(c) 2026"},
     {"OtherLetters", "模é", "??"},

@@ -265,6 +265,15 @@ TEST_F(TerminalMenu, ChoosesOneActionWithAHeldEnter) {
   EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{10, false}));
 }
 
+TEST_F(TerminalMenu, ChoosesNothingMoreThatWasTypedDuringAnAction) {
+  screen.walkTo("big");
+  screen.press(Kind::enter);
+  screen.press(Kind::enter);
+  for (int i = 0; i < 5; ++i) screen.play({.kind = Kind::enter, .typedAhead = true});
+  run();
+  EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{10, false}));
+}
+
 TEST_F(TerminalMenu, TakesAnEnterAtOnceAfterAnotherKey) {
   screen.walkTo("middle");
   screen.press(Kind::enter);
