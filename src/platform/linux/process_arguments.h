@@ -9,7 +9,8 @@ namespace platform {
 /// What tells a process's program when its arguments don't.
 struct ProcessOrigin {
   std::string_view executable;  ///< its path; "" when unreadable
-  std::string_view comm;        ///< the kernel's own name for it, cut at 15 bytes
+  std::string_view comm;        ///< the kernel's own name for it, cut at 15 bytes; of no
+                                ///< account beside a path
 };
 
 /// Fills name, commandLine and arguments from what /proc/PID/cmdline holds: strings that end

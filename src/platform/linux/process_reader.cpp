@@ -36,10 +36,14 @@ bool ProcessReader::read(std::int32_t pid, ProcessFacts& facts) {
   const std::string_view block = proc_.read(pid, "cmdline", block_).value_or("");
   readArguments(block, {}, facts);
   if (needsOrigin(block, facts)) {
-    const std::string executable = proc_.executable(pid);
-    std::string_view comm = proc_.read(pid, "comm", small_).value_or("");
-    if (comm.ends_with('\n')) comm.remove_suffix(1);
-    readArguments(block, {executable, comm}, facts);
+    ProcFs::Path path;
+    ProcessOrigin origin{.executable = proc_.executable(pid, path)};
+    if (origin.executable.empty()) {
+      if (block.empty()) return false;  // a kernel thread or a zombie
+      origin.comm = proc_.read(pid, "comm", small_).value_or("");
+      if (origin.comm.ends_with('\n')) origin.comm.remove_suffix(1);
+    }
+    readArguments(block, origin, facts);
   }
   return !facts.name.empty();
 }

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <climits>
 #include <cstring>
 #include <memory>
 
@@ -74,13 +73,13 @@ std::optional<std::string_view> ProcFs::read(const char* file, FileReader& reade
   return opened.isOpen() ? reader.read(opened.get()) : std::nullopt;
 }
 
-std::string ProcFs::executable(std::int32_t pid) const {
-  char target[PATH_MAX];
-  const ssize_t length = readlinkat(root_.get(), ProcPath(pid, "exe").get(), target, sizeof target);
-  std::string_view path(target, length > 0 ? static_cast<std::size_t>(length) : 0);
+std::string_view ProcFs::executable(std::int32_t pid, Path& path) const {
+  const ssize_t length =
+      readlinkat(root_.get(), ProcPath(pid, "exe").get(), path.data(), path.size());
+  std::string_view target(path.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
   constexpr std::string_view kDeleted = " (deleted)";
-  if (path.ends_with(kDeleted)) path.remove_suffix(kDeleted.size());
-  return std::string(path);
+  if (target.ends_with(kDeleted)) target.remove_suffix(kDeleted.size());
+  return target;
 }
 
 const ProcFs& systemProc() {

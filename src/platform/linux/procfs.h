@@ -1,8 +1,9 @@
 #pragma once
 
+#include <array>
+#include <climits>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -30,8 +31,9 @@ class ProcFs {
   std::optional<std::string_view> read(const char* file, FileReader& reader) const;
 
   /// Where the link /proc/PID/exe leads, without the " (deleted)" that the kernel adds when
-  /// the file is not there any more; "" when unreadable.
-  std::string executable(std::int32_t pid) const;
+  /// the file is not there any more; "" when unreadable. The bytes live in `path`.
+  using Path = std::array<char, PATH_MAX>;
+  std::string_view executable(std::int32_t pid, Path& path) const;
 
  private:
   FileDescriptor root_;
