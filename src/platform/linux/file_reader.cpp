@@ -14,7 +14,7 @@ std::optional<std::string_view> FileReader::read(int fd) {
   std::size_t length = 0;
   for (;;) {
     const std::size_t room = bytes_.size() - length;
-    const ssize_t count = ::read(fd, bytes_.data() + length, room);
+    const ssize_t count = pread(fd, bytes_.data() + length, room, static_cast<off_t>(length));
     if (count < 0) {
       if (errno == EINTR) continue;
       return std::nullopt;

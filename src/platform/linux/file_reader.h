@@ -14,7 +14,7 @@ class FileReader {
   /// Of a file longer than `limit` bytes only so much is read.
   explicit FileReader(std::size_t limit) : limit_(limit) {}
 
-  /// What `fd` holds from its position on, until the next call; none when it can't be read.
+  /// What `fd` holds from its start on, until the next call; none when it can't be read.
   /// A read that gives less than was asked for has reached the end: so it is with regular
   /// files and with /proc, and the second read would cost half as much as the first.
   std::optional<std::string_view> read(int fd);

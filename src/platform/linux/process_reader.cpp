@@ -18,6 +18,7 @@ constexpr std::size_t kLongestSmallFile = 1 << 20;
 
 ProcessReader::ProcessReader(const ProcFs& proc)
     : proc_(proc),
+      blocks_(proc, "cmdline", filesToKeep()),
       block_(kLongestBlock),
       small_(kLongestSmallFile),
       pageSize_(static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE))) {}
@@ -25,7 +26,9 @@ ProcessReader::ProcessReader(const ProcFs& proc)
 std::vector<std::int32_t> ProcessReader::pids() {
   const auto memInfo = proc_.read("meminfo", small_);
   swapInUse_ = !memInfo || isSwapInUse(*memInfo);
-  return proc_.pids();
+  auto pids = proc_.pids();
+  blocks_.keepOnly(pids);
+  return pids;
 }
 
 bool ProcessReader::read(std::int32_t pid, ProcessFacts& facts) {
@@ -33,7 +36,7 @@ bool ProcessReader::read(std::int32_t pid, ProcessFacts& facts) {
   if (!facts.effectiveUid) return false;
 
   // An unreadable block is an empty one: the executable may still tell the name.
-  const std::string_view block = proc_.read(pid, "cmdline", block_).value_or("");
+  const std::string_view block = blocks_.read(pid, *facts.effectiveUid, block_).value_or("");
   readArguments(block, {}, facts);
   if (needsOrigin(block, facts)) {
     ProcFs::Path path;

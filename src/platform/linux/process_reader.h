@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/linux/file_reader.h"
+#include "platform/linux/kept_files.h"
 #include "platform/linux/procfs.h"
 #include "platform/processes.h"
 
@@ -24,6 +25,7 @@ class ProcessReader {
 
  private:
   const ProcFs& proc_;
+  KeptFiles blocks_;
   FileReader block_;  ///< the arguments, of which views are taken
   FileReader small_;  ///< everything else
   std::uint64_t pageSize_;

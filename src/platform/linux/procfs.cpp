@@ -39,7 +39,7 @@ std::int32_t pidOf(std::string_view name) {
 
 }  // namespace
 
-ProcFs::ProcFs(const char* root) : root_(open(root, O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
+ProcFs::ProcFs(const char* root) : root_(::open(root, O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
 
 std::vector<std::int32_t> ProcFs::pids() const {
   std::vector<std::int32_t> pids;
@@ -65,12 +65,21 @@ std::optional<std::uint32_t> ProcFs::owner(std::int32_t pid) const {
 
 std::optional<std::string_view> ProcFs::read(std::int32_t pid, std::string_view file,
                                              FileReader& reader) const {
-  return read(ProcPath(pid, file).get(), reader);
+  const FileDescriptor opened = open(pid, file);
+  return opened.isOpen() ? reader.read(opened.get()) : std::nullopt;
 }
 
 std::optional<std::string_view> ProcFs::read(const char* file, FileReader& reader) const {
-  const FileDescriptor opened(openat(root_.get(), file, O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+  const FileDescriptor opened = open(file);
   return opened.isOpen() ? reader.read(opened.get()) : std::nullopt;
+}
+
+FileDescriptor ProcFs::open(std::int32_t pid, std::string_view file) const {
+  return open(ProcPath(pid, file).get());
+}
+
+FileDescriptor ProcFs::open(const char* file) const {
+  return FileDescriptor(openat(root_.get(), file, O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
 }
 
 std::string_view ProcFs::executable(std::int32_t pid, Path& path) const {

@@ -30,12 +30,17 @@ class ProcFs {
                                        FileReader& reader) const;
   std::optional<std::string_view> read(const char* file, FileReader& reader) const;
 
+  /// One file of a process, opened to be read.
+  FileDescriptor open(std::int32_t pid, std::string_view file) const;
+
   /// Where the link /proc/PID/exe leads, without the " (deleted)" that the kernel adds when
   /// the file is not there any more; "" when unreadable. The bytes live in `path`.
   using Path = std::array<char, PATH_MAX>;
   std::string_view executable(std::int32_t pid, Path& path) const;
 
  private:
+  FileDescriptor open(const char* file) const;
+
   FileDescriptor root_;
 };
 
