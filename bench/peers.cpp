@@ -18,8 +18,8 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-/// A program that refreshes every second. What it does in between (a clock, a cursor) counts
-/// to the refresh that follows.
+/// A program that refreshes by itself. What it does in between (a clock, a cursor) counts to the
+/// refresh that follows.
 class Monitor : public Peer {
  public:
   Monitor(const std::vector<std::string>& argv, const std::vector<std::string>& environment,
@@ -27,7 +27,7 @@ class Monitor : public Peer {
       : child_(argv, environment, output) {
     nextBurst();  // its start
     double largest = 0;
-    for (const auto end = Clock::now() + 4s; Clock::now() < end;) {
+    for (const auto end = Clock::now() + 6s; Clock::now() < end;) {
       largest = std::max(largest, nextBurst());
     }
     least_ = largest / 4;
@@ -138,12 +138,10 @@ PeerProgram monitor(const std::string& name, std::vector<std::string> argv,
           }};
 }
 
-PeerProgram terminalMonitor(const std::string& name, std::vector<std::string> argv,
-                            const std::string& file, const std::string& content) {
-  return {name, isInstalled(argv.front()), [argv, file, content]() -> std::unique_ptr<Peer> {
+PeerProgram terminalMonitor(const std::string& name, std::vector<std::string> argv) {
+  return {name, isInstalled(argv.front()), [argv]() -> std::unique_ptr<Peer> {
             return std::make_unique<ConfiguredMonitor>(
-                file, content, argv,
-                std::vector<std::string>{"TERM=xterm-256color", "LANG=C.UTF-8"},
+                "empty", "", argv, std::vector<std::string>{"TERM=xterm-256color", "LANG=C.UTF-8"},
                 Child::Output::terminal);
           }};
 }
@@ -160,8 +158,8 @@ std::vector<PeerProgram> peerPrograms() {
        }},
       monitor("top", {"top", "-b", "-c", "-d", "1"}),
       monitor("psutil", {python, "-c", kPsutilLoop}),
-      terminalMonitor("htop", {"htop", "-d", "10"}, "htoprc", ""),
-      terminalMonitor("btop", {"btop", "--utf-force"}, "btop/btop.conf", "update_ms = 1000\n"),
+      terminalMonitor("htop", {"htop"}),
+      terminalMonitor("btop", {"btop", "--utf-force"}),
       {"gnome-system-monitor", isInstalled("gnome-system-monitor") && isInstalled("Xvfb"),
        []() -> std::unique_ptr<Peer> { return std::make_unique<DesktopMonitor>(); }},
   };
