@@ -8,6 +8,8 @@
 #include "frontends/qt/wayland/menu_surface.h"
 
 PopupMenu::PopupMenu(QWidget* parent) : QMenu(parent) {
+  setWindowTitle("Vorda menu");
+  setAccessibleName(windowTitle());
   mind(*this);
 }
 

@@ -1,0 +1,77 @@
+#include "frontends/qt/desktop/desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+Desktop::Desktop() {
+  // Xvfb picks a display number that is free, and says it. It must not start over whenever
+  // its last client goes: that may be a tool that looks before the program has come.
+  screen_ = std::make_unique<BackgroundProgram>(std::vector<std::string>{
+      "Xvfb", "-displayfd", "1", "-screen", "0", "1024x1200x24", "-nolisten", "tcp", "-noreset"});
+  bus_ = std::make_unique<BackgroundProgram>(std::vector<std::string>{
+      "dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1",
+      "--address=unix:path=" + (folder_ / "bus").string()});
+  for (const auto& [program, name] :
+       {std::pair{screen_.get(), "Xvfb"}, std::pair{bus_.get(), "dbus-daemon"}}) {
+    if (!program->started()) reason_ = std::string(name) + " is not installed";
+  }
+  if (!BackgroundProgram({"xdotool"}).started()) reason_ = "xdotool is not installed";
+  if (!reason_.empty()) return;
+  display_ = ":" + screen_->firstLine();
+  busAddress_ = bus_->firstLine();
+  EXPECT_NE(display_, ":");
+  EXPECT_NE(busAddress_, "");
+}
+
+BackgroundProgram::Environment Desktop::environment() const {
+  return {{"DISPLAY", display_},
+          {"WAYLAND_DISPLAY", std::nullopt},
+          {"DBUS_SESSION_BUS_ADDRESS", busAddress_},
+          {"XDG_CURRENT_DESKTOP", std::nullopt},
+          {"QT_QPA_PLATFORM", std::nullopt},
+          {"QT_QPA_PLATFORMTHEME", std::nullopt}};
+}
+
+std::unique_ptr<BackgroundProgram> Desktop::startProgram(
+    BackgroundProgram::Environment changes) const {
+  changes.merge(environment());
+  return std::make_unique<BackgroundProgram>(std::vector<std::string>{VORDA_TRAY_PROGRAM}, changes);
+}
+
+void Desktop::press(std::vector<std::string> keys) const {
+  std::vector<std::string> command{"xdotool", "key", "--delay", "50"};
+  command.insert(command.end(), keys.begin(), keys.end());
+  EXPECT_EQ(runProgram(command, environment()), 0);
+}
+
+bool Desktop::showsWindow(const std::string& title) const {
+  return runProgram({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$"},
+                    environment()) == 0;
+}
+
+bool Desktop::eventuallyShowsWindow(const std::string& title) const {
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  while (!showsWindow(title)) {
+    if (std::chrono::steady_clock::now() > deadline) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  return true;
+}
+
+void Desktop::clickInto(const std::string& title) const {
+  EXPECT_EQ(runProgram({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$",
+                        "mousemove", "--window", "%1", "20", "20", "click", "1"},
+                       environment()),
+            0);
+}
+
+void Desktop::killScreen() {
+  screen_->signal(SIGKILL);
+}
+
+void Desktop::killBus() {
+  bus_->signal(SIGKILL);
+}

@@ -1,0 +1,163 @@
+// What the menu's items do, on real processes and a real service.
+#include <signal.h>
+#include <sys/wait.h>
+
+#include "frontends/qt/desktop/tray_test.h"
+#include "tools/child_process.h"
+#include "tools/user_manager_rig.h"
+
+namespace {
+
+class TrayActions : public TrayTest {
+ protected:
+  static bool runs(pid_t pid) { return kill(pid, 0) == 0; }
+
+  /// How often "Down" has to be pressed in the menu that has just opened; 0: never there.
+  int stepsDownTo(int pid) {
+    const auto row = host->processRow(pid);
+    int steps = 0;
+    for (const HostItem& item : host->layout().children) {
+      if (!item.enabled || item.label.empty()) continue;
+      ++steps;
+      if (row && item.id == row->id) return steps;
+    }
+    return 0;
+  }
+};
+
+TEST_F(TrayActions, quitEndsTheProcessAndItsRowGoes) {
+  ChildProcess server(playProcess({}, {"/usr/bin/ollama", "serve"}));
+  const int pid = server.pid();
+  startInTray();
+  chooseOfProcess(pid, "Quit");
+  const auto status = server.wait();
+  ASSERT_TRUE(status);
+  EXPECT_TRUE(WIFSIGNALED(*status));
+  EXPECT_EQ(WTERMSIG(*status), SIGTERM);
+  EXPECT_TRUE(rowGoes(pid));
+}
+
+TEST_F(TrayActions, forceQuitAsksFirst) {
+  ChildProcess server(playProcess({"--ignore-term"}, {"/usr/bin/ollama", "serve"}));
+  const int pid = server.pid();
+  startInTray();
+
+  // It refuses to quit: its row goes at once, and comes back with the next sample.
+  chooseOfProcess(pid, "Quit");
+  EXPECT_TRUE(rowGoes(pid));
+  EXPECT_TRUE(rowAppears(pid));
+
+  chooseOfProcess(pid, "Force Quit");
+  ASSERT_TRUE(windowAppears(kDialog));
+  desktop.press({"Escape"});
+  EXPECT_TRUE(windowGoes(kDialog));
+  EXPECT_TRUE(runs(pid));
+
+  chooseOfProcess(pid, "Force Quit");
+  ASSERT_TRUE(windowAppears(kDialog));
+  desktop.press({"Return"});
+  const auto status = server.wait();
+  ASSERT_TRUE(status);
+  EXPECT_EQ(WTERMSIG(*status), SIGKILL);
+  EXPECT_TRUE(rowGoes(pid));
+}
+
+TEST_F(TrayActions, popupIsWalkedByKeyboard) {
+  startInTray();
+  host->activate();
+  ASSERT_TRUE(windowAppears(kMenu));
+  // The last item but one that can be chosen.
+  desktop.press({"Up", "Up", "Return"});
+  EXPECT_TRUE(windowAppears(kDialog));
+  EXPECT_TRUE(windowGoes(kMenu));
+}
+
+TEST_F(TrayActions, popupQuitsAProcessByKeyboard) {
+  ChildProcess server(playProcess({}, {"/usr/bin/ollama", "serve"}));
+  startInTray();
+  host->activate();
+  ASSERT_TRUE(windowAppears(kMenu));
+  const int steps = stepsDownTo(server.pid());
+  ASSERT_GT(steps, 0);
+  desktop.press(std::vector<std::string>(static_cast<std::size_t>(steps), "Down"));
+  desktop.press({"Right", "Return"});
+  const auto status = server.wait();
+  ASSERT_TRUE(status);
+  EXPECT_EQ(WTERMSIG(*status), SIGTERM);
+}
+
+TEST_F(TrayActions, clickDuringAnAlertChangesNothing) {
+  ChildProcess server(playProcess({}, {"/usr/bin/ollama", "serve"}));
+  startInTray();
+  choose("About Vorda");
+  ASSERT_TRUE(windowAppears(kDialog));
+  chooseOfProcess(server.pid(), "Quit");
+  host->activate();
+  desktop.press({"Return"});
+  EXPECT_TRUE(windowGoes(kDialog));
+  EXPECT_TRUE(runs(server.pid()));
+  EXPECT_TRUE(host->processRow(server.pid()));
+}
+
+TEST_F(TrayActions, menuThatAHostHasOpenKeepsItsRows) {
+  ChildProcess server(playProcess({}, {"/usr/bin/ollama", "serve"}));
+  const int pid = server.pid();
+  startInTray();
+  host->aboutToShow();
+  server.end();
+  constexpr double kTwoRefreshes = 11;  // seconds
+  host->pumpFor(kTwoRefreshes);
+  EXPECT_TRUE(host->processRow(pid));
+  host->aboutToShow();
+  EXPECT_FALSE(host->processRow(pid));
+}
+
+/// The desktop's bus is that of a real user manager.
+class TrayAgents : public TrayActions {
+ protected:
+  void SetUp() override {
+    if (!rig.reason().empty()) GTEST_SKIP() << rig.reason();
+    desktop.setBusAddress(std::getenv("DBUS_SESSION_BUS_ADDRESS"));
+    TrayTest::SetUp();
+  }
+
+  /// The agent's row; its label begins with the agent's.
+  std::optional<HostItem> agentRow(const std::string& label) {
+    for (const HostItem& row : host->layout().children) {
+      if (row.label.starts_with(label)) return row;
+    }
+    return std::nullopt;
+  }
+
+  UserManagerRig rig;
+};
+
+TEST_F(TrayAgents, unloadStopsTheService) {
+  std::string command = "ExecStart=";
+  for (const std::string& word : playProcess({}, {"gateway"})) command += word + " ";
+  rig.addService("model-gateway", command + "\nRestart=always");
+  ASSERT_EQ(runProgram({"systemctl", "--user", "start", "model-gateway"}), 0);
+
+  startInTray();
+  const auto row = agentRow("model-gateway");
+  ASSERT_TRUE(row);
+  EXPECT_NE(row->label.find("on · pid"), std::string::npos);
+  ASSERT_EQ(row->children.size(), 1U);
+  EXPECT_EQ(row->children[0].label, "Stop / unload");
+
+  host->click(row->children[0]);
+  ASSERT_TRUE(windowAppears(kDialog));
+  desktop.press({"Return"});
+  EXPECT_TRUE(host->eventually([this] {
+    const auto now = agentRow("model-gateway");
+    return now && now->label.find("off") != std::string::npos;
+  }));
+  EXPECT_NE(runProgram({"systemctl", "--user", "is-active", "--quiet", "model-gateway"}), 0);
+
+  host->click(agentRow("model-gateway")->children[0]);
+  EXPECT_TRUE(host->eventually([] {
+    return runProgram({"systemctl", "--user", "is-active", "--quiet", "model-gateway"}) == 0;
+  }));
+}
+
+}  // namespace

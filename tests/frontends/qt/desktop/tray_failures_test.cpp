@@ -1,0 +1,109 @@
+// Displays and buses that are not there, die or never answer.
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+
+#include "frontends/qt/desktop/tray_test.h"
+
+namespace {
+
+using TrayFailures = TrayTest;
+
+std::string lines(const std::string& text) {
+  return std::to_string(std::count(text.begin(), text.end(), '\n')) + " line(s)";
+}
+
+TEST_F(TrayFailures, displayThatIsNotThereIsOneLine) {
+  program = desktop.startProgram({{"DISPLAY", ":4711"}});
+  EXPECT_EQ(program->errorOutput(), "vorda: can't reach the display :4711\n");
+}
+
+TEST_F(TrayFailures, displayThatIsNotThereIsAnError) {
+  program = desktop.startProgram({{"DISPLAY", ":4711"}, {"WAYLAND_DISPLAY", "nowhere"}});
+  const auto status = program->wait();
+  ASSERT_TRUE(status);
+  EXPECT_TRUE(WIFEXITED(*status));
+  EXPECT_EQ(WEXITSTATUS(*status), 1);
+}
+
+TEST_F(TrayFailures, waylandThatIsNotThereLeavesX11) {
+  program = desktop.startProgram({{"WAYLAND_DISPLAY", "nowhere"}});
+  EXPECT_TRUE(windowAppears(kWindow));
+}
+
+TEST_F(TrayFailures, displayThatDiesIsOneLineAndAnError) {
+  startInTray();
+  desktop.killScreen();
+  const auto status = program->wait();
+  ASSERT_TRUE(status);
+  EXPECT_TRUE(WIFEXITED(*status));
+  EXPECT_EQ(WEXITSTATUS(*status), 1);
+  const std::string errors = program->errorOutput();
+  EXPECT_EQ(lines(errors), "1 line(s)") << errors;
+}
+
+TEST_F(TrayFailures, displayThatDiesUnderAnAlertIsNoHang) {
+  startInTray();
+  choose("About Vorda");
+  ASSERT_TRUE(windowAppears(kDialog));
+  desktop.killScreen();
+  const auto status = program->wait();
+  ASSERT_TRUE(status);
+  EXPECT_EQ(WEXITSTATUS(*status), 1);
+}
+
+TEST_F(TrayFailures, withoutABusItStartsWithTheWindow) {
+  desktop.setBusAddress("unix:path=/nowhere/at/all");
+  program = desktop.startProgram();
+  EXPECT_TRUE(windowAppears(kWindow));
+}
+
+TEST_F(TrayFailures, withoutABusTwoMayRun) {
+  desktop.setBusAddress("unix:path=/nowhere/at/all");
+  program = desktop.startProgram();
+  ASSERT_TRUE(windowAppears(kWindow));
+  const auto second = desktop.startProgram();
+  host->pumpFor(1);
+  EXPECT_EQ(second->poll(), std::nullopt);
+  EXPECT_EQ(program->poll(), std::nullopt);
+}
+
+TEST_F(TrayFailures, busThatDiesGivesTheWindowBack) {
+  startInTray();
+  desktop.killBus();
+  EXPECT_TRUE(desktop.eventuallyShowsWindow(kWindow));
+  EXPECT_EQ(program->poll(), std::nullopt);
+}
+
+TEST_F(TrayFailures, busThatNeverAnswersIsNotWaitedFor) {
+  const TempFolder folder;
+  sockaddr_un address = {};
+  address.sun_family = AF_UNIX;
+  const std::string path = folder / "silent";
+  path.copy(address.sun_path, sizeof address.sun_path - 1);
+  const int silent = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  ASSERT_EQ(bind(silent, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  ASSERT_EQ(listen(silent, 8), 0);
+
+  desktop.setBusAddress("unix:path=" + path);
+  program = desktop.startProgram();
+  EXPECT_TRUE(windowAppears(kWindow));
+  close(silent);
+}
+
+TEST_F(TrayFailures, instanceThatNeverAnswersIsOneLineAndAnError) {
+  startInTray();
+  program->signal(SIGSTOP);
+  const auto second = desktop.startProgram();
+  const auto status = second->wait();
+  program->signal(SIGCONT);
+  ASSERT_TRUE(status);
+  EXPECT_EQ(WEXITSTATUS(*status), 1);
+  EXPECT_EQ(lines(second->errorOutput()), "1 line(s)");
+}
+
+}  // namespace

@@ -1,0 +1,217 @@
+#include "frontends/qt/desktop/tray_host.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string_view>
+
+namespace {
+
+constexpr const char* kWatcher = "org.kde.StatusNotifierWatcher";
+constexpr const char* kWatcherPath = "/StatusNotifierWatcher";
+constexpr const char* kItem = "org.kde.StatusNotifierItem";
+constexpr const char* kItemPath = "/StatusNotifierItem";
+constexpr const char* kMenu = "com.canonical.dbusmenu";
+constexpr const char* kMenuPath = "/MenuBar";
+
+BusPtr connect(const std::string& address) {
+  sd_bus* bus = nullptr;
+  EXPECT_GE(sd_bus_new(&bus), 0);
+  BusPtr result(bus);
+  EXPECT_GE(sd_bus_set_address(bus, address.c_str()), 0);
+  EXPECT_GE(sd_bus_set_bus_client(bus, 1), 0);
+  EXPECT_GE(sd_bus_start(bus), 0);
+  return result;
+}
+
+void readProperty(sd_bus_message* message, HostItem& item) {
+  const char* name = nullptr;
+  sd_bus_message_read(message, "s", &name);
+  if (std::string_view(name) == "label") {
+    const char* label = nullptr;
+    sd_bus_message_read(message, "v", "s", &label);
+    item.label = label;
+  } else if (std::string_view(name) == "enabled") {
+    int enabled = 0;
+    sd_bus_message_read(message, "v", "b", &enabled);
+    item.enabled = enabled != 0;
+  } else {
+    sd_bus_message_skip(message, "v");
+  }
+}
+
+HostItem readItem(sd_bus_message* message) {
+  HostItem item;
+  sd_bus_message_enter_container(message, 'r', "ia{sv}av");
+  sd_bus_message_read(message, "i", &item.id);
+  sd_bus_message_enter_container(message, 'a', "{sv}");
+  while (sd_bus_message_enter_container(message, 'e', "sv") > 0) {
+    readProperty(message, item);
+    sd_bus_message_exit_container(message);
+  }
+  sd_bus_message_exit_container(message);
+  sd_bus_message_enter_container(message, 'a', "v");
+  while (sd_bus_message_enter_container(message, 'v', "(ia{sv}av)") > 0) {
+    item.children.push_back(readItem(message));
+    sd_bus_message_exit_container(message);
+  }
+  sd_bus_message_exit_container(message);
+  sd_bus_message_exit_container(message);
+  return item;
+}
+
+}  // namespace
+
+struct WatcherVtable {
+  static TrayHost& host(void* data) { return *static_cast<TrayHost*>(data); }
+
+  static int registerItem(sd_bus_message* call, void* data, sd_bus_error*) {
+    const char* service = nullptr;
+    sd_bus_message_read(call, "s", &service);
+    host(data).icon_ = service;
+    return sd_bus_reply_method_return(call, "");
+  }
+  static int hostRegistered(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                            void* data, sd_bus_error*) {
+    return sd_bus_message_append(reply, "b", host(data).hostRegistered_ ? 1 : 0);
+  }
+  static const sd_bus_vtable table[];
+};
+
+const sd_bus_vtable WatcherVtable::table[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_METHOD("RegisterStatusNotifierItem", "s", "", &registerItem, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_PROPERTY("IsStatusNotifierHostRegistered", "b", &hostRegistered, 0, 0),
+    SD_BUS_SIGNAL("StatusNotifierHostRegistered", "", 0),
+    SD_BUS_SIGNAL("StatusNotifierHostUnregistered", "", 0),
+    SD_BUS_VTABLE_END,
+};
+
+TrayHost::TrayHost(const std::string& busAddress) : bus_(connect(busAddress)) {
+  sd_bus_slot* raw = nullptr;
+  EXPECT_GE(sd_bus_add_object_vtable(bus_.get(), &raw, kWatcherPath, kWatcher, WatcherVtable::table,
+                                     this),
+            0);
+  watcher_.reset(raw);
+}
+
+void TrayHost::appear() {
+  EXPECT_GE(sd_bus_request_name(bus_.get(), kWatcher, SD_BUS_NAME_QUEUE), 0);
+}
+
+void TrayHost::disappear() {
+  EXPECT_GE(sd_bus_release_name(bus_.get(), kWatcher), 0);
+  icon_.clear();
+}
+
+void TrayHost::setHostRegistered(bool registered) {
+  hostRegistered_ = registered;
+  sd_bus_emit_signal(bus_.get(), kWatcherPath, kWatcher,
+                     registered ? "StatusNotifierHostRegistered" : "StatusNotifierHostUnregistered",
+                     "");
+}
+
+bool TrayHost::eventually(const std::function<bool()>& done) {
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  while (!done()) {
+    if (std::chrono::steady_clock::now() > deadline) return false;
+    while (sd_bus_process(bus_.get(), nullptr) > 0) {
+    }
+    constexpr std::uint64_t kMoment = 20000;  // microseconds
+    sd_bus_wait(bus_.get(), kMoment);
+  }
+  return true;
+}
+
+void TrayHost::pumpFor(double seconds) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+  eventually([end] { return std::chrono::steady_clock::now() >= end; });
+}
+
+BusMessage TrayHost::call(const std::string& destination, const char* path, const char* interface,
+                          const char* member, const std::function<void(sd_bus_message*)>& fill) {
+  sd_bus_message* raw = nullptr;
+  sd_bus_message_new_method_call(bus_.get(), &raw, destination.c_str(), path, interface, member);
+  const BusMessage request(raw);
+  if (fill) fill(raw);
+  constexpr std::uint64_t kPatience = 60000000;  // microseconds
+  sd_bus_message* reply = nullptr;
+  sd_bus_error error = SD_BUS_ERROR_NULL;
+  EXPECT_GE(sd_bus_call(bus_.get(), raw, kPatience, &error, &reply), 0)
+      << member << ": " << (error.message == nullptr ? "" : error.message);
+  sd_bus_error_free(&error);
+  return BusMessage(reply);
+}
+
+std::string TrayHost::iconText(const char* property) {
+  const BusMessage reply =
+      call(icon_, kItemPath, "org.freedesktop.DBus.Properties", "Get",
+           [&](sd_bus_message* m) { sd_bus_message_append(m, "ss", kItem, property); });
+  const char* text = "";
+  sd_bus_message_read(reply.get(), "v", "s", &text);
+  return text;
+}
+
+std::string TrayHost::title() {
+  return iconText("Title");
+}
+
+std::string TrayHost::toolTip() {
+  const BusMessage reply =
+      call(icon_, kItemPath, "org.freedesktop.DBus.Properties", "Get",
+           [](sd_bus_message* m) { sd_bus_message_append(m, "ss", kItem, "ToolTip"); });
+  const char* text = "";
+  sd_bus_message_enter_container(reply.get(), 'v', "(sa(iiay)ss)");
+  sd_bus_message_enter_container(reply.get(), 'r', "sa(iiay)ss");
+  sd_bus_message_skip(reply.get(), "sa(iiay)");
+  sd_bus_message_read(reply.get(), "s", &text);
+  return text;
+}
+
+void TrayHost::activate() {
+  call(icon_, kItemPath, kItem, "Activate",
+       [](sd_bus_message* m) { sd_bus_message_append(m, "ii", 0, 0); });
+}
+
+HostItem TrayHost::layout() {
+  const BusMessage reply = call(icon_, kMenuPath, kMenu, "GetLayout", [](sd_bus_message* m) {
+    sd_bus_message_append(m, "iias", 0, -1, 0);
+  });
+  sd_bus_message_skip(reply.get(), "u");
+  return readItem(reply.get());
+}
+
+std::optional<HostItem> TrayHost::processRow(int pid) {
+  const std::string ending = " · pid " + std::to_string(pid);
+  for (const HostItem& row : layout().children) {
+    if (!row.children.empty() && row.children.front().label.ends_with(ending)) return row;
+  }
+  return std::nullopt;
+}
+
+void TrayHost::aboutToShow() {
+  call(icon_, kMenuPath, kMenu, "AboutToShow",
+       [](sd_bus_message* m) { sd_bus_message_append(m, "i", 0); });
+}
+
+void TrayHost::click(const HostItem& item) {
+  call(icon_, kMenuPath, kMenu, "Event", [&item](sd_bus_message* m) {
+    sd_bus_message_append(m, "isvu", item.id, "clicked", "i", 0, 0U);
+  });
+}
+
+bool TrayHost::isOwned(const std::string& name) {
+  const BusMessage reply =
+      call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner",
+           [&name](sd_bus_message* m) { sd_bus_message_append(m, "s", name.c_str()); });
+  int owned = 0;
+  sd_bus_message_read(reply.get(), "b", &owned);
+  return owned != 0;
+}
+
+const HostItem* findItem(const HostItem& menu, const std::string& label) {
+  for (const HostItem& item : menu.children) {
+    if (item.label == label) return &item;
+  }
+  return nullptr;
+}

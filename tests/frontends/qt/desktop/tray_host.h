@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "frontends/qt/bus/sd_bus_ptr.h"
+
+/// One item of the menu as a tray host draws it.
+struct HostItem {
+  int id = 0;
+  std::string label;
+  bool enabled = true;
+  std::vector<HostItem> children;
+};
+
+/// A tray host of the test's own, with its watcher, on the bus of that address: what a panel
+/// is to the program, in the hands of a test.
+class TrayHost {
+ public:
+  explicit TrayHost(const std::string& busAddress);
+  TrayHost(const TrayHost&) = delete;
+  TrayHost& operator=(const TrayHost&) = delete;
+
+  /// Becomes the bus's tray host; waits in line when there is one.
+  void appear();
+  void disappear();
+  /// A watcher without a host.
+  void setHostRegistered(bool registered);
+
+  /// Answers what comes in, until `done` is true: false when it is not after a minute.
+  bool eventually(const std::function<bool()>& done);
+  /// Answers what comes in, for so many seconds.
+  void pumpFor(double seconds);
+
+  /// The bus name of the icon that was registered last; "" for none.
+  const std::string& icon() const { return icon_; }
+
+  std::string toolTip();
+  std::string title();
+  void activate();
+
+  /// The menu, as the program says now; nothing is said of opening it.
+  HostItem layout();
+  /// What is below the row whose submenu speaks of that process.
+  std::optional<HostItem> processRow(int pid);
+  void aboutToShow();
+  void click(const HostItem& item);
+
+  /// Whether somebody owns that bus name.
+  bool isOwned(const std::string& name);
+
+ private:
+  friend struct WatcherVtable;
+
+  BusMessage call(const std::string& destination, const char* path, const char* interface,
+                  const char* member, const std::function<void(sd_bus_message*)>& fill = {});
+  std::string iconText(const char* property);
+
+  BusPtr bus_;
+  BusSlot watcher_;
+  bool hostRegistered_ = true;
+  std::string icon_;
+};
+
+/// The item with that label; null for none.
+const HostItem* findItem(const HostItem& menu, const std::string& label);

@@ -1,0 +1,123 @@
+// Where the program is seen, and that it always is.
+#include "frontends/qt/desktop/tray_test.h"
+
+namespace {
+
+using TrayPresence = TrayTest;
+
+TEST_F(TrayPresence, hostGetsTheIcon) {
+  startInTray();
+  EXPECT_TRUE(host->isOwned(host->icon()));
+  EXPECT_TRUE(host->toolTip().starts_with("Vorda"));
+  EXPECT_TRUE(host->toolTip().ends_with("\nHalvek"));
+  EXPECT_TRUE(host->title().starts_with("Vorda² — Memory "));
+  EXPECT_FALSE(desktop.showsWindow(kWindow));
+}
+
+TEST_F(TrayPresence, hostThatNeverSaysThatItOpensTheMenuGetsAUsableOne) {
+  startInTray();
+  const HostItem menu = host->layout();
+  EXPECT_TRUE(menu.children.front().label.ends_with("%"));
+  EXPECT_TRUE(menu.children[1].label.starts_with("System  "));
+  EXPECT_NE(findItem(menu, "Refresh now"), nullptr);
+  EXPECT_NE(findItem(menu, "Quit Vorda"), nullptr);
+}
+
+TEST_F(TrayPresence, withoutAHostTheWindowIsThere) {
+  startWithoutTray();
+}
+
+TEST_F(TrayPresence, hostThatComesLaterGetsTheIconAndTheWindowGoes) {
+  startWithoutTray();
+  host->appear();
+  EXPECT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
+  EXPECT_TRUE(windowGoes(kWindow));
+}
+
+TEST_F(TrayPresence, hostThatGoesGivesTheWindowBack) {
+  startInTray();
+  host->disappear();
+  EXPECT_TRUE(windowAppears(kWindow));
+  host->appear();
+  EXPECT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
+  EXPECT_TRUE(windowGoes(kWindow));
+}
+
+TEST_F(TrayPresence, watcherWithoutAHostIsNoTray) {
+  host->setHostRegistered(false);
+  host->appear();
+  startWithoutTray();
+  EXPECT_EQ(host->icon(), "");
+  host->setHostRegistered(true);
+  EXPECT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
+  EXPECT_TRUE(windowGoes(kWindow));
+}
+
+TEST_F(TrayPresence, secondWatcherTakesOver) {
+  startInTray();
+  TrayHost second(desktop.busAddress());
+  second.appear();
+  host->disappear();
+  EXPECT_TRUE(second.eventually([&second] { return !second.icon().empty(); }));
+  EXPECT_TRUE(second.eventually([this] { return !desktop.showsWindow(kWindow); }));
+}
+
+TEST_F(TrayPresence, watcherThatNeverAnswersIsNotWaitedFor) {
+  host->appear();
+  program = desktop.startProgram();
+  // Nobody works off the watcher's calls meanwhile.
+  EXPECT_TRUE(desktop.eventuallyShowsWindow(kWindow));
+  EXPECT_TRUE(windowGoes(kWindow));
+}
+
+TEST_F(TrayPresence, windowOpensTheMenuAndSettings) {
+  startWithoutTray();
+  // Nobody manages windows here: a click gives the keyboard.
+  desktop.clickInto(kWindow);
+  desktop.press({"space"});
+  EXPECT_TRUE(windowAppears(kMenu));
+  desktop.press({"Escape"});
+  EXPECT_TRUE(windowGoes(kMenu));
+  desktop.press({"ctrl+comma"});
+  EXPECT_TRUE(windowAppears(kDialog));
+}
+
+TEST_F(TrayPresence, secondStartShowsSettingsAndEnds) {
+  startInTray();
+  const std::string icon = host->icon();
+  const auto second = desktop.startProgram();
+  int status = -1;
+  EXPECT_TRUE(host->eventually([&second, &status] {
+    const auto ended = second->poll();
+    status = ended.value_or(-1);
+    return ended.has_value();
+  }));
+  EXPECT_EQ(status, 0);
+  EXPECT_TRUE(windowAppears(kDialog));
+  EXPECT_EQ(host->icon(), icon);
+
+  desktop.press({"Escape"});
+  EXPECT_TRUE(windowGoes(kDialog));
+  EXPECT_TRUE(host->isOwned(icon));
+  EXPECT_EQ(program->poll(), std::nullopt);
+}
+
+TEST_F(TrayPresence, quitLeavesNothing) {
+  startInTray();
+  const std::string icon = host->icon();
+  choose("Quit Vorda");
+  EXPECT_EQ(program->wait(), 0);
+  EXPECT_FALSE(host->isOwned(icon));
+  EXPECT_FALSE(host->isOwned(kName));
+  EXPECT_EQ(program->errorOutput(), "");
+}
+
+TEST_F(TrayPresence, quitDuringAnAlertEndsBoth) {
+  startInTray();
+  choose("About Vorda");
+  ASSERT_TRUE(windowAppears(kDialog));
+  choose("Quit Vorda");
+  EXPECT_EQ(program->wait(), 0);
+}
+
+}  // namespace
