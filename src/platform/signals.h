@@ -9,7 +9,7 @@ enum class Signal { quit, forceQuit };
 
 /// One process held fast, so that the process that was examined is the one that is
 /// signalled even when its pid is given to another meanwhile. Where the system can't
-/// hold a process (or it is gone), the pid alone stands for it.
+/// hold a process, the pid alone stands for it; what is gone already stays gone.
 class SignalTarget {
  public:
   explicit SignalTarget(std::int32_t pid);

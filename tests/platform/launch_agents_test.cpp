@@ -100,6 +100,9 @@ TEST_F(LaunchAgents, StoppingWhatDoesNotRunCouldNotFindIt) {
 
   ASSERT_EQ(start("idle").status, 0);
   ASSERT_EQ(stop("idle").status, 0);
+  // The manager forgets an inactive unit, unless another one speaks of it.
+  rig_.addService("busy", playing("busy") + "\n[Unit]\nAfter=idle.service");
+  ASSERT_EQ(start("busy").status, 0);
   EXPECT_THAT(stop("idle").errorText, HasSubstr("Could not find"));
 
   const auto unknown = stop("unknown");

@@ -42,7 +42,7 @@ constexpr MemInfoRow kMemInfoRows[] = {
     {"NoAvailableLine", "MemTotal: 3 kB\nMemFree: 2 kB\n", 3 * kKiB, std::nullopt},
     {"NoFreeLine", "MemTotal: 3 kB\nMemAvailable: 2 kB\n", 3 * kKiB, std::nullopt},
     {"NoTotalLine", "MemFree: 3 kB\nMemAvailable: 2 kB\n", 0, std::nullopt},
-    {"ALongerKeyIsAnotherKey", "MemTotalOfAll: 3 kB\n", 0, std::nullopt},
+    {"ALongerKeyIsAnotherKey", "MemTotalOfAll: 3 kB\nMemTotal: 5 kB\n", 5 * kKiB, std::nullopt},
     {"AValueThatIsNoNumber", "MemTotal: many kB\nMemFree: 1 kB\nMemAvailable: 1 kB\n", 0,
      std::nullopt},
     {"AValueInOtherUnits", "MemTotal: 3 MB\n", 0, std::nullopt},

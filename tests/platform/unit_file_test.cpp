@@ -78,7 +78,7 @@ const UnitRow kRows[] = {
      true},
     {"AByteOrderMark", "\xef\xbb\xbf[Service]\nExecStart=/bin/a\n", {"/bin/a"}},
     {"AnOpenQuoteIsPassedOver", "[Service]\nExecStart=/bin/a \"b\nExecStart=/bin/c\n", {"/bin/c"}},
-    {"ALineThatIsNotUtf8", "[Service]\nExecStart=/bin/caf\xe9\nExecStart=/bin/b\n", {"/bin/b"}},
+    {"ALineThatIsNotUtf8", "[Service]\nExecStart=/bin/a caf\xe9\nExecStart=/bin/b\n", {"/bin/b"}},
     {"TheKeysAreCaseSensitive", "[service]\nExecStart=/bin/a\n[Service]\nexecstart=/bin/b\n", {}},
     {"ASectionThatIsNotClosed", "[Service\nExecStart=/bin/a\n", {}},
     {"NoEqualsSign", "[Service]\nExecStart\nRestart\n", {}},
