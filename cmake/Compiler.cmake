@@ -16,9 +16,3 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual
                     -Woverloaded-virtual
                     # Values are made by naming the fields that differ from their defaults.
                     -Wno-missing-field-initializers)
-
-if(VORDA_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
-                      -fno-omit-frame-pointer)
-  add_link_options(-fsanitize=address,undefined)
-endif()
