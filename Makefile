@@ -4,7 +4,10 @@
 PRESET ?= release
 JOBS ?= $(shell getconf _NPROCESSORS_ONLN)
 
-.PHONY: help run test build bench clean
+.PHONY: help run test build bench coverage fuzz clean
+
+# How long `make fuzz` runs each target.
+SECONDS ?= 60
 
 help: ## list the targets
 	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 20
@@ -30,6 +33,18 @@ bench: ## install what is missing, build and measure what the program costs
 	@cmake --preset release -D VORDA_BENCH=ON
 	@cmake --build --preset release --target vorda_bench
 	@build/release/vorda_bench --json=build/release/bench.json $(BENCH_ARGS)
+
+coverage: ## run every test and print which share of the lines they run
+	@scripts/bootstrap build test coverage
+	@cmake --preset coverage
+	@cmake --build --preset coverage
+	@scripts/coverage
+
+fuzz: ## run each fuzz target for SECONDS=60 seconds
+	@scripts/bootstrap build test fuzz
+	@cmake --preset fuzz
+	@cmake --build --preset fuzz
+	@scripts/fuzz $(SECONDS)
 
 clean: ## remove everything that was built
 	rm -rf build

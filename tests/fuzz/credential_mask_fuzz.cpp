@@ -1,0 +1,60 @@
+// The credential mask on any argument vector. The bytes: arguments with line feeds between
+// them.
+
+#include "fuzz/fuzzing.h"
+#include "scanner/credential_mask.h"
+#include "scanner/credentials/credential_finder.h"
+#include "scanner/process_scanner.h"
+#include "scanner/secret_redaction.h"
+
+namespace {
+
+void checkOrder(const std::vector<TextSpan>& spans, std::size_t size) {
+  std::size_t end = 0;
+  for (const TextSpan& span : spans) {
+    FUZZ_CHECK((span.begin > end || end == 0) && span.begin < span.end && span.end <= size);
+    end = span.end;
+  }
+}
+
+std::size_t countOf(std::string_view text, std::string_view part) {
+  std::size_t count = 0;
+  for (auto at = text.find(part); at != text.npos; at = text.find(part, at + part.size())) ++count;
+  return count;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const auto arguments = fuzzing::split(fuzzing::text(data, size), '\n');
+  const std::vector<std::string_view> views(arguments.begin(), arguments.end());
+  const std::string line = fuzzing::joined(arguments);
+
+  const auto found = CredentialFinder::inArguments(views);
+  for (const auto& [argument, spans] : found) checkOrder(spans, arguments.at(argument).size());
+  checkOrder(CredentialFinder::inLine(line), line.size());
+
+  const auto shown = CredentialMask::shown(views, line);
+  const std::string redacted = ProcessScanner::redactSecrets(line);
+  // What is masked is masked in the vector and in the line; where there is nothing to mask
+  // the pattern has the last word.
+  FUZZ_CHECK(shown.arguments.has_value() == !found.empty());
+  if (!CredentialFinder::mayHoldCredential(line)) FUZZ_CHECK(shown.commandLine == redacted);
+  if (found.empty() && CredentialFinder::inLine(line).empty()) {
+    FUZZ_CHECK(shown.commandLine == redacted);
+  }
+  // All that the pattern makes of the line stands in it.
+  FUZZ_CHECK(countOf(shown.commandLine, ProcessScanner::kRedactedSecret) >=
+             ProcessScanner::secretMatches(line).size());
+  // No value of an argument is left in the line.
+  for (const auto& [argument, spans] : found) {
+    const std::string& text = arguments[argument];
+    constexpr std::size_t kTellingLength = 12;
+    for (const TextSpan& span : spans) {
+      const std::string value = text.substr(span.begin, span.end - span.begin);
+      if (value.size() < kTellingLength || countOf(line, value) > 1) continue;
+      FUZZ_CHECK(shown.commandLine.find(value) == std::string::npos);
+    }
+  }
+  return 0;
+}
