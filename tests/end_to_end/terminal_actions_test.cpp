@@ -109,8 +109,8 @@ TEST_F(TerminalActions, ForgetAProcessThatEndsWhileItsSubmenuIsOpen) {
 TEST_F(TerminalActions, WorkWithTheMouse) {
   ChildProcess server(modelServer(name, {}));
   TerminalSession terminal;
-  ASSERT_TRUE(terminal.walkTo(name));  // scrolls it into view
-  terminal.click(terminal.screen().find(name));
+  ASSERT_TRUE(terminal.walkTo(name));                              // scrolls it into view
+  terminal.click(terminal.screen().find("★ LM Studio: " + name));  // not the summary above
   ASSERT_TRUE(terminal.waitFor("Force Quit"));
   terminal.click(terminal.screen().find("Force Quit"));
   ASSERT_TRUE(terminal.waitFor("[ Cancel ]"));

@@ -48,7 +48,7 @@ TEST_F(TerminalAgents, AreLoadedAndUnloaded) {
   ASSERT_TRUE(terminal.waitUntilGone("Unload vorda-gateway?"));
   EXPECT_TRUE(terminal.waitFor("vorda-gateway  ·  on")) << "refused";
 
-  terminal.settle();  // or it would be a key held down
+  terminal.releaseKey();
   terminal.send(kEnter);
   ASSERT_TRUE(terminal.waitFor("Stop / unload"));
   terminal.send(kEnter);

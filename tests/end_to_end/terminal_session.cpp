@@ -21,7 +21,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kPatience{60};
-constexpr int kMoment = 50;  // milliseconds
+constexpr int kMoment = 50;        // milliseconds
+constexpr int kKeyReleased = 250;  // milliseconds: no keyboard repeats a held key so slowly
 
 /// What the shell tells: the program's pid, then its wait statuses.
 struct Report {
@@ -199,6 +200,11 @@ bool TerminalSession::waitUntilGone(const std::string& text) {
 
 void TerminalSession::settle() {
   while (read(kMoment)) {
+  }
+}
+
+void TerminalSession::releaseKey() {
+  while (read(kKeyReleased)) {
   }
 }
 

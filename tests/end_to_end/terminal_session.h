@@ -47,6 +47,8 @@ class TerminalSession {
   bool waitUntilGone(const std::string& text);
   /// Reads all that comes until nothing has come for a moment.
   void settle();
+  /// Settles for so long that the next key is a new press, not the last one held down.
+  void releaseKey();
   /// Presses Down (or Up) until what is selected holds `text`.
   bool walkTo(const std::string& text, bool up = false);
 
