@@ -172,8 +172,9 @@ TEST_F(HostMenuTest, hostReadsOnlyWhatItAsksFor) {
 TEST_F(HostMenuTest, hostReadsOneProperty) {
   const BusMessage call = newCall("GetProperty");
   sd_bus_message_append(call.get(), "is", layout().children[6].id, "label");
+  const BusMessage reply = pair.send(call);
   const char* label = nullptr;
-  sd_bus_message_read(pair.send(call).get(), "v", "s", &label);
+  sd_bus_message_read(reply.get(), "v", "s", &label);
   EXPECT_STREQ(label, "Refresh now");
 }
 

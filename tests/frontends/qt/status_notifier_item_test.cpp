@@ -31,8 +31,9 @@ class StatusNotifierItemTest : public testing::Test {
   }
 
   std::string text(const char* property, const char* type = "s") const {
+    const BusMessage reply = get(property);
     const char* value = "";
-    sd_bus_message_read(get(property).get(), "v", type, &value);
+    sd_bus_message_read(reply.get(), "v", type, &value);
     return value;
   }
 

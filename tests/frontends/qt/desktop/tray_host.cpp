@@ -136,7 +136,7 @@ BusMessage TrayHost::call(const std::string& destination, const char* path, cons
   if (fill) fill(raw);
   constexpr std::uint64_t kPatience = 60000000;  // microseconds
   sd_bus_message* reply = nullptr;
-  sd_bus_error error = SD_BUS_ERROR_NULL;
+  sd_bus_error error = {};
   EXPECT_GE(sd_bus_call(bus_.get(), raw, kPatience, &error, &reply), 0)
       << member << ": " << (error.message == nullptr ? "" : error.message);
   sd_bus_error_free(&error);
