@@ -1,10 +1,32 @@
+#include "macos/foundation_double.h"
+
 #import <Foundation/Foundation.h>
+#include <objc/runtime.h>
 
 #include "macos/stage.h"
 
 // A function of the library, to which the linker leads (--wrap) when the edition calls it.
 extern "C" NSString* __wrap_NSHomeDirectory() {
   return [NSString stringWithUTF8String:Stage::homePath().c_str()];
+}
+
+namespace {
+
+id stageBundle(id, SEL) {
+  return [NSBundle bundleWithPath:[NSString stringWithUTF8String:Stage::bundlePath().c_str()]];
+}
+
+}  // namespace
+
+FoundationDouble::FoundationDouble() : pool_([[NSAutoreleasePool alloc] init]) {
+  static const IMP standard =
+      method_setImplementation(class_getClassMethod([NSBundle class], @selector(mainBundle)),
+                               reinterpret_cast<IMP>(stageBundle));
+  static_cast<void>(standard);
+}
+
+FoundationDouble::~FoundationDouble() {
+  [static_cast<NSAutoreleasePool*>(pool_) release];
 }
 
 @implementation NSTask (Apple)

@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "macos/appkit_double.h"
+#include "macos/appkit/record.h"
 #include "macos/darwin_double.h"
+#include "macos/foundation_double.h"
 #include "macos/stage.h"
 
 /// Each test has a machine of its own.
@@ -14,6 +15,9 @@ class MacTest : public testing::Test {
     appkit::reset();
     Stage::reset();
   }
+
+ private:
+  FoundationDouble foundation_;
 };
 
 /// The same for tables.

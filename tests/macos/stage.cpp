@@ -45,12 +45,21 @@ std::string userAgentsPath() {
   return homePath() + "/Library/LaunchAgents";
 }
 
+std::string bundlePath() {
+  return folder() / "bundle";
+}
+
+std::string resourcesPath() {
+  return bundlePath() + "/Resources";
+}
+
 void reset() {
   for (const auto& entry : std::filesystem::directory_iterator(folder().path())) {
     std::filesystem::remove_all(entry);
   }
   std::filesystem::create_directories(userAgentsPath());
   std::filesystem::create_directories(machineAgentsPath());
+  std::filesystem::create_directories(resourcesPath());
   setLaunchctl("printf 'PID\\tStatus\\tLabel\\n'");
 }
 

@@ -13,6 +13,8 @@ const char* machineAgentsPath();
 const char* dockerPath();
 std::string homePath();
 std::string userAgentsPath();
+std::string bundlePath();
+std::string resourcesPath();  ///< of the bundle
 
 /// An empty home and machine, and a launchctl that knows no jobs.
 void reset();

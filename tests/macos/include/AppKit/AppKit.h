@@ -1,9 +1,7 @@
 // The part of AppKit that the edition sends messages to, declared as Apple declares it.
 #pragma once
 
-#import <Foundation/Foundation.h>
-
-@interface NSWorkspace : NSObject
-+ (NSWorkspace*)sharedWorkspace;
-- (BOOL)openURL:(NSURL*)url;
-@end
+#import <AppKit/Application.h>
+#import <AppKit/Drawing.h>
+#import <AppKit/Menus.h>
+#import <AppKit/Views.h>

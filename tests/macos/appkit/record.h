@@ -1,0 +1,62 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What the edition under test asked of AppKit, and how AppKit is to answer.
+namespace appkit {
+
+struct ShownAlert {
+  std::string messageText;
+  std::string informativeText;
+  std::optional<int> style;  ///< NSAlertStyle; none when it was left as it is
+  std::string icon;          ///< the file of its icon; "" for the standard one
+  double iconSide = 0;       ///< in points
+  std::vector<std::string> buttons;
+  bool programWasInFront = false;
+};
+
+struct AddedTimer {
+  void* timer = nullptr;  ///< an NSTimer, which the run loop keeps
+  double interval = 0;
+  bool repeats = false;
+  std::string mode;
+  bool onMainRunLoop = false;
+};
+
+struct Record {
+  // How AppKit answers.
+  bool buttonless = false;  ///< status items have no button
+  std::deque<int> answers;  ///< of alerts; none left: what the only or first button gives
+  std::function<void()> whileAlertIsOpen;
+  std::function<void()> whileRunning;  ///< runs once the application has launched
+
+  // What it was asked.
+  std::vector<ShownAlert> alerts;
+  std::vector<std::string> openedUrls;
+  std::vector<std::string> drawing;  ///< as RecordingCanvas writes it down
+  std::vector<AddedTimer> timers;
+  int trackingsCancelled = 0;
+  int activations = 0;
+  int terminations = 0;
+  int savedGraphicsStates = 0;  ///< that were not restored
+
+  // What is alive.
+  int statusItems = 0;  ///< in the status bar
+  int views = 0;
+  int menuItems = 0;
+};
+
+Record& record();
+
+/// Forgets all that was recorded, and lets go of what waits on the main queue.
+void reset();
+
+/// Winds the main queue's clock on, and runs what is due.
+void advanceMainQueue(double seconds);
+std::size_t waitingOnMainQueue();
+
+}  // namespace appkit
