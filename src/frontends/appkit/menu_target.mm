@@ -1,0 +1,128 @@
+#include "frontends/appkit/menu_target.h"
+
+#include "frontends/appkit/represented_object.h"
+
+namespace {
+
+std::optional<std::int32_t> pidOf(const RepresentedObject& value) {
+  if (const auto* pid = std::get_if<std::int32_t>(&value)) return *pid;
+  if (const auto* process = std::get_if<VordaProcess>(&value)) return process->pid;
+  return std::nullopt;
+}
+
+/// What the sender was made from, as far as an action needs it.
+MenuItem itemOf(Action action, NSMenuItem* sender) {
+  MenuItem item{.action = action, .representedObject = valueOf([sender representedObject])};
+  if (const auto pid = pidOf(item.representedObject)) {
+    item.process = ProcessReference{*pid, std::nullopt};
+    if ([sender tag] != 0) item.process->identity = static_cast<std::uint64_t>([sender tag]);
+  }
+  return item;
+}
+
+}  // namespace
+
+SEL selectorOf(Action action) {
+  switch (action) {
+    case Action::none:
+      return NULL;
+    case Action::refreshNow:
+      return @selector(refreshNow);
+    case Action::openAM:
+      return @selector(openAM);
+    case Action::about:
+      return @selector(about);
+    case Action::quitApp:
+      return @selector(quitApp);
+    case Action::quitProcess:
+      return @selector(quitProcess:);
+    case Action::forceProcess:
+      return @selector(forceProcess:);
+    case Action::showDetails:
+      return @selector(showDetails:);
+    case Action::openDockerHelp:
+      return @selector(openDockerHelp);
+    case Action::unloadByLabel:
+      return @selector(unloadByLabel:);
+    case Action::unloadAgent:
+      return @selector(unloadAgent:);
+    case Action::loadAgent:
+      return @selector(loadAgent:);
+  }
+  return NULL;
+}
+
+@implementation VordaMenuTarget
+
+- (void)setEvents:(MenuEvents*)events ofMenu:(NSMenu*)rootMenu {
+  events_ = events;
+  rootMenu_ = rootMenu;
+}
+
+- (BOOL)listensTo:(NSMenu*)menu {
+  return events_ != nullptr && menu == rootMenu_;
+}
+
+- (void)menuNeedsUpdate:(NSMenu*)menu {
+  if ([self listensTo:menu]) events_->needsUpdate();
+}
+
+- (void)menuWillOpen:(NSMenu*)menu {
+  if ([self listensTo:menu]) events_->willOpen();
+}
+
+- (void)menuDidClose:(NSMenu*)menu {
+  if ([self listensTo:menu]) events_->didClose();
+}
+
+- (void)perform:(Action)action sender:(NSMenuItem*)sender {
+  if (events_ == nullptr) return;
+  [[sender retain] autorelease];  // the action may build the menu anew
+  events_->chosen(itemOf(action, sender));
+}
+
+- (void)refreshNow {
+  [self perform:Action::refreshNow sender:nil];
+}
+
+- (void)openAM {
+  [self perform:Action::openAM sender:nil];
+}
+
+- (void)about {
+  [self perform:Action::about sender:nil];
+}
+
+- (void)quitApp {
+  [self perform:Action::quitApp sender:nil];
+}
+
+- (void)openDockerHelp {
+  [self perform:Action::openDockerHelp sender:nil];
+}
+
+- (void)quitProcess:(NSMenuItem*)sender {
+  [self perform:Action::quitProcess sender:sender];
+}
+
+- (void)forceProcess:(NSMenuItem*)sender {
+  [self perform:Action::forceProcess sender:sender];
+}
+
+- (void)showDetails:(NSMenuItem*)sender {
+  [self perform:Action::showDetails sender:sender];
+}
+
+- (void)unloadByLabel:(NSMenuItem*)sender {
+  [self perform:Action::unloadByLabel sender:sender];
+}
+
+- (void)unloadAgent:(NSMenuItem*)sender {
+  [self perform:Action::unloadAgent sender:sender];
+}
+
+- (void)loadAgent:(NSMenuItem*)sender {
+  [self perform:Action::loadAgent sender:sender];
+}
+
+@end

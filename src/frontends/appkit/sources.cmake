@@ -1,0 +1,11 @@
+# The menu bar item of macOS; the tests on Linux build the same files.
+set(APPKIT_FRONT_END_SOURCES
+  app_kit_canvas.mm
+  app_kit_color.mm
+  dot_image.mm
+  menu_items.mm
+  menu_target.mm
+  represented_object.mm
+  strip_view.mm
+)
+list(TRANSFORM APPKIT_FRONT_END_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/)

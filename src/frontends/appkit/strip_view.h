@@ -1,0 +1,15 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <memory>
+
+#include "ui/memory_pressure_view.h"
+
+/// Shows the strip in its menu item. It shares the strip with the item's value.
+@interface VordaStripView : NSView {
+ @private
+  const std::shared_ptr<MemoryPressureView>* strip_;
+}
+- (instancetype)initWithStrip:(const std::shared_ptr<MemoryPressureView>&)strip;
+@end

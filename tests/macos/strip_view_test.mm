@@ -1,0 +1,74 @@
+#include "frontends/appkit/strip_view.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/recording_canvas.h"
+#include "macos/mac_test.h"
+#include "ui/strip_description.h"
+
+namespace {
+
+using Commands = std::vector<std::string>;
+
+class StripView : public MacTest {
+ protected:
+  StripView() {
+    strip->segments = {{0.25, {0.2, 0.92, 0.55}, "Ollama Server"}, {0.5, Color::white(0.55), "x"}};
+    strip->pressure = 0.6;
+    view = [[VordaStripView alloc] initWithStrip:strip];
+  }
+  ~StripView() override { [view release]; }
+
+  std::shared_ptr<MemoryPressureView> strip = std::make_shared<MemoryPressureView>();
+  VordaStripView* view = nil;
+};
+
+TEST_F(StripView, HasItsSize) {
+  EXPECT_TRUE(NSEqualRects([view frame], NSMakeRect(0, 0, 304, 40)));
+  EXPECT_TRUE(NSEqualSizes([view intrinsicContentSize], NSMakeSize(280, 36)));
+  EXPECT_EQ([view autoresizingMask], NSViewWidthSizable);
+}
+
+TEST_F(StripView, DrawsTheStripInItsBoundsOverTheBaseClass) {
+  [view setFrame:NSMakeRect(7, 3, 320, 44)];
+  [view drawRect:NSMakeRect(0, 0, 1, 1)];
+  RecordingCanvas canvas;
+  strip->draw(canvas, {0, 0, 320, 44});
+  Commands expected{"super"};
+  expected.insert(expected.end(), canvas.commands.begin(), canvas.commands.end());
+  EXPECT_EQ(appkit::record().drawing, expected);
+  EXPECT_GT(expected.size(), 10);
+  EXPECT_EQ(appkit::record().savedGraphicsStates, 0);
+}
+
+TEST_F(StripView, DrawsWhatTheStripIsNow) {
+  strip->segments.clear();
+  [view drawRect:[view bounds]];
+  RecordingCanvas canvas;
+  strip->draw(canvas, {0, 0, 304, 40});
+  EXPECT_EQ(appkit::record().drawing.size(), canvas.commands.size() + 1);
+}
+
+TEST_F(StripView, NarrowViewDrawsTheBaseClassAlone) {
+  [view setFrame:NSMakeRect(0, 0, 24, 40)];
+  [view drawRect:[view bounds]];
+  EXPECT_EQ(appkit::record().drawing, Commands{"super"});
+}
+
+TEST_F(StripView, IsToldInWordsToThoseWhoCannotSeeIt) {
+  EXPECT_TRUE([view isAccessibilityElement]);
+  EXPECT_EQ([view accessibilityRole], NSAccessibilityImageRole);
+  EXPECT_EQ([[view accessibilityLabel] UTF8String], stripDescription(*strip));
+  EXPECT_NE(stripDescription(*strip).find("Ollama Server"), std::string::npos);
+}
+
+TEST_F(StripView, KeepsTheStripAsLongAsItself) {
+  const std::weak_ptr<MemoryPressureView> weak = strip;
+  strip.reset();
+  EXPECT_FALSE(weak.expired());
+  [view release];
+  view = nil;
+  EXPECT_TRUE(weak.expired());
+}
+
+}  // namespace
