@@ -26,7 +26,10 @@ std::string aboutBody() {
 }
 
 Alert aboutAlert() {
-  return {.messageText = kProductName, .informativeText = aboutBody(), .icon = Alert::Icon::badge};
+  return {.messageText = kProductName,
+          .informativeText = aboutBody(),
+          .icon = Alert::Icon::badge,
+          .activatesProgram = false};
 }
 
 }  // namespace Branding

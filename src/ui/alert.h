@@ -15,6 +15,8 @@ struct Alert {
   /// In order; the first is the default. Empty: one button that dismisses the alert. One
   /// called "Cancel" is what Escape means.
   std::vector<std::string> buttons;
+  /// Whether the program comes to the front for it, where a program can be behind others.
+  bool activatesProgram = true;
 
   bool operator==(const Alert&) const = default;
 };

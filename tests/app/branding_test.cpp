@@ -43,6 +43,7 @@ TEST(Branding, AboutAlertHasTheBadgeAndOneButton) {
   EXPECT_EQ(about.informativeText, Branding::aboutBody());
   EXPECT_EQ(about.icon, Alert::Icon::badge);
   EXPECT_TRUE(about.buttons.empty());
+  EXPECT_FALSE(about.activatesProgram);
 }
 
 }  // namespace

@@ -1,11 +1,15 @@
 # The menu bar item of macOS; the tests on Linux build the same files.
 set(APPKIT_FRONT_END_SOURCES
+  alert_panel.mm
   app_kit_canvas.mm
   app_kit_color.mm
+  badge_image.mm
   dot_image.mm
+  main_queue_work.mm
   menu_items.mm
   menu_target.mm
   represented_object.mm
+  run_loop_work.mm
   strip_view.mm
 )
 list(TRANSFORM APPKIT_FRONT_END_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/)

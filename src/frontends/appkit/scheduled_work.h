@@ -1,0 +1,13 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "ui/front_end.h"
+
+/// Runs `work` every `seconds` on the main run loop, whatever that is waiting for: also while
+/// a menu is tracked or an alert is open.
+std::shared_ptr<ScheduledWork> repeatOnMainRunLoop(double seconds, std::function<void()> work);
+
+/// Runs `work` once on the main queue, `seconds` from now.
+std::shared_ptr<ScheduledWork> runOnMainQueue(double seconds, std::function<void()> work);
