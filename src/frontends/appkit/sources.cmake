@@ -3,6 +3,7 @@ set(APPKIT_FRONT_END_SOURCES
   alert_panel.mm
   app_kit_canvas.mm
   app_kit_color.mm
+  app_kit_front_end.mm
   badge_image.mm
   dot_image.mm
   main_queue_work.mm

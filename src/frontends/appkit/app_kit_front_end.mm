@@ -1,0 +1,113 @@
+#include "frontends/appkit/app_kit_front_end.h"
+
+#include <utility>
+
+#include "frontends/appkit/alert_panel.h"
+#include "frontends/appkit/menu_items.h"
+#include "frontends/appkit/scheduled_work.h"
+#include "platform/macos/foundation_text.h"
+#include "ui/status_bar_controller.h"
+
+namespace {
+
+constexpr double kFadingSeconds = 0.5;
+
+}  // namespace
+
+AppKitFrontEnd::AppKitFrontEnd()
+    : statusItem_(
+          [[[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength] retain]),
+      rootMenu_([[NSMenu alloc] init]),
+      target_([[VordaMenuTarget alloc] init]) {
+  [[statusItem_ button] setImage:nil];
+  [target_ setEvents:this ofMenu:rootMenu_];
+  [rootMenu_ setDelegate:target_];
+  [statusItem_ setMenu:rootMenu_];
+}
+
+AppKitFrontEnd::~AppKitFrontEnd() {
+  if (pendingFill_) pendingFill_->cancel();
+  [target_ setEvents:nullptr ofMenu:nil];
+  [rootMenu_ setDelegate:nil];
+  [statusItem_ setMenu:nil];
+  [[NSStatusBar systemStatusBar] removeStatusItem:statusItem_];
+  [target_ release];
+  [rootMenu_ release];
+  [statusItem_ release];
+}
+
+void AppKitFrontEnd::reportTo(StatusBarController* controller) {
+  controller_ = controller;
+  if (controller == nullptr && pendingFill_) pendingFill_->cancel();
+}
+
+void AppKitFrontEnd::setTitle(const std::string& title) {
+  [[statusItem_ button] setTitle:platform::nsString(title)];
+}
+
+void AppKitFrontEnd::setToolTip(const std::string& toolTip) {
+  [[statusItem_ button] setToolTip:platform::nsString(toolTip)];
+}
+
+// AppKit forbids changing a menu while it reports that this has closed: the item that was
+// chosen sends its action only afterwards, when it has faded. Nobody sees the menu meanwhile.
+void AppKitFrontEnd::menuRebuilt(const Menu& menu) {
+  if (pendingFill_) pendingFill_->cancel();
+  if (closing_) {
+    pendingFill_ = after(kFadingSeconds, [this, &menu] { fill(menu); });
+  } else {
+    fill(menu);
+  }
+}
+
+void AppKitFrontEnd::fill(const Menu& menu) {
+  @autoreleasepool {
+    fillMenu(rootMenu_, menu.items, target_);
+  }
+}
+
+// The view draws the very strip that has changed; no other item has a view.
+void AppKitFrontEnd::stripChanged(const MemoryPressureView&) {
+  @autoreleasepool {
+    for (NSMenuItem* item in [rootMenu_ itemArray]) [[item view] setNeedsDisplay:YES];
+  }
+}
+
+void AppKitFrontEnd::cancelTracking() {
+  [[statusItem_ menu] cancelTracking];
+}
+
+int AppKitFrontEnd::runModal(const Alert& alert) {
+  return runAlertPanel(alert);
+}
+
+std::shared_ptr<ScheduledWork> AppKitFrontEnd::every(double seconds, std::function<void()> work) {
+  return repeatOnMainRunLoop(seconds, std::move(work));
+}
+
+std::shared_ptr<ScheduledWork> AppKitFrontEnd::after(double seconds, std::function<void()> work) {
+  return runOnMainQueue(seconds, std::move(work));
+}
+
+void AppKitFrontEnd::terminate() {
+  [[NSApplication sharedApplication] terminate:nil];
+}
+
+void AppKitFrontEnd::needsUpdate() {
+  if (controller_ != nullptr) controller_->menuNeedsUpdate(controller_->rootMenu());
+}
+
+void AppKitFrontEnd::willOpen() {
+  if (controller_ != nullptr) controller_->menuWillOpen(controller_->rootMenu());
+}
+
+void AppKitFrontEnd::didClose() {
+  if (controller_ == nullptr) return;
+  closing_ = true;
+  controller_->menuDidClose(controller_->rootMenu());
+  closing_ = false;
+}
+
+void AppKitFrontEnd::chosen(const MenuItem& item) {
+  if (controller_ != nullptr) controller_->perform(item);
+}
