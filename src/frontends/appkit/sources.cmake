@@ -6,11 +6,13 @@ set(APPKIT_FRONT_END_SOURCES
   app_kit_front_end.mm
   badge_image.mm
   dot_image.mm
+  main_menu.mm
   main_queue_work.mm
   menu_items.mm
   menu_target.mm
   represented_object.mm
   run_loop_work.mm
+  settings_window.mm
   strip_view.mm
 )
 list(TRANSFORM APPKIT_FRONT_END_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/)

@@ -1,0 +1,19 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+class AppKitFrontEnd;
+class StatusBarController;
+
+/// Makes the program an accessory once launching has finished, and keeps its one
+/// StatusBarController from then on.
+@interface AppDelegate : NSObject <NSApplicationDelegate> {
+ @private
+  AppKitFrontEnd* frontEnd_;
+  StatusBarController* statusController_;
+  NSWindow* settingsWindow_;
+}
+/// nullptr until launching has finished.
+- (StatusBarController*)statusController;
+- (void)showSettings:(id)sender;
+@end

@@ -1,0 +1,51 @@
+#include "app/app_delegate_macos.h"
+
+#include "app/branding.h"
+#include "frontends/appkit/app_kit_front_end.h"
+#include "frontends/appkit/main_menu.h"
+#include "frontends/appkit/settings_window.h"
+#include "ui/status_bar_controller.h"
+
+@implementation AppDelegate
+
+- (void)dealloc {
+  if (frontEnd_ != nullptr) frontEnd_->reportTo(nullptr);
+  delete statusController_;
+  delete frontEnd_;
+  [settingsWindow_ release];
+  [super dealloc];
+}
+
+- (StatusBarController*)statusController {
+  return statusController_;
+}
+
+- (void)applicationDidFinishLaunching:(NSNotification*)notification {
+  NSApplication* application = [NSApplication sharedApplication];
+  [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
+  frontEnd_ = new AppKitFrontEnd;
+  statusController_ = new StatusBarController(*frontEnd_, Branding::aboutAlert());
+  frontEnd_->reportTo(statusController_);
+  [application setMainMenu:mainMenu(self, @selector(showSettings:))];
+}
+
+- (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender {
+  return NO;
+}
+
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)flag {
+  [self showSettings:sender];
+  return NO;
+}
+
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)app {
+  return YES;
+}
+
+- (void)showSettings:(id)sender {
+  if (settingsWindow_ == nil) settingsWindow_ = [settingsWindow() retain];
+  [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
+  [settingsWindow_ makeKeyAndOrderFront:sender];
+}
+
+@end

@@ -1,0 +1,20 @@
+#include "app/vorda_app_macos.h"
+
+#import <AppKit/AppKit.h>
+
+#include <cstdlib>
+
+#include "app/app_delegate_macos.h"
+
+int VordaApp::main() {
+  @autoreleasepool {
+    NSApplication* application = [NSApplication sharedApplication];
+    if (application == nil) std::abort();
+    AppDelegate* delegate = [[AppDelegate alloc] init];  // the application does not keep it
+    [application setDelegate:delegate];
+    [application run];
+    [application setDelegate:nil];
+    [delegate release];
+  }
+  return EXIT_SUCCESS;
+}
