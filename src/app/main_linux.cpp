@@ -13,6 +13,8 @@
 
 namespace {
 
+constexpr int kWrongUse = 2;
+
 bool isSet(const char* variable) {
   const char* value = std::getenv(variable);
   return value != nullptr && *value != '\0';
@@ -41,7 +43,11 @@ void tryTray(const Surroundings& surroundings) {
 
 }  // namespace
 
-int main() {
+int main(int argc, char**) {
+  if (argc > 1) {
+    std::fputs("vorda: takes no options; it looks where it is started (see vorda(1))\n", stderr);
+    return kWrongUse;
+  }
   std::setlocale(LC_CTYPE, "");  // not LC_NUMERIC: figures are written alike everywhere
   const Surroundings surroundings = lookAround();
   if (chooseFrontEnd(surroundings) == FrontEndKind::tray) tryTray(surroundings);

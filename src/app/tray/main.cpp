@@ -1,4 +1,5 @@
-// vorda-tray: the program on a desktop.
+// vorda-tray: the program on a desktop. With --settings, as its desktop entry's action starts it,
+// it opens the Settings window at once.
 //
 // It ends with 0 when the user quits it, or when another instance runs already and has shown
 // itself; with 1, after one line on standard error, when it can't be shown at all.
@@ -6,6 +7,8 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
+#include <utility>
 
 #include "app/branding.h"
 #include "app/settings_view.h"
@@ -29,12 +32,13 @@ NamedBus openBus() {
   return named;
 }
 
-int run(NamedBus bus) {
+int run(NamedBus bus, bool opensSettings) {
   const auto application = openDisplay();
   QtFrontEnd frontEnd(std::move(bus), SettingsView::lines());
   StatusBarController controller(frontEnd, Branding::aboutAlert());
   ControllerDelegate delegate(controller);
   frontEnd.setDelegate(&delegate);
+  if (opensSettings) frontEnd.showSettings();
   const int status = QApplication::exec();
   frontEnd.setDelegate(nullptr);
   return status;
@@ -42,7 +46,8 @@ int run(NamedBus bus) {
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
+  const bool opensSettings = argc > 1 && std::string_view(argv[1]) == "--settings";
   NamedBus bus = openBus();
   if (bus.name) {
     switch (bus.name->claim()) {
@@ -55,5 +60,5 @@ int main() {
         return EXIT_FAILURE;
     }
   }
-  return run(std::move(bus));
+  return run(std::move(bus), opensSettings);
 }

@@ -35,10 +35,11 @@ BackgroundProgram::Environment Desktop::environment() const {
           {"QT_QPA_PLATFORMTHEME", std::nullopt}};
 }
 
-std::unique_ptr<BackgroundProgram> Desktop::startProgram(
-    BackgroundProgram::Environment changes) const {
+std::unique_ptr<BackgroundProgram> Desktop::startProgram(BackgroundProgram::Environment changes,
+                                                         std::vector<std::string> arguments) const {
   changes.merge(environment());
-  return std::make_unique<BackgroundProgram>(std::vector<std::string>{VORDA_TRAY_PROGRAM}, changes);
+  arguments.insert(arguments.begin(), VORDA_TRAY_PROGRAM);
+  return std::make_unique<BackgroundProgram>(arguments, changes);
 }
 
 void Desktop::press(std::vector<std::string> keys) const {

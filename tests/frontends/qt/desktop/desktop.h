@@ -22,8 +22,8 @@ class Desktop {
   void setBusAddress(std::string address) { busAddress_ = std::move(address); }
 
   /// Starts the program, in this desktop's environment with these changes.
-  std::unique_ptr<BackgroundProgram> startProgram(
-      BackgroundProgram::Environment changes = {}) const;
+  std::unique_ptr<BackgroundProgram> startProgram(BackgroundProgram::Environment changes = {},
+                                                  std::vector<std::string> arguments = {}) const;
 
   /// Presses keys, named as xdotool names them.
   void press(std::vector<std::string> keys) const;

@@ -102,6 +102,13 @@ TEST_F(TrayPresence, secondStartShowsSettingsAndEnds) {
   EXPECT_EQ(program->poll(), std::nullopt);
 }
 
+TEST_F(TrayPresence, settingsOpenAtOnceForTheActionOfTheDesktopEntry) {
+  host->appear();
+  program = desktop.startProgram({}, {"--settings"});
+  EXPECT_TRUE(windowAppears(kDialog));
+  EXPECT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
+}
+
 TEST_F(TrayPresence, quitLeavesNothing) {
   startInTray();
   const std::string icon = host->icon();
