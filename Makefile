@@ -2,15 +2,16 @@
 # missing.
 
 PRESET ?= release
+PREFIX ?= /usr/local
 JOBS ?= $(shell getconf _NPROCESSORS_ONLN)
 
-.PHONY: help run test build bench coverage fuzz clean
+.PHONY: help run test build bench coverage fuzz install package check-packages clean
 
 # How long `make fuzz` runs each target.
 SECONDS ?= 60
 
 help: ## list the targets
-	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 20
+	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 24
 
 run: build ## install what is missing, build and start the program
 	@build/$(PRESET)/vorda
@@ -45,6 +46,19 @@ fuzz: ## run each fuzz target for SECONDS=60 seconds
 	@cmake --preset fuzz
 	@cmake --build --preset fuzz
 	@scripts/fuzz $(SECONDS)
+
+install: build ## install the program under PREFIX=/usr/local (DESTDIR is honoured)
+	@cmake --install build/$(PRESET) --prefix $(PREFIX) --strip
+
+package: ## make the .deb packages, in build/release/packages
+	@scripts/bootstrap build package
+	@cmake --preset release
+	@cmake --build --preset release --target programs
+	@cd build/release && cpack -G DEB
+
+check-packages: package ## install, start and remove the packages in a clean system (root)
+	@scripts/bootstrap check-packages
+	@scripts/check_packages build/release/packages
 
 clean: ## remove everything that was built
 	rm -rf build

@@ -3,3 +3,12 @@
 set(VORDA_MAKER_FULL_NAME "Halvek Software" CACHE STRING "The maker's full name, as About shows it")
 set(VORDA_COPYRIGHT "Copyright © 2026 Halvek Software. All rights reserved." CACHE STRING
     "The copyright line, as About and Settings show it")
+set(VORDA_CONTACT "Halvek Software <vorda@halvek.example>" CACHE STRING
+    "Whom packages name as their maintainer")
+
+# The version stands in the top CMakeLists.txt; the changelog knows when it was released.
+file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md release REGEX "^## \\[${PROJECT_VERSION}\\] - ")
+if(NOT release MATCHES "- ([0-9-]+)$")
+  message(FATAL_ERROR "CHANGELOG.md does not say when version ${PROJECT_VERSION} was released")
+endif()
+set(VORDA_RELEASE_DATE ${CMAKE_MATCH_1})
