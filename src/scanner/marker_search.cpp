@@ -1,6 +1,7 @@
 #include "scanner/marker_search.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -15,6 +16,30 @@ constexpr std::size_t kLongestMarker = [] {
 
 constexpr std::uint8_t byteOf(char c) {
   return static_cast<std::uint8_t>(c);
+}
+
+/// How many classes of bytes the search tells apart, at the most: one for each byte that a
+/// marker holds, and one for all others.
+constexpr std::size_t classCountOf(auto markers) {
+  std::array<bool, 256> held{};
+  for (const std::string_view marker : markers) {
+    for (const char c : marker) held[byteOf(c)] = true;
+  }
+  return 1 + static_cast<std::size_t>(std::count(held.begin(), held.end(), true));
+}
+
+/// How many nodes their tree has: one for each beginning that any of them has, and the root.
+constexpr std::size_t nodeCountOf(auto markers) {
+  std::sort(markers.begin(), markers.end());
+  std::size_t count = 1;
+  std::string_view previous;
+  for (const std::string_view marker : markers) {
+    const auto shared =
+        std::mismatch(marker.begin(), marker.end(), previous.begin(), previous.end()).first;
+    count += static_cast<std::size_t>(marker.end() - shared);
+    previous = marker;
+  }
+  return count;
 }
 
 /// The markers as a tree of their bytes' classes. Node 0 is the root, and also means "none":
@@ -74,6 +99,9 @@ class Trie {
 }  // namespace
 
 MarkerSearch::MarkerSearch() {
+  static_assert(
+      nodeCountOf(kMarkers) * classCountOf(kMarkers) - 1 <= std::numeric_limits<Row>::max(),
+      "there are too many markers for the type of a row");
   for (const std::string_view marker : kMarkers) {
     for (const char c : marker) {
       std::uint8_t& byteClass = classes_[byteOf(c)];
