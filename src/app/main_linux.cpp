@@ -9,6 +9,7 @@
 #include "app/tray_program.h"
 #include "frontends/terminal/run_terminal.h"
 #include "frontends/text/text_front_end.h"
+#include "platform/linux/heap.h"
 #include "ui/status_bar_controller.h"
 
 namespace {
@@ -44,6 +45,7 @@ void tryTray(const Surroundings& surroundings) {
 }  // namespace
 
 int main(int argc, char**) {
+  platform::keepHeapSmall();
   if (argc > 1) {
     std::fputs("vorda: takes no options; it looks where it is started (see vorda(1))\n", stderr);
     return kWrongUse;

@@ -15,6 +15,7 @@
 #include "app/tray/controller_delegate.h"
 #include "frontends/qt/display.h"
 #include "frontends/qt/qt_front_end.h"
+#include "platform/linux/heap.h"
 #include "ui/status_bar_controller.h"
 
 namespace {
@@ -47,6 +48,7 @@ int run(NamedBus bus, bool opensSettings) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  platform::keepHeapSmall();
   const bool opensSettings = argc > 1 && std::string_view(argv[1]) == "--settings";
   NamedBus bus = openBus();
   if (bus.name) {
