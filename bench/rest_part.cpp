@@ -1,6 +1,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <thread>
 
@@ -9,6 +10,7 @@
 #include "memory_in_use.h"
 #include "parts.h"
 #include "population.h"
+#include "tray_desktop.h"
 
 namespace bench {
 namespace {
@@ -35,31 +37,47 @@ double sleeps(pid_t pid) {
   return count;
 }
 
-void idle(const Child& child, double seconds) {
+/// Lets time pass, and does `meanwhile` ten times a second.
+void idle(double seconds, const std::function<void()>& meanwhile) {
   for (const auto end = std::chrono::steady_clock::now() + seconds * 1s;
        std::chrono::steady_clock::now() < end;) {
     std::this_thread::sleep_for(100ms);
-    child.drain();
+    meanwhile();
   }
 }
 
-/// What the program takes from now on, until it has refreshed a few times.
-void measureAtRest(const std::string& edition, const std::string& menu, Child& child,
-                   Report& report) {
-  const double cpu = cpuSecondsOf(child.pid());
-  const double slept = sleeps(child.pid());
-  idle(child, kRefreshes * kRefreshInterval);
-  const double used = cpuSecondsOf(child.pid()) - cpu;
-  const double woken = sleeps(child.pid()) - slept;
-  const MemoryInUse memory = memoryInUse(std::to_string(child.pid()));
-  if (!child.running()) return report.missing(edition + ", " + menu, "it ended");
+/// The program with one of its faces, running.
+class Edition {
+ public:
+  Edition(std::string name, Child& child, std::function<void()> meanwhile, Report& report)
+      : name_(std::move(name)), child_(child), meanwhile_(std::move(meanwhile)), report_(report) {}
 
-  const std::string what = edition + ", " + menu + ": ";
-  report.figure("rest", what + "CPU s per hour", used / (kRefreshes * kRefreshInterval) * 3600);
-  report.figure("rest", what + "wakeups per 5 s", woken / kRefreshes);
-  report.figure("rest", what + "anonymous memory (MB)", memory.anonymous / kMebibyte);
-  report.figure("rest", what + "resident memory (MB)", memory.resident / kMebibyte);
-}
+  void wait(double seconds) const { idle(seconds, meanwhile_); }
+
+  /// What it takes from now on, until it has refreshed a few times.
+  void measure(const std::string& menu) {
+    const double cpu = cpuSecondsOf(child_.pid());
+    const double slept = sleeps(child_.pid());
+    wait(kRefreshes * kRefreshInterval);
+    const double used = cpuSecondsOf(child_.pid()) - cpu;
+    const double woken = sleeps(child_.pid()) - slept;
+    const MemoryInUse memory = memoryInUse(std::to_string(child_.pid()));
+    const std::string what = name_ + ", " + menu;
+    if (!child_.running()) return report_.missing(what, "it ended");
+
+    constexpr double kSeconds = kRefreshes * kRefreshInterval;
+    report_.figure("rest", what + ": CPU s per hour", used / kSeconds * 3600);
+    report_.figure("rest", what + ": wakeups per 5 s", woken / kRefreshes);
+    report_.figure("rest", what + ": anonymous memory (MB)", memory.anonymous / kMebibyte);
+    report_.figure("rest", what + ": resident memory (MB)", memory.resident / kMebibyte);
+  }
+
+ private:
+  std::string name_;
+  Child& child_;
+  std::function<void()> meanwhile_;
+  Report& report_;
+};
 
 /// It prints the menu and ends: it is never at rest.
 void measureText(Report& report) {
@@ -69,11 +87,31 @@ void measureText(Report& report) {
 void measureTerminal(Report& report) {
   Child child({PROGRAM}, {"TERM=xterm-256color", "LANG=C.UTF-8", "SSH_TTY=/dev/pts/0"},
               Child::Output::terminal);
-  idle(child, kRefreshInterval + 1);
-  measureAtRest("terminal", "menu closed", child, report);
+  Edition terminal(
+      "terminal", child, [&child] { child.drain(); }, report);
+  terminal.wait(kRefreshInterval + 1);
+  terminal.measure("menu closed");
   child.type("\r");  // the submenu of the selected row
-  idle(child, 1);
-  measureAtRest("terminal", "menu open", child, report);
+  terminal.wait(1);
+  terminal.measure("menu open");
+}
+
+void measureTray(Report& report) {
+  if (!isInstalled(TRAY_PROGRAM)) return report.missing("tray", "not built");
+  TrayDesktop desktop;
+  if (!desktop.problem().empty()) return report.missing("tray", desktop.problem());
+  Child child({TRAY_PROGRAM}, desktop.environment(), Child::Output::discarded);
+  Edition tray(
+      "tray", child, [&desktop] { desktop.answer(); }, report);
+  tray.wait(kRefreshInterval + 1);
+  if (!desktop.hasIcon()) return report.missing("tray", "no icon appears");
+  tray.measure("menu never opened");
+  desktop.click();
+  tray.wait(1);
+  tray.measure("menu open");
+  desktop.click();
+  tray.wait(kRefreshInterval + 1);
+  tray.measure("menu closed again");
 }
 
 }  // namespace
@@ -83,6 +121,7 @@ void measureRest(const Options&, Report& report) {
   const Population population(planPopulation(kProcesses, Mix::machine));
   measureText(report);
   measureTerminal(report);
+  measureTray(report);
 }
 
 }  // namespace bench
