@@ -1,36 +1,13 @@
 #include "text/unicode.h"
 
 #include <array>
-#include <cstdint>
 #include <cstring>
 
+#include "text/ascii_prefix.h"
 #include "text/scalar.h"
 
 namespace text {
 namespace {
-
-/// Eight bytes of text as one number, so that ASCII is told and lowered eight bytes at a time.
-using EightBytes = std::uint64_t;
-
-constexpr EightBytes eightTimes(unsigned char byte) {
-  return EightBytes{0x0101010101010101} * byte;
-}
-
-EightBytes eightBytesAt(const char* position) {
-  EightBytes bytes = 0;
-  std::memcpy(&bytes, position, sizeof bytes);
-  return bytes;
-}
-
-std::size_t asciiPrefixLength(std::string_view text) {
-  std::size_t length = 0;
-  while (length + sizeof(EightBytes) <= text.size() &&
-         (eightBytesAt(text.data() + length) & eightTimes(0x80)) == 0) {
-    length += sizeof(EightBytes);
-  }
-  while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80) ++length;
-  return length;
-}
 
 void lowerAscii(char* text, std::size_t length) {
   std::size_t i = 0;

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "text/ascii_prefix.h"
+
 namespace platform {
 namespace {
 
@@ -17,18 +19,10 @@ std::size_t characterLength(std::string_view bytes) {
   return length > 0 ? static_cast<std::size_t>(length) : 0;
 }
 
-/// Nearly every command line: no branch inside, so that it goes many bytes at a time.
-bool isAscii(std::string_view bytes) {
-  unsigned char all = 0;
-  for (const char byte : bytes)
-    all = static_cast<unsigned char>(all | static_cast<unsigned char>(byte));
-  return all < 0x80;
-}
-
 }  // namespace
 
 bool isUtf8(std::string_view bytes) {
-  if (isAscii(bytes)) return true;
+  bytes.remove_prefix(text::asciiPrefixLength(bytes));  // nearly always all of it
   while (!bytes.empty()) {
     const std::size_t length = characterLength(bytes);
     if (length == 0) return false;
