@@ -33,9 +33,11 @@ std::optional<std::string_view> KeptFiles::read(std::int32_t pid, std::uint32_t 
 
 std::size_t filesToKeep() {
   constexpr rlim_t kMost = 4096;
+  constexpr rlim_t kLeastLeft = 64;
   rlimit limit = {};
   if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return 0;
-  return static_cast<std::size_t>(std::min(limit.rlim_cur / 2, kMost));
+  const rlim_t left = std::max(limit.rlim_cur / 4, kLeastLeft);
+  return static_cast<std::size_t>(std::min(limit.rlim_cur - std::min(limit.rlim_cur, left), kMost));
 }
 
 }  // namespace platform

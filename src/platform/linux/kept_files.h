@@ -43,7 +43,8 @@ class KeptFiles {
 };
 
 /// How many files a program may keep open all the time without getting in the way of those that
-/// it opens for a moment.
+/// it opens for a moment: for these, a quarter of what the limit allows is left, and never less
+/// than 64. The limit stays as it is.
 std::size_t filesToKeep();
 
 }  // namespace platform

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+
 #include "platform/linux/mem_info.h"
 #include "platform/linux/process_arguments.h"
 #include "platform/linux/process_status.h"
@@ -14,11 +16,21 @@ namespace {
 constexpr std::size_t kLongestBlock = 16 << 20;
 constexpr std::size_t kLongestSmallFile = 1 << 20;
 
+/// An open statm holds a page of the kernel's: no more than 1 MiB of them.
+constexpr std::size_t kMostSizesKept = 256;
+
+std::size_t sizesToKeep(std::size_t files) {
+  return std::min(files / 4, kMostSizesKept);
+}
+
 }  // namespace
 
-ProcessReader::ProcessReader(const ProcFs& proc)
+ProcessReader::ProcessReader(const ProcFs& proc) : ProcessReader(proc, platform::filesToKeep()) {}
+
+ProcessReader::ProcessReader(const ProcFs& proc, std::size_t filesToKeep)
     : proc_(proc),
-      blocks_(proc, "cmdline", filesToKeep()),
+      blocks_(proc, "cmdline", filesToKeep - sizesToKeep(filesToKeep)),
+      sizes_(proc, "statm", sizesToKeep(filesToKeep)),
       block_(kLongestBlock),
       small_(kLongestSmallFile),
       pageSize_(static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE))) {}
@@ -28,12 +40,15 @@ std::vector<std::int32_t> ProcessReader::pids() {
   swapInUse_ = !memInfo || isSwapInUse(*memInfo);
   auto pids = proc_.pids();
   blocks_.keepOnly(pids);
+  sizes_.keepOnly(pids);
   return pids;
 }
 
 bool ProcessReader::read(std::int32_t pid, ProcessFacts& facts) {
   facts.effectiveUid = proc_.owner(pid);
   if (!facts.effectiveUid) return false;
+  lastPid_ = pid;
+  lastOwner_ = *facts.effectiveUid;
 
   // An unreadable block is an empty one: the executable may still tell the name.
   const std::string_view block = blocks_.read(pid, *facts.effectiveUid, block_).value_or("");
@@ -56,7 +71,8 @@ std::optional<std::uint64_t> ProcessReader::footprint(std::int32_t pid) {
     const auto status = proc_.read(pid, "status", small_);
     return status ? footprintWithSwap(*status) : std::nullopt;
   }
-  const auto statm = proc_.read(pid, "statm", small_);
+  const auto statm =
+      pid == lastPid_ ? sizes_.read(pid, lastOwner_, small_) : proc_.read(pid, "statm", small_);
   return statm ? residentFootprint(*statm, pageSize_) : std::nullopt;
 }
 

@@ -24,11 +24,16 @@ class ProcessReader {
   std::optional<std::uint32_t> effectiveUid(std::int32_t pid) const { return proc_.owner(pid); }
 
  private:
+  ProcessReader(const ProcFs& proc, std::size_t filesToKeep);
+
   const ProcFs& proc_;
-  KeptFiles blocks_;
+  KeptFiles blocks_;  ///< where arguments are read from
+  KeptFiles sizes_;   ///< where memory is read from
   FileReader block_;  ///< the arguments, of which views are taken
   FileReader small_;  ///< everything else
   std::uint64_t pageSize_;
+  std::int32_t lastPid_ = 0;     ///< of the last read()
+  std::uint32_t lastOwner_ = 0;  ///< and its effective user
   bool swapInUse_ = true;  ///< as of the last pids(); until then the dearer way is the right one
 };
 

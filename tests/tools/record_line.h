@@ -1,0 +1,17 @@
+#pragma once
+
+#include <sstream>
+#include <string>
+
+#include "scanner/vorda_process.h"
+
+/// Every field of a record in one line.
+inline std::string recordLine(const VordaProcess& process) {
+  std::ostringstream line;
+  line << std::hexfloat << process.pid << '\t' << process.displayName << '\t' << process.product
+       << '\t' << process.memMB << '\t' << process.cpu << '\t' << process.commandLine << '\t'
+       << rawValue(process.labRole) << '\t' << process.matchedAgents.size();
+  for (const auto& agent : process.matchedAgents) line << '\t' << agent;
+  line << '\t' << process.isProtected << '\t' << process.ownerName;
+  return line.str();
+}
