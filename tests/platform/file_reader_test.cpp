@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <string>
 
@@ -12,6 +13,12 @@ namespace {
 
 using platform::FileDescriptor;
 using platform::FileReader;
+
+/// What this program has asked of the C library and not given back.
+std::size_t bytesInUse() {
+  const auto memory = mallinfo2();
+  return memory.uordblks + memory.hblkhd;
+}
 
 class FileReaderTest : public testing::Test {
  protected:
@@ -39,6 +46,18 @@ TEST_F(FileReaderTest, ForgetsTheFileBefore) {
   FileReader reader(1024);
   EXPECT_EQ(read(reader, "a long one"), "a long one");
   EXPECT_EQ(read(reader, "short"), "short");
+}
+
+TEST_F(FileReaderTest, HandsTheMemoryForALongFileBack) {
+  if (bytesInUse() == 0) GTEST_SKIP() << "this C library, or a sanitizer's, does not count";
+  constexpr std::size_t kLong = 8 << 20;
+  FileReader reader(16 << 20);
+  read(reader, "short");
+  const std::size_t before = bytesInUse();
+  EXPECT_EQ(read(reader, std::string(kLong, 'x'))->size(), kLong);
+  EXPECT_GE(bytesInUse(), before + kLong);
+  EXPECT_EQ(read(reader, "short again"), "short again");
+  EXPECT_LT(bytesInUse(), before + kLong / 8);
 }
 
 TEST_F(FileReaderTest, StopsAtItsLimit) {

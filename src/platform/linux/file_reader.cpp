@@ -6,9 +6,14 @@
 #include <cerrno>
 
 namespace platform {
+namespace {
+
+constexpr std::size_t kFirstSize = 16 * 1024;
+constexpr std::size_t kMostKept = 256 * 1024;
+
+}  // namespace
 
 std::optional<std::string_view> FileReader::read(int fd) {
-  constexpr std::size_t kFirstSize = 16 * 1024;
   if (bytes_.empty()) bytes_.resize(std::min(kFirstSize, limit_));
 
   std::size_t length = 0;
@@ -22,6 +27,11 @@ std::optional<std::string_view> FileReader::read(int fd) {
     length += static_cast<std::size_t>(count);
     if (static_cast<std::size_t>(count) < room || length == limit_) break;
     bytes_.resize(std::min(bytes_.size() * 2, limit_));
+  }
+  // Several long files in a row share the buffer; behind the last of them it goes.
+  if (length <= kFirstSize && bytes_.size() > kMostKept) {
+    bytes_.resize(kFirstSize);
+    bytes_.shrink_to_fit();
   }
   return std::string_view(bytes_.data(), length);
 }

@@ -7,8 +7,9 @@
 
 namespace platform {
 
-/// Reads files whole, one after the other, into one buffer that only grows. A file's size is
-/// not asked: under /proc it says 0.
+/// Reads files whole, one after the other, into one buffer. It grows for a long file, and is
+/// handed back with the next short one: a command line of megabytes, seen once, doesn't cost
+/// as much for good. A file's size is not asked: under /proc it says 0.
 class FileReader {
  public:
   /// Of a file longer than `limit` bytes only so much is read.
