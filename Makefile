@@ -7,8 +7,8 @@ JOBS ?= $(shell getconf _NPROCESSORS_ONLN)
 
 .PHONY: help run test build bench coverage fuzz install package check-packages clean
 
-# How long `make fuzz` runs each target.
-SECONDS ?= 60
+# How long `make fuzz` runs each target, in seconds.
+FUZZ_SECONDS ?= 60
 
 help: ## list the targets
 	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 24
@@ -41,11 +41,11 @@ coverage: ## run every test and print which share of the lines they run
 	@cmake --build --preset coverage
 	@scripts/coverage
 
-fuzz: ## run each fuzz target for SECONDS=60 seconds
+fuzz: ## run each fuzz target for FUZZ_SECONDS=60 seconds, JOBS at a time
 	@scripts/bootstrap build test fuzz
 	@cmake --preset fuzz
 	@cmake --build --preset fuzz
-	@scripts/fuzz $(SECONDS)
+	@scripts/fuzz $(FUZZ_SECONDS) $(JOBS)
 
 install: build ## install the program under PREFIX=/usr/local (DESTDIR is honoured)
 	@cmake --install build/$(PRESET) --prefix $(PREFIX) --strip
