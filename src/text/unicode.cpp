@@ -76,7 +76,9 @@ std::string lowered(std::string_view text) {
 
 std::string withBytesOutsideUtf8Replaced(std::string_view text, char substitute) {
   std::string out(text);
-  for (std::size_t position = 0; position < text.size();) {
+  for (std::size_t position = 0;;) {
+    position += asciiPrefixLength(text.substr(position));
+    if (position == text.size()) break;
     const Scalar scalar = firstScalar(text.substr(position));
     if (scalar.value < 0) out[position] = substitute;
     position += scalar.length;

@@ -193,6 +193,10 @@ TEST_F(LaunchAgents, AManagerThatHangsIsLeftAloneForAWhile) {
   const auto reply = platform::stopJob(manager, "ollama", 100ms);
   EXPECT_EQ(reply.status, ETIMEDOUT);
   EXPECT_THAT(reply.errorText, Not(HasSubstr("Could not find")));
+  // A job may take its time, but not the answer that it has begun.
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_EQ(platform::startJob(manager, "ollama", 60s).status, ETIMEDOUT);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, 30s);
   rig_.resume();
 
   EXPECT_THAT(patient.read(files), IsEmpty()) << "it is not asked again yet";
@@ -255,11 +259,11 @@ platform::FileDescriptor silentSocket(const TempFolder& folder, int backlog) {
   return listener;
 }
 
-TEST_F(WithoutManager, ABusThatNeverAnswersTakesTwoSeconds) {
+TEST_F(WithoutManager, ABusThatNeverAnswersIsGivenUp) {
   const auto listener = silentSocket(folder_, 16);
   const ScopedVariable runtime("XDG_RUNTIME_DIR", folder_.path().c_str());
   const auto time = timeOfNothingLoaded();
-  EXPECT_GE(time, 1900ms);
+  EXPECT_GE(time, platform::UserBus::kPatience);
   EXPECT_LT(time, 20s) << "sd-bus by itself would wait for 90";
   expectFailures();
 }

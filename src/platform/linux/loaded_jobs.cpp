@@ -8,7 +8,6 @@ namespace platform {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-constexpr std::chrono::seconds kLimit{2};
 
 /// The unit that a job file stands for: its own, or, for a link to another unit's file, that
 /// one. The manager lists an alias under the name of the unit only.
@@ -30,7 +29,7 @@ LoadedJobs LoadedJobsReader::restAWhile() {
 
 LoadedJobs LoadedJobsReader::read(std::span<const JobFile> files) {
   if (files.empty() || Clock::now() < restsUntil_) return {};
-  const Deadline deadline = Clock::now() + kLimit;
+  const Deadline deadline = Clock::now() + UserBus::kPatience;
   BusFailure failure;
   const auto services = manager_.loadedServices(deadline, failure);
   if (!services) return failure.number == ETIMEDOUT ? restAWhile() : LoadedJobs();

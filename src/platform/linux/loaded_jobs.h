@@ -8,8 +8,8 @@
 
 namespace platform {
 
-/// Finds out which jobs the user's manager holds loaded. Asking never takes more than 2
-/// seconds; a manager that let them pass is left alone for a while, or every refresh would
+/// Finds out which jobs the user's manager holds loaded. Asking never takes more than
+/// UserBus::kPatience; a manager that let them pass is left alone for a while, or every refresh would
 /// freeze the interface for as long.
 class LoadedJobsReader {
  public:

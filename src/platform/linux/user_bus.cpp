@@ -14,6 +14,11 @@ std::uint64_t microsecondsUntil(Deadline deadline) {
   return static_cast<std::uint64_t>(std::max<std::int64_t>(left.count(), 0));
 }
 
+/// The deadline of one answer.
+Deadline patient(Deadline deadline) {
+  return std::min(deadline, std::chrono::steady_clock::now() + UserBus::kPatience);
+}
+
 /// A D-Bus error as sd-bus hands it out.
 class BusError {
  public:
@@ -68,6 +73,7 @@ bool UserBus::connect(Deadline deadline, BusFailure& failure) {
   sd_bus* opened = nullptr;
   if (const int error = sd_bus_open_user(&opened); error < 0) return lose(error, failure);
   bus_.reset(opened);
+  deadline = patient(deadline);
   // sd_bus_call would wait without a bound for the other side to greet.
   while (sd_bus_is_ready(bus_.get()) == 0) {
     if (!processOne(deadline, failure)) return false;
@@ -105,7 +111,7 @@ BusMessage UserBus::newCall(const char* destination, const char* path, const cha
 }
 
 BusMessage UserBus::send(BusMessage request, Deadline deadline, BusFailure& failure) {
-  const std::uint64_t left = microsecondsUntil(deadline);
+  const std::uint64_t left = microsecondsUntil(patient(deadline));
   if (left == 0) {
     setFailure(-ETIMEDOUT, failure);
     return none();

@@ -25,6 +25,10 @@ using BusMessage = std::unique_ptr<sd_bus_message, decltype(&sd_bus_message_unre
 /// is started by asking it.
 class UserBus {
  public:
+  /// No call waits longer than this for its answer, however far its deadline is: it is the
+  /// interface that waits. With the rest of a refresh it has to stay below 2 seconds.
+  static constexpr std::chrono::milliseconds kPatience{1500};
+
   /// One call of a method; `signature` and what follows are its arguments, as
   /// sd_bus_message_append takes them. Null, and `failure` filled, when it gave no answer.
   template <typename... Arguments>

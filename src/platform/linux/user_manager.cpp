@@ -113,6 +113,7 @@ std::optional<std::string> UserManager::runJob(const char* method, const std::st
                                                Deadline deadline, BusFailure& failure) {
   // The manager speaks of its jobs while somebody is subscribed; that we are already is no error.
   bus_.call(kService, kPath, kManager, "Subscribe", deadline, failure);
+  if (failure.number == ETIMEDOUT) return std::nullopt;
   FinishedJobs jobs;
   if (!jobs.watch(bus_.get())) return std::nullopt;
   const BusMessage answer = bus_.call(kService, kPath, kManager, method, deadline, failure, "ss",
