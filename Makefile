@@ -5,10 +5,13 @@ PRESET ?= release
 PREFIX ?= /usr/local
 JOBS ?= $(shell getconf _NPROCESSORS_ONLN)
 
-.PHONY: help run test build bench coverage fuzz install package check-packages clean
+.PHONY: help run test build bench coverage fuzz soak install package check-packages clean
 
 # How long `make fuzz` runs each target, in seconds.
 FUZZ_SECONDS ?= 60
+
+# How long all storms of `make soak` take together, in seconds; some take their own time.
+SOAK_SECONDS ?= 120
 
 help: ## list the targets
 	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 24
@@ -46,6 +49,12 @@ fuzz: ## run each fuzz target for FUZZ_SECONDS=60 seconds, JOBS at a time
 	@cmake --preset fuzz
 	@cmake --build --preset fuzz
 	@scripts/fuzz $(FUZZ_SECONDS) $(JOBS)
+
+soak: ## run storms over the real program for SOAK_SECONDS=120 seconds (as root: all of them)
+	@scripts/bootstrap build test
+	@cmake --preset $(PRESET)
+	@cmake --build --preset $(PRESET) --target vorda_soak
+	@build/$(PRESET)/vorda_soak --seconds=$(SOAK_SECONDS)
 
 install: build ## install the program under PREFIX=/usr/local (DESTDIR is honoured)
 	@cmake --install build/$(PRESET) --prefix $(PREFIX) --strip

@@ -11,11 +11,13 @@
 #include <unistd.h>
 #include <utmp.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <initializer_list>
 
 namespace {
 
@@ -51,6 +53,7 @@ void becomeUser(uid_t user) {
   giveTerminalTo(getpid());
   signal(SIGTTOU, SIG_DFL);
   becomeUser(options.user);
+  if (options.prepare && !options.prepare()) _exit(126);
   const char* const program = options.program.empty() ? VORDA : options.program.c_str();
   execl(program, program, nullptr);
   _exit(127);
@@ -84,6 +87,14 @@ void becomeUser(uid_t user) {
     waitpid(program, nullptr, 0);
   }
   _exit(0);
+}
+
+/// The shell is a copy of the test. What that has open it has to be able to close.
+void closeAllBut(std::initializer_list<int> kept) {
+  constexpr int kMost = 1024;
+  for (int fd = STDERR_FILENO + 1; fd < kMost; ++fd) {
+    if (std::find(kept.begin(), kept.end(), fd) == kept.end()) close(fd);
+  }
 }
 
 void setEnvironment(const TerminalSession::Options& options) {
@@ -124,8 +135,7 @@ void TerminalSession::start(const Options& options) {
   shell_ = fork();
   ASSERT_GE(shell_, 0);
   if (shell_ == 0) {
-    close(commands[1]);
-    close(terminal_);
+    closeAllBut({commands[0], reports[1], slave});
     setEnvironment(options);
     if (login_tty(slave) != 0) _exit(125);
     runShell(commands[0], reports[1], options);

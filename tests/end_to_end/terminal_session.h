@@ -24,6 +24,8 @@ class TerminalSession {
     std::map<std::string, std::optional<std::string>> environment = {};
     uid_t user = 0;            ///< runs it as this user; 0: as the test's own
     std::string program = {};  ///< what to run; "": the program where it was built
+    /// What the program does before it starts, to itself; false: it does not start.
+    std::function<bool()> prepare = {};
   };
   explicit TerminalSession(const Options& options);
   TerminalSession() : TerminalSession(Options{}) {}

@@ -51,8 +51,10 @@ void UserManagerRig::start() {
 }
 
 void UserManagerRig::end() {
+  if (script_ < 0) return;
   close(standardInput_);
   waitpid(script_, nullptr, 0);
+  script_ = -1;
 }
 
 void UserManagerRig::restart() {
@@ -68,19 +70,47 @@ std::string UserManagerRig::addService(std::string_view name, std::string_view l
 
 namespace {
 
-void signalManager(const std::filesystem::path& pidFile, int signal) {
-  pid_t manager = 0;
-  std::ifstream(pidFile) >> manager;
-  ASSERT_GT(manager, 1);
-  EXPECT_EQ(kill(manager, signal), 0);
+pid_t numberIn(const std::filesystem::path& file) {
+  pid_t number = 0;
+  std::ifstream(file) >> number;
+  return number;
+}
+
+void sendTo(pid_t pid, int signal) {
+  ASSERT_GT(pid, 1);
+  EXPECT_EQ(kill(pid, signal), 0);
+}
+
+/// The bus is a child of the manager's.
+pid_t busOf(pid_t manager) {
+  const std::string task = std::to_string(manager);
+  std::ifstream children("/proc/" + task + "/task/" + task + "/children");
+  for (pid_t child = 0; children >> child;) {
+    std::string name;
+    std::ifstream("/proc/" + std::to_string(child) + "/comm") >> name;
+    if (name.starts_with("dbus-")) return child;
+  }
+  return 0;
 }
 
 }  // namespace
 
+pid_t UserManagerRig::manager() const {
+  return numberIn(folder_ / "manager.pid");
+}
+
 void UserManagerRig::pause() const {
-  signalManager(folder_ / "manager.pid", SIGSTOP);
+  sendTo(manager(), SIGSTOP);
 }
 
 void UserManagerRig::resume() const {
-  signalManager(folder_ / "manager.pid", SIGCONT);
+  sendTo(manager(), SIGCONT);
+}
+
+void UserManagerRig::pauseBus() const {
+  sendTo(busOf(manager()), SIGSTOP);
+}
+
+void UserManagerRig::resumeBus() const {
+  sendTo(busOf(manager()), SIGCONT);
 }

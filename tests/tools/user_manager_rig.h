@@ -23,6 +23,8 @@ class UserManagerRig {
 
   /// Ends the manager and its bus, and starts others in the same place.
   void restart();
+  /// Ends the manager and its bus for good.
+  void end();
 
   /// Writes the unit file NAME.service: "[Service]" and `lines`. Returns its path.
   std::string addService(std::string_view name, std::string_view lines) const;
@@ -30,10 +32,13 @@ class UserManagerRig {
   /// Lets the manager hang, or go on.
   void pause() const;
   void resume() const;
+  /// The same with its bus.
+  void pauseBus() const;
+  void resumeBus() const;
 
  private:
   void start();
-  void end();
+  pid_t manager() const;
 
   TempFolder folder_;
   ScopedVariable home_;

@@ -1,0 +1,115 @@
+#include "soak/storm.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <functional>
+
+#include "soak/vitals.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double allSeconds = 120;
+
+double secondsSince(Clock::time_point begin) {
+  return std::chrono::duration<double>(Clock::now() - begin).count();
+}
+
+/// How long something takes that this process and the program do together. That the machine
+/// runs others meanwhile is not the program's fault.
+class Stopwatch {
+ public:
+  explicit Stopwatch(pid_t program) : program_(program) {}
+  double seconds() const { return secondsSince(begin_) - (withoutCpu(program_) - waited_); }
+
+ private:
+  static double withoutCpu(pid_t program) {
+    return secondsWithoutCpu(program) + secondsWithoutCpu(getpid());
+  }
+  pid_t program_;
+  Clock::time_point begin_ = Clock::now();
+  double waited_ = withoutCpu(program_);
+};
+
+/// Buffers have the size they need, and what is looked up once has been.
+constexpr int kWarmUp = 10;
+constexpr int kLeastSteps = 20;
+
+/// Takes steps until the time is over, and looks at what the program holds: peaks, as memory
+/// rises and falls with every refresh.
+void holdFor(double seconds, pid_t program, long mostGrowthKiB, const std::function<bool()>& step) {
+  for (int i = 0; i < kWarmUp; ++i) {
+    if (!step()) return;
+  }
+  const std::size_t files = openFiles(program);
+  std::array<long, 2> peaks{};
+  const auto begin = Clock::now();
+  double slowest = 0;
+  int steps = 0;
+  for (const int half : {0, 1}) {
+    const auto isOver = [&] {
+      return steps >= kLeastSteps / 2 * (half + 1) &&
+             secondsSince(begin) >= seconds / 2 * (half + 1);
+    };
+    do {
+      const Stopwatch watch(program);
+      if (!step()) return;
+      slowest = std::max(slowest, watch.seconds());
+      peaks[half] = std::max(peaks[half], anonymousMemory(program));
+      ++steps;
+    } while (!isOver());
+  }
+  EXPECT_LT(peaks[1], peaks[0] + mostGrowthKiB) << "KiB of memory";
+  EXPECT_LE(openFiles(program), files) << "open files";
+  std::printf("  %d steps, the slowest in %.0f ms, %ld KiB of memory, %zu open files\n", steps,
+              slowest * 1000, peaks[1], files);
+}
+
+}  // namespace
+
+void Storm::setSeconds(double seconds) {
+  allSeconds = seconds;
+}
+
+double Storm::share() {
+  return allSeconds / testing::UnitTest::GetInstance()->test_to_run_count();
+}
+
+bool Storm::refresh(LedProgram& program, const Pids& expected) {
+  const Stopwatch watch(program.pid());
+  const LedProgram::Answer answer = program.refresh();
+  EXPECT_TRUE(answer.isWhole) << "the program has ended, or hangs";
+  EXPECT_LE(watch.seconds(), kLongestFreeze);
+  Pids missing;
+  std::copy_if(expected.begin(), expected.end(), std::back_inserter(missing),
+               [&](pid_t pid) { return !answer.pids.contains(pid); });
+  EXPECT_EQ(missing, Pids()) << "not in the list, of " << expected.size();
+  return !HasFailure();
+}
+
+void Storm::ride(LedProgram& program, const Pids& expected, double seconds, long mostGrowthKiB) {
+  holdFor(seconds, program.pid(), mostGrowthKiB, [&] { return refresh(program, expected); });
+}
+
+bool Storm::answersKeys(TerminalSession& terminal) {
+  const Stopwatch opening(terminal.pid());
+  terminal.send("?");
+  EXPECT_TRUE(terminal.waitFor("[ OK ]"));
+  EXPECT_LE(opening.seconds(), kLongestFreeze);
+  const Stopwatch closing(terminal.pid());
+  terminal.send("\r");
+  EXPECT_TRUE(terminal.waitUntilGone("[ OK ]"));
+  EXPECT_LE(closing.seconds(), kLongestFreeze);
+  return !HasFailure();
+}
+
+void Storm::ride(TerminalSession& terminal, double seconds) {
+  ASSERT_TRUE(terminal.waitFor("q Quit"));
+  holdFor(seconds, terminal.pid(), kMostGrowthKiB, [&] {
+    terminal.send("r");
+    return answersKeys(terminal);
+  });
+}
