@@ -7,6 +7,7 @@
 struct Alert {
   enum class Style { informational, warning };
   enum class Icon { standard, badge };
+  static constexpr double kBadgeSide = 48;  ///< in points
 
   std::string messageText;
   std::string informativeText;

@@ -24,6 +24,9 @@ class MemoryPressureView {
  public:
   static constexpr double kIntrinsicWidth = 280;
   static constexpr double kIntrinsicHeight = 36;
+  /// The size that its place in the menu has.
+  static constexpr double kItemWidth = 304;
+  static constexpr double kItemHeight = 40;
 
   std::vector<Segment> segments;  ///< left to right
   double pressure = 0;            ///< used memory divided by all memory, 0 to 1

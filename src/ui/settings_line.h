@@ -5,6 +5,7 @@
 /// What the Settings window is made of, as values; app/settings_view.h says what stands in it.
 namespace SettingsView {
 
+inline constexpr const char* kTitle = "Vorda Settings";
 inline constexpr int kWidth = 400;  // points, as are the other figures here
 inline constexpr int kHeight = 260;
 inline constexpr int kPadding = 24;

@@ -3,11 +3,10 @@
 #import <AppKit/AppKit.h>
 
 #include "frontends/appkit/badge_image.h"
+#include "frontends/appkit/shared_application.h"
 #include "platform/macos/foundation_text.h"
 
 namespace {
-
-constexpr CGFloat kBadgeSide = 48;
 
 NSAlert* nsAlert(const Alert& alert) {
   NSAlert* panel = [[[NSAlert alloc] init] autorelease];
@@ -15,7 +14,7 @@ NSAlert* nsAlert(const Alert& alert) {
   [panel setInformativeText:platform::nsString(alert.informativeText)];
   if (alert.style == Alert::Style::warning) [panel setAlertStyle:NSAlertStyleWarning];
   // Without a badge that is nil, and AppKit's own icon stays.
-  if (alert.icon == Alert::Icon::badge) [panel setIcon:halvekBadgeImage(kBadgeSide)];
+  if (alert.icon == Alert::Icon::badge) [panel setIcon:halvekBadgeImage(Alert::kBadgeSide)];
   for (const std::string& title : alert.buttons) {
     [panel addButtonWithTitle:platform::nsString(title)];
   }
@@ -28,7 +27,7 @@ int runAlertPanel(const Alert& alert) {
   @autoreleasepool {
     // An alert of a program without a Dock icon may open behind other windows.
     if (alert.activatesProgram) {
-      [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
+      [sharedApplication() activateIgnoringOtherApps:YES];
     }
     const NSModalResponse response = [nsAlert(alert) runModal];
     static_assert(kAlertFirstButtonReturn == 1000);  // NSAlertFirstButtonReturn

@@ -4,5 +4,5 @@
 
 #include "ui/color.h"
 
-/// The coloured dot of a process's row, 12 points square; autoreleased.
+/// The dot of a process's row in this colour (ui/dot.h); autoreleased.
 NSImage* dotImage(const Color& color);

@@ -1,13 +1,13 @@
 #include "frontends/appkit/dot_image.h"
 
 #include "frontends/appkit/app_kit_canvas.h"
+#include "ui/dot.h"
 
 NSImage* dotImage(const Color& color) {
-  constexpr double kSide = 12;
-  constexpr Rectangle kDot{2, 2, 8, 8};
-  NSImage* image = [[[NSImage alloc] initWithSize:NSMakeSize(kSide, kSide)] autorelease];
+  const NSSize size = NSMakeSize(Dot::kSide, Dot::kSide);
+  NSImage* image = [[[NSImage alloc] initWithSize:size] autorelease];
   [image lockFocus];
-  AppKitCanvas().fillOval(kDot, color);
+  AppKitCanvas().fillOval(Dot::kOval, color);
   [image unlockFocus];
   return image;
 }

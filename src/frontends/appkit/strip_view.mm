@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr NSRect kFrame = {{0, 0}, {304, 40}};
+constexpr NSRect kFrame = {{0, 0},
+                           {MemoryPressureView::kItemWidth, MemoryPressureView::kItemHeight}};
 
 }  // namespace
 

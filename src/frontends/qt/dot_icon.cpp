@@ -10,7 +10,7 @@
 namespace {
 
 void drawDot(QPainter& painter, const Color& color) {
-  PainterCanvas(painter, kDotSquare).fillOval({2, 2, 8, 8}, color);
+  PainterCanvas(painter, kDotSquare).fillOval(Dot::kOval, color);
 }
 
 class DotEngine : public QIconEngine {

@@ -4,9 +4,9 @@
 #include <QIcon>
 
 #include "ui/color.h"
+#include "ui/dot.h"
 
-/// The dot that ties a row to its bar in the strip: 8 points wide in a square of 12.
-inline constexpr int kDotSquare = 12;
+inline constexpr int kDotSquare = static_cast<int>(Dot::kSide);
 
 /// Crisp on every screen: it is drawn anew for each pixel density.
 QIcon dotIcon(const Color& color);

@@ -9,8 +9,8 @@
 class StripWidget : public QWidget {
  public:
   /// The size that the menu gives the strip.
-  static constexpr int kWidth = 304;
-  static constexpr int kHeight = 40;
+  static constexpr int kWidth = static_cast<int>(MemoryPressureView::kItemWidth);
+  static constexpr int kHeight = static_cast<int>(MemoryPressureView::kItemHeight);
 
   explicit StripWidget(QWidget* parent = nullptr);
 
