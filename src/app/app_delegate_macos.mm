@@ -1,9 +1,11 @@
 #include "app/app_delegate_macos.h"
 
 #include "app/branding.h"
+#include "app/settings_view.h"
 #include "frontends/appkit/app_kit_front_end.h"
 #include "frontends/appkit/main_menu.h"
 #include "frontends/appkit/settings_window.h"
+#include "frontends/appkit/shared_application.h"
 #include "ui/status_bar_controller.h"
 
 @implementation AppDelegate
@@ -21,7 +23,7 @@
 }
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
-  NSApplication* application = [NSApplication sharedApplication];
+  NSApplication* application = sharedApplication();
   [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
   frontEnd_ = new AppKitFrontEnd;
   statusController_ = new StatusBarController(*frontEnd_, Branding::aboutAlert());
@@ -43,8 +45,8 @@
 }
 
 - (void)showSettings:(id)sender {
-  if (settingsWindow_ == nil) settingsWindow_ = [settingsWindow() retain];
-  [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
+  if (settingsWindow_ == nil) settingsWindow_ = [settingsWindow(SettingsView::lines()) retain];
+  [sharedApplication() activateIgnoringOtherApps:YES];
   [settingsWindow_ makeKeyAndOrderFront:sender];
 }
 

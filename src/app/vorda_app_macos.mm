@@ -5,11 +5,11 @@
 #include <cstdlib>
 
 #include "app/app_delegate_macos.h"
+#include "frontends/appkit/shared_application.h"
 
 int VordaApp::main() {
   @autoreleasepool {
-    NSApplication* application = [NSApplication sharedApplication];
-    if (application == nil) std::abort();
+    NSApplication* application = sharedApplication();
     AppDelegate* delegate = [[AppDelegate alloc] init];  // the application does not keep it
     [application setDelegate:delegate];
     [application run];

@@ -1,9 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "app/vorda_app_macos.h"
 #include "frontends/appkit/app_kit_front_end.h"
 #include "macos/appkit/user.h"
 #include "macos/mac_test.h"
+#include "tools/forked.h"
 
 namespace {
 
@@ -72,6 +74,17 @@ TEST_F(FrontEndTest, TerminatingAsksTheApplication) {
   AppKitFrontEnd frontEnd;
   frontEnd.terminate();
   EXPECT_EQ(appkit::record().terminations, 1);
+}
+
+TEST_F(FrontEndTest, WithoutAnApplicationTheProgramStopsAtOnce) {
+  AppKitFrontEnd frontEnd;
+  appkit::record().withoutApplication = true;
+  const auto endOfProgram = [&] {
+    frontEnd.terminate();
+    return 0;
+  };
+  EXPECT_EQ(resultOfForked(endOfProgram), -1);
+  EXPECT_EQ(resultOfForked([] { return VordaApp::main(); }), -1);
 }
 
 TEST_F(FrontEndTest, WithoutAControllerNobodyIsTold) {

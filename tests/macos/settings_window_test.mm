@@ -4,13 +4,14 @@
 #include <gtest/gtest.h>
 
 #include "app/branding.h"
+#include "app/settings_view.h"
 #include "macos/mac_test.h"
 
 namespace {
 
 class SettingsWindow : public MacTest {
  protected:
-  NSWindow* window = settingsWindow();
+  NSWindow* window = settingsWindow(SettingsView::lines());
   NSStackView* form = static_cast<NSStackView*>([window contentView]);
 };
 
@@ -20,6 +21,7 @@ TEST_F(SettingsWindow, HasItsSizeAndCanBeClosed) {
   EXPECT_EQ([window styleMask], NSWindowStyleMaskTitled | NSWindowStyleMaskClosable);
   EXPECT_FALSE([window isReleasedWhenClosed]);
   EXPECT_STREQ([[window title] UTF8String], "Vorda Settings");
+  EXPECT_EQ([window isVisible], NO);
 }
 
 TEST_F(SettingsWindow, FormIsPaddedAndFillsIt) {
@@ -49,15 +51,15 @@ TEST_F(SettingsWindow, SaysItsSixTextsInTheirStyles) {
        8},
       {Branding::copyrightLine(), "UICTFontTextStyleCaption2", "tertiaryLabelColor", 8},
   };
-  ASSERT_EQ([[form arrangedSubviews] count], texts.size());
+  ASSERT_EQ([[form viewsInGravity:NSStackViewGravityTop] count], texts.size());
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    NSTextField* field = [[form arrangedSubviews] objectAtIndex:i];
+    NSTextField* field = [[form viewsInGravity:NSStackViewGravityTop] objectAtIndex:i];
     EXPECT_EQ([[field stringValue] UTF8String], texts[i].words);
     EXPECT_STREQ([[[field font] description] UTF8String], texts[i].font) << texts[i].words;
     EXPECT_STREQ([[[field textColor] description] UTF8String], texts[i].color) << texts[i].words;
     EXPECT_EQ([field preferredMaxLayoutWidth], 400 - 2 * 24);
     if (i == 0) continue;
-    NSView* above = [[form arrangedSubviews] objectAtIndex:i - 1];
+    NSView* above = [[form viewsInGravity:NSStackViewGravityTop] objectAtIndex:i - 1];
     EXPECT_EQ([form customSpacingAfterView:above], [form spacing] + texts[i].paddingAbove);
   }
 }

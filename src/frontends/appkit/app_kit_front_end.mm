@@ -5,6 +5,7 @@
 #include "frontends/appkit/alert_panel.h"
 #include "frontends/appkit/menu_items.h"
 #include "frontends/appkit/scheduled_work.h"
+#include "frontends/appkit/shared_application.h"
 #include "platform/macos/foundation_text.h"
 #include "ui/status_bar_controller.h"
 
@@ -90,7 +91,7 @@ std::shared_ptr<ScheduledWork> AppKitFrontEnd::after(double seconds, std::functi
 }
 
 void AppKitFrontEnd::terminate() {
-  [[NSApplication sharedApplication] terminate:nil];
+  [sharedApplication() terminate:nil];
 }
 
 void AppKitFrontEnd::needsUpdate() {

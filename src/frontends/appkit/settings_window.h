@@ -2,6 +2,9 @@
 
 #import <AppKit/AppKit.h>
 
-/// A window with the texts of SettingsView, not yet on screen; autoreleased. Closing it only
-/// hides it.
-NSWindow* settingsWindow();
+#include <vector>
+
+#include "ui/settings_line.h"
+
+/// A window with these lines, not yet on screen; autoreleased. Closing it only hides it.
+NSWindow* settingsWindow(const std::vector<SettingsView::Line>& lines);

@@ -1,6 +1,5 @@
 #include "frontends/appkit/settings_window.h"
 
-#include "app/settings_view.h"
 #include "platform/macos/foundation_text.h"
 
 namespace {
@@ -47,7 +46,7 @@ NSTextField* label(const SettingsView::Line& line) {
   return field;
 }
 
-NSStackView* form() {
+NSStackView* form(const std::vector<SettingsView::Line>& lines) {
   constexpr CGFloat kEdge = SettingsView::kPadding;
   NSStackView* stack = [NSStackView stackViewWithViews:[NSArray array]];
   [stack setOrientation:NSUserInterfaceLayoutOrientationVertical];
@@ -55,10 +54,10 @@ NSStackView* form() {
   [stack setSpacing:kSpacing];
   [stack setEdgeInsets:NSEdgeInsetsMake(kEdge, kEdge, kEdge, kEdge)];
   NSView* above = nil;
-  for (const SettingsView::Line& line : SettingsView::lines()) {
+  for (const SettingsView::Line& line : lines) {
     NSTextField* field = label(line);
     if (above != nil) [stack setCustomSpacing:kSpacing + line.topPadding afterView:above];
-    [stack addArrangedSubview:field];
+    [stack addView:field inGravity:NSStackViewGravityTop];
     above = field;
   }
   return stack;
@@ -66,7 +65,7 @@ NSStackView* form() {
 
 }  // namespace
 
-NSWindow* settingsWindow() {
+NSWindow* settingsWindow(const std::vector<SettingsView::Line>& lines) {
   constexpr NSRect kContent = {{0, 0}, {SettingsView::kWidth, SettingsView::kHeight}};
   NSWindow* window =
       [[[NSWindow alloc] initWithContentRect:kContent
@@ -74,8 +73,8 @@ NSWindow* settingsWindow() {
                                      backing:NSBackingStoreBuffered
                                        defer:YES] autorelease];
   [window setReleasedWhenClosed:NO];
-  [window setTitle:@"Vorda Settings"];
-  NSStackView* content = form();
+  [window setTitle:platform::nsString(SettingsView::kTitle)];
+  NSStackView* content = form(lines);
   // The window's size is given, and does not follow the texts.
   [content setTranslatesAutoresizingMaskIntoConstraints:YES];
   [content setFrame:kContent];

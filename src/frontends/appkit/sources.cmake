@@ -13,6 +13,7 @@ set(APPKIT_FRONT_END_SOURCES
   represented_object.mm
   run_loop_work.mm
   settings_window.mm
+  shared_application.mm
   strip_view.mm
 )
 list(TRANSFORM APPKIT_FRONT_END_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/)

@@ -125,7 +125,7 @@ NSWindow* onScreen = nil;
 
 + (NSApplication*)sharedApplication {
   static NSApplication* shared = [[NSApplication alloc] init];
-  return shared;
+  return appkit::record().withoutApplication ? nil : shared;
 }
 
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy {

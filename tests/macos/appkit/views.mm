@@ -120,7 +120,7 @@ NSAccessibilityRole const NSAccessibilityImageRole = @"AXImage";
 + (instancetype)stackViewWithViews:(NSArray*)views {
   NSStackView* stack = [[[NSStackView alloc] init] autorelease];
   [stack setTranslatesAutoresizingMaskIntoConstraints:NO];
-  for (NSView* view in views) [stack addArrangedSubview:view];
+  for (NSView* view in views) [stack addView:view inGravity:NSStackViewGravityTop];
   return stack;
 }
 
@@ -128,24 +128,28 @@ NSAccessibilityRole const NSAccessibilityImageRole = @"AXImage";
   self = [super initWithFrame:frameRect];
   if (self != nil) {
     spacing_ = 8;
-    arrangedSubviews_ = [[NSMutableArray alloc] init];
+    views_ = [[NSMutableArray alloc] init];
     customSpacings_ = [[NSMutableDictionary alloc] init];
   }
   return self;
 }
 
 - (void)dealloc {
-  [arrangedSubviews_ release];
+  [views_ release];
   [customSpacings_ release];
   [super dealloc];
 }
 
-- (NSArray*)arrangedSubviews {
-  return [[arrangedSubviews_ copy] autorelease];
+- (NSArray*)views {
+  return [[views_ copy] autorelease];
 }
 
-- (void)addArrangedSubview:(NSView*)view {
-  [arrangedSubviews_ addObject:view];
+- (void)addView:(NSView*)view inGravity:(NSStackViewGravity)gravity {
+  if (gravity == NSStackViewGravityTop) [views_ addObject:view];
+}
+
+- (NSArray*)viewsInGravity:(NSStackViewGravity)gravity {
+  return gravity == NSStackViewGravityTop ? [self views] : [NSArray array];
 }
 
 - (void)setCustomSpacing:(CGFloat)spacing afterView:(NSView*)view {

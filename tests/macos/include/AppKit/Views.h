@@ -71,8 +71,12 @@ typedef NS_ENUM(NSInteger, NSLayoutAttribute) {
   NSLayoutAttributeLeading = 5,
 };
 
+typedef NS_ENUM(NSInteger, NSStackViewGravity) {
+  NSStackViewGravityTop = 1,
+};
+
 @interface NSStackView : NSView {
-  NSMutableArray* arrangedSubviews_;
+  NSMutableArray* views_;
   NSMutableDictionary* customSpacings_;
   NSUserInterfaceLayoutOrientation orientation_;
   NSLayoutAttribute alignment_;
@@ -83,9 +87,10 @@ typedef NS_ENUM(NSInteger, NSLayoutAttribute) {
 @property NSLayoutAttribute alignment;
 @property NSEdgeInsets edgeInsets;
 @property CGFloat spacing;
-@property(readonly, copy) NSArray* arrangedSubviews;
+@property(readonly, copy) NSArray* views;
 + (instancetype)stackViewWithViews:(NSArray*)views;
-- (void)addArrangedSubview:(NSView*)view;
+- (void)addView:(NSView*)view inGravity:(NSStackViewGravity)gravity;
+- (NSArray*)viewsInGravity:(NSStackViewGravity)gravity;
 - (void)setCustomSpacing:(CGFloat)spacing afterView:(NSView*)view;
 - (CGFloat)customSpacingAfterView:(NSView*)view;
 @end
