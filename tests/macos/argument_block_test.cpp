@@ -6,7 +6,7 @@
 #include <limits>
 
 #include "fakes/row_name.h"
-#include "macos/darwin_double.h"
+#include "macos/argument_block_bytes.h"
 
 namespace {
 

@@ -7,8 +7,9 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
+
+#include "macos/argument_block_bytes.h"
 
 /// A Darwin kernel as a script: it answers the system calls of the edition under test and
 /// remembers which signals were sent.
@@ -58,12 +59,6 @@ struct Kernel {
 /// The kernel that the running test's edition talks to.
 Kernel& kernel();
 void resetKernel();
-
-/// An argument block as the kernel lays it out: argc, path, padding, arguments, environment.
-std::string argumentBlock(std::string_view path, const std::vector<std::string>& arguments,
-                          const std::vector<std::string>& environment = {});
-/// The same with an argc of the test's own.
-std::string rawArgumentBlock(std::int32_t argc, std::string_view rest);
 
 /// A process of the user's own with these arguments, the first its path too.
 Process process(std::int32_t pid, const std::vector<std::string>& arguments,

@@ -174,6 +174,18 @@ TEST_F(Edition, ForceQuitAsksFirst) {
   });
 }
 
+TEST_F(Edition, ForceQuitTakesAPidToo) {
+  whileRunning([] {
+    NSMenuItem* item = itemTitled(submenuOf(kOllama), "Force Quit");
+    [item setRepresentedObject:[NSNumber numberWithInt:101]];
+    appkit::choose(item);
+    ASSERT_EQ(appkit::record().alerts.size(), 1);
+    EXPECT_EQ(appkit::record().alerts[0].informativeText,
+              "process\nPID 101\n\nThis cannot be undone.");
+    EXPECT_THAT(kernel().signals, ElementsAre(Sent{101, 9}));
+  });
+}
+
 TEST_F(Edition, NextOwnerOfAPidIsSparedHoweverLongTheMenuWasOpen) {
   whileRunning([] {
     appkit::open(menu());

@@ -1,13 +1,8 @@
 #pragma once
 
-/// While one lives, there is an autorelease pool, and the main bundle is the stage's.
-class FoundationDouble {
- public:
-  FoundationDouble();
-  ~FoundationDouble();
-  FoundationDouble(const FoundationDouble&) = delete;
-  FoundationDouble& operator=(const FoundationDouble&) = delete;
+namespace foundation {
 
- private:
-  void* pool_;
-};
+/// From now on the main bundle is the stage's.
+void useStage();
+
+}  // namespace foundation

@@ -18,15 +18,11 @@ id stageBundle(id, SEL) {
 
 }  // namespace
 
-FoundationDouble::FoundationDouble() : pool_([[NSAutoreleasePool alloc] init]) {
+void foundation::useStage() {
   static const IMP standard =
       method_setImplementation(class_getClassMethod([NSBundle class], @selector(mainBundle)),
                                reinterpret_cast<IMP>(stageBundle));
   static_cast<void>(standard);
-}
-
-FoundationDouble::~FoundationDouble() {
-  [static_cast<NSAutoreleasePool*>(pool_) release];
 }
 
 @implementation NSTask (Apple)

@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "fakes/row_name.h"
-#include "macos/mac_test.h"
+#include "macos/stage_test.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ struct Row {
   std::optional<platform::JobFile> job;  // without its path
 };
 
-class JobFile : public MacTestWith<Row> {};
+class JobFile : public StageTestWith<Row> {};
 
 std::string pathOf(const std::string& name) {
   return Stage::userAgentsPath() + "/" + name;
@@ -131,7 +131,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"AnArray", keepAlive("<array><true/></array>"), job("com.a")}),
     rowName<Row>);
 
-class JobFileOnDisk : public MacTest {};
+class JobFileOnDisk : public StageTest {};
 
 TEST_F(JobFileOnDisk, LabelIsTheNameLessItsExtension) {
   const std::string path = pathOf("com.example.agent.plist");

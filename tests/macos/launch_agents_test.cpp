@@ -175,6 +175,14 @@ TEST_F(LaunchAgents, MissingLaunchctlFailsEveryWay) {
   EXPECT_EQ(LaunchAgentScanner::bootstrap(agent()).second, "Failed to load com.a");
 }
 
+TEST_F(LaunchAgents, HangingActionEndsWithTheFailureSentence) {
+  Stage::setLaunchctl("exec sleep 1000");
+  static_assert(platform::kActionLimit <= std::chrono::seconds(10));
+  EXPECT_EQ(LaunchAgentScanner::bootout(agent()),
+            std::pair(false, std::string("Failed to unload com.a")));
+  EXPECT_THAT(Stage::launchctlCalls(), ElementsAre("bootout|gui/501/com.a"));
+}
+
 TEST_F(LaunchAgents, HangingAttemptLeavesTheOthersNoTime) {
   Stage::setLaunchctl("exec sleep 1000");
   const auto attempts = platform::launchctlAttempts({{"a"}, {"b"}, {"c"}}, milliseconds(300));

@@ -5,7 +5,7 @@
 
 #include <fstream>
 
-#include "macos/mac_test.h"
+#include "macos/stage_test.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ Clock::time_point nextMinute() {
   return Clock::now() + std::chrono::minutes(1);
 }
 
-class Launchctl : public MacTest {};
+class Launchctl : public StageTest {};
 
 TEST_F(Launchctl, GetsItsArgumentsUnchanged) {
   const Texts arguments{"bootout", "gui/501/com.a", "/Users/ada/a b's \"c\" $HOME.plist", "", "é"};

@@ -1,23 +1,18 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include "macos/appkit/record.h"
 #include "macos/darwin_double.h"
 #include "macos/foundation_double.h"
-#include "macos/stage.h"
+#include "macos/stage_test.h"
 
 /// Each test has a machine of its own.
-class MacTest : public testing::Test {
+class MacTest : public StageTest {
  protected:
   MacTest() {
     darwin::resetKernel();
     appkit::reset();
-    Stage::reset();
+    foundation::useStage();
   }
-
- private:
-  FoundationDouble foundation_;
 };
 
 /// The same for tables.

@@ -14,7 +14,6 @@ namespace platform {
 namespace {
 
 constexpr std::chrono::seconds kListLimit(2);
-constexpr std::chrono::seconds kActionLimit(10);
 
 void addJobFiles(NSString* folder, std::vector<JobFile>& files) {
   NSArray* names = [[NSFileManager defaultManager] contentsOfDirectoryAtPath:folder error:NULL];
