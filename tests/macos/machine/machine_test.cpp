@@ -1,0 +1,131 @@
+// What a real Mac answers: of this program, of a process of its own, and of launchd.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include "platform/launch_agents.h"
+#include "platform/memory.h"
+#include "platform/processes.h"
+#include "platform/signals.h"
+#include "platform/users.h"
+
+namespace {
+
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::Gt;
+using testing::IsEmpty;
+
+/// A process that waits until it is ended.
+class Sleeper {
+ public:
+  Sleeper() {
+    std::string name = "/bin/sleep";
+    std::string duration = "600";
+    char* arguments[] = {name.data(), duration.data(), nullptr};
+    char* environment[] = {nullptr};
+    if (posix_spawn(&pid_, "/bin/sleep", nullptr, nullptr, arguments, environment) != 0) pid_ = -1;
+  }
+  ~Sleeper() {
+    if (pid_ > 0) kill(pid_, SIGKILL);
+    reap();
+  }
+  Sleeper(const Sleeper&) = delete;
+  Sleeper& operator=(const Sleeper&) = delete;
+
+  pid_t pid() const { return pid_; }
+
+  /// Waits for its end: the signal that ended it, or 0.
+  int reap() {
+    int status = 0;
+    if (pid_ <= 0 || waitpid(pid_, &status, 0) != pid_) return 0;
+    pid_ = -1;
+    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+  }
+
+ private:
+  pid_t pid_ = -1;
+};
+
+TEST(Machine, ListsItsProcesses) {
+  const auto pids = platform::allPids();
+  EXPECT_THAT(pids, Contains(getpid()));
+  EXPECT_THAT(pids, Contains(1));
+  EXPECT_THAT(pids, Each(Gt(0)));
+  EXPECT_EQ(platform::ownPid(), getpid());
+}
+
+TEST(Machine, TellsOfAnOwnProcess) {
+  const Sleeper sleeper;
+  ASSERT_GT(sleeper.pid(), 0);
+  platform::ProcessFacts facts;
+  ASSERT_TRUE(platform::readProcess(sleeper.pid(), facts));
+  EXPECT_EQ(facts.name, "sleep");
+  EXPECT_THAT(facts.arguments, ElementsAre("/bin/sleep", "600"));
+  EXPECT_EQ(facts.commandLine, "/bin/sleep 600");
+  EXPECT_EQ(facts.effectiveUid, geteuid());
+}
+
+TEST(Machine, TellsItsOwnFootprint) {
+  constexpr std::size_t kSize = 64 << 20;
+  const std::vector<char> touched(kSize, 'x');
+  const auto footprint = platform::physicalFootprint(getpid());
+  ASSERT_TRUE(footprint);
+  EXPECT_GT(*footprint, touched.size());
+}
+
+TEST(Machine, TellsTheNameAndOwnerOfAnothersProcess) {
+  if (getuid() == 0) GTEST_SKIP() << "root is refused nothing";
+  platform::ProcessFacts facts;
+  ASSERT_TRUE(platform::readProcess(1, facts));
+  EXPECT_EQ(facts.name, "launchd");
+  EXPECT_EQ(facts.effectiveUid, 0);
+  EXPECT_THAT(facts.arguments, IsEmpty());
+  EXPECT_FALSE(platform::physicalFootprint(1));
+}
+
+TEST(Machine, QuitsAnOwnProcess) {
+  Sleeper sleeper;
+  const pid_t pid = sleeper.pid();
+  ASSERT_GT(pid, 0);
+  const auto identity = platform::startIdentity(pid);
+  ASSERT_TRUE(identity);
+  const platform::SignalTarget target(pid);
+  EXPECT_EQ(target.effectiveUid(), geteuid());
+  EXPECT_EQ(target.identity(), identity);
+  EXPECT_EQ(target.send(platform::Signal::quit), 0);
+  EXPECT_EQ(sleeper.reap(), SIGTERM);
+  EXPECT_NE(platform::startIdentity(pid), identity);
+}
+
+TEST(Machine, MeasuresItsMemory) {
+  constexpr double kGigabyte = 1 << 30;
+  const auto reading = platform::readMemory();
+  EXPECT_GE(reading.totalBytes, kGigabyte);
+  ASSERT_TRUE(reading.inUse);
+  EXPECT_GT(reading.inUse->usedBytes, 0);
+  EXPECT_LE(reading.inUse->usedBytes, reading.totalBytes);
+  EXPECT_GT(reading.inUse->freeBytes, 0);
+  EXPECT_LE(reading.inUse->freeBytes, reading.totalBytes);
+}
+
+TEST(Machine, KnowsItsUsers) {
+  EXPECT_EQ(platform::ownUid(), getuid());
+  EXPECT_EQ(platform::loginName(0), "root");
+}
+
+// Whoever is logged in has jobs of the system's own.
+TEST(Machine, ListsItsJobs) {
+  const auto jobs = platform::loadedJobs({});
+  EXPECT_FALSE(jobs.empty());
+  for (const auto& [label, pid] : jobs) EXPECT_TRUE(!pid || *pid > 0) << label;
+}
+
+}  // namespace
