@@ -4,6 +4,11 @@
 PRESET ?= release
 PREFIX ?= /usr/local
 JOBS ?= $(shell getconf _NPROCESSORS_ONLN)
+ifeq ($(shell uname),Darwin)
+START = open build/$(PRESET)/Vorda.app
+else
+START = build/$(PRESET)/vorda
+endif
 
 .PHONY: help run test build bench coverage fuzz soak install package check-packages clean
 
@@ -17,7 +22,7 @@ help: ## list the targets
 	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 24
 
 run: build ## install what is missing, build and start the program
-	@build/$(PRESET)/vorda
+	@$(START)
 
 build: ## install what is missing and build the program
 	@scripts/bootstrap build

@@ -5,6 +5,8 @@ set(VORDA_COPYRIGHT "Copyright © 2026 Halvek Software. All rights reserved." CA
     "The copyright line, as About and Settings show it")
 set(VORDA_CONTACT "Halvek Software <vorda@halvek.example>" CACHE STRING
     "Whom packages name as their maintainer")
+set(VORDA_REPOSITORY https://github.com/halvek/vorda CACHE STRING "Where the source is kept")
+set(VORDA_BUNDLE_IDENTIFIER com.halvek.vorda CACHE STRING "What macOS tells the program by")
 
 # The version stands in the top CMakeLists.txt; the changelog knows when it was released.
 file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md release REGEX "^## \\[${PROJECT_VERSION}\\] - ")
