@@ -11,6 +11,7 @@ check_pie_supported(LANGUAGES CXX)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 function(vorda_add_option_if_known option variable)
+  set(CMAKE_REQUIRED_FLAGS -Werror)  # some compilers only warn of an option that means nothing
   check_cxx_compiler_flag(${option} ${variable})
   if(${variable})
     add_compile_options(${option})
