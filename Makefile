@@ -10,7 +10,7 @@ else
 START = build/$(PRESET)/vorda
 endif
 
-.PHONY: help run test build bench coverage fuzz soak install package check-packages clean
+.PHONY: help run test build bench coverage fuzz soak lint install package check-packages clean
 
 # How long `make fuzz` runs each target, in seconds.
 FUZZ_SECONDS ?= 60
@@ -60,6 +60,10 @@ soak: ## run storms over the real program for SOAK_SECONDS=120 seconds (as root:
 	@cmake --preset $(PRESET)
 	@cmake --build --preset $(PRESET) --target vorda_soak
 	@build/$(PRESET)/vorda_soak --seconds=$(SOAK_SECONDS)
+
+lint: ## read everything for defects: format, spelling, clang-tidy … (LINT_STEPS: only some)
+	@scripts/bootstrap build test bench lint
+	@scripts/lint $(LINT_STEPS)
 
 install: build ## install the program under PREFIX=/usr/local (DESTDIR is honoured)
 	@cmake --install build/$(PRESET) --prefix $(PREFIX) --strip

@@ -45,6 +45,7 @@ end() {
   trap - EXIT
   # Whatever the manager started is in the group, wherever it forked itself to.
   for _ in $(seq 200); do
+    # shellcheck disable=SC2038 # what goes through the pipe is pids, not file names
     echo 1 > "$cgroup/cgroup.kill" 2>/dev/null ||
       find "$cgroup" -name cgroup.procs -exec cat {} + | xargs -r kill -KILL 2>/dev/null
     find "$cgroup" -depth -type d -exec rmdir {} + 2>/dev/null && break
