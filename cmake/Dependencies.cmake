@@ -4,7 +4,7 @@ find_package(PkgConfig REQUIRED)
 pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
 pkg_check_modules(re2 REQUIRED IMPORTED_TARGET re2)
 
-if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+if(VORDA_PLATFORM STREQUAL "linux")
   pkg_check_modules(ncursesw REQUIRED IMPORTED_TARGET ncursesw)
   pkg_check_modules(systemd REQUIRED IMPORTED_TARGET libsystemd)
 

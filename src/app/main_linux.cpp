@@ -8,9 +8,8 @@
 #include "app/front_end_choice.h"
 #include "app/tray_program.h"
 #include "frontends/terminal/run_terminal.h"
-#include "frontends/text/text_front_end.h"
+#include "frontends/text/run_text.h"
 #include "platform/linux/heap.h"
-#include "ui/status_bar_controller.h"
 
 namespace {
 
@@ -25,12 +24,6 @@ Surroundings lookAround() {
   return {.onTerminal = isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1,
           .overSsh = isSet("SSH_CONNECTION") || isSet("SSH_TTY"),
           .hasDisplay = isSet("WAYLAND_DISPLAY") || isSet("DISPLAY")};
-}
-
-int runText() {
-  TextFrontEnd frontEnd;
-  const StatusBarController controller(frontEnd, Branding::aboutAlert());
-  return frontEnd.print(controller.rootMenu(), stdout);
 }
 
 /// Returns only without a tray.
@@ -53,5 +46,5 @@ int main(int argc, char**) {
   std::setlocale(LC_CTYPE, "");  // not LC_NUMERIC: figures are written alike everywhere
   const Surroundings surroundings = lookAround();
   if (chooseFrontEnd(surroundings) == FrontEndKind::tray) tryTray(surroundings);
-  return surroundings.onTerminal ? runTerminal(Branding::aboutAlert()) : runText();
+  return surroundings.onTerminal ? runTerminal(Branding::aboutAlert()) : runText(stdout);
 }

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// The words in which the platform's own things are spoken of. Both tables are data in
+/// The words in which the platform's own things are spoken of. All tables are data in
 /// every build, so that the sentences of every platform are tested on every platform.
 struct Words {
   std::string_view system;             ///< who refuses a signal
@@ -31,6 +31,16 @@ inline constexpr Words kLinuxWords{
     "system tray",
     "This is common for Docker’s engine (dockerd).",
     "• Stop the service it belongs to (systemctl stop …)",
+};
+
+/// Where nobody has looked for better ones yet.
+inline constexpr Words kUnsupportedWords{
+    "Unix",
+    "System Monitor",
+    "(root, system service, or a security policy)",
+    "system tray",
+    "This is common for Docker’s engine (dockerd).",
+    "• Stop the service it belongs to",
 };
 
 /// The words of the platform that the program was built for.

@@ -1,0 +1,9 @@
+#include "platform/applications.h"
+
+namespace platform {
+
+void openSystemMonitor() {}
+
+void openDockerDesktop() {}
+
+}  // namespace platform

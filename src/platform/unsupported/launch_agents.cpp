@@ -1,0 +1,21 @@
+#include "platform/launch_agents.h"
+
+namespace platform {
+
+std::vector<JobFile> jobFiles() {
+  return {};
+}
+
+LoadedJobs loadedJobs(std::span<const JobFile>) {
+  return {};
+}
+
+std::vector<ServiceAttempt> stopAttempts(const std::string&, const std::string&) {
+  return {};
+}
+
+std::vector<ServiceAttempt> startAttempts(const std::string&, const std::string&) {
+  return {};
+}
+
+}  // namespace platform
