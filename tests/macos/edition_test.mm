@@ -447,6 +447,20 @@ TEST_F(Edition, WhatIsStillScheduledAfterTheEndDoesNothing) {
   EXPECT_EQ(kernel().memoryWordsAsked, 0);
 }
 
+TEST_F(Edition, MenuThatWaitsToBeRebuiltIsLeftAloneAfterTheEnd) {
+  NSMenu* kept = nil;
+  whileRunning([&] {
+    kept = [menu() retain];
+    appkit::open(kept);
+    appkit::close(kept);
+  });
+  NSArray* before = [kept itemArray];
+  EXPECT_GT([before count], 0u);
+  appkit::advanceMainQueue(1);
+  EXPECT_TRUE([before isEqual:[kept itemArray]]);
+  [kept release];
+}
+
 TEST_F(Edition, RunsWithoutLaunchctlAndWithoutAnyProcess) {
   Stage::removeLaunchctl();
   kernel().refusesListing = true;

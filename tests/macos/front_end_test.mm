@@ -112,6 +112,7 @@ TEST_F(FrontEndTest, WhatOutlivesItTellsNobody) {
   NSStatusItem* item = nil;
   NSMenu* kept = nil;
   id<NSMenuDelegate> listener = nil;
+  value.items[0].action = Action::quitApp;
   @autoreleasepool {
     AppKitFrontEnd frontEnd;
     frontEnd.menuRebuilt(value);
@@ -122,6 +123,8 @@ TEST_F(FrontEndTest, WhatOutlivesItTellsNobody) {
   EXPECT_EQ([kept delegate], nil);
   [listener menuNeedsUpdate:kept];
   [listener menuDidClose:kept];
+  appkit::choose([kept itemAtIndex:0]);
+  EXPECT_EQ(appkit::record().terminations, 0);
   for (id object : {static_cast<id>(item), static_cast<id>(kept), static_cast<id>(listener)}) {
     EXPECT_EQ([object retainCount], 1);
     [object release];

@@ -1,8 +1,11 @@
 #include "platform/macos/launchctl.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <unistd.h>
 
+#include <filesystem>
 #include <fstream>
 
 #include "macos/stage_test.h"
@@ -33,6 +36,35 @@ TEST_F(Launchctl, ErrorsAloneAreCaptured) {
   const auto reply = platform::runLaunchctl({"x"}, Capture::errors, nextMinute());
   EXPECT_EQ(reply.status, 3);
   EXPECT_EQ(reply.text, "err\n");
+}
+
+/// While it lives, this program's standard output goes into a file.
+class OutputInFile {
+ public:
+  explicit OutputInFile(const std::string& path) : standard_(dup(STDOUT_FILENO)) {
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT, 0600);
+    dup2(file, STDOUT_FILENO);
+    close(file);
+  }
+  ~OutputInFile() {
+    dup2(standard_, STDOUT_FILENO);
+    close(standard_);
+  }
+  OutputInFile(const OutputInFile&) = delete;
+  OutputInFile& operator=(const OutputInFile&) = delete;
+
+ private:
+  int standard_;
+};
+
+TEST_F(Launchctl, WhatIsNoErrorGoesNowhere) {
+  Stage::setLaunchctl("echo out");
+  const std::string path = Stage::homePath() + "/output";
+  {
+    const OutputInFile output(path);
+    platform::runLaunchctl({"x"}, Capture::errors, nextMinute());
+  }
+  EXPECT_EQ(std::filesystem::file_size(path), 0);
 }
 
 TEST_F(Launchctl, EverythingIsCapturedInItsOrder) {

@@ -51,4 +51,16 @@ TEST(EditionSources, KeepToWhatBothCompilersKnow) {
   }
 }
 
+// The tests have places of their own; the Mac's stand in one file.
+TEST(EditionSources, NameAMacsPlaces) {
+  const std::string text =
+      contentOf(std::filesystem::path(SOURCE_FOLDER) / "platform/macos/places.cpp");
+  for (const char* place :
+       {"kLaunchctl = \"/bin/launchctl\"", "kMachineLaunchAgents = \"/Library/LaunchAgents\"",
+        "kActivityMonitor = \"/System/Applications/Utilities/Activity Monitor.app\"",
+        "kDockerDesktop = \"/Applications/Docker.app\""}) {
+    EXPECT_NE(text.find(place), std::string::npos) << place;
+  }
+}
+
 }  // namespace

@@ -27,7 +27,7 @@ AppKitFrontEnd::AppKitFrontEnd()
 }
 
 AppKitFrontEnd::~AppKitFrontEnd() {
-  if (pendingFill_) pendingFill_->cancel();
+  reportTo(nullptr);
   [target_ setEvents:nullptr ofMenu:nil];
   [rootMenu_ setDelegate:nil];
   [statusItem_ setMenu:nil];

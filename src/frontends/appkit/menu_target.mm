@@ -76,9 +76,7 @@ SEL selectorOf(Action action) {
 }
 
 - (void)perform:(Action)action sender:(NSMenuItem*)sender {
-  if (events_ == nullptr) return;
-  [[sender retain] autorelease];  // the action may build the menu anew
-  events_->chosen(itemOf(action, sender));
+  if (events_ != nullptr) events_->chosen(itemOf(action, sender));
 }
 
 - (void)refreshNow {

@@ -121,7 +121,10 @@
 
 - (instancetype)init {
   self = [super init];
-  if (self != nil && !appkit::record().buttonless) button_ = [[NSStatusBarButton alloc] init];
+  if (self != nil && !appkit::record().buttonless) {
+    button_ = [[NSStatusBarButton alloc] init];
+    [button_ setImage:[[[NSImage alloc] initWithSize:NSMakeSize(18, 18)] autorelease]];
+  }
   return self;
 }
 
