@@ -6,7 +6,8 @@
 /// What the bench measures, part by part; each writes its figures to the report.
 namespace bench {
 
-/// Scan and whole refresh against the floor, and against peers, for each size of population.
+/// Scan and whole refresh against the floor, and against peers, and what a program that samples
+/// keeps, for each size of population.
 void measureRefresh(const Options& options, Report& report);
 
 /// Classifying, naming, redacting, sorting and building the menu, each alone.

@@ -37,13 +37,15 @@ class Monitor : public Peer {
     double used = 0;
     for (;;) {
       const double burst = nextBurst();
+      if (burst == 0) return 0;
       used += burst;
-      if (burst >= least_ || burst == 0) return used;
+      if (burst >= least_) return used;
     }
   }
 
  private:
-  /// CPU seconds until it has been busy and is idle again; 0 when it isn't any more.
+  /// CPU seconds until it has been busy and is idle again; 0 when it is never busy any more, or
+  /// all the time.
   double nextBurst() {
     constexpr double kIdle = 0.0003;  // in 10 ms: some wake up all the time to look around
     const double before = used_;

@@ -12,7 +12,7 @@ class Peer {
  public:
   virtual ~Peer() = default;
 
-  /// Lets it refresh once: the CPU seconds that took. 0 when it doesn't any more.
+  /// Lets it refresh once: the CPU seconds that took. 0 when no refresh can be made out.
   virtual double refresh() = 0;
 };
 

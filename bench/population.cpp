@@ -9,11 +9,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <set>
+#include <stdexcept>
 
 namespace bench {
 namespace {
@@ -57,6 +59,25 @@ int sharedContent() {
   return file;
 }
 
+/// How many threads all processes may have together: half of what the system has pids for. A pid
+/// namespace may say more than the namespace around it has.
+int threadsThatFit() {
+  constexpr rlim_t kUsualMost = 32768;
+  rlimit limit = {};
+  const bool isKnown = getrlimit(RLIMIT_NPROC, &limit) == 0;
+  return static_cast<int>(std::min(isKnown ? limit.rlim_cur : kUsualMost, kUsualMost) / 2);
+}
+
+std::vector<IdleProcess> withThreadsThatFit(std::vector<IdleProcess> plan) {
+  double all = 0;
+  for (const auto& process : plan) all += process.threads;
+  const double share = threadsThatFit() / all;
+  if (share >= 1) return plan;
+  for (auto& process : plan)
+    process.threads = std::max(1, static_cast<int>(process.threads * share));
+  return plan;
+}
+
 /// A command line may take a quarter of the stack limit.
 void allowLongCommandLines() {
   rlimit limit = {};
@@ -92,15 +113,14 @@ pid_t start(const IdleProcess& process, pid_t parent, int shared, int ready) {
   return child;
 }
 
-void awaitByte(int pipe) {
+/// False when nobody is left who could write one.
+bool awaitByte(int pipe) {
   char byte = 0;
   ssize_t length = 0;
   do {
     length = read(pipe, &byte, 1);
   } while (length < 0 && errno == EINTR);
-  if (length == 1) return;
-  std::fputs("bench: an idle process could not be started\n", stderr);
-  _exit(1);
+  return length == 1;
 }
 
 /// Starts the population, says so, and ends it when `hold` has no other end any more.
@@ -118,7 +138,9 @@ void awaitByte(int pipe) {
   std::vector<pid_t> children;
   for (const auto& process : plan) children.push_back(start(process, self, shared, ready[1]));
   close(ready[1]);
-  for (std::size_t i = 0; i < children.size(); ++i) awaitByte(ready[0]);
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    if (!awaitByte(ready[0])) _exit(1);
+  }
 
   require(write(started, "", 1) == 1, "write");
   char byte = 0;
@@ -143,16 +165,23 @@ Population::Population(const std::vector<IdleProcess>& plan) {
   if (minder_ == 0) {
     close(hold[1]);
     close(started[0]);
-    mind(plan, bench, hold[0], started[1]);
+    mind(withThreadsThatFit(plan), bench, hold[0], started[1]);
   }
   close(hold[0]);
   close(started[1]);
   hold_ = hold[1];
-  awaitByte(started[0]);
+  const bool isStarted = awaitByte(started[0]);
   close(started[0]);
+  if (isStarted) return;
+  end();
+  throw std::runtime_error("the processes can't be started");
 }
 
 Population::~Population() {
+  end();
+}
+
+void Population::end() {
   close(hold_);
   waitpid(minder_, nullptr, 0);
 }

@@ -1,3 +1,4 @@
+#include <stdexcept>
 #include <string>
 
 #include "cpu_clock.h"
@@ -54,11 +55,26 @@ void againstPeer(Own& own, const PeerProgram& program, int rounds, const std::st
   contestants.push_back({program.name, [&peer] { return peer->refresh(); }});
   const Measurements measured = alternate(contestants, rounds);
   const auto& cost = measured.at(program.name);
-  if (spread(cost).median <= 0) return report.missing(program.name + at, "does not refresh");
+  if (spread(cost).median <= 0)
+    return report.missing(program.name + at, "its refreshes can't be made out");
   report.figure("milliseconds", program.name + at, inMilliseconds(cost));
   for (const std::string name : {"scan", "refresh"}) {
     const std::string quotient = name + "/" + program.name;
     report.ratio(quotient + at, ratio(measured.at(name), cost));
+  }
+}
+
+void measureAt(const std::string& at, const Options& options, Report& report) {
+  Own own;
+  if (options.wants("refresh")) {
+    againstFloor(own, options.rounds, at, report);
+    report.figure("memory", "sampler memory" + at + " (MB)",
+                  sampledMemoryOfFreshProgram() / 1048576);
+  }
+  if (options.wants("peers")) {
+    for (const auto& program : peerPrograms()) {
+      againstPeer(own, program, options.rounds, at, report);
+    }
   }
 }
 
@@ -68,17 +84,11 @@ void measureRefresh(const Options& options, Report& report) {
   for (const std::size_t count : options.processes) {
     const std::string at = "@" + std::to_string(count);
     report.section("CPU per refresh (ms), and its ratios, at " + std::to_string(count));
-    const Population population(planPopulation(count, Mix::machine));
-    Own own;
-    if (options.wants("refresh")) againstFloor(own, options.rounds, at, report);
-    if (options.wants("peers")) {
-      for (const auto& program : peerPrograms()) {
-        againstPeer(own, program, options.rounds, at, report);
-      }
-    }
-    if (options.wants("rest")) {
-      report.figure("memory", "sampler memory" + at + " (MB)",
-                    sampledMemoryOfFreshProgram() / 1048576);
+    try {
+      const Population population(planPopulation(count, Mix::machine));
+      measureAt(at, options, report);
+    } catch (const std::runtime_error& error) {
+      report.missing("everything" + at, error.what());
     }
   }
 }

@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -119,10 +120,14 @@ void measureTray(Report& report) {
 
 void measureRest(const Options&, Report& report) {
   report.section("At rest, with " + std::to_string(kProcesses) + " processes");
-  const Population population(planPopulation(kProcesses, Mix::machine));
-  measureText(report);
-  measureTerminal(report);
-  measureTray(report);
+  try {
+    const Population population(planPopulation(kProcesses, Mix::machine));
+    measureText(report);
+    measureTerminal(report);
+    measureTray(report);
+  } catch (const std::runtime_error& error) {
+    report.missing("the program at rest", error.what());
+  }
 }
 
 }  // namespace bench
