@@ -39,7 +39,7 @@ test: ## install what is missing, build everything and run every test
 bench: ## install what is missing, build and measure what the program costs
 	@scripts/bootstrap build bench
 	@scripts/bootstrap peers || echo "bench: not everything to compare with could be installed"
-	@cmake --preset release -D VORDA_BENCH=ON
+	@cmake --preset release
 	@cmake --build --preset release --target vorda_bench
 	@build/release/vorda_bench --json=build/release/bench.json $(BENCH_ARGS)
 

@@ -27,3 +27,9 @@ if(BUILD_TESTING)
     set(BUILD_TESTING OFF)
   endif()
 endif()
+
+# What measures the program's own cost.
+find_package(benchmark QUIET)
+if(NOT benchmark_FOUND)
+  message(STATUS "Google Benchmark is not installed: no bench (`make bench` installs it)")
+endif()
