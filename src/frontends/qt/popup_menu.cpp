@@ -14,6 +14,7 @@ PopupMenu::PopupMenu(QWidget* parent) : QMenu(parent) {
 }
 
 void PopupMenu::mind(QMenu& menu) {
+  style_.dress(menu);
   connect(&menu, &QMenu::triggered, this, [this, &menu](QAction* action) {
     // A menu passes on what its submenus report.
     if (!menu.actions().contains(action)) return;

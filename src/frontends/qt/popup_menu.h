@@ -4,6 +4,7 @@
 
 #include "frontends/qt/item_tool_tips.h"
 #include "frontends/qt/menu_snapshot.h"
+#include "frontends/qt/menu_style.h"
 
 /// The menu as the program itself shows it: the live strip on top, dots, submenus, tooltips.
 class PopupMenu : public QMenu {
@@ -30,5 +31,6 @@ class PopupMenu : public QMenu {
   void mind(QMenu& menu);
   bool chooseWithoutClosing(QAction* action);
 
+  MenuStyle style_;
   ItemToolTips toolTips_;
 };

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QScreen>
 #include <QToolTip>
 #include <QWidgetAction>
 
@@ -63,6 +64,24 @@ TEST_F(PopupMenuTest, showsEveryItem) {
   EXPECT_FALSE(action(4)->icon().isNull());
   EXPECT_TRUE(action(6)->isEnabled());
   EXPECT_TRUE(action(6)->icon().isNull());
+}
+
+TEST_F(PopupMenuTest, disabledItemsCanBeRead) {
+  constexpr int kReadable = 128;  // between two shades of grey, 0 to 255
+  const std::vector<const QMenu*> menus{&menu, submenu(3)};
+  for (const QMenu* shown : menus) {
+    const QColor text = shown->palette().color(QPalette::Disabled, QPalette::Text);
+    const QColor ground = shown->palette().color(QPalette::Disabled, QPalette::Base);
+    EXPECT_GT(std::abs(qGray(text.rgb()) - qGray(ground.rgb())), kReadable);
+  }
+}
+
+TEST_F(PopupMenuTest, scrollsWhenItIsTooHigh) {
+  const std::vector<MenuItem> items(200, exampleItems()[6]);
+  menu.setMenu(snapshot(items));
+  open();
+  EXPECT_EQ(menu.actionGeometry(action(0)).left(), menu.actionGeometry(action(199)).left());
+  EXPECT_LE(menu.height(), menu.screen()->geometry().height());
 }
 
 TEST_F(PopupMenuTest, submenusAreFull) {
