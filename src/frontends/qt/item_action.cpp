@@ -5,10 +5,10 @@
 
 #include "frontends/qt/dot_icon.h"
 #include "frontends/qt/menu_label.h"
+#include "frontends/qt/missing_signs.h"
 #include "frontends/qt/strip_widget.h"
 
-ItemAction::ItemAction(std::string key, QObject* parent)
-    : QWidgetAction(parent), key_(std::move(key)) {}
+ItemAction::ItemAction(std::string key, QMenu* menu) : QWidgetAction(menu), key_(std::move(key)) {}
 
 ItemAction::~ItemAction() {
   delete menu();
@@ -19,7 +19,9 @@ void ItemAction::setItem(const MenuItem& item, const MenuSnapshot& menu) {
   item_ = &item;
   menu_ = menu;
   setSeparator(item.kind == MenuItem::Kind::separator);
-  setText(menuLabel(item.title));
+  setText(withMissingSignsReplaced(menuLabel(item.title), [this](const QString& sign) {
+    return isShown(sign, static_cast<QMenu*>(parent())->font());
+  }));
   setEnabled(item.enabled);
   if (newDot) setIcon(item.dot ? dotIcon(*item.dot) : QIcon());
   if (item.strip && defaultWidget() == nullptr) setDefaultWidget(new StripWidget);

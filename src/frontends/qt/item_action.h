@@ -9,7 +9,7 @@
 /// holds the strip as a widget.
 class ItemAction : public QWidgetAction {
  public:
-  ItemAction(std::string key, QObject* parent);
+  ItemAction(std::string key, QMenu* menu);
   ~ItemAction() override;
 
   const std::string& key() const { return key_; }
