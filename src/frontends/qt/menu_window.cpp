@@ -3,7 +3,6 @@
 #include <QCloseEvent>
 #include <QPushButton>
 #include <QShortcut>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 #include <utility>
@@ -11,6 +10,12 @@
 #include "frontends/qt/pictures.h"
 #include "frontends/qt/strip_widget.h"
 #include "frontends/qt/x11/window_hints.h"
+
+namespace {
+
+constexpr int kExposurePatience = 2000;  // milliseconds
+
+}  // namespace
 
 MenuWindow::MenuWindow()
     // Kept above others and without a way to be minimized: it has no place in a task bar to
@@ -34,7 +39,17 @@ MenuWindow::MenuWindow()
 
   create();
   keepOffTaskbar(*this);
+  keepOnAllDesktops(*this);
   windowHandle()->installEventFilter(this);
+
+  // A window manager that is just starting may miss that the window wants to be shown.
+  neverExposed_.setSingleShot(true);
+  neverExposed_.setInterval(kExposurePatience);
+  connect(&neverExposed_, &QTimer::timeout, this, [this] {
+    if (!isVisible() || windowHandle()->isExposed()) return;
+    hide();
+    show();
+  });
 }
 
 void MenuWindow::setTitle(const QString& title) {
@@ -63,11 +78,25 @@ void MenuWindow::whenExposed(std::function<void()> work) {
 }
 
 bool MenuWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Expose && windowHandle()->isExposed() && onExposed_) {
+  if (event->type() == QEvent::Expose && windowHandle()->isExposed()) {
+    neverExposed_.stop();
     // Once the first picture is there.
-    QTimer::singleShot(0, this, std::exchange(onExposed_, nullptr));
+    if (onExposed_) QTimer::singleShot(0, this, std::exchange(onExposed_, nullptr));
   }
   return QWidget::eventFilter(watched, event);
+}
+
+void MenuWindow::showEvent(QShowEvent* event) {
+  neverExposed_.start();
+  QWidget::showEvent(event);
+}
+
+/// Some window managers minimize it all the same.
+void MenuWindow::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::WindowStateChange && isMinimized()) {
+    QTimer::singleShot(0, this, &QWidget::showNormal);
+  }
+  QWidget::changeEvent(event);
 }
 
 void MenuWindow::closeEvent(QCloseEvent* event) {

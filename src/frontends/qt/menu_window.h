@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -36,6 +37,8 @@ class MenuWindow : public QWidget {
   void dismissed();
 
  protected:
+  void showEvent(QShowEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -43,4 +46,5 @@ class MenuWindow : public QWidget {
   StripWidget* strip_;
   QPushButton* button_;
   std::function<void()> onExposed_;
+  QTimer neverExposed_;
 };

@@ -34,6 +34,13 @@ TEST_F(MenuWindowTest, holdsTheStripAboveTheButton) {
   EXPECT_EQ(window.windowTitle(), "Vorda²");
 }
 
+TEST_F(MenuWindowTest, cannotBeMinimized) {
+  window.showMinimized();
+  settle();
+  EXPECT_FALSE(window.isMinimized());
+  EXPECT_TRUE(window.isVisible());
+}
+
 TEST_F(MenuWindowTest, buttonAsksForTheMenu) {
   int requests = 0;
   QObject::connect(&window, &MenuWindow::menuRequested, [&requests] { ++requests; });

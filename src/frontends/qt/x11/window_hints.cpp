@@ -12,3 +12,11 @@ void keepOffTaskbar(QWidget& window) {
   xcb_change_property(connection, XCB_PROP_MODE_APPEND, static_cast<xcb_window_t>(window.winId()),
                       X11Display::atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, 2, states);
 }
+
+void keepOnAllDesktops(QWidget& window) {
+  xcb_connection_t* connection = X11Display::connection();
+  if (connection == nullptr) return;
+  const std::uint32_t all = 0xFFFFFFFF;
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
+                      X11Display::atom("_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL, 32, 1, &all);
+}

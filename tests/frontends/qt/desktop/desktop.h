@@ -17,6 +17,7 @@ class Desktop {
   /// Why there is none; "" when there is one.
   const std::string& reason() const { return reason_; }
 
+  const std::string& display() const { return display_; }
   const std::string& busAddress() const { return busAddress_; }
   /// Lets the program find another bus, or one that isn't there.
   void setBusAddress(std::string address) { busAddress_ = std::move(address); }

@@ -1,4 +1,5 @@
 // Where the program is seen, and that it always is.
+#include "frontends/qt/desktop/starting_window_manager.h"
 #include "frontends/qt/desktop/tray_test.h"
 
 namespace {
@@ -25,6 +26,15 @@ TEST_F(TrayPresence, hostThatNeverSaysThatItOpensTheMenuGetsAUsableOne) {
 
 TEST_F(TrayPresence, withoutAHostTheWindowIsThere) {
   startWithoutTray();
+}
+
+TEST_F(TrayPresence, windowThatAStartingWindowManagerMissedIsShownAllTheSame) {
+  {
+    StartingWindowManager manager(desktop.display());
+    program = desktop.startProgram();
+    ASSERT_TRUE(manager.losesAWindow());
+  }
+  EXPECT_TRUE(windowAppears(kWindow));
 }
 
 TEST_F(TrayPresence, hostThatComesLaterGetsTheIconAndTheWindowGoes) {
