@@ -10,7 +10,7 @@ else
 START = build/$(PRESET)/vorda
 endif
 
-.PHONY: help run test build bench coverage fuzz soak lint install package check-packages clean
+.PHONY: help run test build bench coverage fuzz soak lint install package check-packages screenshots clean
 
 # How long `make fuzz` runs each target, in seconds.
 FUZZ_SECONDS ?= 60
@@ -77,6 +77,12 @@ package: ## make the .deb packages, in build/release/packages
 check-packages: package ## install, start and remove the packages in a clean system (root)
 	@scripts/bootstrap check-packages
 	@scripts/check_packages build/release/packages
+
+screenshots: ## start real desktops and take the pictures in docs/pictures/
+	@scripts/bootstrap build test screenshots
+	@cmake --preset release
+	@cmake --build --preset release --target programs play_process
+	@scripts/screenshots
 
 clean: ## remove everything that was built
 	rm -rf build

@@ -32,14 +32,14 @@ folder=$2
 user=$3
 home=$folder/home
 runtime=$folder/run
-cgroup=/sys/fs/cgroup/vorda-test-$$
 
 # A machine that seems to run systemd, with one control group of its own.
 mount -t tmpfs tmpfs /run/systemd 2>/dev/null ||
   { mkdir -p /run/systemd && mount -t tmpfs tmpfs /run/systemd; } || cannot "no tmpfs"
 mkdir -p /run/systemd/system
 mount -t cgroup2 cgroup2 /sys/fs/cgroup || cannot "no cgroup2"
-mkdir "$cgroup" || cannot "no control groups"
+cgroup=$(mktemp -d /sys/fs/cgroup/vorda-test-XXXXXX) || cannot "no control groups"
+chmod 755 "$cgroup"
 
 end() {
   trap - EXIT

@@ -1,0 +1,35 @@
+# What every scene needs. What it starts ends with it.
+
+started=()
+
+# start COMMAND...: in the background, until the end of the scene.
+start() {
+  "$@" > /dev/null 2>> /tmp/log &
+  started=($! "${started[@]}")
+}
+
+end_started() {
+  local pid
+  for pid in "${started[@]}"; do
+    kill "$pid" 2> /dev/null || true
+    wait "$pid" 2> /dev/null || true
+  done
+}
+trap end_started EXIT
+
+# eventually COMMAND...: until it succeeds; fails after half a minute.
+eventually() {
+  for _ in $(seq 300); do
+    "$@" > /dev/null 2>&1 && return
+    sleep 0.1
+  done
+  echo "screenshots: never came true: $*" >&2
+  return 1
+}
+
+# The bus name of the program's icon.
+tray_icon() { busctl --user list --no-legend | awk '/^org.kde.StatusNotifierItem/ { print $1; found = 1 } END { exit !found }'; }
+
+click_icon() {
+  busctl --user call "$(tray_icon)" /StatusNotifierItem org.kde.StatusNotifierItem Activate ii 0 0
+}

@@ -1,0 +1,31 @@
+# An X11 desktop on a screen that exists in memory only.
+. ./desktop.sh
+
+# x11_screen SIZE COLOR: with openbox, and a ground of that colour.
+x11_screen() {
+  local number
+  exec 9< <(exec Xvfb -displayfd 1 -screen 0 "$1x24" -dpi 96 -nolisten tcp -noreset 2> /dev/null)
+  started=($! "${started[@]}")
+  read -r number <&9
+  export DISPLAY=":$number"
+  start openbox
+  eventually xprop -root _NET_SUPPORTING_WM_CHECK
+  xsetroot -solid "$2" -cursor_name left_ptr
+}
+
+# click X Y [BUTTON]
+click() {
+  xdotool mousemove "$1" "$2"
+  sleep 0.3
+  xdotool click "${3:-1}"
+}
+
+# A window of that title that can be seen, and whatever window of the program can.
+window() { xdotool search --onlyvisible --name "^$1\$"; }
+any_window() { xdotool search --onlyvisible --class '^vorda-tray$'; }
+
+# picture NAME [WIDTHxHEIGHT+X+Y]: of the screen, or of a part of it.
+picture() {
+  sleep 0.5
+  import -silent -window root ${2:+-crop "$2"} +repage "/tmp/pictures/$1.png"
+}
