@@ -10,6 +10,12 @@ namespace {
 
 class TrayActions : public TrayTest {
  protected:
+  /// A model server large enough to have a row whatever else runs on this machine.
+  static std::vector<std::string> modelServer(std::vector<std::string> options = {}) {
+    options.insert(options.end(), {"--memory", "300"});
+    return playProcess(options, {"/usr/bin/ollama", "serve"});
+  }
+
   static bool runs(pid_t pid) { return kill(pid, 0) == 0; }
 
   /// How often "Down" has to be pressed in the menu that has just opened; 0: never there.
@@ -26,7 +32,7 @@ class TrayActions : public TrayTest {
 };
 
 TEST_F(TrayActions, quitEndsTheProcessAndItsRowGoes) {
-  ChildProcess server(playProcess({}, {"/usr/bin/ollama", "serve"}));
+  ChildProcess server(modelServer());
   const int pid = server.pid();
   startInTray();
   chooseOfProcess(pid, "Quit");
@@ -38,7 +44,7 @@ TEST_F(TrayActions, quitEndsTheProcessAndItsRowGoes) {
 }
 
 TEST_F(TrayActions, forceQuitAsksFirst) {
-  ChildProcess server(playProcess({"--ignore-term"}, {"/usr/bin/ollama", "serve"}));
+  ChildProcess server(modelServer({"--ignore-term"}));
   const int pid = server.pid();
   startInTray();
 
@@ -73,7 +79,7 @@ TEST_F(TrayActions, popupIsWalkedByKeyboard) {
 }
 
 TEST_F(TrayActions, popupQuitsAProcessByKeyboard) {
-  ChildProcess server(playProcess({}, {"/usr/bin/ollama", "serve"}));
+  ChildProcess server(modelServer());
   startInTray();
   host->activate();
   ASSERT_TRUE(windowAppears(kMenu));
@@ -87,7 +93,7 @@ TEST_F(TrayActions, popupQuitsAProcessByKeyboard) {
 }
 
 TEST_F(TrayActions, clickDuringAnAlertChangesNothing) {
-  ChildProcess server(playProcess({}, {"/usr/bin/ollama", "serve"}));
+  ChildProcess server(modelServer());
   startInTray();
   choose("About Vorda");
   ASSERT_TRUE(windowAppears(kDialog));
@@ -100,7 +106,7 @@ TEST_F(TrayActions, clickDuringAnAlertChangesNothing) {
 }
 
 TEST_F(TrayActions, menuThatAHostHasOpenKeepsItsRows) {
-  ChildProcess server(playProcess({}, {"/usr/bin/ollama", "serve"}));
+  ChildProcess server(modelServer());
   const int pid = server.pid();
   startInTray();
   host->aboutToShow();
