@@ -62,6 +62,7 @@ TEST_F(PipeReader, GivesUpOnWhatDoesNotEnd) {
     const std::string chunk(1 << 20, 'x');
     for (int megabytes = 0; megabytes < 64 && write(chunk); ++megabytes) {
     }
+    closeWriter();
   });
   EXPECT_FALSE(platform::readToEnd(reader(), nextMinute()));
   writer.join();

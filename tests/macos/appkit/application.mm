@@ -104,7 +104,8 @@ NSWindow* onScreen = nil;
   if (styleWasSet_) shown.style = static_cast<int>(alertStyle_);
   if (icon_ != nil) {
     shown.icon = [appkit::fileOf(icon_) UTF8String];
-    shown.iconSide = [icon_ size].width;
+    const NSSize size = [icon_ size];
+    shown.iconSide = size.width == size.height ? size.width : -1;
   }
   for (NSButton* button in buttons_) shown.buttons.push_back([[button title] UTF8String]);
   record.alerts.push_back(shown);

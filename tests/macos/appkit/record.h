@@ -14,7 +14,7 @@ struct ShownAlert {
   std::string informativeText;
   std::optional<int> style;  ///< NSAlertStyle; none when it was left as it is
   std::string icon;          ///< the file of its icon; "" for the standard one
-  double iconSide = 0;       ///< in points
+  double iconSide = 0;       ///< in points; -1 when it is not square
   std::vector<std::string> buttons;
   bool programWasInFront = false;
 };
