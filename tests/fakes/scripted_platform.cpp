@@ -22,6 +22,7 @@ std::vector<platform::ServiceAttempt> attempts(const char* verb, const std::stri
     result.emplace_back(
         [call = std::string(verb) + " " + label + " " + std::to_string(i + 1), reply = replies[i]] {
           scripted.serviceCalls.push_back(call);
+          if (scripted.nextCallFails()) return platform::ServiceReply{scripted.fault->error, "no"};
           return reply;
         });
   }
@@ -44,10 +45,16 @@ ScriptedProcess* ScriptedPlatform::find(std::int32_t pid) {
   return found == processes.end() ? nullptr : &*found;
 }
 
+bool ScriptedPlatform::nextCallFails() {
+  ++calls;
+  return fault && (calls == fault->call || (fault->andAllLater && calls > fault->call));
+}
+
 namespace platform {
 
 std::vector<std::int32_t> allPids() {
   ++scripted.pidListings;
+  if (scripted.nextCallFails()) return {};
   std::vector<std::int32_t> pids;
   for (const auto& process : scripted.processes) pids.push_back(process.pid);
   return pids;
@@ -55,7 +62,7 @@ std::vector<std::int32_t> allPids() {
 
 bool readProcess(std::int32_t pid, ProcessFacts& facts) {
   const ScriptedProcess* process = scripted.find(pid);
-  if (process == nullptr || process->unreadable) return false;
+  if (scripted.nextCallFails() || process == nullptr || process->unreadable) return false;
 
   facts.commandLine.clear();
   for (const auto& argument : process->arguments) {
@@ -77,12 +84,14 @@ bool readProcess(std::int32_t pid, ProcessFacts& facts) {
 
 std::optional<std::uint64_t> physicalFootprint(std::int32_t pid) {
   scripted.footprintsRead.push_back(pid);
+  if (scripted.nextCallFails()) return std::nullopt;
   const ScriptedProcess* process = scripted.find(pid);
   if (process == nullptr || !process->footprintMB) return std::nullopt;
   return static_cast<std::uint64_t>(*process->footprintMB * kBytesPerMB);
 }
 
 std::optional<std::uint64_t> startIdentity(std::int32_t pid) {
+  if (scripted.nextCallFails()) return std::nullopt;
   const ScriptedProcess* process = scripted.find(pid);
   return process == nullptr ? std::nullopt : process->identity;
 }
@@ -97,6 +106,7 @@ std::uint32_t ownUid() {
 
 std::optional<std::string> loginName(std::uint32_t uid) {
   ++scripted.loginNameLookups;
+  if (scripted.nextCallFails()) return std::nullopt;
   const auto found = scripted.loginNames.find(uid);
   if (found == scripted.loginNames.end()) return std::nullopt;
   return found->second;
@@ -104,16 +114,18 @@ std::optional<std::string> loginName(std::uint32_t uid) {
 
 MemoryReading readMemory() {
   ++scripted.memoryReadings;
+  if (scripted.nextCallFails()) return {};
   return scripted.memory;
 }
 
 std::vector<JobFile> jobFiles() {
   ++scripted.jobFileListings;
+  if (scripted.nextCallFails()) return {};
   return scripted.jobFiles;
 }
 
 LoadedJobs loadedJobs(std::span<const JobFile>) {
-  return scripted.loadedJobs;
+  return scripted.nextCallFails() ? LoadedJobs() : scripted.loadedJobs;
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string&) {
@@ -131,6 +143,7 @@ SignalTarget::SignalTarget(std::int32_t pid) : pid_(pid), handle_(-1) {
 SignalTarget::~SignalTarget() = default;
 
 std::optional<std::uint32_t> SignalTarget::effectiveUid() const {
+  if (scripted.nextCallFails()) return std::nullopt;
   const ScriptedProcess* process = scripted.find(pid_);
   return process == nullptr ? std::nullopt : process->effectiveUid;
 }
@@ -141,6 +154,7 @@ std::optional<std::uint64_t> SignalTarget::identity() const {
 
 int SignalTarget::send(Signal signal) const {
   if (pid_ < 1) return EINVAL;
+  if (scripted.nextCallFails()) return scripted.fault->error;
   ScriptedProcess* process = scripted.find(pid_);
   if (process == nullptr) return ESRCH;
   if (process->signalError != 0) return process->signalError;

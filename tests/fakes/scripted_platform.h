@@ -47,6 +47,17 @@ struct ScriptedPlatform {
 
   platform::Words words = platform::kLinuxWords;
 
+  /// One call of the platform that fails: the one with that number (the first is 1), or all
+  /// from there on. It answers as if nothing could be read; a signal that is sent answers
+  /// `error`, and so does an attempt to start or stop a job.
+  struct Fault {
+    int call = 0;
+    bool andAllLater = false;
+    int error = 0;
+  };
+  std::optional<Fault> fault;
+  int calls = 0;  ///< so far
+
   /// Runs before each signal is sent or refused: a test can change the machine meanwhile.
   std::function<void(std::int32_t pid)> beforeSignal;
 
@@ -62,6 +73,8 @@ struct ScriptedPlatform {
   int dockerDesktopOpened = 0;
 
   ScriptedProcess* find(std::int32_t pid);
+  /// Counts one call; true: it is to fail.
+  bool nextCallFails();
 };
 
 /// The machine that the running test talks to.

@@ -33,10 +33,20 @@ LedProgram::LedProgram(const Preparation& prepare) {
 }
 
 LedProgram::~LedProgram() {
-  close(input_);
+  close(input_);  // this ends it
   close(output_);
-  kill(pid_, SIGKILL);
-  waitpid(pid_, nullptr, 0);
+  int status = 0;
+  pid_t ended = 0;
+  constexpr int kPatience = 3000;
+  for (int i = 0; i < kPatience && ended == 0; ++i) {
+    ended = waitpid(pid_, &status, WNOHANG);
+    if (ended == 0) usleep(10'000);
+  }
+  if (ended == 0) {
+    kill(pid_, SIGKILL);
+    waitpid(pid_, &status, 0);
+  }
+  EXPECT_EQ(status, 0) << "how the program ended";
 }
 
 bool LedProgram::readLine(std::string& line) {
