@@ -38,7 +38,7 @@ BackgroundProgram::Environment Desktop::environment() const {
 std::unique_ptr<BackgroundProgram> Desktop::startProgram(BackgroundProgram::Environment changes,
                                                          std::vector<std::string> arguments) const {
   changes.merge(environment());
-  arguments.insert(arguments.begin(), VORDA_TRAY_PROGRAM);
+  arguments.insert(arguments.begin(), program_);
   return std::make_unique<BackgroundProgram>(arguments, changes);
 }
 

@@ -22,6 +22,9 @@ class Desktop {
   /// Lets the program find another bus, or one that isn't there.
   void setBusAddress(std::string address) { busAddress_ = std::move(address); }
 
+  /// Starts another program in the program's place from now on.
+  void setProgram(std::string path) { program_ = std::move(path); }
+
   /// Starts the program, in this desktop's environment with these changes.
   std::unique_ptr<BackgroundProgram> startProgram(BackgroundProgram::Environment changes = {},
                                                   std::vector<std::string> arguments = {}) const;
@@ -44,6 +47,7 @@ class Desktop {
   BackgroundProgram::Environment environment() const;
 
   TempFolder folder_;
+  std::string program_ = VORDA_TRAY_PROGRAM;
   std::unique_ptr<BackgroundProgram> screen_;
   std::unique_ptr<BackgroundProgram> bus_;
   std::string display_;
