@@ -106,9 +106,10 @@ bool Storm::answersKeys(TerminalSession& terminal) {
   return !HasFailure();
 }
 
-void Storm::ride(TerminalSession& terminal, double seconds) {
+void Storm::ride(TerminalSession& terminal, double seconds, const std::function<void()>& before) {
   ASSERT_TRUE(terminal.waitFor("q Quit"));
   holdFor(seconds, terminal.pid(), kMostGrowthKiB, [&] {
+    if (before) before();
     terminal.send("r");
     return answersKeys(terminal);
   });

@@ -32,7 +32,9 @@ class Storm : public testing::Test {
   /// One refresh; false when it was not as it should be.
   static bool refresh(LedProgram& program, const Pids& expected);
   /// Presses keys for that share.
-  static void ride(TerminalSession& terminal, double seconds = share());
+  /// `before` each time something else happens.
+  static void ride(TerminalSession& terminal, double seconds = share(),
+                   const std::function<void()>& before = {});
   /// Opens and closes the list of keys; false when either took too long.
   static bool answersKeys(TerminalSession& terminal);
 };
