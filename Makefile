@@ -10,7 +10,7 @@ else
 START = build/$(PRESET)/vorda
 endif
 
-.PHONY: help run test build bench coverage fuzz soak lint install package check-packages screenshots clean
+.PHONY: help run test build bench coverage fuzz soak lint docs install package check-packages screenshots clean
 
 # How long `make fuzz` runs each target, in seconds.
 FUZZ_SECONDS ?= 60
@@ -64,6 +64,10 @@ soak: ## run storms over the real program for SOAK_SECONDS=120 seconds (as root:
 lint: ## read everything for defects: format, spelling, clang-tidy … (LINT_STEPS: only some)
 	@scripts/bootstrap build test bench lint
 	@scripts/lint $(LINT_STEPS)
+
+docs: ## make the pages of the headers' contracts and of docs/, in build/docs
+	@scripts/bootstrap docs
+	@scripts/docs
 
 install: build ## install the program under PREFIX=/usr/local (DESTDIR is honoured)
 	@cmake --install build/$(PRESET) --prefix $(PREFIX) --strip
