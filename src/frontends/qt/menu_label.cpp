@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "frontends/qt/qt_text.h"
+#include "text/display_line.h"
 #include "text/unicode.h"
 
 namespace {
@@ -13,6 +14,11 @@ constexpr std::size_t kLongestToolTip = 1000;
 
 std::string cut(std::string_view title, std::size_t limit) {
   return text::shortened(title, limit, limit - 1);
+}
+
+/// A line feed would break the row, and a tab begins a column of its own.
+std::string oneLine(std::string_view title) {
+  return text::displayLine(cut(title, kLongestLabel));
 }
 
 std::string doubled(const std::string& text, char mark) {
@@ -27,11 +33,11 @@ std::string doubled(const std::string& text, char mark) {
 }  // namespace
 
 QString menuLabel(std::string_view title) {
-  return toQString(doubled(cut(title, kLongestLabel), '&'));
+  return toQString(doubled(oneLine(title), '&'));
 }
 
 std::string hostMenuLabel(std::string_view title) {
-  return doubled(cut(title, kLongestLabel), '_');
+  return doubled(oneLine(title), '_');
 }
 
 std::string barLabel(const MemoryPressureView& strip) {

@@ -7,8 +7,8 @@
 #include "ui/memory_pressure_view.h"
 
 /// What an item's title becomes for who draws it, so that the reader sees the title as it
-/// is: each toolkit takes another sign for the mark of an access key. A title longer than
-/// any screen is wide is cut.
+/// is: each toolkit takes another sign for the mark of an access key. Signs that would break
+/// the row or turn it around become U+FFFD, and a title longer than any screen is wide is cut.
 
 /// For a QMenu, which takes "&" for the mark.
 QString menuLabel(std::string_view title);

@@ -33,6 +33,8 @@ INSTANTIATE_TEST_SUITE_P(
                     LabelRow{"twoAmpersands", "a && b", "a &&&& b", "a && b"},
                     LabelRow{"markup", "<b>x</b>", "<b>x</b>", "<b>x</b>"},
                     LabelRow{"beyondAscii", "★ שלום é 🔒", "★ שלום é 🔒", "★ שלום é 🔒"},
+                    LabelRow{"lineBreakAndTab", "a\nb\tc", "a\uFFFDb\uFFFDc", "a\uFFFDb\uFFFDc"},
+                    LabelRow{"override", "a\u202Eb", "a\uFFFDb", "a\uFFFDb"},
                     LabelRow{"empty", "", "", ""}),
     rowName<LabelRow>);
 
