@@ -1,6 +1,7 @@
 // Where the program is seen, and that it always is.
 #include "frontends/qt/desktop/starting_window_manager.h"
 #include "frontends/qt/desktop/tray_test.h"
+#include "frontends/qt/desktop/window_states.h"
 
 namespace {
 
@@ -117,6 +118,23 @@ TEST_F(TrayPresence, settingsOpenAtOnceForTheActionOfTheDesktopEntry) {
   program = desktop.startProgram({}, {"--settings"});
   EXPECT_TRUE(windowAppears(kDialog));
   EXPECT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
+}
+
+TEST_F(TrayPresence, onlySettingsHaveAPlaceInTheTaskBar) {
+  startWithoutTray();
+  EXPECT_TRUE(keepsOffTaskbar(desktop.display(), kWindow));
+  host->appear();
+  ASSERT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
+
+  choose("About Vorda");
+  ASSERT_TRUE(windowAppears(kDialog));
+  EXPECT_TRUE(keepsOffTaskbar(desktop.display(), kDialog));
+  desktop.press({"Escape"});
+  ASSERT_TRUE(windowGoes(kDialog));
+
+  const auto second = desktop.startProgram();
+  ASSERT_TRUE(windowAppears(kDialog));
+  EXPECT_FALSE(keepsOffTaskbar(desktop.display(), kDialog));
 }
 
 TEST_F(TrayPresence, quitLeavesNothing) {

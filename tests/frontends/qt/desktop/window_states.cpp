@@ -1,0 +1,77 @@
+#include "frontends/qt/desktop/window_states.h"
+
+#include <xcb/xcb.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+namespace {
+
+template <typename T>
+using Reply = std::unique_ptr<T, decltype(&std::free)>;
+
+/// A connection and what is asked through it.
+class Screen {
+ public:
+  explicit Screen(const std::string& display)
+      : connection_(xcb_connect(display.c_str(), nullptr)) {}
+  ~Screen() { xcb_disconnect(connection_); }
+  Screen(const Screen&) = delete;
+  Screen& operator=(const Screen&) = delete;
+
+  /// Where nobody manages windows, those of a program are children of the root.
+  std::vector<xcb_window_t> windows() const {
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+    const Reply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection_, xcb_query_tree(connection_, root), nullptr), &std::free);
+    const xcb_window_t* first = xcb_query_tree_children(tree.get());
+    return {first, first + xcb_query_tree_children_length(tree.get())};
+  }
+
+  std::string title(xcb_window_t window) const { return property(window, "_NET_WM_NAME"); }
+
+  bool hasState(xcb_window_t window, const std::string& state) const {
+    const std::string states = property(window, "_NET_WM_STATE");
+    const auto* first = reinterpret_cast<const xcb_atom_t*>(states.data());
+    const auto* last = first + states.size() / sizeof(xcb_atom_t);
+    return std::find(first, last, atom(state)) != last;
+  }
+
+ private:
+  xcb_atom_t atom(const std::string& name) const {
+    const auto length = static_cast<std::uint16_t>(name.size());
+    const Reply<xcb_intern_atom_reply_t> reply(
+        xcb_intern_atom_reply(connection_, xcb_intern_atom(connection_, 0, length, name.data()),
+                              nullptr),
+        &std::free);
+    return reply->atom;
+  }
+
+  std::string property(xcb_window_t window, const std::string& name) const {
+    constexpr std::uint32_t kEnough = 1024;  // words
+    const auto request =
+        xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, kEnough);
+    const Reply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection_, request, nullptr), &std::free);
+    if (reply == nullptr) return {};
+    return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+  }
+
+  xcb_connection_t* connection_;
+};
+
+}  // namespace
+
+bool keepsOffTaskbar(const std::string& display, const std::string& title) {
+  const Screen screen(display);
+  bool found = false;
+  for (const xcb_window_t window : screen.windows()) {
+    if (screen.title(window) != title) continue;
+    found = true;
+    if (!screen.hasState(window, "_NET_WM_STATE_SKIP_TASKBAR")) return false;
+  }
+  return found;
+}
