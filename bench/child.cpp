@@ -33,6 +33,7 @@ void discardOutput() {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   for (const auto& variable : environment) putenv(const_cast<char*>(variable.c_str()));
   std::vector<char*> arguments;
+  arguments.reserve(argv.size() + 1);
   for (const auto& argument : argv) arguments.push_back(const_cast<char*>(argument.c_str()));
   arguments.push_back(nullptr);
   execvp(arguments[0], arguments.data());

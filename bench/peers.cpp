@@ -127,7 +127,7 @@ while True:
 
 /// The first Python that has psutil; "" when none has.
 std::string pythonWithPsutil() {
-  for (const std::string python : {"python3", "/usr/bin/python3"}) {
+  for (const char* python : {"python3", "/usr/bin/python3"}) {
     if (isInstalled(python) && succeeds({python, "-c", "import psutil"})) return python;
   }
   return "";

@@ -99,6 +99,7 @@ pid_t start(const IdleProcess& process, pid_t parent, int shared, int ready) {
       "BENCH_READY=" + std::to_string(ready),
   };
   std::vector<char*> environment;
+  environment.reserve(told.size() + 1);
   for (auto& variable : told) environment.push_back(variable.data());
   environment.push_back(nullptr);
   std::vector<char*> arguments;
@@ -136,6 +137,7 @@ bool awaitByte(int pipe) {
   const int shared = sharedContent();
   const pid_t self = getpid();
   std::vector<pid_t> children;
+  children.reserve(plan.size());
   for (const auto& process : plan) children.push_back(start(process, self, shared, ready[1]));
   close(ready[1]);
   for (std::size_t i = 0; i < children.size(); ++i) {

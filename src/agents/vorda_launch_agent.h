@@ -15,13 +15,16 @@ struct VordaLaunchAgent {
   bool loaded = false;              ///< the manager holds it
   std::optional<std::int32_t> pid;  ///< set while it runs
 
+  /// What tells it from every other: one label is loaded at most once.
   const std::string& id() const { return label; }
 
   /// All six fields, in declaration order.
   bool operator==(const VordaLaunchAgent&) const = default;
 };
 
+/// For sets and maps of agents.
 template <>
 struct std::hash<VordaLaunchAgent> {
+  /// Over all six fields, so that equal values hash equally.
   std::size_t operator()(const VordaLaunchAgent& agent) const noexcept;
 };

@@ -15,10 +15,14 @@ inline constexpr const char* kDevelopedBy = "Developed by Halvek";
 
 /// The maker's full name followed by its short name in parentheses.
 std::string makerLine();
+
+/// The copyright line, as it was configured.
 std::string copyrightLine();
 
 /// The informative text of the about alert.
 std::string aboutBody();
+
+/// What "About" shows: the badge, the product's name and aboutBody().
 Alert aboutAlert();
 
 }  // namespace Branding

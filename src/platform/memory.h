@@ -4,11 +4,13 @@
 
 namespace platform {
 
+/// How the memory is divided. What the kernel keeps only because nobody wants it is in neither.
 struct MemoryInUse {
   double usedBytes = 0;
   double freeBytes = 0;
 };
 
+/// What the system tells of its memory.
 struct MemoryReading {
   double totalBytes = 0;             ///< installed memory; 0 when unknown
   std::optional<MemoryInUse> inUse;  ///< empty when the system gives no counts

@@ -5,6 +5,7 @@
 
 namespace platform {
 
+/// Asks a process to end (SIGTERM); ends it (SIGKILL).
 enum class Signal { quit, forceQuit };
 
 /// One process held fast, so that the process that was examined is the one that is
@@ -12,6 +13,7 @@ enum class Signal { quit, forceQuit };
 /// hold a process, the pid alone stands for it; what is gone already stays gone.
 class SignalTarget {
  public:
+  /// Never fails: a process that is gone, or can't be held, shows in what follows.
   explicit SignalTarget(std::int32_t pid);
   ~SignalTarget();
   SignalTarget(const SignalTarget&) = delete;

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "scanner/credentials/credential_finder.h"
-#include "scanner/process_scanner.h"
 #include "scanner/secret_redaction.h"
+#include "scanner/text_span.h"
 #include "text/ascii.h"
 
 namespace CredentialMask {

@@ -9,6 +9,7 @@
 #include "scanner/role_classification.h"
 #include "scanner/training_naming.h"
 #include "text/path.h"
+#include "text/unicode.h"
 
 namespace ProcessScanner {
 namespace {

@@ -27,30 +27,38 @@ inline constexpr auto kMarkers = [] {
 /// the compiler turns these into bits, and refuses a text that no list of markers.h holds.
 class MarkerSet {
  public:
+  /// No marker.
   constexpr MarkerSet() = default;
+  /// One marker.
   consteval MarkerSet(const char* marker) { insert(indexOf(marker)); }
+  /// These markers.
   consteval MarkerSet(std::initializer_list<std::string_view> markers) {
     insertAll({markers.begin(), markers.size()});
   }
+  /// One whole list of markers.h.
   template <std::size_t kSize>
   consteval MarkerSet(const std::array<std::string_view, kSize>& markers) {
     insertAll(markers);
   }
 
+  /// Adds a marker by its place in kMarkers.
   constexpr void insert(std::size_t index) {
     words_[index / kWordBits] |= std::uint64_t{1} << index % kWordBits;
   }
 
+  /// Adds all markers of another set.
   constexpr void insert(const MarkerSet& other) {
     for (std::size_t i = 0; i < words_.size(); ++i) words_[i] |= other.words_[i];
   }
 
+  /// Whether the sets share a marker.
   constexpr bool intersects(const MarkerSet& other) const {
     std::uint64_t common = 0;
     for (std::size_t i = 0; i < words_.size(); ++i) common |= words_[i] & other.words_[i];
     return common != 0;
   }
 
+  /// Whether it holds no marker.
   constexpr bool empty() const { return *this == MarkerSet(); }
   constexpr bool operator==(const MarkerSet&) const = default;
 

@@ -9,6 +9,7 @@
 #include "scanner/process_scanner.h"
 #include "scanner/role_classification.h"
 #include "text/path.h"
+#include "text/unicode.h"
 
 namespace ProcessScanner {
 namespace {

@@ -42,6 +42,7 @@ const std::set<std::string_view>& wrapperExecutables();
 std::optional<std::string> flag(std::span<const std::string> arguments,
                                 std::span<const std::string_view> names);
 
+/// What a process is called.
 struct FriendlyName {
   std::string displayName;  ///< for people: "LoRA fine-tune: Llama 3 8B"
   std::string product;      ///< groups processes for colouring: "Fine-tune"

@@ -3,6 +3,7 @@
 #include "scanner/process_scanner.h"
 #include "scanner/training_detection.h"
 #include "text/path.h"
+#include "text/unicode.h"
 
 namespace ProcessScanner {
 namespace {

@@ -6,6 +6,7 @@
 #include "scanner/model_option.h"
 #include "text/contains.h"
 #include "text/path.h"
+#include "text/unicode.h"
 
 namespace ProcessScanner {
 namespace {

@@ -22,12 +22,14 @@ struct VordaProcess {
   bool isProtected = false;                ///< owned by another user than the program's own
   std::string ownerName;                   ///< login name, else "uid " and the number
 
+  /// The same from one sample to the next.
   std::int32_t id() const { return pid; }
 
   /// All ten fields, in declaration order.
   bool operator==(const VordaProcess&) const = default;
 };
 
+/// For sets and maps of processes.
 template <>
 struct std::hash<VordaProcess> {
   /// Over all ten fields, so that equal values hash equally.

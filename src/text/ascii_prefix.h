@@ -10,10 +10,12 @@ namespace text {
 /// Eight bytes of text as one number: nearly all text is ASCII, and goes eight bytes at a time.
 using EightBytes = std::uint64_t;
 
+/// The same byte in all eight places.
 constexpr EightBytes eightTimes(unsigned char byte) {
   return EightBytes{0x0101010101010101} * byte;
 }
 
+/// The eight bytes from here on, in the machine's order; all eight are there.
 inline EightBytes eightBytesAt(const char* position) {
   EightBytes bytes = 0;
   std::memcpy(&bytes, position, sizeof bytes);

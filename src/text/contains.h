@@ -6,10 +6,12 @@
 
 namespace text {
 
+/// Whether `part` occurs; "" occurs everywhere.
 constexpr bool contains(std::string_view text, std::string_view part) {
   return text.find(part) != std::string_view::npos;
 }
 
+/// Whether any of `parts` occurs.
 constexpr bool containsAny(std::string_view text, std::initializer_list<std::string_view> parts) {
   return std::any_of(parts.begin(), parts.end(),
                      [text](std::string_view part) { return contains(text, part); });

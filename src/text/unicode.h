@@ -18,6 +18,7 @@ void appendLowered(std::string_view text, std::string& out);
 /// `text` with `substitute` for every byte that is not UTF-8; all others keep their places.
 std::string withBytesOutsideUtf8Replaced(std::string_view text, char substitute);
 
+/// How many characters the text has.
 std::size_t characterCount(std::string_view text);
 
 /// The first `count` characters of `text`, or all of it when it has fewer.

@@ -23,12 +23,18 @@ Alert notice(const std::string& title, const std::string& message);
 /// Why a process that belongs to somebody else is not force-quit.
 std::string protectedMessage(const VordaProcess& process);
 
+/// The question before a process is force-quit; the first button does it.
 Alert forceQuit(const VordaProcess& process);
-/// For a process of which only the pid is known.
+/// The same for a process of which only the pid is known.
 Alert forceQuit(std::int32_t pid);
 
+/// All that is known of a process; its command line is cut to 800 characters.
 Alert details(const VordaProcess& process);
+
+/// How to quit Docker Desktop.
 Alert quitDocker();
+
+/// The question before an agent is stopped; the first button does it.
 Alert unload(const VordaLaunchAgent& agent);
 
 }  // namespace Alerts

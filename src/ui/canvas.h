@@ -2,17 +2,22 @@
 
 #include "ui/color.h"
 
-/// In points; y grows upwards.
+/// A rectangle in points; y grows upwards.
 struct Rectangle {
   double x = 0;
   double y = 0;
   double width = 0;
   double height = 0;
 
+  /// The left edge, the right one, the lower one, and half way up.
+  ///@{
   constexpr double minX() const { return x; }
   constexpr double maxX() const { return x + width; }
   constexpr double minY() const { return y; }
   constexpr double midY() const { return y + height / 2; }
+  ///@}
+  /// Smaller by `dx` on the left and on the right, by `dy` above and below; larger when
+  /// these are negative.
   constexpr Rectangle insetBy(double dx, double dy) const {
     return {x + dx, y + dy, width - 2 * dx, height - 2 * dy};
   }
@@ -26,14 +31,20 @@ class Canvas {
  public:
   virtual ~Canvas() = default;
 
+  /// Fills the whole rectangle.
   virtual void fillRect(const Rectangle& rect, const Color& color) = 0;
+  /// Fills the ellipse that touches the rectangle's four sides.
   virtual void fillOval(const Rectangle& rect, const Color& color) = 0;
+  /// Fills the rectangle with corners that are rounded by `radius` points.
   virtual void fillRoundedRect(const Rectangle& rect, double radius, const Color& color) = 0;
+  /// Draws the outline of such a rectangle, `lineWidth` points wide, half on either side.
   virtual void strokeRoundedRect(const Rectangle& rect, double radius, const Color& color,
                                  double lineWidth) = 0;
 
   /// Keeps the state that clipping changes, until restoreState().
   virtual void saveState() = 0;
+  /// Lets nothing be painted outside of this rectangle any more.
   virtual void clipToRoundedRect(const Rectangle& rect, double radius) = 0;
+  /// Goes back to the last state that was kept.
   virtual void restoreState() = 0;
 };

@@ -7,9 +7,11 @@ struct Color {
   double blue = 0;
   double alpha = 1;
 
+  /// A grey: black at level 0, white at 1.
   static constexpr Color white(double level, double alpha = 1) {
     return {level, level, level, alpha};
   }
+  /// The same colour, as opaque as this.
   constexpr Color withAlpha(double value) const { return {red, green, blue, value}; }
 
   bool operator==(const Color&) const = default;

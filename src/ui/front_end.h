@@ -22,8 +22,10 @@ class FrontEnd {
  public:
   virtual ~FrontEnd() = default;
 
-  /// The title and tooltip of the program's presence on screen, where it has one.
+  /// The title of the program's presence on screen, where it has one.
   virtual void setTitle(const std::string& title) = 0;
+
+  /// Its tooltip: lines joined by "\n".
   virtual void setToolTip(const std::string& toolTip) = 0;
 
   /// The controller's menu was built anew; every earlier item is void.

@@ -40,6 +40,7 @@ struct ProcessReference {
   bool operator==(const ProcessReference&) const = default;
 };
 
+/// One line of the menu, and what it opens or does.
 struct MenuItem {
   enum class Kind { item, separator, strip };
 
@@ -57,6 +58,7 @@ struct MenuItem {
   bool operator==(const MenuItem&) const = default;
 };
 
+/// The menu from top to bottom.
 struct Menu {
   std::vector<MenuItem> items;
 };

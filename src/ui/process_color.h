@@ -20,8 +20,11 @@ std::string familyKey(const VordaProcess& process);
 /// The one value that has no positive counterpart, -2^63, ends the program.
 std::int64_t stableHash(std::string_view text);
 
+/// The process's colour: systemMuted() for the system's family, else the one of palette() that
+/// its family key's hash points to.
 Color color(const VordaProcess& process);
 
+/// The eight colours that processes have.
 std::span<const Color, 8> palette();
 
 /// The grey of system processes and of those that belong to others.

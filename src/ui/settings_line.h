@@ -13,6 +13,7 @@ inline constexpr int kPadding = 24;
 enum class Font { body, title2Bold, caption, caption2 };
 enum class Foreground { primary, secondary, tertiary };
 
+/// One line of text.
 struct Line {
   std::string text;
   Font font = Font::body;

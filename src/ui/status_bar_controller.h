@@ -30,16 +30,24 @@ class StatusBarController {
   StatusBarController(const StatusBarController&) = delete;
   StatusBarController& operator=(const StatusBarController&) = delete;
 
+  /// The menu as it is shown now: the same object for as long as the controller is there, with
+  /// other items after each refresh.
   const Menu& rootMenu() const { return rootMenu_; }
+  /// The last sample.
+  ///@{
   const std::vector<VordaProcess>& processes() const { return processes_; }
   const std::vector<VordaLaunchAgent>& agents() const { return agents_; }
+  ///@}
+  /// Whether the front end has told that its menu opened, and not yet that it closed.
   bool menuIsOpen() const { return menuIsOpen_; }
 
   /// What the front end reports of its menu. Each acts only when `menu` is the very object
   /// rootMenu(); submenus are ignored.
+  ///@{
   void menuNeedsUpdate(const Menu& menu);
   void menuWillOpen(const Menu& menu);
   void menuDidClose(const Menu& menu);
+  ///@}
 
   /// The user chose this item. The item may be void afterwards.
   void perform(const MenuItem& item);

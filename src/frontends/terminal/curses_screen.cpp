@@ -12,7 +12,6 @@
 #include <clocale>
 #include <cmath>
 #include <csignal>
-#include <cstdlib>
 #include <cwchar>
 #include <string_view>
 

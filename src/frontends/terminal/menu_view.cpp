@@ -1,7 +1,5 @@
 #include "frontends/terminal/menu_view.h"
 
-#include <algorithm>
-
 #include "frontends/terminal/menu_geometry.h"
 
 namespace terminal {

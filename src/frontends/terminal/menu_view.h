@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstddef>
-#include <memory>
 #include <optional>
 
 #include "frontends/terminal/input.h"

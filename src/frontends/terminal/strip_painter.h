@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "frontends/terminal/cell_grid.h"
 #include "frontends/terminal/screen.h"
 #include "ui/memory_pressure_view.h"

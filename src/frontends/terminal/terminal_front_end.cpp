@@ -6,6 +6,7 @@
 
 #include "frontends/terminal/keys_help.h"
 #include "frontends/terminal/menu_painter.h"
+#include "frontends/terminal/row_key.h"
 #include "ui/status_bar_controller.h"
 
 using terminal::Input;

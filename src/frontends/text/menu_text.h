@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "ui/memory_pressure_view.h"
 #include "ui/menu.h"
 
 /// The menu as plain text, one line an item, each ended by "\n"; submenus are left out.

@@ -1,6 +1,5 @@
 #include "platform/linux/desktop_entry.h"
 
-#include <algorithm>
 #include <cstddef>
 
 namespace platform {

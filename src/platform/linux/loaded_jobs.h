@@ -9,8 +9,8 @@
 namespace platform {
 
 /// Finds out which jobs the user's manager holds loaded. Asking never takes more than
-/// UserBus::kPatience; a manager that let them pass is left alone for a while, or every refresh would
-/// freeze the interface for as long.
+/// UserBus::kPatience; a manager that let them pass is left alone for a while, or every refresh
+/// would freeze the interface for as long.
 class LoadedJobsReader {
  public:
   /// `manager` must outlive it.

@@ -7,6 +7,7 @@
 
 #include "platform/linux/pidfd.h"
 #include "platform/linux/process_reader.h"
+#include "platform/processes.h"
 
 namespace platform {
 namespace {

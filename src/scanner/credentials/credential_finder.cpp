@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <utility>
 
-#include "scanner/credentials/credential_name.h"
 #include "scanner/credentials/credential_shapes.h"
 #include "scanner/credentials/credential_value.h"
 #include "scanner/credentials/named_credentials.h"
