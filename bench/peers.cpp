@@ -104,7 +104,6 @@ class DesktopMonitor : public Peer {
   DesktopMonitor() {
     monitor_.emplace("glib-2.0/settings/keyfile",
                      "[org/gnome/gnome-system-monitor]\n"
-                     "update-interval=1000\n"
                      "show-whose-processes='all'\n",
                      std::vector<std::string>{"gnome-system-monitor", "--show-processes-tab"},
                      std::vector<std::string>{"DISPLAY=" + display_.name(), "GDK_BACKEND=x11",

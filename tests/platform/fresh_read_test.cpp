@@ -141,6 +141,7 @@ TEST_P(FewDescriptors, AreEnough) {
   constexpr int kProcesses = 40;
   constexpr int kReads = 3;
   std::vector<std::unique_ptr<ChildProcess>> processes;
+  processes.reserve(kProcesses);
   for (int i = 0; i < kProcesses; ++i) {
     processes.push_back(std::make_unique<ChildProcess>(
         playProcess({}, {"/opt/bin/python3", "-m", "module" + std::to_string(i)})));

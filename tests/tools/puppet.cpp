@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <bit>
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
@@ -34,7 +35,7 @@ void writeTitle(const std::string& title) {
   std::uintptr_t begin = 0;
   std::uintptr_t end = 0;
   fields >> begin >> end;
-  auto* const arguments = reinterpret_cast<char*>(begin);
+  char* const arguments = std::bit_cast<char*>(begin);
   const std::size_t size = end - begin;
   std::memset(arguments, 0, size);
   std::memcpy(arguments, title.data(), std::min(title.size(), size - 1));
@@ -74,6 +75,7 @@ void becomeProgram(const std::string& arguments) {
   for (std::string line; std::getline(lines, line);) list.push_back(line);
   auto command = playProcess({}, list);
   std::vector<char*> argv;
+  argv.reserve(command.size() + 1);
   for (auto& argument : command) argv.push_back(argument.data());
   argv.push_back(nullptr);
   execv(argv[0], argv.data());

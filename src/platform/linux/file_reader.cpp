@@ -8,8 +8,8 @@
 namespace platform {
 namespace {
 
-constexpr std::size_t kFirstSize = 16 * 1024;
-constexpr std::size_t kMostKept = 256 * 1024;
+constexpr std::size_t kFirstSize = 16 << 10;
+constexpr std::size_t kMostKept = 256 << 10;
 
 }  // namespace
 
