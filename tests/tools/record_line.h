@@ -1,11 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 
 #include "scanner/vorda_process.h"
 
-/// Every field of a record in one line.
+/// Every field of a record in one line, also where a field holds line feeds.
 inline std::string recordLine(const VordaProcess& process) {
   std::ostringstream line;
   line << std::hexfloat << process.pid << '\t' << process.displayName << '\t' << process.product
@@ -13,5 +14,7 @@ inline std::string recordLine(const VordaProcess& process) {
        << rawValue(process.labRole) << '\t' << process.matchedAgents.size();
   for (const auto& agent : process.matchedAgents) line << '\t' << agent;
   line << '\t' << process.isProtected << '\t' << process.ownerName;
-  return line.str();
+  std::string text = line.str();
+  std::replace(text.begin(), text.end(), '\n', '\x1e');
+  return text;
 }
