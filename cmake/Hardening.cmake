@@ -56,6 +56,7 @@ if(VORDA_SANITIZERS)
 endif()
 
 if(VORDA_COVERAGE)
-  add_compile_options(--coverage -fprofile-update=atomic)
+  # Not Objective-C++: clang compiles that where gcc compiles the rest, and counts otherwise.
+  add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:--coverage;-fprofile-update=atomic>")
   add_link_options(--coverage)
 endif()
