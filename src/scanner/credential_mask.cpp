@@ -70,6 +70,7 @@ void appendRest(std::string_view line, const TextSpan& value,
 std::string redacted(std::string_view line, const std::vector<TextSpan>& matches,
                      const std::vector<TextSpan>& values) {
   std::vector<Replacement> replacements;
+  replacements.reserve(matches.size() + values.size());
   for (const TextSpan& match : matches) {
     replacements.push_back({match, ProcessScanner::kRedactedSecret});
   }

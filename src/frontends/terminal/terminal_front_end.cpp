@@ -124,7 +124,8 @@ void TerminalFrontEnd::openSubmenu() {
 
 /// As in any menu, the submenu closes before the action runs.
 void TerminalFrontEnd::perform(const MenuItem& item) {
-  const MenuItem chosen = item;  // closing rebuilds the menu
+  // Closing rebuilds the menu.
+  const MenuItem chosen = item;  // NOLINT(performance-unnecessary-copy-initialization)
   view_.closeSubmenu();
   reportClosed();
   draw();
