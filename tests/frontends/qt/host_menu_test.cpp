@@ -3,10 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "frontends/qt/bus_pair.h"
 #include "frontends/qt/event_loop.h"
+#include "frontends/qt/host_item.h"
 #include "frontends/qt/menu_examples.h"
 
 namespace {
@@ -14,60 +13,6 @@ namespace {
 using Signals = std::vector<std::string>;
 using testing::Contains;
 using testing::Not;
-
-/// One item as a host reads it.
-struct HostItem {
-  int id = 0;
-  std::string label;
-  std::string type;
-  std::string accessible;
-  bool enabled = true;
-  std::size_t iconBytes = 0;
-  std::vector<HostItem> children;
-};
-
-void readProperty(sd_bus_message* message, HostItem& item) {
-  const char* name = nullptr;
-  const char* contents = nullptr;
-  const char* text = nullptr;
-  sd_bus_message_read(message, "s", &name);
-  sd_bus_message_peek_type(message, nullptr, &contents);
-  if (std::string_view(contents) == "s") {
-    sd_bus_message_read(message, "v", "s", &text);
-    const std::map<std::string_view, std::string*> texts{
-        {"label", &item.label}, {"type", &item.type}, {"accessible-desc", &item.accessible}};
-    if (texts.contains(name)) *texts.at(name) = text;
-  } else if (std::string_view(name) == "enabled") {
-    int enabled = 0;
-    sd_bus_message_read(message, "v", "b", &enabled);
-    item.enabled = enabled != 0;
-  } else {
-    const void* bytes = nullptr;
-    sd_bus_message_enter_container(message, 'v', "ay");
-    sd_bus_message_read_array(message, 'y', &bytes, &item.iconBytes);
-    sd_bus_message_exit_container(message);
-  }
-}
-
-HostItem readLayout(sd_bus_message* message) {
-  HostItem item;
-  sd_bus_message_enter_container(message, 'r', "ia{sv}av");
-  sd_bus_message_read(message, "i", &item.id);
-  sd_bus_message_enter_container(message, 'a', "{sv}");
-  while (sd_bus_message_enter_container(message, 'e', "sv") > 0) {
-    readProperty(message, item);
-    sd_bus_message_exit_container(message);
-  }
-  sd_bus_message_exit_container(message);
-  sd_bus_message_enter_container(message, 'a', "v");
-  while (sd_bus_message_enter_container(message, 'v', "(ia{sv}av)") > 0) {
-    item.children.push_back(readLayout(message));
-    sd_bus_message_exit_container(message);
-  }
-  sd_bus_message_exit_container(message);
-  sd_bus_message_exit_container(message);
-  return item;
-}
 
 class HostMenuTest : public testing::Test {
  protected:
@@ -94,7 +39,7 @@ class HostMenuTest : public testing::Test {
     const BusMessage reply = pair.send(call);
     EXPECT_FALSE(sd_bus_message_is_method_error(reply.get(), nullptr));
     sd_bus_message_read(reply.get(), "u", &revision);
-    return readLayout(reply.get());
+    return readHostItem(reply.get());
   }
 
   void event(int id, const char* kind) const {
@@ -157,7 +102,7 @@ TEST_F(HostMenuTest, hostReadsOnlyWhatItAsksFor) {
     sd_bus_message_read(reply.get(), "i", &id);
     sd_bus_message_enter_container(reply.get(), 'a', "{sv}");
     while (sd_bus_message_enter_container(reply.get(), 'e', "sv") > 0) {
-      readProperty(reply.get(), item);
+      readHostItemProperty(reply.get(), item);
       sd_bus_message_exit_container(reply.get());
     }
     sd_bus_message_exit_container(reply.get());

@@ -24,42 +24,6 @@ BusPtr connect(const std::string& address) {
   return result;
 }
 
-void readProperty(sd_bus_message* message, HostItem& item) {
-  const char* name = nullptr;
-  sd_bus_message_read(message, "s", &name);
-  if (std::string_view(name) == "label") {
-    const char* label = nullptr;
-    sd_bus_message_read(message, "v", "s", &label);
-    item.label = label;
-  } else if (std::string_view(name) == "enabled") {
-    int enabled = 0;
-    sd_bus_message_read(message, "v", "b", &enabled);
-    item.enabled = enabled != 0;
-  } else {
-    sd_bus_message_skip(message, "v");
-  }
-}
-
-HostItem readItem(sd_bus_message* message) {
-  HostItem item;
-  sd_bus_message_enter_container(message, 'r', "ia{sv}av");
-  sd_bus_message_read(message, "i", &item.id);
-  sd_bus_message_enter_container(message, 'a', "{sv}");
-  while (sd_bus_message_enter_container(message, 'e', "sv") > 0) {
-    readProperty(message, item);
-    sd_bus_message_exit_container(message);
-  }
-  sd_bus_message_exit_container(message);
-  sd_bus_message_enter_container(message, 'a', "v");
-  while (sd_bus_message_enter_container(message, 'v', "(ia{sv}av)") > 0) {
-    item.children.push_back(readItem(message));
-    sd_bus_message_exit_container(message);
-  }
-  sd_bus_message_exit_container(message);
-  sd_bus_message_exit_container(message);
-  return item;
-}
-
 }  // namespace
 
 struct WatcherVtable {
@@ -178,7 +142,7 @@ HostItem TrayHost::layout() {
     sd_bus_message_append(m, "iias", 0, -1, 0);
   });
   sd_bus_message_skip(reply.get(), "u");
-  return readItem(reply.get());
+  return readHostItem(reply.get());
 }
 
 std::optional<HostItem> TrayHost::processRow(int pid) {

@@ -6,14 +6,7 @@
 #include <vector>
 
 #include "frontends/qt/bus/sd_bus_ptr.h"
-
-/// One item of the menu as a tray host draws it.
-struct HostItem {
-  int id = 0;
-  std::string label;
-  bool enabled = true;
-  std::vector<HostItem> children;
-};
+#include "frontends/qt/host_item.h"
 
 /// A tray host of the test's own, with its watcher, on the bus of that address: what a panel
 /// is to the program, in the hands of a test.
