@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "frontends/terminal/capability.h"
+
 namespace terminal {
 namespace {
 
@@ -51,7 +53,7 @@ struct StringTable {
   std::string bytes;
 
   void add(const char* text) {
-    const bool present = text != nullptr && text != reinterpret_cast<const char*>(-1);
+    const bool present = isPresent(text);
     offsets.push_back(present ? static_cast<int>(bytes.size()) : -1);
     if (!present) return;
     bytes += text;

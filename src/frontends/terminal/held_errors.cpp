@@ -10,7 +10,7 @@
 namespace terminal {
 namespace {
 
-constexpr off_t kCapacity = 64 * 1024;
+constexpr off_t kCapacity = 64L * 1024;
 
 int ordinaryErrors = -1;  // standard error as it was; -1: nothing is held back
 
@@ -43,7 +43,7 @@ HeldErrors::~HeldErrors() {
 void releaseHeldErrors() {
   if (ordinaryErrors < 0) return;
   const off_t length = lseek(STDERR_FILENO, 0, SEEK_CUR);
-  std::array<char, 1024> buffer;
+  std::array<char, 1024> buffer{};
   for (off_t at = 0; at < length;) {
     const auto wanted = static_cast<std::size_t>(std::min<off_t>(length - at, buffer.size()));
     const ssize_t got = pread(STDERR_FILENO, buffer.data(), wanted, at);

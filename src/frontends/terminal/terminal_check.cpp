@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 
+#include "frontends/terminal/capability.h"
 #include "frontends/terminal/direct_color.h"
 #include "text/display_line.h"
 
@@ -19,15 +20,13 @@ std::string_view variable(const char* name) {
 }
 
 bool canMoveCursor() {
-  const char* const move = tigetstr("cup");
-  return move != nullptr && move != reinterpret_cast<const char*>(-1);
+  return isPresent(tigetstr("cup"));
 }
 
 bool hasDirectColor() {
   // RGB may be a flag, a number or a text.
-  const char* const text = tigetstr("RGB");
-  const bool isText = text != nullptr && text != reinterpret_cast<const char*>(-1);
-  return tigetflag("RGB") > 0 || tigetnum("RGB") > 0 || isText || tigetflag("Tc") > 0;
+  return tigetflag("RGB") > 0 || tigetnum("RGB") > 0 || isPresent(tigetstr("RGB")) ||
+         tigetflag("Tc") > 0;
 }
 
 /// Of the terminal that is set up.

@@ -25,7 +25,7 @@ struct State {
 };
 
 State state;
-alignas(16) std::array<char, 64 * 1024> handlerStack;
+alignas(16) std::array<char, 64UL * 1024> handlerStack;
 
 void rescue(int signal) {
   if (state.armed != 0) {

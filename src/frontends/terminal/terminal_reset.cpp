@@ -4,6 +4,8 @@
 #include <curses.h>
 #include <term.h>
 
+#include "frontends/terminal/capability.h"
+
 namespace terminal {
 namespace {
 
@@ -14,14 +16,11 @@ int addToSink(int byte) {
   return byte;
 }
 
-bool isPresent(const char* capability) {
-  return capability != nullptr && capability != reinterpret_cast<const char*>(-1);
-}
-
 void append(std::string& bytes, const char* capability) {
   if (!isPresent(capability)) return;
   sink = &bytes;
   tputs(capability, 1, addToSink);
+  sink = nullptr;
 }
 
 }  // namespace

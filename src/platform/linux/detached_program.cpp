@@ -50,8 +50,8 @@ class Spawn {
   }
 
  private:
-  posix_spawn_file_actions_t actions_;
-  posix_spawnattr_t attributes_;
+  posix_spawn_file_actions_t actions_{};
+  posix_spawnattr_t attributes_{};
 };
 
 bool isProgram(const std::string& path) {
@@ -68,7 +68,7 @@ std::string findProgram(const std::string& name) {
   std::string_view folders = variable == nullptr ? "/usr/local/bin:/usr/bin:/bin" : variable;
   while (!name.empty() && !folders.empty()) {
     const auto end = std::min(folders.find(':'), folders.size());
-    const std::string path = std::string(folders.substr(0, end)) + "/" + name;
+    std::string path = std::string(folders.substr(0, end)) + "/" + name;
     if (end > 0 && isProgram(path)) return path;
     folders.remove_prefix(std::min(end + 1, folders.size()));
   }
@@ -79,6 +79,7 @@ int startDetached(std::vector<std::string> command, const std::string& folder) {
   const std::string program = findProgram(command.front());
   if (program.empty()) return ENOENT;
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (auto& word : command) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   const Spawn spawn(folder);

@@ -27,7 +27,7 @@ class ProcPath {
 
  private:
   static constexpr std::size_t kLongestFile = 20;
-  char bytes_[kLongestFile + 16];
+  char bytes_[kLongestFile + 16] = {};
 };
 
 /// The pid that a name in /proc stands for; 0 when it is none.

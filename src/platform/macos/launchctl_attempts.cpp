@@ -11,6 +11,7 @@ std::vector<ServiceAttempt> launchctlAttempts(const std::vector<LaunchctlCommand
                                               std::chrono::milliseconds limit) {
   const auto deadline = std::make_shared<std::optional<Clock::time_point>>();
   std::vector<ServiceAttempt> attempts;
+  attempts.reserve(commands.size());
   for (const LaunchctlCommand& command : commands) {
     attempts.emplace_back([command, limit, deadline]() -> ServiceReply {
       if (!*deadline) *deadline = Clock::now() + limit;

@@ -8,7 +8,7 @@
 
 namespace {
 
-using std::literals::operator""sv;
+using namespace std::string_view_literals;
 
 bool endsWith(std::string_view word, std::string_view ending) {
   return word.size() >= ending.size() &&

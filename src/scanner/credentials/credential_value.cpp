@@ -7,7 +7,7 @@
 
 namespace CredentialValue {
 
-using std::literals::operator""sv;
+using namespace std::string_view_literals;
 
 bool isPlain(std::string_view value) {
   constexpr std::array kPlain{"true"sv, "false"sv, "yes"sv,  "no"sv,      "on"sv,

@@ -9,12 +9,12 @@ namespace CredentialValue {
 bool isPlain(std::string_view value);
 
 /// Whether it is the next option rather than a value: "--port", "-m".
-bool isOption(std::string_view argument);
+bool isOption(std::string_view text);
 
 /// Whether it is a scheme of the Authorization header, which stands before the credential.
 bool isScheme(std::string_view word);
 
 /// Whether it is base64 of the kind that user:password makes, not a word.
-bool looksEncoded(std::string_view value);
+bool looksEncoded(std::string_view text);
 
 }  // namespace CredentialValue
