@@ -12,6 +12,7 @@
 namespace {
 
 using std::chrono::milliseconds;
+using testing::Each;
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 using Texts = std::vector<std::string>;
@@ -188,12 +189,13 @@ TEST_F(LaunchAgents, HangingAttemptLeavesTheOthersNoTime) {
   const auto attempts = platform::launchctlAttempts({{"a"}, {"b"}, {"c"}}, milliseconds(300));
   EXPECT_EQ(attempts[0]().status, -1);
   Stage::removeLaunchctl();  // an attempt to start it would now say that it is missing
-  for (const std::size_t later : {1, 2}) {
+  for (const std::size_t later : {1U, 2U}) {
     const platform::ServiceReply reply = attempts[later]();
     EXPECT_EQ(reply.status, -1);
     EXPECT_EQ(reply.errorText, "");
   }
-  EXPECT_THAT(Stage::launchctlCalls(), ElementsAre("a"));
+  // On a busy machine the first one's time is over before it can write down its call.
+  EXPECT_THAT(Stage::launchctlCalls(), Each("a"));
 }
 
 }  // namespace
