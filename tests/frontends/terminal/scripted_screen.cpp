@@ -36,8 +36,8 @@ Input ScriptedScreen::nextInput(std::optional<double> seconds) {
       look();
     } else if (step.input) {
       const Input input = *step.input;
-      steps_.pop_front();
       now_ += step.afterPause;
+      steps_.pop_front();
       return input;
     } else {
       const double slept = seconds && *seconds < step.seconds ? *seconds : step.seconds;
