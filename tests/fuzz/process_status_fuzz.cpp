@@ -10,7 +10,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   platform::footprintWithSwap(bytes);
   platform::startTime(bytes);
   // A name may hold blanks and brackets; the last bracket ends it.
-  const std::string named = "1 (" + std::string(bytes) + ") S" + std::string(18 * 2, ' ');
+  const std::string named =
+      "1 (" + std::string(bytes) + ") S" + std::string(std::size_t{18} * 2, ' ');
   platform::startTime(named);
   return 0;
 }

@@ -14,7 +14,6 @@ namespace {
 using std::chrono::milliseconds;
 using testing::Each;
 using testing::ElementsAre;
-using testing::UnorderedElementsAre;
 using Texts = std::vector<std::string>;
 
 class LaunchAgents : public MacTest {
