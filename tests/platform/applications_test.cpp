@@ -25,7 +25,7 @@ class Applications : public testing::Test {
  protected:
   /// A script that writes its arguments, and what `lines` print, into the file `name`.txt.
   std::string program(const std::string& name, const std::string& lines = "") const {
-    const std::string path = folder_ / ("bin/" + name);
+    std::string path = folder_ / ("bin/" + name);
     const std::string output = folder_ / (name + ".txt");
     folder_.write("bin/" + name, "#!/bin/sh\n{ printf '[%s]' \"$@\"; echo; " + lines + "\n} > " +
                                      output + ".new\nmv " + output + ".new " + output + "\n");

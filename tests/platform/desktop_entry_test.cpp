@@ -9,7 +9,6 @@ namespace {
 
 using platform::DesktopEntry;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using Words = std::vector<std::string>;
 
 TEST(DesktopEntryFile, TellsOfAnApplication) {

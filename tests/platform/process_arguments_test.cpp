@@ -11,7 +11,6 @@ namespace {
 
 using namespace std::string_literals;
 using platform::ProcessFacts;
-using platform::ProcessOrigin;
 using Arguments = std::vector<std::string>;
 
 struct BlockRow {

@@ -207,7 +207,7 @@ TEST(CredentialMask, ComesToAnEndWithArgumentsThatBeginAgainAndAgain) {
 }
 
 TEST(CredentialMask, PassesBytesThatAreNotText) {
-  const std::string bytes("\xff\xfe--hf-token\x00=\x80", 16);
+  const std::string bytes("\xff\xfe--hf-token\x00=\x80", 15);
   EXPECT_EQ(CredentialMask::maskedLine(bytes), bytes);
   EXPECT_EQ(shown({bytes, "--hf-token", "\xff"}).back(), "•••");
 }

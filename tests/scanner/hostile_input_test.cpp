@@ -22,7 +22,7 @@ std::ostream& operator<<(std::ostream& out, const HostileRow& row) {
   return out << row.name;
 }
 
-constexpr std::size_t kHuge = 2 * 1024 * 1024;
+constexpr std::size_t kHuge = 2UL * 1024 * 1024;
 
 std::string repeated(std::string_view part, std::size_t size) {
   std::string text;
@@ -30,8 +30,8 @@ std::string repeated(std::string_view part, std::size_t size) {
   return text;
 }
 
-std::vector<std::string> many(std::string argument, const std::string& last) {
-  std::vector<std::string> arguments(100000, std::move(argument));
+std::vector<std::string> many(const std::string& argument, const std::string& last) {
+  std::vector<std::string> arguments(100000, argument);
   arguments.push_back(last);
   return arguments;
 }
