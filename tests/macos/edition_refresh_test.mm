@@ -1,0 +1,90 @@
+// When the menu of the edition changes, and when it may not.
+#include "macos/edition.h"
+#include "ui/status_bar_controller.h"
+
+namespace {
+
+using appkit::itemTitled;
+using darwin::kernel;
+using testing::Contains;
+
+TEST_F(Edition, TickMovesTheStripAloneWhileTheMenuIsOpen) {
+  whileRunning([] {
+    appkit::open(menu());
+    NSArray* before = [menu() itemArray];
+    kernel().processes[1].footprint = 900 << 20;
+    appkit::fireTimers();
+    EXPECT_TRUE([before isEqual:[menu() itemArray]]);
+    EXPECT_THAT(appkit::titles(menu()), Contains(kSafari));
+    EXPECT_TRUE([[[menu() itemAtIndex:0] view] needsDisplay]);
+    appkit::close(menu());
+    appkit::advanceMainQueue(1);
+    EXPECT_THAT(appkit::titles(menu()), Contains("Safari  ·   900 MB"));
+  });
+}
+
+TEST_F(Edition, TickRebuildsTheClosedMenu) {
+  whileRunning([] {
+    kernel().processes[1].footprint = 900 << 20;
+    appkit::fireTimers();
+    EXPECT_THAT(appkit::titles(menu()), Contains("Safari  ·   900 MB"));
+  });
+}
+
+TEST_F(Edition, OpeningRebuildsTheMenuBeforeItIsSeen) {
+  whileRunning([] {
+    kernel().processes[1].footprint = 900 << 20;
+    [[menu() delegate] menuNeedsUpdate:menu()];
+    EXPECT_THAT(appkit::titles(menu()), Contains("Safari  ·   900 MB"));
+  });
+}
+
+TEST_F(Edition, RefreshNowRebuildsTheOpenMenu) {
+  whileRunning([] {
+    appkit::open(menu());
+    kernel().processes[1].footprint = 900 << 20;
+    appkit::choose(itemTitled(menu(), "Refresh now"));
+    EXPECT_THAT(appkit::titles(menu()), Contains("Safari  ·   900 MB"));
+  });
+}
+
+// AppKit wants no change in that callback, and sends the chosen item's action after it.
+TEST_F(Edition, ClosingLeavesTheItemsAloneUntilTheChoiceIsSent) {
+  whileRunning([] {
+    appkit::open(menu());
+    NSArray* before = [menu() itemArray];
+    kernel().processes[1].footprint = 900 << 20;
+    appkit::close(menu());
+    EXPECT_TRUE([before isEqual:[menu() itemArray]]);
+    EXPECT_FALSE([delegate() statusController]->menuIsOpen());
+    appkit::advanceMainQueue(1);
+    EXPECT_THAT(appkit::titles(menu()), Contains("Safari  ·   900 MB"));
+  });
+}
+
+TEST_F(Edition, ReopenedAtOnceTheMenuIsNotRebuiltUnderThePointer) {
+  whileRunning([] {
+    appkit::open(menu());
+    appkit::close(menu());
+    appkit::open(menu());
+    NSArray* before = [menu() itemArray];
+    appkit::advanceMainQueue(1);
+    EXPECT_TRUE([before isEqual:[menu() itemArray]]);
+  });
+}
+
+TEST_F(Edition, OtherMenusAreIgnored) {
+  whileRunning([] {
+    NSArray* before = [menu() itemArray];
+    NSMenu* other = submenuOf(kOllama);
+    id<NSMenuDelegate> listener = [menu() delegate];
+    [listener menuNeedsUpdate:other];
+    [listener menuWillOpen:other];
+    EXPECT_FALSE([delegate() statusController]->menuIsOpen());
+    [listener menuDidClose:other];
+    appkit::advanceMainQueue(1);
+    EXPECT_TRUE([before isEqual:[menu() itemArray]]);
+  });
+}
+
+}  // namespace
