@@ -8,7 +8,7 @@
 
 /// One job that the user's service manager may start by itself. A plain value.
 struct VordaLaunchAgent {
-  std::string label;
+  std::string label;                ///< the name that the manager knows it by
   std::string plistPath;            ///< full path of the job file
   std::string program;              ///< the first four words of its command; "" when none
   bool keepAlive = false;           ///< the manager starts it anew when it ends

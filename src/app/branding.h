@@ -8,10 +8,13 @@
 /// product configuration (cmake/Product.cmake).
 namespace Branding {
 
+/// As they are shown.
+///@{
 inline constexpr const char* kProductName = "Vorda";
 inline constexpr const char* kMakerShortName = "Halvek";
 inline constexpr const char* kSlogan = "See everything. Control everything.";
 inline constexpr const char* kDevelopedBy = "Developed by Halvek";
+///@}
 
 /// The maker's full name followed by its short name in parentheses.
 std::string makerLine();

@@ -10,8 +10,8 @@ enum class FrontEndKind {
 /// Where the program was started.
 struct Surroundings {
   bool onTerminal = false;  ///< standard input and output are a terminal
-  bool overSsh = false;
-  bool hasDisplay = false;
+  bool overSsh = false;     ///< that terminal stands before another machine
+  bool hasDisplay = false;  ///< there is an X11 or Wayland display to show a window on
 };
 
 /// A terminal over ssh, or one without a display, gets the full-screen menu; else a display

@@ -12,10 +12,10 @@ namespace platform {
 
 /// One job description of the user's service manager, as its file says it.
 struct JobFile {
-  std::string label;
-  std::string path;
-  std::vector<std::string> programArguments;
-  bool keepAlive = false;
+  std::string label;                          ///< the name that the manager knows it by
+  std::string path;                           ///< of the file itself, from the root
+  std::vector<std::string> programArguments;  ///< its command word by word; empty when none
+  bool keepAlive = false;                     ///< the manager starts it anew when it ends
 };
 
 /// Every job file of the user's folder, then of the machine's; what can't be read is left out.

@@ -6,8 +6,8 @@ namespace platform {
 
 /// How the memory is divided. What the kernel keeps only because nobody wants it is in neither.
 struct MemoryInUse {
-  double usedBytes = 0;
-  double freeBytes = 0;
+  double usedBytes = 0;  ///< held by processes and the kernel
+  double freeBytes = 0;  ///< held by nobody
 };
 
 /// What the system tells of its memory.

@@ -9,12 +9,12 @@ namespace platform {
 
 /// The page counts of a Mach kernel's memory statistics that the used figure is made of.
 struct PageCounts {
-  std::uint32_t free = 0;
-  std::uint32_t speculative = 0;
-  std::uint32_t wired = 0;
-  std::uint32_t purgeable = 0;
-  std::uint32_t internal = 0;
-  std::uint32_t compressor = 0;
+  std::uint32_t free = 0;         ///< holding nothing
+  std::uint32_t speculative = 0;  ///< read ahead from files, and not asked for yet
+  std::uint32_t wired = 0;        ///< never paged out
+  std::uint32_t purgeable = 0;    ///< given back without asking when memory is short
+  std::uint32_t internal = 0;     ///< of processes, and backed by no file
+  std::uint32_t compressor = 0;   ///< that the compressed ones take
 };
 
 /// Used = wired + max(internal - purgeable, 0) + compressed; free = free + speculative:

@@ -15,11 +15,11 @@ struct ProcessFacts {
   ProcessFacts(const ProcessFacts&) = delete;  // `arguments` points into `commandLine`
   ProcessFacts& operator=(const ProcessFacts&) = delete;
 
-  std::string name;                         ///< last path component of the first argument,
-                                            ///< else of the executable's path; never empty
-  std::string commandLine;                  ///< the arguments joined by single spaces
-  std::vector<std::string_view> arguments;  ///< each valid UTF-8 and not empty
-  std::optional<std::uint32_t> effectiveUid;
+  std::string name;                           ///< last path component of the first argument,
+                                              ///< else of the executable's path; never empty
+  std::string commandLine;                    ///< the arguments joined by single spaces
+  std::vector<std::string_view> arguments;    ///< each valid UTF-8 and not empty
+  std::optional<std::uint32_t> effectiveUid;  ///< whose rights it has; none when unknown
 };
 
 /// Every process id, each > 0, in the system's order; empty when they can't be listed.

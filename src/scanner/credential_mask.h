@@ -16,6 +16,7 @@
 /// Text without a credential comes out as it went in. All of it is linear in its length.
 namespace CredentialMask {
 
+/// What stands for a value.
 inline constexpr std::string_view kMask = "•••";
 
 /// The arguments with the values masked; none, and nothing allocated, when they hold no

@@ -60,6 +60,7 @@ class MarkerSet {
 
   /// Whether it holds no marker.
   constexpr bool empty() const { return *this == MarkerSet(); }
+  /// Whether the other holds the same markers.
   constexpr bool operator==(const MarkerSet&) const = default;
 
  private:

@@ -4,9 +4,9 @@ namespace SystemMemory {
 
 /// The machine's memory in GiB.
 struct Snapshot {
-  double usedGB = 0;
-  double totalGB = 0;
-  double freeGB = 0;
+  double usedGB = 0;   ///< held by processes and the kernel
+  double totalGB = 0;  ///< installed
+  double freeGB = 0;   ///< held by nobody
 };
 
 /// Never fails: what can't be read is 0.

@@ -5,8 +5,10 @@
 
 /// A part of a text, in bytes: from `begin` to before `end`.
 struct TextSpan {
-  std::size_t begin = 0;
-  std::size_t end = 0;
+  std::size_t begin = 0;  ///< its first byte
+  std::size_t end = 0;    ///< the byte after its last
+
+  /// Field by field.
   bool operator==(const TextSpan&) const = default;
 };
 

@@ -11,13 +11,13 @@
 /// One sampled process, as the menu shows it. A plain value: it owns nothing of the system.
 /// Two samples of one pid whose memory moved are different values with the same id().
 struct VordaProcess {
-  std::int32_t pid = 0;
-  std::string displayName;  ///< the readable name
-  std::string product;      ///< the product word, which groups colours
-  double memMB = 0;         ///< physical footprint in MiB
-  double cpu = 0;           ///< always 0: CPU is not sampled
-  std::string commandLine;  ///< joined by single spaces, secrets redacted
-  LabRole labRole = LabRole::none;
+  std::int32_t pid = 0;                    ///< its process id
+  std::string displayName;                 ///< the readable name
+  std::string product;                     ///< the product word, which groups colours
+  double memMB = 0;                        ///< physical footprint in MiB
+  double cpu = 0;                          ///< always 0: CPU is not sampled
+  std::string commandLine;                 ///< joined by single spaces, secrets redacted
+  LabRole labRole = LabRole::none;         ///< what it does in AI work
   std::vector<std::string> matchedAgents;  ///< labels of the launch agents running as this pid
   bool isProtected = false;                ///< owned by another user than the program's own
   std::string ownerName;                   ///< login name, else "uid " and the number

@@ -5,20 +5,23 @@
 
 /// A modal question or message. Plain text throughout.
 struct Alert {
+  /// How grave it is.
   enum class Style { informational, warning };
+  /// The picture beside the text: the style's own, or the program's badge.
   enum class Icon { standard, badge };
   static constexpr double kBadgeSide = 48;  ///< in points
 
-  std::string messageText;
-  std::string informativeText;
-  Style style = Style::informational;
-  Icon icon = Icon::standard;
+  std::string messageText;             ///< the question or message, in bold
+  std::string informativeText;         ///< what there is to know of it, below
+  Style style = Style::informational;  ///< how grave it is
+  Icon icon = Icon::standard;          ///< what stands beside the text
   /// In order; the first is the default. Empty: one button that dismisses the alert. One
   /// called "Cancel" is what Escape means.
   std::vector<std::string> buttons;
   /// Whether the program comes to the front for it, where a program can be behind others.
   bool activatesProgram = true;
 
+  /// Field by field.
   bool operator==(const Alert&) const = default;
 };
 

@@ -4,10 +4,10 @@
 
 /// A rectangle in points; y grows upwards.
 struct Rectangle {
-  double x = 0;
-  double y = 0;
-  double width = 0;
-  double height = 0;
+  double x = 0;       ///< of the left edge
+  double y = 0;       ///< of the lower edge
+  double width = 0;   ///< to the right
+  double height = 0;  ///< upwards
 
   /// The left edge, the right one, the lower one, and half way up.
   ///@{
@@ -22,6 +22,7 @@ struct Rectangle {
     return {x + dx, y + dy, width - 2 * dx, height - 2 * dy};
   }
 
+  /// Field by field.
   bool operator==(const Rectangle&) const = default;
 };
 

@@ -9,12 +9,13 @@
 
 /// One bar of the strip.
 struct Segment {
-  double fraction = 0;  ///< the process's share of all memory, 0 to 1
-  Color color;
+  double fraction = 0;   ///< the process's share of all memory, 0 to 1
+  Color color;           ///< the process's, as on its row's dot
   std::string label;     ///< the process's display name; not drawn
   std::int32_t pid = 0;  ///< ties the bar to its row where colours can't
   double memMB = 0;      ///< the process's memory, for words that stand in for the picture
 
+  /// Field by field.
   bool operator==(const Segment&) const = default;
 };
 
@@ -22,11 +23,16 @@ struct Segment {
 /// right end whose colour tells the pressure.
 class MemoryPressureView {
  public:
+  /// The size that it asks for, in points.
+  ///@{
   static constexpr double kIntrinsicWidth = 280;
   static constexpr double kIntrinsicHeight = 36;
+  ///@}
   /// The size that its place in the menu has.
+  ///@{
   static constexpr double kItemWidth = 304;
   static constexpr double kItemHeight = 40;
+  ///@}
 
   std::vector<Segment> segments;  ///< left to right
   double pressure = 0;            ///< used memory divided by all memory, 0 to 1
@@ -39,5 +45,6 @@ class MemoryPressureView {
   /// would overflow.
   double scale() const;
 
+  /// Field by field.
   bool operator==(const MemoryPressureView&) const = default;
 };

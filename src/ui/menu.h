@@ -34,31 +34,34 @@ using RepresentedObject =
 
 /// A process that an item speaks of, told apart from a later one with the same pid.
 struct ProcessReference {
-  std::int32_t pid = 0;
+  std::int32_t pid = 0;                   ///< its process id
   std::optional<std::uint64_t> identity;  ///< platform::startIdentity, noted with the sample
 
+  /// Field by field.
   bool operator==(const ProcessReference&) const = default;
 };
 
 /// One line of the menu, and what it opens or does.
 struct MenuItem {
+  /// What stands in the line: text, a thin rule, or the strip.
   enum class Kind { item, separator, strip };
 
-  Kind kind = Kind::item;
-  std::string title;    ///< as the user is to read it: front ends escape it for their toolkit
-  bool enabled = true;  ///< false: a grey label
-  std::string toolTip;  ///< lines joined by "\n"; "" for none
-  std::optional<Color> dot;
-  Action action = Action::none;
-  RepresentedObject representedObject;
+  Kind kind = Kind::item;    ///< what stands in the line
+  std::string title;         ///< as the user is to read it: front ends escape it for their toolkit
+  bool enabled = true;       ///< false: a grey label
+  std::string toolTip;       ///< lines joined by "\n"; "" for none
+  std::optional<Color> dot;  ///< the colour of the dot before the title
+  Action action = Action::none;               ///< what choosing it does
+  RepresentedObject representedObject;        ///< what the action acts on
   std::optional<ProcessReference> process;    ///< the process of this row or submenu item
   std::shared_ptr<MemoryPressureView> strip;  ///< set on the strip's item alone
-  std::vector<MenuItem> submenu;
+  std::vector<MenuItem> submenu;              ///< what it opens; empty for nothing
 
+  /// Field by field.
   bool operator==(const MenuItem&) const = default;
 };
 
 /// The menu from top to bottom.
 struct Menu {
-  std::vector<MenuItem> items;
+  std::vector<MenuItem> items;  ///< the first is the strip's
 };

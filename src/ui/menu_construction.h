@@ -15,19 +15,22 @@ using StartIdentities = std::unordered_map<std::int32_t, std::uint64_t>;
 
 /// What the menu is built from.
 struct MenuContent {
-  const std::vector<VordaProcess>& processes;  ///< in the scan's order
-  const StartIdentities& identities;
-  const std::vector<VordaLaunchAgent>& agents;
-  SystemMemory::Snapshot sys;
+  const std::vector<VordaProcess>& processes;   ///< in the scan's order
+  const StartIdentities& identities;            ///< of those processes
+  const std::vector<VordaLaunchAgent>& agents;  ///< those of interest
+  SystemMemory::Snapshot sys;                   ///< the whole machine's memory
 };
 
 /// Says what stands in the menu: a function of what was sampled, and nothing else.
 namespace MenuConstruction {
 
+/// How many rows a section has at most, and the strip bars.
+///@{
 inline constexpr std::size_t kMaxTopRAM = 8;
 inline constexpr std::size_t kMaxAI = 12;  ///< in each AI section
 inline constexpr std::size_t kMaxAgents = 6;
 inline constexpr std::size_t kMaxStripSegments = 6;
+///@}
 
 /// Every item of the root menu; the first is the strip's.
 Menu build(const MenuContent& content);

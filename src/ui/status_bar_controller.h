@@ -19,9 +19,9 @@
 /// the menu is open only the strip moves, so that no item changes under the pointer.
 class StatusBarController {
  public:
-  static constexpr double kMinMemMB = 50.0;        // of the user's ordinary processes
-  static constexpr double kRefreshInterval = 5.0;  // seconds
-  static constexpr const char* kStatusTitle = "Vorda²";
+  static constexpr double kMinMemMB = 50.0;  ///< ordinary processes are shown from this on, in MiB
+  static constexpr double kRefreshInterval = 5.0;        ///< in seconds
+  static constexpr const char* kStatusTitle = "Vorda²";  ///< stands in the menu bar
 
   /// Takes the first sample, builds the menu and starts the timer. `frontEnd` outlives it;
   /// `about` is what the "About" item shows.

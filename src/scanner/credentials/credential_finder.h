@@ -16,8 +16,8 @@ bool mayHoldCredential(std::string_view text);
 
 /// What was found in one argument of a vector.
 struct InArgument {
-  std::size_t argument = 0;  ///< index in the vector
-  std::vector<TextSpan> spans;
+  std::size_t argument = 0;     ///< index in the vector
+  std::vector<TextSpan> spans;  ///< of the values; at least one
 };
 
 /// In an argument vector; arguments without a credential are left out. A value is one whole
