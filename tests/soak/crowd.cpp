@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "tools/argument_pointers.h"
+
 Crowd::Crowd(const std::map<std::string, int>& kinds) {
   // Titles count as a program's arguments when they begin with its name.
   const std::string program = folder_ / "llama-server";
@@ -20,9 +22,6 @@ Crowd::Crowd(const std::map<std::string, int>& kinds) {
     words.push_back(std::to_string(count));
   }
   words.emplace_back(kRoom, 'x');
-  std::vector<char*> arguments;
-  for (auto& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
 
   int input[2];
   int output[2];
@@ -32,7 +31,9 @@ Crowd::Crowd(const std::map<std::string, int>& kinds) {
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_adddup2(&actions, input[0], STDIN_FILENO);
   posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
-  EXPECT_EQ(posix_spawn(&pid_, program.c_str(), &actions, nullptr, arguments.data(), environ), 0);
+  EXPECT_EQ(posix_spawn(&pid_, program.c_str(), &actions, nullptr, argumentPointers(words).data(),
+                        environ),
+            0);
   posix_spawn_file_actions_destroy(&actions);
   close(input[0]);
   close(output[1]);

@@ -57,7 +57,7 @@ bool LedProgram::readLine(std::string& line) {
       heard_.erase(0, end + 1);
       return true;
     }
-    std::array<char, 65536> bytes;
+    std::array<char, 65536> bytes{};
     pollfd waiting{output_, POLLIN, 0};
     if (poll(&waiting, 1, kPatience) <= 0) return false;
     const ssize_t count = read(output_, bytes.data(), bytes.size());

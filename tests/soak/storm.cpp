@@ -49,18 +49,18 @@ void holdFor(double seconds, pid_t program, long mostGrowthKiB, const std::funct
   const auto begin = Clock::now();
   double slowest = 0;
   int steps = 0;
-  for (const int half : {0, 1}) {
+  for (int half = 1; long& peak : peaks) {
     const auto isOver = [&] {
-      return steps >= kLeastSteps / 2 * (half + 1) &&
-             secondsSince(begin) >= seconds / 2 * (half + 1);
+      return steps >= kLeastSteps / 2 * half && secondsSince(begin) >= seconds / 2 * half;
     };
     do {
       const Stopwatch watch(program);
       if (!step()) return;
       slowest = std::max(slowest, watch.seconds());
-      peaks[half] = std::max(peaks[half], anonymousMemory(program));
+      peak = std::max(peak, anonymousMemory(program));
       ++steps;
     } while (!isOver());
+    ++half;
   }
   EXPECT_LT(peaks[1], peaks[0] + mostGrowthKiB) << "KiB of memory";
   EXPECT_LE(openFiles(program), files) << "open files";

@@ -38,7 +38,8 @@ TEST(Lowered, LowersEveryAsciiByteAtEveryPlace) {
         text[place] = static_cast<char>(byte);
         lower[place] = static_cast<char>(isCapital ? byte + 0x20 : byte);
         ASSERT_EQ(text::lowered(text), lower);
-        ASSERT_EQ(text::lowered(text + "Ä" + text), lower + "ä" + lower);
+        ASSERT_EQ(text::lowered(std::string(text).append("Ä").append(text)),
+                  std::string(lower).append("ä").append(lower));
       }
     }
   }

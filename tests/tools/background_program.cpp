@@ -10,6 +10,8 @@
 #include <csignal>
 #include <thread>
 
+#include "tools/argument_pointers.h"
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -27,13 +29,6 @@ std::vector<std::string> changedEnvironment(const BackgroundProgram::Environment
   return result;
 }
 
-std::vector<char*> pointers(std::vector<std::string>& strings) {
-  std::vector<char*> result;
-  for (std::string& text : strings) result.push_back(text.data());
-  result.push_back(nullptr);
-  return result;
-}
-
 }  // namespace
 
 BackgroundProgram::BackgroundProgram(std::vector<std::string> argv, const Environment& changes) {
@@ -48,8 +43,9 @@ BackgroundProgram::BackgroundProgram(std::vector<std::string> argv, const Enviro
   posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
   posix_spawn_file_actions_adddup2(&actions, error_, STDERR_FILENO);
   std::vector<std::string> environment = changedEnvironment(changes);
-  const int failure = posix_spawnp(&pid_, argv[0].c_str(), &actions, nullptr, pointers(argv).data(),
-                                   pointers(environment).data());
+  const int failure =
+      posix_spawnp(&pid_, argv[0].c_str(), &actions, nullptr, argumentPointers(argv).data(),
+                   argumentPointers(environment).data());
   posix_spawn_file_actions_destroy(&actions);
   close(output[1]);
   if (failure != 0) pid_ = -1;

@@ -12,6 +12,8 @@
 #include <thread>
 #include <utility>
 
+#include "tools/argument_pointers.h"
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -43,14 +45,12 @@ ChildProcess::ChildProcess(std::vector<std::string> argv) {
 void ChildProcess::start(std::vector<std::string> argv) {
   int output[2];
   ASSERT_EQ(pipe2(output, O_CLOEXEC), 0);
-  std::vector<char*> arguments;
-  for (auto& argument : argv) arguments.push_back(argument.data());
-  arguments.push_back(nullptr);
 
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
-  const int error = posix_spawn(&pid_, arguments[0], &actions, nullptr, arguments.data(), environ);
+  const int error = posix_spawn(&pid_, argv.front().c_str(), &actions, nullptr,
+                                argumentPointers(argv).data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   close(output[1]);
   const bool ready = error == 0 && saysReady(output[0]);

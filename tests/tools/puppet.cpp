@@ -18,6 +18,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "tools/argument_pointers.h"
 #include "tools/child_process.h"
 #include "tools/forked.h"
 
@@ -74,11 +75,7 @@ void becomeProgram(const std::string& arguments) {
   std::vector<std::string> list;
   for (std::string line; std::getline(lines, line);) list.push_back(line);
   auto command = playProcess({}, list);
-  std::vector<char*> argv;
-  argv.reserve(command.size() + 1);
-  for (auto& argument : command) argv.push_back(argument.data());
-  argv.push_back(nullptr);
-  execv(argv[0], argv.data());
+  execv(command.front().c_str(), argumentPointers(command).data());
 }
 
 }  // namespace

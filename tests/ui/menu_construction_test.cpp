@@ -48,6 +48,7 @@ class MenuConstructionTest : public testing::Test {
   /// The titles of the items; "---" for a separator, "===" for the strip.
   static std::vector<std::string> titles(const std::vector<MenuItem>& items) {
     std::vector<std::string> result;
+    result.reserve(items.size());
     for (const MenuItem& item : items) {
       result.push_back(item.kind == MenuItem::Kind::separator ? "---"
                        : item.kind == MenuItem::Kind::strip   ? "==="

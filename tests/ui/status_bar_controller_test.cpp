@@ -14,7 +14,6 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 
 constexpr const char* kIdleToolTip = "Vorda — auto-refresh every 5s\nHalvek";
 
