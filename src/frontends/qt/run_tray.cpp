@@ -1,21 +1,14 @@
-// vorda-tray: the program on a desktop. With --settings, as its desktop entry's action starts it,
-// it opens the Settings window at once.
-//
-// It ends with 0 when the user quits it, or when another instance runs already and has shown
-// itself; with 1, after one line on standard error, when it can't be shown at all.
+#include "frontends/qt/run_tray.h"
+
 #include <QApplication>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
 #include <utility>
 
-#include "app/branding.h"
-#include "app/settings_view.h"
-#include "app/tray/controller_delegate.h"
+#include "frontends/qt/controller_delegate.h"
 #include "frontends/qt/display.h"
 #include "frontends/qt/qt_front_end.h"
-#include "platform/linux/heap.h"
 #include "ui/status_bar_controller.h"
 
 namespace {
@@ -33,10 +26,10 @@ NamedBus openBus() {
   return named;
 }
 
-int run(NamedBus bus, bool opensSettings) {
+int show(NamedBus bus, const TrayTexts& texts, bool opensSettings) {
   const auto application = openDisplay();
-  QtFrontEnd frontEnd(std::move(bus), SettingsView::lines());
-  StatusBarController controller(frontEnd, Branding::aboutAlert());
+  QtFrontEnd frontEnd(std::move(bus), texts.settings);
+  StatusBarController controller(frontEnd, texts.about);
   ControllerDelegate delegate(controller);
   frontEnd.setDelegate(&delegate);
   if (opensSettings) frontEnd.showSettings();
@@ -47,9 +40,7 @@ int run(NamedBus bus, bool opensSettings) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  platform::keepHeapSmall();
-  const bool opensSettings = argc > 1 && std::string_view(argv[1]) == "--settings";
+int runTray(const TrayTexts& texts, bool opensSettings) {
   NamedBus bus = openBus();
   if (bus.name) {
     switch (bus.name->claim()) {
@@ -62,5 +53,5 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
   }
-  return run(std::move(bus), opensSettings);
+  return show(std::move(bus), texts, opensSettings);
 }

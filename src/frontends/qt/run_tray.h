@@ -1,0 +1,20 @@
+#pragma once
+
+#include <vector>
+
+#include "ui/alert.h"
+#include "ui/settings_line.h"
+
+/// What the program says of itself in the tray.
+struct TrayTexts {
+  Alert about;
+  std::vector<SettingsView::Line> settings;
+};
+
+/// The program on a desktop: shows itself in the tray until the user quits it, and opens the
+/// Settings window at once where asked to.
+///
+/// Returns the exit status: 0 after the user quit it, or when another instance runs already and
+/// has shown itself; 1, after one line on standard error, when that one does not answer. Ends
+/// the program with 1 when there is no display.
+int runTray(const TrayTexts& texts, bool opensSettings);
