@@ -9,8 +9,8 @@
 #include "text/format.h"
 #include "text/unicode.h"
 #include "ui/menu_builders.h"
-#include "ui/pressure_strip.h"
 #include "ui/process_lists.h"
+#include "ui/strip_segments.h"
 
 namespace MenuConstruction {
 namespace {

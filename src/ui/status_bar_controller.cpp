@@ -1,23 +1,19 @@
 #include "ui/status_bar_controller.h"
 
-#include <algorithm>
-
 #include "agents/launch_agent_scanner.h"
 #include "platform/processes.h"
-#include "scanner/memory_format.h"
 #include "scanner/process_scanner.h"
 #include "scanner/system_memory.h"
-#include "text/display_line.h"
-#include "text/format.h"
-#include "ui/pressure_strip.h"
 #include "ui/process_lists.h"
+#include "ui/status_tool_tip.h"
+#include "ui/strip_segments.h"
 
 StatusBarController::StatusBarController(FrontEnd& frontEnd, Alert about)
     : frontEnd_(frontEnd),
       about_(std::move(about)),
       self_(std::make_shared<StatusBarController*>(this)) {
   frontEnd_.setTitle(kStatusTitle);
-  frontEnd_.setToolTip("Vorda — color-coded memory pressure\nHalvek");
+  frontEnd_.setToolTip(StatusToolTip::beforeSample());
   refresh(true, false);
   refreshTimer_ = frontEnd_.every(kRefreshInterval, weakRefresh());
 }
@@ -102,18 +98,8 @@ void StatusBarController::sample() {
 }
 
 void StatusBarController::updateStatusItem() {
-  constexpr double kLeastNamedMB = 512;
   frontEnd_.setTitle(kStatusTitle);
-  const auto largest = std::max_element(  // the first of equals
-      processes_.begin(), processes_.end(),
-      [](const auto& a, const auto& b) { return a.memMB < b.memMB; });
-  if (largest != processes_.end() && largest->memMB >= kLeastNamedMB) {
-    frontEnd_.setToolTip("Vorda\nLargest: " + MemoryFormat::detail(largest->memMB) + " — " +
-                         text::displayLine(largest->displayName) + "\nHalvek");
-  } else {
-    frontEnd_.setToolTip(
-        text::format("Vorda — auto-refresh every %.0fs\nHalvek", kRefreshInterval));
-  }
+  frontEnd_.setToolTip(StatusToolTip::of(processes_, kRefreshInterval));
 }
 
 void StatusBarController::updateStrip() {

@@ -1,4 +1,4 @@
-#include "ui/pressure_strip.h"
+#include "ui/strip_segments.h"
 
 #include <algorithm>
 

@@ -13,7 +13,6 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 constexpr const char* kIdleToolTip = "Vorda — auto-refresh every 5s\nHalvek";
 
@@ -64,28 +63,6 @@ TEST_F(Refresh, NamesTheLargestProcessFrom512MegabytesOn) {
   process.footprintMB = 512;
   frontEnd_.advance(5);
   EXPECT_EQ(frontEnd_.toolTip, "Vorda\nLargest: 512 MB — blender\nHalvek");
-}
-
-TEST_F(Refresh, NamesTheFirstOfTwoEquallyLarge) {
-  addProcess(7, "blender", 2048);
-  addProcess(8, "gimp", 2048);
-  start();
-  EXPECT_EQ(frontEnd_.toolTip, "Vorda\nLargest: 2.00 GB — blender\nHalvek");
-}
-
-TEST_F(Refresh, NamesTheLargestWhereverItStandsInTheList) {
-  addProcess(7, "blender", 2048);
-  ScriptedProcess& trainer = addProcess(8, "python3", 600);
-  trainer.arguments = {"python3", "train_lora.py"};  // a role is listed first
-  start();
-  ASSERT_THAT(listedPids(), ElementsAre(8, 7));
-  EXPECT_THAT(frontEnd_.toolTip, HasSubstr("blender"));
-}
-
-TEST_F(Refresh, NobodysNameForgesALineOfTheToolTip) {
-  addProcess(7, "x\nHalvek", 600);
-  start();
-  EXPECT_EQ(frontEnd_.toolTip, "Vorda\nLargest: 600 MB — x\uFFFDHalvek\nHalvek");
 }
 
 TEST_F(Refresh, HappensEveryFiveSeconds) {

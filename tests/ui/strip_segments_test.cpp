@@ -1,4 +1,4 @@
-#include "ui/pressure_strip.h"
+#include "ui/strip_segments.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ VordaProcess process(std::int32_t pid, double memMB, const char* name = "x") {
   return {.pid = pid, .displayName = name, .product = "App", .memMB = memMB};
 }
 
-TEST(PressureStrip, HasABarPerProcessInItsColorAndOrder) {
+TEST(StripSegments, HasABarPerProcessInItsColorAndOrder) {
   const VordaProcess small = process(7, 1024, "Mail");
   const VordaProcess large = process(8, 4096, "Safari");
   MemoryPressureView strip = kEarlier;
@@ -31,7 +31,7 @@ TEST(PressureStrip, HasABarPerProcessInItsColorAndOrder) {
   EXPECT_DOUBLE_EQ(strip.pressure, 0.25);
 }
 
-TEST(PressureStrip, LeavesOutWhatHoldsTwoThousandthsOrLess) {
+TEST(StripSegments, LeavesOutWhatHoldsTwoThousandthsOrLess) {
   // 1000 MiB of memory in all, so that 2 MiB are exactly the threshold.
   const SystemMemory::Snapshot sys{.usedGB = 0, .totalGB = 1000.0 / 1024, .freeGB = 0};
   const VordaProcess tooSmall = process(1, 2);
@@ -42,13 +42,13 @@ TEST(PressureStrip, LeavesOutWhatHoldsTwoThousandthsOrLess) {
   EXPECT_EQ(strip.segments[0].pid, 2);
 }
 
-TEST(PressureStrip, OfNoProcessesHasNoBars) {
+TEST(StripSegments, OfNoProcessesHasNoBars) {
   MemoryPressureView strip = kEarlier;
   EXPECT_TRUE(applyPressureStrip(strip, kSixteenGB, {}));
   EXPECT_THAT(strip.segments, IsEmpty());
 }
 
-TEST(PressureStrip, StaysAsItWasWhileTheMemoryIsUnknown) {
+TEST(StripSegments, StaysAsItWasWhileTheMemoryIsUnknown) {
   const VordaProcess any = process(1, 100);
   for (const double total : {0.0, 0.1, -1.0}) {
     MemoryPressureView strip = kEarlier;
