@@ -7,9 +7,13 @@ namespace {
 
 thread_local std::uint64_t count = 0;
 
-void* counted(std::size_t size) {
+void* countedOrNull(std::size_t size) {
   ++count;
-  void* memory = std::malloc(size == 0 ? 1 : size);
+  return std::malloc(size == 0 ? 1 : size);
+}
+
+void* counted(std::size_t size) {
+  void* memory = countedOrNull(size);
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
 }
@@ -21,6 +25,12 @@ void* operator new(std::size_t size) {
 }
 void* operator new[](std::size_t size) {
   return counted(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return countedOrNull(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  return countedOrNull(size);
 }
 void operator delete(void* memory) noexcept {
   std::free(memory);
