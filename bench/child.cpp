@@ -106,6 +106,7 @@ bool succeeds(const std::vector<std::string>& argv) {
 }
 
 bool isInstalled(const std::string& program) {
+  if (program.empty()) return false;
   const char* path = std::getenv("PATH");
   std::istringstream folders(path == nullptr ? "" : path);
   for (std::string folder; std::getline(folders, folder, ':');) {
