@@ -35,7 +35,7 @@ bool isShown(std::string_view title) {
 }
 
 Alert notice(const std::string& title, const std::string& message) {
-  return {.messageText = title, .informativeText = message};
+  return {.messageText = text::displayLine(title), .informativeText = text::displayLines(message)};
 }
 
 std::string protectedMessage(const VordaProcess& process) {
@@ -53,14 +53,15 @@ Alert forceQuit(std::int32_t pid) {
 }
 
 Alert details(const VordaProcess& process) {
-  return {.messageText = text::displayLine(process.displayName),
-          .informativeText =
-              "Memory: " + MemoryFormat::detail(process.memMB) + "  (" + systemMonitor() +
-              " scale)\nKind: " + process.product + "\nPID: " + std::to_string(process.pid) +
-              "\nOwner: " + text::displayLine(process.ownerName) +
-              (process.isProtected ? "\n\nProtected: cannot Force Quit from Vorda." : "") +
-              "\n\nCommand:\n" +
-              std::string(text::firstCharacters(process.commandLine, kShownCommandCharacters))};
+  return {
+      .messageText = text::displayLine(process.displayName),
+      .informativeText =
+          "Memory: " + MemoryFormat::detail(process.memMB) + "  (" + systemMonitor() +
+          " scale)\nKind: " + process.product + "\nPID: " + std::to_string(process.pid) +
+          "\nOwner: " + text::displayLine(process.ownerName) +
+          (process.isProtected ? "\n\nProtected: cannot Force Quit from Vorda." : "") +
+          "\n\nCommand:\n" +
+          text::displayLines(text::firstCharacters(process.commandLine, kShownCommandCharacters))};
 }
 
 Alert quitDocker() {

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "scanner/memory_format.h"
+#include "text/display_line.h"
 #include "text/unicode.h"
 
 std::string stripDescription(const MemoryPressureView& strip) {
@@ -12,8 +13,9 @@ std::string stripDescription(const MemoryPressureView& strip) {
   const char* separator = ": ";
   for (const Segment& segment : strip.segments) {
     const std::string figure = MemoryFormat::compact(segment.memMB);
-    words += separator + text::shortened(segment.label, kLongestName, kLongestName - 1) + ' ' +
-             figure.substr(figure.find_first_not_of(' '));
+    words += separator +
+             text::displayLine(text::shortened(segment.label, kLongestName, kLongestName - 1)) +
+             ' ' + figure.substr(figure.find_first_not_of(' '));
     separator = ", ";
   }
   return words;

@@ -163,4 +163,13 @@ TEST_F(AlertsTest, ACommandLineKeepsItsLines) {
               EndsWith("\n\nCommand:\npython -c import os\nprint(1)"));
 }
 
+TEST_F(AlertsTest, NoTextSteersOrHidesWhatIsShown) {
+  process_.commandLine = "rm \u202Etxt\x1B[2J\u200Bx";
+  EXPECT_THAT(Alerts::details(process_).informativeText,
+              EndsWith("\n\nCommand:\nrm \uFFFDtxt\uFFFD[2J\uFFFDx"));
+  const Alert notice = Alerts::notice("Failed\n", "Failed to load a\u202Eb:\n\x1Bno");
+  EXPECT_EQ(notice.messageText, "Failed\uFFFD");
+  EXPECT_EQ(notice.informativeText, "Failed to load a\uFFFDb:\n\uFFFDno");
+}
+
 }  // namespace

@@ -29,4 +29,9 @@ TEST(StripDescription, shortensLongNames) {
   EXPECT_EQ(words, "Memory 50 percent used: " + std::string(41, 'x') + "… 100 MB");
 }
 
+TEST(StripDescription, isOneHarmlessLine) {
+  EXPECT_EQ(stripDescription(strip(0.5, {{.label = "a\nb\u202Ec", .memMB = 100}})),
+            "Memory 50 percent used: a\uFFFDb\uFFFDc 100 MB");
+}
+
 }  // namespace
