@@ -11,5 +11,5 @@ void MenuTracking::begin(Shown menu) {
 void MenuTracking::end(Shown menu) {
   if (shown_ == Shown::none || shown_ != menu) return;
   shown_ = Shown::none;
-  delegate_->menuDidClose();
+  if (delegate_ != nullptr) delegate_->menuDidClose();
 }

@@ -1,6 +1,7 @@
 #include "frontends/qt/qt_front_end.h"
 
 #include <QApplication>
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -12,7 +13,9 @@
 
 namespace {
 
-constexpr int kReconnectInterval = 30000;  // milliseconds
+// Milliseconds. A bus that is late at login is there soon; one that is gone may stay away.
+constexpr int kSoonestReconnect = 1000;
+constexpr int kLatestReconnect = 30000;
 constexpr std::chrono::milliseconds kReconnectPatience{300};
 
 void bringToFront(QWidget& window) {
@@ -38,18 +41,12 @@ QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings)
   connect(&presence_, &TrayPresence::settingsRequested, this, &QtFrontEnd::showSettings);
   connect(&presence_, &TrayPresence::dismissed, this, &QtFrontEnd::terminate);
   connect(&presence_, &TrayPresence::placeLost, this, &QtFrontEnd::cancelTracking);
-  connect(&reconnect_, &QTimer::timeout, this, [this] {
-    NamedBus again{SessionBus::open(kReconnectPatience), nullptr};
-    if (!again.bus) return;
-    reconnect_.stop();
-    again.name = std::make_unique<InstanceName>(*again.bus);
-    again.name->claimLater();
-    attach(std::move(again));
-  });
+  reconnect_.setSingleShot(true);
+  connect(&reconnect_, &QTimer::timeout, this, &QtFrontEnd::reconnect);
   if (bus.bus) {
     attach(std::move(bus));
   } else {
-    presence_.setHost(true, false);
+    busLost();
   }
 }
 
@@ -69,8 +66,10 @@ void QtFrontEnd::attach(NamedBus bus) {
   connection_->menu.show(menu_);
   showStrip();
   const TrayHostWatch& hosts = connection_->hosts;
-  connect(&hosts, &TrayHostWatch::changed, this,
-          [this, &hosts] { presence_.setHost(hosts.decided(), hosts.hostShowsIcon()); });
+  connect(&hosts, &TrayHostWatch::changed, this, [this, &hosts] {
+    presence_.setHost(hosts.decided(), hosts.hostShowsIcon());
+    if (!hosts.hostShowsIcon()) connection_->menu.hostGone();
+  });
   connect(connection_->bus.get(), &SessionBus::lost, this, &QtFrontEnd::busLost,
           Qt::QueuedConnection);
   connect(connection_->name.get(), &InstanceName::activated, this, &QtFrontEnd::showSettings,
@@ -90,7 +89,18 @@ void QtFrontEnd::busLost() {
   tracking_.end(MenuTracking::Shown::hostMenu);
   connection_.reset();
   presence_.setHost(true, false);
-  reconnect_.start(kReconnectInterval);
+  reconnect_.start(kSoonestReconnect);
+}
+
+void QtFrontEnd::reconnect() {
+  NamedBus again{SessionBus::open(kReconnectPatience), nullptr};
+  if (!again.bus) {
+    reconnect_.start(std::min(2 * reconnect_.interval(), kLatestReconnect));
+    return;
+  }
+  again.name = std::make_unique<InstanceName>(*again.bus);
+  again.name->claimLater();
+  attach(std::move(again));
 }
 
 void QtFrontEnd::setTitle(const std::string& title) {

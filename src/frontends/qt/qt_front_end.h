@@ -19,8 +19,8 @@ class QtFrontEnd : public QObject, public FrontEnd {
   Q_OBJECT
 
  public:
-  /// `bus` may be empty: then there is no tray host. `settings` is what the Settings window
-  /// says.
+  /// `bus` may be empty: then there is no tray host, until a bus is found later. `settings` is what
+  /// the Settings window says.
   QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings);
   ~QtFrontEnd() override;
 
@@ -42,6 +42,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
  private:
   void attach(NamedBus bus);
   void busLost();
+  void reconnect();
   void togglePopup();
   void openPopup(QWidget* parent, QPoint position);
   void popupClosed();

@@ -244,6 +244,16 @@ TEST_F(HostMenuTest, anotherMenuThatOpensClosesThisOne) {
   EXPECT_EQ(closings, 1);
 }
 
+TEST_F(HostMenuTest, hostThatGoesTakesTheMenuAndItsWordWithIt) {
+  aboutToShow();
+  event(0, "closed");
+  aboutToShow();
+  hostMenu.hostGone();
+  EXPECT_EQ(closings, 2);
+  aboutToShow();  // of the next host, which may never say so
+  EXPECT_TRUE(eventually([this] { return closings == 3; }));
+}
+
 TEST_F(HostMenuTest, newFiguresTravelInOneSignal) {
   hostMenu.show(snapshot({processRow(11, "a", 1, "1 MB"), processRow(12, "b", 1, "1 MB")}));
   pair.takeSignals();

@@ -86,13 +86,13 @@ TEST_F(StatusNotifierItemTest, saysNothingWhileItIsQuiet) {
   item.setToolTip("Vorda");
   pair.takeSignals();
   item.setQuiet(true);
-  EXPECT_EQ(pair.takeSignals(), Signals{"NewToolTip"});
+  EXPECT_EQ(pair.takeSignals(), (Signals{"NewTitle", "NewToolTip"}));
   EXPECT_EQ(toolTip(), "");
   EXPECT_EQ(text("Title"), "");
   item.setToolTip("other");
   EXPECT_TRUE(pair.takeSignals().empty());
   item.setQuiet(false);
-  EXPECT_EQ(pair.takeSignals(), Signals{"NewToolTip"});
+  EXPECT_EQ(pair.takeSignals(), (Signals{"NewTitle", "NewToolTip"}));
   EXPECT_EQ(toolTip(), "other");
   EXPECT_EQ(text("Title"), "Vorda²");
 }

@@ -180,6 +180,11 @@ void HostMenu::assumeClosed() {
   if (isOpen_) close();
 }
 
+void HostMenu::hostGone() {
+  hostSaysClosed_ = false;
+  assumeClosed();
+}
+
 bool HostMenu::open() {
   const std::uint32_t before = revision_;
   isOpen_ = false;  // should it have closed without a word

@@ -26,6 +26,8 @@ class HostMenu : public QObject {
 
   /// The menu cannot be open any more: another one has opened.
   void assumeClosed();
+  /// The host has gone, and the menu with it. The next one may never say that it closes it.
+  void hostGone();
 
  Q_SIGNALS:
   /// The host is about to show the menu: the last moment to change its items.

@@ -6,6 +6,10 @@
 #include <QAbstractEventDispatcher>
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -21,14 +25,51 @@ std::uint64_t monotonicMicroseconds() {
          static_cast<std::uint64_t>(now.tv_nsec) / 1000;
 }
 
+/// Where the environment says that the bus is.
+class BusAddress {
+ public:
+  void show() {
+    if (!std::exchange(hidden_, false)) return;
+    if (address_) {
+      setenv(kVariable, address_->c_str(), 1);
+    } else {
+      unsetenv(kVariable);
+    }
+  }
+  /// Qt, which asks the bus for things of its own, would wait for it for half a minute and more.
+  void hide() {
+    hidden_ = true;
+    setenv(kVariable, "disabled:", 1);
+  }
+
+ private:
+  static constexpr const char* kVariable = "DBUS_SESSION_BUS_ADDRESS";
+
+  static std::optional<std::string> atStart() {
+    const char* address = std::getenv(kVariable);
+    return address == nullptr ? std::nullopt : std::optional<std::string>(address);
+  }
+
+  std::optional<std::string> address_ = atStart();
+  bool hidden_ = false;
+};
+
 }  // namespace
 
 std::unique_ptr<SessionBus> SessionBus::open(milliseconds patience) {
+  static BusAddress address;
+  address.show();
+  auto bus = greeted(patience);
+  if (!bus) address.hide();
+  return bus;
+}
+
+std::unique_ptr<SessionBus> SessionBus::greeted(milliseconds patience) {
   sd_bus* raw = nullptr;
   if (sd_bus_open_user(&raw) < 0) return nullptr;
   std::unique_ptr<SessionBus> bus(new SessionBus(BusPtr(raw)));
-  const auto greeted = [raw] { return sd_bus_is_ready(raw) > 0; };
-  return bus->waitUntil(greeted, patience) ? std::move(bus) : nullptr;
+  const auto isReady = [raw] { return sd_bus_is_ready(raw) > 0; };
+  return bus->waitUntil(isReady, patience) ? std::move(bus) : nullptr;
 }
 
 SessionBus::~SessionBus() = default;
@@ -41,7 +82,8 @@ bool SessionBus::waitUntil(const std::function<bool()>& done, milliseconds patie
     if (worked > 0) continue;
     const auto left = std::chrono::duration_cast<microseconds>(deadline - steady_clock::now());
     if (left.count() <= 0) return false;
-    if (sd_bus_wait(get(), static_cast<std::uint64_t>(left.count())) < 0) return false;
+    const int woken = sd_bus_wait(get(), static_cast<std::uint64_t>(left.count()));
+    if (woken < 0 && woken != -EINTR) return false;
   }
   return true;
 }

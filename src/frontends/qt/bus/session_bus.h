@@ -17,7 +17,8 @@ class SessionBus : public QObject {
 
  public:
   /// Connects, and waits until the bus has greeted back; nullptr when there is no bus or it
-  /// has not answered in that time. Needs no event loop.
+  /// has not answered in that time: the environment hides it then, until a later call finds
+  /// it, from whoever else would wait for it. Needs no event loop.
   static std::unique_ptr<SessionBus> open(std::chrono::milliseconds patience);
 
   ~SessionBus() override;
@@ -36,6 +37,7 @@ class SessionBus : public QObject {
   void lost();
 
  private:
+  static std::unique_ptr<SessionBus> greeted(std::chrono::milliseconds patience);
   explicit SessionBus(BusPtr bus) : bus_(std::move(bus)) {}
 
   void process();

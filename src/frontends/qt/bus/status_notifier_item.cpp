@@ -153,5 +153,6 @@ void StatusNotifierItem::setToolTip(const std::string& toolTip) {
 void StatusNotifierItem::setQuiet(bool quiet) {
   if (quiet == quiet_) return;
   quiet_ = quiet;
+  sd_bus_emit_signal(bus_, kPath, kInterface, "NewTitle", "");
   sd_bus_emit_signal(bus_, kPath, kInterface, "NewToolTip", "");
 }

@@ -1,14 +1,16 @@
 #include "frontends/qt/x11/embedded_tray_watch.h"
 
 #include <QGuiApplication>
+#include <cstdint>
+#include <string>
 
 #include "frontends/qt/x11/x11_display.h"
 
 EmbeddedTrayWatch::EmbeddedTrayWatch() {
   if (X11Display::connection() == nullptr) return;
-  selection_ = X11Display::atom("_NET_SYSTEM_TRAY_S0");
+  selection_ = X11Display::atom("_NET_SYSTEM_TRAY_S" + std::to_string(X11Display::screenNumber()));
   manager_ = X11Display::atom("MANAGER");
-  owner_ = askForOwner();
+  owner_ = watchOwner();
   qGuiApp->installNativeEventFilter(this);
 }
 
@@ -16,18 +18,26 @@ EmbeddedTrayWatch::~EmbeddedTrayWatch() {
   if (qGuiApp != nullptr) qGuiApp->removeNativeEventFilter(this);
 }
 
-/// The tray's window, after asking to be told of its end.
-xcb_window_t EmbeddedTrayWatch::askForOwner() const {
+xcb_window_t EmbeddedTrayWatch::owner() const {
   xcb_connection_t* connection = X11Display::connection();
   const auto request = xcb_get_selection_owner(connection, selection_);
   const XcbReply<xcb_get_selection_owner_reply_t> reply(
       xcb_get_selection_owner_reply(connection, request, nullptr));
-  const xcb_window_t owner = reply == nullptr ? xcb_window_t{XCB_WINDOW_NONE} : reply->owner;
-  if (owner != XCB_WINDOW_NONE) {
-    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection, owner, XCB_CW_EVENT_MASK, &events);
+  return reply == nullptr ? xcb_window_t{XCB_WINDOW_NONE} : reply->owner;
+}
+
+/// The tray's window, after asking to be told of its end. One that ended in between would
+/// never be told of, so it is asked for until it is the same twice.
+xcb_window_t EmbeddedTrayWatch::watchOwner() const {
+  const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+  xcb_window_t watched = owner();
+  while (watched != XCB_WINDOW_NONE) {
+    xcb_change_window_attributes(X11Display::connection(), watched, XCB_CW_EVENT_MASK, &events);
+    const xcb_window_t now = owner();
+    if (now == watched) break;
+    watched = now;
   }
-  return owner;
+  return watched;
 }
 
 void EmbeddedTrayWatch::update(xcb_window_t owner) {
@@ -44,12 +54,12 @@ bool EmbeddedTrayWatch::nativeEventFilter(const QByteArray&, void* message, qint
   switch (event->response_type & ~kSentBySomebody) {
     case XCB_CLIENT_MESSAGE: {
       const auto* said = static_cast<const xcb_client_message_event_t*>(message);
-      if (said->type == manager_ && said->data.data32[1] == selection_) update(askForOwner());
+      if (said->type == manager_ && said->data.data32[1] == selection_) update(watchOwner());
       break;
     }
     case XCB_DESTROY_NOTIFY: {
       const auto* gone = static_cast<const xcb_destroy_notify_event_t*>(message);
-      if (gone->window == owner_ && owner_ != XCB_WINDOW_NONE) update(askForOwner());
+      if (gone->window == owner_ && owner_ != XCB_WINDOW_NONE) update(watchOwner());
       break;
     }
     default:

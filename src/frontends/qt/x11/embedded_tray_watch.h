@@ -22,7 +22,8 @@ class EmbeddedTrayWatch : public QObject, public QAbstractNativeEventFilter {
   void changed();
 
  private:
-  xcb_window_t askForOwner() const;
+  xcb_window_t owner() const;
+  xcb_window_t watchOwner() const;
   void update(xcb_window_t owner);
 
   xcb_atom_t selection_ = XCB_ATOM_NONE;

@@ -1,7 +1,7 @@
 #include "frontends/qt/x11/x11_display.h"
 
 #include <QGuiApplication>
-#include <cstring>
+#include <cstdint>
 
 namespace X11Display {
 
@@ -14,9 +14,18 @@ xcb_window_t rootWindow() {
   return xcb_setup_roots_iterator(xcb_get_setup(connection())).data->root;
 }
 
-xcb_atom_t atom(const char* name) {
-  const auto length = static_cast<std::uint16_t>(std::strlen(name));
-  const auto request = xcb_intern_atom(connection(), 0, length, name);
+int screenNumber() {
+  char* host = nullptr;
+  int display = 0;
+  int screen = 0;
+  if (xcb_parse_display(nullptr, &host, &display, &screen) == 0) return 0;
+  std::free(host);
+  return screen;
+}
+
+xcb_atom_t atom(const std::string& name) {
+  const auto length = static_cast<std::uint16_t>(name.size());
+  const auto request = xcb_intern_atom(connection(), 0, length, name.c_str());
   const XcbReply<xcb_intern_atom_reply_t> reply(
       xcb_intern_atom_reply(connection(), request, nullptr));
   return reply == nullptr ? static_cast<xcb_atom_t>(XCB_ATOM_NONE) : reply->atom;

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <string>
 
 /// What libxcb hands out with malloc.
 struct XcbFree {
@@ -19,7 +20,10 @@ xcb_connection_t* connection();
 
 xcb_window_t rootWindow();
 
+/// The number of the display's screen that the program is on.
+int screenNumber();
+
 /// XCB_ATOM_NONE when the connection is broken.
-xcb_atom_t atom(const char* name);
+xcb_atom_t atom(const std::string& name);
 
 }  // namespace X11Display

@@ -48,14 +48,15 @@ void Desktop::press(std::vector<std::string> keys) const {
   EXPECT_EQ(runProgram(command, environment()), 0);
 }
 
-bool Desktop::showsWindow(const std::string& title) const {
-  return runProgram({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$"},
+bool Desktop::showsWindows(int count, const std::string& title) const {
+  return runProgram({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$",
+                     "getwindowname", "%" + std::to_string(count)},
                     environment()) == 0;
 }
 
-bool Desktop::eventuallyShowsWindow(const std::string& title) const {
+bool Desktop::eventuallyShowsWindows(int count, const std::string& title) const {
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-  while (!showsWindow(title)) {
+  while (!showsWindows(count, title)) {
     if (std::chrono::steady_clock::now() > deadline) return false;
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
   }

@@ -36,9 +36,14 @@ class Desktop {
   void clickInto(const std::string& title) const;
 
   /// Whether a window with that title is on the screen.
-  bool showsWindow(const std::string& title) const;
+  bool showsWindow(const std::string& title) const { return showsWindows(1, title); }
   /// Waits for it without answering anything else meanwhile; false after a minute.
-  bool eventuallyShowsWindow(const std::string& title) const;
+  bool eventuallyShowsWindow(const std::string& title) const {
+    return eventuallyShowsWindows(1, title);
+  }
+  /// The same for so many windows of one title.
+  bool showsWindows(int count, const std::string& title) const;
+  bool eventuallyShowsWindows(int count, const std::string& title) const;
 
   void killScreen();
   void killBus();

@@ -158,10 +158,17 @@ void TrayHost::aboutToShow() {
        [](sd_bus_message* m) { sd_bus_message_append(m, "i", 0); });
 }
 
+void TrayHost::menuClosed() {
+  event(0, "closed");
+}
+
 void TrayHost::click(const HostItem& item) {
-  call(icon_, kMenuPath, kMenu, "Event", [&item](sd_bus_message* m) {
-    sd_bus_message_append(m, "isvu", item.id, "clicked", "i", 0, 0U);
-  });
+  event(item.id, "clicked");
+}
+
+void TrayHost::event(int id, const char* kind) {
+  call(icon_, kMenuPath, kMenu, "Event",
+       [id, kind](sd_bus_message* m) { sd_bus_message_append(m, "isvu", id, kind, "i", 0, 0U); });
 }
 
 bool TrayHost::isOwned(const std::string& name) {

@@ -36,9 +36,10 @@ class TrayHost {
 
   /// The menu, as the program says now; nothing is said of opening it.
   HostItem layout();
-  /// What is below the row whose submenu speaks of that process.
+  /// The row whose submenu speaks of that process.
   std::optional<HostItem> processRow(int pid);
   void aboutToShow();
+  void menuClosed();
   void click(const HostItem& item);
 
   /// Whether somebody owns that bus name.
@@ -49,6 +50,7 @@ class TrayHost {
 
   BusMessage call(const std::string& destination, const char* path, const char* interface,
                   const char* member, const std::function<void(sd_bus_message*)>& fill = {});
+  void event(int id, const char* kind);
   std::string iconText(const char* property);
 
   BusPtr bus_;
