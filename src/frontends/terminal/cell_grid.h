@@ -53,8 +53,9 @@ struct Box {
 
 /// One place on the screen: a character with its accents, or the right half of a wide one.
 struct Cell {
-  /// A character and as many marks as a terminal's cell takes, in UTF-8.
-  static constexpr std::size_t kCapacity = 20;
+  /// A character and as many marks as a terminal's cell takes, in UTF-8; before a mark that has
+  /// nothing to stand on, a blank.
+  static constexpr std::size_t kCapacity = 21;
 
   std::array<char, kCapacity> bytes{' '};
   std::uint8_t length = 1;

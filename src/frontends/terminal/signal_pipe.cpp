@@ -30,10 +30,10 @@ struct sigaction passingOn() {
 
 SignalPipe::SignalPipe() {
   int ends[2] = {-1, -1};
-  if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) == 0) {
-    readEnd_ = ends[0];
-    writeEnd = ends[1];
-  }
+  // Signals that nobody would hear of keep what they do by default.
+  if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return;
+  readEnd_ = ends[0];
+  writeEnd = ends[1];
   const struct sigaction action = passingOn();
   for (std::size_t i = 0; i < kSignals.size(); ++i) {
     sigaction(kSignals[i], &action, &previous_[i]);
@@ -41,6 +41,7 @@ SignalPipe::SignalPipe() {
 }
 
 SignalPipe::~SignalPipe() {
+  if (readEnd_ < 0) return;
   for (std::size_t i = 0; i < kSignals.size(); ++i) {
     sigaction(kSignals[i], &previous_[i], nullptr);
   }

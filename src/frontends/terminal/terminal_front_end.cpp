@@ -88,7 +88,11 @@ void TerminalFrontEnd::handle(const Input& input) {
       break;
     case MenuRequest::Kind::refresh:
       controller_->perform(MenuItem{.action = Action::refreshNow});
-      if (!view_.submenuIsOpen()) reportClosed();  // its process may be gone
+      if (view_.submenuIsOpen()) {
+        view_.resized(geometry());  // what is selected stays in sight
+      } else {
+        reportClosed();  // its process is gone
+      }
       break;
     case MenuRequest::Kind::showKeys:
       runModal(terminal::keysAlert());

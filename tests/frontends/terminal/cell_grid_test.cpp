@@ -29,6 +29,14 @@ TEST(CellGrid, IgnoresWhatLiesOutside) {
   EXPECT_EQ(grid.row(0), "xxx");
 }
 
+TEST(CellGrid, HoldsTheLongestCellThatThereIs) {
+  // Marks of four bytes with nothing to stand on.
+  const std::string marks = "\U0001E8D0\U0001E8D1\U0001E8D2\U0001E8D3\U0001E8D4";
+  CellGrid grid({3, 1});
+  grid.write(0, 0, marks, {}, 3);
+  EXPECT_EQ(grid.row(0), " " + marks);
+}
+
 struct OverwriteRow {
   const char* name;
   int x;

@@ -329,6 +329,27 @@ TEST_F(TerminalMenu, TakesNoAnswerToAQuestionThatNobodySees) {
   EXPECT_THAT(machine().signals, IsEmpty());
 }
 
+TEST_F(TerminalMenu, KeepsTheChoiceInSightWhenALongSubmenuIsRefreshed) {
+  machine().find(30)->arguments = {"/usr/bin/ollama", "serve"};
+  for (const char* label : {"ollama-1", "ollama-2", "ollama-3", "ollama-4"}) {
+    machine().jobFiles.push_back({.label = label, .path = "/units/x.service", .keepAlive = true});
+    machine().loadedJobs[label] = 30;
+  }
+  screen.size_ = {40, 10};
+  screen.walkTo("Ollama");
+  screen.press(Kind::enter);
+  screen.press(Kind::end);
+  std::string last;
+  screen.then([&] { last = screen.reversed(); });
+  screen.type(U'r');
+  screen.then([&] {
+    EXPECT_NE(last, "");
+    EXPECT_EQ(screen.reversed(), last);
+  });
+  screen.press(Kind::escape);
+  run();
+}
+
 TEST_F(TerminalMenu, SurvivesAnySize) {
   for (int width = 0; width < 60; width += 3) {
     for (int height = 0; height < 30; height += 3) {
@@ -344,7 +365,7 @@ TEST_F(TerminalMenu, SurvivesAnySize) {
   run();
 }
 
-TEST_F(TerminalMenu, LoadsAndUnloadsAnAgent) {
+TEST_F(TerminalMenu, UnloadsAnAgent) {
   machine().jobFiles = {{.label = "ollama", .path = "/units/ollama.service"}};
   machine().loadedJobs = {{"ollama", 30}};
   screen.walkTo("ollama  ·  on");
@@ -356,6 +377,15 @@ TEST_F(TerminalMenu, LoadsAndUnloadsAnAgent) {
     EXPECT_THAT(machine().serviceCalls, ElementsAre("stop ollama 1"));
     EXPECT_FALSE(shows("Unload ollama?"));
   });
+  run();
+}
+
+TEST_F(TerminalMenu, LoadsAnAgent) {
+  machine().jobFiles = {{.label = "ollama", .path = "/units/ollama.service", .keepAlive = true}};
+  screen.walkTo("ollama  ·  off");
+  screen.press(Kind::enter);
+  screen.press(Kind::enter);
+  screen.then([&] { EXPECT_THAT(machine().serviceCalls, ElementsAre("start ollama 1")); });
   run();
 }
 
