@@ -29,9 +29,11 @@ bool hasEnded(NSTask* task, Clock::time_point deadline) {
   return true;
 }
 
-/// Ends it for good, and gives Foundation the time to notice.
+/// Ends it for good, and gives Foundation the time to notice. One that has ended is reaped, and
+/// its pid may be another's.
 void end(NSTask* task) {
   constexpr std::chrono::milliseconds kGrace(500);
+  if (![task isRunning]) return;
   kill([task processIdentifier], SIGKILL);
   hasEnded(task, Clock::now() + kGrace);
 }
