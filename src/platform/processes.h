@@ -29,14 +29,15 @@ std::vector<std::int32_t> allPids();
 
 /// Reads one process into `facts`. False when there is nothing to show: it is gone, or
 /// has neither arguments nor an executable. Arguments that are empty or not UTF-8 are
-/// left out; an argument list of any length is read whole.
+/// left out; an argument list is read whole (Linux: its first 16 MiB).
 bool readProcess(std::int32_t pid, ProcessFacts& facts);
 
 /// The memory that the process itself keeps busy, in bytes; none when unreadable.
 std::optional<std::uint64_t> physicalFootprint(std::int32_t pid);
 
 /// A number that no other process on this machine has or will have together with this
-/// pid while the machine is up (Linux: start time; macOS: unique id); none when gone.
+/// pid while the machine is up: when it started (Linux: clock ticks since the machine did;
+/// macOS: microseconds since 1970); none when gone.
 std::optional<std::uint64_t> startIdentity(std::int32_t pid);
 
 /// The program's own process id.

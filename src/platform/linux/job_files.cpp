@@ -43,7 +43,8 @@ bool isNullDevice(const struct stat& status) {
   return S_ISCHR(status.st_mode) && status.st_rdev == makedev(kMemoryDevices, kNull);
 }
 
-/// What the file holds; none when it is no regular file.
+/// What the file holds: nothing when it is /dev/null, by which a unit is masked; none when it is
+/// no regular file.
 std::optional<std::string_view> bytesOf(const std::string& path, FileReader& reader) {
   struct stat status = {};
   if (stat(path.c_str(), &status) == 0 && isNullDevice(status)) return "";
