@@ -224,10 +224,7 @@ bool TerminalSession::walkTo(const std::string& text, bool up) {
     // Rows may have the same title, but not the same tooltip.
     const std::string before = screen_.picture() + screen_.reversed();
     send(up ? "\033[A" : "\033[B");
-    const auto deadline = Clock::now() + std::chrono::seconds(1);
-    while (screen_.picture() + screen_.reversed() == before && Clock::now() < deadline) {
-      read(kMoment);
-    }
+    if (!waitUntil([&] { return screen_.picture() + screen_.reversed() != before; })) break;
     settle();
   }
   EXPECT_TRUE(isThere()) << "can't select \"" << text << "\" on the screen:\n" << screen_.picture();

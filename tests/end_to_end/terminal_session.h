@@ -54,6 +54,9 @@ class TerminalSession {
   /// Presses Down (or Up) until what is selected holds `text`.
   bool walkTo(const std::string& text, bool up = false);
 
+  /// Forgets what is on the screen, as another program's output would cover it.
+  void wipe() { screen_.feed("\033[H\033[2J"); }
+
   /// Waits until the program was stopped; makes a stopped one go on in the foreground.
   bool waitUntilStopped();
   void continueInForeground();

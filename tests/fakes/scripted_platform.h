@@ -11,8 +11,7 @@
 #include "platform/memory.h"
 #include "platform/words.h"
 
-/// A whole machine as a script: it answers every function of platform/*.h for the tests that
-/// link it, and remembers what it was asked to do.
+/// A process, with what the machine tells of it.
 struct ScriptedProcess {
   std::int32_t pid = 0;
   std::vector<std::string> arguments;
@@ -30,6 +29,8 @@ struct ScriptedSignal {
   bool operator==(const ScriptedSignal&) const = default;
 };
 
+/// A whole machine as a script: it answers every function of platform/*.h for the tests that
+/// link it, and remembers what it was asked to do.
 struct ScriptedPlatform {
   std::int32_t ownPid = 4242;
   std::uint32_t ownUid = 1000;
@@ -58,7 +59,8 @@ struct ScriptedPlatform {
   std::optional<Fault> fault;
   int calls = 0;  ///< so far
 
-  /// Runs before each signal is sent or refused: a test can change the machine meanwhile.
+  /// Runs whenever a process is about to be held for a signal: a test can change the machine
+  /// meanwhile.
   std::function<void(std::int32_t pid)> beforeSignal;
 
   // What the program did.
@@ -80,5 +82,5 @@ struct ScriptedPlatform {
 /// The machine that the running test talks to.
 ScriptedPlatform& machine();
 
-/// Puts a fresh machine in its place; call it first in each test (or use ScriptedTest).
+/// Puts a fresh machine in its place; call it first in each test.
 void resetMachine();

@@ -104,10 +104,6 @@ TEST_F(Edition, WrongRepresentedObjectDoesNothing) {
 TEST_F(Edition, RescansFollowAQuit) {
   whileRunning([] {
     chooseInSubmenu(kOllama, "Quit");
-    for (const double delay : {0.25, 1.0, 2.5}) {
-      kernel().processes.push_back(
-          darwin::process(static_cast<int>(delay * 100) + 1000, {"/bin/new"}, 700));
-    }
     EXPECT_EQ(appkit::waitingOnMainQueue(), 3 + 1) << "and the menu's own after closing";
     const auto listed = [] { return [delegate() statusController]->processes().size(); };
     kernel().processes.push_back(darwin::process(900, {"/bin/a"}, 700));

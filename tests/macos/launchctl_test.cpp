@@ -112,9 +112,11 @@ TEST_F(Launchctl, HangingIsKilledAtTheDeadline) {
   const std::string body = "echo $$ >'" + Stage::homePath() + "/pid'; echo partial; ";
   for (const char* rest :
        {"exec sleep 1000", "trap '' TERM; exec sleep 1000", "exec >&- 2>&-; exec sleep 1000"}) {
+    std::filesystem::remove(Stage::homePath() + "/pid");
     Stage::setLaunchctl(body + rest);
-    const auto reply =
-        platform::runLaunchctl({"list"}, Capture::everything, Clock::now() + milliseconds(300));
+    // Long enough for a shell to start on a busy machine.
+    const auto reply = platform::runLaunchctl({"list"}, Capture::everything,
+                                              Clock::now() + std::chrono::seconds(3));
     EXPECT_EQ(reply.status, -1) << rest;
     EXPECT_EQ(reply.text, "launchctl did not answer in time") << rest;
     const pid_t pid = pidOfHanging();

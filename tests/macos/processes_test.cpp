@@ -81,7 +81,7 @@ TEST_F(Processes, NoArgumentsNameByThePath) {
   EXPECT_EQ(facts.name, "tool");
 }
 
-TEST_F(Processes, FirstArgumentThatNamesNothingGivesNoFacts) {
+TEST_F(Processes, FirstArgumentThatIsASlashIsTheName) {
   kernel().processes = {darwin::process(5, {"/"})};
   platform::ProcessFacts facts;
   EXPECT_TRUE(platform::readProcess(5, facts));

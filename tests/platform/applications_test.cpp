@@ -110,6 +110,10 @@ TEST_F(Applications, WithoutOneNothingHappens) {
   install("a", "Categories=System;\nExec=" + program("other"));
   platform::openSystemMonitor();
   platform::openDockerDesktop();
+  // What was started by mistake would have run by the time that a later one has.
+  install("b", "Categories=System;Monitor;\nExec=" + program("later"));
+  platform::openSystemMonitor();
+  EXPECT_EQ(waitFor("later"), "[]\n");
   EXPECT_FALSE(hasRun("other"));
 }
 

@@ -82,6 +82,7 @@ TEST(FreshRecords, AreTheSameWhileProcessesComeAndGo) {
   std::vector<std::unique_ptr<Puppet>> puppets;
   std::vector<pid_t> everSeen;
   int reused = 0;
+  bool mayChoose = true;
   for (int round = 0; round < 12; ++round) {
     for (int i = 0; i < 5; ++i) {
       // Every other one wants the pid of one that is gone.
@@ -90,7 +91,10 @@ TEST(FreshRecords, AreTheSameWhileProcessesComeAndGo) {
         if (i % 2 == 0 && kill(seen, 0) != 0) pid = seen;
       }
       auto puppet = std::make_unique<Puppet>(pid);
-      if (puppet->pid() < 0) puppet = std::make_unique<Puppet>();
+      if (puppet->pid() < 0) {
+        mayChoose = false;
+        puppet = std::make_unique<Puppet>();
+      }
       if (puppet->pid() == pid) ++reused;
       everSeen.push_back(puppet->pid());
       puppets.push_back(std::move(puppet));
@@ -118,7 +122,7 @@ TEST(FreshRecords, AreTheSameWhileProcessesComeAndGo) {
     expectAsFresh(everSeen);
     std::erase_if(puppets, [&](const auto&) { return random() % 3 == 0; });
   }
-  EXPECT_TRUE(reused > 0 || geteuid() != 0) << "no pid had a second process";
+  EXPECT_TRUE(reused > 0 || !mayChoose) << "no pid had a second process";
 }
 
 }  // namespace

@@ -12,6 +12,10 @@ namespace {
 
 TEST(Users, OwnUidIsTheRealUser) {
   EXPECT_EQ(platform::ownUid(), getuid());
+  if (geteuid() != 0) return;  // who is not root can't have two
+  EXPECT_EQ(resultOfForked(
+                [] { return setresuid(0, kStranger, 0) == 0 && platform::ownUid() == 0 ? 0 : 1; }),
+            0);
 }
 
 TEST(Users, LoginNameIsTheAccounts) {

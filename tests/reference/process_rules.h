@@ -8,7 +8,7 @@
 #include "scanner/lab_role.h"
 
 /// The rules by which processes are recognised and named, written down a second time: one
-/// find() after the other, no table, no search and no helper shared with the program. Slow
+/// find() after the other, no table, no search, and of the program nothing but text/unicode.h. Slow
 /// and plain, so that it can be read against the rules line by line; randomised tests and
 /// fuzzers compare the program with it.
 namespace reference {

@@ -26,13 +26,12 @@ class Storm : public testing::Test {
   /// This storm's share of the time.
   static double share();
 
-  /// Refreshes for that share; `expected` have to be in the list each time.
+  /// Refreshes for so many seconds; `expected` have to be in the list each time.
   static void ride(LedProgram& program, const Pids& expected, double seconds = share(),
                    long mostGrowthKiB = kMostGrowthKiB);
   /// One refresh; false when it was not as it should be.
   static bool refresh(LedProgram& program, const Pids& expected);
-  /// Presses keys for that share.
-  /// `before` each time something else happens.
+  /// Presses keys for so many seconds; `before` runs ahead of each.
   static void ride(TerminalSession& terminal, double seconds = share(),
                    const std::function<void()>& before = {});
   /// Opens and closes the list of keys; false when either took too long.

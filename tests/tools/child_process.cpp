@@ -71,6 +71,13 @@ void ChildProcess::end() {
   pid_ = -1;
 }
 
+bool ChildProcess::runs() const {
+  siginfo_t info = {};
+  return pid_ > 0 &&
+         waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+         info.si_pid == 0;
+}
+
 std::optional<int> ChildProcess::wait() {
   const auto deadline = Clock::now() + kPatience;
   while (pid_ > 0 && Clock::now() < deadline) {

@@ -19,6 +19,9 @@ class ChildProcess {
 
   pid_t pid() const { return pid_; }
 
+  /// Whether it has not ended: a zombie does not run.
+  bool runs() const;
+
   /// Waits until it ends and reaps it: its wait status; none when it still runs after a
   /// minute.
   std::optional<int> wait();

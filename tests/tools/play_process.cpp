@@ -11,7 +11,7 @@
 //   --user UID        run as that user and group (root only)
 //   --ignore-term     ignore SIGTERM
 //   --non-dumpable    let no other process of the user look into this one
-//   --seconds N       end after so many seconds (120)
+//   --seconds N       end after so many seconds (a day)
 //
 // It prints "ready" and a line feed once all of that is done, and ends when the process
 // that started it ends.
@@ -187,7 +187,8 @@ std::string text(const char* variable) {
   if (getppid() != number(kParent, 0)) std::exit(2);  // it died before we asked
 
   if (std::getenv(kIgnoreTerm) != nullptr) std::signal(SIGTERM, SIG_IGN);
-  alarm(static_cast<unsigned>(number(kSeconds, 120)));
+  // A minder that forgets it leaves nothing behind for good; soaks may take hours.
+  alarm(static_cast<unsigned>(number(kSeconds, 24 * 60 * 60)));
   keepBusy(static_cast<std::size_t>(number(kMemory, 0)) << 20);
   const std::string title = text(kTitle);
   const char pad = text(kPad) == "blank" ? ' ' : '\0';

@@ -46,9 +46,10 @@ TEST(Signs, MakeForeignTextHarmless) {
 
 TEST(Signs, AreAsciiWhereTheTerminalIs) {
   const terminal::Signs signs = terminal::Signs::ascii();
-  for (const auto sign : {signs.dot, signs.ellipsis, signs.divider, signs.emptyTrack,
-                          signs.pressureLow, signs.horizontal, signs.vertical, signs.topLeft,
-                          signs.bottomRight, signs.thumb, signs.upDown}) {
+  for (const auto sign :
+       {signs.dot, signs.ellipsis, signs.divider, signs.emptyTrack, signs.pressureLow,
+        signs.pressureMedium, signs.pressureHigh, signs.horizontal, signs.vertical, signs.topLeft,
+        signs.topRight, signs.bottomLeft, signs.bottomRight, signs.thumb, signs.upDown}) {
     EXPECT_EQ(sign, terminal::inAscii(sign));
   }
 }

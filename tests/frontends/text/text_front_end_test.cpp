@@ -60,10 +60,13 @@ TEST(TextFrontEnd, DismissesAlertsAndNeverRunsScheduledWork) {
   TextFrontEnd frontEnd;
   EXPECT_EQ(frontEnd.runModal({}), kAlertDismissed);
   int runs = 0;
-  frontEnd.every(0, [&runs] { ++runs; })->cancel();
-  const auto work = frontEnd.after(0, [&runs] { ++runs; });
-  work->cancel();
+  const auto repeated = frontEnd.every(0, [&runs] { ++runs; });
+  const auto delayed = frontEnd.after(0, [&runs] { ++runs; });
+  const File out(std::tmpfile());
+  EXPECT_EQ(frontEnd.print(kMenu, out.get()), 0);
   EXPECT_EQ(runs, 0);
+  repeated->cancel();
+  delayed->cancel();
 }
 
 }  // namespace

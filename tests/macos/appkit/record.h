@@ -53,7 +53,7 @@ struct Record {
 
 Record& record();
 
-/// Forgets all that was recorded, and lets go of what waits on the main queue.
+/// Runs what waits on the main queue, and forgets all that was recorded.
 void reset();
 
 /// Winds the main queue's clock on, and runs what is due.

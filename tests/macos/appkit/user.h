@@ -29,7 +29,7 @@ void close(NSMenu* menu);
 /// Sends an item's action, as a choice of it does; a disabled item sends nothing.
 void choose(NSMenuItem* item);
 
-/// Fires every timer that repeats, once.
+/// Fires every timer that is still valid, once.
 void fireTimers();
 
 }  // namespace appkit
