@@ -8,6 +8,12 @@ set(VORDA_CONTACT "Halvek Software <vorda@halvek.example>" CACHE STRING
 set(VORDA_REPOSITORY https://github.com/halvek/vorda CACHE STRING "Where the source is kept")
 set(VORDA_BUNDLE_IDENTIFIER com.halvek.vorda CACHE STRING "What macOS tells the program by")
 
+# As XML has them.
+foreach(name VORDA_MAKER_FULL_NAME VORDA_COPYRIGHT)
+  string(REPLACE "&" "&amp;" escaped "${${name}}")
+  string(REPLACE "<" "&lt;" ${name}_XML "${escaped}")
+endforeach()
+
 # The version stands in the top CMakeLists.txt; the changelog knows when it was released.
 file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md release REGEX "^## \\[${PROJECT_VERSION}\\] - ")
 if(NOT release MATCHES "- ([0-9-]+)$")

@@ -45,7 +45,8 @@ string(REGEX REPLACE "\n" "\n " VORDA_LICENSE_PARAGRAPHS " ${license}")
 configure_file(copyright.in ${deb_folder}/copyright @ONLY)
 
 execute_process(COMMAND date --utc --rfc-email --date=${VORDA_RELEASE_DATE}
-                OUTPUT_VARIABLE VORDA_RELEASE_TIME OUTPUT_STRIP_TRAILING_WHITESPACE)
+                OUTPUT_VARIABLE VORDA_RELEASE_TIME OUTPUT_STRIP_TRAILING_WHITESPACE
+                COMMAND_ERROR_IS_FATAL ANY)
 configure_file(changelog.in ${deb_folder}/changelog.Debian @ONLY)
 compressed(${deb_folder}/changelog.Debian deb/changelog.Debian)
 compressed(${PROJECT_SOURCE_DIR}/CHANGELOG.md deb/changelog)
