@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # What every scene needs. What it starts ends with it.
 
 started=()

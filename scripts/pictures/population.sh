@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # What runs on the machine in the pictures. Its sizes are MiB; where there is too little
 # memory for them they shrink, all by the same measure.
 
@@ -12,9 +13,8 @@ play() {
   shift 2
   local who=()
   [ "$user" = root ] || who=(--user "$(id -u "$user")")
-  local ready
   exec 7< <(exec play_process --seconds 3600 --memory "$memory" "${who[@]}" -- "$@")
-  read -r ready <&7
+  read -r _ <&7
   exec 7<&-
 }
 

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # A sway desktop on a screen that exists in memory only.
 . ./desktop.sh
 

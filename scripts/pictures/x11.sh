@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # An X11 desktop on a screen that exists in memory only.
 . ./desktop.sh
 
