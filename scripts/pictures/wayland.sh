@@ -2,11 +2,11 @@
 # A sway desktop on a screen that exists in memory only.
 . ./desktop.sh
 
-# sway_screen SIZE [SCALE]
+# sway_screen SIZE
 sway_screen() {
   export WLR_BACKENDS=headless WLR_RENDERER=pixman WLR_LIBINPUT_NO_DEVICES=1
   cat > ~/sway.conf << CONFIG
-output HEADLESS-1 mode ${1}@60Hz scale ${2:-1} background #3c4656 solid_color
+output HEADLESS-1 mode ${1}@60Hz scale 1 background #3c4656 solid_color
 default_border pixel 1
 CONFIG
   rm -f "$XDG_RUNTIME_DIR"/wayland-* "$XDG_RUNTIME_DIR"/sway-ipc.*

@@ -31,8 +31,6 @@ class TrayPresence : public QObject {
   void setToolTip(const std::string& toolTip);
   void setStrip(std::shared_ptr<const MemoryPressureView> strip);
 
-  PresenceKind kind() const { return kind_; }
-
   /// Runs `open` with where a popup menu belongs: its parent, if it needs one, and its top
   /// left corner. It may have to wait until there is such a place.
   using OpenPopup = std::function<void(QWidget* parent, QPoint position)>;

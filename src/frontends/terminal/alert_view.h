@@ -25,9 +25,6 @@ class AlertView {
   /// What FrontEnd::runModal answers, once the user has answered.
   std::optional<int> handle(const Input& input);
 
-  std::size_t focusedButton() const { return focused_; }
-  const std::vector<std::string>& buttons() const { return buttons_; }
-
  private:
   int escapeAnswer() const;
   std::optional<std::size_t> buttonAt(int x, int y) const;

@@ -57,14 +57,6 @@ void CellGrid::fill(const Box& box, std::string_view character, const Style& sty
   }
 }
 
-void CellGrid::restyle(const Box& box, const Style& style) {
-  for (int y = box.y; y < box.bottom(); ++y) {
-    for (int x = box.x; x < box.right(); ++x) {
-      if (Cell* const target = cell(x, y)) target->style = style;
-    }
-  }
-}
-
 std::string CellGrid::row(int y) const {
   std::string text;
   for (int x = 0; x < size_.width; ++x) text += at(x, y).text();

@@ -79,8 +79,6 @@ class CellGrid {
             std::string_view ellipsis = "…");
   /// Fills a box with one character that is not wide.
   void fill(const Box& box, std::string_view character, const Style& style);
-  /// Paints what stands there anew.
-  void restyle(const Box& box, const Style& style);
 
   /// What a reader sees in one row, without the blanks at its end.
   std::string row(int y) const;

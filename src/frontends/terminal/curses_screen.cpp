@@ -12,6 +12,7 @@
 #include <clocale>
 #include <cmath>
 #include <csignal>
+#include <cstdio>
 #include <cwchar>
 #include <string_view>
 
@@ -72,37 +73,31 @@ std::unique_ptr<CursesScreen> CursesScreen::open(std::string& error) {
   error = check.problem;
   if (!error.empty()) return nullptr;
 
-  std::FILE* const keyboard = isatty(STDIN_FILENO) != 0 ? stdin : std::fopen("/dev/tty", "re");
-  if (keyboard == nullptr) {
-    error = "there is no terminal to read keys from";
-    return nullptr;
-  }
-  std::unique_ptr<CursesScreen> screen(new CursesScreen(keyboard, unicode));
+  std::unique_ptr<CursesScreen> screen(new CursesScreen(unicode));
   if (screen->start(check)) return screen;
   error = "the terminal can't be used";
   return nullptr;
 }
 
-CursesScreen::CursesScreen(std::FILE* keyboard, bool unicode)
-    : keyboard_(keyboard), look_{unicode ? Signs::unicode() : Signs::ascii(), false} {}
+CursesScreen::CursesScreen(bool unicode)
+    : look_{unicode ? Signs::unicode() : Signs::ascii(), false} {}
 
 CursesScreen::~CursesScreen() {
   if (rescue_) {
     rescue_->disarm();
     endwin();
   }
-  if (keyboard_ != stdin) std::fclose(keyboard_);
 }
 
 bool CursesScreen::start(const TerminalCheck& check) {
   termios modes{};
-  if (tcgetattr(fileno(keyboard_), &modes) != 0) return false;
+  if (tcgetattr(STDIN_FILENO, &modes) != 0) return false;
   {
     std::optional<DescriptionInEnvironment> description;
     if (!check.description.empty()) description.emplace(check.description);
-    if (newterm(nullptr, stdout, keyboard_) == nullptr) return false;
+    if (newterm(nullptr, stdout, stdin) == nullptr) return false;
   }
-  rescue_.emplace(fileno(keyboard_), modes, resetBytes(LINES - 1));
+  rescue_.emplace(STDIN_FILENO, modes, resetBytes(LINES - 1));
   rescue_->arm();
   colors_.emplace(check.depth);
   look_.colored = check.depth != ColorDepth::none;
@@ -148,8 +143,7 @@ Input CursesScreen::nextInput(std::optional<double> seconds) {
       key->typedAhead = !waited;
       return *key;
     }
-    std::array<pollfd, 2> sources{
-        {{fileno(keyboard_), POLLIN, 0}, {signals_.descriptor(), POLLIN, 0}}};
+    std::array<pollfd, 2> sources{{{STDIN_FILENO, POLLIN, 0}, {signals_.descriptor(), POLLIN, 0}}};
     const int ready = poll(sources.data(), sources.size(), millisecondsUntil(end, now()));
     if (const auto input = answerSignals()) return *input;
     if (ready == 0) return {};
@@ -158,7 +152,7 @@ Input CursesScreen::nextInput(std::optional<double> seconds) {
     const auto happened = sources[0].revents;
     int unread = 0;
     const bool readable =
-        (happened & POLLIN) != 0 && ioctl(fileno(keyboard_), FIONREAD, &unread) == 0 && unread > 0;
+        (happened & POLLIN) != 0 && ioctl(STDIN_FILENO, FIONREAD, &unread) == 0 && unread > 0;
     if (happened != 0 && !readable) return {.kind = Input::Kind::ended};
   }
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,7 +14,7 @@ namespace terminal {
 
 struct TerminalCheck;
 
-/// The terminal that the program runs on, drawn by the curses library. It is taken over when
+/// The terminal on standard input and output, drawn by the curses library. It is taken over when
 /// this is made and given back in its former state when it goes, on suspension, and on a
 /// crash. There is at most one.
 class CursesScreen : public Screen {
@@ -33,7 +32,7 @@ class CursesScreen : public Screen {
   double now() const override;
 
  private:
-  CursesScreen(std::FILE* keyboard, bool unicode);
+  explicit CursesScreen(bool unicode);
   bool start(const TerminalCheck& check);
   void drawCell(const Cell& cell, int x, int y);
   std::optional<Input> answer(int signal);
@@ -41,7 +40,6 @@ class CursesScreen : public Screen {
   void suspend();
   void repaint();
 
-  std::FILE* keyboard_;
   SignalPipe signals_;  // before curses, which then leaves signals alone
   HeldErrors errors_;
   Look look_;

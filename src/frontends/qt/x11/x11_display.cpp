@@ -10,10 +10,6 @@ xcb_connection_t* connection() {
   return application == nullptr ? nullptr : application->connection();
 }
 
-xcb_window_t rootWindow() {
-  return xcb_setup_roots_iterator(xcb_get_setup(connection())).data->root;
-}
-
 int screenNumber() {
   char* host = nullptr;
   int display = 0;

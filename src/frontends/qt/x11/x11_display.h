@@ -18,8 +18,6 @@ namespace X11Display {
 /// Qt's own connection; nullptr when the display is not an X server.
 xcb_connection_t* connection();
 
-xcb_window_t rootWindow();
-
 /// The number of the display's screen that the program is on.
 int screenNumber();
 
