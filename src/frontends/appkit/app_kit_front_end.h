@@ -2,7 +2,9 @@
 
 #import <AppKit/AppKit.h>
 
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "frontends/appkit/menu_target.h"
 #include "ui/front_end.h"

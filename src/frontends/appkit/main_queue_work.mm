@@ -1,6 +1,9 @@
 #import <Foundation/Foundation.h>
 #include <dispatch/dispatch.h>
 
+#include <cstdint>
+#include <functional>
+#include <memory>
 #include <utility>
 
 #include "frontends/appkit/scheduled_work.h"

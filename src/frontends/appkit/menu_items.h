@@ -2,6 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
+#include <vector>
+
 #include "frontends/appkit/menu_target.h"
 #include "ui/menu.h"
 

@@ -1,5 +1,9 @@
 #include "frontends/appkit/menu_target.h"
 
+#include <cstdint>
+#include <optional>
+#include <variant>
+
 #include "frontends/appkit/represented_object.h"
 
 namespace {

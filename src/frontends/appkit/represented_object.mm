@@ -1,5 +1,9 @@
 #include "frontends/appkit/represented_object.h"
 
+#include <cstdint>
+#include <string>
+#include <variant>
+
 #include "platform/macos/foundation_text.h"
 
 /// A whole record as an object.

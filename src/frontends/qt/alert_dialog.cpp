@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <string>
+#include <vector>
 
 #include "frontends/qt/menu_label.h"
 #include "frontends/qt/pictures.h"

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "frontends/qt/menu_snapshot.h"
+#include "ui/memory_pressure_view.h"
 
 /// The menu as a tray host draws it: items with numbers, the strip as a bar of blocks. A
 /// number means the same thing for as long as the program runs; what means something else

@@ -5,6 +5,8 @@
 
 #include "frontends/qt/menu_snapshot.h"
 
+class QMenu;
+
 /// One item in a QMenu. What it means never changes; what it says may. The strip's item
 /// holds the strip as a widget.
 class ItemAction : public QWidgetAction {

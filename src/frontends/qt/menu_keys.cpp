@@ -1,5 +1,6 @@
 #include "frontends/qt/menu_keys.h"
 
+#include <cstdint>
 #include <unordered_map>
 #include <variant>
 

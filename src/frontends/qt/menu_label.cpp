@@ -1,6 +1,5 @@
 #include "frontends/qt/menu_label.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "frontends/qt/qt_text.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QPoint>
+#include <QString>
 #include <QTimer>
 #include <QWidget>
 #include <functional>

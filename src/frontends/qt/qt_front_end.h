@@ -1,17 +1,27 @@
 #pragma once
 
+#include <QObject>
+#include <QPoint>
 #include <QPointer>
+#include <QTimer>
+#include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "frontends/qt/bus/tray_connection.h"
 #include "frontends/qt/exported_menu.h"
+#include "frontends/qt/menu_snapshot.h"
 #include "frontends/qt/menu_tracking.h"
 #include "frontends/qt/settings_window.h"
 #include "frontends/qt/tray_presence.h"
 #include "ui/front_end.h"
+#include "ui/settings_line.h"
 
 class AlertDialog;
+class MenuDelegate;
 class PopupMenu;
+class QWidget;
 
 /// The desktop: an icon in the tray with a tooltip and a menu, alerts, the Settings window.
 /// Needs a QApplication.

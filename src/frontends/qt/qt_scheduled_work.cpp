@@ -1,6 +1,7 @@
 #include "frontends/qt/qt_scheduled_work.h"
 
 #include <QPointer>
+#include <QTimer>
 #include <cmath>
 #include <utility>
 

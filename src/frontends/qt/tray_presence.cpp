@@ -3,6 +3,7 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QSystemTrayIcon>
+#include <utility>
 
 #include "frontends/qt/menu_label.h"
 #include "frontends/qt/menu_window.h"

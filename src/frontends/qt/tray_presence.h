@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QObject>
+#include <QPoint>
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "frontends/qt/presence_kind.h"
 #include "frontends/qt/x11/embedded_tray_watch.h"
@@ -11,6 +13,7 @@
 
 class MenuWindow;
 class QSystemTrayIcon;
+class QWidget;
 
 /// Sees to it that something stands for the program on screen at any time: the icon in
 /// whatever tray there is, else the small window.

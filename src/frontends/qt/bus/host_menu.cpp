@@ -2,6 +2,7 @@
 
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "frontends/qt/bus/host_menu_messages.h"
 

@@ -3,9 +3,12 @@
 #include <QObject>
 #include <QTimer>
 #include <cstdint>
+#include <string_view>
 
 #include "frontends/qt/bus/sd_bus_ptr.h"
 #include "frontends/qt/exported_menu.h"
+#include "frontends/qt/menu_snapshot.h"
+#include "ui/memory_pressure_view.h"
 
 /// Serves the menu that tray hosts draw themselves (com.canonical.dbusmenu).
 ///

@@ -1,7 +1,6 @@
 #include "frontends/qt/bus/host_menu_messages.h"
 
 #include <algorithm>
-#include <string_view>
 #include <variant>
 
 #include "frontends/qt/dot_icon.h"

@@ -1,5 +1,6 @@
 #include "frontends/qt/bus/instance_name.h"
 
+#include <chrono>
 #include <optional>
 
 namespace {

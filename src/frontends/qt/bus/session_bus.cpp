@@ -4,7 +4,6 @@
 #include <time.h>
 
 #include <QAbstractEventDispatcher>
-#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <optional>

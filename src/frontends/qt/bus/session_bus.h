@@ -6,6 +6,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "frontends/qt/bus/sd_bus_ptr.h"
 

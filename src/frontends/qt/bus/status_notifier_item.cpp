@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QtEndian>
+#include <string_view>
 #include <utility>
 
 namespace {

@@ -1,6 +1,5 @@
 #include "frontends/qt/bus/tray_host_watch.h"
 
-#include <cstring>
 #include <utility>
 
 namespace {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <string>
 
 #include "frontends/qt/bus/sd_bus_ptr.h"
 

@@ -1,6 +1,7 @@
 #include "frontends/qt/x11/window_hints.h"
 
 #include <QWidget>
+#include <cstdint>
 
 #include "frontends/qt/x11/x11_display.h"
 
