@@ -65,3 +65,6 @@ struct MenuItem {
 struct Menu {
   std::vector<MenuItem> items;  ///< the first is the strip's
 };
+
+/// The menu's strip; nullptr for a menu without one.
+std::shared_ptr<const MemoryPressureView> stripOf(const Menu& menu);

@@ -24,13 +24,6 @@ void bringToFront(QWidget& window) {
   window.activateWindow();
 }
 
-std::shared_ptr<const MemoryPressureView> stripOf(const Menu& menu) {
-  for (const MenuItem& item : menu.items) {
-    if (item.strip) return item.strip;
-  }
-  return nullptr;
-}
-
 }  // namespace
 
 QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings)

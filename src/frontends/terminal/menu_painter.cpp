@@ -10,8 +10,8 @@
 #include "frontends/terminal/frame_painter.h"
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/menu_view.h"
-#include "frontends/terminal/strip_cells.h"
 #include "frontends/terminal/strip_painter.h"
+#include "ui/strip_bars.h"
 
 namespace terminal {
 namespace {
@@ -23,7 +23,7 @@ constexpr Style kFaint{.dim = true};
 /// "  [A]" for a process with a bar in the strip.
 std::string tagOf(const MenuItem& row, const MenuView& view) {
   if (!row.process || view.strip() == nullptr) return {};
-  const auto letter = letterOf(*view.strip(), row.process->pid);
+  const auto letter = barLetter(*view.strip(), row.process->pid);
   return letter ? "  [" + std::string(1, *letter) + "]" : std::string();
 }
 

@@ -72,8 +72,7 @@ Items MenuView::rows() const {
 }
 
 const MemoryPressureView* MenuView::strip() const {
-  if (menu_ == nullptr || menu_->items.empty()) return nullptr;
-  return menu_->items.front().strip.get();
+  return menu_ == nullptr ? nullptr : stripOf(*menu_).get();
 }
 
 const MenuItem* MenuView::selectedRow() const {

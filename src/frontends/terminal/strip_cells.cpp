@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/strip_bars.h"
+
 namespace terminal {
 namespace {
 
@@ -17,27 +19,15 @@ std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns) 
 
   std::size_t x = 0;
   for (std::size_t i = 0; i < strip.segments.size() && x < width; ++i) {
-    const double share = strip.segments[i].fraction * strip.scale() * columns;
-    const auto length = static_cast<std::size_t>(std::clamp(share, 1.0, double(columns)));
+    const std::size_t end = std::min(x + barLength(strip, i, width), width);
     cells[x].startsBar = true;
-    for (const std::size_t end = std::min(x + length, width); x < end; ++x) cells[x].segment = i;
+    for (; x < end; ++x) cells[x].segment = i;
     cells[x - 1].endsBar = true;
   }
 
   const auto marked = static_cast<std::size_t>(std::max(1L, std::lround(kMarkerShare * columns)));
   for (std::size_t i = width - std::min(marked, width); i < width; ++i) cells[i].marker = true;
   return cells;
-}
-
-char letterOf(std::size_t segment) {
-  return segment < 26 ? static_cast<char>('A' + segment) : '+';
-}
-
-std::optional<char> letterOf(const MemoryPressureView& strip, std::int32_t pid) {
-  const auto found = std::find_if(strip.segments.begin(), strip.segments.end(),
-                                  [&](const Segment& segment) { return segment.pid == pid; });
-  if (found == strip.segments.end()) return std::nullopt;
-  return letterOf(static_cast<std::size_t>(found - strip.segments.begin()));
 }
 
 Pressure pressureOf(const MemoryPressureView& strip) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -22,12 +21,6 @@ struct StripCell {
 /// The strip in that many columns: each bar its share of them, rounded down but at least one,
 /// as far as there is room; the marker over the rightmost 8 %, at least one.
 std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns);
-
-/// The letter that ties a bar to its rows: A, B, C … from the left.
-char letterOf(std::size_t segment);
-
-/// The letter of a process that has a bar.
-std::optional<char> letterOf(const MemoryPressureView& strip, std::int32_t pid);
 
 enum class Pressure { low, medium, high };
 

@@ -7,6 +7,7 @@
 #include "frontends/terminal/color_depth.h"
 #include "frontends/terminal/strip_cells.h"
 #include "text/format.h"
+#include "ui/strip_bars.h"
 
 namespace terminal {
 namespace {
@@ -37,7 +38,7 @@ void paintPlain(CellGrid& grid, const MemoryPressureView& strip, const Box& trac
     if (cell.marker) {
       grid.write(x, track.y, markerSign(pressureOf(strip), look.signs), {}, 1);
     } else if (cell.segment) {
-      grid.write(x, track.y, std::string(1, letterOf(*cell.segment)), {}, 1);
+      grid.write(x, track.y, std::string(1, barLetter(*cell.segment)), {}, 1);
     } else {
       grid.write(x, track.y, look.signs.emptyTrack, {}, 1);
     }
@@ -57,7 +58,7 @@ void paintColored(CellGrid& grid, const MemoryPressureView& strip, const Box& tr
     Style style{.foreground = readableOn(ground), .background = ground};
     std::string shown = " ";
     if (cell.startsBar) {
-      shown = letterOf(*cell.segment);
+      shown = barLetter(*cell.segment);
     } else if (cell.endsBar) {
       shown = look.signs.divider;
       style.foreground = painted(kDivider, ground);

@@ -4,22 +4,16 @@
 
 #include "text/display_line.h"
 #include "text/format.h"
+#include "ui/strip_bars.h"
 
 namespace {
 
 constexpr std::size_t kCells = 40;
 
-/// The letter of the strip's bar at this place; after Z it begins anew.
-char letter(std::size_t place) {
-  return static_cast<char>('A' + place % 26);
-}
-
 /// "  [A]" for a process that has a bar in the strip, else nothing.
 std::string barMark(const MemoryPressureView& strip, std::int32_t pid) {
-  const auto bar = std::find_if(strip.segments.begin(), strip.segments.end(),
-                                [pid](const Segment& segment) { return segment.pid == pid; });
-  if (bar == strip.segments.end()) return "";
-  return std::string("  [") + letter(static_cast<std::size_t>(bar - strip.segments.begin())) + "]";
+  const auto letter = barLetter(strip, pid);
+  return letter ? std::string("  [") + *letter + "]" : "";
 }
 
 std::string itemLine(const MenuItem& item, const MemoryPressureView& strip) {
@@ -33,21 +27,12 @@ std::string itemLine(const MenuItem& item, const MemoryPressureView& strip) {
   return line;
 }
 
-const MemoryPressureView& stripOf(const Menu& menu) {
-  static const MemoryPressureView kNone;
-  const auto item = std::find_if(menu.items.begin(), menu.items.end(),
-                                 [](const MenuItem& one) { return one.strip != nullptr; });
-  return item == menu.items.end() ? kNone : *item->strip;
-}
-
 }  // namespace
 
 std::string stripText(const MemoryPressureView& strip) {
-  const double scale = strip.scale();
   std::string bars;
   for (std::size_t i = 0; i < strip.segments.size(); ++i) {
-    const auto share = static_cast<std::size_t>(scale * strip.segments[i].fraction * kCells);
-    bars.append(std::max<std::size_t>(share, 1), letter(i));
+    bars.append(barLength(strip, i, kCells), barLetter(i));
   }
   bars.resize(std::min(bars.size(), kCells));
 
@@ -57,7 +42,8 @@ std::string stripText(const MemoryPressureView& strip) {
 }
 
 std::string menuText(const Menu& menu) {
-  const MemoryPressureView& strip = stripOf(menu);
+  const auto found = stripOf(menu);
+  const MemoryPressureView strip = found ? *found : MemoryPressureView();
   std::string text;
   for (const MenuItem& item : menu.items) text += itemLine(item, strip) + "\n";
   return text;

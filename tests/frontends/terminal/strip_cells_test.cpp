@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/row_name.h"
+#include "ui/strip_bars.h"
 
 namespace {
 
@@ -24,7 +25,7 @@ MemoryPressureView stripOf(const std::vector<double>& fractions) {
 TEST_P(StripCells, AreInProportion) {
   std::string picture;
   for (const auto& cell : terminal::stripCells(stripOf(GetParam().fractions), GetParam().columns)) {
-    const char bar = cell.segment ? terminal::letterOf(*cell.segment) : '.';
+    const char bar = cell.segment ? barLetter(*cell.segment) : '.';
     picture += cell.marker && bar == '.' ? '#' : bar;
   }
   EXPECT_EQ(picture, GetParam().picture);
@@ -48,14 +49,6 @@ TEST(StripCells, KnowWhereABarBeginsAndEnds) {
   EXPECT_TRUE(!cells[1].startsBar && cells[1].endsBar);
   EXPECT_TRUE(cells[2].startsBar && cells[2].endsBar);
   EXPECT_FALSE(cells[3].startsBar || cells[3].endsBar);
-}
-
-TEST(StripLetters, TieBarsToProcesses) {
-  MemoryPressureView strip;
-  strip.segments = {{.pid = 7}, {.pid = 3}};
-  EXPECT_EQ(terminal::letterOf(strip, 7), 'A');
-  EXPECT_EQ(terminal::letterOf(strip, 3), 'B');
-  EXPECT_EQ(terminal::letterOf(strip, 9), std::nullopt);
 }
 
 struct PressureRow {

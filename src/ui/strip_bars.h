@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "ui/memory_pressure_view.h"
+
+// The strip's bars where a row of characters stands in for the picture.
+
+/// The letter of the bar at this place, from 0: A, B, C … from the left; "+" beyond Z.
+char barLetter(std::size_t place);
+
+/// The letter of a process's bar; none for a process without one.
+std::optional<char> barLetter(const MemoryPressureView& strip, std::int32_t pid);
+
+/// How many characters the bar at this place takes in a track of `columns` of them, 1 or
+/// more: its share of the track, rounded down, but at least one. Together the bars may take
+/// more than there are.
+std::size_t barLength(const MemoryPressureView& strip, std::size_t place, std::size_t columns);

@@ -1,0 +1,79 @@
+#include "ui/strip_bars.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "fakes/row_name.h"
+
+namespace {
+
+struct LetterRow {
+  const char* name;
+  std::size_t place;
+  char letter;
+};
+
+class BarLetter : public testing::TestWithParam<LetterRow> {};
+
+TEST_P(BarLetter, CountsFromTheLeft) {
+  EXPECT_EQ(barLetter(GetParam().place), GetParam().letter);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, BarLetter,
+                         testing::Values(LetterRow{"First", 0, 'A'}, LetterRow{"Second", 1, 'B'},
+                                         LetterRow{"Last", 25, 'Z'},
+                                         LetterRow{"BeyondTheAlphabet", 26, '+'},
+                                         LetterRow{"FarBeyond", 1000, '+'}),
+                         rowName<LetterRow>);
+
+struct OwnerRow {
+  const char* name;
+  std::int32_t pid;
+  std::optional<char> letter;
+};
+
+class BarOfAProcess : public testing::TestWithParam<OwnerRow> {};
+
+TEST_P(BarOfAProcess, HasItsLetter) {
+  MemoryPressureView strip;
+  strip.segments = {{.pid = 7}, {.pid = 3}};
+  EXPECT_EQ(barLetter(strip, GetParam().pid), GetParam().letter);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, BarOfAProcess,
+                         testing::Values(OwnerRow{"First", 7, 'A'}, OwnerRow{"Second", 3, 'B'},
+                                         OwnerRow{"None", 9, std::nullopt}),
+                         rowName<OwnerRow>);
+
+struct LengthRow {
+  const char* name;
+  std::vector<double> fractions;
+  std::size_t columns;
+  std::vector<std::size_t> lengths;
+};
+
+class BarLength : public testing::TestWithParam<LengthRow> {};
+
+TEST_P(BarLength, IsTheShareOfTheTrack) {
+  MemoryPressureView strip;
+  for (const double fraction : GetParam().fractions) strip.segments.push_back({fraction});
+  std::vector<std::size_t> lengths;
+  for (std::size_t place = 0; place < strip.segments.size(); ++place) {
+    lengths.push_back(barLength(strip, place, GetParam().columns));
+  }
+  EXPECT_EQ(lengths, GetParam().lengths);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, BarLength,
+    testing::Values(LengthRow{"HalfAndQuarter", {0.5, 0.25}, 20, {10, 5}},
+                    LengthRow{"RoundedDown", {0.19, 0.29}, 10, {1, 2}},
+                    LengthRow{"AtLeastOne", {0.003, 0}, 20, {1, 1}},
+                    LengthRow{"ShrunkWhenTheyOverflow", {0.75, 0.5}, 10, {6, 4}},
+                    LengthRow{"All", {1.0}, 40, {40}},
+                    LengthRow{"MoreThanThereIsRoomFor", {1.0, 0.003, 0.003}, 10, {9, 1, 1}},
+                    LengthRow{"OneColumn", {0.5, 0.5}, 1, {1, 1}}),
+    rowName<LengthRow>);
+
+}  // namespace
