@@ -1,5 +1,7 @@
 #include "ui/memory_pressure_view.h"
 
+#include "ui/pressure_level.h"
+
 namespace {
 
 constexpr double kInsetX = 10;
@@ -12,12 +14,6 @@ constexpr double kDividerWidth = 1;
 
 constexpr double kMarkerShare = 0.08;  // of the track, at its right end
 constexpr double kGlossRadius = 4;
-
-Color markerColor(double pressure) {
-  if (pressure < 0.55) return {0.2, 0.9, 0.45, 0.35};
-  if (pressure < 0.8) return {0.95, 0.85, 0.2, 0.4};
-  return {1.0, 0.35, 0.3, 0.45};
-}
 
 void drawBars(Canvas& canvas, const Rectangle& track, const MemoryPressureView& view) {
   const double scale = view.scale();
@@ -54,7 +50,7 @@ void MemoryPressureView::draw(Canvas& canvas, const Rectangle& bounds) const {
   drawBars(canvas, track, *this);
   const double markerWidth = kMarkerShare * track.width;
   canvas.fillRect({track.maxX() - markerWidth, track.minY(), markerWidth, track.height},
-                  markerColor(pressure));
+                  pressureColor(pressureLevel(pressure)));
   canvas.restoreState();
 
   const Rectangle gloss{track.minX() + 1, track.midY(), track.width - 2, track.height * 0.5 - 1};

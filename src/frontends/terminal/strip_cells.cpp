@@ -30,21 +30,4 @@ std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns) 
   return cells;
 }
 
-Pressure pressureOf(const MemoryPressureView& strip) {
-  if (strip.pressure < 0.55) return Pressure::low;
-  return strip.pressure < 0.8 ? Pressure::medium : Pressure::high;
-}
-
-Color markerColor(Pressure pressure) {
-  switch (pressure) {
-    case Pressure::low:
-      return {0.2, 0.9, 0.45};
-    case Pressure::medium:
-      return {0.95, 0.85, 0.2};
-    case Pressure::high:
-      break;
-  }
-  return {1.0, 0.35, 0.3};
-}
-
 }  // namespace terminal

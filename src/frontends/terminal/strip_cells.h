@@ -22,12 +22,4 @@ struct StripCell {
 /// as far as there is room; the marker over the rightmost 8 %, at least one.
 std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns);
 
-enum class Pressure { low, medium, high };
-
-/// By the thresholds of the marker's colours.
-Pressure pressureOf(const MemoryPressureView& strip);
-
-/// The marker's colour, without its transparency.
-Color markerColor(Pressure pressure);
-
 }  // namespace terminal

@@ -7,6 +7,7 @@
 #include "frontends/terminal/color_depth.h"
 #include "frontends/terminal/strip_cells.h"
 #include "text/format.h"
+#include "ui/pressure_level.h"
 #include "ui/strip_bars.h"
 
 namespace terminal {
@@ -16,13 +17,13 @@ constexpr Rgb kTrack{38, 38, 38};
 constexpr Color kDivider = Color::white(0, 0.5);
 constexpr int kPercentColumns = 6;  // "  100%"
 
-std::string_view markerSign(Pressure pressure, const Signs& signs) {
-  switch (pressure) {
-    case Pressure::low:
+std::string_view markerSign(PressureLevel level, const Signs& signs) {
+  switch (level) {
+    case PressureLevel::low:
       return signs.pressureLow;
-    case Pressure::medium:
+    case PressureLevel::medium:
       return signs.pressureMedium;
-    case Pressure::high:
+    case PressureLevel::high:
       break;
   }
   return signs.pressureHigh;
@@ -36,7 +37,7 @@ void paintPlain(CellGrid& grid, const MemoryPressureView& strip, const Box& trac
   int x = track.x + 1;
   for (const StripCell& cell : cells) {
     if (cell.marker) {
-      grid.write(x, track.y, markerSign(pressureOf(strip), look.signs), {}, 1);
+      grid.write(x, track.y, markerSign(pressureLevel(strip.pressure), look.signs), {}, 1);
     } else if (cell.segment) {
       grid.write(x, track.y, std::string(1, barLetter(*cell.segment)), {}, 1);
     } else {
@@ -50,7 +51,7 @@ void paintPlain(CellGrid& grid, const MemoryPressureView& strip, const Box& trac
 void paintColored(CellGrid& grid, const MemoryPressureView& strip, const Box& track,
                   const Look& look) {
   const std::vector<StripCell> cells = stripCells(strip, track.width);
-  const Rgb marker = painted(markerColor(pressureOf(strip)), kTrack);
+  const Rgb marker = painted(pressureColor(pressureLevel(strip.pressure)).withAlpha(1), kTrack);
   int x = track.x;
   for (const StripCell& cell : cells) {
     const Rgb bar = cell.segment ? painted(strip.segments[*cell.segment].color, kTrack) : kTrack;
@@ -85,11 +86,11 @@ void paintStrip(CellGrid& grid, const MemoryPressureView& strip, const Box& box,
 void paintPressure(CellGrid& grid, const MemoryPressureView& strip, const Box& box,
                    const Look& look) {
   static constexpr std::string_view kWords[] = {"low", "medium", "high"};
-  const Pressure pressure = pressureOf(strip);
+  const PressureLevel level = pressureLevel(strip.pressure);
   const std::string words =
-      "Memory pressure " + std::string(kWords[static_cast<std::size_t>(pressure)]);
+      "Memory pressure " + std::string(kWords[static_cast<std::size_t>(level)]);
   // Bold rather than yellow on white: the ground is the terminal's own.
-  const Style style{.bold = look.colored && pressure != Pressure::low};
+  const Style style{.bold = look.colored && level != PressureLevel::low};
   const int columns = columnsOf(words);
   grid.write(box.right() - 1 - columns, box.y, words, style, columns);
 }

@@ -51,28 +51,4 @@ TEST(StripCells, KnowWhereABarBeginsAndEnds) {
   EXPECT_FALSE(cells[3].startsBar || cells[3].endsBar);
 }
 
-struct PressureRow {
-  const char* name;
-  double pressure;
-  terminal::Pressure word;
-};
-
-class StripPressure : public testing::TestWithParam<PressureRow> {};
-
-TEST_P(StripPressure, HasTheThresholdsOfTheMarker) {
-  MemoryPressureView strip;
-  strip.pressure = GetParam().pressure;
-  EXPECT_EQ(terminal::pressureOf(strip), GetParam().word);
-}
-
-INSTANTIATE_TEST_SUITE_P(Table, StripPressure,
-                         testing::Values(PressureRow{"None", 0, terminal::Pressure::low},
-                                         PressureRow{"BelowMedium", 0.549, terminal::Pressure::low},
-                                         PressureRow{"Medium", 0.55, terminal::Pressure::medium},
-                                         PressureRow{"BelowHigh", 0.799,
-                                                     terminal::Pressure::medium},
-                                         PressureRow{"High", 0.8, terminal::Pressure::high},
-                                         PressureRow{"Full", 1, terminal::Pressure::high}),
-                         rowName<PressureRow>);
-
 }  // namespace
