@@ -5,7 +5,7 @@ namespace terminal {
 /// One thing that happened at the terminal.
 struct Input {
   enum class Kind {
-    nothing,  ///< the time to wait is over
+    nothing,  ///< the time to wait is over, or a key that means nothing
     character,
     up,
     down,

@@ -11,6 +11,7 @@
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/menu_view.h"
 #include "frontends/terminal/strip_painter.h"
+#include "text/format.h"
 #include "ui/strip_bars.h"
 
 namespace terminal {
@@ -192,7 +193,9 @@ void paintMenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geometr
 }
 
 void paintTooSmall(CellGrid& grid, const Look& look) {
-  grid.write(0, 0, "Vorda needs 40 x 10", {}, grid.size().width, look.signs.ellipsis);
+  const std::string words =
+      text::format("Vorda needs %d x %d", kSmallestSize.width, kSmallestSize.height);
+  grid.write(0, 0, words, {}, grid.size().width, look.signs.ellipsis);
 }
 
 }  // namespace terminal

@@ -2,16 +2,10 @@
 
 #include <cstddef>
 
+#include "platform/linux/blanks.h"
+
 namespace platform {
 namespace {
-
-constexpr std::string_view kBlanks = " \t\r";
-
-std::string_view trimmed(std::string_view text) {
-  const auto begin = text.find_first_not_of(kBlanks);
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
-}
 
 /// What follows a backslash in a value.
 void appendEscape(char letter, std::string& text) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "platform/linux/blanks.h"
 #include "platform/linux/unit_command.h"
 #include "platform/posix/utf8.h"
 
@@ -12,13 +13,6 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr auto kLineEnds = "\n\0"sv;
-constexpr auto kBlanks = " \t\r"sv;
-
-std::string_view trimmed(std::string_view text) {
-  const auto begin = text.find_first_not_of(kBlanks);
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
-}
 
 /// Whether the last backslash of the line is not itself escaped by one before it.
 bool goesOn(std::string_view line) {
