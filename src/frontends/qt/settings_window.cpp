@@ -44,7 +44,7 @@ QPalette linePalette(const SettingsView::Line& line, QPalette palette) {
 
 SettingsWindow::SettingsWindow(const std::vector<SettingsView::Line>& lines) {
   setAttribute(Qt::WA_DeleteOnClose);
-  setWindowTitle("Vorda");
+  setWindowTitle(SettingsView::kTitle);
   setWindowIcon(badgeIcon());
   setFixedSize(SettingsView::kWidth, SettingsView::kHeight);
 

@@ -23,6 +23,11 @@ TEST(SettingsWindow, is400By260) {
   EXPECT_EQ(window.minimumSize(), window.maximumSize());
 }
 
+TEST(SettingsWindow, isTitledAsSuch) {
+  const SettingsWindow window({{"Vorda"}});
+  EXPECT_EQ(window.windowTitle(), "Vorda Settings");
+}
+
 TEST(SettingsWindow, showsTheLinesFromTopToBottom) {
   SettingsWindow window({{"one"}, {"two"}, {"three"}});
   window.show();

@@ -90,7 +90,7 @@ TEST_F(TrayPresence, windowOpensTheMenuAndSettings) {
   desktop.press({"Escape"});
   EXPECT_TRUE(windowGoes(kMenu));
   desktop.press({"ctrl+comma"});
-  EXPECT_TRUE(windowAppears(kDialog));
+  EXPECT_TRUE(windowAppears(kSettings));
 }
 
 TEST_F(TrayPresence, secondStartShowsSettingsAndEnds) {
@@ -104,11 +104,11 @@ TEST_F(TrayPresence, secondStartShowsSettingsAndEnds) {
     return ended.has_value();
   }));
   EXPECT_EQ(status, 0);
-  EXPECT_TRUE(windowAppears(kDialog));
+  EXPECT_TRUE(windowAppears(kSettings));
   EXPECT_EQ(host->icon(), icon);
 
   desktop.press({"Escape"});
-  EXPECT_TRUE(windowGoes(kDialog));
+  EXPECT_TRUE(windowGoes(kSettings));
   EXPECT_TRUE(host->isOwned(icon));
   EXPECT_EQ(program->poll(), std::nullopt);
 }
@@ -116,7 +116,7 @@ TEST_F(TrayPresence, secondStartShowsSettingsAndEnds) {
 TEST_F(TrayPresence, settingsOpenAtOnceForTheActionOfTheDesktopEntry) {
   host->appear();
   program = desktop.startProgram({}, {"--settings"});
-  EXPECT_TRUE(windowAppears(kDialog));
+  EXPECT_TRUE(windowAppears(kSettings));
   EXPECT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
 }
 
@@ -133,8 +133,8 @@ TEST_F(TrayPresence, onlySettingsHaveAPlaceInTheTaskBar) {
   ASSERT_TRUE(windowGoes(kDialog));
 
   const auto second = desktop.startProgram();
-  ASSERT_TRUE(windowAppears(kDialog));
-  EXPECT_FALSE(keepsOffTaskbar(desktop.display(), kDialog));
+  ASSERT_TRUE(windowAppears(kSettings));
+  EXPECT_FALSE(keepsOffTaskbar(desktop.display(), kSettings));
 }
 
 TEST_F(TrayPresence, quitLeavesNothing) {

@@ -11,7 +11,8 @@
 class TrayTest : public testing::Test {
  protected:
   static constexpr const char* kWindow = "Vorda²";  ///< the small window's title
-  static constexpr const char* kDialog = "Vorda";   ///< that of alerts and of Settings
+  static constexpr const char* kDialog = "Vorda";   ///< that of alerts
+  static constexpr const char* kSettings = "Vorda Settings";
   static constexpr const char* kMenu = "Vorda menu";
   static constexpr const char* kName = "com.halvek.Vorda";
 
