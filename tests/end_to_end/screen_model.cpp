@@ -299,7 +299,6 @@ std::string ScreenModel::reversed() const {
 
 ScreenModel::Place ScreenModel::find(const std::string& text) const {
   for (int y = 0; y < height(); ++y) {
-    std::string before;
     const Row& row = cells_[static_cast<std::size_t>(y)];
     for (int x = 0; x < width_; ++x) {
       std::string from;

@@ -13,7 +13,6 @@ class ScreenModel {
   void feed(std::string_view bytes);
   void resize(int width, int height);
 
-  int width() const { return width_; }
   int height() const { return static_cast<int>(cells_.size()); }
   std::string row(int y) const;
   /// All rows, a line each.

@@ -113,7 +113,6 @@ std::optional<std::string> loginName(std::uint32_t uid) {
 }
 
 MemoryReading readMemory() {
-  ++scripted.memoryReadings;
   if (scripted.nextCallFails()) return {};
   return scripted.memory;
 }

@@ -68,7 +68,6 @@ struct ScriptedPlatform {
   std::vector<std::string> serviceCalls;  ///< "stop LABEL 1", "start LABEL 2", …
   int jobFileListings = 0;
   int pidListings = 0;
-  int memoryReadings = 0;
   std::vector<std::int32_t> footprintsRead;
   int loginNameLookups = 0;
   int systemMonitorOpened = 0;

@@ -249,18 +249,19 @@ TEST_F(WithoutManager, AnAddressThatIsNoneIsNoManager) {
 }
 
 /// A socket in `folder` at which somebody listens who never says a word.
-platform::FileDescriptor silentSocket(const TempFolder& folder, int backlog) {
+platform::FileDescriptor silentSocket(const TempFolder& folder) {
   platform::FileDescriptor listener(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_un address = {};
   address.sun_family = AF_UNIX;
   (folder / "bus").string().copy(address.sun_path, sizeof address.sun_path - 1);
   EXPECT_EQ(bind(listener.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-  EXPECT_EQ(listen(listener.get(), backlog), 0);
+  constexpr int kBacklog = 16;
+  EXPECT_EQ(listen(listener.get(), kBacklog), 0);
   return listener;
 }
 
 TEST_F(WithoutManager, ABusThatNeverAnswersIsGivenUp) {
-  const auto listener = silentSocket(folder_, 16);
+  const auto listener = silentSocket(folder_);
   const ScopedVariable runtime("XDG_RUNTIME_DIR", folder_.path().c_str());
   const auto time = timeOfNothingLoaded();
   EXPECT_GE(time, platform::UserBus::kPatience);
@@ -269,7 +270,7 @@ TEST_F(WithoutManager, ABusThatNeverAnswersIsGivenUp) {
 }
 
 TEST_F(WithoutManager, ABusThatSaysNonsenseIsNoManager) {
-  const auto listener = silentSocket(folder_, 16);
+  const auto listener = silentSocket(folder_);
   std::thread nonsense([&listener] {
     for (int i = 0; i < 3; ++i) {
       const platform::FileDescriptor peer(accept4(listener.get(), nullptr, nullptr, SOCK_CLOEXEC));

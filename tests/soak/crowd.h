@@ -20,9 +20,6 @@ class Crowd {
   /// Who has to be in the list as long as the crowd is there; empty when it can't be there.
   const std::vector<pid_t>& steady() const { return steady_; }
 
-  /// Says that the test ends this many of the steady ones itself.
-  void allowLoss(int count) { allowedLoss_ = count; }
-
  private:
   std::string readLine() const;
 
@@ -31,5 +28,4 @@ class Crowd {
   pid_t pid_ = -1;
   int input_ = -1;
   int output_ = -1;
-  int allowedLoss_ = 0;
 };

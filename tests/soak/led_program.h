@@ -20,8 +20,8 @@ class LedProgram {
   LedProgram& operator=(const LedProgram&) = delete;
 
   struct Answer {
-    std::set<pid_t> pids;  ///< who is in the list
-    std::vector<std::string> alerts;
+    std::set<pid_t> pids;             ///< who is in the list
+    std::vector<std::string> alerts;  ///< the titles of those that were shown meanwhile
     std::string menu;
     bool isWhole = false;  ///< false: the program is gone, or silent for a minute
   };

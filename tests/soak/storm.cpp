@@ -87,6 +87,7 @@ bool Storm::refresh(LedProgram& program, const Pids& expected) {
   std::copy_if(expected.begin(), expected.end(), std::back_inserter(missing),
                [&](pid_t pid) { return !answer.pids.contains(pid); });
   EXPECT_EQ(missing, Pids()) << "not in the list, of " << expected.size();
+  EXPECT_EQ(answer.alerts, std::vector<std::string>()) << "alerts, though nothing was chosen";
   return !HasFailure();
 }
 

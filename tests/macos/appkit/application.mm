@@ -109,7 +109,6 @@ NSWindow* onScreen = nil;
   }
   for (NSButton* button in buttons_) shown.buttons.push_back([[button title] UTF8String]);
   record.alerts.push_back(shown);
-  if (record.whileAlertIsOpen) record.whileAlertIsOpen();
   // The button that is there without having been added answers 0.
   if (record.answers.empty()) return [buttons_ count] == 0 ? 0 : NSAlertFirstButtonReturn;
   const int answer = record.answers.front();

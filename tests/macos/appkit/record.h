@@ -32,7 +32,6 @@ struct Record {
   bool buttonless = false;          ///< status items have no button
   bool withoutApplication = false;  ///< there is no application object
   std::deque<int> answers;          ///< of alerts; none left: what the only or first button gives
-  std::function<void()> whileAlertIsOpen;
   std::function<void()> whileRunning;  ///< runs once the application has launched
 
   // What it was asked.

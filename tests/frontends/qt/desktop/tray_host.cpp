@@ -107,23 +107,20 @@ BusMessage TrayHost::call(const std::string& destination, const char* path, cons
   return BusMessage(reply);
 }
 
-std::string TrayHost::iconText(const char* property) {
-  const BusMessage reply =
-      call(icon_, kItemPath, "org.freedesktop.DBus.Properties", "Get",
-           [&](sd_bus_message* m) { sd_bus_message_append(m, "ss", kItem, property); });
+BusMessage TrayHost::iconProperty(const char* property) {
+  return call(icon_, kItemPath, "org.freedesktop.DBus.Properties", "Get",
+              [&](sd_bus_message* m) { sd_bus_message_append(m, "ss", kItem, property); });
+}
+
+std::string TrayHost::title() {
+  const BusMessage reply = iconProperty("Title");
   const char* text = "";
   sd_bus_message_read(reply.get(), "v", "s", &text);
   return text;
 }
 
-std::string TrayHost::title() {
-  return iconText("Title");
-}
-
 std::string TrayHost::toolTip() {
-  const BusMessage reply =
-      call(icon_, kItemPath, "org.freedesktop.DBus.Properties", "Get",
-           [](sd_bus_message* m) { sd_bus_message_append(m, "ss", kItem, "ToolTip"); });
+  const BusMessage reply = iconProperty("ToolTip");
   const char* text = "";
   sd_bus_message_enter_container(reply.get(), 'v', "(sa(iiay)ss)");
   sd_bus_message_enter_container(reply.get(), 'r', "sa(iiay)ss");

@@ -51,7 +51,8 @@ class TrayHost {
   BusMessage call(const std::string& destination, const char* path, const char* interface,
                   const char* member, const std::function<void(sd_bus_message*)>& fill = {});
   void event(int id, const char* kind);
-  std::string iconText(const char* property);
+  /// The answer to "Get" for that property of the icon.
+  BusMessage iconProperty(const char* property);
 
   BusPtr bus_;
   BusSlot watcher_;
