@@ -1,6 +1,5 @@
 #include "population_plan.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 

@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <map>
 #include <random>
 #include <string>
@@ -13,6 +14,7 @@
 #include "scanner/process_scanner.h"
 #include "scanner/role_classification.h"
 #include "text/path.h"
+#include "text/unicode.h"
 #include "ui/menu_construction.h"
 
 namespace bench {

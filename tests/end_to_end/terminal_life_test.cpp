@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <csignal>
+#include <map>
+#include <optional>
 
 #include "end_to_end/terminal_session.h"
 #include "fakes/row_name.h"

@@ -1,6 +1,5 @@
 #include "platform/macos/argument_block.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <limits>

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "fakes/recording_canvas.h"
-#include "fakes/row_name.h"
 #include "frontends/appkit/represented_object.h"
 #include "frontends/appkit/strip_view.h"
 #include "macos/appkit/user.h"

@@ -1,6 +1,5 @@
 #include "frontends/appkit/settings_window.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "app/branding.h"

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cctype>
 #include <random>
+#include <set>
 
 #include "reference/process_rules.h"
 #include "reference/text_rules.h"

@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <fstream>
 #include <iterator>
 #include <sstream>

@@ -1,4 +1,6 @@
 // A day in minutes.
+#include <cstdio>
+
 #include "soak/crowd.h"
 #include "soak/storm.h"
 #include "soak/vitals.h"

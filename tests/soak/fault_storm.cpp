@@ -1,9 +1,6 @@
 // System calls that fail: each in turn, each way it can.
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
-#include <optional>
 #include <vector>
 
 #include "soak/crowd.h"

@@ -4,7 +4,6 @@
 //
 // Each storm has one file here. One that this machine can't have is skipped and says why.
 #include <gtest/gtest.h>
-#include <sys/prctl.h>
 
 #include <clocale>
 #include <csignal>

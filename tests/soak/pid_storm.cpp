@@ -1,13 +1,10 @@
 // Pids that wrap around and are given anew, in a pid namespace of the test's own.
-#include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/prctl.h>
 #include <sys/utsname.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdio>
 #include <fstream>
 

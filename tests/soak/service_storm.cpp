@@ -1,8 +1,5 @@
 // The user's service manager and its bus: restarted, standing still, gone.
-#include <unistd.h>
-
-#include <csignal>
-#include <fstream>
+#include <algorithm>
 #include <optional>
 
 #include "soak/storm.h"

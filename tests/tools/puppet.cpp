@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cerrno>
 #include <csignal>
 #include <cstdint>
 #include <cstring>

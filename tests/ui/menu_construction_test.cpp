@@ -9,7 +9,6 @@
 
 #include "fakes/row_name.h"
 #include "fakes/scripted_platform.h"
-#include "ui/process_color.h"
 
 namespace {
 

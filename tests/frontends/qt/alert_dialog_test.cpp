@@ -9,8 +9,6 @@
 #include <QPushButton>
 #include <QScreen>
 
-#include "frontends/qt/qt_text.h"
-
 namespace {
 
 Alert forceQuit() {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QKeyEvent>
 #include <QPushButton>
 
 #include "frontends/qt/event_loop.h"

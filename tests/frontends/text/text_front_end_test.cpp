@@ -1,6 +1,5 @@
 #include "frontends/text/text_front_end.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "macos/appkit/registry.h"
 #include "macos/appkit/user.h"
 

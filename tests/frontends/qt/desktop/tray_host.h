@@ -3,7 +3,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "frontends/qt/bus/sd_bus_ptr.h"
 #include "frontends/qt/host_item.h"
