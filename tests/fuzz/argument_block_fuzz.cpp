@@ -5,11 +5,12 @@
 #include "fuzz/fuzzing.h"
 #include "platform/macos/argument_block.h"
 #include "platform/posix/utf8.h"
+#include "tools/joined.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   platform::ProcessFacts facts;
   platform::readArgumentBlock(fuzzing::text(data, size), facts);
-  FUZZ_CHECK(facts.commandLine == fuzzing::joined(facts.arguments));
+  FUZZ_CHECK(facts.commandLine == joined(facts.arguments));
   FUZZ_CHECK(std::all_of(facts.arguments.begin(), facts.arguments.end(), [](auto argument) {
     return !argument.empty() && platform::isUtf8(argument);
   }));

@@ -6,6 +6,7 @@
 #include "scanner/credentials/credential_finder.h"
 #include "scanner/process_scanner.h"
 #include "scanner/secret_redaction.h"
+#include "tools/joined.h"
 
 namespace {
 
@@ -38,7 +39,7 @@ std::string withoutMasks(std::string line) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto arguments = fuzzing::split(fuzzing::text(data, size), '\n');
   const std::vector<std::string_view> views(arguments.begin(), arguments.end());
-  const std::string line = fuzzing::joined(arguments);
+  const std::string line = joined(arguments);
 
   const auto found = CredentialFinder::inArguments(views);
   for (const auto& [argument, spans] : found) checkOrder(spans, arguments.at(argument).size());

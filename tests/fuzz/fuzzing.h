@@ -30,15 +30,6 @@ inline std::vector<std::string> split(std::string_view bytes, char separator) {
   }
 }
 
-inline std::string joined(const auto& parts) {
-  std::string line;
-  for (std::size_t i = 0; i < parts.size(); ++i) {
-    if (i > 0) line += ' ';
-    line += parts[i];
-  }
-  return line;
-}
-
 [[noreturn]] inline void fail(const char* file, int line, const char* claim) {
   std::fprintf(stderr, "%s:%d: does not hold: %s\n", file, line, claim);
   std::abort();

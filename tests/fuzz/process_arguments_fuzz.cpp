@@ -6,6 +6,7 @@
 #include "fuzz/fuzzing.h"
 #include "platform/linux/process_arguments.h"
 #include "platform/posix/utf8.h"
+#include "tools/joined.h"
 
 namespace {
 
@@ -25,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   platform::ProcessFacts facts;
   platform::readArguments(block, {executable, comm}, facts);
-  FUZZ_CHECK(facts.commandLine == fuzzing::joined(facts.arguments));
+  FUZZ_CHECK(facts.commandLine == joined(facts.arguments));
   FUZZ_CHECK(std::all_of(facts.arguments.begin(), facts.arguments.end(), [](auto argument) {
     return !argument.empty() && platform::isUtf8(argument);
   }));

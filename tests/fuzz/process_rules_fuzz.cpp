@@ -6,6 +6,7 @@
 #include "reference/process_rules.h"
 #include "reference/text_rules.h"
 #include "scanner/process_scanner.h"
+#include "tools/joined.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes = fuzzing::text(data, size);
@@ -13,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   constexpr std::size_t kLongest = 4096;
   if (size > kLongest || !platform::isUtf8(bytes)) return 0;
   const std::vector<std::string> arguments = fuzzing::split(bytes, '\n');
-  const std::string line = fuzzing::joined(arguments);
+  const std::string line = joined(arguments);
   const std::string& name = arguments.front();
 
   FUZZ_CHECK(ProcessScanner::classifyLabRole(name, arguments, line) ==

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "fakes/row_name.h"
+#include "tools/joined.h"
 
 namespace {
 
@@ -24,15 +25,6 @@ struct BlockRow {
 
 Arguments argumentsOf(const ProcessFacts& facts) {
   return {facts.arguments.begin(), facts.arguments.end()};
-}
-
-std::string joined(const Arguments& arguments) {
-  std::string text;
-  for (const auto& argument : arguments) {
-    if (&argument != arguments.data()) text += ' ';
-    text += argument;
-  }
-  return text;
 }
 
 class ArgumentBlock : public testing::TestWithParam<BlockRow> {};

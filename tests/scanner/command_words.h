@@ -15,13 +15,3 @@ inline std::vector<std::string> words(const std::string& line) {
   }
   return result;
 }
-
-/// The arguments joined by single spaces.
-inline std::string joined(const std::vector<std::string>& arguments) {
-  std::string line;
-  for (const auto& argument : arguments) {
-    if (&argument != &arguments.front()) line += ' ';
-    line += argument;
-  }
-  return line;
-}

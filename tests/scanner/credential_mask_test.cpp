@@ -5,6 +5,7 @@
 #include "fakes/row_name.h"
 #include "scanner/credential_corpus.h"
 #include "scanner/process_scanner.h"
+#include "tools/joined.h"
 
 namespace {
 
@@ -23,15 +24,6 @@ std::vector<std::string> split(std::string_view text) {
   }
 }
 
-std::string joined(const std::vector<std::string>& arguments, std::string_view between) {
-  std::string line;
-  for (const auto& argument : arguments) {
-    if (&argument != arguments.data()) line += between;
-    line += argument;
-  }
-  return line;
-}
-
 std::optional<std::vector<std::string>> masked(const std::vector<std::string>& arguments) {
   return CredentialMask::maskedArguments(
       std::vector<std::string_view>(arguments.begin(), arguments.end()));
@@ -43,7 +35,7 @@ std::vector<std::string> shown(const std::vector<std::string>& arguments) {
 
 std::string shownLine(const std::vector<std::string>& arguments) {
   const std::vector<std::string_view> views(arguments.begin(), arguments.end());
-  return CredentialMask::shown(views, joined(arguments, " ")).commandLine;
+  return CredentialMask::shown(views, joined(arguments)).commandLine;
 }
 
 class Masked : public testing::TestWithParam<MaskedRow> {};
@@ -97,7 +89,7 @@ TEST(CredentialMask, LeavesMaskedArgumentsAsTheyAre) {
 
 TEST(CredentialMask, LeavesALineOfMaskedArgumentsAsItIs) {
   forEachMaskedRow([](const auto& arguments) {
-    const std::string line = joined(shown(arguments), " ");
+    const std::string line = joined(shown(arguments));
     EXPECT_EQ(CredentialMask::maskedLine(line), line);
   });
 }
@@ -105,7 +97,7 @@ TEST(CredentialMask, LeavesALineOfMaskedArgumentsAsItIs) {
 TEST(CredentialMask, LeavesLinesWithoutCredentialsAsTheyAre) {
   for (const KeptRow& row : credential_corpus::kKept) {
     SCOPED_TRACE(row.name);
-    const std::string line = joined(split(row.arguments), " ");
+    const std::string line = joined(split(row.arguments));
     EXPECT_EQ(CredentialMask::maskedLine(line), line);
     EXPECT_EQ(shownLine(split(row.arguments)), ProcessScanner::redactSecrets(line));
   }

@@ -1,4 +1,5 @@
 #include "scanner/naming_row.h"
+#include "tools/joined.h"
 
 namespace {
 

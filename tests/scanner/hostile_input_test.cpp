@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "fakes/row_name.h"
-#include "scanner/command_words.h"
 #include "scanner/process_scanner.h"
+#include "tools/joined.h"
 
 namespace {
 

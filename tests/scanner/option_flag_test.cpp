@@ -3,8 +3,8 @@
 #include <ostream>
 
 #include "fakes/row_name.h"
-#include "scanner/command_words.h"
 #include "scanner/process_scanner.h"
+#include "tools/joined.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 
 #include "fakes/row_name.h"
 #include "frontends/terminal/cell_text.h"
+#include "frontends/terminal/grid_picture.h"
 #include "frontends/terminal/keys_help.h"
 
 using terminal::AlertView;
@@ -30,9 +31,7 @@ const Alert kNotice{.messageText = "Failed", .informativeText = "PID 7 is owned 
 std::string pictureOf(const AlertView& view, Size size) {
   CellGrid grid(size);
   view.paint(grid);
-  std::string picture;
-  for (int y = 0; y < size.height; ++y) picture += grid.row(y) + "\n";
-  return picture;
+  return pictureOf(grid);
 }
 
 struct Row {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "fakes/row_name.h"
+
 using terminal::CellGrid;
 
 namespace {
@@ -58,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(Table, CellGridOverwrites,
                                          OverwriteRow{"RightHalf", 2, "x", "  x型"},
                                          OverwriteRow{"BothByAWideOne", 2, "服", "  服"},
                                          OverwriteRow{"Before", 0, "x", "x模型"}),
-                         [](const auto& row) { return row.param.name; });
+                         rowName<OverwriteRow>);
 
 TEST(CellGrid, KeepsTheStyleOfEachCell) {
   CellGrid grid({4, 1});

@@ -5,6 +5,7 @@
 
 #include "fakes/row_name.h"
 #include "frontends/terminal/color_depth.h"
+#include "frontends/terminal/grid_picture.h"
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/menu_view.h"
 #include "frontends/terminal/sample_menu.h"
@@ -27,12 +28,6 @@ CellGrid painted(MenuView& view, const Menu& menu, Size size, const Look& look) 
   CellGrid grid(size);
   terminal::paintMenu(grid, view, terminal::menuGeometry(size, view, look), "Vorda²", look);
   return grid;
-}
-
-std::string pictureOf(const CellGrid& grid) {
-  std::string picture;
-  for (int y = 0; y < grid.size().height; ++y) picture += grid.row(y) + "\n";
-  return picture;
 }
 
 Menu sample() {

@@ -1,5 +1,7 @@
 #include "frontends/terminal/scripted_screen.h"
 
+#include "frontends/terminal/grid_picture.h"
+
 using terminal::Input;
 
 void ScriptedScreen::walkTo(const std::string& text) {
@@ -7,9 +9,7 @@ void ScriptedScreen::walkTo(const std::string& text) {
 }
 
 std::string ScriptedScreen::picture() const {
-  std::string picture;
-  for (int y = 0; y < grid_.size().height; ++y) picture += grid_.row(y) + "\n";
-  return picture;
+  return pictureOf(grid_);
 }
 
 std::string ScriptedScreen::reversed() const {
