@@ -21,9 +21,7 @@ class TerminalAgents : public testing::Test {
  protected:
   void SetUp() override {
     if (!rig_.reason().empty()) GTEST_SKIP() << rig_.reason();
-    std::string start = "ExecStart=";
-    for (const auto& word : playProcess({}, {"gateway"})) start += word + " ";
-    rig_.addService("vorda-gateway", start + "\nRestart=always");
+    rig_.addService("vorda-gateway", execStart(playProcess({}, {"gateway"})) + "\nRestart=always");
   }
   UserManagerRig rig_;
 };

@@ -48,11 +48,9 @@ LoadedJobs loaded() {
   return platform::loadedJobs(platform::jobFiles());
 }
 
-/// A line ExecStart= that plays a process with these arguments.
-std::string playing(const std::string& arguments) {
-  std::string line = "ExecStart=";
-  for (const auto& word : playProcess({})) line += word + " ";
-  return line + arguments;
+/// The line of a service that plays a process with these arguments.
+std::string playing(const std::vector<std::string>& arguments) {
+  return execStart(playProcess({}, arguments));
 }
 
 class LaunchAgents : public testing::Test {
@@ -64,8 +62,9 @@ class LaunchAgents : public testing::Test {
 };
 
 TEST_F(LaunchAgents, StartRunAndStop) {
-  rig_.addService("ollama", playing("/usr/bin/ollama serve") + "\nRestart=always\nRestartSec=10ms");
-  rig_.addService("idle", playing("idle"));
+  rig_.addService("ollama",
+                  playing({"/usr/bin/ollama", "serve"}) + "\nRestart=always\nRestartSec=10ms");
+  rig_.addService("idle", playing({"idle"}));
   EXPECT_THAT(loaded(), IsEmpty());
 
   const auto started = start("ollama");
@@ -85,7 +84,7 @@ TEST_F(LaunchAgents, StartRunAndStop) {
 }
 
 TEST_F(LaunchAgents, StartingOneThatRunsChangesNothing) {
-  rig_.addService("ollama", playing("ollama"));
+  rig_.addService("ollama", playing({"ollama"}));
   ASSERT_EQ(start("ollama").status, 0);
   const auto before = loaded();
   EXPECT_EQ(start("ollama").status, 0);
@@ -93,7 +92,7 @@ TEST_F(LaunchAgents, StartingOneThatRunsChangesNothing) {
 }
 
 TEST_F(LaunchAgents, StoppingWhatDoesNotRunCouldNotFindIt) {
-  rig_.addService("idle", playing("idle"));
+  rig_.addService("idle", playing({"idle"}));
   const auto idle = stop("idle");
   EXPECT_NE(idle.status, 0);
   EXPECT_THAT(idle.errorText, HasSubstr("Could not find"));
@@ -101,7 +100,7 @@ TEST_F(LaunchAgents, StoppingWhatDoesNotRunCouldNotFindIt) {
   ASSERT_EQ(start("idle").status, 0);
   ASSERT_EQ(stop("idle").status, 0);
   // The manager forgets an inactive unit, unless another one speaks of it.
-  rig_.addService("busy", playing("busy") + "\n[Unit]\nAfter=idle.service");
+  rig_.addService("busy", playing({"busy"}) + "\n[Unit]\nAfter=idle.service");
   ASSERT_EQ(start("busy").status, 0);
   EXPECT_THAT(stop("idle").errorText, HasSubstr("Could not find"));
 
@@ -138,7 +137,7 @@ TEST_F(LaunchAgents, OneWithoutAProcessIsLoadedWithoutAPid) {
 }
 
 TEST_F(LaunchAgents, AnAliasIsTheUnitThatItLeadsTo) {
-  const auto path = rig_.addService("real", playing("real"));
+  const auto path = rig_.addService("real", playing({"real"}));
   const auto alias = std::filesystem::path(path).replace_filename("alias.service");
   std::filesystem::create_symlink("real.service", alias);
   ASSERT_EQ(start("real").status, 0);
@@ -151,7 +150,7 @@ TEST_F(LaunchAgents, AnAliasIsTheUnitThatItLeadsTo) {
 }
 
 TEST_F(LaunchAgents, OneThatIsStillStartingIsLoadedAndNotWaitedForForever) {
-  rig_.addService("slow", "Type=notify\n" + playing("slow"));
+  rig_.addService("slow", "Type=notify\n" + playing({"slow"}));
   platform::UserManager manager;
   const auto reply = platform::startJob(manager, "slow", 300ms);
   EXPECT_EQ(reply.status, ETIMEDOUT);
@@ -160,7 +159,7 @@ TEST_F(LaunchAgents, OneThatIsStillStartingIsLoadedAndNotWaitedForForever) {
 }
 
 TEST_F(LaunchAgents, OnlyTheGivenFilesAreAnswered) {
-  rig_.addService("ollama", playing("ollama"));
+  rig_.addService("ollama", playing({"ollama"}));
   ASSERT_EQ(start("ollama").status, 0);
   const JobFile other{.label = "other", .path = "/nonexistent/other.service"};
   EXPECT_THAT(platform::loadedJobs({}), IsEmpty());
@@ -168,7 +167,7 @@ TEST_F(LaunchAgents, OnlyTheGivenFilesAreAnswered) {
 }
 
 TEST_F(LaunchAgents, ALostConnectionIsMadeAnew) {
-  rig_.addService("ollama", playing("ollama"));
+  rig_.addService("ollama", playing({"ollama"}));
   ASSERT_EQ(start("ollama").status, 0);
   ASSERT_THAT(loaded(), SizeIs(1));
   rig_.restart();
@@ -179,7 +178,7 @@ TEST_F(LaunchAgents, ALostConnectionIsMadeAnew) {
 }
 
 TEST_F(LaunchAgents, AManagerThatHangsIsLeftAloneForAWhile) {
-  rig_.addService("ollama", playing("ollama"));
+  rig_.addService("ollama", playing({"ollama"}));
   ASSERT_EQ(start("ollama").status, 0);
   const auto files = platform::jobFiles();
   platform::UserManager manager;

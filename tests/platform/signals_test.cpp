@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 #include <linux/filter.h>
-#include <linux/sched.h>
 #include <linux/seccomp.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
@@ -17,6 +16,7 @@
 #include "platform/processes.h"
 #include "tools/child_process.h"
 #include "tools/forked.h"
+#include "tools/puppet.h"
 
 namespace {
 
@@ -78,34 +78,18 @@ TEST(SignalTargetTest, IdentityIsTheStartIdentity) {
   EXPECT_EQ(target.identity(), platform::startIdentity(process.pid()));
 }
 
-/// A child that only waits, under a pid of choice; 0 when the kernel doesn't let us choose.
-pid_t forkWithPid(pid_t pid) {
-  clone_args arguments = {};
-  arguments.exit_signal = SIGCHLD;
-  arguments.set_tid = reinterpret_cast<std::uint64_t>(&pid);
-  arguments.set_tid_size = 1;
-  const long child = syscall(SYS_clone3, &arguments, sizeof arguments);
-  if (child == 0) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    for (;;) pause();
-  }
-  return child > 0 ? static_cast<pid_t>(child) : 0;
-}
-
 TEST(SignalTargetTest, TheNextProcessWithThatPidIsLeftAlone) {
   ChildProcess process(playProcess({}));
   const pid_t pid = process.pid();
   const SignalTarget target(pid);
   process.end();
-  const pid_t next = forkWithPid(pid);
-  if (next == 0) GTEST_SKIP() << "pids can't be chosen here";
+  const Puppet next(pid);
+  if (next.pid() != pid) GTEST_SKIP() << "pids can't be chosen here";
 
   EXPECT_FALSE(target.effectiveUid());
   EXPECT_FALSE(target.identity());
   EXPECT_EQ(target.send(Signal::forceQuit), ESRCH);
-  EXPECT_EQ(waitpid(next, nullptr, WNOHANG), 0) << "it lives";
-  kill(next, SIGKILL);
-  waitpid(next, nullptr, 0);
+  EXPECT_EQ(waitpid(pid, nullptr, WNOHANG), 0) << "it lives";
 }
 
 TEST(SignalTargetTest, TellsAForeignOwnerAlsoOfAProcessThatMayNotBeDumped) {

@@ -32,9 +32,12 @@ bool mayMakeNamespaces() {
          write("/proc/self/gid_map", sameOnly(group));
 }
 
-/// Runs `work` as process 1 of a pid namespace; 255: none can be made here.
+// What processes end with that have no result of `work` to hand on.
+constexpr int kImpossible = 254;
+constexpr int kCrashed = 255;  // so does one that exits with -1
+
+/// Runs `work` as process 1 of a pid namespace.
 int resultOfFirst(const std::function<int()>& work) {
-  constexpr int kImpossible = 255;
   return resultOfForked([&] {
     if (!mayMakeNamespaces() || !makeMountsPrivate() || unshare(CLONE_NEWPID) != 0) {
       return kImpossible;
@@ -56,19 +59,22 @@ int beFirst(const std::function<int()>& work) {
   for (;;) {
     int status = 0;
     const pid_t ended = wait(&status);
-    if (ended == worker) return WIFEXITED(status) ? WEXITSTATUS(status) : 1;
-    if (ended < 0) return 1;
+    if (ended == worker) return WIFEXITED(status) ? WEXITSTATUS(status) : kCrashed;
+    if (ended < 0) return kCrashed;
   }
 }
 
 }  // namespace
 
-int runInOwnWorld(const std::function<int()>& work) {
-  if (resultOfFirst([] { return 0; }) != 0) {
-    std::puts("No pid namespace can be made here: this machine's other processes take part.");
-    return work();
-  }
-  std::fflush(nullptr);
+std::optional<int> resultInOwnPids(const std::function<int()>& work) {
+  std::fflush(nullptr);  // what is still to be written is not copied
   const int result = resultOfFirst([&] { return beFirst(work); });
-  return result < 0 ? 1 : result;
+  if (result == kImpossible) return std::nullopt;
+  return result < 0 ? kCrashed : result;
+}
+
+int runInOwnWorld(const std::function<int()>& work) {
+  if (const auto result = resultInOwnPids(work)) return *result;
+  std::puts("No pid namespace can be made here: this machine's other processes take part.");
+  return work();
 }

@@ -1,6 +1,4 @@
 // Pids that wrap around and are given anew, in a pid namespace of the test's own.
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/utsname.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -9,9 +7,9 @@
 #include <fstream>
 
 #include "soak/crowd.h"
+#include "soak/own_world.h"
 #include "soak/storm.h"
 #include "tools/child_process.h"
-#include "tools/forked.h"
 
 namespace {
 
@@ -21,22 +19,15 @@ class Pids : public Storm {
     if (geteuid() != 0) GTEST_SKIP() << "only root can make a pid namespace";
   }
 
-  /// Runs `work` as process 1 of a pid namespace with a /proc of its own. What it expects
-  /// in vain is a failure of the test.
+  /// Runs `work` in a pid namespace of its own. What it expects in vain is a failure of the
+  /// test.
   static void inNamespace(const std::function<void()>& work) {
-    constexpr int kImpossible = 77;
-    std::fflush(stdout);
-    const int result = resultOfForked([&] {
-      if (!makeMountsPrivate() || unshare(CLONE_NEWPID) != 0) return kImpossible;
-      return resultOfForked([&] {
-        if (mount("proc", "/proc", "proc", 0, nullptr) != 0) return kImpossible;
-        work();
-        std::fflush(stdout);
-        return HasFailure() ? 1 : 0;
-      });
+    const auto result = resultInOwnPids([&] {
+      work();
+      return HasFailure() ? 1 : 0;
     });
-    if (result == kImpossible) GTEST_SKIP() << "no pid namespace can be made here";
-    EXPECT_EQ(result, 0) << "what went wrong stands above";
+    if (!result) GTEST_SKIP() << "no pid namespace can be made here";
+    EXPECT_EQ(*result, 0) << "what went wrong stands above";
   }
 
   static bool write(const char* file, int value) {

@@ -9,6 +9,8 @@
 #include <csignal>
 #include <fstream>
 
+#include "tools/joined.h"
+
 UserManagerRig::UserManagerRig()
     : home_("HOME", (folder_ / "home").c_str()),
       config_("XDG_CONFIG_HOME", nullptr),
@@ -113,4 +115,8 @@ void UserManagerRig::pauseBus() const {
 
 void UserManagerRig::resumeBus() const {
   sendTo(busOf(manager()), SIGCONT);
+}
+
+std::string execStart(const std::vector<std::string>& command) {
+  return "ExecStart=" + joined(command);
 }

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tools/scoped_variable.h"
 #include "tools/temp_folder.h"
@@ -48,3 +49,6 @@ class UserManagerRig {
   pid_t script_ = -1;
   int standardInput_ = -1;
 };
+
+/// The line of a unit file that runs `command`, whose words have no blanks.
+std::string execStart(const std::vector<std::string>& command);

@@ -154,9 +154,7 @@ class TrayAgents : public TrayActions {
 };
 
 TEST_F(TrayAgents, unloadStopsTheService) {
-  std::string command = "ExecStart=";
-  for (const std::string& word : playProcess({}, {"gateway"})) command += word + " ";
-  rig.addService("model-gateway", command + "\nRestart=always");
+  rig.addService("model-gateway", execStart(playProcess({}, {"gateway"})) + "\nRestart=always");
   ASSERT_EQ(runProgram({"systemctl", "--user", "start", "model-gateway"}), 0);
 
   startInTray();
