@@ -14,6 +14,8 @@
 #include <cstdlib>
 #include <sstream>
 
+#include "tools/argument_pointers.h"
+
 namespace bench {
 namespace {
 
@@ -28,15 +30,11 @@ void discardOutput() {
   for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(null, file);
 }
 
-[[noreturn]] void execute(const std::vector<std::string>& argv,
+[[noreturn]] void execute(std::vector<std::string> argv,
                           const std::vector<std::string>& environment) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   for (const auto& variable : environment) putenv(const_cast<char*>(variable.c_str()));
-  std::vector<char*> arguments;
-  arguments.reserve(argv.size() + 1);
-  for (const auto& argument : argv) arguments.push_back(const_cast<char*>(argument.c_str()));
-  arguments.push_back(nullptr);
-  execvp(arguments[0], arguments.data());
+  execvp(argv.front().c_str(), argumentPointers(argv).data());
   _exit(127);
 }
 

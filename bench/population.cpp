@@ -16,6 +16,8 @@
 #include <set>
 #include <stdexcept>
 
+#include "tools/argument_pointers.h"
+
 namespace bench {
 namespace {
 
@@ -97,18 +99,11 @@ pid_t start(const IdleProcess& process, pid_t parent, int shared, int ready) {
       "BENCH_REWRITTEN=" + std::string(process.rewritten ? "1" : ""),
       "BENCH_READY=" + std::to_string(ready),
   };
-  std::vector<char*> environment;
-  environment.reserve(told.size() + 1);
-  for (auto& variable : told) environment.push_back(variable.data());
-  environment.push_back(nullptr);
-  std::vector<char*> arguments;
-  for (const auto& argument : process.arguments) {
-    arguments.push_back(const_cast<char*>(argument.c_str()));
-  }
-  arguments.push_back(nullptr);
+  std::vector<std::string> arguments = process.arguments;
 
   pid_t child = 0;
-  errno = posix_spawn(&child, path.c_str(), nullptr, nullptr, arguments.data(), environment.data());
+  errno = posix_spawn(&child, path.c_str(), nullptr, nullptr, argumentPointers(arguments).data(),
+                      argumentPointers(told).data());
   require(errno == 0, path.c_str());
   return child;
 }

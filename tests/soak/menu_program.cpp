@@ -10,42 +10,29 @@
 #include <iostream>
 #include <optional>
 #include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "app/branding.h"
+#include "fakes/blind_front_end.h"
 #include "frontends/text/menu_text.h"
 #include "text/display_line.h"
 #include "ui/status_bar_controller.h"
 
 namespace {
 
-class LedFrontEnd : public FrontEnd {
+/// Says "yes" to every alert, and keeps its title.
+class LedFrontEnd : public BlindFrontEnd {
  public:
-  void runTimer() { timer_(); }
   std::vector<std::string> takeAlerts() { return std::exchange(alerts_, {}); }
 
-  void setTitle(const std::string&) override {}
-  void setToolTip(const std::string&) override {}
-  void menuRebuilt(const Menu&) override {}
-  void stripChanged(const MemoryPressureView&) override {}
-  void cancelTracking() override {}
   int runModal(const Alert& alert) override {
     alerts_.push_back(alert.messageText);
     return kAlertFirstButtonReturn;
   }
-  std::shared_ptr<ScheduledWork> every(double, std::function<void()> work) override {
-    timer_ = std::move(work);
-    return std::make_shared<NoWork>();
-  }
-  std::shared_ptr<ScheduledWork> after(double, std::function<void()>) override {
-    return std::make_shared<NoWork>();
-  }
-  void terminate() override {}
 
  private:
-  struct NoWork : ScheduledWork {
-    void cancel() override {}
-  };
-  std::function<void()> timer_;
   std::vector<std::string> alerts_;
 };
 
