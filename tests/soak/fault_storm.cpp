@@ -1,6 +1,7 @@
 // System calls that fail: each in turn, each way it can.
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <vector>
 
 #include "soak/crowd.h"
