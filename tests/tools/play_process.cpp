@@ -188,7 +188,7 @@ std::string text(const char* variable) {
 
   if (std::getenv(kIgnoreTerm) != nullptr) std::signal(SIGTERM, SIG_IGN);
   // A minder that forgets it leaves nothing behind for good; soaks may take hours.
-  alarm(static_cast<unsigned>(number(kSeconds, 24 * 60 * 60)));
+  alarm(static_cast<unsigned>(number(kSeconds, 24L * 60 * 60)));
   keepBusy(static_cast<std::size_t>(number(kMemory, 0)) << 20);
   const std::string title = text(kTitle);
   const char pad = text(kPad) == "blank" ? ' ' : '\0';
