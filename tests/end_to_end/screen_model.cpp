@@ -146,7 +146,12 @@ bool ScreenModel::escape() {
     } else {
       y_ = std::max(y_ - 1, 0);
     }
-  } else if (kind != '=' && kind != '>' && kind != '7' && kind != '8') {
+  } else if (kind == '7') {
+    kept_ = {x_, y_};
+  } else if (kind == '8') {
+    x_ = kept_.x;
+    y_ = kept_.y;
+  } else if (kind != '=' && kind != '>') {
     throw std::runtime_error(std::string("unknown escape sequence ESC ") + kind);
   }
   pending_.erase(0, 2);

@@ -65,6 +65,7 @@ class ScreenModel {
   Pen pen_;
   int x_ = 0;
   int y_ = 0;
+  Place kept_ = {0, 0};  ///< where the cursor was when it was last to be remembered
   int top_ = 0;
   int bottom_ = 0;
   bool alternate_ = false;
