@@ -4,6 +4,7 @@
 
 #include "frontends/qt/qt_text.h"
 #include "text/display_line.h"
+#include "text/reading_order.h"
 #include "text/unicode.h"
 
 namespace {
@@ -15,9 +16,10 @@ std::string cut(std::string_view title, std::size_t limit) {
   return text::shortened(title, limit, limit - 1);
 }
 
-/// A line feed would break the row, and a tab begins a column of its own.
+/// A line feed would break the row, a tab begins a column of its own, and a name may be written
+/// from right to left.
 std::string oneLine(std::string_view title) {
-  return text::displayLine(cut(title, kLongestLabel));
+  return text::partsLeftToRight(text::displayLine(cut(title, kLongestLabel)));
 }
 
 std::string doubled(const std::string& text, char mark) {

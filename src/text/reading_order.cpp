@@ -1,0 +1,37 @@
+#include "text/reading_order.h"
+
+#include <string_view>
+
+#include "text/scalar.h"
+
+namespace text {
+namespace {
+
+constexpr std::string_view kLeftToRightMark = "\u200E";
+
+bool turnsAround(std::string_view row) {
+  while (!row.empty()) {
+    const Scalar scalar = firstScalar(row);
+    if (scalar.value >= 0) {
+      const auto direction = utf8proc_get_property(scalar.value)->bidi_class;
+      if (direction == UTF8PROC_BIDI_CLASS_R || direction == UTF8PROC_BIDI_CLASS_AL) return true;
+    }
+    row.remove_prefix(scalar.length);
+  }
+  return false;
+}
+
+}  // namespace
+
+std::string partsLeftToRight(std::string row) {
+  if (!turnsAround(row)) return row;
+  row.insert(0, kLeftToRightMark);
+  const std::size_t step = kLeftToRightMark.size() + std::string_view(kPartSeparator).size();
+  for (auto at = row.find(kPartSeparator); at != std::string::npos;
+       at = row.find(kPartSeparator, at + step)) {
+    row.insert(at, kLeftToRightMark);
+  }
+  return row;
+}
+
+}  // namespace text
