@@ -27,7 +27,8 @@ Desktop::Desktop() {
 }
 
 BackgroundProgram::Environment Desktop::environment() const {
-  return {{"DISPLAY", display_},
+  return {{"LC_ALL", "C.UTF-8"},  // else xdotool does not find the titles of windows
+          {"DISPLAY", display_},
           {"WAYLAND_DISPLAY", std::nullopt},
           {"DBUS_SESSION_BUS_ADDRESS", busAddress_},
           {"XDG_CURRENT_DESKTOP", std::nullopt},
@@ -50,7 +51,7 @@ void Desktop::press(std::vector<std::string> keys) const {
 
 bool Desktop::showsWindows(int count, const std::string& title) const {
   return runProgram({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$",
-                     "getwindowname", "%" + std::to_string(count)},
+                     "getwindowgeometry", "%" + std::to_string(count)},
                     environment()) == 0;
 }
 
