@@ -3,6 +3,7 @@
 #include "text/unicode.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
+#include "ui/row_parts.h"
 
 namespace MenuConstruction {
 namespace {
@@ -17,7 +18,7 @@ std::string statusText(const VordaLaunchAgent& agent) {
 
 MenuItem agentItem(const VordaLaunchAgent& agent) {
   return {
-      .title = text::shortened(agent.label, 40, 38) + "  ·  " + statusText(agent) +
+      .title = text::shortened(agent.label, 40, 38) + RowParts::kSeparator + statusText(agent) +
                (agent.keepAlive ? " ↺" : ""),
       .submenu = {agent.loaded ? MenuBuilders::command("Stop / unload", Action::unloadAgent, agent)
                                : MenuBuilders::command("Start / load", Action::loadAgent, agent)}};

@@ -7,6 +7,7 @@
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
 #include "ui/process_color.h"
+#include "ui/row_parts.h"
 
 namespace MenuConstruction {
 namespace {
@@ -17,7 +18,7 @@ using MenuBuilders::separator;
 
 std::string processTitle(const VordaProcess& process) {
   return (process.labRole == LabRole::none ? "" : "★ ") +
-         text::shortened(process.displayName, 42, 41) + "  ·  " +
+         text::shortened(process.displayName, 42, 41) + RowParts::kSeparator +
          MemoryFormat::compact(process.memMB) + (process.isProtected ? " 🔒" : "");
 }
 

@@ -5,7 +5,7 @@
 #include "frontends/appkit/strip_view.h"
 #include "platform/macos/foundation_text.h"
 #include "text/display_line.h"
-#include "text/reading_order.h"
+#include "ui/row_parts.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ void setAction(NSMenuItem* item, const MenuItem& value, VordaMenuTarget* target)
 
 NSMenuItem* nsMenuItem(const MenuItem& value, VordaMenuTarget* target) {
   if (value.kind == MenuItem::Kind::separator) return [NSMenuItem separatorItem];
-  NSString* title = platform::nsString(text::partsLeftToRight(text::displayLine(value.title)));
+  NSString* title = platform::nsString(RowParts::leftToRight(text::displayLine(value.title)));
   NSMenuItem* item = [[[NSMenuItem alloc] initWithTitle:title action:NULL
                                           keyEquivalent:@""] autorelease];
   [item setEnabled:value.enabled];

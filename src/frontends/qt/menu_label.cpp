@@ -4,8 +4,8 @@
 
 #include "frontends/qt/qt_text.h"
 #include "text/display_line.h"
-#include "text/reading_order.h"
 #include "text/unicode.h"
+#include "ui/row_parts.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ std::string cut(std::string_view title, std::size_t limit) {
 /// A line feed would break the row, a tab begins a column of its own, and a name may be written
 /// from right to left.
 std::string oneLine(std::string_view title) {
-  return text::partsLeftToRight(text::displayLine(cut(title, kLongestLabel)));
+  return RowParts::leftToRight(text::displayLine(cut(title, kLongestLabel)));
 }
 
 std::string doubled(const std::string& text, char mark) {

@@ -1,17 +1,17 @@
-#include "text/reading_order.h"
+#include "ui/row_parts.h"
 
 #include <string_view>
 
 #include "text/scalar.h"
 
-namespace text {
+namespace RowParts {
 namespace {
 
 constexpr std::string_view kLeftToRightMark = "\u200E";
 
 bool turnsAround(std::string_view row) {
   while (!row.empty()) {
-    const Scalar scalar = firstScalar(row);
+    const text::Scalar scalar = text::firstScalar(row);
     if (scalar.value >= 0) {
       const auto direction = utf8proc_get_property(scalar.value)->bidi_class;
       if (direction == UTF8PROC_BIDI_CLASS_R || direction == UTF8PROC_BIDI_CLASS_AL) return true;
@@ -23,15 +23,15 @@ bool turnsAround(std::string_view row) {
 
 }  // namespace
 
-std::string partsLeftToRight(std::string row) {
+std::string leftToRight(std::string row) {
   if (!turnsAround(row)) return row;
   row.insert(0, kLeftToRightMark);
-  const std::size_t step = kLeftToRightMark.size() + std::string_view(kPartSeparator).size();
-  for (auto at = row.find(kPartSeparator); at != std::string::npos;
-       at = row.find(kPartSeparator, at + step)) {
+  const std::size_t step = kLeftToRightMark.size() + std::string_view(kSeparator).size();
+  for (auto at = row.find(kSeparator); at != std::string::npos;
+       at = row.find(kSeparator, at + step)) {
     row.insert(at, kLeftToRightMark);
   }
   return row;
 }
 
-}  // namespace text
+}  // namespace RowParts

@@ -1,4 +1,4 @@
-#include "text/reading_order.h"
+#include "ui/row_parts.h"
 
 #include <gtest/gtest.h>
 
@@ -12,14 +12,14 @@ struct OrderRow {
   const char* expected;
 };
 
-class PartsLeftToRight : public testing::TestWithParam<OrderRow> {};
+class RowPartsLeftToRight : public testing::TestWithParam<OrderRow> {};
 
-TEST_P(PartsLeftToRight, KeepTheirPlaces) {
-  EXPECT_EQ(text::partsLeftToRight(GetParam().row), GetParam().expected);
+TEST_P(RowPartsLeftToRight, KeepTheirPlaces) {
+  EXPECT_EQ(RowParts::leftToRight(GetParam().row), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Table, PartsLeftToRight,
+    Table, RowPartsLeftToRight,
     testing::Values(OrderRow{"Latin", "firefox  ·   312 MB", "firefox  ·   312 MB"},
                     OrderRow{"Accents", "café  ·   312 MB", "café  ·   312 MB"},
                     OrderRow{"Chinese", "模型  ·   312 MB", "模型  ·   312 MB"},
