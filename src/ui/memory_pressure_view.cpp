@@ -12,7 +12,6 @@ constexpr double kNarrowestBar = 0.5;  // a bar this wide or less is not drawn
 constexpr double kBarAlpha = 0.92;
 constexpr double kDividerWidth = 1;
 
-constexpr double kMarkerShare = 0.08;  // of the track, at its right end
 constexpr double kGlossRadius = 4;
 
 void drawBars(Canvas& canvas, const Rectangle& track, const MemoryPressureView& view) {

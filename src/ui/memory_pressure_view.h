@@ -34,6 +34,9 @@ class MemoryPressureView {
   static constexpr double kItemHeight = 40;
   ///@}
 
+  /// How much of the track the marker covers, at its right end.
+  static constexpr double kMarkerShare = 0.08;
+
   std::vector<Segment> segments;  ///< left to right
   double pressure = 0;            ///< used memory divided by all memory, 0 to 1
 

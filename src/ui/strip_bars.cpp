@@ -6,11 +6,12 @@ char barLetter(std::size_t place) {
   return place < 26 ? static_cast<char>('A' + place) : '+';
 }
 
-std::optional<char> barLetter(const MemoryPressureView& strip, std::int32_t pid) {
+std::string barTag(const MemoryPressureView& strip, std::int32_t pid) {
   const auto bar = std::find_if(strip.segments.begin(), strip.segments.end(),
                                 [pid](const Segment& segment) { return segment.pid == pid; });
-  if (bar == strip.segments.end()) return std::nullopt;
-  return barLetter(static_cast<std::size_t>(bar - strip.segments.begin()));
+  if (bar == strip.segments.end()) return "";
+  const char letter = barLetter(static_cast<std::size_t>(bar - strip.segments.begin()));
+  return std::string("  [") + letter + "]";
 }
 
 std::size_t barLength(const MemoryPressureView& strip, std::size_t place, std::size_t columns) {

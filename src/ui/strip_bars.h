@@ -2,7 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <string>
 
 #include "ui/memory_pressure_view.h"
 
@@ -11,8 +11,8 @@
 /// The letter of the bar at this place, from 0: A, B, C … from the left; "+" beyond Z.
 char barLetter(std::size_t place);
 
-/// The letter of a process's bar; none for a process without one.
-std::optional<char> barLetter(const MemoryPressureView& strip, std::int32_t pid);
+/// What ties a process's row to its bar: "  [A]"; "" for a process without one.
+std::string barTag(const MemoryPressureView& strip, std::int32_t pid);
 
 /// How many characters the bar at this place takes in a track of `columns` of them, 1 or
 /// more: its share of the track, rounded down, but at least one. Together the bars may take

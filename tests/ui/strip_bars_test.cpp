@@ -30,20 +30,20 @@ INSTANTIATE_TEST_SUITE_P(Table, BarLetter,
 struct OwnerRow {
   const char* name;
   std::int32_t pid;
-  std::optional<char> letter;
+  const char* tag;
 };
 
 class BarOfAProcess : public testing::TestWithParam<OwnerRow> {};
 
-TEST_P(BarOfAProcess, HasItsLetter) {
+TEST_P(BarOfAProcess, IsItsTag) {
   MemoryPressureView strip;
   strip.segments = {{.pid = 7}, {.pid = 3}};
-  EXPECT_EQ(barLetter(strip, GetParam().pid), GetParam().letter);
+  EXPECT_EQ(barTag(strip, GetParam().pid), GetParam().tag);
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, BarOfAProcess,
-                         testing::Values(OwnerRow{"First", 7, 'A'}, OwnerRow{"Second", 3, 'B'},
-                                         OwnerRow{"None", 9, std::nullopt}),
+                         testing::Values(OwnerRow{"First", 7, "  [A]"},
+                                         OwnerRow{"Second", 3, "  [B]"}, OwnerRow{"None", 9, ""}),
                          rowName<OwnerRow>);
 
 struct LengthRow {

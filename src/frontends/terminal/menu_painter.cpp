@@ -24,8 +24,7 @@ constexpr Style kFaint{.dim = true};
 /// "  [A]" for a process with a bar in the strip.
 std::string tagOf(const MenuItem& row, const MenuView& view) {
   if (!row.process || view.strip() == nullptr) return {};
-  const auto letter = barLetter(*view.strip(), row.process->pid);
-  return letter ? "  [" + std::string(1, *letter) + "]" : std::string();
+  return barTag(*view.strip(), row.process->pid);
 }
 
 bool isLabel(const MenuItem& item) {

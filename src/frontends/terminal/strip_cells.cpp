@@ -6,11 +6,6 @@
 #include "ui/strip_bars.h"
 
 namespace terminal {
-namespace {
-
-constexpr double kMarkerShare = 0.08;
-
-}  // namespace
 
 std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns) {
   if (columns <= 0) return {};
@@ -25,7 +20,8 @@ std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns) 
     cells[x - 1].endsBar = true;
   }
 
-  const auto marked = static_cast<std::size_t>(std::max(1L, std::lround(kMarkerShare * columns)));
+  const auto marked = static_cast<std::size_t>(
+      std::max(1L, std::lround(MemoryPressureView::kMarkerShare * columns)));
   for (std::size_t i = width - std::min(marked, width); i < width; ++i) cells[i].marker = true;
   return cells;
 }

@@ -4,17 +4,12 @@
 
 #include "text/display_line.h"
 #include "text/format.h"
+#include "ui/row_parts.h"
 #include "ui/strip_bars.h"
 
 namespace {
 
 constexpr std::size_t kCells = 40;
-
-/// "  [A]" for a process that has a bar in the strip, else nothing.
-std::string barMark(const MemoryPressureView& strip, std::int32_t pid) {
-  const auto letter = barLetter(strip, pid);
-  return letter ? std::string("  [") + *letter + "]" : "";
-}
 
 std::string itemLine(const MenuItem& item, const MemoryPressureView& strip) {
   if (item.kind == MenuItem::Kind::separator) return "";
@@ -22,7 +17,7 @@ std::string itemLine(const MenuItem& item, const MemoryPressureView& strip) {
   std::string line = text::displayLine(item.title);
   if (item.process) {
     const std::int32_t pid = item.process->pid;
-    line += "  ·  pid " + std::to_string(pid) + barMark(strip, pid);
+    line += std::string(RowParts::kSeparator) + "pid " + std::to_string(pid) + barTag(strip, pid);
   }
   return line;
 }
