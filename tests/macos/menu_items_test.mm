@@ -69,6 +69,11 @@ TEST_F(MenuItems, TitleIsOneHarmlessLine) {
                "★ a\uFFFDb\uFFFD  ·  12 MB 🔒");
 }
 
+TEST_F(MenuItems, TitleKeepsItsFigureBehindANameFromRightToLeft) {
+  EXPECT_STREQ([[only({.title = "שלום  ·  12 MB"}) title] UTF8String],
+               "\u200Eשלום\u200E  ·  12 MB");
+}
+
 TEST_F(MenuItems, ToolTipKeepsItsLines) {
   EXPECT_STREQ([[only({.title = "a", .toolTip = "x\ny"}) toolTip] UTF8String], "x\ny");
   EXPECT_EQ([only({.title = "a"}) toolTip], nil);
