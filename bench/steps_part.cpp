@@ -151,11 +151,10 @@ void sort(benchmark::State& state) {
 }
 
 void buildMenu(benchmark::State& state) {
-  const StartIdentities identities;
   const std::vector<VordaLaunchAgent> agents;
   const Tally tally(state, kept().size());
   while (state.KeepRunning()) {
-    benchmark::DoNotOptimize(MenuConstruction::build({kept(), identities, agents, {}}));
+    benchmark::DoNotOptimize(MenuConstruction::build({kept(), agents, {}}));
   }
 }
 

@@ -70,6 +70,18 @@ Answer outcome(std::int32_t pid, bool force, int error) {
   }
 }
 
+/// 0 and negative pids name groups of processes.
+Answer notOneProcess(std::int32_t pid) {
+  return failed(pid, EINVAL);
+}
+
+Answer terminate(std::int32_t pid, bool force, const platform::SignalTarget& target) {
+  const std::optional<std::uint32_t> owner = target.effectiveUid();
+  if (owner && *owner != platform::ownUid()) return foreignOwner(pid, *owner);
+  return outcome(pid, force,
+                 target.send(force ? platform::Signal::forceQuit : platform::Signal::quit));
+}
+
 }  // namespace
 
 std::pair<bool, std::string> alreadyGone(std::int32_t pid) {
@@ -77,21 +89,16 @@ std::pair<bool, std::string> alreadyGone(std::int32_t pid) {
 }
 
 std::pair<bool, std::string> terminate(std::int32_t pid, bool force) {
-  return terminate(pid, force, std::nullopt);
+  if (pid < 1) return notOneProcess(pid);
+  return terminate(pid, force, platform::SignalTarget(pid));
 }
 
 std::pair<bool, std::string> terminate(std::int32_t pid, bool force,
                                        std::optional<std::uint64_t> identity) {
-  if (pid < 1) return failed(pid, EINVAL);  // 0 and negative pids name groups of processes
-
+  if (pid < 1) return notOneProcess(pid);
   const platform::SignalTarget target(pid);
-  if (identity && target.identity() != identity) return alreadyGone(pid);
-
-  const std::optional<std::uint32_t> owner = target.effectiveUid();
-  if (owner && *owner != platform::ownUid()) return foreignOwner(pid, *owner);
-
-  return outcome(pid, force,
-                 target.send(force ? platform::Signal::forceQuit : platform::Signal::quit));
+  if (!identity || target.identity() != identity) return alreadyGone(pid);
+  return terminate(pid, force, target);
 }
 
 }  // namespace ProcessTerminator

@@ -13,10 +13,10 @@ namespace ProcessTerminator {
 /// signalled; a refusal explains itself. Nothing is ever retried with another signal.
 std::pair<bool, std::string> terminate(std::int32_t pid, bool force);
 
-/// As above, for the process that had this platform::startIdentity when the user was shown
-/// it. When the pid belongs to another process by now (or that can't be told any more)
-/// nothing is sent, and the process that was meant counts as already gone. Without an
-/// identity the pid alone decides.
+/// As above, for the process that had this platform::processIdentity when the user was shown
+/// it. When the pid belongs to another process by now nothing is sent, and the process that
+/// was meant counts as already gone; so it does when it can't be told which process was meant
+/// (no identity), or which one has the pid now.
 std::pair<bool, std::string> terminate(std::int32_t pid, bool force,
                                        std::optional<std::uint64_t> identity);
 

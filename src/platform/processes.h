@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -7,6 +8,9 @@
 #include <vector>
 
 namespace platform {
+
+/// How much of a command line is read, in bytes.
+inline constexpr std::size_t kLongestCommandLine = 64 << 10;
 
 /// What the system tells of one process. The buffers keep their capacity from one
 /// readProcess to the next, so that a scan allocates for its largest process only.
@@ -19,7 +23,15 @@ struct ProcessFacts {
                                               ///< else of the executable's path; never empty
   std::string commandLine;                    ///< the arguments joined by single spaces
   std::vector<std::string_view> arguments;    ///< each valid UTF-8 and not empty
+  bool isCut = false;                         ///< there were more arguments than are read
   std::optional<std::uint32_t> effectiveUid;  ///< whose rights it has; none when unknown
+  std::optional<std::int32_t> parent;         ///< whose child it is; none when unknown
+  /// When it started, or up to one tick of the system's clock later, on the clock of
+  /// processClock(); none when unknown.
+  std::optional<std::uint64_t> startTime;
+  /// A number that no other process has or will have together with this pid while the
+  /// machine is up; none when it can't be told. Set by confirmProcess alone.
+  std::optional<std::uint64_t> identity;
 };
 
 /// Every process id, each > 0, in the system's order; empty when they can't be listed.
@@ -29,16 +41,28 @@ std::vector<std::int32_t> allPids();
 
 /// Reads one process into `facts`. False when there is nothing to show: it is gone, or
 /// has neither arguments nor an executable. Arguments that are empty or not UTF-8 are
-/// left out; an argument list is read whole (Linux: its first 16 MiB).
+/// left out; of longer command lines than kLongestCommandLine only the arguments that fit whole
+/// are read (the first of them cut where it alone is too long).
 bool readProcess(std::int32_t pid, ProcessFacts& facts);
 
 /// The memory that the process itself keeps busy, in bytes; none when unreadable.
 std::optional<std::uint64_t> physicalFootprint(std::int32_t pid);
 
-/// A number that no other process on this machine has or will have together with this
-/// pid while the machine is up: when it started (Linux: clock ticks since the machine did;
-/// macOS: microseconds since 1970); none when gone.
-std::optional<std::uint64_t> startIdentity(std::int32_t pid);
+/// To be asked last of the process that the last readProcess was about: whether all that was
+/// asked of this pid since then was told of one and the same process. False when it has ended
+/// meanwhile, and the pid may be another's by now: nothing that was read of it counts. Where
+/// it can't be told which process it was, this is true and facts.identity stays empty.
+bool confirmProcess(std::int32_t pid, ProcessFacts& facts);
+
+/// ProcessFacts::identity of the process that has the pid now; none when it is gone or can't
+/// be told. Linux: the inode of its pidfd where the kernel never gives one twice (6.9 and
+/// later, 64 bits), else made from when it started, its executable and its arguments; macOS:
+/// when it started, in microseconds.
+std::optional<std::uint64_t> processIdentity(std::int32_t pid);
+
+/// The present, in nanoseconds, on the clock that start times are on (Linux: since boot,
+/// sleep included; macOS: since 1970).
+std::uint64_t processClock();
 
 /// The program's own process id.
 std::int32_t ownPid();

@@ -22,7 +22,7 @@ class SignalTarget {
   /// The effective user id of the process; none when it can't be told.
   std::optional<std::uint32_t> effectiveUid() const;
 
-  /// platform::startIdentity of the process; none when it can't be told.
+  /// platform::processIdentity of the process; none when it can't be told.
   std::optional<std::uint64_t> identity() const;
 
   /// Sends the signal: 0, or the error number. A pid below 1 is never signalled (it

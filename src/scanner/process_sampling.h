@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -23,6 +24,15 @@ class ProcessSampler {
   std::span<const std::string_view> arguments() const { return facts_.arguments; }
   /// The arguments joined by single spaces; secrets are still in it.
   std::string_view commandLine() const { return facts_.commandLine; }
+  /// Whether there are more arguments than that.
+  bool isCut() const { return facts_.isCut; }
+  /// None when unknown.
+  std::optional<std::int32_t> parent() const { return facts_.parent; }
+  /// Asked last: whether all that was asked since sample() is true of one process. When not,
+  /// another has its pid by now, or nobody.
+  bool confirm() { return platform::confirmProcess(pid_, facts_); }
+  /// Of the confirmed process; none when it can't be told.
+  std::optional<std::uint64_t> identity() const { return facts_.identity; }
   /// 0 when unknown: such a process counts as the superuser's.
   std::uint32_t uid() const { return facts_.effectiveUid.value_or(0); }
   /// In MiB; 0 when unreadable.

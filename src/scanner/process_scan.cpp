@@ -8,6 +8,7 @@
 #include "scanner/process_sampling.h"
 #include "scanner/process_scanner.h"
 #include "scanner/role_classification.h"
+#include "text/byte_limit.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
@@ -17,6 +18,13 @@ namespace {
 /// The kernel and what runs the session: never shown.
 bool isExcluded(std::string_view name) {
   return name == "kernel_task" || name == "launchd" || name == "WindowServer";
+}
+
+/// More than any name or detail needs, and little enough to be kept for thousands.
+constexpr std::size_t kLongestStoredLine = 8 << 10;
+
+std::string stored(std::string_view commandLine) {
+  return std::string(text::withinBytes(commandLine, kLongestStoredLine));
 }
 
 std::vector<std::string> labelsOf(const std::vector<VordaLaunchAgent>& agents, std::int32_t pid) {
@@ -50,20 +58,24 @@ std::vector<VordaProcess> scan(double minMemMB) {
     if (isProtected && role == LabRole::none) continue;
     const double memMB = sampler.physicalFootprintMB();
     if (memMB < minMemMB && role == LabRole::none) continue;
+    if (!sampler.confirm()) continue;
 
     auto shown = CredentialMask::shown(sampler.arguments(), sampler.commandLine());
     FriendlyName name = shown.arguments ? friendlyName(*shown.arguments, {})
                                         : nameOf(line, CredentialMask::maskedLine(sampler.name()));
-    processes.push_back({.pid = pid,
-                         .displayName = std::move(name.displayName),
-                         .product = std::move(name.product),
-                         .memMB = memMB,
-                         .cpu = 0,
-                         .commandLine = std::move(shown.commandLine),
-                         .labRole = role,
-                         .matchedAgents = labelsOf(agents, pid),
-                         .isProtected = isProtected,
-                         .ownerName = sampler.ownerName()});
+    processes.push_back(
+        {.pid = pid,
+         .displayName = std::move(name.displayName),
+         .product = std::move(name.product),
+         .memMB = memMB,
+         .cpu = 0,
+         .commandLine = stored(shown.commandLine),
+         .labRole = role,
+         .matchedAgents = labelsOf(agents, pid),
+         .isProtected = isProtected,
+         .ownerName = sampler.ownerName(),
+         .identity = sampler.identity(),
+         .isCommandLineCut = sampler.isCut() || shown.commandLine.size() > kLongestStoredLine});
   }
 
   sortByRoleAndMemory(processes);

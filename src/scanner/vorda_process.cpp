@@ -1,6 +1,17 @@
 #include "scanner/vorda_process.h"
 
+#include <tuple>
+
 #include "text/hash_combine.h"
+
+bool VordaProcess::operator==(const VordaProcess& other) const {
+  const auto shown = [](const VordaProcess& process) {
+    return std::tie(process.pid, process.displayName, process.product, process.memMB, process.cpu,
+                    process.commandLine, process.labRole, process.matchedAgents,
+                    process.isProtected, process.ownerName);
+  };
+  return shown(*this) == shown(other);
+}
 
 std::size_t std::hash<VordaProcess>::operator()(const VordaProcess& process) const noexcept {
   std::size_t seed = 0;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,22 +17,28 @@ struct VordaProcess {
   std::string product;                     ///< the product word, which groups colours
   double memMB = 0;                        ///< physical footprint in MiB
   double cpu = 0;                          ///< always 0: CPU is not sampled
-  std::string commandLine;                 ///< joined by single spaces, secrets redacted
+  std::string commandLine;                 ///< joined by single spaces, secrets redacted;
+                                           ///< at most 8 KiB
   LabRole labRole = LabRole::none;         ///< what it does in AI work
   std::vector<std::string> matchedAgents;  ///< labels of the launch agents running as this pid
   bool isProtected = false;                ///< owned by another user than the program's own
   std::string ownerName;                   ///< login name, else "uid " and the number
 
+  /// platform::ProcessFacts::identity: no other process with this pid has it; none when it
+  /// could not be told, and then the process is never signalled.
+  std::optional<std::uint64_t> identity = std::nullopt;
+  bool isCommandLineCut = false;   ///< the process has more arguments than `commandLine` holds
+
   /// The same from one sample to the next.
   std::int32_t id() const { return pid; }
 
-  /// All ten fields, in declaration order.
-  bool operator==(const VordaProcess&) const = default;
+  /// The ten fields that are shown, from `pid` to `ownerName`, in this order.
+  bool operator==(const VordaProcess& other) const;
 };
 
 /// For sets and maps of processes.
 template <>
 struct std::hash<VordaProcess> {
-  /// Over all ten fields, so that equal values hash equally.
+  /// Over the fields that operator== compares, so that equal values hash equally.
   std::size_t operator()(const VordaProcess& process) const noexcept;
 };

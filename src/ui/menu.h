@@ -35,7 +35,7 @@ using RepresentedObject =
 /// A process that an item speaks of, told apart from a later one with the same pid.
 struct ProcessReference {
   std::int32_t pid = 0;                   ///< its process id
-  std::optional<std::uint64_t> identity;  ///< platform::startIdentity, noted with the sample
+  std::optional<std::uint64_t> identity;  ///< VordaProcess::identity
 
   /// Field by field.
   bool operator==(const ProcessReference&) const = default;

@@ -47,27 +47,24 @@ void addSummary(Items& items, const SystemMemory::Snapshot& sys, const ProcessLi
   items.push_back(label(roleSummary("Model servers", servers)));
 }
 
-void addProcessItems(Items& items, const ProcessList& list, const StartIdentities& identities) {
+void addProcessItems(Items& items, const ProcessList& list) {
   for (const VordaProcess* process : list) {
-    const auto identity = identities.find(process->pid);
-    items.push_back(processItem(
-        *process, identity == identities.end() ? std::nullopt : std::optional(identity->second)));
+    items.push_back(processItem(*process));
   }
 }
 
-void addTopSection(Items& items, const ProcessList& bySize, const StartIdentities& identities) {
+void addTopSection(Items& items, const ProcessList& bySize) {
   items.push_back(separator());
   items.push_back(label("— Top RAM (colors match graph) —"));
   if (bySize.empty()) items.push_back(label("  (nothing above threshold)"));
-  addProcessItems(items, ProcessLists::first(bySize, kMaxTopRAM), identities);
+  addProcessItems(items, ProcessLists::first(bySize, kMaxTopRAM));
 }
 
-void addRoleSection(Items& items, const char* header, const ProcessList& list,
-                    const StartIdentities& identities) {
+void addRoleSection(Items& items, const char* header, const ProcessList& list) {
   if (list.empty()) return;
   items.push_back(separator());
   items.push_back(label(header));
-  addProcessItems(items, ProcessLists::first(list, kMaxAI), identities);
+  addProcessItems(items, ProcessLists::first(list, kMaxAI));
 }
 
 void addAgentSection(Items& items, const std::vector<VordaLaunchAgent>& agents) {
@@ -104,10 +101,10 @@ Menu build(const MenuContent& content) {
   Items& items = menu.items;
   items.push_back(stripItem(content.sys, bySize));
   addSummary(items, content.sys, bySize, training, servers);
-  addTopSection(items, bySize, content.identities);
-  addRoleSection(items, "— Training & fine-tunes (LoRA, SFT, …) —", training, content.identities);
-  addRoleSection(items, "— Model servers —", servers, content.identities);
-  addRoleSection(items, "— Agents & tools —", agentProcesses, content.identities);
+  addTopSection(items, bySize);
+  addRoleSection(items, "— Training & fine-tunes (LoRA, SFT, …) —", training);
+  addRoleSection(items, "— Model servers —", servers);
+  addRoleSection(items, "— Agents & tools —", agentProcesses);
   addAgentSection(items, content.agents);
   addCommands(items);
   return menu;

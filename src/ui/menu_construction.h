@@ -1,7 +1,6 @@
 #pragma once
 
-#include <cstdint>
-#include <unordered_map>
+#include <cstddef>
 #include <vector>
 
 #include "agents/vorda_launch_agent.h"
@@ -9,14 +8,9 @@
 #include "scanner/vorda_process.h"
 #include "ui/menu.h"
 
-/// platform::startIdentity of the processes of a sample, taken with it. A pid that is
-/// missing was gone by then.
-using StartIdentities = std::unordered_map<std::int32_t, std::uint64_t>;
-
 /// What the menu is built from.
 struct MenuContent {
   const std::vector<VordaProcess>& processes;   ///< in the scan's order
-  const StartIdentities& identities;            ///< of those processes
   const std::vector<VordaLaunchAgent>& agents;  ///< those of interest
   SystemMemory::Snapshot sys;                   ///< the whole machine's memory
 };
@@ -35,9 +29,8 @@ inline constexpr std::size_t kMaxStripSegments = 6;
 /// Every item of the root menu; the first is the strip's.
 Menu build(const MenuContent& content);
 
-/// A process's row and its submenu, all speaking of the process that had this start
-/// identity.
-MenuItem processItem(const VordaProcess& process, std::optional<std::uint64_t> identity);
+/// A process's row and its submenu, all speaking of this very process.
+MenuItem processItem(const VordaProcess& process);
 
 /// A launch agent's row and its submenu.
 MenuItem agentItem(const VordaLaunchAgent& agent);

@@ -8,14 +8,15 @@ namespace {
 
 constexpr double kRescanDelays[] = {0.25, 1.0, 2.5};  // seconds
 
-/// The process with this pid that the sender's row spoke of when the menu was built.
+/// The process with this pid that the sender's row spoke of when the menu was built; for a
+/// sender that is no row's, the one that has the pid now.
 ProcessReference meantProcess(std::int32_t pid, const MenuItem& sender) {
   if (sender.process && sender.process->pid == pid) return *sender.process;
-  return {pid, std::nullopt};
+  return {pid, platform::processIdentity(pid)};
 }
 
 bool isGone(const ProcessReference& process) {
-  return process.identity && platform::startIdentity(process.pid) != process.identity;
+  return !process.identity || platform::processIdentity(process.pid) != process.identity;
 }
 
 }  // namespace

@@ -62,11 +62,11 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process) {
 
 }  // namespace
 
-MenuItem processItem(const VordaProcess& process, std::optional<std::uint64_t> identity) {
+MenuItem processItem(const VordaProcess& process) {
   MenuItem item{.title = processTitle(process),
                 .toolTip = processToolTip(process),
                 .dot = ProcessColor::color(process),
-                .process = ProcessReference{process.pid, identity},
+                .process = ProcessReference{process.pid, process.identity},
                 .submenu = processSubmenu(process)};
   for (MenuItem& entry : item.submenu) entry.process = item.process;
   return item;

@@ -1,7 +1,6 @@
 #include "ui/status_bar_controller.h"
 
 #include "agents/launch_agent_scanner.h"
-#include "platform/processes.h"
 #include "scanner/process_scanner.h"
 #include "scanner/system_memory.h"
 #include "ui/process_lists.h"
@@ -83,14 +82,6 @@ void StatusBarController::refreshNow() {
 
 void StatusBarController::sample() {
   processes_ = ProcessScanner::scan(kMinMemMB);
-  // Noted with the sample, not with the menu: a menu that is built later from the same
-  // sample must not take the next owner of a pid for the process in the list.
-  identities_.clear();
-  for (const VordaProcess& process : processes_) {
-    const auto identity = platform::startIdentity(process.pid);
-    if (identity) identities_.emplace(process.pid, *identity);
-  }
-
   agents_ = LaunchAgentScanner::scan();
   std::erase_if(agents_, [](const VordaLaunchAgent& agent) {
     return !agent.keepAlive && !LaunchAgentScanner::isInteresting(agent);
@@ -111,7 +102,7 @@ void StatusBarController::updateStrip() {
 }
 
 void StatusBarController::rebuildMenu() {
-  rootMenu_ = MenuConstruction::build({processes_, identities_, agents_, SystemMemory::snapshot()});
+  rootMenu_ = MenuConstruction::build({processes_, agents_, SystemMemory::snapshot()});
   pressureView_ = rootMenu_.items.front().strip;
   frontEnd_.menuRebuilt(rootMenu_);
 }

@@ -91,7 +91,6 @@ class StatusBarController {
   Menu rootMenu_;
   std::shared_ptr<ScheduledWork> refreshTimer_;
   std::vector<VordaProcess> processes_;
-  StartIdentities identities_;
   std::vector<VordaLaunchAgent> agents_;
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
   std::weak_ptr<MemoryPressureView> pressureView_;

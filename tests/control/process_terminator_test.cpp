@@ -223,6 +223,14 @@ TEST_F(Terminate, SendsNothingWhenItCannotTellWhetherTheProcessIsTheOneThatWasMe
   EXPECT_THAT(machine().signals, IsEmpty());
 }
 
+TEST_F(Terminate, SendsNothingWhenNobodyKnowsWhichProcessWasMeant) {
+  for (const bool force : {false, true}) {
+    EXPECT_EQ(ProcessTerminator::terminate(kPid, force, std::nullopt),
+              Answer(true, "PID 312 already gone"));
+  }
+  EXPECT_THAT(machine().signals, IsEmpty());
+}
+
 TEST_F(Terminate, ExaminesTheProcessAfterItHoldsIt) {
   machine().beforeSignal = [](std::int32_t) { process().identity = 6; };
   EXPECT_EQ(ProcessTerminator::terminate(kPid, true, 5), Answer(true, "PID 312 already gone"));

@@ -12,6 +12,7 @@
 namespace {
 
 ScriptedPlatform scripted;
+std::optional<std::uint64_t> lastRead;  ///< the identity of the process that was read last
 
 constexpr double kBytesPerMB = 1048576;
 
@@ -79,6 +80,10 @@ bool readProcess(std::int32_t pid, ProcessFacts& facts) {
                    ? process->name
                    : std::string(text::lastPathComponent(process->arguments.front()));
   facts.effectiveUid = process->effectiveUid;
+  facts.parent = process->parent;
+  facts.isCut = process->isCut;
+  facts.identity.reset();
+  lastRead = process->identity;
   return !facts.name.empty();
 }
 
@@ -90,10 +95,23 @@ std::optional<std::uint64_t> physicalFootprint(std::int32_t pid) {
   return static_cast<std::uint64_t>(*process->footprintMB * kBytesPerMB);
 }
 
-std::optional<std::uint64_t> startIdentity(std::int32_t pid) {
+bool confirmProcess(std::int32_t pid, ProcessFacts& facts) {
+  if (scripted.beforeConfirm) scripted.beforeConfirm(pid);
+  if (scripted.nextCallFails()) return true;  // it can't be told
+  const ScriptedProcess* process = scripted.find(pid);
+  if (process == nullptr || process->identity != lastRead) return false;
+  facts.identity = process->identity;
+  return true;
+}
+
+std::optional<std::uint64_t> processIdentity(std::int32_t pid) {
   if (scripted.nextCallFails()) return std::nullopt;
   const ScriptedProcess* process = scripted.find(pid);
   return process == nullptr ? std::nullopt : process->identity;
+}
+
+std::uint64_t processClock() {
+  return scripted.clock;
 }
 
 std::int32_t ownPid() {
@@ -148,7 +166,7 @@ std::optional<std::uint32_t> SignalTarget::effectiveUid() const {
 }
 
 std::optional<std::uint64_t> SignalTarget::identity() const {
-  return startIdentity(pid_);
+  return processIdentity(pid_);
 }
 
 int SignalTarget::send(Signal signal) const {

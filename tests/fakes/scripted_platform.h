@@ -19,6 +19,8 @@ struct ScriptedProcess {
   std::optional<std::uint32_t> effectiveUid = 1000;
   std::optional<double> footprintMB = 100;
   std::optional<std::uint64_t> identity = 1;
+  std::optional<std::int32_t> parent;
+  bool isCut = false;       ///< it has more arguments than these
   bool unreadable = false;  ///< listed, but gone when it is read
   int signalError = 0;      ///< what sending a signal answers; 0 ends the process
 };
@@ -47,6 +49,7 @@ struct ScriptedPlatform {
   std::vector<platform::ServiceReply> startReplies{{0, ""}};
 
   platform::Words words = platform::kLinuxWords;
+  std::uint64_t clock = 1'000'000'000;  ///< in nanoseconds
 
   /// One call of the platform that fails: the one with that number (the first is 1), or all
   /// from there on. It answers as if nothing could be read; a signal that is sent answers
@@ -62,6 +65,9 @@ struct ScriptedPlatform {
   /// Runs whenever a process is about to be held for a signal: a test can change the machine
   /// meanwhile.
   std::function<void(std::int32_t pid)> beforeSignal;
+
+  /// Runs whenever all has been asked of a process but whether it is still the same.
+  std::function<void(std::int32_t pid)> beforeConfirm;
 
   // What the program did.
   std::vector<ScriptedSignal> signals;

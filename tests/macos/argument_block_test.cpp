@@ -84,12 +84,19 @@ TEST(ArgumentBlock, LeavesNothingOfTheBlockBefore) {
   EXPECT_TRUE(facts.arguments.empty());
 }
 
-TEST(ArgumentBlock, ReadsALongListWhole) {
-  Texts arguments;
-  for (int i = 0; i < 20000; ++i) arguments.push_back("argument-" + std::to_string(i));
+TEST(ArgumentBlock, ReadsTheArgumentsThatFitWhole) {
+  Texts arguments(3, std::string(20'000, 'x'));
   platform::ProcessFacts facts;
   platform::readArgumentBlock(argumentBlock("/bin/sh", arguments), facts);
   EXPECT_EQ(Texts(facts.arguments.begin(), facts.arguments.end()), arguments);
+  EXPECT_FALSE(facts.isCut);
+
+  arguments.emplace_back(platform::kLongestCommandLine, 'y');
+  arguments.emplace_back("z");
+  platform::readArgumentBlock(argumentBlock("/bin/sh", arguments), facts);
+  EXPECT_EQ(Texts(facts.arguments.begin(), facts.arguments.end()),
+            Texts(arguments.begin(), arguments.begin() + 3));
+  EXPECT_TRUE(facts.isCut);
 }
 
 }  // namespace

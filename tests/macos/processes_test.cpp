@@ -145,7 +145,7 @@ TEST_F(Processes, BlockThatOutgrowsItsMeasureTellsNothing) {
   EXPECT_EQ(facts.commandLine, "");
 }
 
-TEST_F(Processes, LargestBlockIsRead) {
+TEST_F(Processes, OfTheLargestBlockIsReadWhatFits) {
   const std::string path = "/bin/tool";
   const std::size_t padded = darwin::argumentBlock(path, {path, ""}).size();
   const std::string longest(ARG_MAX + sizeof(int) - padded, 'x');
@@ -153,7 +153,8 @@ TEST_F(Processes, LargestBlockIsRead) {
   ASSERT_EQ(kernel().processes[0].argumentBlock.size(), ARG_MAX + sizeof(int));
   platform::ProcessFacts facts;
   ASSERT_TRUE(platform::readProcess(5, facts));
-  EXPECT_EQ(facts.commandLine, path + " " + longest);
+  EXPECT_EQ(facts.commandLine, path);
+  EXPECT_TRUE(facts.isCut);
 }
 
 struct FootprintRow {
@@ -186,20 +187,51 @@ TEST_F(Processes, FootprintOfAGoneProcessIsUnknown) {
   EXPECT_FALSE(platform::physicalFootprint(5));
 }
 
-TEST_F(Processes, StartIdentityTellsTwoOwnersOfAPidApart) {
+TEST_F(Processes, IdentityTellsTwoOwnersOfAPidApart) {
   kernel().processes = {{.pid = 5, .startTime = 1'700'000'000'000'001}};
-  const auto first = platform::startIdentity(5);
+  const auto first = platform::processIdentity(5);
   kernel().processes = {{.pid = 5, .startTime = 1'700'000'000'000'002}};
-  const auto second = platform::startIdentity(5);
+  const auto second = platform::processIdentity(5);
   ASSERT_TRUE(first && second);
   EXPECT_NE(first, second);
 }
 
-TEST_F(Processes, StartIdentityOfAGoneProcessIsUnknown) {
-  EXPECT_FALSE(platform::startIdentity(5));
+TEST_F(Processes, WhatWasReadIsOfOneProcess) {
+  kernel().processes = {darwin::process(5, {"/bin/tool"})};
+  kernel().processes[0].startTime = 1'700'000'000'000'001;
+  platform::ProcessFacts facts;
+  ASSERT_TRUE(platform::readProcess(5, facts));
+  EXPECT_TRUE(platform::confirmProcess(5, facts));
+  EXPECT_EQ(facts.identity, platform::processIdentity(5));
+  EXPECT_TRUE(facts.identity);
+
+  kernel().processes[0].startTime = 1'700'000'000'000'002;
+  EXPECT_FALSE(platform::confirmProcess(5, facts));
+  EXPECT_FALSE(facts.identity);
+}
+
+TEST_F(Processes, NothingIsConfirmedOfAGoneProcess) {
+  kernel().processes = {darwin::process(5, {"/bin/tool"})};
+  platform::ProcessFacts facts;
+  ASSERT_TRUE(platform::readProcess(5, facts));
+  kernel().processes.clear();
+  EXPECT_FALSE(platform::confirmProcess(5, facts));
+}
+
+TEST_F(Processes, WithoutItsRecordItHasNoIdentity) {
+  kernel().processes = {darwin::process(5, {"/bin/tool"})};
+  kernel().refusesRecords = true;
+  platform::ProcessFacts facts;
+  ASSERT_TRUE(platform::readProcess(5, facts));
+  EXPECT_TRUE(platform::confirmProcess(5, facts));
+  EXPECT_FALSE(facts.identity);
+}
+
+TEST_F(Processes, IdentityOfAGoneProcessIsUnknown) {
+  EXPECT_FALSE(platform::processIdentity(5));
   kernel().processes = {{.pid = 5}};
   kernel().refusesRecords = true;
-  EXPECT_FALSE(platform::startIdentity(5));
+  EXPECT_FALSE(platform::processIdentity(5));
 }
 
 }  // namespace

@@ -73,7 +73,11 @@ TEST_F(KeptFilesTest, KeepsNoMoreThanItMay) {
   for (int round = 0; round < 2; ++round) {
     for (const int pid : {1, 2, 3}) EXPECT_EQ(files.read(pid, kOwner, reader_), "old");
   }
-  EXPECT_EQ(openFiles(), before + 2);
+  EXPECT_EQ(openFiles(), before + 2 + 1) << "and the one read last";
+  files.read(1, kOwner, reader_);
+  EXPECT_TRUE(files.wasKept());
+  files.read(3, kOwner, reader_);
+  EXPECT_FALSE(files.wasKept());
 }
 
 TEST_F(KeptFilesTest, KeepsNothingOfWhatIsNotThere) {

@@ -241,14 +241,58 @@ TEST(ArgumentBlockReading, ForgetsTheProcessBefore) {
 
 TEST(ArgumentBlockReading, HoldsItsViewsThroughALongList) {
   std::string block;
-  for (int i = 0; i < 100000; ++i) block += std::to_string(i) + '\0';
+  for (int i = 0; i < 10000; ++i) block += std::to_string(i) + '\0';
   ProcessFacts facts;
   platform::readArguments(block, {}, facts);
-  ASSERT_EQ(facts.arguments.size(), 100000U);
-  EXPECT_EQ(facts.arguments[99999], "99999");
+  ASSERT_EQ(facts.arguments.size(), 10000U);
+  EXPECT_EQ(facts.arguments[9999], "9999");
   EXPECT_EQ(facts.arguments.front().data(), facts.commandLine.data());
   EXPECT_EQ(facts.commandLine.size(), block.size() - 1);
+  EXPECT_FALSE(facts.isCut);
 }
+
+struct LongRow {
+  const char* name;
+  std::string block;
+  std::string lastArgument;
+  std::size_t length;  ///< of the command line
+  bool isCut;
+};
+
+class LongArgumentBlock : public testing::TestWithParam<LongRow> {};
+
+TEST_P(LongArgumentBlock, IsCutAtTheEndOfAnArgument) {
+  const auto& row = GetParam();
+  ProcessFacts facts;
+  platform::readArguments(row.block, {"/bin/tool", "tool"}, facts);
+  ASSERT_FALSE(facts.arguments.empty());
+  EXPECT_EQ(facts.arguments.back(), row.lastArgument);
+  EXPECT_EQ(facts.commandLine.size(), row.length);
+  EXPECT_EQ(facts.isCut, row.isCut);
+}
+
+constexpr std::size_t kMost = platform::kLongestCommandLine;
+
+std::string times(std::size_t count, const std::string& text) {
+  std::string result;
+  while (count-- > 0) result += text;
+  return result;
+}
+
+const LongRow kLongRows[] = {
+    {"OfExactlyTheMost", "a\0"s + times(kMost - 3, "b") + '\0', times(kMost - 3, "b"), kMost - 1,
+     false},
+    {"OfOneMore", "a\0b\0"s + times(kMost - 3, "c") + '\0', "b", 3, true},
+    {"OfManySmallOnes", times(kMost, "ab\0"s), "ab", kMost - 2, true},
+    {"OneThatIsTooLongAlone", times(kMost + 1, "x"), times(kMost, "x"), kMost, true},
+    {"OneThatIsTooLongAloneInsideALetter", "x" + times(kMost, "é"), "x" + times(kMost / 2 - 1, "é"),
+     kMost - 1, true},
+    {"ATitleWithPadding", "tool: at work\0"s + std::string(2 * kMost, '\0'), "tool: at work", 13,
+     false},
+    {"ATitleThatIsTooLong", "tool " + times(kMost, "a "), "a", kMost, true},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, LongArgumentBlock, testing::ValuesIn(kLongRows), rowName<LongRow>);
 
 TEST(ArgumentBlockReading, NeedsNoOriginForAnOrdinaryCommand) {
   ProcessFacts facts;

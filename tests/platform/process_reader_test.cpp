@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <string>
 
 #include "tools/temp_folder.h"
@@ -108,13 +109,55 @@ TEST_F(ProcessReaderTest, LooksAtSwapAnewForEachListing) {
 
 TEST_F(ProcessReaderTest, HasNoFiguresOfAProcessThatIsGone) {
   EXPECT_FALSE(reader_.footprint(7));
-  EXPECT_FALSE(reader_.startIdentity(7));
+  EXPECT_FALSE(reader_.identity(7));
   EXPECT_FALSE(reader_.effectiveUid(7));
 }
 
-TEST_F(ProcessReaderTest, IdentifiesAProcessByItsStart) {
-  folder_.write("7/stat", "7 (a) S 1 7 7 0 7 0 1 2 3 4 5 6 7 8 20 0 1 0 12345 9 9 9\n");
-  EXPECT_EQ(reader_.startIdentity(7), 12345U);
+TEST_F(ProcessReaderTest, IdentifiesAProcessByItsStartAndWhatItRuns) {
+  const auto identityAs = [this](const std::string& ticks, const char* line, const char* program) {
+    folder_.write("7/stat", "7 (a) S 1 7 7 0 7 0 1 2 3 4 5 6 7 8 20 0 1 0 " + ticks + " 9 9 9\n");
+    folder_.write("7/cmdline", line);
+    std::filesystem::remove(folder_ / "7/exe");
+    folder_.link("7/exe", program);
+    return platform::ProcessReader(proc_).identity(7);
+  };
+  const auto one = identityAs("12345", "a", "/bin/a");
+  ASSERT_TRUE(one);
+  EXPECT_EQ(identityAs("12345", "a", "/bin/a"), one);
+  EXPECT_NE(identityAs("12346", "a", "/bin/a"), one);
+  EXPECT_NE(identityAs("12345", "b", "/bin/a"), one);
+  EXPECT_NE(identityAs("12345", "a", "/bin/b"), one);
+}
+
+TEST_F(ProcessReaderTest, HasNoIdentityOfAProcessWhoseStartIsHidden) {
+  folder_.write("7/cmdline", "a");
+  ASSERT_TRUE(reader_.read(7, facts_));
+  EXPECT_TRUE(reader_.confirm(7, facts_)) << "it stays listed";
+  EXPECT_FALSE(facts_.identity);
+}
+
+TEST_F(ProcessReaderTest, AsksForTheParentAgainWhenThatIsGone) {
+  const auto writeChild = [this](const char* parent) {
+    folder_.write("7/stat", std::string("7 (a) S ") + parent +
+                                " 7 7 0 7 0 1 2 3 4 5 6 7 8 20 0 1 0 50 9 9 9\n");
+  };
+  const auto parentNow = [this] {
+    reader_.pids();
+    for (const int pid : {5, 7}) reader_.read(pid, facts_);
+    return facts_.parent;
+  };
+  folder_.write("5/cmdline", "parent");
+  folder_.write("5/stat", "5 (p) S 1 5 5 0 5 0 1 2 3 4 5 6 7 8 20 0 1 0 40 9 9 9\n");
+  folder_.write("7/cmdline", "child");
+  writeChild("5");
+  EXPECT_EQ(parentNow(), 5);
+
+  writeChild("1");
+  EXPECT_EQ(parentNow(), 5) << "not asked while the parent lives";
+  std::filesystem::remove_all(folder_ / "5");
+  reader_.pids();
+  ASSERT_TRUE(reader_.read(7, facts_));
+  EXPECT_EQ(facts_.parent, 1);
 }
 
 TEST(ProcessReaderWithoutProc, FindsNothing) {

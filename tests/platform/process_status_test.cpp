@@ -52,24 +52,48 @@ constexpr FileRow kStatusRows[] = {
 
 INSTANTIATE_TEST_SUITE_P(Rows, FootprintWithSwap, testing::ValuesIn(kStatusRows), rowName<FileRow>);
 
-class StartTime : public testing::TestWithParam<FileRow> {};
-
-TEST_P(StartTime, IsField22) {
-  EXPECT_EQ(platform::startTime(GetParam().text), GetParam().value);
-}
-
-constexpr FileRow kStatRows[] = {
-    {"AnOrdinaryProcess",
-     "812 (bash) S 800 812 812 34816 812 4194304 1 2 3 4 5 6 7 8 20 0 1 0 12345 9 9 9\n", 12345},
-    {"ANameWithBlanksAndParentheses",
-     "812 (a) b (c) S) S 800 812 812 34816 812 4194304 1 2 3 4 5 6 7 8 20 0 1 0 777 9 9 9\n", 777},
-    {"NegativeFieldsBefore", "1 (x) S 0 -1 -1 0 -1 0 0 0 0 0 0 0 0 0 20 -5 1 0 42 9\n", 42},
-    {"Empty", "", std::nullopt},
-    {"NoName", "812 bash S 800 812", std::nullopt},
-    {"CutBehindTheName", "812 (bash)", std::nullopt},
-    {"CutBeforeTheField", "812 (bash) S 800 812 812", std::nullopt},
+struct StatRow {
+  const char* name;
+  const char* text;
+  std::optional<platform::ProcessStat> stat;
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, StartTime, testing::ValuesIn(kStatRows), rowName<FileRow>);
+class ProcessStatText : public testing::TestWithParam<StatRow> {};
+
+TEST_P(ProcessStatText, TellsWhereAProcessComesFrom) {
+  const auto stat = platform::processStat(GetParam().text);
+  const auto& expected = GetParam().stat;
+  ASSERT_EQ(stat.has_value(), expected.has_value());
+  if (!stat) return;
+  EXPECT_EQ(stat->state, expected->state);
+  EXPECT_EQ(stat->parent, expected->parent);
+  EXPECT_EQ(stat->isKernelThread, expected->isKernelThread);
+  EXPECT_EQ(stat->threads, expected->threads);
+  EXPECT_EQ(stat->startTicks, expected->startTicks);
+}
+
+const StatRow kStatRows[] = {
+    {"AnOrdinaryProcess",
+     "812 (bash) S 800 812 812 34816 812 4194304 1 2 3 4 5 6 7 8 20 0 1 0 12345 9 9 9\n",
+     {{'S', 800, false, 1, 12345}}},
+    {"ANameWithBlanksAndParentheses",
+     "812 (a) b (c) S) S 800 812 812 34816 812 4194304 1 2 3 4 5 6 7 8 20 0 4 0 777 9 9 9\n",
+     {{'S', 800, false, 4, 777}}},
+    {"AKernelThread",
+     "2 (kthreadd) S 0 0 0 0 -1 2129984 0 0 0 0 0 0 0 0 20 0 1 0 0 0 0\n",
+     {{'S', 0, true, 1, 0}}},
+    {"AZombie",
+     "9 (sh) Z 8 9 9 0 -1 4227084 0 0 0 0 0 0 0 0 20 0 2 0 42 0 0\n",
+     {{'Z', 8, false, 2, 42}}},
+    {"NegativeFieldsBefore",
+     "1 (x) S 0 -1 -1 0 -1 0 0 0 0 0 0 0 0 0 20 -5 1 0 42 9\n",
+     {{'S', 0, false, 1, 42}}},
+    {"Empty", "", std::nullopt},
+    {"NoName", "812 bash S 800 812", std::nullopt},
+    {"CutBehindTheName", "812 (bash) ", std::nullopt},
+    {"CutBeforeTheStart", "812 (bash) S 800 812 812", std::nullopt},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, ProcessStatText, testing::ValuesIn(kStatRows), rowName<StatRow>);
 
 }  // namespace

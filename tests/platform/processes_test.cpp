@@ -4,15 +4,19 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
+#include <functional>
+#include <memory>
 #include <string>
 
 #include "platform/linux/process_reader.h"
 #include "tools/child_process.h"
 #include "tools/forked.h"
+#include "tools/puppet.h"
 #include "tools/temp_folder.h"
 
 namespace {
@@ -71,22 +75,22 @@ TEST(ReadProcess, DropsArgumentsThatAreNotUtf8) {
   EXPECT_THAT(facts.arguments, ElementsAre("tool", "end"));
 }
 
-TEST(ReadProcess, ReadsArgumentsOfMoreThanTwoMebibytes) {
-  constexpr std::size_t kLength = 120000;
-  const ChildProcess process(playProcess({"--repeat", "20", std::string(kLength, 'x')}, {"tool"}));
+TEST(ReadProcess, ReadsWhatFitsOfMoreThanTwoMebibytes) {
+  constexpr std::size_t kLength = 60'000;
+  const ChildProcess process(playProcess({"--repeat", "40", std::string(kLength, 'x')}, {"tool"}));
   ProcessFacts facts;
   ASSERT_TRUE(platform::readProcess(process.pid(), facts));
-  ASSERT_EQ(facts.arguments.size(), 21U);
-  EXPECT_EQ(facts.arguments[20], std::string(kLength, 'x'));
-  EXPECT_EQ(facts.commandLine.size(), 4 + 20 * (kLength + 1));
+  EXPECT_THAT(facts.arguments, ElementsAre("tool", std::string(kLength, 'x')));
+  EXPECT_TRUE(facts.isCut);
 }
 
-TEST(ReadProcess, ReadsAHundredThousandArguments) {
+TEST(ReadProcess, ReadsWhatFitsOfAHundredThousandArguments) {
   const ChildProcess process(playProcess({"--repeat", "100000", "argument"}, {"tool"}));
   ProcessFacts facts;
   ASSERT_TRUE(platform::readProcess(process.pid(), facts));
-  ASSERT_EQ(facts.arguments.size(), 100001U);
+  EXPECT_EQ(facts.arguments.size(), 1 + (platform::kLongestCommandLine - 5) / 9);
   EXPECT_EQ(facts.arguments.back(), "argument");
+  EXPECT_TRUE(facts.isCut);
 }
 
 TEST(ReadProcess, KeepsATitleForPeopleWhole) {
@@ -165,7 +169,7 @@ TEST(ReadProcess, HasNothingOfAZombieOrOfAProcessThatIsGone) {
   process.end();
   EXPECT_FALSE(platform::readProcess(pid, facts));
   EXPECT_FALSE(platform::physicalFootprint(pid));
-  EXPECT_FALSE(platform::startIdentity(pid));
+  EXPECT_FALSE(platform::processIdentity(pid));
 }
 
 TEST(ReadProcess, PassesOverWhatHidepidHides) {
@@ -209,22 +213,127 @@ TEST(PhysicalFootprint, IsTheMemoryThatAProcessKeepsBusy) {
   EXPECT_LE(static_cast<double>(*withSwap), kBusy + kRest);
 }
 
-TEST(StartIdentity, StaysTheSame) {
-  const ChildProcess process(playProcess({}, {"a ) b ("}));
-  const auto identity = platform::startIdentity(process.pid());
-  ASSERT_TRUE(identity);
-  EXPECT_GT(*identity, 0U);
-  EXPECT_EQ(platform::startIdentity(process.pid()), identity);
+TEST(ReadProcess, TellsParentAndStart) {
+  const std::uint64_t before = platform::processClock();
+  const NamedProcess odd("a) S 1 (b", {}, {});
+  const std::uint64_t after = platform::processClock();
+  ProcessFacts facts;
+  ASSERT_TRUE(platform::readProcess(odd.pid(), facts));
+  EXPECT_EQ(facts.parent, getpid());
+  constexpr std::uint64_t kTick = 10'000'000;  // nanoseconds
+  ASSERT_TRUE(facts.startTime);
+  EXPECT_GE(*facts.startTime, before);
+  EXPECT_LE(*facts.startTime, after + kTick);
 }
 
-TEST(StartIdentity, IsTheStartTimeWhateverTheProcessIsCalled) {
-  const NamedProcess odd("a) S 1 (b", {}, {});
-  const auto before = platform::startIdentity(odd.pid());
-  ASSERT_TRUE(before);
-  // Time goes in ticks: a process that starts later has the same identity or a greater one.
-  const ChildProcess later(playProcess({}));
-  EXPECT_LE(*before, platform::startIdentity(later.pid()));
-  EXPECT_GE(*before, platform::startIdentity(getpid()));
+TEST(ReadProcess, TellsOfAProcessWhoseFirstThreadHasEnded) {
+  const ChildProcess process(
+      playProcess({"--memory", "64", "--end-first-thread"}, {"vllm", "serve"}));
+  ProcessFacts facts;
+  ASSERT_TRUE(platform::readProcess(process.pid(), facts));
+  EXPECT_EQ(facts.commandLine, "vllm serve");
+  constexpr std::uint64_t kBusy = 63 << 20;
+  EXPECT_GE(platform::physicalFootprint(process.pid()).value_or(0), kBusy);
+  EXPECT_TRUE(platform::confirmProcess(process.pid(), facts));
+  EXPECT_TRUE(facts.identity);
+}
+
+/// Which process a pid means, told by the way of this kernel and by the way of older ones.
+class ProcessIdentity : public testing::TestWithParam<bool> {
+ protected:
+  /// Reads the process, and what a row shows of it; `meanwhile` happens in between. Whether
+  /// that is to be believed.
+  bool read(
+      pid_t pid, const std::function<void()>& meanwhile = [] {}) {
+    if (!reader().read(pid, facts_)) return false;
+    meanwhile();
+    reader().footprint(pid);
+    return reader().confirm(pid, facts_);
+  }
+  std::optional<std::uint64_t> identity(pid_t pid) {
+    return read(pid) ? facts_.identity : std::nullopt;
+  }
+  platform::ProcessReader& reader() { return GetParam() ? platform::processReader() : older_; }
+
+  platform::ProcessReader older_{platform::systemProc()};
+  ProcessFacts facts_;
+};
+
+TEST_P(ProcessIdentity, StaysTheSameWhateverTheProcessBecomes) {
+  Puppet puppet;
+  const auto first = identity(puppet.pid());
+  ASSERT_TRUE(first);
+  puppet.rewriteTitle();
+  EXPECT_EQ(identity(puppet.pid()), first);
+  puppet.execute({"executed"});
+  EXPECT_EQ(identity(puppet.pid()), first);
+  EXPECT_EQ(facts_.commandLine, "executed");
+}
+
+TEST_P(ProcessIdentity, IsAnotherForTheNextOwnerOfThePid) {
+  auto first = std::make_unique<Puppet>();
+  const pid_t pid = first->pid();
+  const auto before = identity(pid);
+  first.reset();
+  EXPECT_FALSE(identity(pid));
+  Puppet second(pid);
+  if (second.pid() != pid) GTEST_SKIP() << "may not choose a process's pid here";
+  second.execute({"executed"});  // may well be within the same tick
+  const auto after = identity(pid);
+  ASSERT_TRUE(before && after);
+  EXPECT_NE(*before, *after);
+}
+
+TEST_P(ProcessIdentity, NothingIsBelievedOfAProcessThatEndsWhileItIsRead) {
+  for (const bool isSeenBefore : {false, true}) {
+    ChildProcess process(playProcess({}));
+    EXPECT_TRUE(!isSeenBefore || read(process.pid()));
+    EXPECT_FALSE(read(process.pid(), [&] { process.end(); })) << isSeenBefore;
+    EXPECT_FALSE(facts_.identity);
+  }
+}
+
+TEST_P(ProcessIdentity, NothingIsBelievedOfAPidThatIsGivenAnewWhileItIsRead) {
+  for (const bool isSeenBefore : {false, true}) {
+    auto first = std::make_unique<Puppet>();
+    const pid_t pid = first->pid();
+    EXPECT_TRUE(!isSeenBefore || read(pid));
+    std::unique_ptr<Puppet> second;
+    const bool isBelieved = read(pid, [&] {
+      first.reset();
+      second = std::make_unique<Puppet>(pid);
+    });
+    if (second->pid() != pid) GTEST_SKIP() << "may not choose a process's pid here";
+    EXPECT_FALSE(isBelieved) << isSeenBefore;
+    EXPECT_FALSE(facts_.identity);
+    EXPECT_TRUE(read(pid)) << "the next refresh has the new one";
+  }
+}
+
+TEST_P(ProcessIdentity, IsUnknownWhereNothingVouchesForIt) {
+  const ChildProcess process(playProcess({}));
+  EXPECT_EQ(resultOfForked([&] {
+              platform::ProcessReader& reader = this->reader();
+              rlimit none = {};
+              if (setrlimit(RLIMIT_NOFILE, &none) != 0) return 9;
+              if (!reader.read(process.pid(), facts_)) return 1;  // the executable tells its name
+              if (!reader.confirm(process.pid(), facts_)) return 2;
+              return facts_.identity ? 3 : 0;
+            }),
+            0);
+}
+
+INSTANTIATE_TEST_SUITE_P(, ProcessIdentity, testing::Values(true, false),
+                         [](const auto& way) { return way.param ? "Inodes" : "StartTimes"; });
+
+TEST(ProcessIdentityAlone, IsTheOneThatWasConfirmed) {
+  const ChildProcess process(playProcess({}));
+  ProcessFacts facts;
+  ASSERT_TRUE(platform::readProcess(process.pid(), facts));
+  EXPECT_FALSE(facts.identity);
+  ASSERT_TRUE(platform::confirmProcess(process.pid(), facts));
+  ASSERT_TRUE(facts.identity);
+  EXPECT_EQ(platform::processIdentity(process.pid()), facts.identity);
 }
 
 }  // namespace

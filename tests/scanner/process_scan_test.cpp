@@ -49,6 +49,39 @@ TEST_F(ProcessScan, FillsEveryField) {
                          }));
 }
 
+TEST_F(ProcessScan, TellsWhichProcessEachRowSpeaksOf) {
+  machine().processes = {{.pid = 7, .arguments = {"vllm"}, .identity = 70},
+                         {.pid = 8, .arguments = {"vllm"}, .identity = std::nullopt}};
+  const auto processes = scan(0);
+  ASSERT_EQ(processes.size(), 2U) << "one without an identity stays listed";
+  EXPECT_EQ(processes[0].identity, 70U);
+  EXPECT_EQ(processes[1].identity, std::nullopt);
+}
+
+TEST_F(ProcessScan, LeavesOutAProcessThatChangesWhileItIsRead) {
+  machine().processes = {{.pid = 7, .arguments = {"vllm"}, .identity = 70},
+                         {.pid = 8, .arguments = {"vllm"}, .identity = 80},
+                         {.pid = 9, .arguments = {"vllm"}, .identity = 90}};
+  machine().beforeConfirm = [](std::int32_t pid) {
+    if (pid == 7) machine().find(7)->identity = 71;  // the pid is another's now
+    if (pid == 8) machine().find(8)->pid = 80;       // gone
+  };
+  EXPECT_THAT(pids(0), ElementsAre(9));
+}
+
+TEST_F(ProcessScan, KeepsTheFirst8KiBOfACommandLine) {
+  machine().processes = {{.pid = 1, .arguments = {"vllm", std::string(8187, 'x')}},
+                         {.pid = 2, .arguments = {"vllm", std::string(8188, 'x')}},
+                         {.pid = 3, .arguments = {"vllm", "serve"}, .isCut = true}};
+  const auto processes = scan(0);
+  ASSERT_EQ(processes.size(), 3U);
+  EXPECT_EQ(processes[0].commandLine.size(), 8192U);
+  EXPECT_FALSE(processes[0].isCommandLineCut);
+  EXPECT_EQ(processes[1].commandLine, processes[0].commandLine);
+  EXPECT_TRUE(processes[1].isCommandLineCut);
+  EXPECT_TRUE(processes[2].isCommandLineCut);
+}
+
 TEST_F(ProcessScan, KeepsAnothersWorkloadWhateverItsSize) {
   machine().processes = {{.pid = 7, .arguments = {"vllm"}, .effectiveUid = 0, .footprintMB = 50}};
   const auto processes = scan(200);

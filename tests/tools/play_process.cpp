@@ -11,12 +11,14 @@
 //   --user UID        run as that user and group (root only)
 //   --ignore-term     ignore SIGTERM
 //   --non-dumpable    let no other process of the user look into this one
+//   --end-first-thread  go on with another thread alone
 //   --seconds N       end after so many seconds (a day)
 //
 // It prints "ready" and a line feed once all of that is done, and ends when the process
 // that started it ends.
 #include <fcntl.h>
 #include <grp.h>
+#include <pthread.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -31,6 +33,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -43,6 +46,7 @@ constexpr const char* kPad = "PLAY_PAD";
 constexpr const char* kUser = "PLAY_USER";
 constexpr const char* kIgnoreTerm = "PLAY_IGNORE_TERM";
 constexpr const char* kNonDumpable = "PLAY_NON_DUMPABLE";
+constexpr const char* kEndFirstThread = "PLAY_END_FIRST_THREAD";
 constexpr const char* kSeconds = "PLAY_SECONDS";
 
 [[noreturn]] void fail(const char* what) {
@@ -122,6 +126,8 @@ void allowLongCommandLines() {
       set(kUser, value());
     } else if (option == "--seconds") {
       set(kSeconds, value());
+    } else if (option == "--end-first-thread") {
+      set(kEndFirstThread, "1");
     } else if (option == "--ignore-term") {
       set(kIgnoreTerm, "1");
     } else if (option == "--non-dumpable") {
@@ -176,6 +182,18 @@ std::string text(const char* variable) {
   return value == nullptr ? "" : value;
 }
 
+[[noreturn]] void goOnWithoutFirstThread() {
+  std::thread([first = pthread_self()] {
+    pthread_join(first, nullptr);
+    require(prctl(PR_SET_PDEATHSIG, SIGKILL) == 0, "parent's death");  // it is each thread's own
+    if (getppid() != number(kParent, 0)) std::exit(2);
+    std::puts("ready");
+    std::fflush(stdout);
+    for (;;) pause();
+  }).detach();
+  pthread_exit(nullptr);
+}
+
 [[noreturn]] void play(int argc, char** argv, char** environment) {
   if (const long user = number(kUser, -1); user >= 0) {
     const auto id = static_cast<uid_t>(user);
@@ -194,6 +212,7 @@ std::string text(const char* variable) {
   const char pad = text(kPad) == "blank" ? ' ' : '\0';
   if (!title.empty()) writeTitle(argc, argv, environment, title, pad);
 
+  if (std::getenv(kEndFirstThread) != nullptr) goOnWithoutFirstThread();
   std::puts("ready");
   std::fflush(stdout);
   for (;;) pause();

@@ -42,7 +42,7 @@ class MenuConstructionTest : public testing::Test {
  protected:
   MenuConstructionTest() { resetMachine(); }
 
-  Menu menu() const { return MenuConstruction::build({processes_, identities_, agents_, sys_}); }
+  Menu menu() const { return MenuConstruction::build({processes_, agents_, sys_}); }
 
   /// The titles of the items; "---" for a separator, "===" for the strip.
   static std::vector<std::string> titles(const std::vector<MenuItem>& items) {
@@ -75,7 +75,6 @@ class MenuConstructionTest : public testing::Test {
   }
 
   std::vector<VordaProcess> processes_;
-  StartIdentities identities_;
   std::vector<VordaLaunchAgent> agents_;
   SystemMemory::Snapshot sys_{.usedGB = 9.26, .totalGB = 15.5, .freeGB = 2};
 };
@@ -243,7 +242,7 @@ TEST_F(MenuConstructionTest, CutsTheNameOfTheLargestFrom35CharactersOn) {
 
 TEST_F(MenuConstructionTest, RowsSpeakOfTheProcessThatWasSampled) {
   processes_ = {process(1, 100), process(2, 90)};
-  identities_ = {{1, 777}};
+  processes_[0].identity = 777;
   const auto rows = section(kTop);
   EXPECT_EQ(rows.at(0).process, (ProcessReference{1, 777}));
   EXPECT_EQ(rows.at(1).process, (ProcessReference{2, std::nullopt}));

@@ -20,7 +20,7 @@ class ProcessItem : public testing::Test {
  protected:
   ProcessItem() { resetMachine(); }
 
-  MenuItem item() const { return MenuConstruction::processItem(process_, 99); }
+  MenuItem item() const { return MenuConstruction::processItem(process_); }
   std::vector<MenuItem> submenu() const { return item().submenu; }
   std::vector<std::string> submenuTitles() const {
     std::vector<std::string> titles;
@@ -40,7 +40,8 @@ class ProcessItem : public testing::Test {
                         .memMB = 1536,
                         .commandLine = "ollama serve",
                         .labRole = LabRole::inference,
-                        .ownerName = "ada"};
+                        .ownerName = "ada",
+                        .identity = 99};
 };
 
 TEST_F(ProcessItem, SaysRoleNameAndMemory) {

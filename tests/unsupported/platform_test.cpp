@@ -21,7 +21,7 @@ TEST(UnsupportedPlatform, KnowsNoProcess) {
   platform::ProcessFacts facts;
   EXPECT_FALSE(platform::readProcess(1, facts));
   EXPECT_EQ(platform::physicalFootprint(1), std::nullopt);
-  EXPECT_EQ(platform::startIdentity(1), std::nullopt);
+  EXPECT_EQ(platform::processIdentity(1), std::nullopt);
   EXPECT_LT(platform::ownPid(), 1);
   EXPECT_THAT(ProcessScanner::scan(0), IsEmpty());
 }

@@ -1,12 +1,15 @@
 #include "platform/linux/kept_files.h"
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace platform {
 
 void KeptFiles::keepOnly(const std::vector<std::int32_t>& pids) {
+  last_ = -1;
   std::erase_if(kept_, [&pids](const Kept& kept) {
     return !std::binary_search(pids.begin(), pids.end(), kept.pid);
   });
@@ -19,16 +22,37 @@ std::optional<std::string_view> KeptFiles::read(std::int32_t pid, std::uint32_t 
                        [](const Kept& kept, std::int32_t wanted) { return kept.pid < wanted; });
   if (place != kept_.end() && place->pid == pid) {
     if (place->owner == owner) {
-      if (const auto content = reader.read(place->file.get())) return content;
+      if (const auto content = reader.read(place->file.get())) {
+        last_ = place->file.get();
+        lastWasKept_ = true;
+        return content;
+      }
     }
     place = kept_.erase(place);
   }
 
   FileDescriptor file = proc_.open(pid, file_);
+  last_ = file.get();
+  lastWasKept_ = false;
   if (!file.isOpen()) return std::nullopt;
   const auto content = reader.read(file.get());
-  if (content && kept_.size() < most_) kept_.insert(place, {pid, owner, std::move(file)});
+  if (content && kept_.size() < most_) {
+    kept_.insert(place, {pid, owner, std::move(file)});
+  } else {
+    unkept_ = std::move(file);
+  }
   return content;
+}
+
+std::optional<bool> KeptFiles::isStillThere() const {
+  if (last_ < 0) return std::nullopt;
+  // The file of a process that is gone gives an error, whoever has the pid then.
+  char byte = 0;
+  ssize_t count = 0;
+  do {
+    count = pread(last_, &byte, sizeof byte, 0);
+  } while (count < 0 && errno == EINTR);
+  return count >= 0;
 }
 
 std::size_t filesToKeep() {

@@ -1,9 +1,13 @@
 #include "platform/linux/pidfd.h"
 
+#include <sys/stat.h>
+#include <sys/statfs.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
+
+#include "platform/linux/file_descriptor.h"
 
 namespace platform {
 
@@ -16,6 +20,25 @@ int openPidfd(pid_t pid) {
 
 int sendSignal(int pidfd, int signal) {
   return syscall(SYS_pidfd_send_signal, pidfd, signal, nullptr, 0U) == 0 ? 0 : errno;
+}
+
+std::optional<std::uint64_t> uniqueInode(int pidfd) {
+  if (!hasUniqueInodes()) return std::nullopt;
+  struct stat status = {};
+  if (fstat(pidfd, &status) != 0) return std::nullopt;
+  return status.st_ino;
+}
+
+bool hasUniqueInodes() {
+  // With a file system of their own, pidfds got inodes that are never given anew.
+  static const bool has = [] {
+    constexpr auto kPidfs = 0x50494446;
+    const FileDescriptor own(openPidfd(getpid()));
+    struct statfs fileSystem = {};
+    return sizeof(ino_t) >= sizeof(std::uint64_t) && own.isOpen() &&
+           fstatfs(own.get(), &fileSystem) == 0 && fileSystem.f_type == kPidfs;
+  }();
+  return has;
 }
 
 }  // namespace platform

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/posix/argument_list.h"
 #include "platform/posix/utf8.h"
 #include "text/path.h"
 
@@ -49,19 +50,17 @@ std::string_view programWord(std::string_view title, const ProcessOrigin& origin
   return isProgramName(name, origin) ? word : std::string_view();
 }
 
-/// Room for the whole block is reserved before: the views stay valid while it fills.
-void append(std::string_view argument, ProcessFacts& facts) {
-  if (argument.empty() || !isUtf8(argument)) return;
-  if (!facts.arguments.empty()) facts.commandLine += kBlank;
-  const std::size_t begin = facts.commandLine.size();
-  facts.commandLine += argument;
-  facts.arguments.push_back(std::string_view(facts.commandLine).substr(begin));
+/// What of the block is read: the arguments that end within the limit.
+std::string_view withinLimit(std::string_view block) {
+  if (block.size() <= kLongestCommandLine) return block;
+  const auto end = block.rfind(kEnd, kLongestCommandLine - 1);
+  return block.substr(0, end);
 }
 
 void appendAll(std::string_view strings, char separator, ProcessFacts& facts) {
   while (!strings.empty()) {
     const auto end = strings.find(separator);
-    append(strings.substr(0, end), facts);
+    appendArgument(strings.substr(0, end), facts);
     if (end == std::string_view::npos) break;
     strings.remove_prefix(end + 1);
   }
@@ -71,8 +70,8 @@ void appendArguments(std::string_view block, const ProcessOrigin& origin, Proces
   const auto title = onlyString(block);
   if (!title) return appendAll(block, kEnd, facts);
   const std::string_view program = programWord(*title, origin);
-  if (program.empty()) return append(*title, facts);
-  append(program, facts);
+  if (program.empty()) return appendArgument(*title, facts);
+  appendArgument(program, facts);
   appendAll(title->substr(program.size()), kBlank, facts);
 }
 
@@ -84,10 +83,11 @@ bool isPoorName(std::string_view name) {
 }  // namespace
 
 void readArguments(std::string_view block, const ProcessOrigin& origin, ProcessFacts& facts) {
-  facts.commandLine.clear();
-  facts.commandLine.reserve(block.size());
-  facts.arguments.clear();
-  appendArguments(block, origin, facts);
+  startArguments(facts, block.size());
+  const std::string_view read = withinLimit(block);
+  appendArguments(read, origin, facts);
+  // Behind a title there may be nothing but padding.
+  if (block.find_first_not_of(kEnd, read.size()) != std::string_view::npos) facts.isCut = true;
 
   const std::string_view program = text::lastPathComponent(origin.executable);
   if (facts.arguments.empty()) {

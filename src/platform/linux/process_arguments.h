@@ -13,13 +13,14 @@ struct ProcessOrigin {
                                 ///< account beside a path
 };
 
-/// Fills name, commandLine and arguments from what /proc/PID/cmdline holds: strings that end
+/// Fills name, commandLine, arguments and isCut from what /proc/PID/cmdline holds: strings that end
 /// with NULs, or one title that the process wrote over them, in which blanks stand for the
 /// NULs. A title is one when the block holds a single string, and the first word of that is
 /// the program: its path, or its name; it is then cut at blanks. So is one that begins with
 /// the name and a ":" if it holds a "/" ("sshd: ada@pts/0"); without one it is a name for
 /// people and stays whole ("nginx: worker process"). Blanks that pad a single string are
-/// dropped.
+/// dropped. A block longer than kLongestCommandLine is taken up to the last argument that ends
+/// within it; if none does, as far as it goes.
 /// The name is empty when there are neither arguments nor an executable.
 void readArguments(std::string_view block, const ProcessOrigin& origin, ProcessFacts& facts);
 

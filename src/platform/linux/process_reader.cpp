@@ -5,15 +5,13 @@
 #include <algorithm>
 
 #include "platform/linux/mem_info.h"
+#include "platform/linux/pidfd.h"
 #include "platform/linux/process_arguments.h"
-#include "platform/linux/process_status.h"
+#include "text/hash_combine.h"
 
 namespace platform {
 namespace {
 
-/// exec takes 6 MiB at the most; only a process that moves the limits of its own block by
-/// prctl has more, and no bound but this.
-constexpr std::size_t kLongestBlock = 16 << 20;
 constexpr std::size_t kLongestSmallFile = 1 << 20;
 
 /// An open statm holds a page of the kernel's: no more than 1 MiB of them.
@@ -23,66 +21,172 @@ std::size_t sizesToKeep(std::size_t files) {
   return std::min(files / 4, kMostSizesKept);
 }
 
+std::optional<std::uint64_t> inodeOfPidfd(std::int32_t pid) {
+  const FileDescriptor process(openPidfd(pid));
+  return process.isOpen() ? uniqueInode(process.get()) : std::nullopt;
+}
+
 }  // namespace
 
-ProcessReader::ProcessReader(const ProcFs& proc) : ProcessReader(proc, platform::filesToKeep()) {}
+ProcessReader::ProcessReader(const ProcFs& proc) : ProcessReader(proc, nullptr) {}
 
-ProcessReader::ProcessReader(const ProcFs& proc, std::size_t filesToKeep)
+ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource)
+    : ProcessReader(proc, std::move(identitySource), platform::filesToKeep()) {}
+
+ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource,
+                             std::size_t filesToKeep)
     : proc_(proc),
+      identitySource_(std::move(identitySource)),
       blocks_(proc, "cmdline", filesToKeep - sizesToKeep(filesToKeep)),
       sizes_(proc, "statm", sizesToKeep(filesToKeep)),
-      block_(kLongestBlock),
+      block_(kLongestCommandLine + 1),  // the one more tells that it was cut
       small_(kLongestSmallFile),
-      pageSize_(static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE))) {}
+      pageSize_(static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE))),
+      tickNanoseconds_(1'000'000'000U / static_cast<std::uint64_t>(sysconf(_SC_CLK_TCK))) {}
 
 std::vector<std::int32_t> ProcessReader::pids() {
   const auto memInfo = proc_.read("meminfo", small_);
   swapInUse_ = !memInfo || isSwapInUse(*memInfo);
-  auto pids = proc_.pids();
-  blocks_.keepOnly(pids);
-  sizes_.keepOnly(pids);
-  return pids;
+  pids_ = proc_.pids();
+  blocks_.keepOnly(pids_);
+  sizes_.keepOnly(pids_);
+  std::erase_if(known_, [this](const Known& process) {
+    return !std::binary_search(pids_.begin(), pids_.end(), process.pid);
+  });
+  return pids_;
 }
 
 bool ProcessReader::read(std::int32_t pid, ProcessFacts& facts) {
+  facts.identity.reset();
+  lastPid_ = 0;
+  lastFolder_.clear();
   facts.effectiveUid = proc_.owner(pid);
   if (!facts.effectiveUid) return false;
-  lastPid_ = pid;
-  lastOwner_ = *facts.effectiveUid;
 
   // An unreadable block is an empty one: the executable may still tell the name.
   const std::string_view block = blocks_.read(pid, *facts.effectiveUid, block_).value_or("");
-  readArguments(block, {}, facts);
-  if (needsOrigin(block, facts)) {
-    ProcFs::Path path;
-    ProcessOrigin origin{.executable = proc_.executable(pid, path)};
-    if (origin.executable.empty()) {
-      if (block.empty()) return false;  // a kernel thread or a zombie
-      origin.comm = proc_.read(pid, "comm", small_).value_or("");
-      if (origin.comm.ends_with('\n')) origin.comm.remove_suffix(1);
-    }
-    readArguments(block, origin, facts);
+  Known& process = known(pid);
+  if (!blocks_.wasKept()) {
+    // The owner may have been that of the one who had the pid before.
+    facts.effectiveUid = proc_.owner(pid);
+    if (!facts.effectiveUid) return false;
+    process = {.pid = pid};
   }
+  lastPid_ = pid;
+  lastOwner_ = *facts.effectiveUid;
+  if (!process.stat || isParentOutdated(process)) learn(process);
+  facts.parent.reset();
+  facts.startTime.reset();
+  if (process.stat) {
+    facts.parent = process.stat->parent;
+    facts.startTime = (process.stat->startTicks + 1) * tickNanoseconds_;
+  }
+
+  readArguments(block, {}, facts);
+  return needsOrigin(block, facts) ? nameFromExecutable(process, block, facts)
+                                   : !facts.name.empty();
+}
+
+/// Reads the facts again, with what the executable tells of them.
+bool ProcessReader::nameFromExecutable(Known& process, std::string_view block,
+                                       ProcessFacts& facts) {
+  if (process.stat && process.stat->isKernelThread) return false;
+  ProcFs::Path path;
+  ProcessOrigin origin{.executable = proc_.executable(process.pid, path)};
+  if (origin.executable.empty() && block.empty()) {
+    // A zombie, or a process that goes on although its first thread has ended: the others
+    // still tell of it.
+    learn(process);
+    const bool goesOn = process.stat && process.stat->state == 'Z' && process.stat->threads > 1;
+    const auto thread = goesOn ? proc_.anotherThread(process.pid) : std::nullopt;
+    if (!thread) return false;
+    lastFolder_ = "task/" + std::to_string(*thread) + "/";
+    block = proc_.read(process.pid, lastFolder_ + "cmdline", block_).value_or("");
+    origin.executable = proc_.executable(process.pid, path, lastFolder_ + "exe");
+  }
+  if (origin.executable.empty()) {
+    if (block.empty()) return false;
+    origin.comm = proc_.read(process.pid, lastFolder_ + "comm", small_).value_or("");
+    if (origin.comm.ends_with('\n')) origin.comm.remove_suffix(1);
+  }
+  readArguments(block, origin, facts);
   return !facts.name.empty();
 }
 
 std::optional<std::uint64_t> ProcessReader::footprint(std::int32_t pid) {
+  const std::string folder = pid == lastPid_ ? lastFolder_ : std::string();
   if (swapInUse_) {
-    const auto status = proc_.read(pid, "status", small_);
+    const auto status = proc_.read(pid, folder + "status", small_);
     return status ? footprintWithSwap(*status) : std::nullopt;
   }
-  const auto statm =
-      pid == lastPid_ ? sizes_.read(pid, lastOwner_, small_) : proc_.read(pid, "statm", small_);
+  const auto statm = pid == lastPid_ && folder.empty() ? sizes_.read(pid, lastOwner_, small_)
+                                                       : proc_.read(pid, folder + "statm", small_);
   return statm ? residentFootprint(*statm, pageSize_) : std::nullopt;
 }
 
-std::optional<std::uint64_t> ProcessReader::startIdentity(std::int32_t pid) {
-  const auto stat = proc_.read(pid, "stat", small_);
-  return stat ? startTime(*stat) : std::nullopt;
+bool ProcessReader::confirm(std::int32_t pid, ProcessFacts& facts) {
+  if (pid != lastPid_) return false;
+  Known& process = known(pid);
+  auto identity = process.identity;
+  if (!identity && identitySource_) {
+    identity = identitySource_(pid);
+  } else if (!identity && process.stat) {
+    identity = makeIdentity(process, facts);
+  }
+
+  const auto isStillThere = blocks_.isStillThere();
+  if (!isStillThere) return true;  // its file can't be opened: nothing vouches for an identity
+  if (!*isStillThere) return false;
+  process.identity = identity;
+  facts.identity = identity;
+  return true;
+}
+
+std::optional<std::uint64_t> ProcessReader::identity(std::int32_t pid) {
+  ProcessFacts facts;
+  if (!read(pid, facts) || !confirm(pid, facts)) return std::nullopt;
+  return facts.identity;
+}
+
+ProcessReader::Known* ProcessReader::find(std::int32_t pid) {
+  const auto place = std::ranges::lower_bound(known_, pid, {}, &Known::pid);
+  return place != known_.end() && place->pid == pid ? &*place : nullptr;
+}
+
+ProcessReader::Known& ProcessReader::known(std::int32_t pid) {
+  const auto place = std::ranges::lower_bound(known_, pid, {}, &Known::pid);
+  return place != known_.end() && place->pid == pid ? *place : *known_.insert(place, {.pid = pid});
+}
+
+void ProcessReader::learn(Known& process) {
+  const auto stat = proc_.read(process.pid, "stat", small_);
+  process.stat = stat ? processStat(*stat) : std::nullopt;
+  process.isParentListed =
+      process.stat && std::binary_search(pids_.begin(), pids_.end(), process.stat->parent);
+}
+
+/// A process whose parent ends is given another. So is one whose parent's pid belongs to a
+/// process now that is younger than it.
+bool ProcessReader::isParentOutdated(const Known& process) {
+  if (!process.isParentListed) return false;
+  const std::int32_t parentPid = process.stat->parent;
+  if (!std::binary_search(pids_.begin(), pids_.end(), parentPid)) return true;
+  const Known* parent = find(parentPid);
+  return parent != nullptr && parent->stat && parent->stat->startTicks > process.stat->startTicks;
+}
+
+/// Two processes of one pid that start within one tick are told apart by what they run.
+std::uint64_t ProcessReader::makeIdentity(const Known& process, const ProcessFacts& facts) const {
+  ProcFs::Path path;
+  std::size_t seed = 0;
+  text::hashCombine(seed, process.stat->startTicks);
+  text::hashCombine(seed, proc_.executable(process.pid, path));
+  text::hashCombine(seed, std::string_view(facts.commandLine));
+  return seed;
 }
 
 ProcessReader& processReader() {
-  static ProcessReader reader(systemProc());
+  static ProcessReader reader(systemProc(), hasUniqueInodes() ? inodeOfPidfd : nullptr);
   return reader;
 }
 

@@ -36,13 +36,29 @@ std::optional<std::uint64_t> footprintWithSwap(std::string_view status) {
   return *anonymous + bytesInTable(status, "VmSwap").value_or(0);
 }
 
-std::optional<std::uint64_t> startTime(std::string_view stat) {
+std::optional<ProcessStat> processStat(std::string_view stat) {
   // The second field is a name in parentheses, which may itself hold blanks and ")".
   const auto nameEnd = stat.rfind(") ");
   if (nameEnd == std::string_view::npos) return std::nullopt;
+  stat.remove_prefix(nameEnd + 2);
+
+  // As proc(5) numbers them; the state is the first behind the name.
+  constexpr int kState = 3;
+  constexpr int kParent = 4;
+  constexpr int kFlags = 9;
+  constexpr int kThreads = 20;
   constexpr int kStartTime = 22;
-  constexpr int kFirstBehindName = 3;
-  return numberInField(stat.substr(nameEnd + 2), kStartTime - kFirstBehindName);
+  const auto parent = numberInField(stat, kParent - kState);
+  const auto flags = numberInField(stat, kFlags - kState);
+  const auto threads = numberInField(stat, kThreads - kState);
+  const auto start = numberInField(stat, kStartTime - kState);
+  if (!parent || !flags || !threads || !start) return std::nullopt;
+  constexpr std::uint64_t kKernelThreadFlag = 0x00200000;  // PF_KTHREAD
+  return ProcessStat{.state = stat.front(),
+                     .parent = static_cast<std::int32_t>(*parent),
+                     .isKernelThread = (*flags & kKernelThreadFlag) != 0,
+                     .threads = static_cast<int>(*threads),
+                     .startTicks = *start};
 }
 
 }  // namespace platform

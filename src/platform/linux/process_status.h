@@ -14,7 +14,16 @@ std::optional<std::uint64_t> residentFootprint(std::string_view statm, std::uint
 /// kernel gives no split. None for a process without memory of its own.
 std::optional<std::uint64_t> footprintWithSwap(std::string_view status);
 
-/// When a process was started, in clock ticks since boot: field 22 of /proc/PID/stat.
-std::optional<std::uint64_t> startTime(std::string_view stat);
+/// Of /proc/PID/stat, what tells where a process comes from and what has become of it.
+struct ProcessStat {
+  char state = '?';              ///< 'Z': it has ended, or its first thread has
+  std::int32_t parent = 0;       ///< 0: none that can be seen from here
+  bool isKernelThread = false;   ///< it runs no program
+  int threads = 0;               ///< those that have not ended; the first counts until all have
+  std::uint64_t startTicks = 0;  ///< when it was started, in clock ticks since boot
+};
+
+/// None when the text is not whole.
+std::optional<ProcessStat> processStat(std::string_view stat);
 
 }  // namespace platform

@@ -26,7 +26,7 @@ class ProcPath {
   const char* get() const { return bytes_; }
 
  private:
-  static constexpr std::size_t kLongestFile = 20;
+  static constexpr std::size_t kLongestFile = 32;  // "task/PID/cmdline" is the longest
   char bytes_[kLongestFile + 16] = {};
 };
 
@@ -53,6 +53,20 @@ std::vector<std::int32_t> ProcFs::pids() const {
   }
   std::sort(pids.begin(), pids.end());
   return pids;
+}
+
+std::optional<std::int32_t> ProcFs::anotherThread(std::int32_t pid) const {
+  FileDescriptor folder(
+      openat(root_.get(), ProcPath(pid, "task").get(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(fdopendir(folder.get()), closedir);
+  if (!entries) return std::nullopt;
+  folder.release();
+
+  while (const dirent* entry = readdir(entries.get())) {
+    const std::int32_t thread = pidOf(entry->d_name);
+    if (thread > 0 && thread != pid) return thread;
+  }
+  return std::nullopt;
 }
 
 std::optional<std::uint32_t> ProcFs::owner(std::int32_t pid) const {
@@ -82,9 +96,9 @@ FileDescriptor ProcFs::open(const char* file) const {
   return FileDescriptor(openat(root_.get(), file, O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-std::string_view ProcFs::executable(std::int32_t pid, Path& path) const {
+std::string_view ProcFs::executable(std::int32_t pid, Path& path, std::string_view link) const {
   const ssize_t length =
-      readlinkat(root_.get(), ProcPath(pid, "exe").get(), path.data(), path.size());
+      readlinkat(root_.get(), ProcPath(pid, link).get(), path.data(), path.size());
   std::string_view target(path.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
   constexpr std::string_view kDeleted = " (deleted)";
   if (target.ends_with(kDeleted)) target.remove_suffix(kDeleted.size());

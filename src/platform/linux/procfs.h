@@ -30,13 +30,17 @@ class ProcFs {
                                        FileReader& reader) const;
   std::optional<std::string_view> read(const char* file, FileReader& reader) const;
 
+  /// A thread of a process that is not its first; none when it has no other.
+  std::optional<std::int32_t> anotherThread(std::int32_t pid) const;
+
   /// One file of a process, opened to be read.
   FileDescriptor open(std::int32_t pid, std::string_view file) const;
 
   /// Where the link /proc/PID/exe leads, without the " (deleted)" that the kernel adds when
-  /// the file is not there any more; "" when unreadable. The bytes live in `path`.
+  /// the file is not there any more; "" when unreadable. The bytes live in `path`. `link` is
+  /// that of the process, or of one of its threads.
   using Path = std::array<char, PATH_MAX>;
-  std::string_view executable(std::int32_t pid, Path& path) const;
+  std::string_view executable(std::int32_t pid, Path& path, std::string_view link = "exe") const;
 
  private:
   FileDescriptor open(const char* file) const;

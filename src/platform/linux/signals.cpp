@@ -7,7 +7,6 @@
 
 #include "platform/linux/pidfd.h"
 #include "platform/linux/process_reader.h"
-#include "platform/processes.h"
 
 namespace platform {
 namespace {
@@ -39,7 +38,10 @@ std::optional<std::uint32_t> SignalTarget::effectiveUid() const {
 
 std::optional<std::uint64_t> SignalTarget::identity() const {
   if (pid_ < 1) return std::nullopt;
-  return ifStillThere(handle_, startIdentity(pid_));
+  if (hasUniqueInodes()) {
+    return ifStillThere(handle_, handle_ >= 0 ? uniqueInode(handle_) : std::nullopt);
+  }
+  return ifStillThere(handle_, processReader().identity(pid_));
 }
 
 int SignalTarget::send(Signal signal) const {

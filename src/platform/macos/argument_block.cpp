@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/posix/utf8.h"
+#include "platform/posix/argument_list.h"
 
 namespace platform {
 namespace {
@@ -19,20 +19,10 @@ std::string_view takeString(std::string_view& rest) {
   return first;
 }
 
-/// Room for the whole block is reserved before: the views stay valid while it fills.
-void append(std::string_view argument, ProcessFacts& facts) {
-  if (!facts.arguments.empty()) facts.commandLine += ' ';
-  const std::size_t begin = facts.commandLine.size();
-  facts.commandLine += argument;
-  facts.arguments.push_back(std::string_view(facts.commandLine).substr(begin));
-}
-
 }  // namespace
 
 void readArgumentBlock(std::string_view block, ProcessFacts& facts) {
-  facts.commandLine.clear();
-  facts.commandLine.reserve(block.size());
-  facts.arguments.clear();
+  startArguments(facts, block.size());
 
   std::int32_t count = 0;
   if (block.size() < sizeof count) return;
@@ -40,10 +30,7 @@ void readArgumentBlock(std::string_view block, ProcessFacts& facts) {
   std::string_view rest = block.substr(sizeof count);
 
   takeString(rest);  // the executable's path
-  for (; count > 0 && !rest.empty(); --count) {
-    const std::string_view argument = takeString(rest);
-    if (isUtf8(argument)) append(argument, facts);
-  }
+  for (; count > 0 && !rest.empty(); --count) appendArgument(takeString(rest), facts);
 }
 
 }  // namespace platform

@@ -15,6 +15,7 @@ std::optional<ProcessRecord> processRecord(std::int32_t pid) {
   const auto& start = record.kp_proc.p_starttime;
   return ProcessRecord{
       .effectiveUid = record.kp_eproc.e_ucred.cr_uid,
+      .parent = record.kp_eproc.e_ppid,
       .startTime = static_cast<std::uint64_t>(start.tv_sec) * kMicrosecondsPerSecond +
                    static_cast<std::uint64_t>(start.tv_usec)};
 }

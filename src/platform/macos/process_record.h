@@ -8,6 +8,7 @@ namespace platform {
 /// What the kernel's table says of one process, to every user.
 struct ProcessRecord {
   std::uint32_t effectiveUid = 0;
+  std::int32_t parent = 0;
   std::uint64_t startTime = 0;  ///< in microseconds since 1970; 0 when there is no such process
 };
 

@@ -3,6 +3,7 @@
 #include <libproc.h>
 #include <sys/sysctl.h>
 #include <sys/syslimits.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -37,6 +38,17 @@ std::string_view argumentBlock(std::int32_t pid, std::vector<char>& buffer) {
   return {buffer.data(), filled};
 }
 
+constexpr std::uint64_t kMicrosecondsPerSecond = 1'000'000;
+constexpr std::uint64_t kNanosecondsPerMicrosecond = 1'000;
+
+/// When the process of the last readProcess started, in microseconds.
+std::optional<std::uint64_t> lastStart;
+
+/// None for a pid that nobody has.
+std::optional<std::uint64_t> startTimeOf(const std::optional<ProcessRecord>& record) {
+  return record && record->startTime != 0 ? std::optional(record->startTime) : std::nullopt;
+}
+
 /// "" when unreadable.
 std::string executablePath(std::int32_t pid) {
   char path[PROC_PIDPATHINFO_MAXSIZE] = {};
@@ -61,16 +73,22 @@ std::vector<std::int32_t> allPids() {
 }
 
 bool readProcess(std::int32_t pid, ProcessFacts& facts) {
+  // First of all: confirmProcess asks again, and all that is read in between is then told of
+  // this process.
+  const auto record = processRecord(pid);
+  facts.effectiveUid = record ? std::optional(record->effectiveUid) : std::nullopt;
+  facts.parent = record ? std::optional(record->parent) : std::nullopt;
+  lastStart = startTimeOf(record);
+  facts.startTime = lastStart;
+  if (lastStart) *facts.startTime *= kNanosecondsPerMicrosecond;
+  facts.identity.reset();
+
   static std::vector<char> buffer;
   readArgumentBlock(argumentBlock(pid, buffer), facts);
   facts.name = facts.arguments.empty()
                    ? repairedUtf8(text::lastPathComponent(executablePath(pid)))
                    : std::string(text::lastPathComponent(facts.arguments.front()));
-  if (facts.name.empty()) return false;
-
-  const auto record = processRecord(pid);
-  facts.effectiveUid = record ? std::optional(record->effectiveUid) : std::nullopt;
-  return true;
+  return !facts.name.empty();
 }
 
 std::optional<std::uint64_t> physicalFootprint(std::int32_t pid) {
@@ -85,10 +103,23 @@ std::optional<std::uint64_t> physicalFootprint(std::int32_t pid) {
   return task.pti_resident_size;
 }
 
-std::optional<std::uint64_t> startIdentity(std::int32_t pid) {
-  const auto record = processRecord(pid);
-  if (!record || record->startTime == 0) return std::nullopt;
-  return record->startTime;
+bool confirmProcess(std::int32_t pid, ProcessFacts& facts) {
+  facts.identity = processIdentity(pid);
+  const bool isSame = facts.identity == lastStart;
+  if (!isSame) facts.identity.reset();
+  return isSame;
+}
+
+std::optional<std::uint64_t> processIdentity(std::int32_t pid) {
+  return startTimeOf(processRecord(pid));
+}
+
+std::uint64_t processClock() {
+  timeval now = {};
+  gettimeofday(&now, nullptr);
+  return (static_cast<std::uint64_t>(now.tv_sec) * kMicrosecondsPerSecond +
+          static_cast<std::uint64_t>(now.tv_usec)) *
+         kNanosecondsPerMicrosecond;
 }
 
 std::int32_t ownPid() {

@@ -20,7 +20,7 @@ std::optional<std::uint32_t> SignalTarget::effectiveUid() const {
 }
 
 std::optional<std::uint64_t> SignalTarget::identity() const {
-  return startIdentity(pid_);
+  return processIdentity(pid_);
 }
 
 int SignalTarget::send(Signal signal) const {

@@ -14,6 +14,7 @@ set(MACOS_PLATFORM_SOURCES
   processes.cpp
   signals.cpp
   words.cpp
+  ../posix/argument_list.cpp
   ../posix/users.cpp
   ../posix/utf8.cpp
 )

@@ -14,8 +14,16 @@ std::optional<std::uint64_t> physicalFootprint(std::int32_t) {
   return std::nullopt;
 }
 
-std::optional<std::uint64_t> startIdentity(std::int32_t) {
+bool confirmProcess(std::int32_t, ProcessFacts&) {
+  return true;
+}
+
+std::optional<std::uint64_t> processIdentity(std::int32_t) {
   return std::nullopt;
+}
+
+std::uint64_t processClock() {
+  return 0;
 }
 
 std::int32_t ownPid() {

@@ -95,14 +95,14 @@ TEST(Machine, QuitsAnOwnProcess) {
   Sleeper sleeper;
   const pid_t pid = sleeper.pid();
   ASSERT_GT(pid, 0);
-  const auto identity = platform::startIdentity(pid);
+  const auto identity = platform::processIdentity(pid);
   ASSERT_TRUE(identity);
   const platform::SignalTarget target(pid);
   EXPECT_EQ(target.effectiveUid(), geteuid());
   EXPECT_EQ(target.identity(), identity);
   EXPECT_EQ(target.send(platform::Signal::quit), 0);
   EXPECT_EQ(sleeper.reap(), SIGTERM);
-  EXPECT_NE(platform::startIdentity(pid), identity);
+  EXPECT_NE(platform::processIdentity(pid), identity);
 }
 
 TEST(Machine, MeasuresItsMemory) {
