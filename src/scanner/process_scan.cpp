@@ -7,6 +7,7 @@
 #include "scanner/process_order.h"
 #include "scanner/process_sampling.h"
 #include "scanner/process_scanner.h"
+#include "scanner/process_tree.h"
 #include "scanner/role_classification.h"
 #include "text/byte_limit.h"
 #include "text/path.h"
@@ -43,12 +44,14 @@ std::vector<VordaProcess> scan(double minMemMB) {
   const std::int32_t ownPid = platform::ownPid();
 
   std::vector<VordaProcess> processes;
+  ProcessTree tree;
   ProcessSampler sampler;
   CommandLine line;
   std::string exe;
   for (const std::int32_t pid : platform::allPids()) {
-    if (pid < 1 || pid == ownPid) continue;
-    if (!sampler.sample(pid) || isExcluded(sampler.name())) continue;
+    if (pid < 1 || !sampler.sample(pid)) continue;
+    tree.add(pid, sampler.parent());
+    if (pid == ownPid || isExcluded(sampler.name())) continue;
     const bool isProtected = sampler.uid() != ownUid;
 
     line.read(sampler.arguments(), sampler.commandLine());
@@ -78,6 +81,8 @@ std::vector<VordaProcess> scan(double minMemMB) {
          .isCommandLineCut = sampler.isCut() || shown.commandLine.size() > kLongestStoredLine});
   }
 
+  tree.countAll();
+  for (VordaProcess& process : processes) process.processesBelow = tree.below(process.pid);
   sortByRoleAndMemory(processes);
   return processes;
 }

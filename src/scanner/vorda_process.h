@@ -27,6 +27,7 @@ struct VordaProcess {
   /// platform::ProcessFacts::identity: no other process with this pid has it; none when it
   /// could not be told, and then the process is never signalled.
   std::optional<std::uint64_t> identity = std::nullopt;
+  std::size_t processesBelow = 0;  ///< its children, their children, and so on
   bool isCommandLineCut = false;   ///< the process has more arguments than `commandLine` holds
 
   /// The same from one sample to the next.

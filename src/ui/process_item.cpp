@@ -30,6 +30,12 @@ std::string processToolTip(const VordaProcess& process) {
          (process.isProtected ? " (protected)" : "") + "\nColor matches the pressure strip above.";
 }
 
+/// Most programs take those that they started with them.
+std::string belowText(std::size_t processes) {
+  return std::to_string(processes) +
+         (processes == 1 ? " other process runs below it" : " other processes run below it");
+}
+
 bool isDocker(const VordaProcess& process) {
   return process.product == "Docker" ||
          text::lowered(process.displayName).find("docker") != std::string::npos;
@@ -49,6 +55,7 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process) {
           Action::openDockerHelp));
     }
   } else {
+    if (process.processesBelow > 0) items.push_back(label(belowText(process.processesBelow)));
     items.push_back(command("Quit", Action::quitProcess, process.pid));
     items.push_back(command("Force Quit (" + MemoryFormat::compact(process.memMB) + ")",
                             Action::forceProcess, process));

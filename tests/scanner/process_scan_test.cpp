@@ -69,6 +69,21 @@ TEST_F(ProcessScan, LeavesOutAProcessThatChangesWhileItIsRead) {
   EXPECT_THAT(pids(0), ElementsAre(9));
 }
 
+TEST_F(ProcessScan, CountsWhatRunsBelowAProcess) {
+  machine().ownPid = 6;
+  machine().processes = {{.pid = 2, .arguments = {"tmux"}},
+                         {.pid = 3, .arguments = {"bash"}, .footprintMB = 1, .parent = 2},
+                         {.pid = 4, .arguments = {"python3", "train.py"}, .parent = 3},
+                         {.pid = 5, .arguments = {"zombie"}, .unreadable = true},
+                         {.pid = 6, .arguments = {"vorda"}, .parent = 3}};
+  const auto processes = scan(50);
+  ASSERT_EQ(processes.size(), 2U);
+  EXPECT_EQ(processes[0].pid, 4);
+  EXPECT_EQ(processes[0].processesBelow, 0U);
+  EXPECT_EQ(processes[1].pid, 2);
+  EXPECT_EQ(processes[1].processesBelow, 3U) << "this program is one of them";
+}
+
 TEST_F(ProcessScan, KeepsTheFirst8KiBOfACommandLine) {
   machine().processes = {{.pid = 1, .arguments = {"vllm", std::string(8187, 'x')}},
                          {.pid = 2, .arguments = {"vllm", std::string(8188, 'x')}},

@@ -141,6 +141,16 @@ TEST_F(ProcessItem, OffersQuitAndForceQuit) {
   EXPECT_EQ(entries[5].representedObject, RepresentedObject(process_));
 }
 
+TEST_F(ProcessItem, SaysAboveQuitWhatRunsBelowIt) {
+  process_.processesBelow = 7;
+  EXPECT_THAT(submenuTitles(),
+              ElementsAre("1.50 GB · pid 77", "Ollama", "---", "7 other processes run below it",
+                          "Quit", "Force Quit ( 1.5 GB)", "Full details…"));
+  EXPECT_FALSE(submenu()[3].enabled);
+  process_.processesBelow = 1;
+  EXPECT_EQ(submenuTitles()[3], "1 other process runs below it");
+}
+
 TEST_F(ProcessItem, OffersNeitherWhenProtected) {
   protect();
   EXPECT_THAT(submenuTitles(),

@@ -1,0 +1,43 @@
+#include "scanner/process_tree.h"
+
+#include <algorithm>
+
+namespace ProcessScanner {
+
+void ProcessTree::add(std::int32_t pid, std::optional<std::int32_t> parent) {
+  nodes_.push_back({pid, parent});
+}
+
+void ProcessTree::countAll() {
+  std::ranges::sort(nodes_, {}, &Node::pid);
+  for (const Node& node : nodes_) {
+    if (Node* const parent = find(node.parent)) ++parent->uncountedChildren;
+  }
+
+  // From the leaves up: a process is counted for its parent once all its own are counted.
+  std::vector<const Node*> counted;
+  for (const Node& node : nodes_) {
+    if (node.uncountedChildren == 0) counted.push_back(&node);
+  }
+  while (!counted.empty()) {
+    const Node& node = *counted.back();
+    counted.pop_back();
+    Node* const parent = find(node.parent);
+    if (parent == nullptr) continue;
+    parent->below += node.below + 1;
+    if (--parent->uncountedChildren == 0) counted.push_back(parent);
+  }
+}
+
+std::size_t ProcessTree::below(std::int32_t pid) const {
+  const auto node = std::ranges::lower_bound(nodes_, pid, {}, &Node::pid);
+  return node != nodes_.end() && node->pid == pid ? node->below : 0;
+}
+
+ProcessTree::Node* ProcessTree::find(std::optional<std::int32_t> pid) {
+  if (!pid) return nullptr;
+  const auto node = std::ranges::lower_bound(nodes_, *pid, {}, &Node::pid);
+  return node != nodes_.end() && node->pid == *pid ? &*node : nullptr;
+}
+
+}  // namespace ProcessScanner
