@@ -81,6 +81,7 @@ void StatusBarController::refreshNow() {
 }
 
 void StatusBarController::sample() {
+  processes_.clear();  // so that long command lines are not held twice
   processes_ = ProcessScanner::scan(kMinMemMB);
   agents_ = LaunchAgentScanner::scan();
   std::erase_if(agents_, [](const VordaLaunchAgent& agent) {
