@@ -22,7 +22,7 @@ class ProcessTree {
 
  private:
   struct Node {
-    std::int32_t pid;
+    std::int32_t pid = 0;
     std::optional<std::int32_t> parent;
     std::size_t uncountedChildren = 0;
     std::size_t below = 0;

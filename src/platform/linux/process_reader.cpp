@@ -31,12 +31,12 @@ std::optional<std::uint64_t> inodeOfPidfd(std::int32_t pid) {
 ProcessReader::ProcessReader(const ProcFs& proc) : ProcessReader(proc, nullptr) {}
 
 ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource)
-    : ProcessReader(proc, std::move(identitySource), platform::filesToKeep()) {}
+    : ProcessReader(proc, identitySource, platform::filesToKeep()) {}
 
 ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource,
                              std::size_t filesToKeep)
     : proc_(proc),
-      identitySource_(std::move(identitySource)),
+      identitySource_(identitySource),
       blocks_(proc, "cmdline", filesToKeep - sizesToKeep(filesToKeep)),
       sizes_(proc, "statm", sizesToKeep(filesToKeep)),
       block_(kLongestCommandLine + 1),  // the one more tells that it was cut
