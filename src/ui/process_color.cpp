@@ -21,6 +21,21 @@ constexpr std::array<Color, 8> kPalette{{
     {0.55, 0.85, 0.35},
 }};
 
+constexpr std::int64_t kLeastHash = std::numeric_limits<std::int64_t>::min();
+
+/// The polynomial with its sign.
+std::int64_t signedHash(std::string_view text) {
+  std::uint64_t bits = 0;  // unsigned: here wrapping is defined
+  for (const char byte : text) bits = bits * 31 + static_cast<unsigned char>(byte);
+  return static_cast<std::int64_t>(bits);
+}
+
+std::size_t paletteIndex(std::string_view key) {
+  const std::int64_t hash = signedHash(key);
+  if (hash == kLeastHash) return 0;  // whoever names a process may choose such a key
+  return static_cast<std::size_t>(hash < 0 ? -hash : hash) % kPalette.size();
+}
+
 }  // namespace
 
 std::string familyKey(const VordaProcess& process) {
@@ -33,11 +48,8 @@ std::string familyKey(const VordaProcess& process) {
 }
 
 std::int64_t stableHash(std::string_view text) {
-  std::uint64_t bits = 0;  // unsigned: here wrapping is defined
-  for (const char byte : text) bits = bits * 31 + static_cast<unsigned char>(byte);
-
-  const auto hash = static_cast<std::int64_t>(bits);
-  if (hash == std::numeric_limits<std::int64_t>::min()) {
+  const std::int64_t hash = signedHash(text);
+  if (hash == kLeastHash) {
     std::fputs("vorda: a colour key hashes to -2^63, which has no absolute value\n", stderr);
     std::abort();
   }
@@ -49,7 +61,7 @@ Color color(const VordaProcess& process) {
   if (key == "family:system" || key == "family:windowserver" || key == "family:spotlight") {
     return systemMuted();
   }
-  return kPalette[static_cast<std::size_t>(stableHash(key)) % kPalette.size()];
+  return kPalette[paletteIndex(key)];
 }
 
 std::span<const Color, 8> palette() {

@@ -21,7 +21,7 @@ std::string familyKey(const VordaProcess& process);
 std::int64_t stableHash(std::string_view text);
 
 /// The process's colour: systemMuted() for the system's family, else the one of palette() that
-/// its family key's hash points to.
+/// its family key's stableHash points to; the first where that would end the program.
 Color color(const VordaProcess& process);
 
 /// The eight colours that processes have.

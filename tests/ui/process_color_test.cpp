@@ -81,8 +81,14 @@ constexpr const char* kHashesToTheLeast = "feyzcnl|cv~wg";
 constexpr const char* kNameHashesToTheLeast = "qyhi}mbx{~cdb";
 
 TEST(StableHashDeathTest, OfTheLeastNumberEndsTheProgram) {
+  const std::string key = ProcessColor::familyKey(process(kNameHashesToTheLeast, "App"));
   EXPECT_DEATH(ProcessColor::stableHash(kHashesToTheLeast), "vorda: .*-2\\^63");
-  EXPECT_DEATH(ProcessColor::color(process(kNameHashesToTheLeast, "App")), "vorda: .*-2\\^63");
+  EXPECT_DEATH(ProcessColor::stableHash(key), "vorda: .*-2\\^63");
+}
+
+TEST(ProcessColor, OfANameWhoseKeyHashesToTheLeastIsTheFirst) {
+  EXPECT_EQ(ProcessColor::color(process(kNameHashesToTheLeast, "App")), ProcessColor::palette()[0]);
+  EXPECT_EQ(ProcessColor::color(process("dfvexemjnujkes", "Process")), ProcessColor::palette()[0]);
 }
 
 TEST(StableHashLimits, OfTheNumbersBesideTheLeastIsTheirAbsoluteValue) {
