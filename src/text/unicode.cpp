@@ -25,6 +25,21 @@ void lowerAscii(char* text, std::size_t length) {
   }
 }
 
+bool isAscii(char byte) {
+  return static_cast<unsigned char>(byte) < 0x80;
+}
+
+/// How much at the start of a text is neither ASCII nor changed by lower case.
+std::size_t lengthThatStaysWhenLowered(std::string_view text) {
+  std::size_t length = 0;
+  while (length < text.size() && !isAscii(text[length])) {
+    const Scalar scalar = firstScalar(text.substr(length));
+    if (scalar.value >= 0 && utf8proc_tolower(scalar.value) != scalar.value) break;
+    length += scalar.length;
+  }
+  return length;
+}
+
 /// The length in bytes of the first `count` characters; `counted` becomes how many there were.
 std::size_t lengthOfCharacters(std::string_view text, std::size_t count, std::size_t& counted) {
   counted = 0;
@@ -54,16 +69,16 @@ void appendLowered(std::string_view text, std::string& out) {
     out.append(text, 0, ascii);
     lowerAscii(out.data() + out.size() - ascii, ascii);
     text.remove_prefix(ascii);
-    if (text.empty()) break;
+
+    const std::size_t kept = lengthThatStaysWhenLowered(text);
+    out.append(text, 0, kept);
+    text.remove_prefix(kept);
+    if (text.empty() || isAscii(text.front())) continue;
 
     const Scalar scalar = firstScalar(text);
-    if (scalar.value < 0) {
-      out += text.front();
-    } else {
-      std::array<utf8proc_uint8_t, 4> bytes{};
-      const auto length = utf8proc_encode_char(utf8proc_tolower(scalar.value), bytes.data());
-      out.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(length));
-    }
+    std::array<utf8proc_uint8_t, 4> bytes{};
+    const auto length = utf8proc_encode_char(utf8proc_tolower(scalar.value), bytes.data());
+    out.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(length));
     text.remove_prefix(scalar.length);
   }
 }
