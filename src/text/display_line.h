@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 /// Text that somebody else chose (a process's name, a file's), made safe to show.
+///
 /// Whatever could make it look like something that it is not becomes U+FFFD:
 /// - bytes that are not UTF-8, one sign each;
 /// - control characters (C0, DEL, C1), which break lines and steer terminals;
@@ -14,12 +16,28 @@
 /// Kept are the format characters that writing needs: the joiners U+200C and U+200D, which
 /// emoji and many scripts are spelt with, and the visible number signs of Arabic and of
 /// other scripts. Variation selectors and combining marks are no format characters.
+///
+/// A "character" (unicode.h) may be a letter with a hundred thousand marks on it, and toolkits
+/// take minutes to lay that out. Of each, kMostCharacterBytes are shown and the rest is dropped:
+/// the longest that anybody writes, a couple of emoji with skin tones, has 35. One whose
+/// beginning would run into the next character becomes U+FFFD.
 namespace text {
 
-/// `text` as one harmless line.
+inline constexpr std::size_t kMostCharacterBytes = 64;  ///< in every text that is shown
+inline constexpr std::size_t kMostNameBytes = 1024;     ///< in every name that is shown
+/// In every text that is shown: more than a command line's details.
+inline constexpr std::size_t kMostTextBytes = 16 * std::size_t{1024};
+
+/// `text` as one harmless line of at most kMostTextBytes: of a longer one as many characters as
+/// fit, and "…".
 std::string displayLine(std::string_view text);
 
 /// As above, but a line feed stays one: for a text whose lines are the program's own.
 std::string displayLines(std::string_view text);
+
+/// As displayLine, for the name of a process, a user, a product or a service, of which at most
+/// kMostNameBytes are shown. One that begins with a combining mark begins with U+25CC, the mark's
+/// usual ground, so that it does not stand on a sign of the program's own.
+std::string displayName(std::string_view text);
 
 }  // namespace text

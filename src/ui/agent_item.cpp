@@ -1,5 +1,6 @@
 #include <string>
 
+#include "text/display_line.h"
 #include "text/unicode.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
@@ -18,8 +19,8 @@ std::string statusText(const VordaLaunchAgent& agent) {
 
 MenuItem agentItem(const VordaLaunchAgent& agent) {
   return {
-      .title = text::shortened(agent.label, 40, 38) + RowParts::kSeparator + statusText(agent) +
-               (agent.keepAlive ? " ↺" : ""),
+      .title = text::shortened(text::displayName(agent.label), 40, 38) + RowParts::kSeparator +
+               statusText(agent) + (agent.keepAlive ? " ↺" : ""),
       .submenu = {agent.loaded ? MenuBuilders::command("Stop / unload", Action::unloadAgent, agent)
                                : MenuBuilders::command("Start / load", Action::loadAgent, agent)}};
 }

@@ -39,12 +39,12 @@ Alert notice(const std::string& title, const std::string& message) {
 }
 
 std::string protectedMessage(const VordaProcess& process) {
-  return text::displayLine(process.displayName) + " is owned by " +
-         text::displayLine(process.ownerName) + ".\n\nVorda cannot force-quit it.";
+  return text::displayName(process.displayName) + " is owned by " +
+         text::displayName(process.ownerName) + ".\n\nVorda cannot force-quit it.";
 }
 
 Alert forceQuit(const VordaProcess& process) {
-  return forceQuit(text::displayLine(process.displayName), process.pid,
+  return forceQuit(text::displayName(process.displayName), process.pid,
                    "\n" + MemoryFormat::detail(process.memMB) + " RAM (" + systemMonitor() + ")");
 }
 
@@ -54,11 +54,11 @@ Alert forceQuit(std::int32_t pid) {
 
 Alert details(const VordaProcess& process) {
   return {
-      .messageText = text::displayLine(process.displayName),
+      .messageText = text::displayName(process.displayName),
       .informativeText =
           "Memory: " + MemoryFormat::detail(process.memMB) + "  (" + systemMonitor() +
-          " scale)\nKind: " + process.product + "\nPID: " + std::to_string(process.pid) +
-          "\nOwner: " + text::displayLine(process.ownerName) +
+          " scale)\nKind: " + text::displayName(process.product) + "\nPID: " +
+          std::to_string(process.pid) + "\nOwner: " + text::displayName(process.ownerName) +
           (process.isProtected ? "\n\nProtected: cannot Force Quit from Vorda." : "") +
           "\n\nCommand:\n" +
           text::displayLines(text::firstCharacters(process.commandLine, kShownCommandCharacters))};
@@ -70,7 +70,7 @@ Alert quitDocker() {
 }
 
 Alert unload(const VordaLaunchAgent& agent) {
-  return {.messageText = "Unload " + text::displayLine(agent.label) + "?",
+  return {.messageText = "Unload " + text::displayName(agent.label) + "?",
           .informativeText =
               "Stops it and prevents KeepAlive restart.\n" + text::displayLine(agent.plistPath),
           .buttons = {"Unload", "Cancel"}};

@@ -6,6 +6,7 @@
 
 #include "platform/words.h"
 #include "scanner/memory_format.h"
+#include "text/display_line.h"
 #include "text/format.h"
 #include "text/unicode.h"
 #include "ui/menu_builders.h"
@@ -41,7 +42,7 @@ void addSummary(Items& items, const SystemMemory::Snapshot& sys, const ProcessLi
   if (!bySize.empty() && bySize.front()->memMB >= kLeastLargestMB) {
     const VordaProcess& largest = *bySize.front();
     items.push_back(label("Largest " + MemoryFormat::compact(largest.memMB) + "  " +
-                          text::shortened(largest.displayName, 34, 32)));
+                          text::shortened(text::displayName(largest.displayName), 34, 32)));
   }
   items.push_back(label(roleSummary("Training / fine-tunes", training)));
   items.push_back(label(roleSummary("Model servers", servers)));

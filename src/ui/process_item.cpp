@@ -16,17 +16,27 @@ using MenuBuilders::command;
 using MenuBuilders::label;
 using MenuBuilders::separator;
 
-std::string processTitle(const VordaProcess& process) {
-  return (process.labRole == LabRole::none ? "" : "★ ") +
-         text::shortened(process.displayName, 42, 41) + RowParts::kSeparator +
-         MemoryFormat::compact(process.memMB) + (process.isProtected ? " 🔒" : "");
+/// The words of a process that others chose, as they are shown.
+struct Words {
+  explicit Words(const VordaProcess& process)
+      : name(text::displayName(process.displayName)),
+        product(text::displayName(process.product)),
+        owner(text::displayName(process.ownerName)) {}
+
+  std::string name;
+  std::string product;
+  std::string owner;
+};
+
+std::string processTitle(const VordaProcess& process, const Words& words) {
+  return (process.labRole == LabRole::none ? "" : "★ ") + text::shortened(words.name, 42, 41) +
+         RowParts::kSeparator + MemoryFormat::compact(process.memMB) +
+         (process.isProtected ? " 🔒" : "");
 }
 
-// The lines are ours, so the words of others between them must not bring their own.
-std::string processToolTip(const VordaProcess& process) {
-  return text::displayLine(process.displayName) + "\n" + MemoryFormat::detail(process.memMB) +
-         " · " + process.product + " · pid " + std::to_string(process.pid) +
-         "\nOwner: " + text::displayLine(process.ownerName) +
+std::string processToolTip(const VordaProcess& process, const Words& words) {
+  return words.name + "\n" + MemoryFormat::detail(process.memMB) + " · " + words.product +
+         " · pid " + std::to_string(process.pid) + "\nOwner: " + words.owner +
          (process.isProtected ? " (protected)" : "") + "\nColor matches the pressure strip above.";
 }
 
@@ -41,14 +51,14 @@ bool isDocker(const VordaProcess& process) {
          text::lowered(process.displayName).find("docker") != std::string::npos;
 }
 
-std::vector<MenuItem> processSubmenu(const VordaProcess& process) {
+std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& words) {
   std::vector<MenuItem> items;
   items.push_back(
       label(MemoryFormat::detail(process.memMB) + " · pid " + std::to_string(process.pid)));
-  items.push_back(label(process.product + (process.isProtected ? " · " + process.ownerName : "")));
+  items.push_back(label(words.product + (process.isProtected ? " · " + words.owner : "")));
   items.push_back(separator());
   if (process.isProtected) {
-    items.push_back(label("Protected (" + process.ownerName + ") — cannot quit from Vorda"));
+    items.push_back(label("Protected (" + words.owner + ") — cannot quit from Vorda"));
     if (isDocker(process)) {
       items.push_back(command(
           "Quit Docker Desktop from the " + std::string(platform::words().statusArea) + " whale",
@@ -62,7 +72,7 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process) {
   }
   items.push_back(command("Full details…", Action::showDetails, process));
   for (const std::string& label : process.matchedAgents) {
-    items.push_back(command("Unload " + label, Action::unloadByLabel, label));
+    items.push_back(command("Unload " + text::displayName(label), Action::unloadByLabel, label));
   }
   return items;
 }
@@ -70,11 +80,12 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process) {
 }  // namespace
 
 MenuItem processItem(const VordaProcess& process) {
-  MenuItem item{.title = processTitle(process),
-                .toolTip = processToolTip(process),
+  const Words words(process);
+  MenuItem item{.title = processTitle(process, words),
+                .toolTip = processToolTip(process, words),
                 .dot = ProcessColor::color(process),
                 .process = ProcessReference{process.pid, process.identity},
-                .submenu = processSubmenu(process)};
+                .submenu = processSubmenu(process, words)};
   for (MenuItem& entry : item.submenu) entry.process = item.process;
   return item;
 }

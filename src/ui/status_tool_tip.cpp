@@ -21,7 +21,7 @@ std::string of(const std::vector<VordaProcess>& processes, double refreshInterva
     return text::format("Vorda — auto-refresh every %.0fs\nHalvek", refreshInterval);
   }
   return "Vorda\nLargest: " + MemoryFormat::detail(largest->memMB) + " — " +
-         text::displayLine(largest->displayName) + "\nHalvek";
+         text::displayName(largest->displayName) + "\nHalvek";
 }
 
 }  // namespace StatusToolTip

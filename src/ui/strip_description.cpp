@@ -14,7 +14,7 @@ std::string stripDescription(const MemoryPressureView& strip) {
   for (const Segment& segment : strip.segments) {
     const std::string figure = MemoryFormat::compact(segment.memMB);
     words += separator +
-             text::displayLine(text::shortened(segment.label, kLongestName, kLongestName - 1)) +
+             text::shortened(text::displayName(segment.label), kLongestName, kLongestName - 1) +
              ' ' + figure.substr(figure.find_first_not_of(' '));
     separator = ", ";
   }

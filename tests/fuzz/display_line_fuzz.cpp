@@ -13,6 +13,17 @@ bool isControl(char c) {
   return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
 }
 
+/// How many bytes the longest character has.
+std::size_t longestCharacter(std::string_view text) {
+  std::size_t longest = 0;
+  while (!text.empty()) {
+    const std::size_t length = text::firstCharacters(text, 1).size();
+    longest = std::max(longest, length);
+    text.remove_prefix(length);
+  }
+  return longest;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -26,9 +37,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FUZZ_CHECK(line.find(hidden) == std::string::npos);
   }
   FUZZ_CHECK(text::displayLine(line) == line);
+  FUZZ_CHECK(line.size() <= text::kMostTextBytes);
+  FUZZ_CHECK(longestCharacter(line) <= text::kMostCharacterBytes);
+  const std::string name = text::displayName(bytes);
+  FUZZ_CHECK(name.size() <= text::kMostNameBytes);
+  FUZZ_CHECK(longestCharacter(name) <= text::kMostCharacterBytes);
+  FUZZ_CHECK(text::displayLine(name) == name);
+  FUZZ_CHECK(text::displayName(name) == name);
   const std::string lines = text::displayLines(bytes);
-  FUZZ_CHECK(std::count(lines.begin(), lines.end(), '\n') ==
-             std::count(bytes.begin(), bytes.end(), '\n'));
+  FUZZ_CHECK(longestCharacter(lines) <= text::kMostCharacterBytes);
+  FUZZ_CHECK(lines.size() <= text::kMostTextBytes);
+  const auto kept = std::count(lines.begin(), lines.end(), '\n');
+  const auto given = std::count(bytes.begin(), bytes.end(), '\n');
+  FUZZ_CHECK(kept == given || (lines.ends_with("…") && kept < given));
 
   const std::size_t count = text::characterCount(bytes);
   FUZZ_CHECK(text::firstCharacters(bytes, count) == bytes);

@@ -71,4 +71,74 @@ TEST(DisplayLines, KeepTheLineFeedsAndNothingElse) {
   EXPECT_EQ(text::displayLines("a\nb\r\u2028c\n"), "a\nb\uFFFD\uFFFDc\n");
 }
 
+std::string times(std::size_t count, std::string_view text) {
+  std::string result;
+  for (std::size_t i = 0; i < count; ++i) result += text;
+  return result;
+}
+
+constexpr std::string_view kMark = "\u0301";    // two bytes
+constexpr std::string_view kJoiner = "\u200D";  // three
+constexpr std::string_view kPrefix = "\u0600";  // an Arabic number sign: joins what follows it
+
+INSTANTIATE_TEST_SUITE_P(
+    DearCharacters, DisplayLine,
+    testing::Values(
+        Row{"MarksThatFit", "e" + times(31, kMark) + "x", "e" + times(31, kMark) + "x"},
+        Row{"MarksThatDoNot", "e" + times(32, kMark) + "x", "e" + times(31, kMark) + "x"},
+        Row{"SixtyThousandMarks", "e" + times(60000, kMark) + "x", "e" + times(31, kMark) + "x"},
+        Row{"EveryCharacterHasItsOwn", times(3, "e" + times(99, kMark)),
+            times(3, "e" + times(31, kMark))},
+        Row{"MarksOfTwoLengths", "e" + times(31, kMark) + "\U0001D165" + std::string(kMark),
+            "e" + times(31, kMark)},
+        Row{"MarksAlone", times(60000, kMark), times(32, kMark)},
+        Row{"Joiners", "x" + times(99, kJoiner) + "y", "x" + times(21, kJoiner) + "y"},
+        Row{"VariationSelectors", "❤" + times(99, "\uFE0F"), "❤" + times(20, "\uFE0F")},
+        Row{"JoinedEmoji", times(99, "👩" + std::string(kJoiner)) + "x",
+            times(9, "👩" + std::string(kJoiner)) + "x"},
+        Row{"JoinedEmojiBeforeAnother", times(9, "👩" + std::string(kJoiner)) + "👩👩",
+            times(8, "👩" + std::string(kJoiner)) + "👩👩"},
+        Row{"Prefixes", times(99, kPrefix) + "xy", "\uFFFDy"},
+        Row{"HangulThatNeverEnds", times(99, "\u1100") + "\u1161\u11A8" + times(99, "\u1100"),
+            "\uFFFD" + times(21, "\u1100")}),
+    rowName<Row>);
+
+TEST(DisplayLines, HoldNoDearCharacterEither) {
+  EXPECT_EQ(text::displayLines("e" + times(99, kMark) + "\n" + times(99, kMark)),
+            "e" + times(31, kMark) + "\n" + times(32, kMark));
+}
+
+TEST(DisplayLines, HaveAnEnd) {
+  const std::string line = times(200, "x") + "\n";
+  EXPECT_EQ(text::displayLines(times(81, line)), times(81, line));
+  EXPECT_EQ(text::displayLines(times(200, line)), times(81, line) + times(100, "x") + "…");
+  EXPECT_EQ(text::displayLine(times(20'000, "x")), times(16 * 1024 - 3, "x") + "…");
+}
+
+class DisplayName : public testing::TestWithParam<Row> {};
+
+TEST_P(DisplayName, IsOneHarmlessLineOf1024BytesAtMost) {
+  EXPECT_EQ(text::displayName(GetParam().text), GetParam().shown);
+  EXPECT_LE(text::displayName(GetParam().text).size(), 1024U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , DisplayName,
+    testing::Values(Row{"Empty", "", ""}, Row{"Short", "LoRA fine-tune", "LoRA fine-tune"},
+                    Row{"Harmless", "a\n\xFF\u202E", "a\uFFFD\uFFFD\uFFFD"},
+                    Row{"Of1024", times(1024, "x"), times(1024, "x")},
+                    Row{"Of1025", times(1025, "x"), times(1021, "x") + "…"},
+                    Row{"MuchLonger", times(100000, "x"), times(1021, "x") + "…"},
+                    Row{"OfReplacedBytes", times(1024, "\xFF"), times(340, "\uFFFD") + "…"},
+                    Row{"NeverSplitsACharacter", "x" + times(60, "👩‍👩‍👧"),
+                        "x" + times(56, "👩‍👩‍👧") + "…"},
+                    Row{"DearCharacters", times(99, "e" + times(99, kMark)),
+                        times(16, "e" + times(31, kMark)) + "…"},
+                    Row{"DearCharacterAtTheEnd", times(1022, "x") + times(99, kMark),
+                        times(1021, "x") + "…"},
+                    Row{"MarkAtTheBeginning", "\u0301x", "◌\u0301x"},
+                    Row{"JoinerAtTheBeginning", "\u200Dx", "◌\u200Dx"},
+                    Row{"ControlAtTheBeginning", "\x1B\u0301x", "\uFFFD\u0301x"}),
+    rowName<Row>);
+
 }  // namespace
