@@ -18,11 +18,12 @@ std::string statusText(const VordaLaunchAgent& agent) {
 }  // namespace
 
 MenuItem agentItem(const VordaLaunchAgent& agent) {
-  return {
-      .title = text::shortened(text::displayName(agent.label), 40, 38) + RowParts::kSeparator +
-               statusText(agent) + (agent.keepAlive ? " ↺" : ""),
-      .submenu = {agent.loaded ? MenuBuilders::command("Stop / unload", Action::unloadAgent, agent)
-                               : MenuBuilders::command("Start / load", Action::loadAgent, agent)}};
+  MenuItem item =
+      MenuBuilders::named("", text::shortened(text::displayName(agent.label), 40, 38),
+                          RowParts::kSeparator + statusText(agent) + (agent.keepAlive ? " ↺" : ""));
+  item.submenu = {agent.loaded ? MenuBuilders::command("Stop / unload", Action::unloadAgent, agent)
+                               : MenuBuilders::command("Start / load", Action::loadAgent, agent)};
+  return item;
 }
 
 }  // namespace MenuConstruction

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "agents/vorda_launch_agent.h"
+#include "scanner/text_span.h"
 #include "scanner/vorda_process.h"
 #include "ui/color.h"
 #include "ui/memory_pressure_view.h"
@@ -48,6 +49,7 @@ struct MenuItem {
 
   Kind kind = Kind::item;    ///< what stands in the line
   std::string title;         ///< as the user is to read it: front ends escape it for their toolkit
+  TextSpan name;             ///< the part of the title that somebody else chose; empty for none
   bool enabled = true;       ///< false: a grey label
   std::string toolTip;       ///< lines joined by "\n"; "" for none
   std::optional<Color> dot;  ///< the colour of the dot before the title

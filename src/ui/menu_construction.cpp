@@ -18,6 +18,7 @@ namespace {
 
 using MenuBuilders::command;
 using MenuBuilders::label;
+using MenuBuilders::named;
 using MenuBuilders::separator;
 using Items = std::vector<MenuItem>;
 
@@ -41,8 +42,9 @@ void addSummary(Items& items, const SystemMemory::Snapshot& sys, const ProcessLi
   items.push_back(label(text::format("System  %4.1f / %.0f GB used", sys.usedGB, sys.totalGB)));
   if (!bySize.empty() && bySize.front()->memMB >= kLeastLargestMB) {
     const VordaProcess& largest = *bySize.front();
-    items.push_back(label("Largest " + MemoryFormat::compact(largest.memMB) + "  " +
-                          text::shortened(text::displayName(largest.displayName), 34, 32)));
+    items.push_back(named("Largest " + MemoryFormat::compact(largest.memMB) + "  ",
+                          text::shortened(text::displayName(largest.displayName), 34, 32), {}));
+    items.back().enabled = false;
   }
   items.push_back(label(roleSummary("Training / fine-tunes", training)));
   items.push_back(label(roleSummary("Model servers", servers)));

@@ -14,6 +14,7 @@ namespace {
 
 using MenuBuilders::command;
 using MenuBuilders::label;
+using MenuBuilders::named;
 using MenuBuilders::separator;
 
 /// The words of a process that others chose, as they are shown.
@@ -28,10 +29,10 @@ struct Words {
   std::string owner;
 };
 
-std::string processTitle(const VordaProcess& process, const Words& words) {
-  return (process.labRole == LabRole::none ? "" : "★ ") + text::shortened(words.name, 42, 41) +
-         RowParts::kSeparator + MemoryFormat::compact(process.memMB) +
-         (process.isProtected ? " 🔒" : "");
+MenuItem processRow(const VordaProcess& process, const Words& words) {
+  return named(process.labRole == LabRole::none ? "" : "★ ", text::shortened(words.name, 42, 41),
+               RowParts::kSeparator + MemoryFormat::compact(process.memMB) +
+                   (process.isProtected ? " 🔒" : ""));
 }
 
 std::string processToolTip(const VordaProcess& process, const Words& words) {
@@ -81,11 +82,11 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& w
 
 MenuItem processItem(const VordaProcess& process) {
   const Words words(process);
-  MenuItem item{.title = processTitle(process, words),
-                .toolTip = processToolTip(process, words),
-                .dot = ProcessColor::color(process),
-                .process = ProcessReference{process.pid, process.identity},
-                .submenu = processSubmenu(process, words)};
+  MenuItem item = processRow(process, words);
+  item.toolTip = processToolTip(process, words);
+  item.dot = ProcessColor::color(process);
+  item.process = ProcessReference{process.pid, process.identity};
+  item.submenu = processSubmenu(process, words);
   for (MenuItem& entry : item.submenu) entry.process = item.process;
   return item;
 }

@@ -1,10 +1,16 @@
 // How the real program is started where there is neither a terminal nor a display.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <string>
+
 #include "tools/background_program.h"
+#include "tools/child_process.h"
 
 namespace {
+
+using testing::ContainsRegex;
 
 const BackgroundProgram::Environment kNoDisplay{{"DISPLAY", {}}, {"WAYLAND_DISPLAY", {}}};
 
@@ -12,6 +18,14 @@ TEST(ProgramStart, WithoutADisplayPrintsTheMenuAndEnds) {
   BackgroundProgram program({VORDA}, kNoDisplay);
   EXPECT_EQ(program.firstLine().substr(0, 1), "[") << "the strip";
   EXPECT_EQ(program.wait(), 0);
+}
+
+TEST(ProgramStart, NobodysNameIsPrintedAsFigures) {
+  const ChildProcess forger(playProcess(
+      {"--memory", "200"}, {"/opt/x  ·   9.9 GB  ·  pid 1\u3000\u3000[A]", "vllm", "serve"}));
+  const std::string pid = "pid " + std::to_string(forger.pid());
+  const std::string menu = BackgroundProgram({VORDA}, kNoDisplay).output();
+  EXPECT_THAT(menu, ContainsRegex("\n★ x · 9.9 GB · pid 1 \\[A\\]  ·   2[0-9][0-9] MB  ·  " + pid));
 }
 
 TEST(ProgramStart, WithAnArgumentSaysThatThereAreNone) {

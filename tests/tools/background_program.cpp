@@ -15,7 +15,6 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kPatience{60};
 
 std::vector<std::string> changedEnvironment(const BackgroundProgram::Environment& changes) {
@@ -61,19 +60,31 @@ BackgroundProgram::~BackgroundProgram() {
   close(error_);
 }
 
+std::optional<char> BackgroundProgram::nextByte(Clock::time_point deadline) const {
+  const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+  pollfd waiting{output_, POLLIN, 0};
+  if (left.count() <= 0 || ::poll(&waiting, 1, static_cast<int>(left.count())) <= 0) {
+    return std::nullopt;
+  }
+  char byte = 0;
+  return read(output_, &byte, 1) == 1 ? std::optional(byte) : std::nullopt;
+}
+
 std::string BackgroundProgram::firstLine() {
   const auto deadline = Clock::now() + kPatience;
   std::string line;
-  for (;;) {
-    const auto left =
-        std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
-    pollfd waiting{output_, POLLIN, 0};
-    if (left.count() <= 0 || ::poll(&waiting, 1, static_cast<int>(left.count())) <= 0) return {};
-    char byte = 0;
-    if (read(output_, &byte, 1) != 1) return {};
-    if (byte == '\n') return line;
-    line += byte;
+  while (const auto byte = nextByte(deadline)) {
+    if (*byte == '\n') return line;
+    line += *byte;
   }
+  return {};
+}
+
+std::string BackgroundProgram::output() {
+  const auto deadline = Clock::now() + kPatience;
+  std::string text;
+  while (const auto byte = nextByte(deadline)) text += *byte;
+  return text;
 }
 
 std::optional<int> BackgroundProgram::poll() {

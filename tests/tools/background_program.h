@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <map>
 #include <optional>
 #include <string>
@@ -28,6 +29,9 @@ class BackgroundProgram {
   /// more than a minute.
   std::string firstLine();
 
+  /// All that it still writes to its standard output; what came within a minute.
+  std::string output();
+
   /// Its wait status when it has ended; none while it runs.
   std::optional<int> poll();
 
@@ -40,6 +44,11 @@ class BackgroundProgram {
   void signal(int number) const;
 
  private:
+  using Clock = std::chrono::steady_clock;
+
+  /// The next byte of its output; none at its end, and when none comes in time.
+  std::optional<char> nextByte(Clock::time_point deadline) const;
+
   pid_t pid_ = -1;
   std::optional<int> status_;  // once it has been reaped
   int output_ = -1;

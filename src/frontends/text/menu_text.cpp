@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "text/blanks.h"
 #include "text/display_line.h"
 #include "text/format.h"
 #include "ui/row_parts.h"
@@ -11,10 +12,19 @@ namespace {
 
 constexpr std::size_t kCells = 40;
 
+/// Whoever reads the lines with a program finds a row's parts by the blanks between them.
+std::string titleLine(const MenuItem& item) {
+  const std::string_view title = item.title;
+  const auto [begin, end] = item.name;
+  return text::displayLine(title.substr(0, begin)) +
+         text::withSingleBlanks(text::displayLine(title.substr(begin, end - begin))) +
+         text::displayLine(title.substr(end));
+}
+
 std::string itemLine(const MenuItem& item, const MemoryPressureView& strip) {
   if (item.kind == MenuItem::Kind::separator) return "";
   if (item.kind == MenuItem::Kind::strip) return stripText(strip);
-  std::string line = text::displayLine(item.title);
+  std::string line = titleLine(item);
   if (item.process) {
     const std::int32_t pid = item.process->pid;
     line += std::string(RowParts::kSeparator) + "pid " + std::to_string(pid) + barTag(strip, pid);

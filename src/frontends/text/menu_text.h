@@ -8,7 +8,8 @@
 /// The menu as plain text, one line an item, each ended by "\n"; submenus are left out.
 /// A separator is an empty line. A process's line ends in "  ·  pid N" and, when the process
 /// has a bar in the strip, in the bar's letter: "  [A]". Whatever a title holds, it stays one
-/// harmless line.
+/// harmless line, and a name in it that others chose has no two blanks in a row: it can't be taken
+/// for figures.
 std::string menuText(const Menu& menu);
 
 /// The strip as text: "[AAAAABBC···]  58%". Each bar is a run of one letter (A, B, C … from

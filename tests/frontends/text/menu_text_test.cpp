@@ -100,6 +100,13 @@ TEST(MenuText, NobodysNameForgesALine) {
   EXPECT_EQ(menuText(menuOf({row})), "x\uFFFDQuit Vorda\uFFFD[2J\uFFFD  ·  pid 5\n");
 }
 
+TEST(MenuText, NobodysNameIsTakenForFigures) {
+  const std::string name = "x  ·   9.9 GB  ·  pid 1  [A]\u3000y";
+  const MenuItem row{
+      .title = "★ " + name + "  ·    60 MB", .name = {4, 4 + name.size()}, .process = {{5, {}}}};
+  EXPECT_EQ(menuText(menuOf({row})), "★ x · 9.9 GB · pid 1 [A] y  ·    60 MB  ·  pid 5\n");
+}
+
 TEST(MenuText, OfNothingIsEmpty) {
   EXPECT_EQ(menuText({}), "");
 }
