@@ -13,6 +13,19 @@ namespace {
 
 constexpr std::size_t kShownCommandCharacters = 800;
 
+/// The beginning of the command line; where there is more a line of its own says so, and nobody
+/// takes it for the whole.
+std::string shownCommand(const VordaProcess& process) {
+  const std::string_view whole = process.commandLine;
+  const std::string_view shown = text::firstCharacters(whole, kShownCommandCharacters);
+  std::string text = text::displayLines(shown);
+  if (process.isCommandLineCut || shown.size() < whole.size()) {
+    text += "\n\nThe command line goes on: these are its first " +
+            std::to_string(text::characterCount(shown)) + " characters.";
+  }
+  return text;
+}
+
 std::string systemMonitor() {
   return std::string(platform::words().systemMonitor);
 }
@@ -53,15 +66,13 @@ Alert forceQuit(std::int32_t pid) {
 }
 
 Alert details(const VordaProcess& process) {
-  return {
-      .messageText = text::displayName(process.displayName),
-      .informativeText =
-          "Memory: " + MemoryFormat::detail(process.memMB) + "  (" + systemMonitor() +
-          " scale)\nKind: " + text::displayName(process.product) + "\nPID: " +
-          std::to_string(process.pid) + "\nOwner: " + text::displayName(process.ownerName) +
-          (process.isProtected ? "\n\nProtected: cannot Force Quit from Vorda." : "") +
-          "\n\nCommand:\n" +
-          text::displayLines(text::firstCharacters(process.commandLine, kShownCommandCharacters))};
+  return {.messageText = text::displayName(process.displayName),
+          .informativeText =
+              "Memory: " + MemoryFormat::detail(process.memMB) + "  (" + systemMonitor() +
+              " scale)\nKind: " + text::displayName(process.product) + "\nPID: " +
+              std::to_string(process.pid) + "\nOwner: " + text::displayName(process.ownerName) +
+              (process.isProtected ? "\n\nProtected: cannot Force Quit from Vorda." : "") +
+              "\n\nCommand:\n" + shownCommand(process)};
 }
 
 Alert quitDocker() {

@@ -28,7 +28,8 @@ Alert forceQuit(const VordaProcess& process);
 /// The same for a process of which only the pid is known.
 Alert forceQuit(std::int32_t pid);
 
-/// All that is known of a process; its command line is cut to 800 characters.
+/// All that is known of a process; of its command line the first 800 characters, and
+/// a line that says so where there are more.
 Alert details(const VordaProcess& process);
 
 /// How to quit Docker Desktop.

@@ -108,27 +108,39 @@ struct CommandRow {
   const char* name;
   int characters;
   int shown;
+  bool isCut = false;  ///< already where it was read
+  const char* lineBelow = "";
 };
 
 class CommandLine : public AlertsTest, public testing::WithParamInterface<CommandRow> {};
 
-TEST_P(CommandLine, IsCutAt800Characters) {
+TEST_P(CommandLine, IsCutAt800CharactersAndSaysSo) {
   const auto repeated = [](int count) {
     std::string result;
     for (int i = 0; i < count; ++i) result += "é";
     return result;
   };
   process_.commandLine = repeated(GetParam().characters);
+  process_.isCommandLineCut = GetParam().isCut;
   EXPECT_THAT(Alerts::details(process_).informativeText,
-              EndsWith("\n\nCommand:\n" + repeated(GetParam().shown)));
+              EndsWith("\n\nCommand:\n" + repeated(GetParam().shown) + GetParam().lineBelow));
 }
 
-INSTANTIATE_TEST_SUITE_P(, CommandLine,
-                         testing::Values(CommandRow{"None", 0, 0}, CommandRow{"Short", 799, 799},
-                                         CommandRow{"Exactly", 800, 800},
-                                         CommandRow{"Longer", 801, 800},
-                                         CommandRow{"MuchLonger", 5000, 800}),
-                         rowName<CommandRow>);
+constexpr const char* kFirst800 =
+    "\n\nThe command line goes on: these are its first 800 characters.";
+
+INSTANTIATE_TEST_SUITE_P(
+    , CommandLine,
+    testing::Values(CommandRow{"None", 0, 0}, CommandRow{"Short", 799, 799},
+                    CommandRow{"Exactly", 800, 800},
+                    CommandRow{"Longer", 801, 800, false, kFirst800},
+                    CommandRow{"MuchLonger", 5000, 800, false, kFirst800},
+                    CommandRow{"CutAndLonger", 5000, 800, true, kFirst800},
+                    CommandRow{"CutAtWhatIsShown", 800, 800, true, kFirst800},
+                    CommandRow{"CutBefore", 600, 600, true,
+                               "\n\nThe command line goes on: these are its first 600 "
+                               "characters."}),
+    rowName<CommandRow>);
 
 TEST_F(AlertsTest, DockerIsQuitFromItsWhale) {
   EXPECT_EQ(Alerts::quitDocker(),
