@@ -3,6 +3,7 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 #include "app/branding.h"
 #include "app/front_end_choice.h"
@@ -10,9 +11,11 @@
 #include "frontends/terminal/run_terminal.h"
 #include "frontends/text/run_text.h"
 #include "platform/linux/heap.h"
+#include "platform/linux/procfs.h"
 
 namespace {
 
+constexpr int kNothingToShow = 1;
 constexpr int kWrongUse = 2;
 
 bool isSet(const char* variable) {
@@ -42,6 +45,10 @@ int main(int argc, char**) {
   if (argc > 1) {
     std::fputs("vorda: takes no options; it looks where it is started (see vorda(1))\n", stderr);
     return kWrongUse;
+  }
+  if (const std::string problem = platform::problemOfProc(); !problem.empty()) {
+    std::fprintf(stderr, "vorda: %s\n", problem.c_str());
+    return kNothingToShow;
   }
   std::setlocale(LC_CTYPE, "");  // not LC_NUMERIC: figures are written alike everywhere
   const Surroundings surroundings = lookAround();

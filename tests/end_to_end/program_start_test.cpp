@@ -7,6 +7,7 @@
 
 #include "tools/background_program.h"
 #include "tools/child_process.h"
+#include "tools/without_proc.h"
 
 namespace {
 
@@ -26,6 +27,16 @@ TEST(ProgramStart, NobodysNameIsPrintedAsFigures) {
   const std::string pid = "pid " + std::to_string(forger.pid());
   const std::string menu = BackgroundProgram({VORDA}, kNoDisplay).output();
   EXPECT_THAT(menu, ContainsRegex("\n★ x · 9.9 GB · pid 1 \\[A\\]  ·   2[0-9][0-9] MB  ·  " + pid));
+}
+
+TEST(ProgramStart, WithoutProcSaysSoAndFails) {
+  if (!canHideProc()) GTEST_SKIP() << "this user may not change mounts, not even of its own";
+  BackgroundProgram program(withoutProc(VORDA), kNoDisplay);
+  const auto status = program.wait();
+  ASSERT_TRUE(status && WIFEXITED(*status));
+  EXPECT_EQ(WEXITSTATUS(*status), 1);
+  EXPECT_EQ(program.output(), "");
+  EXPECT_EQ(program.errorOutput(), "vorda: no process can be seen: /proc is not mounted\n");
 }
 
 TEST(ProgramStart, WithAnArgumentSaysThatThereAreNone) {

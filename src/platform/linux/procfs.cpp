@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <cstring>
 #include <memory>
@@ -108,6 +109,16 @@ std::string_view ProcFs::executable(std::int32_t pid, Path& path, std::string_vi
 const ProcFs& systemProc() {
   static const ProcFs proc("/proc");
   return proc;
+}
+
+std::string problemOfProc(const char* root) {
+  const std::string noProcess = "no process can be seen: ";
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(root), closedir);
+  if (!entries) return noProcess + root + ": " + std::strerror(errno);
+  while (const dirent* entry = readdir(entries.get())) {
+    if (pidOf(entry->d_name) > 0) return {};
+  }
+  return noProcess + root + " is not mounted";
 }
 
 }  // namespace platform

@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -50,5 +51,8 @@ class ProcFs {
 
 /// /proc.
 const ProcFs& systemProc();
+
+/// Why no process can be found there, in one line; "" when processes can.
+std::string problemOfProc(const char* root = "/proc");
 
 }  // namespace platform
