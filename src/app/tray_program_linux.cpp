@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "app/tray_program.h"
+#include "text/display_line.h"
 
 namespace {
 
@@ -30,5 +31,6 @@ void becomeTrayProgram(const std::string& path) {
   std::string argument = kName;
   const std::array<char*, 2> arguments{argument.data(), nullptr};
   execv(path.c_str(), arguments.data());
-  std::fprintf(stderr, "vorda: can't start %s: %s\n", path.c_str(), std::strerror(errno));
+  const char* const reason = std::strerror(errno);
+  std::fprintf(stderr, "vorda: can't start %s: %s\n", text::displayLine(path).c_str(), reason);
 }

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <filesystem>
 #include <string>
 
 #include "tools/background_program.h"
 #include "tools/child_process.h"
+#include "tools/temp_folder.h"
 #include "tools/without_proc.h"
 
 namespace {
@@ -37,6 +39,17 @@ TEST(ProgramStart, WithoutProcSaysSoAndFails) {
   EXPECT_EQ(WEXITSTATUS(*status), 1);
   EXPECT_EQ(program.output(), "");
   EXPECT_EQ(program.errorOutput(), "vorda: no process can be seen: /proc is not mounted\n");
+}
+
+TEST(ProgramStart, AFoldersControlCharactersAreNotPrinted) {
+  const TempFolder folder;
+  folder.write("a\033[2Jb/vorda-tray", "no program");
+  const auto place = folder / "a\033[2Jb";
+  std::filesystem::permissions(place / "vorda-tray", std::filesystem::perms::owner_all);
+  std::filesystem::copy_file(VORDA, place / "vorda");
+  BackgroundProgram program({place / "vorda"}, {{"DISPLAY", ":4711"}});
+  EXPECT_EQ(program.errorOutput(), "vorda: can't start " + folder.path().string() +
+                                       "/a\uFFFD[2Jb/vorda-tray: Exec format error\n");
 }
 
 TEST(ProgramStart, WithAnArgumentSaysThatThereAreNone) {

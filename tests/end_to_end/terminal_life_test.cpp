@@ -4,11 +4,15 @@
 
 #include <algorithm>
 #include <csignal>
+#include <filesystem>
 #include <map>
 #include <optional>
 
 #include "end_to_end/terminal_session.h"
 #include "fakes/row_name.h"
+#include "tools/joined.h"
+#include "tools/temp_folder.h"
+#include "tools/without_proc.h"
 
 namespace {
 
@@ -171,8 +175,24 @@ INSTANTIATE_TEST_SUITE_P(
         TermRow{"Empty", "", "vorda: TERM is not set, so the kind of terminal is unknown"},
         TermRow{"Unknown", "no-such-terminal",
                 "vorda: the kind of terminal \"no-such-terminal\" (TERM) is not known here"},
+        TermRow{"Controls", "no\033[2Jsuch\n",
+                "vorda: the kind of terminal \"no\uFFFD[2Jsuch\uFFFD\" (TERM) is not known here"},
         TermRow{"Dumb", "dumb", "vorda: a terminal of the kind \"dumb\" (TERM) can't show a menu"}),
     rowName<TermRow>);
+
+TEST(TerminalLife, WithoutProcIsOneClearLine) {
+  if (!canHideProc()) GTEST_SKIP() << "this user may not change mounts, not even of its own";
+  const TempFolder folder;
+  folder.write("start", "#!/bin/sh\nexec '" + joined(withoutProc(VORDA), "' '") + "'\n");
+  std::filesystem::permissions(folder / "start", std::filesystem::perms::owner_all);
+  TerminalSession terminal({.program = folder / "start"});
+  const auto status = terminal.waitForEnd();
+  ASSERT_TRUE(status && WIFEXITED(*status));
+  EXPECT_EQ(WEXITSTATUS(*status), 1);
+  EXPECT_EQ(terminal.screen().row(0), "vorda: no process can be seen: /proc is not mounted");
+  EXPECT_EQ(terminal.screen().row(1), "");
+  expectRestored(terminal);
+}
 
 struct ColorRow {
   const char* name;

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "text/display_line.h"
+
 namespace {
 
 bool connected = false;
@@ -26,7 +28,8 @@ std::string displayName() {
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
   if (!connected) {
     if (type != QtFatalMsg) return;
-    std::fprintf(stderr, "vorda: can't reach the display %s\n", displayName().c_str());
+    std::fprintf(stderr, "vorda: can't reach the display %s\n",
+                 text::displayName(displayName()).c_str());
     _exit(EXIT_FAILURE);
   }
   if (message.contains("connection broke") || message.contains("connection experienced")) {
@@ -34,7 +37,16 @@ void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& messa
     _exit(EXIT_FAILURE);
   }
   if (type == QtCriticalMsg || type == QtFatalMsg) {
-    std::fprintf(stderr, "vorda: %s\n", qUtf8Printable(message));
+    std::fprintf(stderr, "vorda: %s\n", text::displayLine(message.toStdString()).c_str());
+  }
+}
+
+/// Libraries below Qt print these as they are when they can make nothing of them; with control
+/// characters in it, nobody can.
+void forgetUnusableVariables() {
+  for (const char* name : {"FC_LANG", "LANG", "LC_ALL", "LC_CTYPE", "SESSION_MANAGER"}) {
+    const std::string value = variable(name);
+    if (text::displayLine(value) != value) unsetenv(name);
   }
 }
 
@@ -56,6 +68,7 @@ std::unique_ptr<QApplication> openDisplay() {
   static char* arguments[] = {name.data(), option.data(), choice.data(), nullptr};
   static int count = variable("QT_QPA_PLATFORM").empty() ? 3 : 1;
 
+  forgetUnusableVariables();
   qInstallMessageHandler(onQtMessage);
   QApplication::setDesktopFileName("vorda");
   auto application = std::make_unique<QApplication>(count, arguments);

@@ -50,7 +50,7 @@ TerminalCheck checked(const std::string& quotedName) {
 TerminalCheck checkTerminal() {
   const std::string_view name = variable("TERM");
   if (name.empty()) return {.problem = "TERM is not set, so the kind of terminal is unknown"};
-  const std::string quotedName = "\"" + text::displayLine(name) + "\"";
+  const std::string quotedName = "\"" + text::displayName(name) + "\"";
 
   int status = 0;
   if (setupterm(nullptr, STDOUT_FILENO, &status) != OK) {

@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <csignal>
 
+#include "fakes/row_name.h"
 #include "frontends/qt/desktop/tray_test.h"
+#include "tools/without_proc.h"
 
 namespace {
 
@@ -28,6 +30,43 @@ TEST_F(TrayFailures, displayThatIsNotThereIsAnError) {
   ASSERT_TRUE(status);
   EXPECT_TRUE(WIFEXITED(*status));
   EXPECT_EQ(WEXITSTATUS(*status), 1);
+}
+
+TEST_F(TrayFailures, displayOfControlCharactersIsOneHarmlessLine) {
+  program = desktop.startProgram({{"DISPLAY", ":4\033[2J\n\u009B1A\xFF"}});
+  EXPECT_EQ(program->errorOutput(),
+            "vorda: can't reach the display :4\uFFFD[2J\uFFFD\uFFFD1A\uFFFD\n");
+}
+
+struct VariableRow {
+  const char* name;
+  const char* value;
+};
+
+class UnusableVariables : public TrayTest, public testing::WithParamInterface<VariableRow> {};
+
+TEST_P(UnusableVariables, areNotPrinted) {
+  program = desktop.startProgram({{GetParam().name, GetParam().value}});
+  ASSERT_TRUE(windowAppears(kWindow));
+  program->signal(SIGTERM);
+  EXPECT_EQ(program->errorOutput(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(, UnusableVariables,
+                         testing::Values(VariableRow{"LC_ALL", "x\033[2J"},
+                                         VariableRow{"FC_LANG", "x\033[2J"},
+                                         VariableRow{"SESSION_MANAGER", "x\033[2J"}),
+                         rowName<VariableRow>);
+
+TEST_F(TrayFailures, withoutProcIsOneLineAndAnError) {
+  if (!canHideProc()) GTEST_SKIP() << "this user may not change mounts, not even of its own";
+  const std::vector<std::string> command = withoutProc(VORDA_TRAY_PROGRAM);
+  desktop.setProgram(command.front());
+  program = desktop.startProgram({}, {command.begin() + 1, command.end()});
+  const auto status = program->wait();
+  ASSERT_TRUE(status && WIFEXITED(*status));
+  EXPECT_EQ(WEXITSTATUS(*status), 1);
+  EXPECT_EQ(program->errorOutput(), "vorda: no process can be seen: /proc is not mounted\n");
 }
 
 TEST_F(TrayFailures, waylandThatIsNotThereLeavesX11) {
