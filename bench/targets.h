@@ -38,6 +38,16 @@ inline constexpr auto kTargets = std::to_array<Target>({
     {"tray, menu never opened: anonymous memory (MB)", 5},
     {"tray, menu closed again: wakeups per 5 s", 1},
     {"tray, menu closed again: anonymous memory (MB)", 8},
+    {"terminal, one letter of 30,000 marks: submenu (CPU s)", 0.2},
+    {"terminal, one letter of 30,000 marks: details (CPU s)", 0.2},
+    {"tray, one letter of 30,000 marks: menu (CPU s)", 0.2},
+    {"tray, one letter of 30,000 marks: menu again (CPU s)", 0.2},
+    {"tray, one letter of 30,000 marks: details (CPU s)", 0.2},
+    {"terminal, letters of 40 marks: submenu (CPU s)", 0.2},
+    {"terminal, letters of 40 marks: details (CPU s)", 0.2},
+    {"tray, letters of 40 marks: menu (CPU s)", 0.2},
+    {"tray, letters of 40 marks: menu again (CPU s)", 0.2},
+    {"tray, letters of 40 marks: details (CPU s)", 0.2},
 });
 
 constexpr std::optional<double> targetOf(std::string_view figure) {

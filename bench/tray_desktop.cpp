@@ -1,5 +1,8 @@
 #include "tray_desktop.h"
 
+#include <algorithm>
+
+#include "frontends/qt/host_item.h"
 #include "line_from_child.h"
 
 namespace bench {
@@ -9,6 +12,22 @@ constexpr const char* kWatcher = "org.kde.StatusNotifierWatcher";
 constexpr const char* kWatcherPath = "/StatusNotifierWatcher";
 constexpr const char* kItem = "org.kde.StatusNotifierItem";
 constexpr const char* kItemPath = "/StatusNotifierItem";
+constexpr const char* kMenu = "com.canonical.dbusmenu";
+constexpr const char* kMenuPath = "/MenuBar";
+
+std::size_t longestLabelOf(const HostItem& item) {
+  std::size_t longest = item.label.size();
+  for (const HostItem& child : item.children) longest = std::max(longest, longestLabelOf(child));
+  return longest;
+}
+
+const HostItem* find(const HostItem& item, const std::string& label) {
+  if (item.label == label) return &item;
+  for (const HostItem& child : item.children) {
+    if (const HostItem* found = find(child, label)) return found;
+  }
+  return nullptr;
+}
 
 }  // namespace
 
@@ -66,6 +85,28 @@ void TrayDesktop::answer() {
 void TrayDesktop::click() {
   sd_bus_call_method_async(bus_.get(), nullptr, icon_.c_str(), kItemPath, kItem, "Activate",
                            nullptr, nullptr, "ii", 0, 0);
+}
+
+void TrayDesktop::choose(std::string label) {
+  wanted_ = std::move(label);
+  sd_bus_call_method_async(bus_.get(), nullptr, icon_.c_str(), kMenuPath, kMenu, "GetLayout",
+                           &layoutCame, this, "iias", 0, -1, 0);
+}
+
+int TrayDesktop::layoutCame(sd_bus_message* reply, void* self, sd_bus_error*) {
+  auto& desktop = *static_cast<TrayDesktop*>(self);
+  std::uint32_t revision = 0;
+  if (sd_bus_message_is_method_error(reply, nullptr) != 0 ||
+      sd_bus_message_read(reply, "u", &revision) < 0) {
+    return 0;
+  }
+  const HostItem menu = readHostItem(reply);
+  desktop.longestLabel_ = longestLabelOf(menu);
+  if (const HostItem* item = find(menu, desktop.wanted_)) {
+    sd_bus_call_method_async(desktop.bus_.get(), nullptr, desktop.icon_.c_str(), kMenuPath, kMenu,
+                             "Event", nullptr, nullptr, "isvu", item->id, "clicked", "i", 0, 0);
+  }
+  return 0;
 }
 
 int TrayDesktop::registerItem(sd_bus_message* call, void* self, sd_bus_error*) {

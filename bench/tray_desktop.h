@@ -32,6 +32,12 @@ class TrayDesktop {
   /// Clicks on the icon.
   void click();
 
+  /// Asks for the exported menu; once it has come, chooses the first item of it with this label.
+  void choose(std::string label);
+
+  /// How many bytes the longest label of the exported menu had when it last came; 0: not yet.
+  std::size_t longestLabel() const { return longestLabel_; }
+
  private:
   struct Close {
     void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
@@ -40,6 +46,7 @@ class TrayDesktop {
   void startBus();
   void showIcons();
   static int registerItem(sd_bus_message* call, void* self, sd_bus_error*);
+  static int layoutCame(sd_bus_message* reply, void* self, sd_bus_error*);
   static int hostIsRegistered(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                               void*, sd_bus_error*);
 
@@ -48,6 +55,8 @@ class TrayDesktop {
   std::string address_;
   std::unique_ptr<sd_bus, Close> bus_;
   std::string icon_;
+  std::string wanted_;
+  std::size_t longestLabel_ = 0;
   std::string problem_;
 };
 
