@@ -31,6 +31,15 @@ TEST(ProgramStart, NobodysNameIsPrintedAsFigures) {
   EXPECT_THAT(menu, ContainsRegex("\n★ x · 9.9 GB · pid 1 \\[A\\]  ·   2[0-9][0-9] MB  ·  " + pid));
 }
 
+TEST(ProgramStart, NobodysNameIsALineWithoutAnEnd) {
+  std::string name = "/opt/e";
+  for (int i = 0; i < 30'000; ++i) name += "\u0301";
+  const ChildProcess dear(playProcess({"--memory", "200"}, {name, "vllm", "serve"}));
+  const std::string pid = "pid " + std::to_string(dear.pid());
+  const std::string menu = BackgroundProgram({VORDA}, kNoDisplay).output();
+  EXPECT_THAT(menu, ContainsRegex("\n★ e(\u0301){31}  ·   2[0-9][0-9] MB  ·  " + pid));
+}
+
 TEST(ProgramStart, WithoutProcSaysSoAndFails) {
   if (!canHideProc()) GTEST_SKIP() << "this user may not change mounts, not even of its own";
   BackgroundProgram program(withoutProc(VORDA), kNoDisplay);

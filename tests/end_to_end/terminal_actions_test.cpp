@@ -149,4 +149,16 @@ TEST_F(TerminalActions, ShowHostileNamesHarmlessly) {
   EXPECT_NE(terminal.screen().find("Vorda²").x, -1) << "the screen was not cleared";
 }
 
+TEST_F(TerminalActions, ShowWhereACommandLineGoesOn) {
+  const ChildProcess server(playProcess({"--memory", "120", "--repeat", "900", "x"},
+                                        {"llama-server", "--model", "/models/" + name}));
+  TerminalSession terminal({.width = 100, .height = 50});
+  ASSERT_TRUE(terminal.walkTo(name));
+  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.waitFor("Full details…"));
+  ASSERT_TRUE(terminal.walkTo("Full details…"));
+  terminal.send(kEnter);
+  EXPECT_TRUE(terminal.waitFor("The command line goes on: these are its first 800 characters."));
+}
+
 }  // namespace

@@ -40,6 +40,18 @@ TEST_F(TrayActions, quitEndsTheProcessAndItsRowGoes) {
   EXPECT_TRUE(rowGoes(pid));
 }
 
+TEST_F(TrayActions, namesWithoutAnEndAreShortLabels) {
+  std::string marks;
+  for (int i = 0; i < 30'000; ++i) marks += "\u0301";
+  const ChildProcess dear(playProcess({"--memory", "300"}, {"/opt/e" + marks, "vllm", "serve"}));
+  startInTray();
+  const auto row = host->processRow(dear.pid());
+  ASSERT_TRUE(row);
+  EXPECT_LT(row->label.size(), 128U);
+  chooseOfProcess(dear.pid(), "Full details…");
+  EXPECT_TRUE(windowAppears(kDialog));
+}
+
 TEST_F(TrayActions, forceQuitAsksFirst) {
   ChildProcess server(modelServer({"--ignore-term"}));
   const int pid = server.pid();
