@@ -1,10 +1,8 @@
 #include "tools/puppet.h"
 
 #include <gtest/gtest.h>
-#include <linux/sched.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -52,15 +50,6 @@ void dieWithTheTest() {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
 }
 
-/// fork() into a process with that pid; -1 where that is not allowed.
-pid_t forkAs(pid_t pid) {
-  clone_args arguments{};
-  arguments.exit_signal = SIGCHLD;
-  arguments.set_tid = reinterpret_cast<std::uintptr_t>(&pid);
-  arguments.set_tid_size = 1;
-  return static_cast<pid_t>(syscall(SYS_clone3, &arguments, sizeof arguments));
-}
-
 /// Up to the next NUL.
 std::string readText(int fd) {
   std::string text;
@@ -81,7 +70,7 @@ void becomeProgram(const std::string& arguments) {
 
 Puppet::Puppet(pid_t pid) {
   if (pipe(orders_) != 0 || pipe(answers_) != 0) return;
-  pid_ = pid == 0 ? fork() : forkAs(pid);
+  pid_ = forkAs(pid);
   if (pid_ == 0) obey();
   close(orders_[0]);
   close(answers_[1]);
