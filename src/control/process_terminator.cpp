@@ -75,8 +75,10 @@ Answer notOneProcess(std::int32_t pid) {
   return failed(pid, EINVAL);
 }
 
-Answer terminate(std::int32_t pid, bool force, const platform::SignalTarget& target) {
-  const std::optional<std::uint32_t> owner = target.effectiveUid();
+using Owner = std::optional<std::uint32_t>;
+
+Answer terminate(std::int32_t pid, bool force, const platform::SignalTarget& target,
+                 const Owner& owner) {
   if (owner && *owner != platform::ownUid()) return foreignOwner(pid, *owner);
   return outcome(pid, force,
                  target.send(force ? platform::Signal::forceQuit : platform::Signal::quit));
@@ -90,15 +92,19 @@ std::pair<bool, std::string> alreadyGone(std::int32_t pid) {
 
 std::pair<bool, std::string> terminate(std::int32_t pid, bool force) {
   if (pid < 1) return notOneProcess(pid);
-  return terminate(pid, force, platform::SignalTarget(pid));
+  const platform::SignalTarget target(pid);
+  return terminate(pid, force, target, target.effectiveUid());
 }
 
 std::pair<bool, std::string> terminate(std::int32_t pid, bool force,
                                        std::optional<std::uint64_t> identity) {
   if (pid < 1) return notOneProcess(pid);
   const platform::SignalTarget target(pid);
+  // The identity comes last: where a process can't be held, nothing may come between it and the
+  // signal. If it is the one that was meant, so was the one whose owner was asked for.
+  const Owner owner = target.effectiveUid();
   if (!identity || target.identity() != identity) return alreadyGone(pid);
-  return terminate(pid, force, target);
+  return terminate(pid, force, target, owner);
 }
 
 }  // namespace ProcessTerminator

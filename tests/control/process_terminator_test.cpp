@@ -231,6 +231,12 @@ TEST_F(Terminate, SendsNothingWhenNobodyKnowsWhichProcessWasMeant) {
   EXPECT_THAT(machine().signals, IsEmpty());
 }
 
+TEST_F(Terminate, LooksLastWhetherTheProcessIsTheOneThatWasMeant) {
+  machine().afterOwner = [](std::int32_t) { process().identity = 6; };
+  EXPECT_EQ(ProcessTerminator::terminate(kPid, true, 5), Answer(true, "PID 312 already gone"));
+  EXPECT_THAT(machine().signals, IsEmpty());
+}
+
 TEST_F(Terminate, ExaminesTheProcessAfterItHoldsIt) {
   machine().beforeSignal = [](std::int32_t) { process().identity = 6; };
   EXPECT_EQ(ProcessTerminator::terminate(kPid, true, 5), Answer(true, "PID 312 already gone"));

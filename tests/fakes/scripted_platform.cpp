@@ -162,7 +162,9 @@ SignalTarget::~SignalTarget() = default;
 std::optional<std::uint32_t> SignalTarget::effectiveUid() const {
   if (scripted.nextCallFails()) return std::nullopt;
   const ScriptedProcess* process = scripted.find(pid_);
-  return process == nullptr ? std::nullopt : process->effectiveUid;
+  const auto owner = process == nullptr ? std::nullopt : process->effectiveUid;
+  if (scripted.afterOwner) scripted.afterOwner(pid_);
+  return owner;
 }
 
 std::optional<std::uint64_t> SignalTarget::identity() const {

@@ -66,6 +66,9 @@ struct ScriptedPlatform {
   /// meanwhile.
   std::function<void(std::int32_t pid)> beforeSignal;
 
+  /// Runs whenever a process that is held for a signal has told its owner.
+  std::function<void(std::int32_t pid)> afterOwner;
+
   /// Runs whenever all has been asked of a process but whether it is still the same.
   std::function<void(std::int32_t pid)> beforeConfirm;
 
