@@ -302,6 +302,17 @@ std::string ScreenModel::reversed() const {
   return all;
 }
 
+std::vector<int> ScreenModel::reversedRows() const {
+  std::vector<int> rows;
+  for (int y = 0; y < height(); ++y) {
+    const Row& row = cells_[static_cast<std::size_t>(y)];
+    if (std::any_of(row.begin(), row.end(), [](const Cell& cell) { return cell.pen.reverse; })) {
+      rows.push_back(y);
+    }
+  }
+  return rows;
+}
+
 ScreenModel::Place ScreenModel::find(const std::string& text) const {
   for (int y = 0; y < height(); ++y) {
     const Row& row = cells_[static_cast<std::size_t>(y)];

@@ -19,6 +19,8 @@ class ScreenModel {
   std::string picture() const;
   /// What is painted in reverse, row by row; rows without any left out.
   std::string reversed() const;
+  /// In which rows that is, from 0.
+  std::vector<int> reversedRows() const;
   /// Where `text` stands for the first time; x is -1 when it is not there.
   struct Place {
     int x = -1;

@@ -57,6 +57,15 @@ struct CallGate::Handshake {
   std::atomic<bool> isKept = false;
 };
 
+bool CallGate::isPossible() {
+  CallGate gate({SYS_getcpu}, [](const Call&) { return std::nullopt; });
+  bool isPrepared = false;
+  std::thread program([&] { isPrepared = gate.prepare(); });
+  const bool isAttached = gate.attach(getpid());
+  program.join();
+  return isPrepared && isAttached;
+}
+
 CallGate::CallGate(std::vector<long> calls, Keeper keeper)
     : calls_(std::move(calls)), keeper_(std::move(keeper)) {
   void* shared =

@@ -26,6 +26,9 @@ class CallGate {
   /// Runs in a thread of its own while the call waits.
   using Keeper = std::function<Answer(const Call&)>;
 
+  /// Whether this kernel hands calls out.
+  static bool isPossible();
+
   /// `calls`: the numbers of those that wait.
   CallGate(std::vector<long> calls, Keeper keeper);
   ~CallGate();

@@ -1,0 +1,6 @@
+// Does nothing, under whatever name, until it is ended.
+#include <unistd.h>
+
+int main() {
+  for (;;) pause();
+}
