@@ -77,6 +77,38 @@ INSTANTIATE_TEST_SUITE_P(Crash, TerminalSignals,
                                          SignalRow{"Arithmetic", SIGFPE, SIGFPE},
                                          SignalRow{"Quit", SIGQUIT, SIGQUIT}),
                          rowName<SignalRow>);
+// What nobody expects here, and what would end any program.
+INSTANTIATE_TEST_SUITE_P(
+    Unexpected, TerminalSignals,
+    testing::Values(SignalRow{"User1", SIGUSR1, SIGUSR1}, SignalRow{"User2", SIGUSR2, SIGUSR2},
+                    SignalRow{"Alarm", SIGALRM, SIGALRM},
+                    SignalRow{"VirtualAlarm", SIGVTALRM, SIGVTALRM},
+                    SignalRow{"Profile", SIGPROF, SIGPROF},
+                    SignalRow{"ProcessorTime", SIGXCPU, SIGXCPU},
+                    SignalRow{"FileSize", SIGXFSZ, SIGXFSZ}, SignalRow{"Poll", SIGPOLL, SIGPOLL},
+                    SignalRow{"Power", SIGPWR, SIGPWR}, SignalRow{"Stack", SIGSTKFLT, SIGSTKFLT},
+                    SignalRow{"FirstRealTime", SIGRTMIN, SIGRTMIN},
+                    SignalRow{"LastRealTime", SIGRTMAX, SIGRTMAX}),
+    rowName<SignalRow>);
+
+TEST(TerminalLife, GoesOnAfterAPipeBroke) {
+  TerminalSession terminal;
+  ASSERT_TRUE(isShown(terminal));
+  ASSERT_EQ(kill(terminal.pid(), SIGPIPE), 0);
+  terminal.send("?");
+  ASSERT_TRUE(terminal.waitFor("Keys"));
+  terminal.send("\003");
+  EXPECT_EQ(terminal.waitForEnd(), 0);
+  expectRestored(terminal);
+}
+
+TEST(TerminalLife, IgnoresWhatItWasStartedToIgnore) {
+  TerminalSession terminal({.prepare = [] { return signal(SIGUSR1, SIG_IGN) != SIG_ERR; }});
+  ASSERT_TRUE(isShown(terminal));
+  ASSERT_EQ(kill(terminal.pid(), SIGUSR1), 0);
+  terminal.send("?");
+  EXPECT_TRUE(terminal.waitFor("Keys"));
+}
 
 TEST(TerminalLife, EndsOnControlC) {
   TerminalSession terminal;

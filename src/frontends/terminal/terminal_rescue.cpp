@@ -12,7 +12,8 @@
 namespace terminal {
 namespace {
 
-constexpr std::array kCrashes{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGQUIT, SIGSYS, SIGTRAP};
+/// One more than the highest signal's number.
+constexpr std::size_t kSignals = NSIG;
 
 // All that the handler needs: it may not allocate, nor trust the stack.
 struct State {
@@ -21,7 +22,8 @@ struct State {
   termios modes{};
   std::array<char, 512> reset{};
   std::size_t resetLength = 0;
-  std::array<struct sigaction, kCrashes.size()> previous{};
+  std::array<bool, kSignals> taken{};  // by the signal's number, as the next
+  std::array<struct sigaction, kSignals> previous{};
 };
 
 State state;
@@ -35,10 +37,25 @@ void rescue(int signal) {
     tcsetattr(state.terminal, TCSANOW, &state.modes);
     releaseHeldErrors();
   }
-  for (std::size_t i = 0; i < kCrashes.size(); ++i) {
-    if (kCrashes[i] == signal) sigaction(signal, &state.previous[i], nullptr);
-  }
+  sigaction(signal, &state.previous[static_cast<std::size_t>(signal)], nullptr);
   raise(signal);
+}
+
+bool isCrash(int signal) {
+  constexpr std::array kCrashes{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGQUIT, SIGSYS, SIGTRAP};
+  return std::find(kCrashes.begin(), kCrashes.end(), signal) != kCrashes.end();
+}
+
+/// Whether the signal, left alone, does something else than end the program.
+bool isHarmless(int signal) {
+  constexpr std::array kHarmless{SIGCHLD, SIGURG, SIGWINCH, SIGCONT, SIGTSTP, SIGTTIN, SIGTTOU};
+  return std::find(kHarmless.begin(), kHarmless.end(), signal) != kHarmless.end();
+}
+
+/// Whether it is this class that answers the signal. A tool that reports crashes is asked after
+/// it; whoever else has an answer of its own, or none (SIG_IGN), keeps it.
+bool isOurs(int signal, const struct sigaction& present) {
+  return isCrash(signal) || (!isHarmless(signal) && present.sa_handler == SIG_DFL);
 }
 
 }  // namespace
@@ -55,15 +72,21 @@ TerminalRescue::TerminalRescue(int terminal, const termios& modes, const std::st
   struct sigaction action {};
   action.sa_handler = rescue;
   action.sa_flags = SA_ONSTACK | SA_NODEFER;
-  for (std::size_t i = 0; i < kCrashes.size(); ++i) {
-    sigaction(kCrashes[i], &action, &state.previous[i]);
+  for (int signal = 1; signal < NSIG; ++signal) {
+    const auto index = static_cast<std::size_t>(signal);
+    // Some signals can't be caught, and the C library keeps some to itself.
+    if (sigaction(signal, nullptr, &state.previous[index]) != 0) continue;
+    state.taken[index] =
+        isOurs(signal, state.previous[index]) && sigaction(signal, &action, nullptr) == 0;
   }
 }
 
 TerminalRescue::~TerminalRescue() {
   disarm();
-  for (std::size_t i = 0; i < kCrashes.size(); ++i) {
-    sigaction(kCrashes[i], &state.previous[i], nullptr);
+  for (int signal = 1; signal < NSIG; ++signal) {
+    const auto index = static_cast<std::size_t>(signal);
+    if (state.taken[index]) sigaction(signal, &state.previous[index], nullptr);
+    state.taken[index] = false;
   }
 }
 

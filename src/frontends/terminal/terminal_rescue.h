@@ -6,9 +6,11 @@
 
 namespace terminal {
 
-/// Leaves the terminal usable when the program crashes: its modes are set back and these
-/// bytes are written to it, then the program dies by the same signal. Armed while the
-/// terminal is not in its ordinary state. There is at most one.
+/// Leaves the terminal usable when a signal ends the program: its modes are set back and these
+/// bytes are written to it, then the program dies by the same signal. That holds for every
+/// signal that would end it, but for those that cannot be caught, and those that somebody
+/// ignores or answers when this is made. Armed while the terminal is not in its ordinary state.
+/// There is at most one.
 class TerminalRescue {
  public:
   /// `modes` are the ordinary ones; `reset` is at most 512 bytes long.
