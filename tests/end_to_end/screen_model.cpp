@@ -248,6 +248,7 @@ void ScreenModel::setModes(const std::string& parameters, bool on) {
     if (mode == 1) applicationKeys_ = on;
     if (mode == 25) cursorVisible_ = on;
     if (mode == 1000) mouse_ = on;
+    if (mode == 2004) bracketsPastes_ = on;
     if (mode == 1049) {
       alternate_ = on;
       for (int y = 0; y < height(); ++y) erase(y, 0, width_);

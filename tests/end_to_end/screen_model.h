@@ -33,6 +33,7 @@ class ScreenModel {
   bool onAlternateScreen() const { return alternate_; }
   bool cursorIsVisible() const { return cursorVisible_; }
   bool mouseIsReported() const { return mouse_; }
+  bool bracketsPastes() const { return bracketsPastes_; }
   bool hasApplicationKeys() const { return applicationKeys_; }
   /// No colour or attribute is left switched on.
   bool writesPlainly() const { return pen_.ground.empty() && pen_.color.empty() && !pen_.reverse; }
@@ -73,5 +74,6 @@ class ScreenModel {
   bool alternate_ = false;
   bool cursorVisible_ = true;
   bool mouse_ = false;
+  bool bracketsPastes_ = false;
   bool applicationKeys_ = false;
 };

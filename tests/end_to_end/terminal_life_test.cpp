@@ -17,13 +17,15 @@
 namespace {
 
 bool isShown(TerminalSession& terminal) {
-  return terminal.waitFor("Top RAM") && terminal.screen().onAlternateScreen();
+  return terminal.waitFor("Top RAM") && terminal.screen().onAlternateScreen() &&
+         terminal.screen().bracketsPastes();
 }
 
 void expectRestored(const TerminalSession& terminal) {
   EXPECT_FALSE(terminal.screen().onAlternateScreen());
   EXPECT_TRUE(terminal.screen().cursorIsVisible());
   EXPECT_FALSE(terminal.screen().mouseIsReported());
+  EXPECT_FALSE(terminal.screen().bracketsPastes());
   EXPECT_FALSE(terminal.screen().hasApplicationKeys());
   EXPECT_TRUE(terminal.screen().writesPlainly());
   const termios now = terminal.modes();
@@ -57,7 +59,7 @@ TEST_P(TerminalSignals, LeaveTheTerminalUsable) {
   TerminalSession terminal;
   ASSERT_TRUE(isShown(terminal));
   terminal.send("?");  // also with an alert open
-  ASSERT_TRUE(terminal.waitFor("Keys"));
+  ASSERT_TRUE(terminal.waitFor("This list"));
   ASSERT_EQ(kill(terminal.pid(), GetParam().signal), 0);
   const auto status = terminal.waitForEnd();
   ASSERT_TRUE(status);
@@ -96,7 +98,7 @@ TEST(TerminalLife, GoesOnAfterAPipeBroke) {
   ASSERT_TRUE(isShown(terminal));
   ASSERT_EQ(kill(terminal.pid(), SIGPIPE), 0);
   terminal.send("?");
-  ASSERT_TRUE(terminal.waitFor("Keys"));
+  ASSERT_TRUE(terminal.waitFor("This list"));
   terminal.send("\003");
   EXPECT_EQ(terminal.waitForEnd(), 0);
   expectRestored(terminal);
@@ -107,7 +109,7 @@ TEST(TerminalLife, IgnoresWhatItWasStartedToIgnore) {
   ASSERT_TRUE(isShown(terminal));
   ASSERT_EQ(kill(terminal.pid(), SIGUSR1), 0);
   terminal.send("?");
-  EXPECT_TRUE(terminal.waitFor("Keys"));
+  EXPECT_TRUE(terminal.waitFor("This list"));
 }
 
 TEST(TerminalLife, EndsOnControlC) {
@@ -138,7 +140,7 @@ TEST(TerminalLife, CanBeSuspended) {
     EXPECT_TRUE(terminal.screen().mouseIsReported());
   }
   terminal.send("?");
-  EXPECT_TRUE(terminal.waitFor("Keys")) << "it still answers";
+  EXPECT_TRUE(terminal.waitFor("This list")) << "it still answers";
 }
 
 TEST(TerminalLife, DrawsItselfAnewAfterAStopThatItDidNotSeeComing) {
@@ -150,7 +152,7 @@ TEST(TerminalLife, DrawsItselfAnewAfterAStopThatItDidNotSeeComing) {
   terminal.continueInForeground();
   ASSERT_TRUE(isShown(terminal));
   terminal.send("?");
-  EXPECT_TRUE(terminal.waitFor("Keys"));
+  EXPECT_TRUE(terminal.waitFor("This list"));
 }
 
 TEST(TerminalLife, FollowsTheSizeOfItsWindow) {

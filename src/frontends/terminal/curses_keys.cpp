@@ -8,6 +8,10 @@ namespace {
 constexpr int kEscapeDelay = 25;  // milliseconds; the rest of a key's bytes comes at once
 constexpr wint_t kControlL = 0x0C;
 
+// Codes of our own, beyond those that curses gives keys of a terminal's description.
+constexpr int kPasteBegin = 0x1000;
+constexpr int kPasteEnd = 0x1001;
+
 struct KeyBytes {
   const char* bytes;
   int key;
@@ -23,9 +27,11 @@ constexpr KeyBytes kOtherForms[] = {
 };
 
 Input mouseInput() {
+  Input input{.kind = Input::Kind::other};
   MEVENT event;
-  if (getmouse(&event) != OK) return {};
-  Input input{.x = event.x, .y = event.y};
+  if (getmouse(&event) != OK) return input;
+  input.x = event.x;
+  input.y = event.y;
   if ((event.bstate & BUTTON1_PRESSED) != 0) input.kind = Input::Kind::click;
   if ((event.bstate & BUTTON4_PRESSED) != 0) input.kind = Input::Kind::wheelUp;
   if ((event.bstate & BUTTON5_PRESSED) != 0) input.kind = Input::Kind::wheelDown;
@@ -58,8 +64,12 @@ Input ofFunctionKey(wint_t key) {
       return mouseInput();
     case KEY_RESIZE:
       return {.kind = Input::Kind::redraw};
+    case kPasteBegin:
+      return {.kind = Input::Kind::pasteBegin};
+    case kPasteEnd:
+      return {.kind = Input::Kind::pasteEnd};
     default:
-      return {};
+      return {.kind = Input::Kind::other};
   }
 }
 
@@ -92,6 +102,8 @@ void prepareKeys() {
   for (const auto& form : kOtherForms) {
     if (key_defined(form.bytes) <= 0) define_key(form.bytes, form.key);
   }
+  define_key("\033[200~", kPasteBegin);
+  define_key("\033[201~", kPasteEnd);
   mouseinterval(0);  // a press is a click: nothing to wait for
   mousemask(BUTTON1_PRESSED | BUTTON4_PRESSED | BUTTON5_PRESSED, nullptr);
 }

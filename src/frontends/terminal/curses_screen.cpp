@@ -18,6 +18,7 @@
 
 #include "frontends/terminal/curses_keys.h"
 #include "frontends/terminal/direct_color.h"
+#include "frontends/terminal/paste_brackets.h"
 #include "frontends/terminal/terminal_check.h"
 #include "frontends/terminal/terminal_reset.h"
 #include "text/scalar.h"
@@ -59,6 +60,18 @@ attr_t attributesOf(const Style& style) {
   return attributes;
 }
 
+/// How many bytes nobody has read yet.
+int unreadBytes() {
+  int unread = 0;
+  return ioctl(STDIN_FILENO, FIONREAD, &unread) == 0 ? unread : 0;
+}
+
+/// At once: curses writes its pictures past the standard output's buffer.
+void send(const std::string& bytes) {
+  std::fputs(bytes.c_str(), stdout);
+  std::fflush(stdout);
+}
+
 int millisecondsUntil(std::optional<double> end, double now) {
   if (!end) return -1;
   return static_cast<int>(std::ceil(std::clamp((*end - now) * 1000, 0.0, 3600000.0)));
@@ -83,10 +96,19 @@ CursesScreen::CursesScreen(bool unicode)
     : look_{unicode ? Signs::unicode() : Signs::ascii(), false} {}
 
 CursesScreen::~CursesScreen() {
-  if (rescue_) {
-    rescue_->disarm();
-    endwin();
-  }
+  if (rescue_) giveBack();
+}
+
+/// What curses does not do by itself; it takes the terminal over with the next picture.
+void CursesScreen::take() {
+  rescue_->arm();
+  send(pasteBrackets(true));
+}
+
+void CursesScreen::giveBack() {
+  send(pasteBrackets(false));
+  endwin();
+  rescue_->disarm();
 }
 
 bool CursesScreen::start(const TerminalCheck& check) {
@@ -98,7 +120,7 @@ bool CursesScreen::start(const TerminalCheck& check) {
     if (newterm(nullptr, stdout, stdin) == nullptr) return false;
   }
   rescue_.emplace(STDIN_FILENO, modes, resetBytes(LINES - 1));
-  rescue_->arm();
+  take();
   colors_.emplace(check.depth);
   look_.colored = check.depth != ColorDepth::none;
   // A console of eight colours has a font to match; letters divide the bars there.
@@ -138,11 +160,9 @@ void CursesScreen::drawCell(const Cell& cell, int x, int y) {
 
 Input CursesScreen::nextInput(std::optional<double> seconds) {
   const auto end = seconds ? std::optional(now() + *seconds) : std::nullopt;
-  for (bool waited = false;; waited = true) {
-    if (auto key = readKey()) {
-      key->typedAhead = !waited;
-      return *key;
-    }
+  for (;;) {
+    if (const auto input = answerSignals()) return *input;
+    if (const auto key = nextKey()) return *key;
     std::array<pollfd, 2> sources{{{STDIN_FILENO, POLLIN, 0}, {signals_.descriptor(), POLLIN, 0}}};
     const int ready = poll(sources.data(), sources.size(), millisecondsUntil(end, now()));
     if (const auto input = answerSignals()) return *input;
@@ -150,11 +170,22 @@ Input CursesScreen::nextInput(std::optional<double> seconds) {
     if (ready < 0) continue;
 
     const auto happened = sources[0].revents;
-    int unread = 0;
-    const bool readable =
-        (happened & POLLIN) != 0 && ioctl(STDIN_FILENO, FIONREAD, &unread) == 0 && unread > 0;
-    if (happened != 0 && !readable) return {.kind = Input::Kind::ended};
+    if (happened != 0 && ((happened & POLLIN) == 0 || unreadBytes() == 0)) {
+      return {.kind = Input::Kind::ended};
+    }
+    quietUntil_ = now();  // it was waited for
   }
+}
+
+/// The next key that has come, if any.
+std::optional<Input> CursesScreen::nextKey() {
+  auto key = readKey();
+  if (key) {
+    key->came = quietUntil_;
+    key->followed = unreadBytes() > 0;
+  }
+  if (!key || !key->followed) quietUntil_ = now();
+  return key;
 }
 
 std::optional<Input> CursesScreen::answerSignals() {
@@ -174,7 +205,10 @@ std::optional<Input> CursesScreen::answer(int signal) {
       break;
     case SIGCONT:
       // Stopped by someone else, without a chance to give the terminal back.
-      if (!continuedBySuspend_) endwin();
+      if (!continuedBySuspend_) {
+        giveBack();
+        take();
+      }
       continuedBySuspend_ = false;
       repaint();
       break;
@@ -192,11 +226,10 @@ std::optional<Input> CursesScreen::answer(int signal) {
 }
 
 void CursesScreen::suspend() {
-  rescue_->disarm();
-  endwin();
+  giveBack();
   continuedBySuspend_ = true;
   signals_.stop();
-  rescue_->arm();
+  take();
   repaint();
 }
 

@@ -35,6 +35,9 @@ class CursesScreen : public Screen {
   explicit CursesScreen(bool unicode);
   bool start(const TerminalCheck& check);
   void drawCell(const Cell& cell, int x, int y);
+  void take();
+  void giveBack();
+  std::optional<Input> nextKey();
   std::optional<Input> answer(int signal);
   std::optional<Input> answerSignals();
   void suspend();
@@ -45,6 +48,7 @@ class CursesScreen : public Screen {
   Look look_;
   std::optional<CursesColors> colors_;
   std::optional<TerminalRescue> rescue_;
+  double quietUntil_ = 0;  ///< when it was last seen that nothing had come
   bool continuedBySuspend_ = false;
 };
 

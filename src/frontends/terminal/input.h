@@ -5,7 +5,8 @@ namespace terminal {
 /// One thing that happened at the terminal.
 struct Input {
   enum class Kind {
-    nothing,  ///< the time to wait is over, or a key that means nothing
+    nothing,  ///< the time to wait is over
+    other,    ///< a key that means nothing here
     character,
     up,
     down,
@@ -22,6 +23,8 @@ struct Input {
     click,
     wheelUp,
     wheelDown,
+    pasteBegin,  ///< what comes now is pasted, not typed
+    pasteEnd,
     redraw,  ///< the window has another size, or its content was lost
     ended,   ///< the terminal is gone, or the program was told to end
   };
@@ -30,7 +33,10 @@ struct Input {
   char32_t character = 0;  ///< of Kind::character
   int x = 0;               ///< of a click or the wheel: column and row, from 0
   int y = 0;
-  bool typedAhead = false;  ///< it had come before anybody waited for it
+  /// When it came, in seconds on the screen's clock; where that is not known the earliest time
+  /// that it can have been.
+  double came = 0;
+  bool followed = false;  ///< more had come behind it when it was read
 
   bool operator==(const Input&) const = default;
 };

@@ -17,6 +17,10 @@ namespace {
 // In seconds. Keyboards repeat a held key faster, people press it again more slowly.
 constexpr double kKeyRepeat = 0.06;
 
+bool isFromKeyboard(const Input& input) {
+  return input.kind != Input::Kind::redraw && input.kind != Input::Kind::ended;
+}
+
 }  // namespace
 
 void TerminalFrontEnd::run(StatusBarController& controller) {
@@ -36,6 +40,7 @@ Input TerminalFrontEnd::nextInput() {
   const Input input = screen_.nextInput(wait);
   if (input.kind == Input::Kind::ended) ended_ = true;
   if (input.kind == Input::Kind::nothing) return input;
+  if (isFromKeyboard(input) && paste_.takes(input)) return {};
   needsDrawing_ = true;
   if (input.kind != Input::Kind::redraw) lastKeyWasEnter_ = input.kind == Input::Kind::enter;
   return input;
@@ -108,7 +113,7 @@ void TerminalFrontEnd::handle(const Input& input) {
 bool TerminalFrontEnd::isSpentEnter(const Input& input) {
   if (input.kind == Input::Kind::nothing || input.kind == Input::Kind::redraw) return false;
   const bool enter = input.kind == Input::Kind::enter;
-  const bool repeats = enter && (input.typedAhead || screen_.now() - lastEnter_ < kKeyRepeat);
+  const bool repeats = enter && input.came - lastEnter_ < kKeyRepeat;
   if (enter) lastEnter_ = screen_.now();
   if (!repeats) enterChose_ = false;
   return enterChose_;

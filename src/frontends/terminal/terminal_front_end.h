@@ -6,6 +6,7 @@
 #include "frontends/terminal/alert_view.h"
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/menu_view.h"
+#include "frontends/terminal/paste_filter.h"
 #include "frontends/terminal/screen.h"
 #include "frontends/terminal/work_queue.h"
 #include "ui/front_end.h"
@@ -47,6 +48,7 @@ class TerminalFrontEnd : public FrontEnd {
 
   terminal::Screen& screen_;
   terminal::WorkQueue work_;
+  terminal::PasteFilter paste_;
   terminal::MenuView view_;
   terminal::AlertView* alert_ = nullptr;  ///< the one that is open
   StatusBarController* controller_ = nullptr;

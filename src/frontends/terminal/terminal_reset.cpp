@@ -5,6 +5,7 @@
 #include <term.h>
 
 #include "frontends/terminal/capability.h"
+#include "frontends/terminal/paste_brackets.h"
 
 namespace terminal {
 namespace {
@@ -26,7 +27,7 @@ void append(std::string& bytes, const char* capability) {
 }  // namespace
 
 std::string resetBytes(int lastRow) {
-  std::string bytes;
+  std::string bytes = pasteBrackets(false);
   const char* const mouse = tigetstr("XM");
   if (isPresent(mouse)) {
     append(bytes, tiparm(mouse, 0));

@@ -4,8 +4,8 @@
 
 using terminal::Input;
 
-void ScriptedScreen::walkTo(const std::string& text) {
-  steps_.push_back({.walkTo = text});
+void ScriptedScreen::walkTo(const std::string& text, Input::Kind step) {
+  steps_.push_back({.walkTo = text, .step = step});
 }
 
 std::string ScriptedScreen::picture() const {
@@ -22,12 +22,20 @@ std::string ScriptedScreen::reversed() const {
   return text;
 }
 
+/// Lets so much time pass, or as much as there is until the limit; false when some is left.
+bool ScriptedScreen::passes(double& seconds, std::optional<double> limit) {
+  const double passed = limit && *limit < seconds ? *limit : seconds;
+  now_ += passed;
+  seconds -= passed;
+  return seconds <= 0;
+}
+
 Input ScriptedScreen::nextInput(std::optional<double> seconds) {
   while (!steps_.empty()) {
     Step& step = steps_.front();
     if (!step.walkTo.empty()) {
       const bool there = reversed().find(step.walkTo) != std::string::npos;
-      if (!there && step.stepsLeft-- > 0) return {.kind = Input::Kind::down};
+      if (!there && step.stepsLeft-- > 0) return {.kind = step.step, .came = now_};
       if (!there) ++walksGivenUp;
       steps_.pop_front();
     } else if (step.look) {
@@ -35,16 +43,14 @@ Input ScriptedScreen::nextInput(std::optional<double> seconds) {
       steps_.pop_front();
       look();
     } else if (step.input) {
-      const Input input = *step.input;
-      now_ += step.afterPause;
+      if (!passes(step.seconds, seconds)) return {};
+      Input input = *step.input;
+      input.came = now_ - step.late;
       steps_.pop_front();
       return input;
     } else {
-      const double slept = seconds && *seconds < step.seconds ? *seconds : step.seconds;
       if (seconds) waits.push_back(*seconds);
-      now_ += slept;
-      step.seconds -= slept;
-      if (step.seconds <= 0) steps_.pop_front();
+      if (passes(step.seconds, seconds)) steps_.pop_front();
       return {};
     }
   }

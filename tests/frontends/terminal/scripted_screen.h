@@ -20,22 +20,24 @@ class ScriptedScreen : public terminal::Screen {
   void type(char32_t character) {
     play(terminal::Input{.kind = terminal::Input::Kind::character, .character = character});
   }
-  void play(const terminal::Input& input) {
-    steps_.push_back({.input = input, .afterPause = heldKeys ? 0.03 : 1});
+  void play(const terminal::Input& input) { steps_.push_back({.input = input, .seconds = pause}); }
+  /// A key that was there already when the program came to read it, for up to so many seconds.
+  void playLate(const terminal::Input& input, double seconds) {
+    steps_.push_back({.input = input, .late = seconds});
   }
   /// Nothing happens for so many seconds.
   void wait(double seconds) { steps_.push_back({.seconds = seconds}); }
   /// Runs when all that came before was answered and is on the screen.
   void then(std::function<void()> look) { steps_.push_back({.look = std::move(look)}); }
   /// Presses Down until the row that holds `text` is the selected one.
-  void walkTo(const std::string& text);
+  void walkTo(const std::string& text, terminal::Input::Kind step = terminal::Input::Kind::down);
 
   /// The screen as text, and the rows of it that are painted in reverse.
   std::string picture() const;
   std::string reversed() const;
   bool shows(const std::string& text) const { return picture().find(text) != std::string::npos; }
-  int walksGivenUp = 0;   ///< a row that walkTo() looked for was not there
-  bool heldKeys = false;  ///< keys that come from now on follow each other as a held key does
+  int walksGivenUp = 0;  ///< a row that walkTo() looked for was not there
+  double pause = 1;      ///< so many seconds pass before each key that is pressed from now on
 
   const terminal::Look& look() const override { return look_; }
   terminal::Size size() const override { return size_; }
@@ -44,12 +46,14 @@ class ScriptedScreen : public terminal::Screen {
   double now() const override { return now_; }
 
  private:
+  bool passes(double& seconds, std::optional<double> limit);
   struct Step {
     std::optional<terminal::Input> input = {};
-    double afterPause = 0;
-    double seconds = 0;
+    double seconds = 0;  ///< that pass before it
+    double late = 0;
     std::function<void()> look = {};
     std::string walkTo = {};
+    terminal::Input::Kind step = {};
     int stepsLeft = 60;
   };
 

@@ -259,7 +259,7 @@ TEST_F(TerminalMenu, ChoosesOneActionWithAHeldEnter) {
   screen.walkTo("big");
   screen.press(Kind::enter);
   screen.press(Kind::enter);  // quits "big"; the selection moves on to "middle"
-  screen.heldKeys = true;
+  screen.pause = 0.03;
   for (int i = 0; i < 20; ++i) screen.press(Kind::enter);
   run();
   EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{10, false}));
@@ -269,7 +269,7 @@ TEST_F(TerminalMenu, ChoosesNothingMoreThatWasTypedDuringAnAction) {
   screen.walkTo("big");
   screen.press(Kind::enter);
   screen.press(Kind::enter);
-  for (int i = 0; i < 5; ++i) screen.play({.kind = Kind::enter, .typedAhead = true});
+  for (int i = 0; i < 5; ++i) screen.playLate({.kind = Kind::enter}, 0);
   run();
   EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{10, false}));
 }
@@ -278,7 +278,7 @@ TEST_F(TerminalMenu, TakesAnEnterAtOnceAfterAnotherKey) {
   screen.walkTo("middle");
   screen.press(Kind::enter);
   screen.walkTo("Force Quit");
-  screen.heldKeys = true;
+  screen.pause = 0.03;
   screen.press(Kind::enter);
   screen.press(Kind::escape);  // no to the question
   screen.press(Kind::enter);
