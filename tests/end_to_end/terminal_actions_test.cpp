@@ -28,6 +28,16 @@ std::vector<std::string> modelServer(const std::string& name, std::vector<std::s
   return playProcess(options, {"llama-server", "--model", "/models/" + name + ".gguf"});
 }
 
+/// In the submenu that is open.
+bool selectQuit(TerminalSession& terminal) {
+  terminal.send("\033[H");
+  return terminal.waitUntil([&] {
+    const std::string selected = terminal.screen().reversed();
+    return selected.find("Quit") != std::string::npos &&
+           selected.find("Force Quit") == std::string::npos;
+  });
+}
+
 class TerminalActions : public testing::Test {
  protected:
   const std::string name = uniqueName();
@@ -47,7 +57,7 @@ TEST_F(TerminalActions, QuitAProcessByItsSubmenu) {
   terminal.send(kEnter);
   ASSERT_TRUE(terminal.waitFor("Force Quit"));
   EXPECT_NE(terminal.screen().find(name).x, -1) << "the submenu stands beside its row";
-  ASSERT_TRUE(terminal.walkTo("Quit"));
+  ASSERT_TRUE(selectQuit(terminal));
   terminal.send(kEnter);
   const auto status = server.wait();
   ASSERT_TRUE(status);
@@ -61,7 +71,7 @@ TEST_F(TerminalActions, AskBeforeAForceQuit) {
   const auto ask = [&] {
     if (!terminal.walkTo(name)) return false;
     terminal.send(kEnter);
-    if (!terminal.waitFor("Full details") || !terminal.walkTo("Force Quit (")) return false;
+    if (!terminal.waitFor("Full details") || !terminal.walkTo("Force Quit (", true)) return false;
     terminal.send(kEnter);
     return terminal.waitFor("This cannot be undone.");
   };
@@ -100,7 +110,7 @@ TEST_F(TerminalActions, ForgetAProcessThatEndsWhileItsSubmenuIsOpen) {
   terminal.send(kEnter);
   ASSERT_TRUE(terminal.waitFor("Full details"));
   server.end();
-  ASSERT_TRUE(terminal.walkTo("Quit"));
+  ASSERT_TRUE(selectQuit(terminal));
   terminal.send(kEnter);
   EXPECT_TRUE(terminal.waitUntilGone(name));
   EXPECT_EQ(terminal.screen().find("[ OK ]").x, -1) << "already gone is no failure";

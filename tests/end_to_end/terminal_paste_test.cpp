@@ -84,6 +84,18 @@ INSTANTIATE_TEST_SUITE_P(
         PasteRow{"EndWithoutABegin", {kEnd}}, PasteRow{"EmptyPaste", {kBegin + kEnd}}),
     rowName<PasteRow>);
 
+TEST_F(Paste, ThatIsChosenInASubmenuChoosesNothingThere) {
+  ASSERT_TRUE(terminal_.walkTo(name()));
+  terminal_.releaseKey();
+  terminal_.send("\r");
+  ASSERT_TRUE(terminal_.waitFor("Full details"));
+  ASSERT_TRUE(terminal_.walkTo("Force Quit (", true));
+  terminal_.releaseKey();
+  send({"", {kBegin + "\r", "\r", "\r" + kEnd}, milliseconds(400)});
+  EXPECT_TRUE(server_.runs());
+  EXPECT_EQ(terminal_.screen().find("This cannot be undone.").x, -1);
+}
+
 TEST_F(Paste, WithoutAnEndIsOverAfterAWhile) {
   ASSERT_TRUE(terminal_.walkTo(name()));
   terminal_.releaseKey();

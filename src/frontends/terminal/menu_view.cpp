@@ -7,6 +7,14 @@ namespace {
 
 constexpr int kWheelRows = 3;
 
+/// What a submenu opens on: the details, which change nothing, where it offers them.
+std::size_t firstChoice(Items items) {
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (items[i].action == Action::showDetails) return i;
+  }
+  return 0;
+}
+
 using Request = MenuRequest::Kind;
 
 /// Moves a list as the keys that work in every list say; false for any other key.
@@ -86,7 +94,11 @@ Items MenuView::submenuItems() const {
 
 void MenuView::remember() {
   selectedKey_.reset();
-  if (selectedRow() != nullptr) selectedKey_ = keyOf(rows(), *cursor_.selected());
+  selectedItem_.reset();
+  if (selectedRow() == nullptr) return;
+  selectedKey_ = keyOf(rows(), *cursor_.selected());
+  if (submenu_ && submenu_->selected())
+    selectedItem_ = keyOf(submenuItems()[*submenu_->selected()]);
 }
 
 void MenuView::rebuilt(const Menu& menu, int height) {
@@ -98,21 +110,28 @@ void MenuView::rebuilt(const Menu& menu, int height) {
     cursor_.selectNearest(rows(), cursor_.selected().value_or(0), height);
     submenu_.reset();
   }
-  remember();
   if (submenu_) {
-    if (submenuItems().empty()) {
-      submenu_.reset();
-    } else {
-      submenu_->selectNearest(submenuItems(), submenu_->selected().value_or(0),
-                              static_cast<int>(submenuItems().size()));
-    }
+    const auto item = selectedItem_ ? findItem(submenuItems(), *selectedItem_) : std::nullopt;
+    selectInSubmenu(item.value_or(firstChoice(submenuItems())));
   }
+  remember();
 }
 
 void MenuView::openSubmenu() {
-  if (submenuItems().empty()) return;
   submenu_.emplace();
-  submenu_->selectNearest(submenuItems(), 0, static_cast<int>(submenuItems().size()));
+  selectInSubmenu(firstChoice(submenuItems()));
+  remember();
+}
+
+void MenuView::closeSubmenu() {
+  submenu_.reset();
+  selectedItem_.reset();
+}
+
+/// A submenu that is empty (by now) closes.
+void MenuView::selectInSubmenu(std::size_t index) {
+  if (submenuItems().empty()) return closeSubmenu();
+  submenu_->selectNearest(submenuItems(), index, static_cast<int>(submenuItems().size()));
 }
 
 void MenuView::resized(const MenuGeometry& geometry) {

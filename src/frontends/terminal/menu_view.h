@@ -24,7 +24,8 @@ struct MenuRequest {
 class MenuView {
  public:
   /// The menu was built anew. The selection stays on what it was about, or else on its place.
-  /// An open submenu stays with its row and closes when that is gone.
+  /// An open submenu stays with its row, and its selection on its item; it closes when the row
+  /// is gone.
   void rebuilt(const Menu& menu, int height);
 
   Items rows() const;  ///< without the strip, which does not scroll
@@ -38,8 +39,9 @@ class MenuView {
   Items submenuItems() const;
   const ListCursor& submenuCursor() const { return *submenu_; }
 
+  /// Opens the selected row's submenu, if it has one, on what changes nothing: the details.
   void openSubmenu();
-  void closeSubmenu() { submenu_.reset(); }
+  void closeSubmenu();
 
   /// Moves as the key or click says, in the menu as it stands on screen.
   MenuRequest handle(const Input& input, const MenuGeometry& geometry);
@@ -51,12 +53,14 @@ class MenuView {
   MenuRequest handleInSubmenu(const Input& input, int height);
   MenuRequest handleClick(const Input& input, const MenuGeometry& geometry);
   MenuRequest choose(bool performs);
+  void selectInSubmenu(std::size_t index);
   void remember();
 
   const Menu* menu_ = nullptr;
   ListCursor cursor_;
   std::optional<RowKey> selectedKey_;
   std::optional<ListCursor> submenu_;
+  std::optional<ItemKey> selectedItem_;  ///< of the submenu, while it is open
 };
 
 }  // namespace terminal

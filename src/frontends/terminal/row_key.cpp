@@ -46,4 +46,16 @@ std::optional<std::size_t> findRow(Items items, const RowKey& key) {
   return found;
 }
 
+ItemKey keyOf(const MenuItem& item) {
+  const auto* label = std::get_if<std::string>(&item.representedObject);
+  return {item.action, label != nullptr ? *label : std::string()};
+}
+
+std::optional<std::size_t> findItem(Items items, const ItemKey& key) {
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (isSelectable(items[i]) && keyOf(items[i]) == key) return i;
+  }
+  return std::nullopt;
+}
+
 }  // namespace terminal

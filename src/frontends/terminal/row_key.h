@@ -24,4 +24,17 @@ RowKey keyOf(Items items, std::size_t index);
 /// later process with the same pid is another thing.
 std::optional<std::size_t> findRow(Items items, const RowKey& key);
 
+/// What a submenu's item does, by which it is found again when the submenu was rebuilt.
+struct ItemKey {
+  Action action = Action::none;
+  std::string label;  ///< the agent's that Action::unloadByLabel is about
+
+  bool operator==(const ItemKey&) const = default;
+};
+
+ItemKey keyOf(const MenuItem& item);
+
+/// The submenu item that does the same.
+std::optional<std::size_t> findItem(Items items, const ItemKey& key);
+
 }  // namespace terminal

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <string>
+#include <vector>
+
 #include "fakes/row_name.h"
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/sample_menu.h"
@@ -129,22 +133,26 @@ TEST_P(SubmenuKeys, MoveInTheSubmenuAlone) {
 
 INSTANTIATE_TEST_SUITE_P(
     Table, SubmenuKeys,
-    testing::Values(SubmenuRow{"AtFirstTheFirstThatCanBeChosen", {}, "Quit", Request::nothing},
-                    SubmenuRow{"Down", {key(Kind::down)}, "Force Quit ( 100 MB)", Request::nothing},
-                    SubmenuRow{"UpStopsAtTheFirst", {key(Kind::up)}, "Quit", Request::nothing},
-                    SubmenuRow{"End", {key(Kind::end)}, "Full details…", Request::nothing},
-                    SubmenuRow{"Enter", {key(Kind::enter)}, "Quit", Request::perform},
-                    SubmenuRow{"RightDoesNothing", {key(Kind::right)}, "Quit", Request::nothing},
-                    SubmenuRow{"Left", {key(Kind::left)}, "", Request::closeSubmenu},
-                    SubmenuRow{"Escape", {key(Kind::escape)}, "", Request::closeSubmenu},
-                    SubmenuRow{"R", {letter(U'r')}, "Quit", Request::refresh},
-                    SubmenuRow{"Q", {letter(U'q')}, "Quit", Request::quit}),
+    testing::Values(
+        SubmenuRow{"AtFirstTheDetails", {}, "Full details…", Request::nothing},
+        SubmenuRow{"DownStopsAtTheLast", {key(Kind::down)}, "Full details…", Request::nothing},
+        SubmenuRow{"Up", {key(Kind::up)}, "Force Quit ( 100 MB)", Request::nothing},
+        SubmenuRow{"Home", {key(Kind::home)}, "Quit", Request::nothing},
+        SubmenuRow{"UpStopsAtTheFirst", {key(Kind::home), key(Kind::up)}, "Quit", Request::nothing},
+        SubmenuRow{"End", {key(Kind::home), key(Kind::end)}, "Full details…", Request::nothing},
+        SubmenuRow{"Enter", {key(Kind::enter)}, "Full details…", Request::perform},
+        SubmenuRow{"RightDoesNothing", {key(Kind::right)}, "Full details…", Request::nothing},
+        SubmenuRow{"Left", {key(Kind::left)}, "", Request::closeSubmenu},
+        SubmenuRow{"Escape", {key(Kind::escape)}, "", Request::closeSubmenu},
+        SubmenuRow{"R", {letter(U'r')}, "Full details…", Request::refresh},
+        SubmenuRow{"Q", {letter(U'q')}, "Full details…", Request::quit}),
     rowName<SubmenuRow>);
 
 TEST(MenuRequests, NameTheChosenItem) {
   UsedMenu menu(threeProcesses());
   menu.press(key(Kind::down));
   menu.view.openSubmenu();
+  menu.press(key(Kind::home));
   const MenuRequest request = menu.press(key(Kind::enter));
   ASSERT_NE(request.item, nullptr);
   EXPECT_EQ(request.item->action, Action::quitProcess);
@@ -220,12 +228,48 @@ TEST(OpenSubmenu, StaysWithItsProcess) {
   UsedMenu menu(threeProcesses());
   menu.press(key(Kind::down));
   menu.view.openSubmenu();
-  menu.press(key(Kind::down));
+  menu.press(key(Kind::up));
   menu.rebuild(SampleMenu::menu({SampleMenu::topRAM({3, 1, 2})}));
   EXPECT_TRUE(menu.view.submenuIsOpen());
   EXPECT_EQ(menu.selected(), "P2");
   EXPECT_EQ(menu.selectedInSubmenu(), "Force Quit ( 100 MB)");
 }
+
+struct OtherItemsRow {
+  const char* name;
+  Kind selectedBy;  ///< the key that selects the item, from the details
+  std::function<void(std::vector<MenuItem>&)> change;
+  const char* selected;
+};
+
+class OpenSubmenuWithOtherItems : public testing::TestWithParam<OtherItemsRow> {};
+
+TEST_P(OpenSubmenuWithOtherItems, KeepsTheSelectionOnWhatItDoes) {
+  UsedMenu menu(threeProcesses());
+  menu.view.openSubmenu();
+  menu.press(key(GetParam().selectedBy));
+  SampleMenu::Section section = SampleMenu::topRAM({1});
+  GetParam().change(section.rows.front().submenu);
+  menu.rebuild(SampleMenu::menu({section}));
+  ASSERT_TRUE(menu.view.submenuIsOpen());
+  EXPECT_EQ(menu.selectedInSubmenu(), GetParam().selected);
+}
+
+const auto kGreyLineAbove = [](std::vector<MenuItem>& items) {
+  items.insert(items.begin() + 3, SampleMenu::label("grey"));
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, OpenSubmenuWithOtherItems,
+    testing::Values(
+        OtherItemsRow{"LineAboveTheDetails", Kind::end, kGreyLineAbove, "Full details…"},
+        OtherItemsRow{"LineAboveQuit", Kind::home, kGreyLineAbove, "Quit"},
+        OtherItemsRow{"AnotherFigure", Kind::up,
+                      [](auto& items) { items[4].title = "Force Quit ( 200 MB)"; },
+                      "Force Quit ( 200 MB)"},
+        OtherItemsRow{"GoneItem", Kind::home, [](auto& items) { items.erase(items.begin() + 3); },
+                      "Full details…"}),
+    rowName<OtherItemsRow>);
 
 TEST(OpenSubmenu, ClosesWithItsProcess) {
   UsedMenu menu(threeProcesses());

@@ -41,6 +41,12 @@ class TerminalMenu : public testing::Test {
     running = nullptr;
     EXPECT_EQ(screen.walksGivenUp, 0);
   }
+  /// For the process that is selected.
+  void chooseQuit() {
+    screen.press(Kind::enter);
+    screen.press(Kind::home);
+    screen.press(Kind::enter);
+  }
   bool shows(const std::string& text) const { return screen.shows(text); }
   bool selected(const std::string& text) const {
     return screen.reversed().find(text) != std::string::npos;
@@ -135,9 +141,7 @@ TEST_F(TerminalMenu, OpensNothingForALaterProcessWithTheSamePid) {
 
 TEST_F(TerminalMenu, QuitsAProcess) {
   screen.walkTo("middle");
-  screen.press(Kind::enter);
-  screen.walkTo("Quit");
-  screen.press(Kind::enter);
+  chooseQuit();
   screen.then([&] {
     EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{20, false}));
     EXPECT_FALSE(shows("middle"));
@@ -147,10 +151,20 @@ TEST_F(TerminalMenu, QuitsAProcess) {
   run();
 }
 
+TEST_F(TerminalMenu, OpensASubmenuOnTheDetails) {
+  screen.walkTo("middle");
+  screen.press(Kind::enter);
+  screen.then([&] { EXPECT_TRUE(selected("Full details…")); });
+  screen.press(Kind::enter);
+  screen.then([&] { EXPECT_TRUE(shows("PID: 20")); });
+  run();
+  EXPECT_THAT(machine().signals, IsEmpty());
+}
+
 TEST_F(TerminalMenu, RefusedForceQuitDoesNothing) {
   screen.walkTo("middle");
   screen.press(Kind::enter);
-  screen.walkTo("Force Quit");
+  screen.walkTo("Force Quit", Kind::up);
   screen.press(Kind::enter);
   screen.then([&] {
     EXPECT_TRUE(shows("This cannot be undone."));
@@ -170,7 +184,7 @@ TEST_F(TerminalMenu, RefusedForceQuitDoesNothing) {
 TEST_F(TerminalMenu, AcceptedForceQuitKills) {
   screen.walkTo("middle");
   screen.press(Kind::enter);
-  screen.walkTo("Force Quit");
+  screen.walkTo("Force Quit", Kind::up);
   screen.press(Kind::enter);
   screen.press(Kind::enter);
   screen.then([&] {
@@ -212,6 +226,7 @@ TEST_F(TerminalMenu, ForgetsAProcessThatEndsWhileItsSubmenuIsOpen) {
   screen.walkTo("middle");
   screen.press(Kind::enter);
   screen.then([] { removeProcess(20); });
+  screen.press(Kind::home);
   screen.press(Kind::enter);
   screen.then([&] {
     EXPECT_FALSE(shows("middle"));
@@ -224,6 +239,7 @@ TEST_F(TerminalMenu, DoesNotSignalALaterProcessWithTheSamePid) {
   screen.walkTo("middle");
   screen.press(Kind::enter);
   screen.then([] { machine().find(20)->identity = 2; });
+  screen.press(Kind::home);
   screen.press(Kind::enter);
   run();
   EXPECT_THAT(machine().signals, IsEmpty());
@@ -257,8 +273,7 @@ TEST_F(TerminalMenu, RefreshesUnderAnOpenSubmenu) {
 
 TEST_F(TerminalMenu, ChoosesOneActionWithAHeldEnter) {
   screen.walkTo("big");
-  screen.press(Kind::enter);
-  screen.press(Kind::enter);  // quits "big"; the selection moves on to "middle"
+  chooseQuit();
   screen.pause = 0.03;
   for (int i = 0; i < 20; ++i) screen.press(Kind::enter);
   run();
@@ -267,8 +282,7 @@ TEST_F(TerminalMenu, ChoosesOneActionWithAHeldEnter) {
 
 TEST_F(TerminalMenu, ChoosesNothingMoreThatWasTypedDuringAnAction) {
   screen.walkTo("big");
-  screen.press(Kind::enter);
-  screen.press(Kind::enter);
+  chooseQuit();
   for (int i = 0; i < 5; ++i) screen.playLate({.kind = Kind::enter}, 0);
   run();
   EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{10, false}));
@@ -277,7 +291,7 @@ TEST_F(TerminalMenu, ChoosesNothingMoreThatWasTypedDuringAnAction) {
 TEST_F(TerminalMenu, TakesAnEnterAtOnceAfterAnotherKey) {
   screen.walkTo("middle");
   screen.press(Kind::enter);
-  screen.walkTo("Force Quit");
+  screen.walkTo("Force Quit", Kind::up);
   screen.pause = 0.03;
   screen.press(Kind::enter);
   screen.press(Kind::escape);  // no to the question
@@ -306,7 +320,7 @@ TEST_F(TerminalMenu, EndsOnItsOwnItem) {
 TEST_F(TerminalMenu, AnswersNoQuestionWhenTheTerminalGoesAway) {
   screen.walkTo("middle");
   screen.press(Kind::enter);
-  screen.walkTo("Force Quit");
+  screen.walkTo("Force Quit", Kind::up);
   screen.press(Kind::enter);  // and the script ends with the question open
   run();
   EXPECT_THAT(machine().signals, IsEmpty());
@@ -315,7 +329,7 @@ TEST_F(TerminalMenu, AnswersNoQuestionWhenTheTerminalGoesAway) {
 TEST_F(TerminalMenu, TakesNoAnswerToAQuestionThatNobodySees) {
   screen.walkTo("middle");
   screen.press(Kind::enter);
-  screen.walkTo("Force Quit");
+  screen.walkTo("Force Quit", Kind::up);
   screen.press(Kind::enter);
   screen.then([&] { screen.size_ = {39, 9}; });
   screen.press(Kind::redraw);
