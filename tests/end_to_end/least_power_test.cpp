@@ -36,11 +36,11 @@ TEST_F(LeastPower, IsEnoughForTheTerminal) {
   {
     TerminalSession terminal({.program = trace.program()});
     ASSERT_TRUE(terminal.waitFor("q Quit"));
-    terminal.send("r?");
-    ASSERT_TRUE(terminal.waitFor("[ OK ]"));
-    terminal.send("\r");
-    ASSERT_TRUE(terminal.waitUntilGone("[ OK ]"));
-    terminal.send("q");
+    terminal.send("r");
+    ASSERT_TRUE(terminal.press("?", "[ OK ]"));
+    const auto isClosed = [&] { return terminal.screen().find("[ OK ]").x < 0; };
+    ASSERT_TRUE(terminal.press("\r", isClosed));
+    EXPECT_TRUE(terminal.press("q", [&] { return !terminal.screen().onAlternateScreen(); }));
     EXPECT_EQ(terminal.waitForEnd(), 0);
   }
   EXPECT_THAT(trace.calls(), Contains(HasSubstr("cmdline")));

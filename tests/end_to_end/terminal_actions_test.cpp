@@ -5,6 +5,9 @@
 
 #include <csignal>
 #include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
 
 #include "end_to_end/terminal_session.h"
 #include "tools/child_process.h"
@@ -38,6 +41,10 @@ bool selectQuit(TerminalSession& terminal) {
   });
 }
 
+std::function<bool()> isGone(const TerminalSession& terminal, const std::string& text) {
+  return [&terminal, text] { return terminal.screen().find(text).x < 0; };
+}
+
 class TerminalActions : public testing::Test {
  protected:
   const std::string name = uniqueName();
@@ -54,11 +61,10 @@ TEST_F(TerminalActions, QuitAProcessByItsSubmenu) {
   ChildProcess server(modelServer(name, {}));
   TerminalSession terminal;
   ASSERT_TRUE(terminal.walkTo(name));
-  terminal.send(kEnter);
-  ASSERT_TRUE(terminal.waitFor("Force Quit"));
+  ASSERT_TRUE(terminal.press(kEnter, "Force Quit"));
   EXPECT_NE(terminal.screen().find(name).x, -1) << "the submenu stands beside its row";
   ASSERT_TRUE(selectQuit(terminal));
-  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.press(kEnter, isGone(terminal, "Force Quit")));
   const auto status = server.wait();
   ASSERT_TRUE(status);
   EXPECT_EQ(WTERMSIG(*status), SIGTERM);
@@ -69,11 +75,9 @@ TEST_F(TerminalActions, AskBeforeAForceQuit) {
   ChildProcess server(modelServer(name, {"--ignore-term"}));
   TerminalSession terminal;
   const auto ask = [&] {
-    if (!terminal.walkTo(name)) return false;
-    terminal.send(kEnter);
-    if (!terminal.waitFor("Full details") || !terminal.walkTo("Force Quit (", true)) return false;
-    terminal.send(kEnter);
-    return terminal.waitFor("This cannot be undone.");
+    return terminal.walkTo(name) && terminal.press(kEnter, "Full details") &&
+           terminal.walkTo("Force Quit (", true) &&
+           terminal.press(kEnter, "This cannot be undone.");
   };
   ASSERT_TRUE(ask());
   EXPECT_TRUE(terminal.waitFor("PID " + std::to_string(server.pid())));
@@ -83,7 +87,7 @@ TEST_F(TerminalActions, AskBeforeAForceQuit) {
 
   ASSERT_TRUE(ask());
   EXPECT_EQ(terminal.screen().reversed().find("[ Cancel ]"), std::string::npos);
-  terminal.send(kEnter);
+  ASSERT_TRUE(terminal.press(kEnter, isGone(terminal, "This cannot be undone.")));
   const auto status = server.wait();
   ASSERT_TRUE(status);
   EXPECT_EQ(WTERMSIG(*status), SIGKILL);
@@ -94,37 +98,33 @@ TEST_F(TerminalActions, ShowDetails) {
   const ChildProcess server(modelServer(name, {}));
   TerminalSession terminal;
   ASSERT_TRUE(terminal.walkTo(name));
-  terminal.send(kEnter);
-  ASSERT_TRUE(terminal.walkTo("Full details"));
-  terminal.send(kEnter);
-  EXPECT_TRUE(terminal.waitFor("PID: " + std::to_string(server.pid())));
+  ASSERT_TRUE(terminal.press(kEnter, "Full details"));
+  EXPECT_TRUE(terminal.press(kEnter, "PID: " + std::to_string(server.pid())));
   EXPECT_TRUE(terminal.waitFor("llama-server --model"));
-  terminal.send(kEnter);
-  EXPECT_TRUE(terminal.waitUntilGone("PID: "));
+  EXPECT_TRUE(terminal.press(kEnter, isGone(terminal, "PID: ")));
 }
 
 TEST_F(TerminalActions, ForgetAProcessThatEndsWhileItsSubmenuIsOpen) {
   ChildProcess server(modelServer(name, {}));
   TerminalSession terminal;
   ASSERT_TRUE(terminal.walkTo(name));
-  terminal.send(kEnter);
-  ASSERT_TRUE(terminal.waitFor("Full details"));
+  ASSERT_TRUE(terminal.press(kEnter, "Full details"));
   server.end();
   ASSERT_TRUE(selectQuit(terminal));
-  terminal.send(kEnter);
-  EXPECT_TRUE(terminal.waitUntilGone(name));
+  EXPECT_TRUE(terminal.press(kEnter, isGone(terminal, name)));
   EXPECT_EQ(terminal.screen().find("[ OK ]").x, -1) << "already gone is no failure";
 }
 
 TEST_F(TerminalActions, WorkWithTheMouse) {
   ChildProcess server(modelServer(name, {}));
   TerminalSession terminal;
-  ASSERT_TRUE(terminal.walkTo(name));                              // scrolls it into view
-  terminal.click(terminal.screen().find("★ LM Studio: " + name));  // not the summary above
-  ASSERT_TRUE(terminal.waitFor("Force Quit"));
-  terminal.click(terminal.screen().find("Force Quit"));
-  ASSERT_TRUE(terminal.waitFor("[ Cancel ]"));
-  terminal.click(terminal.screen().find("[ Force Quit ]"));
+  ASSERT_TRUE(terminal.walkTo(name));  // scrolls it into view
+  const auto click = [&](const std::string& what) {
+    return TerminalSession::clickAt(terminal.screen().find(what));
+  };
+  ASSERT_TRUE(terminal.press(click("★ LM Studio: " + name), "Force Quit"));  // not the summary
+  ASSERT_TRUE(terminal.press(click("Force Quit"), "[ Cancel ]"));
+  ASSERT_TRUE(terminal.press(click("[ Force Quit ]"), isGone(terminal, "[ Cancel ]")));
   const auto status = server.wait();
   ASSERT_TRUE(status);
   EXPECT_EQ(WTERMSIG(*status), SIGKILL);
@@ -141,12 +141,10 @@ TEST_F(TerminalActions, ExplainWhatIsProtected) {
   TerminalSession terminal({.user = kOrdinary, .program = program});
   ASSERT_TRUE(terminal.walkTo(name));
   EXPECT_TRUE(terminal.waitFor("🔒"));
-  terminal.send(kEnter);
   const std::string owner = "uid " + std::to_string(kStranger);
-  EXPECT_TRUE(terminal.waitFor("Protected (" + owner + ") — cannot quit from Vorda"));
+  EXPECT_TRUE(terminal.press(kEnter, "Protected (" + owner + ") — cannot quit from Vorda"));
   EXPECT_EQ(terminal.screen().find("Force Quit").x, -1);
-  terminal.send(kEnter);
-  EXPECT_TRUE(terminal.waitFor("Protected: cannot Force Quit from Vorda."));
+  EXPECT_TRUE(terminal.press(kEnter, "Protected: cannot Force Quit from Vorda."));
   EXPECT_TRUE(terminal.waitFor("Owner: " + owner));
 }
 

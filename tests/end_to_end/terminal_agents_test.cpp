@@ -28,46 +28,35 @@ class TerminalAgents : public testing::Test {
 
 TEST_F(TerminalAgents, AreLoadedAndUnloaded) {
   TerminalSession terminal({.height = 50});
+  const auto isClosed = [&] { return terminal.screen().find("Unload vorda-gateway?").x < 0; };
   ASSERT_TRUE(walkToAgent(terminal, "vorda-gateway  ·  off ↺"));
-  terminal.send(kEnter);
-  ASSERT_TRUE(terminal.waitFor("Start / load"));
-  terminal.send(kEnter);
-  ASSERT_TRUE(terminal.waitFor("vorda-gateway  ·  on · pid "));
+  ASSERT_TRUE(terminal.press(kEnter, "Start / load"));
+  ASSERT_TRUE(terminal.press(kEnter, "vorda-gateway  ·  on · pid "));
   EXPECT_EQ(terminal.screen().find("[ OK ]").x, -1) << "a success is silent";
 
   ASSERT_TRUE(walkToAgent(terminal, "vorda-gateway"));
-  terminal.send(kEnter);
-  ASSERT_TRUE(terminal.waitFor("Stop / unload"));
-  terminal.send(kEnter);
-  ASSERT_TRUE(terminal.waitFor("Unload vorda-gateway?"));
+  ASSERT_TRUE(terminal.press(kEnter, "Stop / unload"));
+  ASSERT_TRUE(terminal.press(kEnter, "Unload vorda-gateway?"));
   EXPECT_TRUE(terminal.waitFor("Stops it and prevents KeepAlive restart."));
   EXPECT_TRUE(terminal.waitFor("vorda-gateway.service"));
-  terminal.send("\t" + kEnter);
-  ASSERT_TRUE(terminal.waitUntilGone("Unload vorda-gateway?"));
+  terminal.send("\t");
+  ASSERT_TRUE(terminal.press(kEnter, isClosed));
   EXPECT_TRUE(terminal.waitFor("vorda-gateway  ·  on")) << "refused";
 
-  terminal.releaseKey();
-  terminal.send(kEnter);
-  ASSERT_TRUE(terminal.waitFor("Stop / unload"));
-  terminal.send(kEnter);
-  ASSERT_TRUE(terminal.waitFor("Unload vorda-gateway?"));
-  terminal.send(kEnter);
-  EXPECT_TRUE(terminal.waitFor("vorda-gateway  ·  off ↺"));
+  ASSERT_TRUE(terminal.press(kEnter, "Stop / unload"));
+  ASSERT_TRUE(terminal.press(kEnter, "Unload vorda-gateway?"));
+  EXPECT_TRUE(terminal.press(kEnter, "vorda-gateway  ·  off ↺"));
 }
 
 TEST_F(TerminalAgents, FailAfterAWhileWhereTheManagerHangs) {
   TerminalSession terminal({.height = 50});
   ASSERT_TRUE(walkToAgent(terminal, "vorda-gateway  ·  off ↺"));
-  terminal.send(kEnter);
-  ASSERT_TRUE(terminal.waitFor("Start / load"));
+  ASSERT_TRUE(terminal.press(kEnter, "Start / load"));
   rig_.pause();
-  terminal.send(kEnter);
-  EXPECT_TRUE(terminal.waitFor("Failed to load vorda-gateway"));
+  EXPECT_TRUE(terminal.press(kEnter, "Failed to load vorda-gateway"));
   rig_.resume();
-  terminal.send(kEnter);
-  EXPECT_TRUE(terminal.waitUntilGone("Failed to load vorda-gateway"));
-  terminal.send("?");
-  EXPECT_TRUE(terminal.waitFor("[ OK ]")) << "the interface is back";
+  EXPECT_TRUE(terminal.press(kEnter, [&] { return terminal.screen().find("Failed to").x < 0; }));
+  EXPECT_TRUE(terminal.press("?", "[ OK ]")) << "the interface is back";
 }
 
 }  // namespace

@@ -69,9 +69,7 @@ TEST_P(BracketedPaste, ChoosesNothing) {
   terminal_.releaseKey();
   send(GetParam());
   expectNothingChosen();
-  terminal_.releaseKey();
-  terminal_.send("?");
-  EXPECT_TRUE(terminal_.waitFor("This list")) << "it listens again";
+  EXPECT_TRUE(terminal_.press("?", "This list")) << "it listens again";
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -87,14 +85,39 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(Paste, ThatIsChosenInASubmenuChoosesNothingThere) {
   ASSERT_TRUE(terminal_.walkTo(name()));
   terminal_.releaseKey();
-  terminal_.send("\r");
-  ASSERT_TRUE(terminal_.waitFor("Full details"));
+  ASSERT_TRUE(terminal_.press("\r", "Full details"));
   ASSERT_TRUE(terminal_.walkTo("Force Quit (", true));
   terminal_.releaseKey();
   send({"", {kBegin + "\r", "\r", "\r" + kEnd}, milliseconds(400)});
   EXPECT_TRUE(server_.runs());
   EXPECT_EQ(terminal_.screen().find("This cannot be undone.").x, -1);
 }
+
+/// From a terminal that does not put it in brackets.
+class PlainPaste : public Paste, public testing::WithParamInterface<PasteRow> {};
+
+TEST_P(PlainPaste, EndsNothing) {
+  ASSERT_TRUE(terminal_.walkTo(name()));
+  terminal_.releaseKey();
+  send(GetParam());
+  EXPECT_TRUE(server_.runs());
+  EXPECT_EQ(terminal_.screen().find("This cannot be undone.").x, -1);
+  // It goes on, with whatever is open closed again.
+  EXPECT_TRUE(terminal_.press("\033", [&] { return terminal_.screen().find("[ ").x < 0; }));
+  EXPECT_TRUE(
+      terminal_.press("\033", [&] { return terminal_.screen().find("Full details").x < 0; }));
+  EXPECT_TRUE(terminal_.press("?", "This list"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , PlainPaste,
+    testing::Values(PasteRow{"AtOnce", {kLines}}, PasteRow{"InSingleBytes", inSingleBytes(kLines)},
+                    PasteRow{"SlowlyInSingleBytes", inSingleBytes(kLines), milliseconds(60)},
+                    PasteRow{"EntersAtOnce", {std::string(40, '\r')}},
+                    PasteRow{"EntersInSingleBytes", inSingleBytes(std::string(40, '\r'))},
+                    PasteRow{"EntersSlowly", inSingleBytes(std::string(40, '\r')),
+                             milliseconds(60)}),
+    rowName<PasteRow>);
 
 TEST_F(Paste, WithoutAnEndIsOverAfterAWhile) {
   ASSERT_TRUE(terminal_.walkTo(name()));

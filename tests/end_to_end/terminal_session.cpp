@@ -24,7 +24,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kPatience{60};
 constexpr int kMoment = 50;        // milliseconds
-constexpr int kKeyReleased = 250;  // milliseconds: no keyboard repeats a held key so slowly
+constexpr int kKeyReleased = 400;  // milliseconds: longer than the program waits after a move
+const std::string kTooSoon = "That came too soon.";
 
 /// What the shell tells: the program's pid, then its wait statuses.
 struct Report {
@@ -235,9 +236,31 @@ void TerminalSession::send(const std::string& bytes) {
   ASSERT_EQ(write(terminal_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
 }
 
-void TerminalSession::click(ScreenModel::Place place) {
+bool TerminalSession::press(const std::string& key, const std::function<bool()>& isSo) {
+  releaseKey();
+  return pressAtOnce(key, isSo);
+}
+
+bool TerminalSession::press(const std::string& key, const std::string& text) {
+  const bool pressed = press(key, [&] { return screen_.find(text).x >= 0; });
+  EXPECT_TRUE(pressed) << "no \"" << text << "\" on the screen:\n" << screen_.picture();
+  return pressed;
+}
+
+bool TerminalSession::pressAtOnce(const std::string& key, const std::function<bool()>& isSo) {
+  send(key);
+  return waitUntil([&] {
+    if (!isSo() && screen_.find(kTooSoon).x >= 0) {
+      releaseKey();
+      if (!isSo()) send(key);
+    }
+    return isSo();
+  });
+}
+
+std::string TerminalSession::clickAt(ScreenModel::Place place) {
   const std::string where = std::to_string(place.x + 1) + ";" + std::to_string(place.y + 1);
-  send("\033[<0;" + where + "M\033[<0;" + where + "m");
+  return "\033[<0;" + where + "M\033[<0;" + where + "m";
 }
 
 void TerminalSession::resize(int width, int height) {

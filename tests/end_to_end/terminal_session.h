@@ -37,7 +37,17 @@ class TerminalSession {
   pid_t pid() const { return pid_; }
 
   void send(const std::string& bytes);
-  void click(ScreenModel::Place place);
+  /// Presses a key as somebody does who looks at the screen: when nothing has moved for a moment,
+  /// and again when the program says that it came too soon. Waits until it is so, or until that
+  /// text is on the screen.
+  ///@{
+  bool press(const std::string& key, const std::function<bool()>& isSo);
+  bool press(const std::string& key, const std::string& text);
+  ///@}
+  /// The same for a key that was released already.
+  bool pressAtOnce(const std::string& key, const std::function<bool()>& isSo);
+  /// A click there, for press().
+  static std::string clickAt(ScreenModel::Place place);
   void resize(int width, int height);
   /// Closes the terminal's window.
   void hangUp();
@@ -48,7 +58,7 @@ class TerminalSession {
   bool waitUntilGone(const std::string& text);
   /// Reads all that comes until nothing has come for a moment.
   void settle();
-  /// Settles for so long that the next key is a new press, not the last one held down.
+  /// Settles for so long that the next key is taken for a press of its own.
   void releaseKey();
   /// Presses Down (or Up) until what is selected holds `text`.
   bool walkTo(const std::string& text, bool up = false);

@@ -18,10 +18,12 @@ TEST_F(Choice, EndsTheChosenProcessAlone) {
   TerminalSession terminal({.height = 50});
   ASSERT_TRUE(terminal.waitFor("q Quit"));
   ASSERT_TRUE(terminal.walkTo("chosen one"));
-  terminal.send("\r");
-  ASSERT_TRUE(terminal.waitFor("Force Quit"));
-  ASSERT_TRUE(terminal.walkTo("Quit"));
-  terminal.send("\r");
+  ASSERT_TRUE(terminal.press("\r", "Force Quit"));
+  ASSERT_TRUE(terminal.walkTo("Force Quit", true));
+  terminal.send("\033[A");
+  ASSERT_TRUE(terminal.waitUntil(
+      [&] { return terminal.screen().reversed().find("Force Quit") == std::string::npos; }));
+  ASSERT_TRUE(terminal.press("\r", [&] { return terminal.screen().find("Force Quit").x < 0; }));
   const auto status = chosen.wait();
   ASSERT_TRUE(status);
   EXPECT_TRUE(WIFSIGNALED(*status) && WTERMSIG(*status) == SIGTERM);

@@ -97,13 +97,14 @@ void Storm::ride(LedProgram& program, const Pids& expected, double seconds, long
 }
 
 bool Storm::answersKeys(TerminalSession& terminal) {
+  const auto isOpen = [&] { return terminal.screen().find("[ OK ]").x >= 0; };
+  terminal.releaseKey();
   const Stopwatch opening(terminal.pid());
-  terminal.send("?");
-  EXPECT_TRUE(terminal.waitFor("[ OK ]"));
+  EXPECT_TRUE(terminal.pressAtOnce("?", isOpen));
   EXPECT_LE(opening.seconds(), kLongestFreeze);
+  terminal.releaseKey();
   const Stopwatch closing(terminal.pid());
-  terminal.send("\r");
-  EXPECT_TRUE(terminal.waitUntilGone("[ OK ]"));
+  EXPECT_TRUE(terminal.pressAtOnce("\r", [&] { return !isOpen(); }));
   EXPECT_LE(closing.seconds(), kLongestFreeze);
   return !HasFailure();
 }

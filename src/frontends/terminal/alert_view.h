@@ -22,6 +22,9 @@ class AlertView {
   void layOut(Size screen);
   void paint(CellGrid& grid) const;
 
+  const std::vector<std::string>& buttons() const { return buttons_; }
+  std::size_t focused() const { return focused_; }  ///< the button that Enter chooses
+
   /// What FrontEnd::runModal answers, once the user has answered.
   std::optional<int> handle(const Input& input);
 

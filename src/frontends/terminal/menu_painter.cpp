@@ -115,9 +115,14 @@ struct KeyHint {
   std::string_view meaning;
 };
 
-/// The keys of the moment; where there is little room the first ones, which are the most
+/// The hint, or the keys of the moment; where there is little room the first ones, which are the most
 /// obvious, give way.
 void paintKeys(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
+  if (!view.hint().empty()) {
+    grid.write(kLabelX, box.y, look.signs.line(view.hint()), {.bold = true}, box.width - 2,
+               look.signs.ellipsis);
+    return;
+  }
   std::vector<KeyHint> hints{{std::string(look.signs.upDown), "Move"}};
   if (view.submenuIsOpen()) {
     hints.insert(hints.end(), {{"Enter", "Choose"}, {"Esc", "Back"}});

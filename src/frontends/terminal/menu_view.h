@@ -1,6 +1,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "frontends/terminal/input.h"
 #include "frontends/terminal/list_cursor.h"
@@ -35,6 +37,12 @@ class MenuView {
   /// What the selected row is about, if one is selected.
   const std::optional<RowKey>& selectedKey() const { return selectedKey_; }
 
+  /// What the last line says in place of the keys; "" for nothing.
+  ///@{
+  const std::string& hint() const { return hint_; }
+  void setHint(std::string hint) { hint_ = std::move(hint); }
+  ///@}
+
   bool submenuIsOpen() const { return submenu_.has_value(); }
   Items submenuItems() const;
   const ListCursor& submenuCursor() const { return *submenu_; }
@@ -57,6 +65,7 @@ class MenuView {
   void remember();
 
   const Menu* menu_ = nullptr;
+  std::string hint_;
   ListCursor cursor_;
   std::optional<RowKey> selectedKey_;
   std::optional<ListCursor> submenu_;

@@ -7,6 +7,7 @@
 #include "frontends/terminal/keys_help.h"
 #include "frontends/terminal/menu_painter.h"
 #include "frontends/terminal/row_key.h"
+#include "frontends/terminal/targets.h"
 #include "ui/status_bar_controller.h"
 
 using terminal::Input;
@@ -14,10 +15,9 @@ using terminal::MenuRequest;
 
 namespace {
 
-// In seconds. Keyboards repeat a held key faster, people press it again more slowly.
-constexpr double kKeyRepeat = 0.06;
+constexpr double kHintSeconds = 2;
 
-bool isFromKeyboard(const Input& input) {
+bool isFromUser(const Input& input) {
   return input.kind != Input::Kind::redraw && input.kind != Input::Kind::ended;
 }
 
@@ -40,10 +40,30 @@ Input TerminalFrontEnd::nextInput() {
   const Input input = screen_.nextInput(wait);
   if (input.kind == Input::Kind::ended) ended_ = true;
   if (input.kind == Input::Kind::nothing) return input;
-  if (isFromKeyboard(input) && paste_.takes(input)) return {};
+  if (isFromUser(input) && !counts(input)) return {};
   needsDrawing_ = true;
-  if (input.kind != Input::Kind::redraw) lastKeyWasEnter_ = input.kind == Input::Kind::enter;
   return input;
+}
+
+/// Whether the user meant what it does. Says so where the user may wonder.
+bool TerminalFrontEnd::counts(const Input& input) {
+  using Verdict = terminal::ChoiceGuard::Verdict;
+  const Verdict verdict = guard_.judge(input, screen_.now());
+  if (paste_.takes(input)) {
+    hint("What is pasted does nothing here.");
+    return false;
+  }
+  if (verdict == Verdict::tooSoon) hint("That came too soon. Press it again.");
+  if (verdict == Verdict::counts) hint("");
+  return verdict == Verdict::counts;
+}
+
+void TerminalFrontEnd::hint(const std::string& text) {
+  if (endOfHint_) endOfHint_->cancel();
+  if (!text.empty()) endOfHint_ = after(kHintSeconds, [this] { hint(""); });
+  if (text == view_.hint()) return;
+  view_.setHint(text);
+  needsDrawing_ = true;
 }
 
 terminal::MenuGeometry TerminalFrontEnd::geometry() const {
@@ -54,6 +74,7 @@ void TerminalFrontEnd::draw() {
   needsDrawing_ = false;
   const terminal::Size size = screen_.size();
   terminal::CellGrid grid(size);
+  terminal::Targets targets{.size = size};
   if (terminal::isTooSmall(size)) {
     terminal::paintTooSmall(grid, screen_.look());
   } else {
@@ -64,8 +85,10 @@ void TerminalFrontEnd::draw() {
     }
     terminal::paintMenu(grid, view_, geometry(), title_, screen_.look());
     if (alert_ != nullptr) alert_->paint(grid);
+    targets = terminal::targetsOf(size, view_, geometry(), alert_);
   }
   screen_.draw(grid);
+  guard_.shown(std::move(targets), screen_.now());
 }
 
 void TerminalFrontEnd::layOut(terminal::AlertView* alert) const {
@@ -77,7 +100,6 @@ void TerminalFrontEnd::handle(const Input& input) {
   const bool tooSmall = terminal::isTooSmall(screen_.size());
   const bool quits = input.kind == Input::Kind::character && input.character == U'q';
   if (tooSmall && !quits) return;  // nobody sees what a key would do
-  const bool spent = isSpentEnter(input);
   const MenuRequest request = view_.handle(input, geometry());
   switch (request.kind) {
     case MenuRequest::Kind::nothing:
@@ -89,7 +111,7 @@ void TerminalFrontEnd::handle(const Input& input) {
       reportClosed();
       break;
     case MenuRequest::Kind::perform:
-      if (!spent) perform(*request.item);
+      perform(*request.item);
       break;
     case MenuRequest::Kind::refresh:
       controller_->perform(MenuItem{.action = Action::refreshNow});
@@ -106,17 +128,6 @@ void TerminalFrontEnd::handle(const Input& input) {
       controller_->perform(MenuItem{.action = Action::quitApp});
       break;
   }
-}
-
-/// An Enter that is held down repeats. One that has chosen an action, which closes the
-/// submenu, may open the next row's submenu but choose nothing more.
-bool TerminalFrontEnd::isSpentEnter(const Input& input) {
-  if (input.kind == Input::Kind::nothing || input.kind == Input::Kind::redraw) return false;
-  const bool enter = input.kind == Input::Kind::enter;
-  const bool repeats = enter && input.came - lastEnter_ < kKeyRepeat;
-  if (enter) lastEnter_ = screen_.now();
-  if (!repeats) enterChose_ = false;
-  return enterChose_;
 }
 
 /// The menu is brought up to date first. That may move the selected row, so the submenu that
@@ -139,7 +150,6 @@ void TerminalFrontEnd::perform(const MenuItem& item) {
   reportClosed();
   draw();
   controller_->perform(chosen);
-  enterChose_ = lastKeyWasEnter_;
 }
 
 void TerminalFrontEnd::reportOpened() {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "frontends/terminal/alert_view.h"
+#include "frontends/terminal/choice_guard.h"
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/menu_view.h"
 #include "frontends/terminal/paste_filter.h"
@@ -40,7 +41,8 @@ class TerminalFrontEnd : public FrontEnd {
   terminal::MenuGeometry geometry() const;
   void layOut(terminal::AlertView* alert) const;
   void handle(const terminal::Input& input);
-  bool isSpentEnter(const terminal::Input& input);
+  bool counts(const terminal::Input& input);
+  void hint(const std::string& text);
   void openSubmenu();
   void perform(const MenuItem& item);
   void reportOpened();
@@ -49,6 +51,7 @@ class TerminalFrontEnd : public FrontEnd {
   terminal::Screen& screen_;
   terminal::WorkQueue work_;
   terminal::PasteFilter paste_;
+  terminal::ChoiceGuard guard_;
   terminal::MenuView view_;
   terminal::AlertView* alert_ = nullptr;  ///< the one that is open
   StatusBarController* controller_ = nullptr;
@@ -57,7 +60,5 @@ class TerminalFrontEnd : public FrontEnd {
   bool needsDrawing_ = true;
   bool menuOpen_ = false;  ///< as the controller was told
   bool ended_ = false;
-  bool lastKeyWasEnter_ = false;
-  bool enterChose_ = false;  ///< an Enter, and it may be held down still, chose an action
-  double lastEnter_ = 0;
+  std::shared_ptr<ScheduledWork> endOfHint_;
 };

@@ -1,5 +1,8 @@
 #include "frontends/terminal/scripted_screen.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #include "frontends/terminal/grid_picture.h"
 
 using terminal::Input;
@@ -20,6 +23,14 @@ std::string ScriptedScreen::reversed() const {
     }
   }
   return text;
+}
+
+int ScriptedScreen::lineOf(const std::string& text) const {
+  const std::string all = picture();
+  const std::size_t found = all.find(text);
+  if (found == std::string::npos) return -1;
+  return static_cast<int>(
+      std::count(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(found), '\n'));
 }
 
 /// Lets so much time pass, or as much as there is until the limit; false when some is left.

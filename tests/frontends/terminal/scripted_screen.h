@@ -25,6 +25,8 @@ class ScriptedScreen : public terminal::Screen {
   void playLate(const terminal::Input& input, double seconds) {
     steps_.push_back({.input = input, .late = seconds});
   }
+  /// Comes before what else is still to come; for a step that has to look first.
+  void playNow(const terminal::Input& input) { steps_.push_front({.input = input}); }
   /// Nothing happens for so many seconds.
   void wait(double seconds) { steps_.push_back({.seconds = seconds}); }
   /// Runs when all that came before was answered and is on the screen.
@@ -35,6 +37,8 @@ class ScriptedScreen : public terminal::Screen {
   /// The screen as text, and the rows of it that are painted in reverse.
   std::string picture() const;
   std::string reversed() const;
+  /// The first line that holds the text; -1 when none does.
+  int lineOf(const std::string& text) const;
   bool shows(const std::string& text) const { return picture().find(text) != std::string::npos; }
   int walksGivenUp = 0;  ///< a row that walkTo() looked for was not there
   double pause = 1;      ///< so many seconds pass before each key that is pressed from now on

@@ -1,0 +1,107 @@
+#include "frontends/terminal/choice_guard.h"
+
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+namespace terminal {
+namespace {
+
+using Kind = Input::Kind;
+
+// In seconds.
+constexpr double kBetweenKeys = 0.05;
+constexpr double kStill = 0.3;
+constexpr double kSlowestRepeat = 0.12;  // of a held key; a console's is 0.09
+constexpr double kFirstRepeat = 0.75;    // how long after the press most keyboards begin at last
+
+bool isKey(Kind kind) {
+  switch (kind) {
+    case Kind::nothing:
+    case Kind::click:
+    case Kind::wheelUp:
+    case Kind::wheelDown:
+    case Kind::redraw:
+    case Kind::ended:
+      return false;
+    default:
+      return true;
+  }
+}
+
+}  // namespace
+
+void ChoiceGuard::shown(Targets targets, double now) {
+  const bool resized = targets.size != targets_.size;
+  if (resized || targets.selection != targets_.selection ||
+      targets.selectionY != targets_.selectionY) {
+    selectionSince_ = now;
+  }
+  linesSince_.resize(targets.lines.size(), now);
+  for (std::size_t y = 0; y < targets.lines.size(); ++y) {
+    const bool stands =
+        !resized && y < targets_.lines.size() && targets.lines[y] == targets_.lines[y];
+    if (!stands) linesSince_[y] = now;
+  }
+  targets_ = std::move(targets);
+}
+
+ChoiceGuard::Verdict ChoiceGuard::judge(const Input& input, double now) {
+  const Verdict verdict = verdictOf(input);
+  if (isKey(input.kind)) {
+    // It may have come long before it was read; the next one is to be the later for that.
+    lastKey_ = now;
+    lastKind_ = input.kind;
+    if (input.kind == Kind::character) lastLetter_ = now;
+  }
+  return verdict;
+}
+
+ChoiceGuard::Effect ChoiceGuard::effectOf(const Input& input) const {
+  const bool inAlert = targets_.selection && targets_.selection->alert != nullptr;
+  switch (input.kind) {
+    case Kind::click:
+      return Effect::clicks;
+    case Kind::enter:
+      return Effect::chooses;
+    case Kind::right:
+      return inAlert ? Effect::moves : Effect::chooses;
+    case Kind::character:
+      if (inAlert) return input.character == U' ' ? Effect::chooses : Effect::moves;
+      return std::u32string_view(U"rq?").find(input.character) != std::u32string_view::npos
+                 ? Effect::commands
+                 : Effect::moves;
+    default:
+      return Effect::moves;
+  }
+}
+
+ChoiceGuard::Verdict ChoiceGuard::verdictOf(const Input& input) const {
+  switch (effectOf(input)) {
+    case Effect::moves:
+      return Verdict::counts;
+    case Effect::commands:
+      return verdictOfKey(input);
+    case Effect::chooses:
+      if (const Verdict verdict = verdictOfKey(input); verdict != Verdict::counts) return verdict;
+      return input.came - selectionSince_ < kStill ? Verdict::tooSoon : Verdict::counts;
+    case Effect::clicks: {
+      const auto y = static_cast<std::size_t>(input.y);
+      const bool moved = y < linesSince_.size() && input.came - linesSince_[y] < kStill;
+      return moved ? Verdict::tooSoon : Verdict::counts;
+    }
+  }
+  return Verdict::counts;
+}
+
+ChoiceGuard::Verdict ChoiceGuard::verdictOfKey(const Input& input) const {
+  const double pause = input.came - lastKey_;
+  if (input.followed || pause < kBetweenKeys) return Verdict::ignored;
+  const bool again = input.kind == lastKind_;
+  if (again && pause < kSlowestRepeat) return Verdict::ignored;
+  const bool asked = targets_.asks && input.came - selectionSince_ < kFirstRepeat;
+  if (again && asked) return Verdict::tooSoon;
+  return input.came - lastLetter_ < kStill ? Verdict::tooSoon : Verdict::counts;
+}
+
+}  // namespace terminal
