@@ -178,6 +178,7 @@ int SignalTarget::send(Signal signal) const {
   if (process == nullptr) return ESRCH;
   if (process->signalError != 0) return process->signalError;
   scripted.signals.push_back({pid_, signal == Signal::forceQuit});
+  if (signal == Signal::quit && process->ignoresQuit) return 0;
   std::erase_if(scripted.processes, [this](const auto& one) { return one.pid == pid_; });
   return 0;
 }

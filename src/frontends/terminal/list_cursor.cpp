@@ -52,18 +52,30 @@ void ListCursor::selectNearest(Items items, std::size_t index, int height) {
   reveal(items, height);
 }
 
+void ListCursor::restBefore(Items items, std::size_t index, int height) {
+  selected_.reset();
+  restingBefore_ = std::min(index, items.size());
+  clamp(items, height);
+}
+
+/// Where nothing is further on, or further back, what rests takes the nearest that there is.
 void ListCursor::moveDown(Items items, int height) {
-  if (const auto next = selectableFrom(items, selected_ ? *selected_ + 1 : 0)) selected_ = next;
+  const auto next = selectableFrom(items, selected_ ? *selected_ + 1 : restingBefore_);
+  if (next) selected_ = next;
+  if (!selected_) selected_ = selectableBefore(items, restingBefore_);
   reveal(items, height);
 }
 
 void ListCursor::moveUp(Items items, int height) {
-  if (const auto next = selectableBefore(items, selected_.value_or(0))) selected_ = next;
+  const auto next = selectableBefore(items, selected_.value_or(restingBefore_));
+  if (next) selected_ = next;
+  if (!selected_) selected_ = selectableFrom(items, restingBefore_);
   reveal(items, height);
 }
 
 void ListCursor::pageDown(Items items, int height) {
-  const std::size_t target = selected_.value_or(0) + std::max<std::size_t>(rowsOf(height) - 1, 1);
+  const std::size_t target =
+      selected_.value_or(restingBefore_) + std::max<std::size_t>(rowsOf(height) - 1, 1);
   const auto next = selectableFrom(items, target);
   selected_ = next ? next : selectableBefore(items, items.size());
   reveal(items, height);
@@ -71,7 +83,7 @@ void ListCursor::pageDown(Items items, int height) {
 
 void ListCursor::pageUp(Items items, int height) {
   const std::size_t step = std::max<std::size_t>(rowsOf(height) - 1, 1);
-  const std::size_t current = selected_.value_or(0);
+  const std::size_t current = selected_.value_or(restingBefore_);
   const auto next = current >= step ? selectableBefore(items, current - step + 1) : std::nullopt;
   selected_ = next ? next : selectableFrom(items, 0);
   reveal(items, height);

@@ -18,6 +18,8 @@ bool isSelectable(const MenuItem& item);
 class ListCursor {
  public:
   std::optional<std::size_t> selected() const { return selected_; }
+  /// Where the next key moves from when nothing is selected: before this item.
+  std::size_t restingBefore() const { return restingBefore_; }
   std::size_t top() const { return top_; }  ///< the first item in view
 
   void select(Items items, std::size_t index, int height);
@@ -25,6 +27,9 @@ class ListCursor {
   void follow(Items items, std::size_t index, int height);
   /// Selects what stands at that place, or nearest to it; of two the one above.
   void selectNearest(Items items, std::size_t index, int height);
+
+  /// Selects nothing until the next key moves: Down to this item, Up to the one before it.
+  void restBefore(Items items, std::size_t index, int height);
 
   /// To the next selectable item, or the one before.
   void moveDown(Items items, int height);
@@ -44,6 +49,7 @@ class ListCursor {
 
  private:
   std::optional<std::size_t> selected_;
+  std::size_t restingBefore_ = 0;
   std::size_t top_ = 0;
 };
 

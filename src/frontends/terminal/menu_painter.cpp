@@ -115,8 +115,8 @@ struct KeyHint {
   std::string_view meaning;
 };
 
-/// The hint, or the keys of the moment; where there is little room the first ones, which are the most
-/// obvious, give way.
+/// The hint, or the keys of the moment; where there is little room the first ones, which are the
+/// most obvious, give way.
 void paintKeys(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
   if (!view.hint().empty()) {
     grid.write(kLabelX, box.y, look.signs.line(view.hint()), {.bold = true}, box.width - 2,

@@ -95,26 +95,45 @@ Items MenuView::submenuItems() const {
 void MenuView::remember() {
   selectedKey_.reset();
   selectedItem_.reset();
+  nextKey_.reset();
+  const auto selected = cursor_.selected();
+  for (std::size_t i = selected ? *selected + 1 : cursor_.restingBefore(); i < rows().size(); ++i) {
+    if (!isSelectable(rows()[i])) continue;
+    nextKey_ = keyOf(rows(), i);
+    break;
+  }
   if (selectedRow() == nullptr) return;
-  selectedKey_ = keyOf(rows(), *cursor_.selected());
+  selectedKey_ = keyOf(rows(), *selected);
   if (submenu_ && submenu_->selected())
     selectedItem_ = keyOf(submenuItems()[*submenu_->selected()]);
 }
 
 void MenuView::rebuilt(const Menu& menu, int height) {
+  const bool isFirst = menu_ == nullptr;
   menu_ = &menu;
   const auto row = selectedKey_ ? findRow(rows(), *selectedKey_) : std::nullopt;
   if (row) {
     cursor_.follow(rows(), *row, height);
+  } else if (isFirst) {
+    cursor_.selectNearest(rows(), 0, height);
   } else {
-    cursor_.selectNearest(rows(), cursor_.selected().value_or(0), height);
-    submenu_.reset();
+    rest(height);
   }
   if (submenu_) {
     const auto item = selectedItem_ ? findItem(submenuItems(), *selectedItem_) : std::nullopt;
     selectInSubmenu(item.value_or(firstChoice(submenuItems())));
   }
   remember();
+}
+
+/// Where the selected row was.
+void MenuView::rest(int height) {
+  closeSubmenu();
+  // Rows above it may be gone too. The one below tells the place, unless it went elsewhere.
+  std::size_t place = cursor_.selected().value_or(cursor_.restingBefore());
+  const auto next = nextKey_ ? findRow(rows(), *nextKey_) : std::nullopt;
+  if (next && keyOf(rows(), *next).section == nextKey_->section) place = *next;
+  cursor_.restBefore(rows(), place, height);
 }
 
 void MenuView::openSubmenu() {

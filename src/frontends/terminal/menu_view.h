@@ -25,7 +25,8 @@ struct MenuRequest {
 /// row's submenu is open. It shows the controller's own menu, which outlives it.
 class MenuView {
  public:
-  /// The menu was built anew. The selection stays on what it was about, or else on its place.
+  /// The menu was built anew. The selection stays on what it was about. When that is gone,
+  /// nothing is selected until the user moves: somebody who presses Enter once more meant it.
   /// An open submenu stays with its row, and its selection on its item; it closes when the row
   /// is gone.
   void rebuilt(const Menu& menu, int height);
@@ -62,12 +63,14 @@ class MenuView {
   MenuRequest handleClick(const Input& input, const MenuGeometry& geometry);
   MenuRequest choose(bool performs);
   void selectInSubmenu(std::size_t index);
+  void rest(int height);
   void remember();
 
   const Menu* menu_ = nullptr;
   std::string hint_;
   ListCursor cursor_;
   std::optional<RowKey> selectedKey_;
+  std::optional<RowKey> nextKey_;  ///< of the row below the selection
   std::optional<ListCursor> submenu_;
   std::optional<ItemKey> selectedItem_;  ///< of the submenu, while it is open
 };

@@ -103,6 +103,9 @@ void TerminalFrontEnd::handle(const Input& input) {
   const MenuRequest request = view_.handle(input, geometry());
   switch (request.kind) {
     case MenuRequest::Kind::nothing:
+      if (input.kind == Input::Kind::enter && view_.selectedRow() == nullptr) {
+        hint("Nothing is selected. Move first.");
+      }
       break;
     case MenuRequest::Kind::openSubmenu:
       openSubmenu();

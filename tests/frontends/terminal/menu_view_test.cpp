@@ -163,16 +163,28 @@ struct RebuildRow {
   const char* name;
   int downs;  ///< how often Down is pressed before the rebuild
   std::vector<std::int32_t> pids;
-  const char* selected;
+  const char* selected;    ///< "" for nothing
+  const char* below = "";  ///< what Down selects then, and Up, where nothing was selected
+  const char* above = "";
 };
 
 class SelectionAfterRebuild : public testing::TestWithParam<RebuildRow> {};
 
-TEST_P(SelectionAfterRebuild, StaysOnItsProcessOrElseOnItsPlace) {
+TEST_P(SelectionAfterRebuild, StaysOnItsProcessOrRestsOnNothing) {
   UsedMenu menu(threeProcesses());
   for (int i = 0; i < GetParam().downs; ++i) menu.press(key(Kind::down));
   menu.rebuild(SampleMenu::menu({SampleMenu::topRAM(GetParam().pids)}));
   EXPECT_EQ(menu.selected(), GetParam().selected);
+  if (!menu.selected().empty()) return;
+  for (const Kind kind : {Kind::enter, Kind::right}) {
+    EXPECT_EQ(menu.press(key(kind)).kind, Request::nothing);
+    EXPECT_FALSE(menu.view.submenuIsOpen());
+  }
+  UsedMenu other = menu;
+  menu.press(key(Kind::down));
+  EXPECT_EQ(menu.selected(), GetParam().below);
+  other.press(key(Kind::up));
+  EXPECT_EQ(other.selected(), GetParam().above);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -180,9 +192,13 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(RebuildRow{"Unchanged", 1, {1, 2, 3}, "P2"},
                     RebuildRow{"AnotherOrder", 1, {2, 3, 1}, "P2"},
                     RebuildRow{"NewProcessesAbove", 1, {7, 8, 9, 1, 2, 3}, "P2"},
-                    RebuildRow{"GoneInTheMiddle", 1, {1, 3}, "P3"},
-                    RebuildRow{"GoneAtTheEndOfItsSection", 2, {1, 2}, "P2"},
-                    RebuildRow{"AllGone", 1, {}, "Refresh now"},
+                    RebuildRow{"GoneAtTheTop", 0, {2, 3}, "", "P2", "P2"},
+                    RebuildRow{"GoneInTheMiddle", 1, {1, 3}, "", "P3", "P1"},
+                    RebuildRow{"GoneAtTheEndOfItsSection", 2, {1, 2}, "", "Refresh now", "P2"},
+                    RebuildRow{"GoneWithTheOneAbove", 1, {3}, "", "P3", "P3"},
+                    RebuildRow{"GoneWithTheOneBelow", 1, {1}, "", "Refresh now", "P1"},
+                    RebuildRow{"GoneWhileOthersCome", 1, {7, 8, 1, 3}, "", "P3", "P1"},
+                    RebuildRow{"AllGone", 1, {}, "", "Refresh now", "Refresh now"},
                     RebuildRow{"CommandsStaySelected", 3, {1, 2, 3, 4, 5, 6}, "Refresh now"},
                     RebuildRow{"TheLastCommandToo", 5, {1}, "Quit Vorda"}),
     rowName<RebuildRow>);
@@ -220,8 +236,42 @@ TEST(SelectionAfterRebuild, DoesNotTakeALaterProcessForTheSameOne) {
   SampleMenu::Section section = SampleMenu::topRAM({1, 3});
   section.rows.push_back(SampleMenu::process(2, "another P2", 99));
   menu.rebuild(SampleMenu::menu({section}));
-  EXPECT_EQ(menu.selected(), "P3");
+  EXPECT_EQ(menu.selected(), "");
   EXPECT_EQ(terminal::findRow(menu.view.rows(), before), std::nullopt);
+}
+
+TEST(RestingSelection, StaysWhereItIsWhenItsProcessComesBack) {
+  UsedMenu menu(threeProcesses());
+  menu.press(key(Kind::down));
+  menu.rebuild(SampleMenu::menu({SampleMenu::topRAM({1, 3})}));
+  menu.rebuild(threeProcesses());
+  EXPECT_EQ(menu.selected(), "");
+  EXPECT_EQ(menu.press(key(Kind::enter)).kind, Request::nothing);
+  menu.rebuild(SampleMenu::menu({SampleMenu::topRAM({8, 9, 1, 2, 3})}));
+  menu.press(key(Kind::up));
+  EXPECT_EQ(menu.selected(), "P2");
+}
+
+TEST(RestingSelection, StandsBelowTheRowAboveItInEverySection) {
+  const auto servers = [](const std::vector<std::int32_t>& pids) {
+    SampleMenu::Section section = SampleMenu::topRAM(pids);
+    section.heading = "Model servers";
+    return section;
+  };
+  UsedMenu menu(SampleMenu::menu({SampleMenu::topRAM({1, 2, 3}), servers({1, 2, 3})}));
+  for (int i = 0; i < 4; ++i) menu.press(key(Kind::down));
+  ASSERT_EQ(menu.selected(), "P2");
+  menu.rebuild(SampleMenu::menu({SampleMenu::topRAM({1, 3}), servers({1, 3})}));
+  menu.press(key(Kind::down));
+  EXPECT_EQ(menu.selected(), "P3");
+  EXPECT_EQ(menu.view.selectedKey()->section, "— Model servers —");
+}
+
+TEST(RestingSelection, IsLeftByAClick) {
+  UsedMenu menu(threeProcesses());
+  menu.rebuild(SampleMenu::menu({SampleMenu::topRAM({2, 3})}));
+  EXPECT_EQ(menu.clickOn("P3").kind, Request::openSubmenu);
+  EXPECT_EQ(menu.selected(), "P3");
 }
 
 TEST(OpenSubmenu, StaysWithItsProcess) {

@@ -124,7 +124,17 @@ TEST_F(TerminalMenu, OpensNothingForAProcessThatIsGone) {
     EXPECT_FALSE(running->menuIsOpen());
     EXPECT_FALSE(shows("Full details"));
     EXPECT_FALSE(shows("middle"));
-    EXPECT_TRUE(selected("small")) << "what stands in its place now";
+    EXPECT_FALSE(selected("small")) << "what stands in its place now";
+  });
+  screen.press(Kind::enter);
+  screen.then([&] {
+    EXPECT_FALSE(shows("Full details"));
+    EXPECT_TRUE(shows("Nothing is selected. Move first."));
+  });
+  screen.press(Kind::down);
+  screen.then([&] {
+    EXPECT_TRUE(selected("small"));
+    EXPECT_FALSE(shows("Nothing is selected."));
   });
   run();
 }
@@ -150,6 +160,19 @@ TEST_F(TerminalMenu, QuitsAProcess) {
     EXPECT_FALSE(running->menuIsOpen());
   });
   run();
+}
+
+TEST_F(TerminalMenu, EndsNothingMoreWithTheSameKeys) {
+  machine().find(20)->ignoresQuit = true;  // comes back, and another stands in its place meanwhile
+  screen.walkTo("middle");
+  chooseQuit();
+  for (int i = 0; i < 10; ++i) screen.press(Kind::enter);
+  screen.then([&] {
+    EXPECT_TRUE(shows("middle"));
+    EXPECT_TRUE(shows("small"));
+  });
+  run();
+  EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{20, false}));
 }
 
 TEST_F(TerminalMenu, OpensASubmenuOnTheDetails) {
