@@ -60,6 +60,16 @@ bool confirmProcess(std::int32_t pid, ProcessFacts& facts);
 /// when it started, in microseconds.
 std::optional<std::uint64_t> processIdentity(std::int32_t pid);
 
+/// What becomes of a request to end that a process was sent.
+enum class ProcessState {
+  runs,     ///< it can answer
+  stopped,  ///< it answers when somebody makes it go on
+  ended,    ///< it has ended, and only its parent has not taken notice
+};
+
+/// Of the process that has the pid now; none when it is gone or can't be told.
+std::optional<ProcessState> processState(std::int32_t pid);
+
 /// The present, in nanoseconds, on the clock that start times are on (Linux: since boot,
 /// sleep included; macOS: since 1970).
 std::uint64_t processClock();

@@ -34,6 +34,11 @@ class FrontEnd {
   /// The strip alone has new bars or pressure: draw it again, touch nothing else.
   virtual void stripChanged(const MemoryPressureView& strip) = 0;
 
+  /// What the user is to know without having asked, beside the menu: lines joined by "\n"; ""
+  /// for nothing (any more). A front end without a place for it leaves it out: what it is about
+  /// says so in its submenu, too.
+  virtual void setNotice(const std::string& notice) = 0;
+
   /// Closes the menu if it is open.
   virtual void cancelTracking() = 0;
 

@@ -50,24 +50,27 @@ void addSummary(Items& items, const SystemMemory::Snapshot& sys, const ProcessLi
   items.push_back(label(roleSummary("Model servers", servers)));
 }
 
-void addProcessItems(Items& items, const ProcessList& list) {
+void addProcessItems(Items& items, const ProcessList& list, const QuitRequests* quits) {
   for (const VordaProcess* process : list) {
-    items.push_back(processItem(*process));
+    const ProcessReference reference{process->pid, process->identity};
+    items.push_back(quits == nullptr ? processItem(*process)
+                                     : processItem(*process, quits->linesOf(reference)));
   }
 }
 
-void addTopSection(Items& items, const ProcessList& bySize) {
+void addTopSection(Items& items, const ProcessList& bySize, const QuitRequests* quits) {
   items.push_back(separator());
   items.push_back(label("— Top RAM (colors match graph) —"));
   if (bySize.empty()) items.push_back(label("  (nothing above threshold)"));
-  addProcessItems(items, ProcessLists::first(bySize, kMaxTopRAM));
+  addProcessItems(items, ProcessLists::first(bySize, kMaxTopRAM), quits);
 }
 
-void addRoleSection(Items& items, const char* header, const ProcessList& list) {
+void addRoleSection(Items& items, const char* header, const ProcessList& list,
+                    const QuitRequests* quits) {
   if (list.empty()) return;
   items.push_back(separator());
   items.push_back(label(header));
-  addProcessItems(items, ProcessLists::first(list, kMaxAI));
+  addProcessItems(items, ProcessLists::first(list, kMaxAI), quits);
 }
 
 void addAgentSection(Items& items, const std::vector<VordaLaunchAgent>& agents) {
@@ -104,10 +107,10 @@ Menu build(const MenuContent& content) {
   Items& items = menu.items;
   items.push_back(stripItem(content.sys, bySize));
   addSummary(items, content.sys, bySize, training, servers);
-  addTopSection(items, bySize);
-  addRoleSection(items, "— Training & fine-tunes (LoRA, SFT, …) —", training);
-  addRoleSection(items, "— Model servers —", servers);
-  addRoleSection(items, "— Agents & tools —", agentProcesses);
+  addTopSection(items, bySize, content.quits);
+  addRoleSection(items, "— Training & fine-tunes (LoRA, SFT, …) —", training, content.quits);
+  addRoleSection(items, "— Model servers —", servers, content.quits);
+  addRoleSection(items, "— Agents & tools —", agentProcesses, content.quits);
   addAgentSection(items, content.agents);
   addCommands(items);
   return menu;

@@ -1,18 +1,21 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "agents/vorda_launch_agent.h"
 #include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
 #include "ui/menu.h"
+#include "ui/quit_requests.h"
 
 /// What the menu is built from.
 struct MenuContent {
   const std::vector<VordaProcess>& processes;   ///< in the scan's order
   const std::vector<VordaLaunchAgent>& agents;  ///< those of interest
   SystemMemory::Snapshot sys;                   ///< the whole machine's memory
+  const QuitRequests* quits = nullptr;          ///< what was asked of them, if anything was
 };
 
 /// Says what stands in the menu: a function of what was sampled, and nothing else.
@@ -29,8 +32,9 @@ inline constexpr std::size_t kMaxStripSegments = 6;
 /// Every item of the root menu; the first is the strip's.
 Menu build(const MenuContent& content);
 
-/// A process's row and its submenu, all speaking of this very process.
-MenuItem processItem(const VordaProcess& process);
+/// A process's row and its submenu, all speaking of this very process. `asked` stands above
+/// Quit, line by line.
+MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked = {});
 
 /// A launch agent's row and its submenu.
 MenuItem agentItem(const VordaLaunchAgent& agent);

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "control/process_terminator.h"
 #include "platform/applications.h"
 #include "platform/processes.h"
@@ -25,7 +27,9 @@ void StatusBarController::quitProcess(Sender sender) {
   const auto* pid = std::get_if<std::int32_t>(&sender.representedObject);
   if (pid == nullptr) return;
   const ProcessReference process = meantProcess(*pid, sender);
-  finishQuit(*pid, "Quit", "Failed", ProcessTerminator::terminate(*pid, false, process.identity));
+  const auto answer = ProcessTerminator::terminate(*pid, false, process.identity);
+  if (answer.first) startQuitClock(process);
+  finishQuit(*pid, "Quit", "Failed", answer);
 }
 
 void StatusBarController::forceProcess(Sender sender) {
@@ -47,6 +51,8 @@ void StatusBarController::confirmForceQuit(const Alert& question, const ProcessR
   if (!isGone(process)) {
     if (frontEnd_.runModal(question) != kAlertFirstButtonReturn) return;
     answer = ProcessTerminator::terminate(process.pid, true, process.identity);
+    if (answer.first) quitRequests_.forget(process);
+    updateNotice();
   }
   finishQuit(process.pid, "Force Quit", "Cannot force quit", answer);
 }
@@ -93,4 +99,29 @@ void StatusBarController::schedulePostQuitRescans() {
   for (const double delay : kRescanDelays) {
     postQuitWorkItems_.push_back(frontEnd_.after(delay, weakRefresh()));
   }
+}
+
+/// Each quit has its own: another one, which puts off the re-scans, does not stop it.
+void StatusBarController::startQuitClock(const ProcessReference& process) {
+  const auto shown = std::find_if(processes_.begin(), processes_.end(),
+                                  [&](const auto& one) { return one.pid == process.pid; });
+  const bool isAsked =
+      quitRequests_.add(process, shown == processes_.end() ? "process" : shown->displayName);
+  updateNotice();
+  if (!isAsked) return;
+  const std::uint64_t askedAt = quitRequests_.askedAt(process);
+  frontEnd_.after(QuitRequests::kPatience, [weakSelf = std::weak_ptr(self_), process, askedAt] {
+    const auto self = weakSelf.lock();
+    if (!self) return;
+    (*self)->quitRequests_.runOut(process, askedAt);
+    (*self)->updateNotice();
+  });
+}
+
+void StatusBarController::updateNotice() {
+  quitRequests_.update();
+  const std::string notice = quitRequests_.notice();
+  if (notice == notice_) return;
+  notice_ = notice;
+  frontEnd_.setNotice(notice);
 }

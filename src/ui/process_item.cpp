@@ -52,7 +52,8 @@ bool isDocker(const VordaProcess& process) {
          text::lowered(process.displayName).find("docker") != std::string::npos;
 }
 
-std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& words) {
+std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& words,
+                                     const std::vector<std::string>& asked) {
   std::vector<MenuItem> items;
   items.push_back(
       label(MemoryFormat::detail(process.memMB) + " · pid " + std::to_string(process.pid)));
@@ -67,6 +68,7 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& w
     }
   } else {
     if (process.processesBelow > 0) items.push_back(label(belowText(process.processesBelow)));
+    for (const std::string& line : asked) items.push_back(label(line));
     items.push_back(command("Quit", Action::quitProcess, process.pid));
     items.push_back(command("Force Quit (" + MemoryFormat::compact(process.memMB) + ")",
                             Action::forceProcess, process));
@@ -80,13 +82,13 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& w
 
 }  // namespace
 
-MenuItem processItem(const VordaProcess& process) {
+MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked) {
   const Words words(process);
   MenuItem item = processRow(process, words);
   item.toolTip = processToolTip(process, words);
   item.dot = ProcessColor::color(process);
   item.process = ProcessReference{process.pid, process.identity};
-  item.submenu = processSubmenu(process, words);
+  item.submenu = processSubmenu(process, words, asked);
   for (MenuItem& entry : item.submenu) entry.process = item.process;
   return item;
 }

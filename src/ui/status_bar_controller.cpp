@@ -68,6 +68,7 @@ void StatusBarController::perform(const MenuItem& item) {
 void StatusBarController::refresh(bool rebuild, bool force) {
   sample();
   updateStatusItem();
+  updateNotice();
   if (!rebuild) return;
   if (!menuIsOpen_ || force) {
     rebuildMenu();
@@ -103,7 +104,8 @@ void StatusBarController::updateStrip() {
 }
 
 void StatusBarController::rebuildMenu() {
-  rootMenu_ = MenuConstruction::build({processes_, agents_, SystemMemory::snapshot()});
+  rootMenu_ =
+      MenuConstruction::build({processes_, agents_, SystemMemory::snapshot(), &quitRequests_});
   pressureView_ = rootMenu_.items.front().strip;
   frontEnd_.menuRebuilt(rootMenu_);
 }

@@ -13,6 +13,7 @@
 #include "ui/front_end.h"
 #include "ui/menu.h"
 #include "ui/menu_construction.h"
+#include "ui/quit_requests.h"
 
 /// The one object that owns the program's presence on screen: the menu, the refresh timer
 /// and the last sample of processes and launch agents. It samples every 5 seconds; while
@@ -76,6 +77,8 @@ class StatusBarController {
   void notify(const std::string& title, const std::string& message);
   void removeFromListOptimistically(std::int32_t pid);
   void schedulePostQuitRescans();
+  void startQuitClock(const ProcessReference& process);
+  void updateNotice();
 
   // Agent actions and utility commands.
   void unloadAgent(Sender sender);
@@ -93,6 +96,8 @@ class StatusBarController {
   std::vector<VordaProcess> processes_;
   std::vector<VordaLaunchAgent> agents_;
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
+  QuitRequests quitRequests_;
+  std::string notice_;  ///< as the front end was told
   std::weak_ptr<MemoryPressureView> pressureView_;
   bool menuIsOpen_ = false;
   /// Timers and delayed work hold this weakly: it is gone when the controller is.

@@ -18,8 +18,9 @@ class ScriptedFrontEnd : public FrontEnd {
   int stripChanges = 0;
   int trackingsCancelled = 0;
   int terminations = 0;
-  std::vector<Alert> alerts;  ///< every alert shown, in order
-  std::deque<int> answers;    ///< taken one an alert; none left: the first button
+  std::vector<std::string> notices;  ///< every notice set, in order
+  std::vector<Alert> alerts;         ///< every alert shown, in order
+  std::deque<int> answers;           ///< taken one an alert; none left: the first button
   /// Runs while an alert is open: a test can change the machine meanwhile.
   std::function<void(const Alert&)> whileAlertIsOpen;
 
@@ -32,6 +33,7 @@ class ScriptedFrontEnd : public FrontEnd {
   void setToolTip(const std::string& text) override { toolTip = text; }
   void menuRebuilt(const Menu&) override { ++menusBuilt; }
   void stripChanged(const MemoryPressureView&) override { ++stripChanges; }
+  void setNotice(const std::string& text) override { notices.push_back(text); }
   void cancelTracking() override { ++trackingsCancelled; }
   int runModal(const Alert& alert) override;
   std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;

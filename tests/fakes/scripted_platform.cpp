@@ -110,6 +110,12 @@ std::optional<std::uint64_t> processIdentity(std::int32_t pid) {
   return process == nullptr ? std::nullopt : process->identity;
 }
 
+std::optional<ProcessState> processState(std::int32_t pid) {
+  if (scripted.nextCallFails()) return std::nullopt;
+  const ScriptedProcess* process = scripted.find(pid);
+  return process == nullptr ? std::nullopt : std::optional(process->state);
+}
+
 std::uint64_t processClock() {
   return scripted.clock;
 }

@@ -9,6 +9,7 @@
 
 #include "platform/launch_agents.h"
 #include "platform/memory.h"
+#include "platform/processes.h"
 #include "platform/words.h"
 
 /// A process, with what the machine tells of it.
@@ -20,9 +21,10 @@ struct ScriptedProcess {
   std::optional<double> footprintMB = 100;
   std::optional<std::uint64_t> identity = 1;
   std::optional<std::int32_t> parent;
-  bool isCut = false;        ///< it has more arguments than these
-  bool unreadable = false;   ///< listed, but gone when it is read
-  int signalError = 0;       ///< what sending a signal answers; 0 ends the process
+  bool isCut = false;       ///< it has more arguments than these
+  bool unreadable = false;  ///< listed, but gone when it is read
+  int signalError = 0;      ///< what sending a signal answers; 0 ends the process
+  platform::ProcessState state = platform::ProcessState::runs;
   bool ignoresQuit = false;  ///< only a forced quit ends it
 };
 

@@ -61,6 +61,7 @@ int recordOf(std::int32_t pid, void* buffer, std::size_t* length) {
   constexpr std::uint64_t kSecond = 1'000'000;
   kinfo_proc record = {};
   record.kp_proc.p_pid = pid;
+  record.kp_proc.p_stat = process->state;
   record.kp_proc.p_starttime.tv_sec = static_cast<time_t>(process->startTime / kSecond);
   record.kp_proc.p_starttime.tv_usec = static_cast<suseconds_t>(process->startTime % kSecond);
   record.kp_eproc.e_ucred.cr_uid = process->effectiveUid;

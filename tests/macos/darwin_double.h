@@ -25,6 +25,7 @@ struct Process {
   std::string argumentBlock;  ///< "": the kernel knows its size, and refuses it
   std::optional<std::uint64_t> footprint = 100 << 20;  ///< none: proc_pid_rusage fails
   std::optional<std::uint64_t> resident;               ///< none: PROC_PIDTASKINFO fails
+  char state = 2;                                      ///< SRUN
   int killError = 0;                                   ///< 0: a signal ends the process
 };
 

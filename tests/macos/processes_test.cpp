@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/proc.h>
 #include <sys/syslimits.h>
 
 #include "fakes/row_name.h"
@@ -225,6 +226,34 @@ TEST_F(Processes, WithoutItsRecordItHasNoIdentity) {
   ASSERT_TRUE(platform::readProcess(5, facts));
   EXPECT_TRUE(platform::confirmProcess(5, facts));
   EXPECT_FALSE(facts.identity);
+}
+
+struct StateRow {
+  const char* name;
+  char state;
+  platform::ProcessState expected;
+};
+
+class ProcessStates : public Processes, public testing::WithParamInterface<StateRow> {};
+
+TEST_P(ProcessStates, TellWhetherARequestIsTaken) {
+  kernel().processes = {{.pid = 5, .state = GetParam().state}};
+  EXPECT_EQ(platform::processState(5), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, ProcessStates,
+                         testing::Values(StateRow{"Running", SRUN, platform::ProcessState::runs},
+                                         StateRow{"Sleeping", SSLEEP, platform::ProcessState::runs},
+                                         StateRow{"Stopped", SSTOP,
+                                                  platform::ProcessState::stopped},
+                                         StateRow{"Zombie", SZOMB, platform::ProcessState::ended}),
+                         rowName<StateRow>);
+
+TEST_F(Processes, StateOfAGoneProcessIsUnknown) {
+  EXPECT_FALSE(platform::processState(5));
+  kernel().processes = {{.pid = 5}};
+  kernel().refusesRecords = true;
+  EXPECT_FALSE(platform::processState(5));
 }
 
 TEST_F(Processes, IdentityOfAGoneProcessIsUnknown) {

@@ -96,4 +96,32 @@ const StatRow kStatRows[] = {
 
 INSTANTIATE_TEST_SUITE_P(Rows, ProcessStatText, testing::ValuesIn(kStatRows), rowName<StatRow>);
 
+struct StateRow {
+  const char* name;
+  char state;
+  int threads;
+  platform::ProcessState expected;
+};
+
+class ProcessStates : public testing::TestWithParam<StateRow> {};
+
+TEST_P(ProcessStates, TellWhetherARequestIsTaken) {
+  EXPECT_EQ(platform::stateOf({.state = GetParam().state, .threads = GetParam().threads}),
+            GetParam().expected);
+}
+
+using platform::ProcessState;
+
+INSTANTIATE_TEST_SUITE_P(Rows, ProcessStates,
+                         testing::Values(StateRow{"Running", 'R', 1, ProcessState::runs},
+                                         StateRow{"Sleeping", 'S', 1, ProcessState::runs},
+                                         StateRow{"WaitingForADisk", 'D', 1, ProcessState::runs},
+                                         StateRow{"Stopped", 'T', 3, ProcessState::stopped},
+                                         StateRow{"Traced", 't', 1, ProcessState::stopped},
+                                         StateRow{"Zombie", 'Z', 1, ProcessState::ended},
+                                         StateRow{"ZombieAmongThreads", 'Z', 2, ProcessState::runs},
+                                         StateRow{"Dead", 'X', 0, ProcessState::ended},
+                                         StateRow{"Unknown", '?', 1, ProcessState::runs}),
+                         rowName<StateRow>);
+
 }  // namespace

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -334,6 +335,25 @@ TEST(ProcessIdentityAlone, IsTheOneThatWasConfirmed) {
   ASSERT_TRUE(platform::confirmProcess(process.pid(), facts));
   ASSERT_TRUE(facts.identity);
   EXPECT_EQ(platform::processIdentity(process.pid()), facts.identity);
+}
+
+TEST(ProcessStateOfAProcess, FollowsIt) {
+  ChildProcess process(playProcess({}));
+  const pid_t pid = process.pid();
+  using platform::ProcessState;
+  siginfo_t news{};
+  EXPECT_EQ(platform::processState(pid), ProcessState::runs);
+  kill(pid, SIGSTOP);
+  ASSERT_EQ(waitid(P_PID, static_cast<id_t>(pid), &news, WSTOPPED), 0);
+  EXPECT_EQ(platform::processState(pid), ProcessState::stopped);
+  kill(pid, SIGCONT);
+  ASSERT_EQ(waitid(P_PID, static_cast<id_t>(pid), &news, WCONTINUED), 0);
+  EXPECT_EQ(platform::processState(pid), ProcessState::runs);
+  kill(pid, SIGKILL);
+  process.waitUntilZombie();
+  EXPECT_EQ(platform::processState(pid), ProcessState::ended);
+  process.end();
+  EXPECT_EQ(platform::processState(pid), std::nullopt);
 }
 
 }  // namespace

@@ -22,6 +22,7 @@ TEST(UnsupportedPlatform, KnowsNoProcess) {
   EXPECT_FALSE(platform::readProcess(1, facts));
   EXPECT_EQ(platform::physicalFootprint(1), std::nullopt);
   EXPECT_EQ(platform::processIdentity(1), std::nullopt);
+  EXPECT_EQ(platform::processState(1), std::nullopt);
   EXPECT_LT(platform::ownPid(), 1);
   EXPECT_THAT(ProcessScanner::scan(0), IsEmpty());
 }

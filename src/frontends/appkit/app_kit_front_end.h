@@ -28,6 +28,7 @@ class AppKitFrontEnd : public FrontEnd, private MenuEvents {
   void setToolTip(const std::string& toolTip) override;
   void menuRebuilt(const Menu& menu) override;
   void stripChanged(const MemoryPressureView& strip) override;
+  void setNotice(const std::string&) override {}  // the submenu says it, too
   void cancelTracking() override;
   int runModal(const Alert& alert) override;
   std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;

@@ -41,6 +41,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void setToolTip(const std::string& toolTip) override;
   void menuRebuilt(const Menu& menu) override;
   void stripChanged(const MemoryPressureView& strip) override;
+  void setNotice(const std::string&) override {}  // the submenu says it, too
   void cancelTracking() override;
   int runModal(const Alert& alert) override;
   std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;

@@ -73,8 +73,21 @@ std::optional<std::size_t> MenuGeometry::submenuItemAt(int x, int y, const MenuV
   return itemAt(inside, x, y, view.submenuCursor().top(), view.submenuItems().size());
 }
 
-int listHeight(Size size) {
-  return size.height - 3 * ruleHeight(size) - 2 - toolTipLines(size);
+std::vector<std::string> noticeLines(Size size, const MenuView& view, const Look& look) {
+  if (view.notice().empty()) return {};
+  const std::size_t most = size.height < kRoomyHeight ? 2 : 4;
+  const int room = size.width - 2;
+  std::vector<std::string> lines = wrapped(look.signs.lines(view.notice()), room);
+  if (lines.size() > most) {
+    lines.resize(most);
+    lines.back() = fitted(lines.back() + look.signs.line("…"), room, look.signs.ellipsis);
+  }
+  return lines;
+}
+
+int listHeight(Size size, const MenuView& view, const Look& look) {
+  const auto notice = static_cast<int>(noticeLines(size, view, look).size());
+  return size.height - 3 * ruleHeight(size) - 2 - toolTipLines(size) - notice;
 }
 
 MenuGeometry menuGeometry(Size size, const MenuView& view, const Look& look) {
@@ -88,9 +101,10 @@ MenuGeometry menuGeometry(Size size, const MenuView& view, const Look& look) {
   geometry.header = next(ruleHeight(size));
   geometry.strip = next(1);
   geometry.topRule = next(ruleHeight(size));
-  geometry.list = next(listHeight(size));
+  geometry.list = next(listHeight(size, view, look));
   geometry.bottomRule = next(ruleHeight(size));
   geometry.toolTip = next(toolTipLines(size));
+  geometry.notice = next(static_cast<int>(noticeLines(size, view, look).size()));
   geometry.keys = next(1);
   geometry.submenu = boxOfOpenSubmenu(size, geometry.list, view, look);
   return geometry;

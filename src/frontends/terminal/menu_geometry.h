@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "frontends/terminal/cell_grid.h"
 #include "frontends/terminal/screen.h"
@@ -26,6 +28,7 @@ struct MenuGeometry {
   Box list;
   Box bottomRule;
   Box toolTip;
+  Box notice;
   Box keys;
   std::optional<Box> submenu;  ///< with its frame; set while a submenu is open
 
@@ -37,7 +40,10 @@ struct MenuGeometry {
 };
 
 /// How many rows of the list are in view.
-int listHeight(Size size);
+int listHeight(Size size, const MenuView& view, const Look& look);
+
+/// The view's notice, broken for a screen of that size.
+std::vector<std::string> noticeLines(Size size, const MenuView& view, const Look& look);
 
 MenuGeometry menuGeometry(Size size, const MenuView& view, const Look& look);
 

@@ -110,6 +110,16 @@ void paintToolTip(CellGrid& grid, const MenuView& view, const Box& box, const Lo
   }
 }
 
+void paintNotice(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
+  constexpr Rgb kWarning{230, 160, 30};
+  const Style style{.foreground = look.colored ? std::optional(kWarning) : std::nullopt,
+                    .bold = true};
+  const std::vector<std::string> lines = noticeLines(grid.size(), view, look);
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    grid.write(kLabelX, box.y + static_cast<int>(i), lines[i], style, box.width - kLabelX);
+  }
+}
+
 struct KeyHint {
   std::string key;
   std::string_view meaning;
@@ -192,6 +202,7 @@ void paintMenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geometr
   grid.fill(geometry.bottomRule, look.signs.horizontal, kFaint);
   paintList(grid, view, geometry.list, look);
   paintToolTip(grid, view, geometry.toolTip, look);
+  paintNotice(grid, view, geometry.notice, look);
   paintKeys(grid, view, geometry.keys, look);
   if (geometry.submenu) paintSubmenu(grid, view, geometry, look);
 }

@@ -38,6 +38,12 @@ class MenuView {
   /// What the selected row is about, if one is selected.
   const std::optional<RowKey>& selectedKey() const { return selectedKey_; }
 
+  /// What stands above the last line: lines joined by "\n"; "" for nothing.
+  ///@{
+  const std::string& notice() const { return notice_; }
+  void setNotice(std::string notice) { notice_ = std::move(notice); }
+  ///@}
+
   /// What the last line says in place of the keys; "" for nothing.
   ///@{
   const std::string& hint() const { return hint_; }
@@ -67,6 +73,7 @@ class MenuView {
   void remember();
 
   const Menu* menu_ = nullptr;
+  std::string notice_;
   std::string hint_;
   ListCursor cursor_;
   std::optional<RowKey> selectedKey_;

@@ -174,11 +174,17 @@ void TerminalFrontEnd::setTitle(const std::string& title) {
 void TerminalFrontEnd::setToolTip(const std::string&) {}  // the menu itself says it all
 
 void TerminalFrontEnd::menuRebuilt(const Menu& menu) {
-  view_.rebuilt(menu, terminal::listHeight(screen_.size()));
+  view_.rebuilt(menu, terminal::listHeight(screen_.size(), view_, screen_.look()));
   needsDrawing_ = true;
 }
 
 void TerminalFrontEnd::stripChanged(const MemoryPressureView&) {
+  needsDrawing_ = true;
+}
+
+void TerminalFrontEnd::setNotice(const std::string& notice) {
+  view_.setNotice(notice);
+  drawnSize_ = {};  // the list has another height
   needsDrawing_ = true;
 }
 

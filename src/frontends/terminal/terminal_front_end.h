@@ -29,6 +29,7 @@ class TerminalFrontEnd : public FrontEnd {
   void setToolTip(const std::string& toolTip) override;
   void menuRebuilt(const Menu& menu) override;
   void stripChanged(const MemoryPressureView& strip) override;
+  void setNotice(const std::string& notice) override;
   void cancelTracking() override;
   int runModal(const Alert& alert) override;
   std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;

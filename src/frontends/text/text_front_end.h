@@ -18,6 +18,7 @@ class TextFrontEnd : public FrontEnd {
   void setToolTip(const std::string&) override {}
   void menuRebuilt(const Menu&) override {}
   void stripChanged(const MemoryPressureView&) override {}
+  void setNotice(const std::string&) override {}
   void cancelTracking() override {}
   int runModal(const Alert&) override { return kAlertDismissed; }
   std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;

@@ -148,6 +148,12 @@ std::optional<std::uint64_t> ProcessReader::identity(std::int32_t pid) {
   return facts.identity;
 }
 
+std::optional<ProcessState> ProcessReader::state(std::int32_t pid) {
+  const auto bytes = proc_.read(pid, "stat", small_);
+  const auto stat = bytes ? processStat(*bytes) : std::nullopt;
+  return stat ? std::optional(stateOf(*stat)) : std::nullopt;
+}
+
 ProcessReader::Known* ProcessReader::find(std::int32_t pid) {
   const auto place = std::ranges::lower_bound(known_, pid, {}, &Known::pid);
   return place != known_.end() && place->pid == pid ? &*place : nullptr;

@@ -35,6 +35,7 @@ class ProcessReader {
   std::optional<std::uint64_t> footprint(std::int32_t pid);
   bool confirm(std::int32_t pid, ProcessFacts& facts);
   std::optional<std::uint64_t> identity(std::int32_t pid);
+  std::optional<ProcessState> state(std::int32_t pid);
   std::optional<std::uint32_t> effectiveUid(std::int32_t pid) const { return proc_.owner(pid); }
 
  private:

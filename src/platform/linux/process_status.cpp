@@ -61,4 +61,17 @@ std::optional<ProcessStat> processStat(std::string_view stat) {
                      .startTicks = *start};
 }
 
+ProcessState stateOf(const ProcessStat& stat) {
+  switch (stat.state) {
+    case 'T':  // by a signal
+    case 't':  // by a debugger
+      return ProcessState::stopped;
+    case 'Z':
+    case 'X':
+      return stat.threads > 1 ? ProcessState::runs : ProcessState::ended;
+    default:
+      return ProcessState::runs;
+  }
+}
+
 }  // namespace platform

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/processes.h"
+
 namespace platform {
 
 /// The memory that a process keeps busy, from /proc/PID/statm: resident - shared pages, in
@@ -25,5 +27,8 @@ struct ProcessStat {
 
 /// None when the text is not whole.
 std::optional<ProcessStat> processStat(std::string_view stat);
+
+/// A process whose first thread has ended runs as long as another does.
+ProcessState stateOf(const ProcessStat& stat);
 
 }  // namespace platform

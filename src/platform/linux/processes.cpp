@@ -28,6 +28,10 @@ std::optional<std::uint64_t> processIdentity(std::int32_t pid) {
   return SignalTarget(pid).identity();
 }
 
+std::optional<ProcessState> processState(std::int32_t pid) {
+  return processReader().state(pid);
+}
+
 std::uint64_t processClock() {
   timespec now = {};
   clock_gettime(CLOCK_BOOTTIME, &now);

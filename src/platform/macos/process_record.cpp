@@ -16,6 +16,7 @@ std::optional<ProcessRecord> processRecord(std::int32_t pid) {
   return ProcessRecord{
       .effectiveUid = record.kp_eproc.e_ucred.cr_uid,
       .parent = record.kp_eproc.e_ppid,
+      .state = record.kp_proc.p_stat,
       .startTime = static_cast<std::uint64_t>(start.tv_sec) * kMicrosecondsPerSecond +
                    static_cast<std::uint64_t>(start.tv_usec)};
 }

@@ -9,6 +9,7 @@ namespace platform {
 struct ProcessRecord {
   std::uint32_t effectiveUid = 0;
   std::int32_t parent = 0;
+  char state = 0;               ///< SRUN, SSTOP, SZOMB, …
   std::uint64_t startTime = 0;  ///< in microseconds since 1970; 0 when there is no such process
 };
 

@@ -1,6 +1,7 @@
 #include "platform/processes.h"
 
 #include <libproc.h>
+#include <sys/proc.h>
 #include <sys/sysctl.h>
 #include <sys/syslimits.h>
 #include <sys/time.h>
@@ -112,6 +113,13 @@ bool confirmProcess(std::int32_t pid, ProcessFacts& facts) {
 
 std::optional<std::uint64_t> processIdentity(std::int32_t pid) {
   return startTimeOf(processRecord(pid));
+}
+
+std::optional<ProcessState> processState(std::int32_t pid) {
+  const auto record = processRecord(pid);
+  if (!startTimeOf(record)) return std::nullopt;
+  if (record->state == SZOMB) return ProcessState::ended;
+  return record->state == SSTOP ? ProcessState::stopped : ProcessState::runs;
 }
 
 std::uint64_t processClock() {

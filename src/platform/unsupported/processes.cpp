@@ -22,6 +22,10 @@ std::optional<std::uint64_t> processIdentity(std::int32_t) {
   return std::nullopt;
 }
 
+std::optional<ProcessState> processState(std::int32_t) {
+  return std::nullopt;
+}
+
 std::uint64_t processClock() {
   return 0;
 }

@@ -24,7 +24,7 @@ const Look kColored{.signs = terminal::Signs::unicode(), .colored = true};
 const Look kAscii{.signs = terminal::Signs::ascii(), .colored = false};
 
 CellGrid painted(MenuView& view, const Menu& menu, Size size, const Look& look) {
-  view.rebuilt(menu, terminal::listHeight(size));
+  view.rebuilt(menu, terminal::listHeight(size, view, kPlain));
   CellGrid grid(size);
   terminal::paintMenu(grid, view, terminal::menuGeometry(size, view, look), "Vorda²", look);
   return grid;
@@ -171,7 +171,7 @@ TEST_P(SubmenuPicture, StandsOnTheScreenAndLeavesItsRowInSight) {
   MenuView view;
   const Menu menu = SampleMenu::menu({SampleMenu::topRAM({1, 2, 3, 4, 5, 6, 7, 8})});
   const Size size = GetParam().size;
-  view.rebuilt(menu, terminal::listHeight(size));
+  view.rebuilt(menu, terminal::listHeight(size, view, kPlain));
   for (int i = 0; i < GetParam().downs; ++i) {
     view.handle({.kind = terminal::Input::Kind::down}, menuGeometry(size, view, kPlain));
   }
@@ -203,6 +203,47 @@ INSTANTIATE_TEST_SUITE_P(Table, SubmenuPicture,
                                          SubmenuRow{"SmallestLast", {40, 10}, 7}),
                          rowName<SubmenuRow>);
 
+struct NoticeRow {
+  const char* name;
+  Size size;
+  const char* notice;
+  std::vector<std::string> lines;  ///< above the last one of the screen
+};
+
+class NoticePicture : public testing::TestWithParam<NoticeRow> {};
+
+TEST_P(NoticePicture, StandsAboveTheKeysAndTakesItsRoomFromTheList) {
+  MenuView view;
+  const Menu menu = SampleMenu::menu({SampleMenu::topRAM({1, 2, 3, 4, 5, 6, 7, 8})});
+  const Size size = GetParam().size;
+  const int before = listHeight(size, view, kPlain);
+  view.setNotice(GetParam().notice);
+  const CellGrid grid = painted(view, menu, size, kPlain);
+  const auto count = static_cast<int>(GetParam().lines.size());
+  for (int i = 0; i < count; ++i) {
+    EXPECT_EQ(grid.row(size.height - 1 - count + i), GetParam().lines[static_cast<std::size_t>(i)]);
+  }
+  EXPECT_THAT(grid.row(size.height - 1), HasSubstr("q Quit"));
+  EXPECT_EQ(listHeight(size, view, kPlain), before - count);
+  EXPECT_GE(listHeight(size, view, kPlain), 4);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, NoticePicture,
+    testing::Values(NoticeRow{"None", {80, 24}, "", {}},
+                    NoticeRow{"OneLine",
+                              {80, 24},
+                              "big is still running (pid 10). Force Quit may end it.",
+                              {" big is still running (pid 10). Force Quit may end it."}},
+                    NoticeRow{"TwoProcesses", {80, 24}, "a is.\nb is.", {" a is.", " b is."}},
+                    NoticeRow{"Broken",
+                              {40, 10},
+                              "big is still running (pid 10). Force Quit may end it.",
+                              {" big is still running (pid 10). Force", " Quit may end it."}},
+                    NoticeRow{"CutOnASmallScreen", {40, 10}, "a\nb\nc", {" a", " b…"}},
+                    NoticeRow{"Cut", {80, 24}, "a\nb\nc\nd\ne", {" a", " b", " c", " d…"}}),
+    rowName<NoticeRow>);
+
 TEST(SubmenuPicture, ScrollsWhenItIsTallerThanTheScreen) {
   MenuView view;
   SampleMenu::Section top = SampleMenu::topRAM({1});
@@ -212,7 +253,7 @@ TEST(SubmenuPicture, ScrollsWhenItIsTallerThanTheScreen) {
   }
   const Menu menu = SampleMenu::menu({top});
   const Size size{40, 10};
-  view.rebuilt(menu, terminal::listHeight(size));
+  view.rebuilt(menu, terminal::listHeight(size, view, kPlain));
   view.openSubmenu();
   view.resized(menuGeometry(size, view, kPlain));
   view.handle({.kind = terminal::Input::Kind::end}, menuGeometry(size, view, kPlain));
@@ -231,7 +272,7 @@ TEST(SubmenuPicture, OfALongRowStandsBelowIt) {
       SampleMenu::command("Quit Docker Desktop from the menu bar whale", Action::openDockerHelp));
   const Menu menu = SampleMenu::menu({top});
   const Size size{40, 30};
-  view.rebuilt(menu, terminal::listHeight(size));
+  view.rebuilt(menu, terminal::listHeight(size, view, kPlain));
   view.openSubmenu();
   const auto geometry = menuGeometry(size, view, kPlain);
   CellGrid grid(size);

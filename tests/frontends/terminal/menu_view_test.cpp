@@ -60,7 +60,7 @@ class UsedMenu {
   MenuView view;
 
  private:
-  static int height() { return terminal::listHeight(kSize); }
+  int height() const { return terminal::listHeight(kSize, view, kLook); }
   Menu menu_;
 };
 

@@ -37,6 +37,7 @@ int ScriptedScreen::lineOf(const std::string& text) const {
 bool ScriptedScreen::passes(double& seconds, std::optional<double> limit) {
   const double passed = limit && *limit < seconds ? *limit : seconds;
   now_ += passed;
+  if (whenTimePasses) whenTimePasses(passed);
   seconds -= passed;
   return seconds <= 0;
 }

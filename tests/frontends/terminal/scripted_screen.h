@@ -40,8 +40,9 @@ class ScriptedScreen : public terminal::Screen {
   /// The first line that holds the text; -1 when none does.
   int lineOf(const std::string& text) const;
   bool shows(const std::string& text) const { return picture().find(text) != std::string::npos; }
-  int walksGivenUp = 0;  ///< a row that walkTo() looked for was not there
-  double pause = 1;      ///< so many seconds pass before each key that is pressed from now on
+  int walksGivenUp = 0;                        ///< a row that walkTo() looked for was not there
+  std::function<void(double)> whenTimePasses;  ///< is told how many seconds
+  double pause = 1;  ///< so many seconds pass before each key that is pressed from now on
 
   const terminal::Look& look() const override { return look_; }
   terminal::Size size() const override { return size_; }

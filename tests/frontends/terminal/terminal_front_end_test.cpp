@@ -21,6 +21,9 @@ class TerminalMenu : public testing::Test {
  protected:
   TerminalMenu() {
     resetMachine();
+    screen.whenTimePasses = [](double seconds) {
+      machine().clock += static_cast<std::uint64_t>(seconds * 1e9);
+    };
     addProcess(10, "big", 900);
     addProcess(20, "middle", 600);
     addProcess(30, "small", 300);
@@ -173,6 +176,42 @@ TEST_F(TerminalMenu, EndsNothingMoreWithTheSameKeys) {
   });
   run();
   EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{20, false}));
+}
+
+TEST_F(TerminalMenu, SaysInALineThatAProcessIsStillRunning) {
+  machine().find(20)->ignoresQuit = true;
+  const std::string line = "middle is still running (pid 20). Force Quit may end it.";
+  screen.walkTo("middle");
+  chooseQuit();
+  screen.wait(2.9);
+  screen.then([&] { EXPECT_FALSE(shows("still running")); });
+  screen.wait(0.2);
+  screen.then([&] {
+    EXPECT_EQ(screen.lineOf(line), screen.size_.height - 2) << "above the keys";
+    EXPECT_EQ(screen.reversed(), "") << "nothing is selected";
+  });
+  screen.walkTo("middle", Kind::up);
+  screen.press(Kind::enter);
+  screen.then([&] { EXPECT_TRUE(shows("Asked to quit ")); });
+  screen.press(Kind::escape);
+  screen.then([] { removeProcess(20); });
+  screen.wait(6);
+  screen.then([&] { EXPECT_FALSE(shows("still running")); });
+  run();
+}
+
+TEST_F(TerminalMenu, KeepsTheSelectionInSightWhenThatLineComes) {
+  machine().find(10)->ignoresQuit = true;
+  screen.size_ = {60, 12};
+  screen.press(Kind::home);
+  chooseQuit();
+  screen.press(Kind::end);
+  screen.wait(3);
+  screen.then([&] {
+    EXPECT_TRUE(shows("big is still running (pid 10)."));
+    EXPECT_TRUE(selected("Quit Vorda"));
+  });
+  run();
 }
 
 TEST_F(TerminalMenu, OpensASubmenuOnTheDetails) {

@@ -5,6 +5,12 @@
 
 #include <cstdint>
 
+#define SIDL 1
+#define SRUN 2
+#define SSLEEP 3
+#define SSTOP 4
+#define SZOMB 5
+
 struct extern_proc {
   union {
     struct {

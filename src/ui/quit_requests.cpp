@@ -1,0 +1,104 @@
+#include "ui/quit_requests.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "platform/processes.h"
+#include "text/display_line.h"
+#include "text/unicode.h"
+
+namespace {
+
+using platform::ProcessState;
+
+constexpr std::uint64_t kSecond = 1'000'000'000;  // in nanoseconds
+constexpr std::uint64_t kMinute = 60 * kSecond;
+constexpr std::uint64_t kHour = 60 * kMinute;
+constexpr std::size_t kMostLines = 3;
+
+/// None when this very process is not there any more.
+std::optional<ProcessState> stateOf(const ProcessReference& process) {
+  // The identity is read last: the process that has it now has had the pid since it started.
+  const auto state = platform::processState(process.pid);
+  const auto identity = platform::processIdentity(process.pid);
+  const bool isSame = identity && identity == process.identity;
+  if (!isSame || state == ProcessState::ended) return std::nullopt;
+  return state.value_or(ProcessState::runs);
+}
+
+/// A Mac's clock can be set back.
+std::uint64_t ageOf(std::uint64_t askedAt) {
+  const std::uint64_t now = platform::processClock();
+  return now > askedAt ? now - askedAt : 0;
+}
+
+std::string ageText(std::uint64_t age) {
+  if (age < kMinute) return std::to_string(age / kSecond) + " s";
+  if (age < kHour) return std::to_string(age / kMinute) + " min";
+  return std::to_string(age / kHour) + " h";
+}
+
+}  // namespace
+
+bool QuitRequests::add(const ProcessReference& process, const std::string& name) {
+  forget(process);
+  const auto state = stateOf(process);
+  if (!state) return false;
+  requests_.push_back({.process = process,
+                       .name = text::shortened(text::displayLine(name), 42, 41),
+                       .askedAt = platform::processClock(),
+                       .isStopped = state == ProcessState::stopped});
+  return true;
+}
+
+void QuitRequests::runOut(const ProcessReference& process, std::uint64_t askedAt) {
+  for (Request& request : requests_) {
+    if (request.process == process && request.askedAt == askedAt) request.isOver = true;
+  }
+}
+
+void QuitRequests::forget(const ProcessReference& process) {
+  std::erase_if(requests_, [&](const Request& one) { return one.process == process; });
+}
+
+void QuitRequests::update() {
+  std::erase_if(requests_, [](Request& request) {
+    const auto state = stateOf(request.process);
+    request.isStopped = state == ProcessState::stopped;
+    return !state;
+  });
+}
+
+std::uint64_t QuitRequests::askedAt(const ProcessReference& process) const {
+  const Request* request = find(process);
+  return request == nullptr ? 0 : request->askedAt;
+}
+
+std::string QuitRequests::notice() const {
+  std::string lines;
+  std::size_t count = 0;
+  for (auto request = requests_.rbegin(); request != requests_.rend(); ++request) {
+    if (!request->isOver || ageOf(request->askedAt) >= kMinute || count == kMostLines) continue;
+    if (count++ > 0) lines += "\n";
+    const std::string pid = " (pid " + std::to_string(request->process.pid) + ")";
+    lines += request->name;
+    lines += request->isStopped ? " is stopped" + pid + ": it takes the request when it goes on."
+                                : " is still running" + pid + ".";
+    lines += " Force Quit may end it.";
+  }
+  return lines;
+}
+
+std::vector<std::string> QuitRequests::linesOf(const ProcessReference& process) const {
+  const Request* request = find(process);
+  if (request == nullptr) return {};
+  std::vector<std::string> lines{"Asked to quit " + ageText(ageOf(request->askedAt)) + " ago"};
+  if (request->isStopped) lines.emplace_back("It is stopped: it takes the request when it goes on");
+  return lines;
+}
+
+const QuitRequests::Request* QuitRequests::find(const ProcessReference& process) const {
+  const auto found = std::find_if(requests_.begin(), requests_.end(),
+                                  [&](const Request& one) { return one.process == process; });
+  return found == requests_.end() ? nullptr : &*found;
+}
