@@ -104,7 +104,7 @@ void TerminalFrontEnd::handle(const Input& input) {
   switch (request.kind) {
     case MenuRequest::Kind::nothing:
       if (input.kind == Input::Kind::enter && view_.selectedRow() == nullptr) {
-        hint("Nothing is selected. Move first.");
+        hint("Nothing is selected. Press ↑ or ↓ first.");
       }
       break;
     case MenuRequest::Kind::openSubmenu:

@@ -132,7 +132,7 @@ TEST_F(TerminalMenu, OpensNothingForAProcessThatIsGone) {
   screen.press(Kind::enter);
   screen.then([&] {
     EXPECT_FALSE(shows("Full details"));
-    EXPECT_TRUE(shows("Nothing is selected. Move first."));
+    EXPECT_TRUE(shows("Nothing is selected. Press ↑ or ↓ first."));
   });
   screen.press(Kind::down);
   screen.then([&] {
