@@ -216,6 +216,7 @@ int __wrap_kill(pid_t pid, int number) {
   }
   if (process->killError != 0) return fail(process->killError);
   scripted.signals.push_back({pid, number});
+  if (process->ignoresTerm && number == SIGTERM) return 0;
   std::erase_if(scripted.processes, [pid](const auto& one) { return one.pid == pid; });
   return 0;
 }

@@ -26,7 +26,8 @@ struct Process {
   std::optional<std::uint64_t> footprint = 100 << 20;  ///< none: proc_pid_rusage fails
   std::optional<std::uint64_t> resident;               ///< none: PROC_PIDTASKINFO fails
   char state = 2;                                      ///< SRUN
-  int killError = 0;                                   ///< 0: a signal ends the process
+  bool ignoresTerm = false;
+  int killError = 0;  ///< 0: a signal ends the process
 };
 
 struct SentSignal {

@@ -1,4 +1,6 @@
 // What the items of the edition do when they are chosen.
+#include <sys/proc.h>
+
 #include <cerrno>
 
 #include "macos/edition.h"
@@ -21,6 +23,21 @@ TEST_F(Edition, QuitReachesTheProcessAndItsRowGoes) {
     EXPECT_THAT(kernel().signals, ElementsAre(Sent{101, 15}));
     EXPECT_THAT(appkit::titles(menu()), Not(Contains(kOllama)));
     EXPECT_EQ(appkit::record().trackingsCancelled, 1);
+    EXPECT_THAT(appkit::record().alerts, IsEmpty());
+  });
+}
+
+TEST_F(Edition, ProcessThatStaysSaysWhenItWasAskedToQuit) {
+  kernel().processes[0].ignoresTerm = true;
+  kernel().processes[0].state = SSTOP;
+  whileRunning([] {
+    chooseInSubmenu(kOllama, "Quit");
+    appkit::advanceMainQueue(4);
+    EXPECT_THAT(appkit::titles(submenuOf(kOllama)),
+                ElementsAre("2.00 GB · pid 101", "Ollama", "-", StartsWith("Asked to quit "),
+                            "It is stopped: it takes the request when it goes on", "Quit",
+                            "Force Quit ( 2.0 GB)", "Full details…"));
+    EXPECT_FALSE([[submenuOf(kOllama) itemAtIndex:3] isEnabled]);
     EXPECT_THAT(appkit::record().alerts, IsEmpty());
   });
 }

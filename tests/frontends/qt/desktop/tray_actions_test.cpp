@@ -1,6 +1,8 @@
 // What the menu's items do, on real processes and a real service.
 #include <sys/wait.h>
 
+#include <algorithm>
+
 #include "frontends/qt/desktop/tray_test.h"
 #include "tools/child_process.h"
 #include "tools/user_manager_rig.h"
@@ -64,6 +66,11 @@ TEST_F(TrayActions, forceQuitAsksFirst) {
   ASSERT_TRUE(host->eventually([&] {
     const auto now = host->processRow(pid);
     return now && now->id != row->id;
+  }));
+  const auto again = host->processRow(pid);
+  ASSERT_TRUE(again);
+  EXPECT_TRUE(std::any_of(again->children.begin(), again->children.end(), [](const auto& item) {
+    return item.label.starts_with("Asked to quit ") && !item.enabled;
   }));
 
   chooseOfProcess(pid, "Force Quit");
