@@ -38,6 +38,8 @@ TEST_F(Noise, OfATerminal) {
     terminal.settle();
     terminal.send("\033");
     terminal.settle();
+    terminal.send("\033[201~");  // a paste
+    terminal.settle();
   });
 }
 

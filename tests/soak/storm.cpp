@@ -100,7 +100,7 @@ bool Storm::answersKeys(TerminalSession& terminal) {
   const auto isOpen = [&] { return terminal.screen().find("[ OK ]").x >= 0; };
   terminal.releaseKey();
   const Stopwatch opening(terminal.pid());
-  EXPECT_TRUE(terminal.pressAtOnce("?", isOpen));
+  EXPECT_TRUE(terminal.pressAtOnce("?", isOpen)) << terminal.screen().picture();
   EXPECT_LE(opening.seconds(), kLongestFreeze);
   terminal.releaseKey();
   const Stopwatch closing(terminal.pid());
