@@ -45,7 +45,7 @@ bool QuitRequests::add(const ProcessReference& process, const std::string& name)
   const auto state = stateOf(process);
   if (!state) return false;
   requests_.push_back({.process = process,
-                       .name = text::shortened(text::displayLine(name), 42, 41),
+                       .name = text::shortened(text::displayName(name), 42, 41),
                        .askedAt = platform::processClock(),
                        .isStopped = state == ProcessState::stopped});
   return true;
