@@ -162,11 +162,10 @@ TEST_F(TerminalActions, ShowWhereACommandLineGoesOn) {
                                         {"llama-server", "--model", "/models/" + name}));
   TerminalSession terminal({.width = 100, .height = 50});
   ASSERT_TRUE(terminal.walkTo(name));
-  terminal.send(kEnter);
-  ASSERT_TRUE(terminal.waitFor("Full details…"));
+  ASSERT_TRUE(terminal.press(kEnter, "Full details…"));
   ASSERT_TRUE(terminal.walkTo("Full details…"));
-  terminal.send(kEnter);
-  EXPECT_TRUE(terminal.waitFor("The command line goes on: these are its first 800 characters."));
+  EXPECT_TRUE(
+      terminal.press(kEnter, "The command line goes on: these are its first 800 characters."));
 }
 
 }  // namespace
