@@ -66,13 +66,54 @@ TEST_F(InstalledApplications, OtherFilesAreNone) {
   EXPECT_THAT(ids(), IsEmpty());
 }
 
-TEST_F(InstalledApplications, LinksInCirclesAndToNowhereAreHarmless) {
-  machine_.link("a", ".");
+TEST_F(InstalledApplications, LinksToNowhereAreHarmless) {
   machine_.link("b.desktop", "/nonexistent");
   machine_.link("c.desktop", "c.desktop");
   machine_.link("d", "/nonexistent");
   machine_.write("z.desktop", kApplication);
-  EXPECT_THAT(ids(), testing::Contains("z.desktop"));
+  EXPECT_THAT(ids(), ElementsAre("z.desktop"));
+}
+
+TEST_F(InstalledApplications, NoFolderIsEnteredTwice) {
+  for (const char* link : {"a", "b", "c", "d", "e"}) machine_.link(link, ".");
+  machine_.link("sub/up", "..");
+  user_.link("machine", machine_.path().string());
+  user_.link("own", user_.path().string());
+  machine_.write("z.desktop", kApplication);
+  machine_.write("sub/y.desktop", kApplication);
+  EXPECT_THAT(ids(), ElementsAre("machine-sub-y.desktop", "machine-z.desktop"));
+}
+
+TEST_F(InstalledApplications, TheShortestWayNamesAFolder) {
+  machine_.write("zz/deep/a.desktop", kApplication);
+  machine_.link("m/n/deep", "../../zz/deep");
+  machine_.link("k/deep", "../zz/deep");
+  EXPECT_THAT(ids(), ElementsAre("k-deep-a.desktop"));
+}
+
+TEST_F(InstalledApplications, AreLookedForAtMostEightFoldersDeep) {
+  machine_.write("1/2/3/4/5/6/7/8/a.desktop", kApplication);
+  machine_.write("1/2/3/4/5/6/7/8/9/b.desktop", kApplication);
+  EXPECT_THAT(ids(), ElementsAre("1-2-3-4-5-6-7-8-a.desktop"));
+}
+
+TEST_F(InstalledApplications, AreNotLookedForAmongMoreThanTwentyThousandEntries) {
+  constexpr std::size_t kMost = 20'000;
+  for (std::size_t i = 0; i < kMost + 500; ++i) {
+    user_.link(std::to_string(i) + ".desktop", "nowhere");
+  }
+  machine_.write("z.desktop", kApplication);
+  EXPECT_THAT(ids(), IsEmpty());
+}
+
+TEST_F(InstalledApplications, AreReadUpToABound) {
+  const std::string long1(256 << 10, '#');
+  user_.write("a.desktop", long1 + "\n" + kApplication);
+  user_.write("b.desktop", kApplication + long1);
+  EXPECT_THAT(ids(), ElementsAre("b.desktop"));
+  for (int i = 0; i < 128; ++i) machine_.write(std::to_string(i) + ".desktop", long1);
+  machine_.write("z.desktop", kApplication);
+  EXPECT_THAT(ids(), ElementsAre("b.desktop")) << "it stands behind 32 MiB";
 }
 
 TEST_F(InstalledApplications, FoldersThatAreNotThereHoldNone) {

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+
 #include "tools/scoped_variable.h"
 #include "tools/temp_folder.h"
 
@@ -90,6 +92,52 @@ TEST_F(JobFilesIn, MayBeHuge) {
   const auto found = files();
   ASSERT_EQ(found.size(), 1U);
   EXPECT_THAT(found[0].programArguments, ElementsAre("/bin/a"));
+}
+
+TEST_F(JobFilesIn, AreReadUpToABound) {
+  constexpr std::size_t kLongest = 64 << 10;
+  const std::string first = "[Service]\nExecStart=/bin/a\n";
+  const std::string comment = "#" + std::string(kLongest - first.size() - 2, 'x') + "\n";
+  folder_.write("a.service", first + comment + "Restart=always\n");
+  auto found = files();
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_THAT(found[0].programArguments, ElementsAre("/bin/a"));
+  EXPECT_FALSE(found[0].keepAlive) << "it stands behind the bound";
+
+  for (int i = 0; i < 128; ++i) folder_.write("b" + std::to_string(i) + ".service", comment);
+  folder_.write("c.service", first);
+  found = files();
+  EXPECT_EQ(found.front().label, "a");
+  EXPECT_NE(found.back().label, "c") << "it stands behind 8 MiB";
+}
+
+TEST_F(JobFilesIn, OfTenThousandAreTheFirstThousandByName) {
+  constexpr int kMany = 10'000;
+  for (int i = kMany; i > 0; --i) {
+    folder_.link("job-" + std::to_string(kMany + i) + ".service", "/dev/null");
+  }
+  const auto found = files();
+  ASSERT_EQ(found.size(), 1'000U);
+  EXPECT_EQ(found.front().label, "job-10001");
+  EXPECT_EQ(found.back().label, "job-11000");
+}
+
+TEST_F(JobFilesIn, OfMoreThanTenThousandEntriesAreAmongTheFoldersFirst) {
+  constexpr int kEntries = 10'500;
+  constexpr int kLookedAt = 10'000;
+  constexpr int kStep = 7'919;  // so that neither order is the other
+  for (int i = 0; i < kEntries; ++i) {
+    const int number = kEntries + i * kStep % kEntries;
+    folder_.link("job-" + std::to_string(number) + ".service", "/dev/null");
+  }
+  std::vector<std::string> expected;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
+    if (expected.size() < kLookedAt) expected.push_back(entry.path().stem().string());
+  }
+  std::sort(expected.begin(), expected.end());
+  expected.resize(1'000);
+  ASSERT_NE(expected.back(), "job-11499") << "the bound would make no difference";
+  EXPECT_EQ(labels(), expected);
 }
 
 TEST_F(JobFilesIn, AFolderThatIsNotThereAreNone) {

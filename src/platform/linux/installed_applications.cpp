@@ -1,9 +1,13 @@
 #include "platform/linux/installed_applications.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <set>
 #include <string_view>
+#include <utility>
 
 #include "platform/linux/file_reader.h"
 #include "platform/linux/home.h"
@@ -14,22 +18,51 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kLongestFile = 1 << 20;
+// What is looked at, however much there is.
+constexpr std::size_t kMostEntries = 20'000;  // of all folders together
+constexpr int kDeepest = 8;                   // folders below the first
+constexpr std::size_t kLongestFile = 256 << 10;
+constexpr std::size_t kMostBytes = 32 << 20;  // of all files together
 
-std::vector<fs::path> entryFilesBelow(const fs::path& folder) {
-  constexpr int kDeepest = 8;  // links may lead in circles
-  std::vector<fs::path> files;
-  std::error_code error;
-  const auto options = fs::directory_options::follow_directory_symlink |
-                       fs::directory_options::skip_permission_denied;
-  for (fs::recursive_directory_iterator file(folder, options, error), end; !error && file != end;
-       file.increment(error)) {
-    if (file.depth() >= kDeepest) file.disable_recursion_pending();
-    if (file->path().extension() == ".desktop") files.push_back(file->path());
+/// Finds the .desktop files below one folder after the other, and enters no folder twice,
+/// whatever links lead to it: the shortest way names it, of two as short the first by name.
+class Walk {
+ public:
+  std::vector<fs::path> entryFilesBelow(const fs::path& folder) {
+    std::vector<fs::path> files;
+    std::vector<fs::path> level{folder};
+    for (int depth = 0; depth <= kDeepest && !level.empty(); ++depth) {
+      std::vector<fs::path> below;
+      for (const auto& one : level) enter(one, files, below);
+      level = std::move(below);
+    }
+    std::sort(files.begin(), files.end());
+    return files;
   }
-  std::sort(files.begin(), files.end());
-  return files;
-}
+
+ private:
+  void enter(const fs::path& folder, std::vector<fs::path>& files, std::vector<fs::path>& below) {
+    struct stat status = {};
+    if (stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return;
+    if (!entered_.emplace(status.st_dev, status.st_ino).second) return;
+    std::vector<fs::path> folders;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end;
+         !error && entry != end && entries_ < kMostEntries; entry.increment(error), ++entries_) {
+      std::error_code unknown;
+      if (entry->path().extension() == ".desktop") {
+        files.push_back(entry->path());
+      } else if (entry->is_directory(unknown)) {
+        folders.push_back(entry->path());
+      }
+    }
+    std::sort(folders.begin(), folders.end());
+    std::move(folders.begin(), folders.end(), std::back_inserter(below));
+  }
+
+  std::set<std::pair<dev_t, ino_t>> entered_;
+  std::size_t entries_ = 0;
+};
 
 std::string idOf(const fs::path& file, const fs::path& folder) {
   std::string id = file.lexically_relative(folder).string();
@@ -59,12 +92,16 @@ std::vector<fs::path> applicationFolders() {
 std::vector<InstalledApplication> installedApplications(const std::vector<fs::path>& folders) {
   std::vector<InstalledApplication> applications;
   std::set<std::string> seen;
+  Walk walk;
   FileReader reader(kLongestFile);
+  std::size_t bytesRead = 0;
   for (const auto& folder : folders) {
-    for (const auto& file : entryFilesBelow(folder)) {
+    for (const auto& file : walk.entryFilesBelow(folder)) {
       std::string id = idOf(file, folder);
       if (!seen.insert(id).second) continue;
       const auto bytes = readRegularFile(file.c_str(), reader);
+      bytesRead += bytes ? bytes->size() : 0;
+      if (bytesRead > kMostBytes) return applications;
       auto entry = bytes ? desktopEntry(*bytes) : std::nullopt;
       if (!entry || entry->isHidden) continue;
       applications.push_back({std::move(id), file, std::move(*entry)});

@@ -16,7 +16,12 @@ namespace platform {
 namespace {
 
 constexpr std::string_view kSuffix = ".service";
-constexpr std::size_t kLongestFile = 4 << 20;
+
+// What is looked at of a folder, however much is in it: it is walked at every refresh.
+constexpr std::size_t kMostEntries = 10'000;
+constexpr std::size_t kMostFiles = 1'000;
+constexpr std::size_t kLongestFile = 64 << 10;
+constexpr std::size_t kMostBytes = 8 << 20;  // of all files together
 
 bool isJobName(std::string_view name) {
   if (!name.ends_with(kSuffix) || !isUtf8(name)) return false;
@@ -27,13 +32,15 @@ bool isJobName(std::string_view name) {
 std::vector<std::string> jobNamesIn(const std::filesystem::path& folder) {
   std::vector<std::string> names;
   std::error_code error;
-  for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
+  std::size_t entries = 0;
+  for (std::filesystem::directory_iterator entry(folder, error), end;
+       !error && entry != end && entries < kMostEntries; entry.increment(error), ++entries) {
     if (auto name = entry->path().filename().string(); isJobName(name)) {
       names.push_back(std::move(name));
     }
   }
   std::sort(names.begin(), names.end());
+  names.resize(std::min(names.size(), kMostFiles));
   return names;
 }
 
@@ -56,10 +63,13 @@ std::optional<std::string_view> bytesOf(const std::string& path, FileReader& rea
 std::vector<JobFile> jobFilesIn(const std::filesystem::path& folder) {
   std::vector<JobFile> files;
   FileReader reader(kLongestFile);
+  std::size_t bytesRead = 0;
   for (const auto& name : jobNamesIn(folder)) {
     std::string path = folder / name;
     const auto bytes = bytesOf(path, reader);
     if (!bytes) continue;
+    bytesRead += bytes->size();
+    if (bytesRead > kMostBytes) break;
     ServiceUnit unit = serviceUnit(*bytes);
     files.push_back({.label = name.substr(0, name.size() - kSuffix.size()),
                      .path = std::move(path),
