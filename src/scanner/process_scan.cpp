@@ -28,7 +28,7 @@ std::string stored(std::string_view commandLine) {
   return std::string(text::withinBytes(commandLine, kLongestStoredLine));
 }
 
-std::vector<std::string> labelsOf(const std::vector<VordaLaunchAgent>& agents, std::int32_t pid) {
+std::vector<std::string> labelsOf(std::span<const VordaLaunchAgent> agents, std::int32_t pid) {
   std::vector<std::string> labels;
   for (const auto& agent : agents) {
     if (agent.pid == pid) labels.push_back(agent.label);
@@ -39,7 +39,10 @@ std::vector<std::string> labelsOf(const std::vector<VordaLaunchAgent>& agents, s
 }  // namespace
 
 std::vector<VordaProcess> scan(double minMemMB) {
-  const auto agents = LaunchAgentScanner::scan();
+  return scan(minMemMB, LaunchAgentScanner::scan());
+}
+
+std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> agents) {
   const std::uint32_t ownUid = platform::ownUid();
   const std::int32_t ownPid = platform::ownPid();
 

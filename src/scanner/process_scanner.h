@@ -10,6 +10,8 @@
 #include "scanner/lab_role.h"
 #include "scanner/vorda_process.h"
 
+struct VordaLaunchAgent;
+
 /// Finds, recognises and names the machine's processes. Every decision is a fixed list of
 /// plain text tests over live process signals; the first test that fires decides. All of
 /// it but scan() is pure, and none of it fails: what can't be read is left out.
@@ -20,6 +22,10 @@ namespace ProcessScanner {
 /// first, then inference, agent, none; larger first within a role; equals as the system
 /// lists them. Command lines are redacted. Blocks while it samples; keeps no state.
 std::vector<VordaProcess> scan(double minMemMB);
+
+/// The same for a caller that has asked already what starts by itself: `agents` are all that
+/// LaunchAgentScanner::scan() has found, for the labels of those that run as a process.
+std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> agents);
 
 /// The role of a process, from its executable name (or path), its arguments and its
 /// command line. Training is tested before inference, so a training run that mentions a

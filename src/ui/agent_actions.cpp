@@ -14,9 +14,9 @@ void StatusBarController::unloadAgent(Sender sender) {
 void StatusBarController::unloadByLabel(Sender sender) {
   const auto* label = std::get_if<std::string>(&sender.representedObject);
   if (label == nullptr) return;
-  const auto agent = std::find_if(agents_.begin(), agents_.end(),
+  const auto agent = std::find_if(allAgents_.begin(), allAgents_.end(),
                                   [label](const auto& one) { return one.label == *label; });
-  if (agent == agents_.end()) return;
+  if (agent == allAgents_.end()) return;
   confirmUnload(VordaLaunchAgent(*agent));  // a copy: the list changes while it asks
 }
 

@@ -1,5 +1,8 @@
 #include "ui/status_bar_controller.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "agents/launch_agent_scanner.h"
 #include "scanner/process_scanner.h"
 #include "scanner/system_memory.h"
@@ -83,11 +86,13 @@ void StatusBarController::refreshNow() {
 
 void StatusBarController::sample() {
   processes_.clear();  // so that long command lines are not held twice
-  processes_ = ProcessScanner::scan(kMinMemMB);
-  agents_ = LaunchAgentScanner::scan();
-  std::erase_if(agents_, [](const VordaLaunchAgent& agent) {
-    return !agent.keepAlive && !LaunchAgentScanner::isInteresting(agent);
-  });
+  allAgents_ = LaunchAgentScanner::scan();
+  processes_ = ProcessScanner::scan(kMinMemMB, allAgents_);
+  agents_.clear();
+  std::copy_if(allAgents_.begin(), allAgents_.end(), std::back_inserter(agents_),
+               [](const VordaLaunchAgent& agent) {
+                 return agent.keepAlive || LaunchAgentScanner::isInteresting(agent);
+               });
 }
 
 void StatusBarController::updateStatusItem() {

@@ -34,7 +34,7 @@ class StatusBarController {
   /// The menu as it is shown now: the same object for as long as the controller is there, with
   /// other items after each refresh.
   const Menu& rootMenu() const { return rootMenu_; }
-  /// The last sample.
+  /// The last sample; of the agents, those of interest.
   ///@{
   const std::vector<VordaProcess>& processes() const { return processes_; }
   const std::vector<VordaLaunchAgent>& agents() const { return agents_; }
@@ -94,7 +94,8 @@ class StatusBarController {
   Menu rootMenu_;
   std::shared_ptr<ScheduledWork> refreshTimer_;
   std::vector<VordaProcess> processes_;
-  std::vector<VordaLaunchAgent> agents_;
+  std::vector<VordaLaunchAgent> allAgents_;  ///< as they were scanned
+  std::vector<VordaLaunchAgent> agents_;     ///< those of interest
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
   QuitRequests quitRequests_;
   std::string notice_;  ///< as the front end was told

@@ -76,7 +76,7 @@ TEST_F(AgentActions, UnloadThatIsCancelledDoesNothing) {
   }
   EXPECT_EQ(frontEnd_.alerts.size(), 2U);
   EXPECT_THAT(machine().serviceCalls, IsEmpty());
-  EXPECT_EQ(machine().jobFileListings, 2);  // by the first sample's two scans
+  EXPECT_EQ(machine().jobFileListings, 1);
   EXPECT_EQ(machine().pidListings, 1);
   EXPECT_EQ(frontEnd_.trackingsCancelled, 0);
 }
@@ -116,10 +116,22 @@ TEST_F(AgentActions, UnloadByLabelTakesTheFirstOfTwo) {
       ElementsAre(Alerts::unload({.label = "hermes", .plistPath = "/units/hermes.service"})));
 }
 
-TEST_F(AgentActions, UnloadByALabelThatIsNotInTheListDoesNothing) {
-  addAgent("dropped");  // no AI tooling and not kept alive
+TEST_F(AgentActions, AProcessUnloadsAnAgentThatHasNoRow) {
+  addAgent("editor", "/units/editor.service");  // no AI tooling and not kept alive
+  machine().processes = {{.pid = 7, .arguments = {"/usr/bin/blender"}, .footprintMB = 700}};
+  machine().loadedJobs["editor"] = 7;
   start();
-  for (const auto* label : {"dropped", "Hermes", "hermes ", ""}) unloadByLabel(label);
+  choose(7, Action::unloadByLabel);
+  EXPECT_THAT(
+      frontEnd_.alerts,
+      ElementsAre(Alerts::unload({.label = "editor", .plistPath = "/units/editor.service"})));
+  EXPECT_THAT(machine().serviceCalls, ElementsAre("stop editor 1"));
+  expectClosedAndSampled(3);
+}
+
+TEST_F(AgentActions, UnloadByALabelThatIsNotThereDoesNothing) {
+  start();
+  for (const auto* label : {"gone", "Hermes", "hermes ", ""}) unloadByLabel(label);
   EXPECT_THAT(frontEnd_.alerts, IsEmpty());
   EXPECT_THAT(machine().serviceCalls, IsEmpty());
   EXPECT_EQ(machine().pidListings, 1);

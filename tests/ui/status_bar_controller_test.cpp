@@ -56,6 +56,14 @@ TEST_F(Refresh, KeepsAgentsOfAIToolingAndThoseThatAreKeptAlive) {
   EXPECT_THAT(labels, ElementsAre("by-program", "my-GateWay", "kept"));
 }
 
+TEST_F(Refresh, AsksOnceWhatStartsByItself) {
+  addAgent("kept", "", true);
+  start();
+  EXPECT_EQ(machine().jobFileListings, 1);
+  frontEnd_.advance(5);
+  EXPECT_EQ(machine().jobFileListings, 2);
+}
+
 TEST_F(Refresh, NamesTheLargestProcessFrom512MegabytesOn) {
   ScriptedProcess& process = addProcess(7, "blender", 511.9);
   start();
