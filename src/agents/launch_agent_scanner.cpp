@@ -33,14 +33,15 @@ std::string programOf(const platform::JobFile& file) {
   return program;
 }
 
-VordaLaunchAgent joined(const platform::JobFile& file, const platform::LoadedJobs& jobs) {
+VordaLaunchAgent joined(const platform::JobFile& file, const platform::JobAnswer& answer) {
   VordaLaunchAgent agent{.label = file.label,
                          .plistPath = file.path,
                          .program = programOf(file),
                          .keepAlive = file.keepAlive};
-  if (const auto job = jobs.find(file.label); job != jobs.end()) {
+  if (const auto job = answer.jobs.find(file.label); job != answer.jobs.end()) {
     agent.loaded = true;
     agent.pid = job->second;
+    agent.pidAskedAt = answer.askedAt;
   }
   return agent;
 }
@@ -53,12 +54,13 @@ bool isInteresting(const VordaLaunchAgent& agent) {
 
 std::vector<VordaLaunchAgent> scan() {
   const std::vector<platform::JobFile> files = platform::jobFiles();
-  const platform::LoadedJobs jobs = platform::loadedJobs(files);
+  const auto answer = platform::loadedJobs(files);
+  if (!answer) return {};
 
   std::vector<VordaLaunchAgent> agents;
   agents.reserve(files.size());
   std::transform(files.begin(), files.end(), std::back_inserter(agents),
-                 [&jobs](const auto& file) { return joined(file, jobs); });
+                 [&answer](const auto& file) { return joined(file, *answer); });
 
   const auto ordinary = std::stable_partition(agents.begin(), agents.end(), isInteresting);
   const auto byLabel = [](const auto& a, const auto& b) { return a.label < b.label; };

@@ -15,16 +15,25 @@ struct VordaLaunchAgent {
   bool loaded = false;              ///< the manager holds it
   std::optional<std::int32_t> pid;  ///< set while it runs
 
+  /// When the manager was asked for the pid: platform::JobAnswer::askedAt.
+  std::uint64_t pidAskedAt = 0;
+
   /// What tells it from every other: one label is loaded at most once.
   const std::string& id() const { return label; }
 
-  /// All six fields, in declaration order.
-  bool operator==(const VordaLaunchAgent&) const = default;
+  /// Whether the process that has this pid and started by `startTime` is this agent's: the manager
+  /// told its pid, and it was there when the manager was asked. One that is younger, or of which
+  /// that can't be told, may be a stranger that was given the pid since. Both times are on
+  /// platform::processClock().
+  bool runsAs(std::int32_t process, std::optional<std::uint64_t> startTime) const;
+
+  /// The six fields that are shown, from `label` to `pid`, in this order.
+  bool operator==(const VordaLaunchAgent& other) const;
 };
 
 /// For sets and maps of agents.
 template <>
 struct std::hash<VordaLaunchAgent> {
-  /// Over all six fields, so that equal values hash equally.
+  /// Over the fields that operator== compares, so that equal values hash equally.
   std::size_t operator()(const VordaLaunchAgent& agent) const noexcept;
 };

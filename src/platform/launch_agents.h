@@ -24,19 +24,33 @@ std::vector<JobFile> jobFiles();
 /// Label to pid of every job that the manager holds loaded; no pid: loaded but not running.
 using LoadedJobs = std::map<std::string, std::optional<std::int32_t>, std::less<>>;
 
-/// Asks the manager which jobs are loaded; it is enough to answer for the given files.
-/// Empty when there is no manager, or when it does not answer within 2 seconds.
-LoadedJobs loadedJobs(std::span<const JobFile> files);
+/// What the manager said when it was asked last.
+struct JobAnswer {
+  LoadedJobs jobs;
+  /// When it was asked, on processClock(): a process that has one of the pids and is younger is
+  /// another than the one it spoke of.
+  std::uint64_t askedAt = 0;
+};
+
+/// Which jobs the manager holds loaded; it is enough to answer for the given files. None when
+/// it can't be asked, and nothing can be said of them. Linux: asks for 300 ms at most; where the
+/// manager takes longer its last answer stands, and for a minute it is not asked again. macOS:
+/// asks for 2 seconds at most, and takes no answer for "nothing is loaded".
+std::optional<JobAnswer> loadedJobs(std::span<const JobFile> files);
 
 /// How one attempt to start or stop a job ended.
 struct ServiceReply {
   int status = 0;         ///< 0: done
   std::string errorText;  ///< the manager's own words when not
 };
-using ServiceAttempt = std::function<ServiceReply()>;
 
-/// The ways to stop (start) one job, in the order in which to try them. Running one
-/// blocks until the manager has finished, for at most 10 seconds.
+/// One attempt, and what became of it. The first call begins it, each carries it on; none: it
+/// goes on, ask again. Linux: never waits, and no clock ends it: it takes as long as the manager
+/// does, or until the connection is lost. macOS: the first call waits, for at most 10 seconds
+/// for all attempts together, and has the reply.
+using ServiceAttempt = std::function<std::optional<ServiceReply>()>;
+
+/// The ways to stop (start) one job, in the order in which to try them.
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path);
 std::vector<ServiceAttempt> startAttempts(const std::string& label, const std::string& path);
 

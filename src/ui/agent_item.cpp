@@ -1,4 +1,6 @@
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "text/display_line.h"
 #include "text/unicode.h"
@@ -10,19 +12,24 @@ namespace MenuConstruction {
 namespace {
 
 // A pid decides before `loaded` does: the two may disagree, and then both are shown.
-std::string statusText(const VordaLaunchAgent& agent) {
+std::string statusText(const VordaLaunchAgent& agent, std::optional<LaunchAgentJob::Kind> job) {
+  if (job) return *job == LaunchAgentJob::Kind::stop ? "stopping…" : "starting…";
   if (agent.pid) return "on · pid " + std::to_string(*agent.pid);
   return agent.loaded ? "on" : "off";
 }
 
 }  // namespace
 
-MenuItem agentItem(const VordaLaunchAgent& agent) {
-  MenuItem item =
-      MenuBuilders::named("", text::shortened(text::displayName(agent.label), 40, 38),
-                          RowParts::kSeparator + statusText(agent) + (agent.keepAlive ? " ↺" : ""));
-  item.submenu = {agent.loaded ? MenuBuilders::command("Stop / unload", Action::unloadAgent, agent)
-                               : MenuBuilders::command("Start / load", Action::loadAgent, agent)};
+MenuItem agentItem(const VordaLaunchAgent& agent, std::optional<LaunchAgentJob::Kind> underWay) {
+  // One that is starting can be stopped, loaded or not yet: it may never come to an end.
+  const bool stops = agent.loaded || underWay == LaunchAgentJob::Kind::start;
+  MenuItem command = stops ? MenuBuilders::command("Stop / unload", Action::unloadAgent, agent)
+                           : MenuBuilders::command("Start / load", Action::loadAgent, agent);
+  command.enabled = underWay != LaunchAgentJob::Kind::stop;
+  MenuItem item = MenuBuilders::named(
+      "", text::shortened(text::displayName(agent.label), 40, 38),
+      RowParts::kSeparator + statusText(agent, underWay) + (agent.keepAlive ? " ↺" : ""));
+  item.submenu = {std::move(command)};
   return item;
 }
 

@@ -73,11 +73,21 @@ void addRoleSection(Items& items, const char* header, const ProcessList& list,
   addProcessItems(items, ProcessLists::first(list, kMaxAI), quits);
 }
 
-void addAgentSection(Items& items, const std::vector<VordaLaunchAgent>& agents) {
+std::optional<LaunchAgentJob::Kind> jobOf(const std::string& label,
+                                          std::span<const LaunchAgentJob> jobs) {
+  for (const LaunchAgentJob& job : jobs) {
+    if (job.label() == label && !job.outcome()) return job.kind();
+  }
+  return std::nullopt;
+}
+
+void addAgentSection(Items& items, const std::vector<VordaLaunchAgent>& agents,
+                     std::span<const LaunchAgentJob> jobs) {
   Items rows;
   for (const VordaLaunchAgent& agent : agents) {
     if (rows.size() == kMaxAgents) break;
-    if (agent.loaded || agent.keepAlive) rows.push_back(agentItem(agent));
+    const auto underWay = jobOf(agent.label, jobs);
+    if (agent.loaded || agent.keepAlive || underWay) rows.push_back(agentItem(agent, underWay));
   }
   if (rows.empty()) return;
   items.push_back(separator());
@@ -111,7 +121,7 @@ Menu build(const MenuContent& content) {
   addRoleSection(items, "— Training & fine-tunes (LoRA, SFT, …) —", training, content.quits);
   addRoleSection(items, "— Model servers —", servers, content.quits);
   addRoleSection(items, "— Agents & tools —", agentProcesses, content.quits);
-  addAgentSection(items, content.agents);
+  addAgentSection(items, content.agents, content.agentJobs);
   addCommands(items);
   return menu;
 }

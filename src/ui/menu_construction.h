@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "agents/launch_agent_job.h"
 #include "agents/vorda_launch_agent.h"
 #include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
@@ -16,6 +19,8 @@ struct MenuContent {
   const std::vector<VordaLaunchAgent>& agents;  ///< those of interest
   SystemMemory::Snapshot sys;                   ///< the whole machine's memory
   const QuitRequests* quits = nullptr;          ///< what was asked of them, if anything was
+  /// What agents are being asked to do; those that have ended count no more.
+  std::span<const LaunchAgentJob> agentJobs = {};
 };
 
 /// Says what stands in the menu: a function of what was sampled, and nothing else.
@@ -36,7 +41,9 @@ Menu build(const MenuContent& content);
 /// Quit, line by line.
 MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked = {});
 
-/// A launch agent's row and its submenu.
-MenuItem agentItem(const VordaLaunchAgent& agent);
+/// A launch agent's row and its submenu. `underWay`: what it is being asked to do, and so can't
+/// be asked for again.
+MenuItem agentItem(const VordaLaunchAgent& agent,
+                   std::optional<LaunchAgentJob::Kind> underWay = std::nullopt);
 
 }  // namespace MenuConstruction

@@ -37,6 +37,7 @@ void StatusBarController::menuDidClose(const Menu& menu) {
 }
 
 void StatusBarController::perform(const MenuItem& item) {
+  const ActionUnderWay performing(actionsUnderWay_);
   // What the action reads is copied: the menu may be built anew while it runs.
   const MenuItem sender{
       .action = item.action, .representedObject = item.representedObject, .process = item.process};
@@ -109,8 +110,8 @@ void StatusBarController::updateStrip() {
 }
 
 void StatusBarController::rebuildMenu() {
-  rootMenu_ =
-      MenuConstruction::build({processes_, agents_, SystemMemory::snapshot(), &quitRequests_});
+  rootMenu_ = MenuConstruction::build(
+      {processes_, agents_, SystemMemory::snapshot(), &quitRequests_, agentJobs_});
   pressureView_ = rootMenu_.items.front().strip;
   frontEnd_.menuRebuilt(rootMenu_);
 }

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "agents/launch_agent_job.h"
 #include "agents/vorda_launch_agent.h"
 #include "scanner/vorda_process.h"
 #include "ui/alert.h"
@@ -56,6 +57,18 @@ class StatusBarController {
  private:
   using Sender = const MenuItem&;
 
+  /// Counts one action for as long as it runs, with all the alerts that it shows.
+  class ActionUnderWay {
+   public:
+    explicit ActionUnderWay(int& count) : count_(count) { ++count_; }
+    ~ActionUnderWay() { --count_; }
+    ActionUnderWay(const ActionUnderWay&) = delete;
+    ActionUnderWay& operator=(const ActionUnderWay&) = delete;
+
+   private:
+    int& count_;
+  };
+
   // Refresh cycle.
   void refresh(bool rebuild, bool force);
   void refreshNow();
@@ -85,6 +98,9 @@ class StatusBarController {
   void unloadByLabel(Sender sender);
   void confirmUnload(const VordaLaunchAgent& agent);
   void loadAgent(Sender sender);
+  void beginAgentJob(LaunchAgentJob job);
+  void lookAfterAgentJobs();
+  void tellOutcome(const LaunchAgentJob& job);
   void openAM();
   void about();
   void quitApp();
@@ -96,6 +112,9 @@ class StatusBarController {
   std::vector<VordaProcess> processes_;
   std::vector<VordaLaunchAgent> allAgents_;  ///< as they were scanned
   std::vector<VordaLaunchAgent> agents_;     ///< those of interest
+  std::vector<LaunchAgentJob> agentJobs_;    ///< under way, or ended and not told yet
+  std::shared_ptr<ScheduledWork> agentJobTimer_;
+  int actionsUnderWay_ = 0;
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
   QuitRequests quitRequests_;
   std::string notice_;  ///< as the front end was told

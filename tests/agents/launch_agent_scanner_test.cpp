@@ -47,6 +47,21 @@ TEST_F(LaunchAgentScan, AFileWithoutAJobIsNotLoaded) {
       ElementsAre(VordaLaunchAgent{"sync", "/units/sync.service", "sync", false, false, {}}));
 }
 
+TEST_F(LaunchAgentScan, IsEmptyWhereTheManagerCannotBeAsked) {
+  machine().jobFiles = {{"ollama", "/units/ollama.service", {"ollama"}, true}};
+  machine().managerAnswers = false;
+  EXPECT_TRUE(LaunchAgentScanner::scan().empty()) << "whether it runs is not known";
+}
+
+TEST_F(LaunchAgentScan, NotesWhenThePidsWereAskedFor) {
+  machine().jobFiles = {{.label = "sync"}, {.label = "other"}};
+  machine().loadedJobs = {{"sync", 77}};
+  machine().jobsAskedAt = 500;
+  const auto agents = LaunchAgentScanner::scan();
+  ASSERT_EQ(agents.size(), 2U);
+  EXPECT_EQ(agents[1].pidAskedAt, 500U);
+}
+
 TEST_F(LaunchAgentScan, ShowsTheFirstFourWordsOfTheProgram) {
   machine().jobFiles = {{"a", "", {"1", "2", "3", "4"}, false},
                         {"b", "", {"1", "2", "3", "4", "5"}, false}};

@@ -47,4 +47,42 @@ TEST(VordaLaunchAgent, EqualValuesHashEqually) {
   EXPECT_EQ(std::hash<VordaLaunchAgent>{}(sample()), std::hash<VordaLaunchAgent>{}(sample()));
 }
 
+TEST(VordaLaunchAgent, IsTheSameWheneverItsPidWasAskedFor) {
+  VordaLaunchAgent later = sample();
+  later.pidAskedAt = 9;
+  EXPECT_EQ(later, sample());
+  EXPECT_EQ(std::hash<VordaLaunchAgent>{}(later), std::hash<VordaLaunchAgent>{}(sample()));
+}
+
+struct RunRow {
+  const char* name;
+  std::int32_t pid;
+  std::optional<std::uint64_t> startTime;
+  std::uint64_t askedAt;
+  bool runs;
+};
+
+class VordaLaunchAgentRuns : public testing::TestWithParam<RunRow> {};
+
+TEST_P(VordaLaunchAgentRuns, AsAProcessThatWasThereWhenItWasAskedFor) {
+  VordaLaunchAgent agent = sample();  // pid 7
+  agent.pidAskedAt = GetParam().askedAt;
+  EXPECT_EQ(agent.runsAs(GetParam().pid, GetParam().startTime), GetParam().runs);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, VordaLaunchAgentRuns,
+                         testing::Values(RunRow{"Older", 7, 99, 100, true},
+                                         RunRow{"AsOld", 7, 100, 100, true},
+                                         RunRow{"Younger", 7, 101, 100, false},
+                                         RunRow{"OfUnknownAge", 7, {}, 100, false},
+                                         RunRow{"OfAnotherPid", 8, 99, 100, false}),
+                         rowName<RunRow>);
+
+TEST(VordaLaunchAgent, ThatDoesNotRunIsNoProcess) {
+  VordaLaunchAgent agent = sample();
+  agent.pid.reset();
+  agent.pidAskedAt = 100;
+  EXPECT_FALSE(agent.runsAs(0, 1));
+}
+
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include "platform/applications.h"
 #include "platform/processes.h"
@@ -20,12 +21,14 @@ std::vector<platform::ServiceAttempt> attempts(const char* verb, const std::stri
                                                const std::vector<platform::ServiceReply>& replies) {
   std::vector<platform::ServiceAttempt> result;
   for (std::size_t i = 0; i < replies.size(); ++i) {
-    result.emplace_back(
-        [call = std::string(verb) + " " + label + " " + std::to_string(i + 1), reply = replies[i]] {
-          scripted.serviceCalls.push_back(call);
-          if (scripted.nextCallFails()) return platform::ServiceReply{scripted.fault->error, "no"};
-          return reply;
-        });
+    result.emplace_back([call = std::string(verb) + " " + label + " " + std::to_string(i + 1),
+                         reply = replies[i], began = false]() mutable {
+      if (!std::exchange(began, true)) {
+        scripted.serviceCalls.push_back(call);
+        if (scripted.nextCallFails()) reply = {scripted.fault->error, "no"};
+      }
+      return scripted.jobsGoOn ? std::nullopt : std::optional(reply);
+    });
   }
   return result;
 }
@@ -81,6 +84,7 @@ bool readProcess(std::int32_t pid, ProcessFacts& facts) {
                    : std::string(text::lastPathComponent(process->arguments.front()));
   facts.effectiveUid = process->effectiveUid;
   facts.parent = process->parent;
+  facts.startTime = process->startTime;
   facts.isCut = process->isCut;
   facts.identity.reset();
   lastRead = process->identity;
@@ -147,8 +151,9 @@ std::vector<JobFile> jobFiles() {
   return scripted.jobFiles;
 }
 
-LoadedJobs loadedJobs(std::span<const JobFile>) {
-  return scripted.nextCallFails() ? LoadedJobs() : scripted.loadedJobs;
+std::optional<JobAnswer> loadedJobs(std::span<const JobFile>) {
+  if (scripted.nextCallFails() || !scripted.managerAnswers) return std::nullopt;
+  return JobAnswer{scripted.loadedJobs, scripted.jobsAskedAt};
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string&) {

@@ -21,6 +21,7 @@ struct ScriptedProcess {
   std::optional<double> footprintMB = 100;
   std::optional<std::uint64_t> identity = 1;
   std::optional<std::int32_t> parent;
+  std::optional<std::uint64_t> startTime = 1;
   bool isCut = false;       ///< it has more arguments than these
   bool unreadable = false;  ///< listed, but gone when it is read
   int signalError = 0;      ///< what sending a signal answers; 0 ends the process
@@ -47,9 +48,12 @@ struct ScriptedPlatform {
 
   std::vector<platform::JobFile> jobFiles;
   platform::LoadedJobs loadedJobs;
+  std::uint64_t jobsAskedAt = 1'000'000'000;  ///< platform::JobAnswer::askedAt
+  bool managerAnswers = true;                 ///< it can be asked which jobs are loaded
   /// What the attempts to stop and to start a job answer, in their order.
   std::vector<platform::ServiceReply> stopReplies{{0, ""}};
   std::vector<platform::ServiceReply> startReplies{{0, ""}};
+  bool jobsGoOn = false;  ///< no attempt ends meanwhile
 
   platform::Words words = platform::kLinuxWords;
   std::uint64_t clock = 1'000'000'000;  ///< in nanoseconds

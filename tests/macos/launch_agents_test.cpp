@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "agents/launch_agent_job.h"
 #include "agents/launch_agent_scanner.h"
 #include "macos/mac_test.h"
 #include "platform/macos/launchctl_attempts.h"
@@ -72,22 +73,27 @@ TEST_F(LaunchAgents, MissingFoldersGiveNone) {
   EXPECT_TRUE(platform::jobFiles().empty());
 }
 
+platform::LoadedJobs loadedJobs() {
+  const auto answer = platform::loadedJobs({});
+  return answer ? answer->jobs : platform::LoadedJobs{{"nobody could be asked", {}}};
+}
+
 TEST_F(LaunchAgents, LoadedJobsAreListedOnce) {
   Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n-\\t0\\tcom.b\\n'");
-  EXPECT_EQ(platform::loadedJobs({}), (platform::LoadedJobs{{"com.a", 12}, {"com.b", {}}}));
+  EXPECT_EQ(loadedJobs(), (platform::LoadedJobs{{"com.a", 12}, {"com.b", {}}}));
   EXPECT_EQ(Stage::launchctlCalls(), Texts{"list"});
 }
 
 TEST_F(LaunchAgents, FailedListTellsNothing) {
   Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n'; exit 1");
-  EXPECT_TRUE(platform::loadedJobs({}).empty());
+  EXPECT_TRUE(loadedJobs().empty());
   Stage::removeLaunchctl();
-  EXPECT_TRUE(platform::loadedJobs({}).empty());
+  EXPECT_TRUE(loadedJobs().empty());
 }
 
 TEST_F(LaunchAgents, HangingListTellsNothing) {
   Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n'; exec sleep 1000");
-  EXPECT_TRUE(platform::loadedJobs({}).empty());
+  EXPECT_TRUE(loadedJobs().empty());
 }
 
 TEST_F(LaunchAgents, ScanJoinsFilesAndLoadedJobs) {
@@ -106,8 +112,21 @@ VordaLaunchAgent agent() {
   return {.label = "com.a", .plistPath = "/Users/ada/Library/LaunchAgents/a b.plist"};
 }
 
+/// At once: nothing goes on in the background.
+LaunchAgentJob::Outcome outcome(LaunchAgentJob job) {
+  return job.poll().value_or(LaunchAgentJob::Outcome{false, "it goes on"});
+}
+
+LaunchAgentJob::Outcome stopped(const VordaLaunchAgent& agent) {
+  return outcome({agent, LaunchAgentJob::Kind::stop});
+}
+
+LaunchAgentJob::Outcome started(const VordaLaunchAgent& agent) {
+  return outcome({agent, LaunchAgentJob::Kind::start});
+}
+
 TEST_F(LaunchAgents, BootoutStopsAtTheFirstSuccess) {
-  const auto [ok, message] = LaunchAgentScanner::bootout(agent());
+  const auto [ok, message] = stopped(agent());
   EXPECT_TRUE(ok);
   EXPECT_EQ(message, "Unloaded com.a");
   EXPECT_THAT(Stage::launchctlCalls(), ElementsAre("bootout|gui/501/com.a"));
@@ -115,7 +134,7 @@ TEST_F(LaunchAgents, BootoutStopsAtTheFirstSuccess) {
 
 TEST_F(LaunchAgents, BootoutTriesThreeWays) {
   Stage::setLaunchctl("echo 'Boot-out failed: 5: Input/output error' >&2; exit 5");
-  const auto [ok, message] = LaunchAgentScanner::bootout(agent());
+  const auto [ok, message] = stopped(agent());
   EXPECT_FALSE(ok);
   EXPECT_EQ(message, "Failed to unload com.a");
   EXPECT_THAT(Stage::launchctlCalls(),
@@ -126,7 +145,7 @@ TEST_F(LaunchAgents, BootoutTriesThreeWays) {
 
 TEST_F(LaunchAgents, BootoutByOldWayCounts) {
   Stage::setLaunchctl("[ \"$1\" = unload ] || exit 5");
-  EXPECT_EQ(LaunchAgentScanner::bootout(agent()), std::pair(true, std::string("Unloaded com.a")));
+  EXPECT_EQ(stopped(agent()), std::pair(true, std::string("Unloaded com.a")));
   EXPECT_EQ(Stage::launchctlCalls().size(), 3);
 }
 
@@ -134,36 +153,34 @@ TEST_F(LaunchAgents, BootoutOfWhatIsNotLoadedIsASuccess) {
   for (const char* words : {"No such process", "Could not find"}) {
     Stage::reset();
     Stage::setLaunchctl(std::string("echo 'Boot-out failed: 3: ") + words + " x' >&2; exit 3");
-    EXPECT_EQ(LaunchAgentScanner::bootout(agent()),
-              std::pair(true, std::string("com.a already unloaded")));
+    EXPECT_EQ(stopped(agent()), std::pair(true, std::string("com.a already unloaded")));
     EXPECT_EQ(Stage::launchctlCalls().size(), 1);
   }
 }
 
 TEST_F(LaunchAgents, BootoutReadsErrorsAlone) {
   Stage::setLaunchctl("echo 'No such process'; exit 3");
-  EXPECT_FALSE(LaunchAgentScanner::bootout(agent()).first);
+  EXPECT_FALSE(stopped(agent()).first);
 }
 
 TEST_F(LaunchAgents, BootstrapTriesTwoWays) {
   Stage::setLaunchctl("echo 'Bootstrap failed: 5: No such process' >&2; exit 5");
-  EXPECT_EQ(LaunchAgentScanner::bootstrap(agent()),
-            std::pair(false, std::string("Failed to load com.a")));
+  EXPECT_EQ(started(agent()), std::pair(false, std::string("Failed to load com.a")));
   EXPECT_THAT(Stage::launchctlCalls(),
               ElementsAre("bootstrap|gui/501|/Users/ada/Library/LaunchAgents/a b.plist",
                           "load|/Users/ada/Library/LaunchAgents/a b.plist"));
 }
 
 TEST_F(LaunchAgents, BootstrapStopsAtTheFirstSuccess) {
-  EXPECT_EQ(LaunchAgentScanner::bootstrap(agent()), std::pair(true, std::string("Loaded com.a")));
+  EXPECT_EQ(started(agent()), std::pair(true, std::string("Loaded com.a")));
   EXPECT_EQ(Stage::launchctlCalls().size(), 1);
 }
 
 TEST_F(LaunchAgents, DomainIsTheUsersOfTheMoment) {
   darwin::kernel().ownUid = 77;
-  LaunchAgentScanner::bootout(agent());
+  stopped(agent());
   darwin::kernel().ownUid = 78;
-  LaunchAgentScanner::bootstrap(agent());
+  started(agent());
   EXPECT_THAT(Stage::launchctlCalls(),
               ElementsAre("bootout|gui/77/com.a",
                           "bootstrap|gui/78|/Users/ada/Library/LaunchAgents/a b.plist"));
@@ -171,25 +188,24 @@ TEST_F(LaunchAgents, DomainIsTheUsersOfTheMoment) {
 
 TEST_F(LaunchAgents, MissingLaunchctlFailsEveryWay) {
   Stage::removeLaunchctl();
-  EXPECT_EQ(LaunchAgentScanner::bootout(agent()).second, "Failed to unload com.a");
-  EXPECT_EQ(LaunchAgentScanner::bootstrap(agent()).second, "Failed to load com.a");
+  EXPECT_EQ(stopped(agent()).second, "Failed to unload com.a");
+  EXPECT_EQ(started(agent()).second, "Failed to load com.a");
 }
 
 TEST_F(LaunchAgents, HangingActionEndsWithTheFailureSentence) {
   Stage::setLaunchctl("exec sleep 1000");
   static_assert(platform::kActionLimit <= std::chrono::seconds(10));
-  EXPECT_EQ(LaunchAgentScanner::bootout(agent()),
-            std::pair(false, std::string("Failed to unload com.a")));
+  EXPECT_EQ(stopped(agent()), std::pair(false, std::string("Failed to unload com.a")));
   EXPECT_THAT(Stage::launchctlCalls(), ElementsAre("bootout|gui/501/com.a"));
 }
 
 TEST_F(LaunchAgents, HangingAttemptLeavesTheOthersNoTime) {
   Stage::setLaunchctl("exec sleep 1000");
   const auto attempts = platform::launchctlAttempts({{"a"}, {"b"}, {"c"}}, milliseconds(300));
-  EXPECT_EQ(attempts[0]().status, -1);
+  EXPECT_EQ(attempts[0]().value().status, -1);
   Stage::removeLaunchctl();  // an attempt to start it would now say that it is missing
   for (const std::size_t later : {1U, 2U}) {
-    const platform::ServiceReply reply = attempts[later]();
+    const platform::ServiceReply reply = attempts[later]().value();
     EXPECT_EQ(reply.status, -1);
     EXPECT_EQ(reply.errorText, "");
   }

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "ui/alerts.h"
@@ -159,6 +160,142 @@ TEST_F(AgentLoad, ThatFailsIsToldAndSamplesAllTheSame) {
   load();
   EXPECT_THAT(frontEnd_.alerts, ElementsAre(Alerts::notice("Failed", "Failed to load hermes")));
   expectClosedAndSampled(0);
+}
+
+/// Two agents, hermes and ollama, and a manager that takes its time.
+class AgentJobs : public AgentActions {
+ protected:
+  AgentJobs() {
+    addAgent("ollama");
+    machine().jobsGoOn = true;
+  }
+  void SetUp() override { start(); }
+
+  std::string title(const std::string& label) const { return row(label).title; }
+  void loadOllama() {
+    machine().loadedJobs.erase("ollama");
+    machine().jobFiles.back().keepAlive = true;
+    controller().menuNeedsUpdate(menu());
+    controller().perform(entry(row("ollama"), Action::loadAgent));
+  }
+  /// The manager has done what it was asked.
+  void finish() {
+    machine().jobsGoOn = false;
+    machine().loadedJobs.erase("hermes");
+    frontEnd_.advance(kLook);
+  }
+  std::size_t failures() const {
+    return static_cast<std::size_t>(
+        std::count_if(frontEnd_.alerts.begin(), frontEnd_.alerts.end(),
+                      [](const Alert& alert) { return alert.messageText == "Failed"; }));
+  }
+
+  static constexpr double kLook = 0.1;
+};
+
+TEST_F(AgentJobs, StoppingIsSaidAndNotWaitedFor) {
+  unload();
+  EXPECT_THAT(machine().serviceCalls, ElementsAre("stop hermes 1"));
+  EXPECT_EQ(title("hermes"), "hermes  ·  stopping…");
+  EXPECT_EQ(frontEnd_.trackingsCancelled, 1);
+  frontEnd_.advance(3600);
+  EXPECT_EQ(title("hermes"), "hermes  ·  stopping…") << "no clock ends it";
+  EXPECT_EQ(frontEnd_.alerts.size(), 1U);
+  EXPECT_THAT(machine().serviceCalls, ElementsAre("stop hermes 1"));
+}
+
+TEST_F(AgentJobs, StartingIsSaidAndNotWaitedFor) {
+  loadOllama();
+  EXPECT_EQ(title("ollama"), "ollama  ·  starting… ↺");
+  EXPECT_THAT(machine().serviceCalls, ElementsAre("start ollama 1"));
+}
+
+TEST_F(AgentJobs, TheOutcomeClosesTheMenuAndSamples) {
+  unload();
+  const int sampled = machine().pidListings;
+  const int closed = frontEnd_.trackingsCancelled;
+  frontEnd_.advance(1);
+  EXPECT_EQ(machine().pidListings, sampled) << "looking after it samples nothing";
+  finish();
+  EXPECT_EQ(frontEnd_.trackingsCancelled, closed + 1);
+  EXPECT_EQ(machine().pidListings, sampled + 1);
+  EXPECT_EQ(frontEnd_.alerts.size(), 1U) << "a success is silent";
+  EXPECT_EQ(frontEnd_.pendingWork(), 1U + 3U) << "the timer and three samples, no more looks";
+}
+
+TEST_F(AgentJobs, AStartIsFollowedByNoSamples) {
+  loadOllama();
+  finish();
+  EXPECT_EQ(frontEnd_.pendingWork(), 1U);
+}
+
+TEST_F(AgentJobs, TheOutcomeWaitsForTheMenuToClose) {
+  failToStop();
+  unload();
+  openMenu();
+  finish();
+  frontEnd_.advance(60);
+  EXPECT_EQ(failures(), 0U);
+  EXPECT_EQ(frontEnd_.trackingsCancelled, 1);
+  closeMenu();
+  EXPECT_THAT(titles(), testing::Not(testing::Contains(testing::HasSubstr("stopping…"))));
+  frontEnd_.advance(kLook);
+  EXPECT_EQ(frontEnd_.alerts.back(), Alerts::notice("Failed", "Failed to unload hermes"));
+}
+
+TEST_F(AgentJobs, TheOutcomeWaitsForAnAlertToClose) {
+  failToStop();
+  unload();
+  bool waited = false;
+  frontEnd_.whileAlertIsOpen = [&](const Alert& alert) {
+    if (alert.messageText != "About") return;
+    finish();
+    frontEnd_.advance(60);
+    waited = failures() == 0 && frontEnd_.trackingsCancelled == 1;
+  };
+  controller().perform(row("About Vorda"));
+  EXPECT_TRUE(waited);
+  frontEnd_.advance(kLook);
+  EXPECT_EQ(failures(), 1U);
+}
+
+TEST_F(AgentJobs, OutcomesAreToldOneAfterTheOther) {
+  failToStop();
+  machine().startReplies = {{1, "no"}};
+  unload();
+  loadOllama();
+  std::size_t open = 0;
+  std::size_t most = 0;
+  frontEnd_.whileAlertIsOpen = [&](const Alert&) {
+    most = std::max(most, ++open);
+    frontEnd_.advance(60);
+    --open;
+  };
+  finish();
+  EXPECT_EQ(failures(), 2U);
+  EXPECT_EQ(most, 1U);
+}
+
+TEST_F(AgentJobs, WhatIsStoppingCannotBeStoppedAgain) {
+  unload();
+  EXPECT_FALSE(entry(row("hermes"), Action::unloadAgent).enabled);
+}
+
+TEST_F(AgentJobs, WhatIsStartingCanBeStopped) {
+  machine().startReplies = {{1, "canceled"}};
+  loadOllama();
+  controller().perform(entry(row("ollama"), Action::unloadAgent));
+  EXPECT_THAT(machine().serviceCalls, ElementsAre("start ollama 1", "stop ollama 1"));
+  EXPECT_EQ(title("ollama"), "ollama  ·  stopping… ↺");
+  finish();
+  EXPECT_EQ(failures(), 0U) << "what became of the start is nobody's question any more";
+}
+
+TEST_F(AgentJobs, AreForgottenWithTheController) {
+  unload();
+  controller_.reset();
+  finish();
+  EXPECT_EQ(failures(), 0U);
 }
 
 class UtilityCommands : public ControllerTest {};

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 #include "fakes/row_name.h"
@@ -7,18 +8,21 @@
 
 namespace {
 
+using Kind = LaunchAgentJob::Kind;
+
 struct Row {
   const char* name;
   VordaLaunchAgent agent;
   std::string title;
   Action action;
+  std::optional<Kind> underWay = std::nullopt;
 };
 
 class AgentItem : public testing::TestWithParam<Row> {};
 
 TEST_P(AgentItem, SaysItsStateAndOffersToChangeIt) {
   const auto& row = GetParam();
-  const MenuItem item = MenuConstruction::agentItem(row.agent);
+  const MenuItem item = MenuConstruction::agentItem(row.agent, row.underWay);
   EXPECT_EQ(item.title, row.title);
   EXPECT_EQ(item.toolTip, "");
   EXPECT_EQ(item.dot, std::nullopt);
@@ -31,7 +35,7 @@ TEST_P(AgentItem, SaysItsStateAndOffersToChangeIt) {
   EXPECT_EQ(entry.title, row.action == Action::unloadAgent ? "Stop / unload" : "Start / load");
   EXPECT_EQ(entry.action, row.action);
   EXPECT_EQ(entry.representedObject, RepresentedObject(row.agent));
-  EXPECT_TRUE(entry.enabled);
+  EXPECT_EQ(entry.enabled, row.underWay != Kind::stop);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -55,7 +59,23 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"LabelOf41",
             {.label = std::string(41, 'x')},
             std::string(38, 'x') + "…  ·  off",
-            Action::loadAgent}),
+            Action::loadAgent},
+        Row{"Stopping",
+            {.label = "a", .keepAlive = true, .loaded = true, .pid = 5},
+            "a  ·  stopping… ↺",
+            Action::unloadAgent,
+            Kind::stop},
+        Row{"StoppingWhatHasGone",
+            {.label = "a"},
+            "a  ·  stopping…",
+            Action::loadAgent,
+            Kind::stop},
+        Row{"Starting", {.label = "a"}, "a  ·  starting…", Action::unloadAgent, Kind::start},
+        Row{"StartingWhatIsLoadedByNow",
+            {.label = "a", .loaded = true, .pid = 5},
+            "a  ·  starting…",
+            Action::unloadAgent,
+            Kind::start}),
     rowName<Row>);
 
 }  // namespace

@@ -1,19 +1,17 @@
 #include "platform/launch_agents.h"
 
 #include <iterator>
+#include <memory>
 
-#include "platform/linux/job_control.h"
 #include "platform/linux/job_files.h"
 #include "platform/linux/loaded_jobs.h"
+#include "platform/linux/service_job.h"
 
 namespace platform {
 namespace {
 
-constexpr std::chrono::seconds kJobLimit{10};
-
-UserManager& manager() {
-  static UserManager manager;
-  return manager;
+std::vector<ServiceAttempt> onlyAttempt(ServiceJob::Verb verb, const std::string& label) {
+  return {[job = std::make_shared<ServiceJob>(verb, label)] { return job->poll(); }};
 }
 
 }  // namespace
@@ -25,17 +23,17 @@ std::vector<JobFile> jobFiles() {
   return files;
 }
 
-LoadedJobs loadedJobs(std::span<const JobFile> files) {
-  static LoadedJobsReader reader(manager());
+std::optional<JobAnswer> loadedJobs(std::span<const JobFile> files) {
+  static LoadedJobsReader reader;
   return reader.read(files);
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string&) {
-  return {[label] { return stopJob(manager(), label, kJobLimit); }};
+  return onlyAttempt(ServiceJob::Verb::stop, label);
 }
 
 std::vector<ServiceAttempt> startAttempts(const std::string& label, const std::string&) {
-  return {[label] { return startJob(manager(), label, kJobLimit); }};
+  return onlyAttempt(ServiceJob::Verb::start, label);
 }
 
 }  // namespace platform

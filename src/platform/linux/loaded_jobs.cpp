@@ -1,50 +1,72 @@
 #include "platform/linux/loaded_jobs.h"
 
 #include <cerrno>
-#include <filesystem>
-#include <string>
 
 namespace platform {
-namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// The unit that a job file stands for: its own, or, for a link to another unit's file, that
-/// one. The manager lists an alias under the name of the unit only.
-template <typename Services>
-auto serviceOf(const JobFile& file, const Services& services) {
-  const auto own = services.find(file.label + ".service");
-  if (own != services.end()) return own;
-  std::error_code error;
-  if (!std::filesystem::is_symlink(file.path, error)) return own;
-  return services.find(std::filesystem::canonical(file.path, error).filename().string());
+std::optional<JobAnswer> LoadedJobsReader::read(std::span<const JobFile> files) {
+  if (files.empty()) return JobAnswer{};
+  inquire(files, Clock::now() + options_.budget);
+  if (!last_) return std::nullopt;
+  return JobAnswer{last_->jobsOf(files), last_->askedAt};
 }
 
-}  // namespace
-
-LoadedJobs LoadedJobsReader::restAWhile() {
-  restsUntil_ = Clock::now() + rest_;
-  return {};
-}
-
-LoadedJobs LoadedJobsReader::read(std::span<const JobFile> files) {
-  if (files.empty() || Clock::now() < restsUntil_) return {};
-  const Deadline deadline = Clock::now() + UserBus::kPatience;
+void LoadedJobsReader::inquire(std::span<const JobFile> files, Deadline deadline) {
   BusFailure failure;
-  const auto services = manager_.loadedServices(deadline, failure);
-  if (!services) return failure.number == ETIMEDOUT ? restAWhile() : LoadedJobs();
-
-  LoadedJobs jobs;
-  for (const auto& file : files) {
-    const auto service = serviceOf(file, *services);
-    if (service == services->end() || jobs.contains(file.label)) continue;
-    failure = {};
-    const auto pid = manager_.mainPid(service->second, deadline, failure);
-    if (failure.number == ETIMEDOUT) return restAWhile();
-    auto& job = jobs[file.label];
-    if (pid && *pid != 0) job = static_cast<std::int32_t>(*pid);
+  const auto isOver = [&] { return inquiry_->carryOn(files); };
+  if (Clock::now() < restsUntil_) {
+    if (!inquiry_) return;
+    const auto progress = bus_->catchUp(isOver, failure);
+    if (progress == UserBus::Progress::done) takeAnswer();
+    if (progress != UserBus::Progress::lost) return;
+    restsUntil_ = {};  // who is gone is not slow: another may be there by now
   }
-  return jobs;
+  if (inquiry_) disconnect();  // it was never answered
+
+  // A connection that was kept may have been lost since, and shows it only now.
+  for (bool isKept = bus_ != nullptr;; isKept = false) {
+    if (!connect()) return;
+    inquiry_.emplace(*bus_);
+    switch (bus_->waitUntil(isOver, deadline, failure)) {
+      case UserBus::Progress::done:
+        return takeAnswer();
+      case UserBus::Progress::late:
+        return restAWhile();
+      case UserBus::Progress::lost:
+        disconnect();
+    }
+    if (!isKept) return last_.reset();
+  }
+}
+
+/// False where there is nobody to ask.
+bool LoadedJobsReader::connect() {
+  if (bus_) return true;
+  BusFailure failure;
+  bus_ = UserBus::open(options_.sockets(), failure);
+  if (bus_) return true;
+  if (failure.number == EAGAIN) {
+    restAWhile();
+  } else {
+    last_.reset();
+  }
+  return false;
+}
+
+void LoadedJobsReader::takeAnswer() {
+  last_ = inquiry_->takeAnswer();
+  inquiry_.reset();
+}
+
+void LoadedJobsReader::restAWhile() {
+  restsUntil_ = Clock::now() + options_.rest;
+}
+
+void LoadedJobsReader::disconnect() {
+  inquiry_.reset();
+  bus_.reset();
 }
 
 }  // namespace platform

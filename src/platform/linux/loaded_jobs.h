@@ -1,31 +1,50 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
 #include <span>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/launch_agents.h"
-#include "platform/linux/user_manager.h"
+#include "platform/linux/service_inquiry.h"
+#include "platform/linux/user_bus_socket.h"
 
 namespace platform {
 
-/// Finds out which jobs the user's manager holds loaded. Asking never takes more than
-/// UserBus::kPatience; a manager that let them pass is left alone for a while, or every refresh
-/// would freeze the interface for as long.
+/// Finds out which jobs the user's manager holds loaded, and lets nobody wait for that longer than
+/// the budget. A manager that is slower is left alone for a while, or every refresh would freeze
+/// the interface for as long; meanwhile what it said last stands, and what it says late is taken
+/// when it has come.
 class LoadedJobsReader {
  public:
-  /// `manager` must outlive it.
-  explicit LoadedJobsReader(UserManager& manager,
-                            std::chrono::seconds rest = std::chrono::seconds(60))
-      : manager_(manager), rest_(rest) {}
+  struct Options {
+    std::chrono::milliseconds budget{300};  ///< for all questions of one read together
+    std::chrono::seconds rest{60};          ///< after a read that took longer
+    /// Where the manager's bus may be.
+    std::function<std::vector<std::string>()> sockets = [] { return userBusSockets(); };
+  };
+  LoadedJobsReader() = default;
+  explicit LoadedJobsReader(Options options) : options_(std::move(options)) {}
 
-  LoadedJobs read(std::span<const JobFile> files);
+  /// None when there is no manager, or it can't be asked, or has never answered.
+  std::optional<JobAnswer> read(std::span<const JobFile> files);
 
  private:
-  LoadedJobs restAWhile();
+  void inquire(std::span<const JobFile> files, Deadline deadline);
+  bool connect();
+  void disconnect();
+  void takeAnswer();
+  void restAWhile();
 
-  UserManager& manager_;
-  std::chrono::seconds rest_;
+  Options options_;
   Deadline restsUntil_;
+  std::unique_ptr<UserBus> bus_;           ///< kept from one inquiry to the next
+  std::optional<ServiceInquiry> inquiry_;  ///< under way
+  std::optional<LoadedServices> last_;     ///< what the manager said last
 };
 
 }  // namespace platform

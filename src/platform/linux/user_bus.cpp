@@ -3,130 +3,125 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
-#include <cstring>
+#include <utility>
+
+#include "platform/linux/user_bus_socket.h"
 
 namespace platform {
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
+constexpr std::uint64_t kForever = UINT64_MAX;
+
+BusFailure failureOf(int error) {
+  return {error, "", ""};
+}
+
 std::uint64_t microsecondsUntil(Deadline deadline) {
-  const auto left = std::chrono::duration_cast<std::chrono::microseconds>(
-      deadline - std::chrono::steady_clock::now());
+  const auto left = std::chrono::ceil<std::chrono::microseconds>(deadline - Clock::now());
   return static_cast<std::uint64_t>(std::max<std::int64_t>(left.count(), 0));
 }
 
-/// The deadline of one answer.
-Deadline patient(Deadline deadline) {
-  return std::min(deadline, std::chrono::steady_clock::now() + UserBus::kPatience);
-}
-
-/// A D-Bus error as sd-bus hands it out.
-class BusError {
- public:
-  BusError() = default;
-  ~BusError() { sd_bus_error_free(&error_); }
-  BusError(const BusError&) = delete;
-  BusError& operator=(const BusError&) = delete;
-
-  sd_bus_error* get() { return &error_; }
-  const char* name() const { return error_.name == nullptr ? "" : error_.name; }
-  const char* message() const { return error_.message; }
-
- private:
-  sd_bus_error error_ = {};
-};
-
-void setFailure(int error, BusFailure& failure) {
-  failure = {-error, "", std::strerror(-error)};
+/// Lets a fresh sd_bus talk over the socket, and begin to.
+int start(sd_bus* bus, FileDescriptor socket) {
+  if (const int error = sd_bus_set_fd(bus, socket.get(), socket.get()); error < 0) return error;
+  socket.release();  // it is the other's now
+  sd_bus_set_bus_client(bus, 1);
+  sd_bus_negotiate_fds(bus, 0);  // nobody here wants to be handed files
+  // Not even the greeting: a bus that stands still is no bus that is gone.
+  sd_bus_set_method_call_timeout(bus, kForever);
+  return sd_bus_start(bus);
 }
 
 }  // namespace
 
-bool UserBus::append(int result, BusFailure& failure) {
-  if (result >= 0) return true;
-  setFailure(result, failure);
-  return false;
+BusCall::BusCall(UserBus& bus, BusMessage call) {
+  sd_bus_slot* slot = nullptr;
+  const int result =
+      call ? sd_bus_call_async(bus.get(), &slot, call.get(), arrived, this, kForever) : -ENOMEM;
+  if (result < 0) failure_ = failureOf(-result);
+  slot_.reset(slot);
 }
 
-bool UserBus::lose(int error, BusFailure& failure) {
-  setFailure(error, failure);
-  bus_.reset();
-  return false;
-}
-
-/// Takes in what has come meanwhile, above all the end of the connection.
-bool UserBus::isAlive() {
-  if (!bus_) return false;
-  constexpr int kMost = 1000;  // a connection that is flooded is not worth keeping
-  int handled = 0;
-  while (handled < kMost) {
-    const int result = sd_bus_process(bus_.get(), nullptr);
-    if (result < 0) return false;
-    if (result == 0) return sd_bus_is_ready(bus_.get()) > 0;
-    ++handled;
-  }
-  return false;
-}
-
-bool UserBus::connect(Deadline deadline, BusFailure& failure) {
-  if (isAlive()) return true;
-  bus_.reset();
-  sd_bus* opened = nullptr;
-  if (const int error = sd_bus_open_user(&opened); error < 0) return lose(error, failure);
-  bus_.reset(opened);
-  deadline = patient(deadline);
-  // sd_bus_call would wait without a bound for the other side to greet.
-  while (sd_bus_is_ready(bus_.get()) == 0) {
-    if (!processOne(deadline, failure)) return false;
-  }
-  return true;
-}
-
-bool UserBus::processOne(Deadline deadline, BusFailure& failure) {
-  for (;;) {
-    const int handled = bus_ ? sd_bus_process(bus_.get(), nullptr) : -ENOTCONN;
-    if (handled > 0) return true;
-    if (handled < 0) return lose(handled, failure);
-    const std::uint64_t left = microsecondsUntil(deadline);
-    if (left == 0) {
-      setFailure(-ETIMEDOUT, failure);
-      return false;
-    }
-    const int woken = sd_bus_wait(bus_.get(), left);
-    if (woken < 0 && woken != -EINTR) return lose(woken, failure);
-  }
-}
-
-BusMessage UserBus::newCall(const char* destination, const char* path, const char* interface,
-                            const char* member, Deadline deadline, BusFailure& failure) {
-  if (!connect(deadline, failure)) {
-    bus_.reset();
-    return none();
-  }
-  sd_bus_message* message = nullptr;
+BusMessage BusCall::request(UserBus& bus, const char* destination, const char* path,
+                            const char* interface, const char* member,
+                            const std::function<int(sd_bus_message*)>& addArguments) {
+  sd_bus_message* raw = nullptr;
   const int error =
-      sd_bus_message_new_method_call(bus_.get(), &message, destination, path, interface, member);
-  if (!append(error, failure)) return none();
-  BusMessage request(message, sd_bus_message_unref);
-  return append(sd_bus_message_set_auto_start(message, 0), failure) ? std::move(request) : none();
+      sd_bus_message_new_method_call(bus.get(), &raw, destination, path, interface, member);
+  BusMessage call(raw, sd_bus_message_unref);
+  // Asking starts nothing: a manager that does not run has nothing loaded.
+  if (error < 0 || sd_bus_message_set_auto_start(raw, 0) < 0 || addArguments(raw) < 0) {
+    call.reset();
+  }
+  return call;
 }
 
-BusMessage UserBus::send(BusMessage request, Deadline deadline, BusFailure& failure) {
-  const std::uint64_t left = microsecondsUntil(patient(deadline));
-  if (left == 0) {
-    setFailure(-ETIMEDOUT, failure);
-    return none();
+int BusCall::arrived(sd_bus_message* answer, void* self, sd_bus_error*) {
+  auto& call = *static_cast<BusCall*>(self);
+  call.answer_.reset(sd_bus_message_ref(answer));
+  if (const sd_bus_error* error = sd_bus_message_get_error(answer)) {
+    call.failure_ = {std::max(sd_bus_error_get_errno(error), 1), error->name,
+                     error->message == nullptr ? "" : error->message};
   }
-  BusError error;
-  sd_bus_message* answer = nullptr;
-  const int result = sd_bus_call(bus_.get(), request.get(), left, error.get(), &answer);
-  if (result >= 0) return {answer, sd_bus_message_unref};
+  return 1;
+}
 
-  setFailure(result, failure);
-  failure.name = error.name();
-  if (error.message() != nullptr) failure.text = error.message();
-  // What did not answer in time may still answer, and nobody would wait for that any more.
-  if (result == -ETIMEDOUT || sd_bus_is_open(bus_.get()) <= 0) bus_.reset();
-  return none();
+std::string BusCall::answeredBy() const {
+  const char* sender = answer_ ? sd_bus_message_get_sender(answer_.get()) : nullptr;
+  return sender == nullptr ? "" : sender;
+}
+
+std::unique_ptr<UserBus> UserBus::open(const std::vector<std::string>& sockets,
+                                       BusFailure& failure) {
+  int error = 0;
+  FileDescriptor socket = connectToUserBus(sockets, error);
+  if (!socket.isOpen()) {
+    failure = failureOf(error);
+    return nullptr;
+  }
+  sd_bus* raw = nullptr;
+  error = sd_bus_new(&raw);
+  std::unique_ptr<UserBus> bus(new UserBus(raw));
+  if (error >= 0) error = start(raw, std::move(socket));
+  if (error >= 0) return bus;
+  failure = failureOf(-error);
+  return nullptr;
+}
+
+UserBus::Progress UserBus::waitUntil(const std::function<bool()>& isDone, Deadline deadline,
+                                     BusFailure& failure) {
+  return workOff(isDone, deadline, SIZE_MAX, true, failure);
+}
+
+UserBus::Progress UserBus::catchUp(const std::function<bool()>& isDone, BusFailure& failure,
+                                   std::size_t most) {
+  constexpr std::chrono::milliseconds kLongest(20);
+  return workOff(isDone, Clock::now() + kLongest, most, false, failure);
+}
+
+UserBus::Progress UserBus::workOff(const std::function<bool()>& isDone, Deadline deadline,
+                                   std::size_t most, bool waits, BusFailure& failure) {
+  const auto lost = [&failure](int error) {
+    failure = failureOf(error);
+    return Progress::lost;
+  };
+  for (std::size_t pieces = 0;; ++pieces) {
+    // First: what can't be sent over a connection that has ended is answered with that.
+    if (sd_bus_is_open(get()) <= 0) return lost(ECONNRESET);
+    if (isDone()) return Progress::done;
+    const std::uint64_t left = microsecondsUntil(deadline);
+    if ((left == 0 && pieces > 0) || pieces >= most) return Progress::late;
+
+    const int handled = sd_bus_process(get(), nullptr);
+    if (handled < 0) return lost(-handled);
+    if (handled > 0) continue;
+    if (isDone()) return Progress::done;
+    if (!waits) return Progress::late;
+    const int woken = sd_bus_wait(get(), left);
+    if (woken < 0 && woken != -EINTR) return lost(-woken);
+  }
 }
 
 }  // namespace platform

@@ -3,67 +3,98 @@
 #include <systemd/sd-bus.h>
 
 #include <chrono>
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace platform {
 
-/// When the caller wants its answer at the latest.
+/// When the caller wants to go on at the latest.
 using Deadline = std::chrono::steady_clock::time_point;
 
-/// Why a call gave no answer.
+/// Why there is no connection or no answer.
 struct BusFailure {
-  int number = 0;    ///< an error number; ETIMEDOUT: the deadline passed
-  std::string name;  ///< the D-Bus error, or ""
-  std::string text;  ///< in the other side's words, or the system's
+  int number = 0;    ///< an error number; 0: none
+  std::string name;  ///< the D-Bus error that was answered, or ""
+  std::string text;  ///< in the words of who answered
 };
 
 using BusMessage = std::unique_ptr<sd_bus_message, decltype(&sd_bus_message_unref)>;
+using BusSlot = std::unique_ptr<sd_bus_slot, decltype(&sd_bus_slot_unref)>;
 
-/// A connection to the user's message bus: made when it is needed, kept, and made anew when it
-/// was lost. Nothing waits beyond its deadline, whatever the other side does, and no service
-/// is started by asking it.
+class UserBus;
+
+/// One call under way. No clock ends it: it is answered, or the connection is lost. Forgetting it
+/// takes the question back.
+class BusCall {
+ public:
+  /// Sends a call of a method; `signature` and what follows are its arguments, as
+  /// sd_bus_message_append takes them. `bus` outlives the call.
+  template <typename... Arguments>
+  BusCall(UserBus& bus, const char* destination, const char* path, const char* interface,
+          const char* member, const char* signature = "", Arguments... arguments)
+      : BusCall(bus, request(bus, destination, path, interface, member, [&](sd_bus_message* call) {
+                  return sd_bus_message_append(call, signature, arguments...);
+                })) {}
+  BusCall(const BusCall&) = delete;
+  BusCall& operator=(const BusCall&) = delete;
+
+  /// Whether the answer has come, or it is certain that none will.
+  bool isAnswered() const { return answer_ != nullptr || failure_.number != 0; }
+
+  /// The answer; null before there is one, and for an error.
+  sd_bus_message* answer() const { return failure_.number == 0 ? answer_.get() : nullptr; }
+  const BusFailure& failure() const { return failure_; }
+
+  /// Who answered, as the bus says: no other connection can have this name. "" for nobody.
+  std::string answeredBy() const;
+
+ private:
+  BusCall(UserBus& bus, BusMessage call);
+  static BusMessage request(UserBus& bus, const char* destination, const char* path,
+                            const char* interface, const char* member,
+                            const std::function<int(sd_bus_message*)>& addArguments);
+  static int arrived(sd_bus_message* answer, void* self, sd_bus_error*);
+
+  BusMessage answer_{nullptr, sd_bus_message_unref};
+  BusFailure failure_;
+  BusSlot slot_{nullptr, sd_bus_slot_unref};
+};
+
+/// A connection to the user's message bus that never waits unless it is asked to: connecting and
+/// greeting, sending and receiving all go on piece by piece, in waitUntil and catchUp.
 class UserBus {
  public:
-  /// No call waits longer than this for its answer, however far its deadline is: it is the
-  /// interface that waits. With the rest of a refresh it has to stay below 2 seconds.
-  static constexpr std::chrono::milliseconds kPatience{1500};
+  enum class Progress {
+    done,  ///< what was waited for is there
+    late,  ///< it is not there yet
+    lost   ///< the connection has ended, and nothing more will come
+  };
 
-  /// One call of a method; `signature` and what follows are its arguments, as
-  /// sd_bus_message_append takes them. Null, and `failure` filled, when it gave no answer.
-  template <typename... Arguments>
-  BusMessage call(const char* destination, const char* path, const char* interface,
-                  const char* member, Deadline deadline, BusFailure& failure,
-                  const char* signature = "", Arguments... arguments) {
-    BusMessage request = newCall(destination, path, interface, member, deadline, failure);
-    if (request && append(sd_bus_message_append(request.get(), signature, arguments...), failure)) {
-      return send(std::move(request), deadline, failure);
-    }
-    return none();
-  }
+  /// Begins to talk to the bus at one of these sockets, as connectToUserBus finds it. Calls can be
+  /// made at once; they are sent when the bus has greeted. Null, and `failure` filled, where there
+  /// is no bus.
+  static std::unique_ptr<UserBus> open(const std::vector<std::string>& sockets,
+                                       BusFailure& failure);
 
-  /// A call to fill by hand, and sending it.
-  BusMessage newCall(const char* destination, const char* path, const char* interface,
-                     const char* member, Deadline deadline, BusFailure& failure);
-  BusMessage send(BusMessage request, Deadline deadline, BusFailure& failure);
+  /// Works off what comes, until `isDone` or the deadline, whatever the other side sends.
+  Progress waitUntil(const std::function<bool()>& isDone, Deadline deadline, BusFailure& failure);
 
-  /// Handles one message that came in, waiting for it if need be. False when the deadline
-  /// passed or the connection was lost.
-  bool processOne(Deadline deadline, BusFailure& failure);
+  /// The same with what has come already: with `most` messages at most, and for 20 ms.
+  Progress catchUp(const std::function<bool()>& isDone, BusFailure& failure,
+                   std::size_t most = 1'000);
 
-  /// The connection; null before the first call and after it was lost.
   sd_bus* get() const { return bus_.get(); }
 
  private:
   struct Close {
     void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
   };
-
-  static BusMessage none() { return {nullptr, sd_bus_message_unref}; }
-  static bool append(int result, BusFailure& failure);
-  bool connect(Deadline deadline, BusFailure& failure);
-  bool isAlive();
-  bool lose(int error, BusFailure& failure);
+  explicit UserBus(sd_bus* bus) : bus_(bus) {}
+  Progress workOff(const std::function<bool()>& isDone, Deadline deadline, std::size_t most,
+                   bool waits, BusFailure& failure);
 
   std::unique_ptr<sd_bus, Close> bus_;
 };

@@ -9,6 +9,7 @@
 #include "platform/macos/launchctl.h"
 #include "platform/macos/launchctl_attempts.h"
 #include "platform/macos/places.h"
+#include "platform/processes.h"
 
 namespace platform {
 namespace {
@@ -40,9 +41,10 @@ std::vector<JobFile> jobFiles() {
   }
 }
 
-LoadedJobs loadedJobs(std::span<const JobFile>) {
+std::optional<JobAnswer> loadedJobs(std::span<const JobFile>) {
+  const std::uint64_t askedAt = processClock();
   const auto reply = runLaunchctl({"list"}, Capture::everything, Clock::now() + kListLimit);
-  return reply.status == 0 ? parseJobList(reply.text) : LoadedJobs();
+  return JobAnswer{reply.status == 0 ? parseJobList(reply.text) : LoadedJobs(), askedAt};
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path) {

@@ -13,11 +13,11 @@ std::vector<ServiceAttempt> launchctlAttempts(const std::vector<LaunchctlCommand
   std::vector<ServiceAttempt> attempts;
   attempts.reserve(commands.size());
   for (const LaunchctlCommand& command : commands) {
-    attempts.emplace_back([command, limit, deadline]() -> ServiceReply {
+    attempts.emplace_back([command, limit, deadline] {
       if (!*deadline) *deadline = Clock::now() + limit;
-      if (Clock::now() >= **deadline) return {-1, ""};
+      if (Clock::now() >= **deadline) return ServiceReply{-1, ""};
       const LaunchctlReply reply = runLaunchctl(command, Capture::errors, **deadline);
-      return {reply.status, reply.text};
+      return ServiceReply{reply.status, reply.text};
     });
   }
   return attempts;

@@ -123,9 +123,10 @@ TEST(Machine, KnowsItsUsers) {
 
 // Whoever is logged in has jobs of the system's own.
 TEST(Machine, ListsItsJobs) {
-  const auto jobs = platform::loadedJobs({});
-  EXPECT_FALSE(jobs.empty());
-  for (const auto& [label, pid] : jobs) EXPECT_TRUE(!pid || *pid > 0) << label;
+  const auto answer = platform::loadedJobs({});
+  ASSERT_TRUE(answer);
+  EXPECT_FALSE(answer->jobs.empty());
+  for (const auto& [label, pid] : answer->jobs) EXPECT_TRUE(!pid || *pid > 0) << label;
 }
 
 }  // namespace

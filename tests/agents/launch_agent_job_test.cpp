@@ -1,16 +1,18 @@
+#include "agents/launch_agent_job.h"
+
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "agents/launch_agent_scanner.h"
 #include "fakes/row_name.h"
 #include "fakes/scripted_platform.h"
 
 namespace {
 
-using Answer = std::pair<bool, std::string>;
+using Answer = LaunchAgentJob::Outcome;
 using Replies = std::vector<platform::ServiceReply>;
 
 const VordaLaunchAgent kAgent{.label = "hermes", .plistPath = "/units/hermes.service"};
@@ -28,12 +30,12 @@ std::vector<std::string> calls(const std::string& verb, int count) {
   return result;
 }
 
-class Bootout : public testing::TestWithParam<Row> {};
+class Stopping : public testing::TestWithParam<Row> {};
 
-TEST_P(Bootout, TriesInOrderUntilItIsUnloaded) {
+TEST_P(Stopping, TriesInOrderUntilItIsUnloaded) {
   resetMachine();
   machine().stopReplies = GetParam().replies;
-  EXPECT_EQ(LaunchAgentScanner::bootout(kAgent), GetParam().answer);
+  EXPECT_EQ(LaunchAgentJob(kAgent, LaunchAgentJob::Kind::stop).poll(), GetParam().answer);
   EXPECT_EQ(machine().serviceCalls, calls("stop", GetParam().attempts));
 }
 
@@ -42,7 +44,7 @@ const Answer kAlreadyUnloaded{true, "hermes already unloaded"};
 const Answer kNotUnloaded{false, "Failed to unload hermes"};
 
 INSTANTIATE_TEST_SUITE_P(
-    , Bootout,
+    , Stopping,
     testing::Values(
         Row{"FirstSucceeds", {{0, ""}, {0, ""}, {0, ""}}, kUnloaded, 1},
         Row{"SuccessBeforeWords", {{0, "No such process"}}, kUnloaded, 1},
@@ -63,12 +65,12 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"NoWayToTry", {}, kNotUnloaded, 0}),
     rowName<Row>);
 
-class Bootstrap : public testing::TestWithParam<Row> {};
+class Starting : public testing::TestWithParam<Row> {};
 
-TEST_P(Bootstrap, TriesInOrderUntilItIsLoaded) {
+TEST_P(Starting, TriesInOrderUntilItIsLoaded) {
   resetMachine();
   machine().startReplies = GetParam().replies;
-  EXPECT_EQ(LaunchAgentScanner::bootstrap(kAgent), GetParam().answer);
+  EXPECT_EQ(LaunchAgentJob(kAgent, LaunchAgentJob::Kind::start).poll(), GetParam().answer);
   EXPECT_EQ(machine().serviceCalls, calls("start", GetParam().attempts));
 }
 
@@ -76,7 +78,7 @@ const Answer kLoaded{true, "Loaded hermes"};
 const Answer kNotLoaded{false, "Failed to load hermes"};
 
 INSTANTIATE_TEST_SUITE_P(
-    , Bootstrap,
+    , Starting,
     testing::Values(
         Row{"FirstSucceeds", {{0, ""}, {0, ""}}, kLoaded, 1},
         Row{"SecondSucceeds", {{5, ""}, {0, ""}}, kLoaded, 2},
@@ -88,5 +90,29 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"ToolCannotBeStarted", {{-1, "x"}, {-1, "x"}}, kNotLoaded, 2},
         Row{"NoWayToTry", {}, kNotLoaded, 0}),
     rowName<Row>);
+
+TEST(LaunchAgentJobs, GoOnUntilTheirAttemptEnds) {
+  resetMachine();
+  machine().stopReplies = {{5, "x"}, {0, ""}};
+  machine().jobsGoOn = true;
+  LaunchAgentJob job(kAgent, LaunchAgentJob::Kind::stop);
+  EXPECT_THAT(machine().serviceCalls, testing::IsEmpty()) << "the first look begins it";
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(job.poll(), std::nullopt);
+  EXPECT_EQ(job.outcome(), std::nullopt);
+  EXPECT_EQ(machine().serviceCalls, calls("stop", 1)) << "the next is not tried meanwhile";
+  machine().jobsGoOn = false;
+  EXPECT_EQ(job.poll(), kUnloaded);
+  EXPECT_EQ(machine().serviceCalls, calls("stop", 2));
+  EXPECT_EQ(job.outcome(), kUnloaded);
+  EXPECT_EQ(job.poll(), kUnloaded);
+  EXPECT_EQ(machine().serviceCalls, calls("stop", 2));
+}
+
+TEST(LaunchAgentJobs, SayWhatTheyAreAbout) {
+  resetMachine();
+  const LaunchAgentJob job(kAgent, LaunchAgentJob::Kind::start);
+  EXPECT_EQ(job.label(), "hermes");
+  EXPECT_EQ(job.kind(), LaunchAgentJob::Kind::start);
+}
 
 }  // namespace

@@ -1,0 +1,47 @@
+#include "agents/launch_agent_job.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace {
+
+/// What a manager says of a job that it does not hold.
+bool saysNotLoaded(std::string_view errorText) {
+  constexpr std::array<std::string_view, 2> kPhrases{"No such process", "Could not find"};
+  return std::any_of(kPhrases.begin(), kPhrases.end(), [errorText](std::string_view phrase) {
+    return errorText.find(phrase) != std::string_view::npos;
+  });
+}
+
+}  // namespace
+
+LaunchAgentJob::LaunchAgentJob(const VordaLaunchAgent& agent, Kind kind)
+    : label_(agent.label),
+      kind_(kind),
+      attempts_(kind == Kind::stop ? platform::stopAttempts(agent.label, agent.plistPath)
+                                   : platform::startAttempts(agent.label, agent.plistPath)) {}
+
+const std::optional<LaunchAgentJob::Outcome>& LaunchAgentJob::poll() {
+  while (!outcome_ && current_ < attempts_.size()) {
+    const std::optional<platform::ServiceReply> reply = attempts_[current_]();
+    if (!reply) return outcome_;
+    outcome_ = decision(*reply);
+    ++current_;
+  }
+  if (!outcome_) {
+    outcome_ = {false, (kind_ == Kind::stop ? "Failed to unload " : "Failed to load ") + label_};
+  }
+  return outcome_;
+}
+
+/// What an attempt's reply settles; none: the next one decides. A start's words are not read,
+/// unlike a stop's: an agent that is loaded already is a failure to load it.
+std::optional<LaunchAgentJob::Outcome> LaunchAgentJob::decision(
+    const platform::ServiceReply& reply) const {
+  if (reply.status == 0) return {{true, (kind_ == Kind::stop ? "Unloaded " : "Loaded ") + label_}};
+  if (kind_ == Kind::stop && saysNotLoaded(reply.errorText)) {
+    return {{true, label_ + " already unloaded"}};
+  }
+  return std::nullopt;
+}

@@ -1,0 +1,125 @@
+#include "platform/linux/user_bus_socket.h"
+
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstddef>
+#include <cstdlib>
+#include <optional>
+#include <string_view>
+
+#include "platform/users.h"
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+void addBusOf(const fs::path& folder, std::vector<std::string>& sockets) {
+  struct stat status = {};
+  if (!folder.is_absolute() || stat(folder.c_str(), &status) != 0) return;
+  if (S_ISDIR(status.st_mode) && status.st_uid == ownUid()) sockets.push_back(folder / "bus");
+}
+
+/// Cuts `text` behind the separator; what was before that, or all.
+std::string_view takeUntil(char separator, std::string_view& text) {
+  const std::string_view taken = text.substr(0, text.find(separator));
+  text.remove_prefix(std::min(taken.size() + 1, text.size()));
+  return taken;
+}
+
+/// In a D-Bus address, %HH stands for a byte. None where that is broken.
+std::optional<std::string> unescaped(std::string_view value) {
+  constexpr std::size_t kDigits = 2;
+  constexpr int kBase = 16;
+  std::string text;
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    text += value[i];
+    if (value[i] != '%') continue;
+    const std::string_view digits = value.substr(i + 1, kDigits);
+    unsigned char byte = 0;
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), byte, kBase);
+    if (digits.size() < kDigits || read.ptr != digits.data() + digits.size()) return std::nullopt;
+    text.back() = static_cast<char>(byte);
+    i += kDigits;
+  }
+  return text;
+}
+
+/// "unix:path=/run/user/1000/bus,guid=…;unix:abstract=…"
+void addSocketsOf(std::string_view addresses, std::vector<std::string>& sockets) {
+  constexpr std::string_view kUnix = "unix:";
+  while (!addresses.empty()) {
+    std::string_view address = takeUntil(';', addresses);
+    if (!address.starts_with(kUnix)) continue;
+    address.remove_prefix(kUnix.size());
+    while (!address.empty()) {
+      std::string_view value = takeUntil(',', address);
+      const std::string_view key = takeUntil('=', value);
+      const auto name = unescaped(value);
+      if (!name || name->empty()) continue;
+      if (key == "path") sockets.push_back(*name);
+      if (key == "abstract") sockets.push_back(std::string(1, '\0') + *name);
+    }
+  }
+}
+
+/// Whoever opened the socket to take connections is this user: the owner of the folder alone
+/// says nothing of that.
+bool hasOwnListener(int socket) {
+  ucred listener = {};
+  socklen_t size = sizeof listener;
+  return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &listener, &size) == 0 &&
+         listener.uid == ownUid();
+}
+
+FileDescriptor connectTo(const std::string& name, int& error) {
+  sockaddr_un address = {};
+  address.sun_family = AF_UNIX;
+  if (name.size() >= sizeof address.sun_path) {
+    error = ENAMETOOLONG;
+    return FileDescriptor();
+  }
+  name.copy(address.sun_path, name.size());
+  // A name in no folder has no end but this.
+  const auto size =
+      name.front() == '\0' ? offsetof(sockaddr_un, sun_path) + name.size() : sizeof address;
+  FileDescriptor end(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  if (!end.isOpen() || connect(end.get(), reinterpret_cast<const sockaddr*>(&address),
+                               static_cast<socklen_t>(size)) != 0) {
+    error = errno;
+    return FileDescriptor();
+  }
+  if (hasOwnListener(end.get())) return end;
+  error = EPERM;
+  return FileDescriptor();
+}
+
+}  // namespace
+
+std::vector<std::string> userBusSockets(const fs::path& runtime) {
+  std::vector<std::string> sockets;
+  if (const char* folder = std::getenv("XDG_RUNTIME_DIR")) addBusOf(folder, sockets);
+  if (const char* addresses = std::getenv("DBUS_SESSION_BUS_ADDRESS")) {
+    addSocketsOf(addresses, sockets);
+  }
+  addBusOf(runtime / std::to_string(ownUid()), sockets);
+  return sockets;
+}
+
+FileDescriptor connectToUserBus(const std::vector<std::string>& sockets, int& error) {
+  error = ENOENT;
+  for (const auto& name : sockets) {
+    int reason = 0;
+    FileDescriptor end = connectTo(name, reason);
+    if (end.isOpen()) return end;
+    if (reason != ENOENT) error = reason;
+  }
+  return FileDescriptor();
+}
+
+}  // namespace platform

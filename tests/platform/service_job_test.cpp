@@ -1,0 +1,290 @@
+// Stopping and starting, over a real message bus, with a manager that does what a test says.
+#include "platform/linux/service_job.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <optional>
+#include <thread>
+
+#include "fakes/row_name.h"
+#include "platform/linux/user_bus.h"
+#include "tools/scripted_manager.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using platform::ServiceJob;
+using platform::ServiceReply;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using Verb = ServiceJob::Verb;
+using Clock = std::chrono::steady_clock;
+
+class ServiceJobs : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!manager_.reason().empty()) GTEST_SKIP() << manager_.reason();
+    manager_.setUnit("ollama", {.pid = 7});
+  }
+
+  ServiceJob job(Verb verb, const std::string& label = "ollama") const {
+    return {verb, label, [sockets = manager_.sockets()] { return sockets; }};
+  }
+
+  /// Until it has ended.
+  static ServiceReply end(ServiceJob& job) {
+    const auto deadline = Clock::now() + 60s;
+    while (Clock::now() < deadline) {
+      if (const auto reply = job.poll()) return *reply;
+      std::this_thread::sleep_for(1ms);
+    }
+    ADD_FAILURE() << "it goes on";
+    return {};
+  }
+
+  /// Until the manager was asked this.
+  void order(ServiceJob& job, const std::string& call) {
+    const auto deadline = Clock::now() + 60s;
+    while (Clock::now() < deadline) {
+      ASSERT_EQ(job.poll(), std::nullopt);
+      const auto calls = manager_.calls();
+      if (std::find(calls.begin(), calls.end(), call) != calls.end()) return;
+      std::this_thread::sleep_for(1ms);
+    }
+    FAIL() << "it was not asked";
+  }
+
+  /// For long enough to hear what was said before.
+  static void expectToGoOn(ServiceJob& job) {
+    for (int i = 0; i < 50; ++i) {
+      ASSERT_EQ(job.poll(), std::nullopt);
+      std::this_thread::sleep_for(1ms);
+    }
+  }
+
+  ScriptedManager manager_;
+};
+
+TEST_F(ServiceJobs, AreLookedAfterAFewMessagesAtATime) {
+  platform::BusFailure failure;
+  const auto bus = platform::UserBus::open(manager_.sockets(), failure);
+  ASSERT_TRUE(bus);
+  int heard = 0;
+  const auto hear = [](sd_bus_message*, void* count, sd_bus_error*) {
+    ++*static_cast<int*>(count);
+    return 0;
+  };
+  ASSERT_GE(sd_bus_match_signal(bus->get(), nullptr, nullptr, "/org/freedesktop/systemd1", nullptr,
+                                "JobRemoved", hear, &heard),
+            0);
+  constexpr int kMany = 200;
+  constexpr int kMost = 10;
+  manager_.endOtherJobs(kMany);
+  const auto deadline = Clock::now() + 60s;
+  int most = 0;
+  while (heard < kMany && Clock::now() < deadline) {
+    std::this_thread::sleep_for(5ms);  // so that more has come than is taken
+    const int before = heard;
+    bus->catchUp([] { return false; }, failure, kMost);
+    most = std::max(most, heard - before);
+  }
+  EXPECT_EQ(heard, kMany);
+  EXPECT_EQ(most, kMost);
+}
+
+struct ResultRow {
+  const char* name;
+  const char* result;
+  bool done;
+};
+
+class ServiceJobResults : public ServiceJobs, public testing::WithParamInterface<ResultRow> {};
+
+TEST_P(ServiceJobResults, AreTheManagersWord) {
+  for (const auto& [verb, call] : {std::pair{Verb::start, "StartUnit ollama.service"},
+                                   {Verb::stop, "StopUnit ollama.service"}}) {
+    ServiceJob one = job(verb);
+    order(one, call);
+    expectToGoOn(one);
+    manager_.endJob(GetParam().result);
+    const ServiceReply reply = end(one);
+    EXPECT_EQ(reply.status == 0, GetParam().done);
+    EXPECT_EQ(reply.errorText, GetParam().done ? ""
+                                               : std::string("The job for ollama.service ended: ") +
+                                                     GetParam().result);
+    EXPECT_EQ(one.poll()->status, reply.status) << "and that stands";
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, ServiceJobResults,
+                         testing::Values(ResultRow{"Done", "done", true},
+                                         ResultRow{"Failed", "failed", false},
+                                         ResultRow{"Canceled", "canceled", false},
+                                         ResultRow{"Timeout", "timeout", false},
+                                         ResultRow{"Dependency", "dependency", false},
+                                         ResultRow{"Unknown", "", false}),
+                         rowName<ResultRow>);
+
+TEST_F(ServiceJobs, DoNotEndWithAnother) {
+  ServiceJob one = job(Verb::start);
+  order(one, "StartUnit ollama.service");
+  manager_.endJob("failed", "/org/freedesktop/systemd1/job/77");
+  manager_.endJob("failed", "/org/freedesktop/systemd1/job/11");
+  expectToGoOn(one);
+  manager_.endJob("done");
+  EXPECT_EQ(end(one).status, 0);
+}
+
+TEST_F(ServiceJobs, EndWhicheverWasOrderedFirst) {
+  ServiceJob first = job(Verb::start);
+  order(first, "StartUnit ollama.service");
+  ServiceJob second = job(Verb::stop);
+  order(second, "StopUnit ollama.service");
+  manager_.endJob("canceled", "/org/freedesktop/systemd1/job/1");
+  EXPECT_NE(end(first).status, 0);
+  expectToGoOn(second);
+  manager_.endJob("done", "/org/freedesktop/systemd1/job/2");
+  EXPECT_EQ(end(second).status, 0);
+}
+
+TEST_F(ServiceJobs, EndByNobodyElsesWord) {
+  ServiceJob one = job(Verb::stop);
+  order(one, "StopUnit ollama.service");
+  manager_.endJobAsStranger("done");
+  manager_.goAsStranger();
+  expectToGoOn(one);
+  manager_.endJob("failed");
+  EXPECT_THAT(end(one).errorText, HasSubstr("failed"));
+}
+
+TEST_F(ServiceJobs, AreHeardInAFlood) {
+  constexpr int kOthers = 5'000;
+  ServiceJob one = job(Verb::start);
+  order(one, "StartUnit ollama.service");
+  expectToGoOn(one);  // the answer was heard
+  manager_.endOtherJobs(kOthers);
+  manager_.endJob("done");
+  EXPECT_EQ(end(one).status, 0);
+}
+
+TEST_F(ServiceJobs, ThatAreRefusedSayWhy) {
+  for (const char* error :
+       {"org.freedesktop.systemd1.NoSuchUnit", "org.freedesktop.DBus.Error.AccessDenied"}) {
+    manager_.refuseOrders(error, "Not this one.");
+    ServiceJob one = job(Verb::start);
+    const ServiceReply reply = end(one);
+    EXPECT_NE(reply.status, 0);
+    EXPECT_EQ(reply.errorText, "Not this one.");
+  }
+  ServiceJob stop = job(Verb::stop);
+  EXPECT_EQ(end(stop).errorText, "Not this one.") << "it is active and may not be stopped";
+}
+
+TEST_F(ServiceJobs, StoppingWhatIsGoneMeanwhileCouldNotFindIt) {
+  manager_.refuseOrders("org.freedesktop.systemd1.NoSuchUnit", "Unit ollama.service not loaded.");
+  ServiceJob one = job(Verb::stop);
+  EXPECT_THAT(end(one).errorText, HasSubstr("Could not find"));
+}
+
+TEST_F(ServiceJobs, StoppingWhatIsNotActiveCouldNotFindIt) {
+  manager_.setUnit("idle", {.activeState = "inactive"});
+  manager_.setUnit("broken", {.activeState = "failed"});
+  for (const char* label : {"idle", "broken", "unknown"}) {
+    ServiceJob one = job(Verb::stop, label);
+    EXPECT_THAT(end(one).errorText, HasSubstr("Could not find")) << label;
+  }
+  EXPECT_THAT(manager_.calls(), Not(Contains(HasSubstr("StopUnit"))));
+}
+
+TEST_F(ServiceJobs, StartNothingWhenTheyAreMade) {
+  const ServiceJob one = job(Verb::start);
+  EXPECT_THAT(manager_.calls(), ElementsAre());
+}
+
+TEST_F(ServiceJobs, OrderOnce) {
+  ServiceJob one = job(Verb::start);
+  order(one, "StartUnit ollama.service");
+  expectToGoOn(one);
+  EXPECT_THAT(manager_.calls(), ElementsAre("Subscribe", "StartUnit ollama.service"));
+}
+
+TEST_F(ServiceJobs, EndWhenTheManagerLeaves) {
+  ServiceJob taken = job(Verb::stop);
+  order(taken, "StopUnit ollama.service");
+  expectToGoOn(taken);
+  manager_.hold();
+  ServiceJob notTaken = job(Verb::start);
+  order(notTaken, "Subscribe");
+  manager_.disconnect();
+  for (ServiceJob* one : {&taken, &notTaken}) {
+    const ServiceReply reply = end(*one);
+    EXPECT_NE(reply.status, 0);
+    EXPECT_THAT(reply.errorText, Not(HasSubstr("Could not find")));
+  }
+}
+
+TEST_F(ServiceJobs, EndWhenTheBusIsGone) {
+  ServiceJob one = job(Verb::stop);
+  order(one, "StopUnit ollama.service");
+  expectToGoOn(one);
+  ASSERT_EQ(kill(manager_.bus(), SIGKILL), 0);
+  EXPECT_NE(end(one).status, 0);
+}
+
+TEST_F(ServiceJobs, WithoutAManagerFail) {
+  manager_.disconnect();
+  for (const Verb verb : {Verb::stop, Verb::start}) {
+    ServiceJob one = job(verb);
+    const ServiceReply reply = end(one);
+    EXPECT_NE(reply.status, 0);
+    EXPECT_THAT(reply.errorText, Not(HasSubstr("Could not find")));
+  }
+}
+
+TEST_F(ServiceJobs, OfAManagerThatTalksNonsenseFail) {
+  manager_.talkNonsense();
+  for (const Verb verb : {Verb::stop, Verb::start}) {
+    ServiceJob one = job(verb);
+    EXPECT_NE(end(one).status, 0);
+  }
+}
+
+TEST_F(ServiceJobs, OfAManagerThatHangsGoOnAndAreForgottenAtOnce) {
+  manager_.hold();
+  const auto begin = Clock::now();
+  {
+    ServiceJob one = job(Verb::stop);
+    expectToGoOn(one);
+  }
+  EXPECT_LT(Clock::now() - begin, 20s) << "no look waits";
+}
+
+TEST_F(ServiceJobs, OfAManagerThatHungAreDoneWhenItGoesOn) {
+  manager_.hold();
+  ServiceJob one = job(Verb::stop);
+  expectToGoOn(one);
+  manager_.release();
+  order(one, "StopUnit ollama.service");
+  manager_.endJob("done");
+  EXPECT_EQ(end(one).status, 0);
+}
+
+TEST(ServiceJobsWithoutABus, Fail) {
+  for (const std::vector<std::string>& sockets :
+       {std::vector<std::string>{}, {"/nonexistent/bus"}}) {
+    ServiceJob one(Verb::stop, "ollama", [sockets] { return sockets; });
+    const auto reply = one.poll();
+    ASSERT_TRUE(reply);
+    EXPECT_NE(reply->status, 0);
+    EXPECT_NE(reply->errorText, "");
+    EXPECT_THAT(reply->errorText, Not(HasSubstr("Could not find")));
+  }
+}
+
+}  // namespace
