@@ -28,6 +28,8 @@ class ProcessSampler {
   bool isCut() const { return facts_.isCut; }
   /// None when unknown.
   std::optional<std::int32_t> parent() const { return facts_.parent; }
+  /// platform::ProcessFacts::startTime.
+  std::optional<std::uint64_t> startTime() const { return facts_.startTime; }
   /// Asked last: whether all that was asked since sample() is true of one process. When not,
   /// another has its pid by now, or nobody.
   bool confirm() { return platform::confirmProcess(pid_, facts_); }

@@ -28,10 +28,11 @@ std::string stored(std::string_view commandLine) {
   return std::string(text::withinBytes(commandLine, kLongestStoredLine));
 }
 
-std::vector<std::string> labelsOf(std::span<const VordaLaunchAgent> agents, std::int32_t pid) {
+std::vector<std::string> labelsOf(std::span<const VordaLaunchAgent> agents, std::int32_t pid,
+                                  std::optional<std::uint64_t> startTime) {
   std::vector<std::string> labels;
   for (const auto& agent : agents) {
-    if (agent.pid == pid) labels.push_back(agent.label);
+    if (agent.runsAs(pid, startTime)) labels.push_back(agent.label);
   }
   return labels;
 }
@@ -77,7 +78,7 @@ std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent
          .cpu = 0,
          .commandLine = stored(shown.commandLine),
          .labRole = role,
-         .matchedAgents = labelsOf(agents, pid),
+         .matchedAgents = labelsOf(agents, pid, sampler.startTime()),
          .isProtected = isProtected,
          .ownerName = sampler.ownerName(),
          .identity = sampler.identity(),

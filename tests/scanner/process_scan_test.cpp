@@ -223,6 +223,20 @@ TEST_F(ProcessScan, MatchesAgentsInTheirOrder) {
   EXPECT_THAT(processes[1].matchedAgents, IsEmpty());
 }
 
+TEST_F(ProcessScan, MatchesAPidOnlyToWhoHadItWhenTheManagerWasAsked) {
+  machine().processes = {{.pid = 7, .arguments = {"vllm"}}};
+  machine().jobFiles = {{.label = "ollama"}};
+  machine().loadedJobs = {{"ollama", 7}};
+  machine().jobsAskedAt = 500;
+  for (const auto& [startTime, matches] : {std::pair<std::optional<std::uint64_t>, bool>{499, true},
+                                           {500, true},
+                                           {501, false},
+                                           {{}, false}}) {
+    machine().processes[0].startTime = startTime;
+    EXPECT_EQ(scan(0)[0].matchedAgents.size(), matches ? 1U : 0U) << startTime.value_or(0);
+  }
+}
+
 TEST_F(ProcessScan, StoresNoSecret) {
   machine().processes = {{.pid = 7, .arguments = {"python", "serve.py", "--token", "abc123"}}};
   EXPECT_EQ(scan(0)[0].commandLine, "python serve.py --api-key •••");
