@@ -1,6 +1,8 @@
 // The user's service manager and its bus: restarted, standing still, gone.
 #include <algorithm>
+#include <chrono>
 #include <optional>
+#include <thread>
 
 #include "soak/storm.h"
 #include "tools/child_process.h"
@@ -21,7 +23,16 @@ class Services : public Storm {
   /// Refreshes; all that must be there is, whatever the manager does.
   void rideOn(LedProgram& program, double seconds) {
     ride(program, {server_.pid()}, seconds);
-    EXPECT_TRUE(shows(program.refresh())) << "its file is still there";
+    EXPECT_TRUE(comesToShow(program, true)) << "what the manager said last stands";
+  }
+  /// On a busy machine the manager's answer may come after its time, and is taken later.
+  static bool comesToShow(LedProgram& program, bool shown) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(2);
+    while (shows(program.refresh()) != shown) {
+      if (std::chrono::steady_clock::now() > deadline) return false;
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return true;
   }
   static constexpr double kMinute = 60;
   static double parts(double count) { return std::min(share() / count, kMinute); }
@@ -57,7 +68,8 @@ TEST_F(Services, OfAManagerThatIsRestartedAndGone) {
     rideOn(program, parts(5));
   }
   rig_->end();
-  rideOn(program, parts(5));
+  ride(program, {server_.pid()}, parts(5));
+  EXPECT_TRUE(comesToShow(program, false)) << "nobody can say whether it runs";
 }
 
 TEST_F(Services, OnTheTerminal) {
