@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "end_to_end/terminal_session.h"
+#include "tools/background_program.h"
 #include "tools/child_process.h"
 #include "tools/forked.h"
 #include "tools/temp_folder.h"
@@ -117,6 +118,22 @@ TEST_F(TerminalAgents, ThatDoNotStartAreToldOf) {
   TerminalSession terminal({.height = 50});
   ASSERT_TRUE(
       choose(terminal, "vorda-gateway  ·  off ↺", "Start / load", "Failed to load vorda-gateway"));
+}
+
+TEST_F(TerminalAgents, WithoutARowAreUnloadedByTheirProcess) {
+  const std::string kProgram = "mcp-server-unloaded";
+  // No AI tooling by its name, and not kept alive.
+  rig_.addService("plain-job", execStart(playProcess({}, {kProgram, "stdio"})));
+  ASSERT_EQ(runProgram({"systemctl", "--user", "start", "plain-job"}), 0);
+  TerminalSession terminal({.height = 50});
+  ASSERT_TRUE(terminal.waitFor(kProgram));
+  EXPECT_EQ(terminal.screen().find("plain-job").x, -1);
+  ASSERT_TRUE(terminal.walkTo(kProgram));
+  ASSERT_TRUE(terminal.press(kEnter, "Unload plain-job"));
+  ASSERT_TRUE(terminal.walkTo("Unload plain-job"));
+  ASSERT_TRUE(terminal.press(kEnter, "Unload plain-job?"));
+  EXPECT_TRUE(terminal.press(kEnter, [&] { return terminal.screen().find(kProgram).x < 0; }));
+  EXPECT_NE(runProgram({"systemctl", "--user", "--quiet", "is-active", "plain-job"}), 0);
 }
 
 /// As after "su -": the manager is there, and the environment does not say where.
