@@ -9,6 +9,7 @@
 #include "agents/launch_agent_scanner.h"
 #include "macos/mac_test.h"
 #include "platform/macos/launchctl_attempts.h"
+#include "platform/processes.h"
 
 namespace {
 
@@ -82,6 +83,17 @@ TEST_F(LaunchAgents, LoadedJobsAreListedOnce) {
   Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n-\\t0\\tcom.b\\n'");
   EXPECT_EQ(loadedJobs(), (platform::LoadedJobs{{"com.a", 12}, {"com.b", {}}}));
   EXPECT_EQ(Stage::launchctlCalls(), Texts{"list"});
+}
+
+TEST_F(LaunchAgents, PidsAreOfTheTimeBeforeTheyWereAskedFor) {
+  Stage::setLaunchctl("sleep 0.2; printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n'");
+  constexpr std::uint64_t kSleep = 200'000'000;  // nanoseconds
+  const std::uint64_t before = platform::processClock();
+  const auto answer = platform::loadedJobs({});
+  const std::uint64_t after = platform::processClock();
+  ASSERT_TRUE(answer);
+  EXPECT_GE(answer->askedAt, before);
+  EXPECT_LE(answer->askedAt + kSleep, after);
 }
 
 TEST_F(LaunchAgents, FailedListTellsNothing) {
