@@ -2,7 +2,7 @@
 #include "platform/processes.h"
 #include "platform/users.h"
 #include "scanner/command_line.h"
-#include "scanner/credential_mask.h"
+#include "scanner/credentials/credential_mask.h"
 #include "scanner/friendly_naming.h"
 #include "scanner/process_order.h"
 #include "scanner/process_sampling.h"

@@ -240,7 +240,7 @@ constexpr MaskedRow kInner[] = {
     {"Json", "--config | {\"api_key\": \"abc\", \"n\": 1}",
      "--config | {\"api_key\": \"•••\", \"n\": 1}"},
     {"JsonWithoutBlanks", "{\"password\":\"a b\",\"n\":1}", "{\"password\":\"•••\",\"n\":1}"},
-    {"JsonEscaped", "{\\\"token\\\": \\\"abc\\\"}", "{\\\"token\\\": \\\"•••\"}"},
+    {"JsonEscaped", "{\\\"token\\\": \\\"abc\\\"}", "{\\\"token\\\": \\\"•••\\\"}"},
     {"JsonList", "{\"args\":[\"--hf-token\",\"abc\"]}", "{\"args\":[\"--hf-token\",\"•••\"]}"},
     {"PythonList", "['serve', '--hf-token', 'abc']", "['serve', '--hf-token', '•••']"},
     {"Yaml", "model: m\npassword: abc\nport: 1", "model: m\npassword: •••\nport: 1"},

@@ -1,4 +1,4 @@
-#include "scanner/credential_mask.h"
+#include "scanner/credentials/credential_mask.h"
 
 #include <gtest/gtest.h>
 

@@ -1,71 +1,171 @@
 #include "scanner/credentials/credential_finder.h"
 
-#include <re2/re2.h>
+#include <algorithm>
+#include <array>
 
-#include <cstdio>
-#include <cstdlib>
-#include <utility>
-
-#include "scanner/credentials/credential_shapes.h"
+#include "scanner/credentials/credential_formats.h"
 #include "scanner/credentials/credential_value.h"
 #include "scanner/credentials/named_credentials.h"
-#include "scanner/credentials/url_passwords.h"
+#include "scanner/credentials/program_credentials.h"
+#include "scanner/credentials/url_credentials.h"
+#include "text/ascii.h"
 
-namespace CredentialFinder {
+namespace credentials {
 namespace {
 
-NextArgument search(std::string_view text, bool isArgument, std::vector<TextSpan>& found) {
-  const NextArgument next = appendNamedCredentials(text, isArgument, found);
-  appendUrlPasswords(text, found);
-  appendCredentialShapes(text, found);
-  mergeSpans(found);
-  return next;
-}
+using Form = Announcement::Form;
 
-/// Whether this argument is the value that the one before it announced.
-bool isAnnounced(NextArgument announced, std::string_view argument) {
-  return announced == NextArgument::headerValue ||
-         (announced == NextArgument::value && !CredentialValue::isOption(argument));
-}
+/// What belongs together among the arguments of one process.
+class ArgumentSearch {
+ public:
+  explicit ArgumentSearch(std::span<const std::string_view> arguments) : arguments_(arguments) {}
+
+  std::vector<InArgument> run() {
+    for (std::size_t i = 0; i < arguments_.size(); ++i) takeArgument(i);
+    appendProgramCredentials(arguments_, found_);
+    takeLoneOptions();
+    return grouped();
+  }
+
+ private:
+  void takeArgument(std::size_t i) {
+    const std::string_view argument = arguments_[i];
+    if (announced_.form != Form::nothing && takeAnnounced(i)) return;
+    const Announcement before = announced_;
+    spans_.clear();
+    announced_ = appendNamedCredentials(argument, true, namesLeft_, spans_);
+    appendUrlCredentials(argument, spans_);
+    appendCredentialFormats(argument, spans_);
+    for (const TextSpan& span : spans_) found_.push_back({i, span});
+    if (before.form == Form::nothing && i > 0 && spans_.empty()) takePaired(i);
+  }
+
+  /// The value that the argument before announced. False when this is none.
+  bool takeAnnounced(std::size_t i) {
+    const std::string_view argument = arguments_[i];
+    const bool isHeader = announced_.form == Form::headerValue;
+    if (!isHeader && isOption(argument)) return false;
+    if (isScheme(argument) && i + 1 < arguments_.size() &&
+        (isHeader || schemeCarries(argument, arguments_[i + 1]))) {
+      if (!isCredential(announced_.kind)) return false;
+      announced_.form = Form::headerValue;
+      announced_.kind = NameKind::token;
+      return true;
+    }
+    const NameKind kind = announced_.kind;
+    if (kind == NameKind::harmless || !mayBeSecret(argument, kind)) return false;
+    const std::size_t shown = shownScheme(argument);
+    found_.push_back({i, {shown, argument.size()}});
+    announced_ = {};
+    return true;
+  }
+
+  /// "--auth Bearer V", "--auth Basic dTpw"
+  static bool schemeCarries(std::string_view scheme, std::string_view value) {
+    if (isOption(value) || isNothing(value)) return false;
+    return !text::equalsLowered(scheme, "basic") || looksEncoded(value) ||
+           value.find(':') != std::string_view::npos;
+  }
+
+  /// The length of "Bearer " before a value.
+  static std::size_t shownScheme(std::string_view value) {
+    const std::size_t blank = value.find(' ');
+    if (blank == std::string_view::npos || !isScheme(value.substr(0, blank))) return 0;
+    return std::min(value.find_first_not_of(' ', blank), value.size());
+  }
+
+  /// A setting's name and value side by side: "config set db_password V".
+  void takePaired(std::size_t i) {
+    const std::string_view before = arguments_[i - 1];
+    constexpr std::size_t kLongestName = 60;
+    if (before.empty() || before.front() == '-' || before.size() > kLongestName) return;
+    const auto isSign = [](char c) {
+      return text::isAlphanumeric(c) || c == '_' || c == '-' || c == '.' || c == '/' || c == ':';
+    };
+    if (!std::all_of(before.begin(), before.end(), isSign)) return;
+    const std::string_view value = arguments_[i];
+    if (!looksSecret(value) && !looksLikeKey(value)) return;
+    const NameKind kind = kindOf(before);
+    if (kind != NameKind::password && kind != NameKind::token) return;
+    if (mayBeSecret(value, kind)) found_.push_back({i, {0, value.size()}});
+  }
+
+  /// Programs that nothing is known of: where a user's name is given, what stands behind "-p"
+  /// and looks like a password is one; and so is what follows the user's name and ":".
+  void takeLoneOptions() {
+    bool hasUser = false;
+    for (std::size_t i = 0; i + 1 < arguments_.size(); ++i) {
+      const std::string_view option = arguments_[i];
+      if (option.size() < 2 || option[0] != '-') continue;
+      const std::string_view value = arguments_[i + 1];
+      if (isUserOption(option)) {
+        hasUser = true;
+        const std::size_t colon = value.find(':');
+        if (colon != std::string_view::npos && colon > 0) {
+          const std::string_view password = value.substr(colon + 1);
+          if (looksSecret(password) || looksLikeKey(password)) {
+            found_.push_back({i + 1, {colon + 1, value.size()}});
+          }
+        }
+      } else if (hasUser && isPasswordOption(option) && looksSecret(value)) {
+        found_.push_back({i + 1, {0, value.size()}});
+      }
+    }
+  }
+
+  static bool isUserOption(std::string_view option) {
+    constexpr std::array<std::string_view, 11> kOptions{
+        "-u",      "-U",     "--user", "-l",      "--username",   "-user",
+        "--login", "--auth", "-a",     "--creds", "--credentials"};
+    return std::find(kOptions.begin(), kOptions.end(), option) != kOptions.end();
+  }
+
+  static bool isPasswordOption(std::string_view option) {
+    return option == "-p" || option == "-P" || option == "-w" || option == "-W";
+  }
+
+  std::vector<InArgument> grouped() {
+    std::vector<InArgument> all;
+    if (found_.empty()) return all;
+    std::stable_sort(found_.begin(), found_.end(),
+                     [](const auto& a, const auto& b) { return a.argument < b.argument; });
+    for (const ArgumentSpan& part : found_) {
+      if (part.span.begin >= part.span.end) continue;
+      if (all.empty() || all.back().argument != part.argument) {
+        if (!all.empty()) mergeSpans(all.back().spans);
+        all.push_back({part.argument, {}});
+      }
+      all.back().spans.push_back(part.span);
+    }
+    if (!all.empty()) mergeSpans(all.back().spans);
+    return all;
+  }
+
+  std::span<const std::string_view> arguments_;
+  std::vector<ArgumentSpan> found_;
+  std::vector<TextSpan> spans_;
+  Announcement announced_;
+  int namesLeft_ = kMostNames;
+};
 
 }  // namespace
 
-bool mayHoldCredential(std::string_view text) {
-  static const RE2 pattern(
-      "(?i:key|token|secret|passw|passphrase|pwd|auth|credential|bearer|basic|sshpass|[a-z]pass)"
-      "|[_.-](?i:pass)|://|sk[_-]|rk_|hf_|gh[pousr]_|github_pat_|glpat-|xox|xapp-|AKIA|ASIA|AIza"
-      "|gsk_|lsv2_|npm_|nvapi-|pplx-|r8_|xai-|eyJ",
-      RE2::Latin1);
-  if (!pattern.ok()) {
-    std::fputs("vorda: the pattern for credentials does not compile\n", stderr);
-    std::abort();
-  }
-  return RE2::PartialMatch(re2::StringPiece(text.data(), text.size()), pattern);
+std::vector<InArgument> findInArguments(std::span<const std::string_view> arguments) {
+  return ArgumentSearch(arguments).run();
 }
 
-std::vector<InArgument> inArguments(std::span<const std::string_view> arguments) {
-  std::vector<InArgument> all;
-  NextArgument announced = NextArgument::anything;
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string_view argument = arguments[i];
-    std::vector<TextSpan> found;
-    if (isAnnounced(announced, argument)) {
-      if (announced == NextArgument::headerValue && CredentialValue::isScheme(argument)) continue;
-      announced = NextArgument::anything;
-      if (!argument.empty() && !CredentialValue::isPlain(argument)) found = {{0, argument.size()}};
-    } else {
-      announced = NextArgument::anything;
-      if (mayHoldCredential(argument)) announced = search(argument, true, found);
-    }
-    if (!found.empty()) all.push_back({i, std::move(found)});
-  }
-  return all;
-}
-
-std::vector<TextSpan> inLine(std::string_view line) {
+std::vector<TextSpan> findInLine(std::string_view line) {
   std::vector<TextSpan> found;
-  if (mayHoldCredential(line)) search(line, false, found);
+  int namesLeft = kMostNames;
+  appendNamedCredentials(line, false, namesLeft, found);
+  appendUrlCredentials(line, found);
+  appendCredentialFormats(line, found);
+  std::vector<ArgumentSpan> ofPrograms;
+  const std::string_view whole[] = {line};
+  appendProgramCredentials(whole, ofPrograms);
+  for (const ArgumentSpan& part : ofPrograms) found.push_back(part.span);
+  mergeSpans(found);
   return found;
 }
 
-}  // namespace CredentialFinder
+}  // namespace credentials

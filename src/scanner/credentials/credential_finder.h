@@ -7,12 +7,8 @@
 #include "scanner/text_span.h"
 
 /// Finds the values of credentials in what a process was started with. All searches are
-/// linear in the length of the text, allocate nothing when there is nothing to find, and
-/// give spans in order that neither overlap nor touch.
-namespace CredentialFinder {
-
-/// Whether a text is worth a search: false says that it holds no credential. Cheap.
-bool mayHoldCredential(std::string_view text);
+/// linear in the length of the text and give spans in order that neither overlap nor touch.
+namespace credentials {
 
 /// What was found in one argument of a vector.
 struct InArgument {
@@ -21,13 +17,12 @@ struct InArgument {
 };
 
 /// In an argument vector; arguments without a credential are left out. A value is one whole
-/// argument, or the whole rest of one
-/// ("--password=…", "PASSWORD=…"), blanks included; inside an argument that holds a command
-/// or a text of its own, a value ends as in a line.
-std::vector<InArgument> inArguments(std::span<const std::string_view> arguments);
+/// argument, or the whole rest of one ("--password=…", "PASSWORD=…"), blanks included; inside
+/// an argument that holds a command or a text of its own, a value ends as in a line.
+std::vector<InArgument> findInArguments(std::span<const std::string_view> arguments);
 
 /// In a line whose arguments are no longer told apart: a value ends at a blank or, when it
 /// begins with a quotation mark, at the next one of its kind.
-std::vector<TextSpan> inLine(std::string_view line);
+std::vector<TextSpan> findInLine(std::string_view line);
 
-}  // namespace CredentialFinder
+}  // namespace credentials

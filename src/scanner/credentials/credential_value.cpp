@@ -3,17 +3,330 @@
 #include <algorithm>
 #include <array>
 
+#include "scanner/credentials/randomness.h"
 #include "text/ascii.h"
+#include "text/contains.h"
 
-namespace CredentialValue {
+namespace credentials {
+namespace {
 
 using namespace std::string_view_literals;
 
-bool isPlain(std::string_view value) {
-  constexpr std::array kPlain{"true"sv, "false"sv, "yes"sv,  "no"sv,      "on"sv,
-                              "off"sv,  "none"sv,  "null"sv, "enabled"sv, "disabled"sv};
-  return std::any_of(kPlain.begin(), kPlain.end(),
-                     [&](auto plain) { return text::equalsLowered(value, plain); });
+/// A secret shows itself soon: no more of a long value is looked at.
+constexpr std::size_t kLongestLook = 160;
+
+constexpr std::array kPlainWords{
+    "-"sv,        "always"sv,  "ask"sv,       "auto"sv,      "default"sv, "disable"sv,
+    "disabled"sv, "empty"sv,   "enable"sv,    "enabled"sv,   "env"sv,     "false"sv,
+    "file"sv,     "hidden"sv,  "if-needed"sv, "ignore"sv,    "inherit"sv, "interactive"sv,
+    "masked"sv,   "missing"sv, "never"sv,     "nil"sv,       "no"sv,      "none"sv,
+    "null"sv,     "off"sv,     "on"sv,        "optional"sv,  "prompt"sv,  "redacted"sv,
+    "required"sv, "stdin"sv,   "true"sv,      "undefined"sv, "unset"sv,   "value"sv,
+    "yes"sv};
+
+/// How somebody authenticates.
+constexpr std::array kMechanisms{"adc"sv,           "anonymous"sv,
+                                 "any"sv,           "apikey"sv,
+                                 "aws"sv,           "azure"sv,
+                                 "basic"sv,         "bearer"sv,
+                                 "browser"sv,       "cert"sv,
+                                 "certificate"sv,   "clientcert"sv,
+                                 "cookie"sv,        "cram-md5"sv,
+                                 "custom"sv,        "device"sv,
+                                 "digest"sv,        "external"sv,
+                                 "form"sv,          "gcp"sv,
+                                 "github"sv,        "gitlab"sv,
+                                 "google"sv,        "gss"sv,
+                                 "gssapi"sv,        "htpasswd"sv,
+                                 "iam"sv,           "ident"sv,
+                                 "jwt"sv,           "kerberos"sv,
+                                 "key"sv,           "ldap"sv,
+                                 "local"sv,         "login"sv,
+                                 "md5"sv,           "mtls"sv,
+                                 "mutual"sv,        "mysql_native_password"sv,
+                                 "negotiate"sv,     "noauth"sv,
+                                 "ntlm"sv,          "oauth"sv,
+                                 "oauth2"sv,        "oidc"sv,
+                                 "open"sv,          "pam"sv,
+                                 "password"sv,      "pat"sv,
+                                 "peer"sv,          "plain"sv,
+                                 "proxy"sv,         "public"sv,
+                                 "radius"sv,        "saml"sv,
+                                 "sasl"sv,          "scram"sv,
+                                 "scram-sha-1"sv,   "scram-sha-256"sv,
+                                 "scram-sha-512"sv, "session"sv,
+                                 "shared"sv,        "simple"sv,
+                                 "spnego"sv,        "ssh"sv,
+                                 "ssl"sv,           "sso"sv,
+                                 "system"sv,        "tls"sv,
+                                 "token"sv,         "trust"sv,
+                                 "user"sv,          "webhook"sv,
+                                 "wpa-eap"sv,       "wpa-psk"sv,
+                                 "wpa2"sv,          "wpa3"sv,
+                                 "x509"sv};
+
+/// What follows the last dot of a file's name.
+constexpr std::array kFileEndings{
+    "asc"sv,      "bin"sv,        "cer"sv,  "cfg"sv,    "conf"sv, "crt"sv,        "csr"sv,
+    "csv"sv,      "db"sv,         "der"sv,  "enc"sv,    "env"sv,  "gpg"sv,        "ini"sv,
+    "jks"sv,      "js"sv,         "json"sv, "kdbx"sv,   "key"sv,  "keychain"sv,   "keychain-db"sv,
+    "keystore"sv, "kubeconfig"sv, "log"sv,  "ovpn"sv,   "p12"sv,  "p7b"sv,        "p8"sv,
+    "pem"sv,      "pfx"sv,        "php"sv,  "plist"sv,  "ppk"sv,  "properties"sv, "pub"sv,
+    "py"sv,       "sh"sv,         "sock"sv, "sqlite"sv, "toml"sv, "txt"sv,        "vault"sv,
+    "xml"sv,      "yaml"sv,       "yml"sv};
+
+/// What a value begins with that only says where the secret is.
+constexpr std::array kReferences{
+    "${"sv,         "$("sv,        "{{"sv,      "%("sv,    "<("sv,          "env:"sv,
+    "file:"sv,      "fd:"sv,       "vault:"sv,  "op://"sv, "arn:"sv,        "ssm:"sv,
+    "secretref:"sv, "keychain:"sv, "cmd:"sv,    "ref+"sv,  "process.env"sv, "os.environ"sv,
+    "os.getenv"sv,  "getenv("sv,   "env["sv,    "enc["sv,  "secrets."sv,    "var."sv,
+    "local."sv,     "data."sv,     "module."sv, "id="sv,   "type="sv,       "src="sv,
+    "getpass"sv,    "input("sv,    "your-"sv,   "your_"sv, "<your"sv,       "literal:env"sv};
+
+/// What keys begin with that everybody may know.
+constexpr std::array kPublicKeys{
+    "age1"sv, "aaaac3nza"sv, "aaaab3nza"sv, "aaaae2vjz"sv, "aaaagnna"sv, "rwq"sv,
+    "rwr"sv,  "rwt"sv,       "pk_"sv,       "pk-"sv,       "pub"sv,      "npub1"sv,
+    "xpub"sv, "sha256-"sv,   "sha384-"sv,   "sha512-"sv,   "sha256:"sv,  "ocid1."sv,
+    "did:"sv, "bafy"sv,      "qm"sv,        "pk.eyj"sv,    "crsk"sv};
+
+/// What stands in patterns alone.
+constexpr std::array kPatternSigns{".*"sv, ".+"sv, "\\s"sv, "\\w"sv, "\\d"sv, "[^"sv, "(?"sv};
+
+constexpr std::array kSentenceWords{" the "sv,  " is "sv,  " to "sv,   " for "sv, " and "sv,
+                                    " not "sv,  " was "sv, " has "sv,  " of "sv,  " in "sv,
+                                    " on "sv,   " a "sv,   " with "sv, " or "sv,  " when "sv,
+                                    " from "sv, " are "sv, " it "sv};
+
+template <std::size_t N>
+bool isOneOf(std::string_view word, const std::array<std::string_view, N>& list) {
+  return std::any_of(list.begin(), list.end(),
+                     [&](auto entry) { return text::equalsLowered(word, entry); });
+}
+
+template <std::size_t N>
+bool beginsWithOneOf(std::string_view text, const std::array<std::string_view, N>& list) {
+  return std::any_of(list.begin(), list.end(), [&](auto entry) {
+    return text::equalsLowered(text.substr(0, entry.size()), entry);
+  });
+}
+
+bool all(std::string_view text, auto test) {
+  return std::all_of(text.begin(), text.end(), test);
+}
+bool any(std::string_view text, auto test) {
+  return std::any_of(text.begin(), text.end(), test);
+}
+
+bool isVariableSign(char c) {
+  return text::isUpper(c) || text::isDigit(c) || c == '_';
+}
+bool isNameSign(char c) {
+  return text::isAlphanumeric(c) || c == '_' || c == '-' || c == '.';
+}
+/// Signs that passwords have and names do not.
+bool isSpecial(char c) {
+  return "!#$%^&*~?|;`"sv.find(c) != std::string_view::npos;
+}
+
+/// "$TOKEN", "%TOKEN%", "@file", "<token>", "{token}"
+bool refersElsewhere(std::string_view value) {
+  if (beginsWithOneOf(value, kReferences)) return true;
+  const std::string_view rest = value.substr(1);
+  switch (value.front()) {
+    case '$':
+      return !rest.empty() && !text::isDigit(rest.front()) && all(rest, isVariableSign);
+    case '%':
+      return rest == "s" || rest == "d" || (rest.size() > 1 && rest.back() == '%');
+    case '@':
+      return rest == "-" || isPath(rest) || beginsWithOneOf(rest, kReferences) ||
+             all(rest, text::isLower);
+    case '<':
+      return value.back() == '>';
+    case '{':
+      return value.back() == '}' && all(rest.substr(0, rest.size() - 1), isNameSign);
+    default:
+      return false;
+  }
+}
+
+/// "***", "•••", "xxxx", "...": one sign, again and again.
+bool isBlackedOut(std::string_view value) {
+  constexpr std::size_t kLongest = 64;
+  if (value.size() > kLongest) return false;
+  if (!text::isAlphanumeric(value.front()) && !isSpecial(value.front()) && value.front() > ' ') {
+    return all(value, [&](char c) { return c == value.front(); });
+  }
+  if (value.substr(0, 3) == "•") return true;
+  return (value.front() == '*' || value.front() == 'x' || value.front() == 'X') &&
+         value.size() >= 2 && all(value, [&](char c) { return c == value.front(); });
+}
+
+/// A number with or without a sign, a fraction or a unit: "512", "0.5", "4k", "30s".
+bool isNumber(std::string_view value) {
+  if (value.front() == '-' || value.front() == '+') value.remove_prefix(1);
+  if (value.empty() || !text::isDigit(value.front())) return false;
+  while (value.size() > 1 && text::isLetter(value.back()) &&
+         !text::isLetter(value[value.size() - 2])) {
+    value.remove_suffix(1);
+  }
+  return all(value, [](char c) { return text::isDigit(c) || c == '.' || c == ',' || c == '_'; });
+}
+
+std::size_t digitCount(std::string_view value) {
+  return static_cast<std::size_t>(std::count_if(value.begin(), value.end(), text::isDigit));
+}
+
+/// Whether it says nothing whatever it stands for.
+bool isHarmless(std::string_view value) {
+  return value.empty() || isOneOf(value, kPlainWords) || isBlackedOut(value) ||
+         refersElsewhere(value) || isPath(value) ||
+         std::any_of(kPatternSigns.begin(), kPatternSigns.end(),
+                     [&](auto sign) { return text::contains(value, sign); });
+}
+
+bool isUrl(std::string_view value) {
+  const auto colon = value.find(':');
+  return colon != std::string_view::npos && value.substr(colon, 3) == "://";
+}
+
+/// Whether a URL leads further than to a host.
+bool isUrlWithPath(std::string_view value) {
+  const auto slash = value.find('/', value.find("://") + 3);
+  return slash != std::string_view::npos && slash + 1 < value.size();
+}
+
+/// What the value of a key looks like that opens something, not of one that things are sorted
+/// or found by.
+bool looksLikeKeysValue(std::string_view value) {
+  if (any(value, text::isWhiteSpace)) return false;
+  constexpr std::size_t kLongestWord = 15;
+  const bool hasLetter = any(value, text::isLetter);
+  const bool hasDigit = any(value, text::isDigit);
+  if (hasLetter && hasDigit && value.find('+') == std::string_view::npos) return true;
+  if (value.find_first_of("*?") != std::string_view::npos) return false;  // a pattern
+  return looksLikeKey(value) || any(value, isSpecial) ||
+         (value.size() > kLongestWord && !text::contains(value, ",") &&
+          (hasDigit || any(value, text::isUpper)));
+}
+
+/// What is sorted or looked up by, or pressed: "2", "3,3nr", "name", "ctrl+c", "F5".
+bool isSortField(std::string_view value) {
+  constexpr std::array kFields{
+      "color"sv, "count"sv,  "ctrl"sv,     "date"sv,  "email"sv,  "enter"sv,     "escape"sv,
+      "esc"sv,   "field"sv,  "id"sv,       "index"sv, "key"sv,    "label"sv,     "lang"sv,
+      "mtime"sv, "name"sv,   "path"sv,     "price"sv, "return"sv, "score"sv,     "size"sv,
+      "space"sv, "status"sv, "tab"sv,      "text"sv,  "time"sv,   "timestamp"sv, "title"sv,
+      "type"sv,  "user"sv,   "username"sv, "uuid"sv,  "version"sv};
+  if (isOneOf(value, kFields) || value.find('+') != std::string_view::npos) return true;
+  const bool isFunctionKey = value.size() <= 3 && (value[0] == 'F' || value[0] == 'f') &&
+                             all(value.substr(1), text::isDigit) && value.size() > 1;
+  const bool isColumns = text::isDigit(value.front()) && value.size() <= 12 &&
+                         value.find_first_of(",.") != std::string_view::npos;
+  const bool isColumn = text::isDigit(value.front()) && value.size() <= 4;
+  return isFunctionKey || isColumns || isColumn;
+}
+
+/// "host.example.com", "host:8080", "10.0.0.1", "v1.2.3", "name@host"
+bool isAddressOrVersion(std::string_view text) {
+  if (text::contains(text, "@")) return false;
+  const auto dot = text.rfind('.');
+  const auto colon = text.rfind(':');
+  if (colon != std::string_view::npos && colon + 1 < text.size() &&
+      all(text.substr(colon + 1), text::isDigit)) {
+    return true;
+  }
+  if (dot == std::string_view::npos || dot + 1 == text.size()) return false;
+  const std::string_view ending = text.substr(dot + 1);
+  return all(ending, text::isLower) || all(ending, text::isDigit);
+}
+
+}  // namespace
+
+bool mayBeSecret(std::string_view value, NameKind kind) {
+  value = value.substr(0, kLongestLook);
+  if (kind == NameKind::harmless || isHarmless(value)) return false;
+  constexpr std::size_t kShortestNumericPassword = 3;
+  constexpr std::size_t kShortestNumericToken = 6;
+  switch (kind) {
+    case NameKind::password:
+      return !(isNumber(value) && digitCount(value) < kShortestNumericPassword);
+    case NameKind::webhook:
+      return isUrl(value) ? isUrlWithPath(value) : looksLikeKey(value);
+    case NameKind::authentication:
+      if (isOneOf(value, kMechanisms)) return false;
+      [[fallthrough]];
+    case NameKind::token:
+      return !isUrl(value) && !(isNumber(value) && digitCount(value) < kShortestNumericToken);
+    case NameKind::key:
+      return !isUrl(value) && !isNumber(value) && looksLikeKeysValue(value);
+    case NameKind::anyKey:
+      return !isUrl(value) && !isNumber(value) && !isSortField(value);
+    case NameKind::login:
+      return looksLikeKey(value);
+    case NameKind::account:
+      return false;
+    case NameKind::unclear:
+      return looksSecret(value) || looksRandom(value) ||
+             (isLongHexNumber(value) && !text::contains(value, "-"));
+    case NameKind::unknown:
+      return looksRandom(value) && !any(value, text::isWhiteSpace) && !isUrl(value) &&
+             !beginsWithOneOf(value, kPublicKeys);
+    case NameKind::harmless:
+      break;
+  }
+  return false;
+}
+
+bool isReference(std::string_view value) {
+  value = value.substr(0, kLongestLook);
+  return !value.empty() && (refersElsewhere(value) || isBlackedOut(value));
+}
+
+bool isNothing(std::string_view value) {
+  return isHarmless(value.substr(0, kLongestLook));
+}
+
+bool looksSecret(std::string_view text) {
+  text = text.substr(0, kLongestLook);
+  constexpr std::size_t kShortest = 7;
+  if (text.size() < kShortest || any(text, text::isWhiteSpace) || isHarmless(text)) return false;
+  if (isUrl(text) || isNumber(text) || isAddressOrVersion(text)) return false;
+  const bool hasLetter = any(text, text::isLetter);
+  const std::size_t digits = digitCount(text);
+  if (!hasLetter || digits == 0) return false;
+  if (any(text, isSpecial)) return true;
+  const bool isMixed = any(text, text::isUpper) && any(text, text::isLower);
+  if (!isMixed && all(text, [](char c) { return text::isHexDigit(c) || c == '-'; })) return false;
+  std::size_t turns = 0;  // between letters and digits
+  for (std::size_t i = 1; i < text.size(); ++i) {
+    turns += (text::isLetter(text[i - 1]) && text::isDigit(text[i])) ||
+             (text::isDigit(text[i - 1]) && text::isLetter(text[i]));
+  }
+  return isMixed ? turns >= 2 || digits >= 4 : turns >= 4 && text.size() >= 10;
+}
+
+bool looksLikeKey(std::string_view text) {
+  return looksRandom(text) || isLongHexNumber(text);
+}
+
+bool isPath(std::string_view text) {
+  text = text.substr(0, kLongestLook);
+  if (text.empty() || any(text, text::isWhiteSpace)) return false;
+  const bool isDrive = text.size() > 2 && text::isLetter(text[0]) && text[1] == ':' &&
+                       (text[2] == '\\' || text[2] == '/');
+  if (isDrive || text == "~" || beginsWithOneOf(text, std::array{"./"sv, "../"sv, "~/"sv})) {
+    return true;
+  }
+  const auto dot = text.rfind('.');
+  if (dot != std::string_view::npos && isOneOf(text.substr(dot + 1), kFileEndings)) return true;
+  if (text.front() == '/') return !looksRandom(text) || text::contains(text.substr(1), "/.");
+  // "run/secrets/token"
+  const auto isPathSign = [](char c) {
+    return text::isLower(c) || text::isDigit(c) || c == '/' || c == '-' || c == '_' || c == '.';
+  };
+  return text.find('/') > 1 && text::contains(text, "/") && all(text, isPathSign);
 }
 
 bool isOption(std::string_view text) {
@@ -25,8 +338,7 @@ bool isOption(std::string_view text) {
 
 bool isScheme(std::string_view word) {
   constexpr std::array kSchemes{"apikey"sv, "basic"sv, "bearer"sv, "digest"sv, "token"sv};
-  return std::any_of(kSchemes.begin(), kSchemes.end(),
-                     [&](auto scheme) { return text::equalsLowered(word, scheme); });
+  return isOneOf(word, kSchemes);
 }
 
 bool looksEncoded(std::string_view text) {
@@ -34,8 +346,14 @@ bool looksEncoded(std::string_view text) {
   const auto isSign = [](char c) {
     return text::isAlphanumeric(c) || c == '+' || c == '/' || c == '=';
   };
-  return std::all_of(text.begin(), text.end(), isSign) &&
-         std::any_of(text.begin() + 1, text.end(), [](char c) { return !text::isLower(c); });
+  text = text.substr(0, kLongestLook);
+  return all(text, isSign) && any(text.substr(1), [](char c) { return !text::isLower(c); });
 }
 
-}  // namespace CredentialValue
+bool isProse(std::string_view text) {
+  text = text.substr(0, kLongestLook);
+  return std::any_of(kSentenceWords.begin(), kSentenceWords.end(),
+                     [&](auto word) { return text::contains(text, word); });
+}
+
+}  // namespace credentials

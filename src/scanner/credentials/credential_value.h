@@ -2,11 +2,31 @@
 
 #include <string_view>
 
-/// What stands where the value of a credential could.
-namespace CredentialValue {
+#include "scanner/credentials/credential_name.h"
 
-/// Whether it gives nothing away: true, no, none, …
-bool isPlain(std::string_view value);
+namespace credentials {
+
+/// Whether `value` can be a secret where the value of something of this kind stands. What gives
+/// nothing away is none: plain words ("true", "none"), paths and names of files, references to
+/// where the secret is ("$TOKEN", "env:TOKEN", "@file"), placeholders, patterns, short numbers.
+bool mayBeSecret(std::string_view value, NameKind kind);
+
+/// Whether it only says where the secret is ("$TOKEN", "env:TOKEN", "<token>"), or stands for it
+/// ("***").
+bool isReference(std::string_view value);
+
+/// Whether it is no secret whatever it stands for: a plain word, a reference, a path, a pattern.
+bool isNothing(std::string_view value);
+
+/// Whether it has the look of a password that was made up or generated, rather than that of a
+/// name, a version, an address or a path.
+bool looksSecret(std::string_view text);
+
+/// Whether it is random, a long hexadecimal number or a UUID.
+bool looksLikeKey(std::string_view text);
+
+/// Whether it is a path or the name of a file.
+bool isPath(std::string_view text);
 
 /// Whether it is the next option rather than a value: "--port", "-m".
 bool isOption(std::string_view text);
@@ -17,4 +37,7 @@ bool isScheme(std::string_view word);
 /// Whether it is base64 of the kind that user:password makes, not a word.
 bool looksEncoded(std::string_view text);
 
-}  // namespace CredentialValue
+/// Whether several words make a sentence rather than a value.
+bool isProse(std::string_view text);
+
+}  // namespace credentials

@@ -1,41 +1,62 @@
 #include "scanner/credentials/named_credentials.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
 
-#include "scanner/credentials/credential_name.h"
 #include "scanner/credentials/credential_value.h"
 #include "text/ascii.h"
 
+namespace credentials {
 namespace {
+
+using namespace std::string_view_literals;
 
 bool isQuote(char c) {
   return c == '"' || c == '\'' || c == '`';
 }
-bool isNameSign(char c) {
-  return text::isAlphanumeric(c) || c == '-' || c == '_' || c == '.';
-}
 
-bool holdsIgnoringCase(std::string_view text, std::string_view lowerCase) {
-  for (; text.size() >= lowerCase.size(); text.remove_prefix(1)) {
-    if (text::equalsLowered(text.substr(0, lowerCase.size()), lowerCase)) return true;
+constexpr auto kNameSigns = [] {
+  std::array<bool, 256> signs{};
+  for (int c = 0; c < 128; ++c) {
+    const char sign = static_cast<char>(c);
+    signs[static_cast<std::size_t>(c)] =
+        text::isAlphanumeric(sign) || sign == '-' || sign == '_' || sign == '.';
   }
-  return false;
+  return signs;
+}();
+
+bool isNameSign(char c) {
+  return kNameSigns[static_cast<unsigned char>(c)];
 }
 
-/// Searches one text for everything but shapes and URLs: names with values.
+/// How far is looked to judge a value.
+constexpr std::size_t kLongestLook = 160;
+
+/// Words that a name and a tag have between them: "image:latest".
+bool isTag(std::string_view value) {
+  constexpr std::array kTags{"latest"sv, "stable"sv, "edge"sv,    "main"sv, "master"sv, "dev"sv,
+                             "prod"sv,   "alpine"sv, "nightly"sv, "slim"sv, "test"sv,   "beta"sv};
+  return std::find(kTags.begin(), kTags.end(), value) != kTags.end();
+}
+
+bool isStrong(NameKind kind) {
+  return kind == NameKind::password || kind == NameKind::token;
+}
+
 class NameSearch {
  public:
-  NameSearch(std::string_view text, bool isArgument, std::vector<TextSpan>& found)
-      : text_(text), isArgument_(isArgument), found_(found) {}
+  NameSearch(std::string_view text, bool isArgument, int& namesLeft, std::vector<TextSpan>& found)
+      : text_(text), isArgument_(isArgument), namesLeft_(namesLeft), found_(found) {}
 
-  /// What it says of the next argument.
-  NextArgument run() {
+  Announcement run() {
     for (std::size_t at = 0; at < text_.size();) {
       if (!isNameSign(text_[at])) {
         ++at;
         continue;
       }
-      std::size_t end = at;
+      std::size_t end = at + 1;
       while (end < text_.size() && isNameSign(text_[end])) ++end;
       at = std::max(end, take(at, end));
     }
@@ -50,89 +71,248 @@ class NameSearch {
     return i;
   }
 
+  std::string_view name(std::size_t begin, std::size_t end) const {
+    return text_.substr(begin, end - begin);
+  }
+
+  /// False when there were too many names: then all that follows is masked.
+  bool countName(std::size_t begin) {
+    if (namesLeft_ > 0) {
+      --namesLeft_;
+      return true;
+    }
+    if (begin < text_.size()) found_.push_back({begin, text_.size()});
+    return false;
+  }
+
   /// Looks at the name from `begin` to `end`; returns where to go on (0: behind the name).
   std::size_t take(std::size_t begin, std::size_t end) {
-    const std::string_view name = text_.substr(begin, end - begin);
-    if (text::isWhiteSpace(at(end)) && CredentialValue::isScheme(name))
-      return takeScheme(begin, end);
-    if (!namesCredential(name)) return 0;
-    if (name == "PWD") return 0;  // the shell's working folder
-    const bool mayHaveScheme = holdsIgnoringCase(name, "auth");
-    if (at(end) == '=') return takeAssigned(begin, end + 1, mayHaveScheme);
-    if (at(end) == ':' && (end + 1 == text_.size() || text::isWhiteSpace(text_[end + 1]))) {
-      return takeHeader(begin, end + 1);
+    const char next = at(end);
+    switch (next) {
+      case '=':
+        return takeAssigned(begin, end, end + 1);
+      case ':':
+        return takeColon(begin, end);
+      case '"':
+      case '\'':
+      case '`':
+      case '\\':
+        return takeQuoted(begin, end);
+      case '\0':
+        if (end < text_.size()) return 0;
+        return takeLast(begin, end);
+      default:
+        return text::isWhiteSpace(next) ? takeBlank(begin, end) : 0;
     }
-    if (const std::size_t quoted = quotedValue(end)) return addInner(quoted, mayHaveScheme);
-    if (name.front() == '-' && !isInsideWord(begin)) return takeOption(end);
-    return 0;
   }
 
   /// "name=value"
-  std::size_t takeAssigned(std::size_t begin, std::size_t value, bool mayHaveScheme) {
-    if (reachesFromStart(begin)) return add(value, text_.size(), mayHaveScheme);
-    return addInner(value, mayHaveScheme);
+  std::size_t takeAssigned(std::size_t begin, std::size_t end, std::size_t value) {
+    if (at(value) == '=' || at(value) == '~') return value + 1;  // a comparison
+    if (!countName(value)) return text_.size();
+    if (at(value) == '>') ++value;  // "name => value"
+    const std::size_t quoted = skipBlanks(value);
+    if (quoted > value && isQuote(at(quoted))) return takeValue(kindAt(begin, end), quoted, false);
+    return takeValue(kindAt(begin, end), value, reachesFromStart(begin));
   }
 
-  /// "Name: value", "Name: Scheme value"
-  std::size_t takeHeader(std::size_t begin, std::size_t value) {
-    value = skipBlanks(value);
+  NameKind kindAt(std::size_t begin, std::size_t end) const {
+    const std::string_view own = name(begin, end);
+    // The shell's folders.
+    if (own.ends_with("PWD") && (at(end + 1) == '/' || at(end + 1) == '~')) {
+      return NameKind::harmless;
+    }
+    const NameKind kind = kindOf(own);
+    if (begin < nestedUntil_ && !isStrong(kind) && isNeutral(own)) return nestedKind_;
+    // "-object secret,id=…,data=…"
+    if (kind == NameKind::unknown && own == "data" && text_.starts_with("secret,")) {
+      return NameKind::token;
+    }
+    return kind;
+  }
+
+  /// What holds the secret itself in an object that is named like one.
+  static bool isNeutral(std::string_view own) {
+    constexpr std::array kNeutral{"value"sv,   "data"sv, "content"sv, "plain"sv, "default"sv,
+                                  "current"sv, "text"sv, "string"sv,  "raw"sv};
+    return std::find(kNeutral.begin(), kNeutral.end(), own) != kNeutral.end();
+  }
+
+  /// "Name: value", "name:value", "name:=value"
+  std::size_t takeColon(std::size_t begin, std::size_t end) {
+    const char behind = at(end + 1);
+    if (behind == '/' && at(end + 2) == '/') return end + 3;
+    if (behind == ':') return end + 2;
+    if (behind == '=') return takeAssigned(begin, end, end + 2);
+    if (end >= 2 && begin >= 2 && text_[begin - 1] == '{' && text_[begin - 2] == '$') {
+      return std::min(text_.find('}', end), text_.size());  // "${NAME:-default}"
+    }
+    if (!countName(end + 1)) return text_.size();
+    const NameKind kind = kindAt(begin, end);
+    if (end + 1 == text_.size()) {
+      if (isCredential(kind)) next_ = {Announcement::Form::headerValue, kind};
+      return end + 1;
+    }
+    if (text::isWhiteSpace(behind)) return takeHeader(kind, begin, skipBlanks(end + 1));
+    if (isQuote(behind) || behind == '[' || behind == '{') return takeValue(kind, end + 1, false);
+    return takeGlued(kind, begin, end);
+  }
+
+  /// "Name: value", "Name: Scheme value", "- name: value" of YAML
+  std::size_t takeHeader(NameKind kind, std::size_t begin, std::size_t value) {
     if (value == text_.size()) {
-      next_ = NextArgument::headerValue;
+      if (isCredential(kind)) next_ = {Announcement::Form::headerValue, kind};
       return value;
     }
-    if (reachesFromStart(begin)) return add(value, text_.size(), true);
-    if (begin > 0 && isQuote(text_[begin - 1])) {
-      return add(value, std::min(text_.find(text_[begin - 1], value), text_.size()), true);
+    // "The password: ask the admin"
+    if (isCredential(kind) && isProseText() && !isQuote(at(value)) && begin > 0 &&
+        text_[begin - 1] == ' ') {
+      const std::string_view word = text_.substr(value, judgedEnd(value) - value);
+      return looksSecret(word) || looksLikeKey(word) ? takeValue(kind, value, false) : value;
     }
-    return addInner(value, true);
+    if (reachesFromStart(begin)) return takeValue(kind, value, true);
+    if (begin > 0 && isQuote(text_[begin - 1]) && !isQuote(at(value))) {
+      // The whole header is quoted: its value goes on to the mark.
+      const std::size_t end = std::min(text_.find(text_[begin - 1], value), text_.size());
+      return addIf(kind, value, end);
+    }
+    return takeValue(kind, value, false);
+  }
+
+  /// "--token:value", "X-Api-Key:value", "/password:value"
+  std::size_t takeGlued(NameKind kind, std::size_t begin, std::size_t end) {
+    const std::size_t value = end + 1;
+    const char before = begin > 0 ? text_[begin - 1] : ' ';
+    const bool isFree = text::isWhiteSpace(before) || isQuote(before) || before == ',' ||
+                        before == '{' || before == ';' || before == '=' ||
+                        (before == '/' && begin == 1);
+    if (!isFree || kind == NameKind::harmless) return value;
+    const std::string_view word = text_.substr(value, judgedEnd(value) - value);
+    if (isTag(word)) return value;
+    if (kind == NameKind::account || kind == NameKind::unknown) {
+      return looksRandomValue(word, kind) ? takeValue(kind, value, false) : value;
+    }
+    const std::string_view own = name(begin, end);
+    const bool isOneWord = std::all_of(own.begin(), own.end(), text::isLower);
+    if ((isOneWord || !isStrong(kind)) && kind != NameKind::password && !looksSecret(word) &&
+        !looksLikeKey(word) && word.find(' ') == std::string_view::npos &&
+        (kind != NameKind::authentication || isOneWord)) {
+      return value;
+    }
+    return takeValue(kind, value, reachesFromStart(begin) || (begin == 1 && before == '/'));
+  }
+
+  bool looksRandomValue(std::string_view word, NameKind kind) const {
+    return kind != NameKind::harmless && mayBeSecret(word, NameKind::unknown);
+  }
+
+  /// «"name": "value"», «["name"] = 'value'», «"--name", "value"»
+  std::size_t takeQuoted(std::size_t begin, std::size_t end) {
+    const std::size_t value = quotedValue(end);
+    if (value > 0) {
+      if (!countName(value)) return text_.size();
+      return takeValue(kindAt(begin, end), value, false);
+    }
+    if (text_[begin] == '-' && !isInsideWord(begin)) return takeOption(begin, end);
+    return 0;
+  }
+
+  /// Where the value of a quoted name begins (at its quotation mark, if it has any), or 0.
+  std::size_t quotedValue(std::size_t end) const {
+    std::size_t i = end;
+    while (at(i) == '\\') ++i;
+    if (!isQuote(at(i))) return 0;
+    ++i;
+    if (at(i) == ']') ++i;
+    i = skipBlanks(i);
+    if (at(i) == '=' && at(i + 1) == '>') ++i;
+    if (at(i) != '=' && at(i) != ':') return 0;
+    if (at(i + 1) == '=') return 0;
+    i = skipBlanks(i + 1);
+    return i < text_.size() ? i : 0;
+  }
+
+  std::size_t takeBlank(std::size_t begin, std::size_t end) {
+    const std::string_view own = name(begin, end);
+    if (isScheme(own)) {
+      if (const std::size_t taken = takeScheme(begin, end)) return taken;
+    }
+    if (own.front() == '-') return isInsideWord(begin) ? 0 : takeOption(begin, end);
+    const std::size_t next = skipBlanks(end);
+    if (at(next) == '=') {
+      // "name = value"
+      if (at(next + 1) == '=' || at(next + 1) == '~') return next;
+      if (!countName(next)) return text_.size();
+      std::size_t value = next + 1;
+      if (at(value) == '>') ++value;
+      value = skipBlanks(value);
+      return value < text_.size() ? takeValue(kindAt(begin, end), value, false) : value;
+    }
+    if (!isQuote(at(next))) return 0;
+    // «password "value"», «IDENTIFIED BY 'value'»
+    if (!countName(next)) return text_.size();
+    const bool isIdentified = text::equalsLowered(own, "by") && begin >= 11 &&
+                              text::equalsLowered(text_.substr(begin - 11, 10), "identified");
+    const NameKind kind = isIdentified ? NameKind::password : kindAt(begin, end);
+    if (!isStrong(kind)) return 0;
+    const std::string_view word = text_.substr(next + 1, judgedEnd(next) - next - 1);
+    return word.find(' ') == std::string_view::npos || isIdentified ? takeValue(kind, next, false)
+                                                                    : 0;
+  }
+
+  /// The last word of the text.
+  std::size_t takeLast(std::size_t begin, std::size_t end) {
+    if (text_[begin] == '-' && !isInsideWord(begin)) announce(begin, end);
+    return end;
+  }
+
+  void announce(std::size_t begin, std::size_t end) {
+    const std::string_view own = name(begin, end);
+    if (own.size() < 2 || !countName(end)) return;
+    const NameKind kind = isSwitch(own) ? NameKind::unknown : kindAt(begin, end);
+    next_ = {Announcement::Form::value, kind};
   }
 
   /// "--name value", "'--name', 'value'"
-  std::size_t takeOption(std::size_t end) {
+  std::size_t takeOption(std::size_t begin, std::size_t end) {
     std::size_t value = end;
     if (isQuote(at(value))) ++value;
     if (at(value) == ',') ++value;
     value = skipBlanks(value);
     if (value == text_.size()) {
-      next_ = NextArgument::value;
+      announce(begin, end);
       return value;
     }
     if (value == end || (value == end + 1 && isQuote(text_[end]))) return 0;
-    const std::size_t wordEnd = innerEnd(value);
-    if (CredentialValue::isOption(text_.substr(value, wordEnd - value))) return 0;
-    return addInner(value, false);
+    if (!countName(value)) return text_.size();
+    const std::string_view own = name(begin, end);
+    const NameKind kind = isSwitch(own) ? NameKind::unknown : kindAt(begin, end);
+    if (!isCredential(kind) && kind != NameKind::unknown) return 0;
+    const std::string_view word = text_.substr(value, judgedEnd(value) - value);
+    if (isOption(word)) return 0;
+    if (kind == NameKind::unknown && !looksRandomValue(word, kind)) return 0;
+    const std::size_t taken = takeValue(kind, value, false);
+    return taken > value ? taken : 0;
   }
 
   /// "Bearer value" behind the name of any header, or as an argument of its own
   std::size_t takeScheme(std::size_t begin, std::size_t end) {
-    const std::string_view scheme = text_.substr(begin, end - begin);
+    const std::string_view scheme = name(begin, end);
     const bool isBearer = text::equalsLowered(scheme, "bearer");
     if (!isBearer && !text::equalsLowered(scheme, "basic")) return 0;
     const std::size_t value = skipBlanks(end);
     if (value == end || value == text_.size()) return 0;
     std::size_t before = begin;
-    while (before > 0 && (text::isWhiteSpace(text_[before - 1]) || isQuote(text_[before - 1])))
+    while (before > 0 && begin - before < kLongestLook &&
+           (text::isWhiteSpace(text_[before - 1]) || isQuote(text_[before - 1]))) {
       --before;
+    }
     const bool follows = before > 0 && (text_[before - 1] == ':' || text_[before - 1] == '=');
-    const std::string_view word = text_.substr(value, innerEnd(value) - value);
-    const bool isCredential = isBearer
-                                  ? follows || (begin == 0 && isArgument_)
-                                  : (follows || before == 0) && CredentialValue::looksEncoded(word);
-    if (!isCredential || CredentialValue::isOption(word)) return 0;
-    return addInner(value, false);
-  }
-
-  /// Where the quoted value of «"name": "value"», «name = 'value'» or «["name"] = 'value'»
-  /// begins (at its quotation mark), or 0.
-  std::size_t quotedValue(std::size_t end) const {
-    std::size_t i = end;
-    if (at(i) == '\\') ++i;
-    if (isQuote(at(i))) ++i;
-    if (at(i) == ']') ++i;
-    i = skipBlanks(i);
-    if (at(i) != '=' && at(i) != ':') return 0;
-    i = skipBlanks(i + 1);
-    return isQuote(at(i)) || (at(i) == '\\' && isQuote(at(i + 1))) ? i : 0;
+    const std::string_view word = text_.substr(value, judgedEnd(value) - value);
+    const bool isTaken = isBearer ? follows || (begin == 0 && isArgument_) || looksLikeKey(word)
+                                  : (follows || before == 0) && looksEncoded(word);
+    if (!isTaken || isOption(word) || isNothing(word)) return 0;
+    return add(value, valueEnd(value, false));
   }
 
   /// Whether the value of the name at `begin` takes the whole rest of the argument: nothing
@@ -149,14 +329,115 @@ class NameSearch {
     return begin > 0 && !text::isWhiteSpace(text_[begin - 1]) && !isQuote(text_[begin - 1]);
   }
 
-  /// The end of the value at `value` inside a line.
-  std::size_t innerEnd(std::size_t value) const {
-    if (isQuote(at(value))) return std::min(text_.find(text_[value], value + 1), text_.size());
-    for (std::size_t i = value; i < text_.size(); ++i) {
-      if (text::isWhiteSpace(text_[i]) || text_[i] == '&' || text_[i] == ';') return i;
-      if (i > value && isQuote(text_[i]) && closes(i)) return i;
+  bool isProseText() {
+    if (!isProse_) isProse_ = isProse(text_);
+    return *isProse_;
+  }
+
+  /// Takes or passes over the value at `value`; returns where to go on.
+  std::size_t takeValue(NameKind kind, std::size_t value, bool reachesEnd) {
+    if (value >= text_.size()) return value;
+    if (kind == NameKind::harmless) return value;
+    const bool isText =
+        isStrong(kind) || kind == NameKind::authentication || kind == NameKind::anyKey;
+    if (at(value) == '[' && isText && !reachesEnd) return takeList(value);
+    if (at(value) == '{' && isText && !reachesEnd) return enterObject(kind, value);
+    if (isText && reachesEnd) return addIf(kind, value, text_.size());
+    // What is only sometimes a secret is judged by the one word, and may hold names itself.
+    const std::size_t judged = judgedEnd(value);
+    const std::size_t begin = behindOpening(value);
+    const std::string_view word = text_.substr(begin, judged > begin ? judged - begin : 0);
+    if (isText) {
+      const std::size_t end = judged < value + kLongestLook ? judged : valueEnd(value, false);
+      return addIf(kind, begin, end);
     }
-    return text_.size();
+    const std::size_t shown = schemeLength(word);
+    if (!mayBeSecret(word.substr(shown), kind)) return value;
+    const std::size_t end = judged < value + kLongestLook ? judged : valueEnd(value, false);
+    return add(begin + shown, end);
+  }
+
+  /// "["a", "b"]": what stands between the brackets.
+  std::size_t takeList(std::size_t open) {
+    const std::size_t end = std::min(text_.find(']', open), text_.size());
+    std::size_t begin = open + 1;
+    while (begin < end &&
+           (text::isWhiteSpace(text_[begin]) || isQuote(text_[begin]) || text_[begin] == '\\')) {
+      ++begin;
+    }
+    std::size_t last = end;
+    while (last > begin && (text::isWhiteSpace(text_[last - 1]) || isQuote(text_[last - 1]) ||
+                            text_[last - 1] == '\\')) {
+      --last;
+    }
+    return begin < last ? addIf(NameKind::token, begin, last) : end;
+  }
+
+  /// Names inside this object that say nothing themselves stand for what it is named.
+  std::size_t enterObject(NameKind kind, std::size_t open) {
+    if (open >= nestedUntil_) {
+      nestedKind_ = kind;
+      nestedUntil_ = std::min(text_.find('}', open), text_.size());
+    }
+    return open + 1;
+  }
+
+  std::size_t behindOpening(std::size_t value) const {
+    while (at(value) == '\\') ++value;
+    return isQuote(at(value)) ? value + 1 : value;
+  }
+
+  std::size_t judgedEnd(std::size_t value) const { return endOf(value, value + kLongestLook); }
+  std::size_t valueEnd(std::size_t value, bool reachesEnd) const {
+    return reachesEnd ? text_.size() : endOf(value, text_.size());
+  }
+
+  /// The end of the value at `value` inside a line; nothing behind `limit` is looked at.
+  std::size_t endOf(std::size_t value, std::size_t limit) const {
+    limit = std::min(limit, text_.size());
+    std::size_t opening = value;
+    while (at(opening) == '\\') ++opening;
+    if (isQuote(at(opening))) return closing(opening, opening - value, limit);
+    for (std::size_t i = value; i < limit; ++i) {
+      const char c = text_[i];
+      if (text::isWhiteSpace(c) || c == '&' || c == ';') return i;
+      if (i > value && isQuote(c) && closes(i)) return i;
+      if (c == '\\' && i > value && isQuote(at(i + 1)) && closes(i + 1)) return i;
+      if (c == '\\' && at(i + 1) == 'n') return i;
+      if (c == ',' && i > value && beginsSetting(i + 1)) return i;
+      if ((c == '}' || c == ')') && i > value && endsBracket(i)) return i;
+    }
+    return limit;
+  }
+
+  /// Where the quotation that opened at `opening` behind so many backslashes ends.
+  std::size_t closing(std::size_t opening, std::size_t slashes, std::size_t limit) const {
+    const char mark = text_[opening];
+    std::size_t run = 0;  // of backslashes
+    for (std::size_t i = opening + 1; i < limit; ++i) {
+      if (text_[i] == '\\') {
+        ++run;
+        continue;
+      }
+      const bool isEscaped = slashes == 0 ? run % 2 == 1 && mark == '"' : run > slashes;
+      if (text_[i] == mark && !isEscaped) return i - (slashes == 0 ? 0 : run);
+      run = 0;
+    }
+    return limit;
+  }
+
+  /// Whether the next setting of a list begins here: "name=".
+  bool beginsSetting(std::size_t begin) const {
+    constexpr std::size_t kLongestName = 40;
+    std::size_t i = begin;
+    while (i < begin + kLongestName && i < text_.size() && isNameSign(text_[i])) ++i;
+    return i > begin && (at(i) == '=' || isQuote(at(i)));
+  }
+
+  /// Whether a bracket ends what is around the value: nothing of a word follows.
+  bool endsBracket(std::size_t i) const {
+    return i + 1 >= text_.size() || text::isWhiteSpace(text_[i + 1]) || text_[i + 1] == '}' ||
+           text_[i + 1] == ';' || text_[i + 1] == ')' || isQuote(text_[i + 1]);
   }
 
   /// Whether the quotation mark at `i` ends a text rather than going on in the same word.
@@ -166,42 +447,57 @@ class NameSearch {
            kBehind.find(text_[i + 1]) != std::string_view::npos || isQuote(text_[i + 1]);
   }
 
-  std::size_t addInner(std::size_t value, bool mayHaveScheme) {
-    if (at(value) == '\\' && isQuote(at(value + 1))) {
-      value += 2;
-      return add(value, std::min(text_.find(text_[value - 1], value), text_.size()), mayHaveScheme);
-    }
-    const std::size_t end = innerEnd(value);
-    return add(isQuote(at(value)) ? value + 1 : value, end, mayHaveScheme);
+  /// How many characters of the value are the name of a scheme: "Bearer ".
+  static std::size_t schemeLength(std::string_view value) {
+    std::size_t word = 0;
+    while (word < value.size() && isNameSign(value[word])) ++word;
+    if (word == value.size() || !isScheme(value.substr(0, word))) return 0;
+    std::size_t behind = word;
+    while (behind < value.size() && text::isWhiteSpace(value[behind])) ++behind;
+    return behind > word ? behind : 0;
   }
 
-  std::size_t add(std::size_t value, std::size_t end, bool mayHaveScheme) {
-    if (mayHaveScheme) {
-      std::size_t word = value;
-      while (word < text_.size() && isNameSign(text_[word])) ++word;
-      if (CredentialValue::isScheme(text_.substr(value, word - value)) &&
-          text::isWhiteSpace(at(word))) {
-        // Inside a line the credential is the word behind the scheme.
-        const std::size_t behind = skipBlanks(word);
-        if (end <= behind && behind < text_.size()) return addInner(behind, false);
-        value = std::min(behind, end);
-      }
+  std::size_t addIf(NameKind kind, std::size_t begin, std::size_t end) {
+    if (begin >= end) return end;
+    const std::string_view value = text_.substr(begin, end - begin);
+    const std::size_t shown = schemeLength(value.substr(0, kLongestLook));
+    if (shown > 0 && shown < value.size()) {
+      return isNothing(value.substr(shown)) ? end : add(begin + shown, end);
     }
-    if (value >= end) return end;
-    if (!CredentialValue::isPlain(text_.substr(value, end - value))) found_.push_back({value, end});
+    // Inside a line the credential is the word behind the scheme.
+    if (isScheme(value) && text::isWhiteSpace(at(end))) {
+      const std::size_t behind = skipBlanks(end);
+      const std::string_view word = text_.substr(behind, judgedEnd(behind) - behind);
+      if (!word.empty() && !isOption(word) && !isNothing(word)) {
+        return add(behindOpening(behind), valueEnd(behind, false));
+      }
+      return end;
+    }
+    if (mayBeSecret(value, kind)) return add(begin, end);
+    return end;
+  }
+
+  std::size_t add(std::size_t begin, std::size_t end) {
+    if (begin < end) found_.push_back({begin, end});
     return end;
   }
 
   std::string_view text_;
   bool isArgument_;
+  int& namesLeft_;
   std::vector<TextSpan>& found_;
-  NextArgument next_ = NextArgument::anything;
-  std::size_t plain_ = 0;  ///< up to here there are but names and "="
+  Announcement next_;
+  std::size_t plain_ = 0;        // up to here there are but names and "="
+  std::size_t nestedUntil_ = 0;  // the end of an object that is named like a credential
+  NameKind nestedKind_ = NameKind::unknown;
+  std::optional<bool> isProse_;
 };
 
 }  // namespace
 
-NextArgument appendNamedCredentials(std::string_view text, bool isArgument,
+Announcement appendNamedCredentials(std::string_view text, bool isArgument, int& namesLeft,
                                     std::vector<TextSpan>& found) {
-  return NameSearch(text, isArgument, found).run();
+  return NameSearch(text, isArgument, namesLeft, found).run();
 }
+
+}  // namespace credentials

@@ -1,20 +1,34 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
+#include "scanner/credentials/credential_name.h"
 #include "scanner/text_span.h"
 
-/// What a text with the name of a credential at its end says of the argument behind it.
-enum class NextArgument {
-  anything,
-  value,        ///< the value of an option, unless it is an option itself
-  headerValue,  ///< the value of a header, or the scheme before it
+namespace credentials {
+
+/// What one argument says of the next.
+struct Announcement {
+  enum class Form {
+    nothing,
+    value,       ///< of an option: "--token"
+    headerValue  ///< of a header: "Authorization:"
+  };
+  Form form = Form::nothing;
+  NameKind kind = NameKind::unknown;  ///< of what the value belongs to
 };
 
-/// Appends the values in `text` that stand behind the name of a credential, in order: those
-/// of options, variables, headers and fields. In an argument (`isArgument`) the value of a
-/// name that it begins with is the whole rest; elsewhere a value ends at a blank or at its
-/// closing quotation mark. Linear in the length of the text.
-NextArgument appendNamedCredentials(std::string_view text, bool isArgument,
+/// How many names one process may use up in its arguments. What comes behind the last of
+/// them is masked rather than searched: only who wants the search to take long has so many.
+constexpr int kMostNames = 4096;
+
+/// Appends the values of what is named like a credential in `text`: options, variables, headers,
+/// fields of JSON, YAML and TOML, settings of connection strings. In order. `isArgument`: the
+/// text is one whole argument, so a value may reach to its end. `namesLeft` is counted down.
+/// Linear in the length of the text.
+Announcement appendNamedCredentials(std::string_view text, bool isArgument, int& namesLeft,
                                     std::vector<TextSpan>& found);
+
+}  // namespace credentials

@@ -1,4 +1,4 @@
-#include "scanner/secret_redaction.h"
+#include "scanner/credentials/secret_redaction.h"
 
 #include <re2/re2.h>
 

@@ -1,16 +1,16 @@
-#include "scanner/credential_mask.h"
+#include "scanner/credentials/credential_mask.h"
 
 #include <algorithm>
 
 #include "scanner/credentials/credential_finder.h"
-#include "scanner/secret_redaction.h"
+#include "scanner/credentials/secret_redaction.h"
 #include "scanner/text_span.h"
 #include "text/ascii.h"
 
 namespace CredentialMask {
 namespace {
 
-using CredentialFinder::InArgument;
+using credentials::InArgument;
 
 std::string masked(std::string_view text, const std::vector<TextSpan>& values) {
   std::string out;
@@ -95,23 +95,17 @@ std::string redacted(std::string_view line, const std::vector<TextSpan>& matches
 
 std::optional<std::vector<std::string>> maskedArguments(
     std::span<const std::string_view> arguments) {
-  return masked(arguments, CredentialFinder::inArguments(arguments));
+  return masked(arguments, credentials::findInArguments(arguments));
 }
 
 std::string maskedLine(std::string_view line) {
-  return masked(line, CredentialFinder::inLine(line));
+  return masked(line, credentials::findInLine(line));
 }
 
 Shown shown(std::span<const std::string_view> arguments, std::string_view joined) {
+  const auto found = credentials::findInArguments(arguments);
   const auto matches = ProcessScanner::secretMatches(joined);
-  if (!CredentialFinder::mayHoldCredential(joined)) return {{}, redacted(joined, matches, {})};
-  const auto found = CredentialFinder::inArguments(arguments);
-  std::vector<TextSpan> values = inJoined(arguments, found);
-  // What has lost its boundaries before: "Authorization: Bearer x" in three arguments.
-  const auto inLine = CredentialFinder::inLine(joined);
-  values.insert(values.end(), inLine.begin(), inLine.end());
-  mergeSpans(values);
-  return {masked(arguments, found), redacted(joined, matches, values)};
+  return {masked(arguments, found), redacted(joined, matches, inJoined(arguments, found))};
 }
 
 }  // namespace CredentialMask

@@ -1,0 +1,277 @@
+#include "scanner/credentials/credential_formats.h"
+
+#include <algorithm>
+#include <array>
+#include <bitset>
+#include <cstddef>
+#include <cstdint>
+
+#include "scanner/credentials/format_table.h"
+#include "scanner/credentials/key_tree.h"
+#include "scanner/credentials/randomness.h"
+#include "text/ascii.h"
+
+namespace credentials {
+namespace {
+
+/// The characters of an alphabet, as bits of one table.
+constexpr auto kSigns = [] {
+  std::array<std::uint16_t, 256> signs{};
+  for (int i = 0; i < 128; ++i) {
+    const char c = static_cast<char>(i);
+    const auto add = [&](Alphabet alphabet, bool isOf) {
+      if (isOf) signs[static_cast<std::size_t>(i)] |= static_cast<std::uint16_t>(alphabet);
+    };
+    add(Alphabet::digits, text::isDigit(c));
+    add(Alphabet::hex, text::isHexDigit(c));
+    add(Alphabet::uuid, text::isHexDigit(c) || c == '-');
+    add(Alphabet::capitals, text::isUpper(c) || text::isDigit(c));
+    add(Alphabet::capitalParts, text::isUpper(c) || text::isDigit(c) || c == '-');
+    add(Alphabet::smalls, text::isLower(c) || text::isDigit(c));
+    add(Alphabet::letters, text::isAlphanumeric(c));
+    add(Alphabet::urlSafe, text::isAlphanumeric(c) || c == '-' || c == '_');
+    add(Alphabet::dotted, text::isAlphanumeric(c) || c == '-' || c == '_' || c == '.');
+    add(Alphabet::base64,
+        text::isAlphanumeric(c) || c == '+' || c == '/' || c == '=' || c == '-' || c == '_');
+    add(Alphabet::path, text::isAlphanumeric(c) || c == '-' || c == '_' || c == '/' || c == '.' ||
+                            c == '@' || c == '%' || c == ':');
+    add(Alphabet::any, text::isAlphanumeric(c) || c == '-' || c == '_' || c == '.' || c == '$' ||
+                           c == '!' || c == '~' || c == '=' || c == '+' || c == '/');
+  }
+  return signs;
+}();
+
+bool isOf(char c, Alphabet alphabet) {
+  return (kSigns[static_cast<unsigned char>(c)] & static_cast<std::uint16_t>(alphabet)) != 0;
+}
+
+std::size_t lengthOf(std::string_view text, Alphabet alphabet) {
+  std::size_t length = 0;
+  while (length < text.size() && isOf(text[length], alphabet)) ++length;
+  return length;
+}
+
+const KeyTree& prefixes() {
+  static const KeyTree tree = [] {
+    std::vector<std::string_view> keys;
+    for (const Format& format : kFormats) keys.push_back(format.prefix);
+    return KeyTree(keys);
+  }();
+  return tree;
+}
+
+constexpr std::size_t pairOf(char first, char second) {
+  return static_cast<std::size_t>(static_cast<unsigned char>(first)) << 8 |
+         static_cast<unsigned char>(second);
+}
+
+/// The pairs of characters that some credential begins with, so that most places are passed
+/// over at once.
+const std::bitset<65536>& beginnings() {
+  static const std::bitset<65536> pairs = [] {
+    std::bitset<65536> made;
+    for (const Format& format : kFormats) {
+      made.set(pairOf(format.prefix[0], format.prefix[1]));
+    }
+    made.set(pairOf('e', 'y'));
+    made.set(pairOf('-', '-'));
+    return made;
+  }();
+  return pairs;
+}
+
+/// Whether nobody would call anything by this word: long, or full of digits or of changes
+/// of case.
+bool isOddWord(std::string_view word) {
+  if (word.size() >= 16) return true;
+  const auto digits = std::count_if(word.begin(), word.end(), text::isDigit);
+  if (word.size() >= 6 && digits >= 3) return true;
+  int changes = 0;
+  for (std::size_t i = 1; i < word.size(); ++i)
+    changes += text::isLower(word[i - 1]) && text::isUpper(word[i]);
+  return word.size() >= 8 && changes >= 3;
+}
+
+/// Whether one of the words that other signs split the text into looks odd.
+bool holdsOddWord(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = lengthOf(text, Alphabet::letters);
+    if (isOddWord(text.substr(0, length))) return true;
+    text.remove_prefix(std::min(length + 1, text.size()));
+  }
+  return false;
+}
+
+/// Whether a credential may begin at `at`: not inside a word, unless an escape ends there
+/// ("%20eyJ…").
+bool mayBeginAt(std::string_view text, std::size_t at) {
+  if (at == 0 || !text::isAlphanumeric(text[at - 1])) return true;
+  return at >= 3 && text[at - 3] == '%' && text::isHexDigit(text[at - 2]) &&
+         text::isHexDigit(text[at - 1]);
+}
+
+/// Tries each place of one text. What was looked through in vain is not looked through
+/// again from a later place, where the same signs would be fewer.
+class Search {
+ public:
+  Search(std::string_view text, std::vector<TextSpan>& found) : text_(text), found_(found) {}
+
+  void run() {
+    const auto& pairs = beginnings();
+    for (std::size_t at = 0; at + 1 < text_.size(); ++at) {
+      const char c = text_[at];
+      std::size_t end = 0;
+      if (pairs[pairOf(c, text_[at + 1])] && mayBeginAt(text_, at)) {
+        end = c == '-' ? privateKeyEnd(at) : at + lengthAt(at);
+      } else if (kHasMiddle[static_cast<unsigned char>(c)]) {
+        end = endAroundMiddle(at);
+      }
+      if (end > at) at = end - 1;
+    }
+  }
+
+ private:
+  char at(std::size_t i) const { return i < text_.size() ? text_[i] : '\0'; }
+
+  std::size_t add(std::size_t begin, std::size_t end) {
+    found_.push_back({begin, withPartner(end)});
+    return found_.back().end;
+  }
+
+  /// "id:secret": what stands behind a key in the same word belongs to it.
+  std::size_t withPartner(std::size_t end) const {
+    if (at(end) != ':') return end;
+    constexpr std::size_t kShortest = 20;
+    const std::size_t length = lengthOf(text_.substr(end + 1), Alphabet::base64);
+    return length >= kShortest ? end + 1 + length : end;
+  }
+
+  /// The length of the credential that begins at `at` (which it notes), or 0.
+  std::size_t lengthAt(std::size_t begin) {
+    const KeyTree& tree = prefixes();
+    KeyTree::Node node = KeyTree::kRoot;
+    std::size_t best = 0;
+    for (std::size_t i = begin; i < text_.size(); ++i) {
+      node = tree.next(node, text_[i]);
+      if (node == KeyTree::kNowhere) break;
+      const int key = tree.keyAt(node);
+      if (key != KeyTree::kNoKey) {
+        best = std::max(best, keyLength(begin, kFormats[static_cast<std::size_t>(key)]));
+      }
+    }
+    if (best == 0) best = webTokenLength(begin);
+    return best > 0 ? add(begin, begin + best) - begin : 0;
+  }
+
+  std::size_t keyLength(std::size_t begin, const Format& format) {
+    const auto alphabet = static_cast<std::size_t>(format.alphabet);
+    std::size_t& passed = passed_[static_cast<std::size_t>(__builtin_ctzl(alphabet))];
+    if (format.mustLookOdd && begin < passed) return 0;
+    std::string_view body = text_.substr(begin + format.prefix.size());
+    body = body.substr(0, lengthOf(body, format.alphabet));
+    const std::size_t length = format.prefix.size() + body.size();
+    const bool isRight = body.size() >= format.shortest && body.size() <= format.longest;
+    if (isRight && (!format.mustLookOdd || holdsOddWord(body))) return length;
+    // The words of a longer body may hold the beginning of another credential.
+    if (format.mustLookOdd && format.longest == kAnyLength) passed = begin + length;
+    return 0;
+  }
+
+  /// Header, payload and signature of a JSON web token (five parts when it is encrypted).
+  std::size_t webTokenLength(std::size_t begin) {
+    if (text_.substr(begin, 3) != "eyJ" || begin < noWebTokenBefore_) return 0;
+    std::size_t end = begin;
+    int parts = 0;
+    while (true) {
+      const std::size_t part = lengthOf(text_.substr(end), Alphabet::urlSafe);
+      end += part;
+      parts += part > 0;
+      if (at(end) != '.') break;
+      ++end;
+    }
+    if (parts >= 3) return end - begin;
+    noWebTokenBefore_ = end;
+    return 0;
+  }
+
+  /// What lies between the first and the last line of a private key.
+  std::size_t privateKeyEnd(std::size_t begin) {
+    constexpr std::string_view kBegin = "-----BEGIN ";
+    constexpr std::string_view kDashes = "-----";
+    constexpr std::size_t kLongestTitle = 60;
+    if (text_.substr(begin, kBegin.size()) != kBegin) return 0;
+    const std::string_view title = text_.substr(begin + kBegin.size(), kLongestTitle);
+    const std::size_t titleEnd = title.find(kDashes);
+    if (titleEnd == std::string_view::npos ||
+        title.substr(0, titleEnd).find("PRIVATE KEY") == std::string_view::npos) {
+      return 0;
+    }
+    std::size_t body = begin + kBegin.size() + titleEnd + kDashes.size();
+    while (text::isWhiteSpace(at(body))) ++body;
+    std::size_t end = std::min(text_.find("-----END ", body), text_.size());
+    while (end > body && text::isWhiteSpace(text_[end - 1])) --end;
+    if (end > body) found_.push_back({body, end});
+    return end;
+  }
+
+  static constexpr auto kHasMiddle = [] {
+    std::array<bool, 256> has{};
+    for (const char c : {':', '~', '-', '.', '_', 'A', 'N'}) {
+      has[static_cast<unsigned char>(c)] = true;
+    }
+    return has;
+  }();
+
+  /// How many characters of the alphabet stand before `end`, looking at no more than `most`.
+  std::size_t lengthBefore(std::size_t end, Alphabet alphabet, std::size_t most) const {
+    std::size_t length = 0;
+    while (length < most && length < end && isOf(text_[end - 1 - length], alphabet)) ++length;
+    return length;
+  }
+
+  /// Keys that are known by what stands in their middle or at their end.
+  std::size_t endAroundMiddle(std::size_t middle) {
+    for (const MiddleFormat& format : kMiddleFormats) {
+      if (text_[middle] != format.middle[0] ||
+          text_.substr(middle, format.middle.size()) != format.middle) {
+        continue;
+      }
+      const std::size_t before = lengthBefore(middle, format.before, format.mostBefore + 1);
+      if (before < format.leastBefore || before > format.mostBefore) continue;
+      const std::size_t behind = middle + format.middle.size();
+      constexpr std::size_t kMost = 400;
+      const std::size_t after = lengthOf(text_.substr(behind, kMost), format.after);
+      if (after < format.leastAfter || after > format.mostAfter) continue;
+      const std::size_t begin = middle - before;
+      if (!found_.empty() && found_.back().end > begin) continue;
+      if (format.mustLookRandom && !looksRandom(text_.substr(begin, behind + after - begin))) {
+        continue;
+      }
+      return add(begin, behind + after);
+    }
+    return 0;
+  }
+
+  std::string_view text_;
+  std::vector<TextSpan>& found_;
+  std::array<std::size_t, 16> passed_{};  // by alphabet: no odd word before here
+  std::size_t noWebTokenBefore_ = 0;
+};
+
+}  // namespace
+
+void appendCredentialFormats(std::string_view text, std::vector<TextSpan>& found) {
+  std::vector<TextSpan> own;
+  Search(text, own).run();
+  found.insert(found.end(), own.begin(), own.end());
+}
+
+bool isCredentialFormat(std::string_view text) {
+  constexpr std::size_t kLongest = 512;
+  std::vector<TextSpan> found;
+  Search(text.substr(0, kLongest), found).run();
+  return found.size() == 1 && found[0].begin == 0 &&
+         found[0].end == std::min(text.size(), kLongest);
+}
+
+}  // namespace credentials

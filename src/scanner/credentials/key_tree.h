@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace credentials {
+
+/// A set of short texts, the keys, that a search walks one character at a time: what is looked
+/// at is told apart from all of them at once. The tables of this room are such sets.
+class KeyTree {
+ public:
+  using Node = std::uint16_t;
+  static constexpr Node kRoot = 0;
+  static constexpr Node kNowhere = 0xFFFF;  ///< no key goes on like that
+  static constexpr int kNoKey = -1;
+
+  /// The keys must not be empty. Of equal ones the first counts. At most 65,000 characters.
+  explicit KeyTree(const std::vector<std::string_view>& keys);
+
+  /// Where the walk is after one more character.
+  Node next(Node node, char c) const {
+    if (node == kRoot) return first_[static_cast<unsigned char>(c)];
+    const Children children = children_[node];
+    for (Node child = children.first; child < children.end; ++child) {
+      if (sign_[child] == c) return child;
+    }
+    return kNowhere;
+  }
+
+  /// The index of the key that ends here, or kNoKey.
+  int keyAt(Node node) const { return key_[node]; }
+
+  /// The index of the key that is the whole text, or kNoKey.
+  int find(std::string_view text) const;
+
+ private:
+  struct Children {
+    Node first = 0;
+    Node end = 0;
+  };
+
+  std::array<Node, 256> first_{};   // by character, from the root
+  std::vector<Children> children_;  // by node; the children of one stand side by side
+  std::vector<char> sign_;          // by node: the character that leads to it
+  std::vector<std::int16_t> key_;   // by node
+};
+
+}  // namespace credentials

@@ -1,0 +1,505 @@
+#include "scanner/credentials/program_credentials.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
+
+#include "scanner/credentials/credential_value.h"
+#include "scanner/credentials/program_table.h"
+#include "scanner/credentials/shell_words.h"
+#include "text/ascii.h"
+#include "text/contains.h"
+#include "text/path.h"
+
+namespace credentials {
+namespace {
+
+/// Which part of a word is the credential.
+enum class Part { whole, behindColon, behindPercent, behindComma, behindEquals, slashToSign, pass };
+
+enum class StepKind { literal, anything, credential, likely, option };
+
+/// One step of a rule, read from the table.
+struct Step {
+  StepKind kind = StepKind::literal;
+  std::string_view text;  // of a literal ("*" at an end cut off), or the option
+  Part part = Part::whole;
+  bool isBeginning = false;  // of a literal: the word goes on
+  bool isEnding = false;
+  bool mayBeGlued = false;  // of an option
+  bool mayBeNext = false;
+};
+
+using Rule = std::vector<Step>;
+
+/// What is known of one program.
+struct Ways {
+  std::vector<Rule> rules;
+  bool isCarrier = false;
+  bool masksLastWord = false;  // htpasswd -b
+  bool masksUrls = false;      // apprise
+};
+
+template <typename Use>
+void forEachPart(std::string_view text, char between, Use use) {
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(between), text.size());
+    if (end > 0) use(text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+}
+
+Part partOf(char sign) {
+  switch (sign) {
+    case ':':
+      return Part::behindColon;
+    case '%':
+      return Part::behindPercent;
+    case ',':
+      return Part::behindComma;
+    case '=':
+      return Part::behindEquals;
+    case '/':
+      return Part::slashToSign;
+    case '~':
+      return Part::pass;
+    default:
+      return Part::whole;
+  }
+}
+
+bool isMode(char c) {
+  return c == '>' || c == '<' || c == '^';
+}
+
+Step stepOf(std::string_view text) {
+  Step step;
+  if (text == "?") {
+    step.kind = StepKind::anything;
+  } else if (text[0] == '!' || text[0] == '#') {
+    step.kind = text[0] == '!' ? StepKind::credential : StepKind::likely;
+    if (text.size() == 2) step.part = partOf(text[1]);
+  } else if (isMode(text.back()) || (text.size() > 2 && isMode(text[text.size() - 2]))) {
+    step.kind = StepKind::option;
+    if (!isMode(text.back())) {
+      step.part = partOf(text.back());
+      text.remove_suffix(1);
+    }
+    step.mayBeGlued = text.back() != '^';
+    step.mayBeNext = text.back() != '<';
+    step.text = text.substr(0, text.size() - 1);
+  } else {
+    step.isBeginning = text.ends_with('*');
+    step.isEnding = text.starts_with('*');
+    if (step.isBeginning) text.remove_suffix(1);
+    if (step.isEnding) text.remove_prefix(1);
+    step.text = text;
+  }
+  return step;
+}
+
+Ways waysOf(std::string_view rules) {
+  Ways ways;
+  forEachPart(rules, '|', [&](std::string_view part) {
+    Rule rule;
+    forEachPart(part, ' ', [&](std::string_view step) {
+      if (step == "!last") {
+        ways.masksLastWord = true;
+      } else if (step == "!url") {
+        ways.masksUrls = true;
+      } else {
+        rule.push_back(stepOf(step));
+      }
+    });
+    if (!rule.empty()) ways.rules.push_back(std::move(rule));
+  });
+  return ways;
+}
+
+class Programs {
+ public:
+  static const Programs& known() {
+    static const Programs programs;
+    return programs;
+  }
+
+  /// By the name or path of a program; none when nothing is known of it.
+  const Ways* find(std::string_view word) const {
+    if (word.empty() || word.back() == '/') return nullptr;
+    if (const auto slash = word.rfind('/'); slash != std::string_view::npos) {
+      word.remove_prefix(slash + 1);
+    }
+    if (const auto slash = word.rfind('\\'); slash != std::string_view::npos) {
+      word.remove_prefix(slash + 1);
+    }
+    for (const std::string_view ending : {".exe", ".py", ".js"}) {
+      if (word.ends_with(ending)) word.remove_suffix(ending.size());
+    }
+    if (word.size() > kLongestName || word.empty() ||
+        !lengths_[static_cast<unsigned char>(word[0]) & 31U][word.size()]) {
+      return nullptr;
+    }
+    std::array<char, kLongestName> lower;
+    std::transform(word.begin(), word.end(), lower.begin(),
+                   [](char c) { return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c; });
+    const auto found = byName_.find(std::string_view(lower.data(), word.size()));
+    if (found != byName_.end()) return &all_[found->second];
+    const auto exact = byName_.find(word);
+    return exact == byName_.end() ? nullptr : &all_[exact->second];
+  }
+
+ private:
+  static constexpr std::size_t kLongestName = 24;
+
+  Programs() {
+    for (const Program& program : kPrograms) {
+      all_.push_back(waysOf(program.rules));
+      forEachPart(program.names, ' ', [&](std::string_view name) { add(name, all_.size() - 1); });
+    }
+    all_.push_back({.isCarrier = true});
+    const std::size_t plainCarrier = all_.size() - 1;
+    forEachPart(kCarriers, ' ', [&](std::string_view name) {
+      const auto found = byName_.find(name);
+      if (found == byName_.end()) {
+        add(name, plainCarrier);
+      } else {
+        all_[found->second].isCarrier = true;
+      }
+    });
+  }
+
+  void add(std::string_view name, std::size_t program) {
+    byName_.emplace(name, program);
+    lengths_[static_cast<unsigned char>(name[0]) & 31U][name.size()] = true;
+  }
+
+  std::vector<Ways> all_;
+  std::unordered_map<std::string_view, std::size_t> byName_;
+  std::array<std::array<bool, kLongestName + 1>, 32> lengths_{};  // by first letter
+};
+
+/// A word and where it stands.
+struct PlacedWord {
+  Word word;
+  std::size_t argument = 0;
+};
+
+TextSpan withoutQuotes(std::string_view text, TextSpan span) {
+  const auto isMark = [](char c) { return c == '"' || c == '\''; };
+  if (span.end - span.begin >= 2 && isMark(text[span.begin])) {
+    const char mark = text[span.begin];
+    ++span.begin;
+    if (text[span.end - 1] == mark) --span.end;
+  }
+  return span;
+}
+
+/// "8080:80", "127.0.0.1:80": a port rather than a password.
+bool isPortMapping(std::string_view value) {
+  return text::contains(value, ":") && std::all_of(value.begin(), value.end(), [](char c) {
+           return text::isDigit(c) || c == ':' || c == '.' || c == '-';
+         });
+}
+
+/// The part of `word` from `begin` on that is the credential; empty when there is none.
+std::optional<TextSpan> credentialIn(std::string_view word, std::size_t begin, Part part) {
+  TextSpan span = withoutQuotes(word, {begin, word.size()});
+  const std::string_view value = word.substr(span.begin, span.end - span.begin);
+  const auto behind = [&](char sign) -> std::optional<TextSpan> {
+    const auto at = value.find(sign);
+    if (at == std::string_view::npos) {
+      if (!looksLikeKey(value)) return std::nullopt;
+      return span;
+    }
+    const TextSpan rest{span.begin + at + 1, span.end};
+    if (rest.begin == rest.end && looksLikeKey(value.substr(0, at))) {
+      return TextSpan{span.begin, span.begin + at};
+    }
+    return rest;
+  };
+  std::optional<TextSpan> found = span;
+  switch (part) {
+    case Part::whole:
+      break;
+    case Part::behindColon:
+      // A URL's own colon does not count, nor that of a drive.
+      if (text::contains(value, "://") || isPath(value)) return std::nullopt;
+      found = behind(':');
+      break;
+    case Part::behindPercent:
+      found = behind('%');
+      break;
+    case Part::behindComma:
+      found = behind(',');
+      break;
+    case Part::behindEquals:
+      found = behind('=');
+      break;
+    case Part::slashToSign: {
+      const auto slash = value.find('/');
+      if (slash == std::string_view::npos || slash == 0 || value[0] == '@') return std::nullopt;
+      const auto sign = value.rfind('@');
+      found->begin = span.begin + slash + 1;
+      if (sign != std::string_view::npos && sign > slash) found->end = span.begin + sign;
+      break;
+    }
+    case Part::pass: {
+      constexpr std::string_view kPass = "pass:";
+      if (!value.starts_with(kPass)) return std::nullopt;
+      found->begin += kPass.size();
+      break;
+    }
+  }
+  if (!found || found->begin >= found->end) return std::nullopt;
+  const std::string_view secret = word.substr(found->begin, found->end - found->begin);
+  if (isNothing(secret) || isPortMapping(secret)) return std::nullopt;
+  return found;
+}
+
+/// Follows one program's rules along its words.
+class Follower {
+ public:
+  explicit Follower(std::vector<ArgumentSpan>& found) : found_(found) {}
+
+  void begin(const Ways* ways) {
+    ways_ = ways;
+    progress_.assign(ways->rules.size(), 0);
+    expected_ = nullptr;
+    last_ = std::nullopt;
+    hasBatchOption_ = false;
+  }
+
+  bool isFollowing() const { return ways_ != nullptr; }
+  bool isCarrier() const { return ways_ != nullptr && ways_->isCarrier; }
+
+  void end() {
+    if (ways_ != nullptr && ways_->masksLastWord && hasBatchOption_ && last_) {
+      add(*last_, 0, Part::whole);
+    }
+    ways_ = nullptr;
+  }
+
+  void take(const PlacedWord& word) {
+    const std::string_view text = word.word.text;
+    if (expected_ != nullptr) {
+      const Step* option = expected_;
+      expected_ = nullptr;
+      if (!isOption(text)) {
+        add(word, 0, option->part);
+        return;
+      }
+    }
+    const bool isAnOption = text.size() > 1 && text[0] == '-';
+    if (ways_->masksLastWord) {
+      if (isAnOption) {
+        hasBatchOption_ = hasBatchOption_ || (text[1] != '-' && text::contains(text, "b"));
+      } else {
+        last_ = word;
+      }
+    }
+    if (ways_->masksUrls) takeUrl(word);
+    for (std::size_t i = 0; i < ways_->rules.size(); ++i) {
+      if (advance(ways_->rules[i], progress_[i], word, isAnOption)) return;
+    }
+  }
+
+ private:
+  /// True when the word was a credential.
+  bool advance(const Rule& rule, std::size_t& at, const PlacedWord& word, bool isAnOption) {
+    if (at == rule.size()) return false;  // a rule for the first words has had them
+    const std::string_view text = word.word.text;
+    const Step& step = rule[at];
+    switch (step.kind) {
+      case StepKind::option:
+        return takeOption(step, word);
+      case StepKind::literal:
+        if (matches(step, text)) {
+          ++at;
+        } else if (at > 0 && !isAnOption && rule[0].kind == StepKind::literal &&
+                   rule.back().kind != StepKind::option) {
+          at = matches(rule[0], text) ? 1 : 0;
+        }
+        return false;
+      case StepKind::anything:
+        if (isAnOption) return false;
+        ++at;
+        return false;
+      case StepKind::likely:
+      case StepKind::credential:
+        break;
+    }
+    if (isOption(text) || (isAnOption && text.size() == 2)) return false;
+    const bool isLikely = step.kind == StepKind::credential ||
+                          ((looksSecret(text) || looksLikeKey(text)) && !text::contains(text, "="));
+    const bool isAdded = isLikely && add(word, 0, step.part);
+    if (!isAdded && step.part == Part::slashToSign) return false;
+    ++at;
+    if (at == rule.size() && rule[0].kind == StepKind::literal) at = 0;
+    return isAdded;
+  }
+
+  static bool matches(const Step& step, std::string_view text) {
+    if (step.isBeginning) return text.starts_with(step.text);
+    if (step.isEnding) return text.ends_with(step.text);
+    return text == step.text;
+  }
+
+  bool takeOption(const Step& option, const PlacedWord& word) {
+    const std::string_view text = word.word.text;
+    if (!text.starts_with(option.text)) return false;
+    if (text.size() == option.text.size()) {
+      if (option.mayBeNext) expected_ = &option;
+      return option.mayBeNext;
+    }
+    if (!option.mayBeGlued) return false;
+    std::size_t value = option.text.size();
+    if (text[value] == '=') {
+      ++value;
+    } else if (option.text.size() > 2 && option.text[0] == '-' && option.mayBeNext) {
+      return false;  // a longer option that begins like this one
+    } else if (option.mayBeNext && text.substr(value).find_first_not_of(
+                                       "abcdefghijklmnopqrstuvwxyz-") == std::string_view::npos) {
+      return false;  // "-password", "-port"
+    }
+    return add(word, value, option.part);
+  }
+
+  void takeUrl(const PlacedWord& word) {
+    const auto scheme = word.word.text.find("://");
+    if (scheme != std::string_view::npos) add(word, scheme + 3, Part::whole);
+  }
+
+  bool add(const PlacedWord& word, std::size_t begin, Part part) {
+    const auto span = credentialIn(word.word.text, begin, part);
+    if (!span) return false;
+    const std::size_t offset = word.word.begin;
+    found_.push_back({word.argument, {offset + span->begin, offset + span->end}});
+    return true;
+  }
+
+  std::vector<ArgumentSpan>& found_;
+  const Ways* ways_ = nullptr;
+  std::vector<std::size_t> progress_;  // by rule: the step that comes next
+  const Step* expected_ = nullptr;     // the option whose value comes next
+  std::optional<PlacedWord> last_;
+  bool hasBatchOption_ = false;
+};
+
+bool isReader(std::string_view name) {
+  bool is = false;
+  forEachPart(kReaders, ' ', [&](std::string_view reader) { is = is || reader == name; });
+  return is;
+}
+
+/// Options that have a password read from what is piped in.
+bool asksForInput(std::string_view word) {
+  return word == "-S" || word == "-kS" || word == "-Sk" || text::contains(word, "stdin") ||
+         text::contains(word, "passphrase-fd") || text::contains(word, "with-token") ||
+         text::contains(word, "password-stdin");
+}
+
+/// One search through all words of a process.
+class Search {
+ public:
+  explicit Search(std::vector<ArgumentSpan>& found) : found_(found), follower_(found) {}
+
+  void run(std::span<const std::string_view> arguments) {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+      takeWord({{arguments[i], 0, i == 0, false, false}, i});
+    }
+    follower_.end();
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+      if (holdsBlank(arguments[i])) takeText(arguments[i], i);
+    }
+  }
+
+ private:
+  static bool holdsBlank(std::string_view text) {
+    return text.find_first_of(" \n") != std::string_view::npos;
+  }
+
+  void takeWord(const PlacedWord& word) {
+    const bool mayBeProgram = word.word.beginsCommand || (follower_.isCarrier() && !isValue_);
+    if (word.word.beginsCommand) follower_.end();
+    if (mayBeProgram && !word.word.text.empty() && word.word.text[0] != '-') {
+      if (const Ways* ways = Programs::known().find(word.word.text)) {
+        follower_.end();
+        follower_.begin(ways);
+        isValue_ = false;
+        return;
+      }
+    }
+    isValue_ = word.word.text.starts_with("--") && !text::contains(word.word.text, "=") &&
+               word.word.text.size() > 2;
+    if (follower_.isFollowing()) follower_.take(word);
+  }
+
+  void takeText(std::string_view text, std::size_t argument) {
+    words_.clear();
+    appendShellWords(text, words_);
+    isValue_ = false;
+    for (const Word& word : words_) takeWord({word, argument});
+    follower_.end();
+    takePipes(argument);
+  }
+
+  /// "echo V | sudo -S command", "chpasswd <<< user:V"
+  void takePipes(std::size_t argument) {
+    std::size_t before = 0;   // where the command before begins
+    std::size_t command = 0;  // where this one does
+    for (std::size_t i = 0; i <= words_.size(); ++i) {
+      const bool ends = i == words_.size() || (i > 0 && words_[i].beginsCommand);
+      if (!ends) continue;
+      if (readsPassword(command, i)) {
+        const bool isPair = endsInName(words_[command].text, "chpasswd");
+        if (words_[command].isBehindPipe && writes(words_[before].text)) {
+          for (std::size_t j = before + 1; j < command; ++j) addPiped(words_[j], argument, isPair);
+        }
+        for (std::size_t j = command; j < i; ++j) {
+          if (words_[j].isHereString) addPiped(words_[j], argument, isPair);
+        }
+      }
+      before = command;
+      command = i;
+    }
+  }
+
+  static bool writes(std::string_view name) { return name == "echo" || name == "printf"; }
+
+  static bool endsInName(std::string_view word, std::string_view name) {
+    return text::lastPathComponent(word) == name;
+  }
+
+  bool readsPassword(std::size_t begin, std::size_t end) const {
+    for (std::size_t i = begin; i < end; ++i) {
+      if (i == begin && isReader(text::lastPathComponent(words_[i].text))) return true;
+      if (asksForInput(words_[i].text)) return true;
+    }
+    return begin + 1 < end && words_[begin].text == "sudo" &&
+           isReader(text::lastPathComponent(words_[begin + 1].text));
+  }
+
+  void addPiped(const Word& word, std::size_t argument, bool isPair) {
+    if (isOption(word.text) || word.text == "%s" || word.text == "%s\\n") return;
+    const Part part = isPair || text::contains(word.text, ":") ? Part::behindColon : Part::whole;
+    if (const auto span = credentialIn(word.text, 0, part)) {
+      found_.push_back({argument, {word.begin + span->begin, word.begin + span->end}});
+    }
+  }
+
+  std::vector<ArgumentSpan>& found_;
+  Follower follower_;
+  std::vector<Word> words_;
+  bool isValue_ = false;  // the next word is the value of an option
+};
+
+}  // namespace
+
+void appendProgramCredentials(std::span<const std::string_view> arguments,
+                              std::vector<ArgumentSpan>& found) {
+  Search(found).run(arguments);
+}
+
+}  // namespace credentials

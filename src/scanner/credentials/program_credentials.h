@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "scanner/text_span.h"
+
+namespace credentials {
+
+/// A part of one of several arguments.
+struct ArgumentSpan {
+  std::size_t argument = 0;
+  TextSpan span;
+};
+
+/// Appends what well-known programs take as a credential in ways of their own ("mysql -pV",
+/// "curl -u user:V", "vault login V"), behind whatever carries them (sudo, env, docker exec, ssh),
+/// and in the commands that an argument holds ("sh -c …"). In no particular order. Linear in the
+/// length of the arguments.
+void appendProgramCredentials(std::span<const std::string_view> arguments,
+                              std::vector<ArgumentSpan>& found);
+
+}  // namespace credentials

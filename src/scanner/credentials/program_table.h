@@ -1,0 +1,281 @@
+#pragma once
+
+#include <string_view>
+
+namespace credentials {
+
+/// Some programs and where a credential stands among their arguments. `rules` are separated by
+/// "|"; a rule is one of:
+///
+///   -p>     the value of this option, in the next word or in the same one ("-pV", "-p=V")
+///   -p<     the same, but only in the same word
+///   -p^     the same, but only in the next word
+///   get -p> the option, once the word "get" has been seen
+///   get ? ! behind the word "get": ? any word, ! the credential, # one only if it looks like it
+///           (options between them are passed over; "get*" is a word that begins with "get")
+///
+/// Behind an option or "!" a sign says that only a part of the value is the credential: what
+/// follows ":", "%", "," or "=" in it, or stands between "/" and the last "@", or follows
+/// "pass:" ("~").
+struct Program {
+  std::string_view names;
+  std::string_view rules;
+};
+
+// A newcomer's program goes here.
+constexpr Program kPrograms[] = {
+    // Databases.
+    {"mysql mariadb mysqldump mariadb-dump mysqlimport mysqlcheck mysqlslap mysqlshow mysqlbinlog "
+     "mysqlpump mysql_upgrade mariadb-check mariadb-import mariabackup xtrabackup innobackupex",
+     "-p<"},
+    {"mysqladmin mariadb-admin", "-p< | password !"},
+    {"mysqlsh mycli mydumper myloader", "-p> | --ask-pass<"},
+    {"mongo mongosh mongodump mongorestore mongoexport mongoimport mongostat mongotop mongofiles "
+     "legacy-mongo",
+     "-p>"},
+    {"redis-cli keydb-cli valkey-cli redis-benchmark rdb",
+     "-a> | auth ! | AUTH ! | AUTH ? ! | "
+     "requirepass ! | masterauth ! | setuser ? !"},
+    {"redis-server keydb-server valkey-server", "--requirepass> | --masterauth>"},
+    {"sqlplus sqlldr exp imp expdp impdp rman tnsping sqlcl orapwd", "!/ | target !/ | connect !/"},
+    {"sqlcmd bcp isql osql tsql freebcp bsqldb defncopy fisql", "-P^ | -P<"},
+    {"gbak gfix gsec isql-fb fbsvcmgr", "-pas> | -pass> | -pw> | -p> | password !"},
+    {"db2", "using !"},
+    {"cqlsh dsbulk nodetool cassandra-stress sstableloader", "-p> | -pw>"},
+    {"cypher-shell neo4j-admin neo4j", "-p> | set-initial-password !"},
+    {"etcdctl", "--user>: | user add !:"},
+    {"influx influxd", "-p> | -t>"},
+    {"vsql exaplus arangosh arangodump surreal monetdb", "-w> | -p> | --pass>"},
+    {"beeline sqlline hive impala-shell", "-p>"},
+    {"clickhouse-client clickhouse clickhouse-local", "--password>"},
+    {"zkCli.sh zkcli", "addauth ? !:"},
+    {"sqoop spark-sql", "--password>"},
+    {"couchbase-cli cbq cbbackupmgr cbimport cbexport", "-p>"},
+    {"tarantoolctl ksql", "-p>"},
+    {"elasticsearch-users", "-p>"},
+    {"solr", "-u>: | --credentials>:"},
+    {"pgbouncer psql pg_dump pg_dumpall pg_restore pgbench createdb pgcli pg_basebackup", ""},
+    // Queues and things.
+    {"rabbitmqctl", "add_user ? ! | change_password ? ! | authenticate_user ? !"},
+    {"rabbitmqadmin", "-p>"},
+    {"mosquitto_pub mosquitto_sub mosquitto_rr", "-P> | --pw>"},
+    {"mqtt hivemq-cli", "-pw>"},
+    {"nats nsc", "--password> | --token>"},
+    // Transfers.
+    {"curl",
+     "-u>: | --user>: | -U>: | --proxy-user>: | -E>: | --cert>: | --pass> | "
+     "--oauth2-bearer> | --tlspassword> | --proxy-pass>"},
+    {"http https xh xhs httpie", "-a>: | --auth>:"},
+    {"ab", "-A>: | -P>:"},
+    {"hey oha bombardier nikto", "-a>: | -id>:"},
+    {"lftp open", "-u>,"},
+    {"ncftp ncftpput ncftpget ncftpls", "-p>"},
+    {"psftp pscp plink putty kitty", "-pw> | -pwfile<"},
+    {"sshpass", "-p^ | -p<"},
+    {"aria2c", "--http-passwd> | --ftp-passwd> | --rpc-secret>"},
+    {"wput ftp sftp rsync scp ssh autossh mosh", ""},
+    {"yt-dlp youtube-dl yt-dl gallery-dl", "-p> | -2> | --ap-password> | --video-password>"},
+    {"megadl megaput megals megacopy megarm megatools", "-p>"},
+    {"mega-login", "? !"},
+    {"transmission-remote", "-n>: | --auth>:"},
+    {"transmission-daemon", "-v>"},
+    {"deluge-console amulecmd", "-P>"},
+    {"subliminal", "--opensubtitles ? ! | --addic7ed ? !"},
+    {"miniserve dufs gotty ttyd ghfs", "-a>: | --auth>: | -c>: | --credential>:"},
+    {"turnserver turnadmin", "-u>: | --user>: | -p>"},
+    {"turnutils_uclient", "-w>"},
+    {"apprise", "!url"},
+    // Archives and documents.
+    {"7z 7za 7zr 7zz p7zip", "-p<"},
+    {"rar unrar", "-p< | -hp<"},
+    {"zip unzip zipcloak zipnote zipsplit funzip", "-P^ | -P< | --password>"},
+    {"arj", "-g<"},
+    {"qpdf", "--encrypt ! ! | --password> | --user-password> | --owner-password>"},
+    {"pdftk", "user_pw ! | owner_pw ! | input_pw !"},
+    {"pdftotext pdfinfo pdftoppm pdftocairo pdfimages pdfdetach pdftohtml pdftops pdffonts",
+     "-upw> | -opw>"},
+    {"mutool", "-p> | -U> | -O>"},
+    {"pdfcpu", "-upw> | -opw>"},
+    {"msoffcrypto-tool", "-p>"},
+    // Keys and certificates.
+    {"openssl",
+     "-pass>~ | -passin>~ | -passout>~ | -password>~ | -k> | -K> | passwd ! | -hmac> | "
+     "-psk> | -srppass>"},
+    {"gpg gpg2 gpgsm", "--passphrase>"},
+    {"gpg-preset-passphrase", "-P> | --passphrase>"},
+    {"keytool jarsigner",
+     "-storepass> | -keypass> | -srcstorepass> | -deststorepass> | "
+     "-destkeypass> | -srckeypass> | -new>"},
+    {"apksigner", "--ks-pass>~ | --key-pass>~"},
+    {"osslsigncode signtool", "-pass> | /p>"},
+    {"pk12util certutil", "-W> | -K>"},
+    {"pkcs11-tool pkcs15-tool pkcs15-init", "-p> | --pin> | --so-pin> | --new-pin>"},
+    {"softhsm2-util p11tool", "--pin> | --so-pin> | --set-pin>"},
+    {"yubico-piv-tool ykman ykpamcfg", "-P> | -K> | -p> | -k> | -N> | --pin> | --management-key>"},
+    {"ssh-keygen", "-N> | -P>"},
+    {"oathtool totp", "!"},
+    {"mkpasswd slappasswd", "-s> | !"},
+    {"htpasswd mosquitto_passwd htdbm", "!last"},
+    {"caddy", "--plaintext> | -p>"},
+    {"ansible-vault", "encrypt_string !"},
+    {"veracrypt truecrypt", "-p> | --password>"},
+    {"vault",
+     "login # | operator unseal ! | unseal ! | kv put ? # | kv patch ? # | token lookup # "
+     "| token revoke # | token renew # | unwrap #"},
+    {"consul nomad serf dkron",
+     "-encrypt> | --encrypt> | -http-auth>: | acl set-agent-token ? ! | "
+     "kv put ? #"},
+    {"bw", "unlock ! | login ? !"},
+    {"op", "signin ? ? ? !"},
+    {"chamber credstash", "write ? ? ! | put ? !"},
+    {"doppler", "secrets set ? ! | configure set token !"},
+    {"keepassxc-cli lpass", ""},
+    {"secret-tool", ""},
+    // Directories and shares.
+    {"ldapsearch ldapmodify ldapadd ldapdelete ldapwhoami ldapcompare ldapmodrdn ldapexop ldapvi "
+     "dsconf dsidm",
+     "-w^ | -w<"},
+    {"ldappasswd", "-w> | -s> | -a>"},
+    {"smbclient smbget rpcclient net winexe wmic pdbedit smbcacls smbtree smbcquotas samba-tool "
+     "smbtorture",
+     "-U>% | --user>% | user create ? ! | user add ? ! | --password> | --newpassword>"},
+    {"wbinfo", "-a>% | --authenticate>%"},
+    {"smbmap crackmapexec nxc netexec evil-winrm enum4linux kerbrute", "-p> | -H> | --password>"},
+    {"hydra medusa ncrack patator", "-p>"},
+    {"kadmin kadmin.local addprinc cpw ktutil", "-w> | -pw>"},
+    {"kcadm.sh kc.sh kcadm", "-p> | --password> | --new-password>"},
+    {"useradd usermod adduser groupadd groupmod", "-p>"},
+    // Machines and networks.
+    {"snmpwalk snmpget snmpset snmpbulkwalk snmpbulkget snmpgetnext snmptable snmpstatus snmptrap "
+     "snmpinform snmpdf snmptranslate snmpdelta snmptest snmpusm snmpnetstat",
+     "-A> | -X> | -c>"},
+    {"check_snmp", "-C> | -A> | -X>"},
+    {"check_http check_curl", "-a>: | -b>:"},
+    {"check_mysql check_pgsql check_mysql_health check_imap check_ldap", "-p^ | -P^"},
+    {"ipmitool", "-P> | set password ? !"},
+    {"ipmipower ipmiconsole ipmi-sensors ipmi-sel ipmi-fru ipmi-chassis bmc-info racadm "
+     "redfishtool "
+     "ilorest",
+     "-p>"},
+    {"xfreerdp xfreerdp3 wlfreerdp sdl-freerdp sdl-freerdp3 freerdp",
+     "/p:< | /gp:< | /pth:< | -p>"},
+    {"rdesktop", "-p>"},
+    {"x11vnc x0vncserver vncdo vncdotool", "-passwd> | -viewpasswd> | -p>"},
+    {"spicy remote-viewer virt-viewer", "-w>"},
+    {"wpa_passphrase", "? !"},
+    {"wpa_cli", "psk ! | passphrase ! | password ! | wep_key0 !"},
+    {"iwconfig iw", "key ! | enc !"},
+    {"create_ap", "? ? ? !"},
+    {"nmcli connmanctl", "password ! | *psk ! | *.password ! | *wep-key0 ! | *secret ! | *pin !"},
+    {"networksetup",
+     "-setairportnetwork ? ? ! | -setwebproxy ? ? ? ? ? ! | "
+     "-setsecurewebproxy ? ? ? ? ? ! | -addpreferredwirelessnetworkatindex ? ? ? ? !"},
+    {"aireplay-ng airdecap-ng airolib-ng", "-p>"},
+    {"openconnect openfortivpn", "-C> | --cookie> | -p>"},
+    {"ss-local ss-server ss-redir ss-tunnel sslocal ssserver shadowsocks microsocks", "-k> | -P>"},
+    {"chisel", "--auth>:"},
+    {"mullvad", "account login !"},
+    {"nordvpn protonvpn expressvpn", "login --token> | activate !"},
+    {"iscsiadm", "*password -v>"},
+    {"upscmd upsrw", "-p>"},
+    {"govc xe prlctl vmrun", "-pw> | -gp> | -vp> | --userpasswd>:"},
+    {"adb", "pair ? !"},
+    {"bitcoin-cli litecoin-cli dogecoin-cli bitcoind dash-cli",
+     "walletpassphrase ! | encryptwallet ! | walletpassphrasechange ! ! | importprivkey !"},
+    {"monero-wallet-cli monero-wallet-rpc monerod", "--rpc-login>: | --password>"},
+    // Mail and messages.
+    {"swaks sipp", "-ap> | --auth-password>"},
+    {"sendemail", "-xp>"},
+    {"ssmtp msmtp mailsend mailsend-go smtp-cli", "-ap> | -pass>"},
+    {"doveadm", "pw -p> | auth test ? ! | auth login ? !"},
+    {"sendxmpp", "-p>"},
+    {"ntfy", "-u>: | --user>: | -k>"},
+    {"imapsync", "--password1> | --password2>"},
+    // Images and clusters.
+    {"docker podman nerdctl buildah img finch",
+     "login -p> | login --password> | --creds>: | swarm join --token>"},
+    {"skopeo", "login -p> | --creds>: | --src-creds>: | --dest-creds>:"},
+    {"crane oras regctl helm", "login -p> | --password>"},
+    {"kubectl oc k", "secret --from-literal>= | login -p> | login --token>"},
+    {"cf ibmcloud az", "login -p> | auth ? ! | secret set --value>"},
+    {"microk8s", "join !"},
+    {"ceph rbd rados", "--key>"},
+    {"cosign notation", "login -p>"},
+    {"act", "-s>="},
+    {"doctl", "-t> | --access-token>"},
+    {"heroku flyctl vercel netlify railway supabase surge render", "-t> | --token> | --auth>"},
+    {"fly", "login -p> | -t>"},
+    {"aws",
+     "configure set *key ! | configure set *token ! | put-parameter --value> | "
+     "--secret-string> | --secret-access-key>"},
+    {"gh", "secret set ? -b> | secret -b> | secret --body> | variable ? --body^"},
+    {"glab", "auth -t> | -t> | variable set ? !"},
+    {"gitlab-runner", "-r> | -t> | --registration-token>"},
+    {"jenkins-cli.jar jenkins-cli", "-auth>:"},
+    {"s3cmd s3fs goofys", "--secret_key>"},
+    {"mc mcli",
+     "alias set ? ? ! ! | config host add ? ? ! ! | admin user add ? ? ! | "
+     "admin user add ? !"},
+    {"b2", "authorize ? ! | authorize-account ? ! | authorize_account ? !"},
+    {"rclone", "obscure ! | reveal ! | --pass> | *pass= !"},
+    {"kopia duplicacy", "-p>"},
+    {"nextcloudcmd owncloudcmd seaf-cli", "-p>"},
+    {"mountpoint mount.cifs", ""},
+    // Packages and services of makers.
+    {"twine", "-p> | --password>"},
+    {"uv", "publish -t> | publish -p> | publish --token>"},
+    {"hatch flit", "-a>"},
+    {"anaconda conda", "-t>"},
+    {"poetry", "config pypi-token* ! | config http-basic* ? ! | publish -p> | -p>"},
+    {"cargo", "login ! | --token>"},
+    {"gem", "-k> | --key>"},
+    {"bundle bundler", "config ? !: | config set ? !: | set ? !:"},
+    {"composer",
+     "config http-basic* ? ! | config github-oauth* ! | config gitlab-token* ! | "
+     "config bearer* ! | config gitlab-oauth* !"},
+    {"dotnet nuget choco", "push -k> | --api-key> | -k> | setapikey ! | -ApiKey> | -p^"},
+    {"npm yarn pnpm", "config set *_authToken ! | config set *_auth ! | config set *_password !"},
+    {"vsce ovsx", "-p> | --pat>"},
+    {"wandb comet", "login # | login --key>"},
+    {"ngrok", "authtoken ! | add-authtoken !"},
+    {"snyk", "auth #"},
+    {"codecov codecovcli", "-t>"},
+    {"vastai", "set api-key !"},
+    {"llm openai", "keys --value> | -k>"},
+    {"knife", "-P>"},
+    {"expo eas", "login -p>"},
+    {"altool itmstransporter", "-p>"},
+    {"notarytool xcrun", "-p> | --password>"},
+    {"svn hg p4", "-P> | --password>"},
+    {"nifi.sh", "set-single-user-credentials ? !"},
+    {"add-user.sh", "-p> | --password>"},
+    {"jboss-cli.sh asadmin", "--password>"},
+    // macOS.
+    {"security", "-p> | -w> | -P> | -k> | -setkeychainpass !"},
+    {"dscl", "-passwd ? ! | -passwd ? ! ! | -create ? Password !"},
+    {"sysadminctl dseditgroup", "-password> | -adminPassword> | -newPassword> | -P>"},
+    {"kickstart", "-vncpw>"},
+    // In PowerShell and SQL.
+    {"convertto-securestring", "! | -string>"},
+};
+
+/// Programs that run others: what follows may be another one's arguments.
+constexpr std::string_view kCarriers =
+    "sudo doas su env nohup timeout nice ionice setsid stdbuf time watch xargs parallel chroot "
+    "unshare nsenter systemd-run systemd-inhibit docker docker-compose podman nerdctl kubectl oc "
+    "ssh autossh mosh sshpass sh bash zsh dash ksh fish busybox ash tini dumb-init catatonit "
+    "gosu su-exec runuser setpriv chrt taskset numactl strace ltrace gdb perf valgrind script "
+    "caffeinate arch flock chpst s6-setuidgid runit nix nix-shell direnv dotenv python python2 "
+    "python3 pypy node nodejs deno bun npx npm yarn pnpm uv uvx pipx poetry pipenv bundle ruby "
+    "perl php java lxc incus lxc-attach lxc-exec machinectl toolbox distrobox flatpak snap "
+    "firejail bwrap proot fakeroot proxychains proxychains4 torsocks torify unbuffer expect "
+    "reptyr screen tmux dtach abduco pm2 supervisord foreman honcho overmind crond at batch "
+    "vagrant ansible find entr fd make just task rlwrap winpty wine exec command eval builtin "
+    "kubectl.exe wsl xcrun osascript pwsh powershell cmd rtk mpirun srun sbatch torchrun "
+    "accelerate op doppler dotenvx infisical chamber aws-vault envconsul vault consul-template";
+
+/// Programs that read a password from what is piped to them, whatever their options.
+constexpr std::string_view kReaders =
+    "chpasswd cryptsetup kinit smbpasswd vncpasswd tigervncpasswd secret-tool";
+
+}  // namespace credentials
