@@ -37,6 +37,7 @@ class ArgumentSearch {
     appendUrlCredentials(argument, spans_);
     appendCredentialFormats(argument, spans_);
     for (const TextSpan& span : spans_) found_.push_back({i, span});
+    if (spans_.empty()) takeUserInfo(i);
     if (before.form == Form::nothing && i > 0 && spans_.empty()) takePaired(i);
   }
 
@@ -84,10 +85,50 @@ class ArgumentSearch {
     };
     if (!std::all_of(before.begin(), before.end(), isSign)) return;
     const std::string_view value = arguments_[i];
-    if (!looksSecret(value) && !looksLikeKey(value)) return;
+    const bool isLikely = looksSecret(value) || looksLikeKey(value);
+    if (!isLikely &&
+        !(setsSomething(i) && std::any_of(value.begin(), value.end(), text::isDigit))) {
+      return;
+    }
     const NameKind kind = kindOf(before);
     if (kind != NameKind::password && kind != NameKind::token) return;
     if (mayBeSecret(value, kind)) found_.push_back({i, {0, value.size()}});
+  }
+
+  /// Whether the command says that something is set: "config set", "defaults write".
+  bool setsSomething(std::size_t before) const {
+    constexpr std::array<std::string_view, 9> kVerbs{"config", "set",    "write",  "create", "put",
+                                                     "setenv", "modify", "update", "edit"};
+    constexpr std::size_t kFarthest = 8;
+    for (std::size_t i = before - std::min(before, kFarthest); i < before; ++i) {
+      if (std::find(kVerbs.begin(), kVerbs.end(), arguments_[i]) != kVerbs.end()) return true;
+    }
+    return false;
+  }
+
+  /// "user:password@host" without a scheme
+  void takeUserInfo(std::size_t i) {
+    const std::string_view text = arguments_[i];
+    const std::size_t colon = text.find(':');
+    if (colon == std::string_view::npos || colon == 0) return;
+    const std::size_t sign = text.rfind('@');
+    if (sign == std::string_view::npos || sign < colon || sign + 1 == text.size()) return;
+    const std::string_view password = text.substr(colon + 1, sign - colon - 1);
+    const std::string_view host = text.substr(sign + 1);
+    constexpr std::size_t kLongest = 80;
+    constexpr std::size_t kShortest = 6;
+    if (password.size() < kShortest || password.size() > kLongest || isNothing(password)) return;
+    if (password.find_first_of("/ ") != std::string_view::npos) return;
+    if (host.find_first_of(" @=") != std::string_view::npos || host.starts_with("sha256:")) return;
+    const auto isUserSign = [](char c) {
+      return text::isAlphanumeric(c) || c == '.' || c == '-' || c == '_' || c == '/' || c == '\\';
+    };
+    const std::string_view user = text.substr(0, colon);
+    if (user.size() > kLongest || !std::all_of(user.begin(), user.end(), isUserSign)) return;
+    const bool hasBoth = std::any_of(password.begin(), password.end(), text::isDigit) &&
+                         std::any_of(password.begin(), password.end(), text::isLetter);
+    if (!hasBoth || (text::isDigit(host[0]) && host.find('.') == std::string_view::npos)) return;
+    found_.push_back({i, {colon + 1, sign}});
   }
 
   /// Programs that nothing is known of: where a user's name is given, what stands behind "-p"
@@ -101,7 +142,8 @@ class ArgumentSearch {
       if (isUserOption(option)) {
         hasUser = true;
         const std::size_t colon = value.find(':');
-        if (colon != std::string_view::npos && colon > 0) {
+        if (colon != std::string_view::npos && colon > 0 &&
+            value.find_first_of("?=/") == std::string_view::npos) {
           const std::string_view password = value.substr(colon + 1);
           if (looksSecret(password) || looksLikeKey(password)) {
             found_.push_back({i + 1, {colon + 1, value.size()}});
@@ -114,9 +156,9 @@ class ArgumentSearch {
   }
 
   static bool isUserOption(std::string_view option) {
-    constexpr std::array<std::string_view, 11> kOptions{
-        "-u",      "-U",     "--user", "-l",      "--username",   "-user",
-        "--login", "--auth", "-a",     "--creds", "--credentials"};
+    constexpr std::array<std::string_view, 10> kOptions{
+        "-u",    "-U",      "--user", "-l",      "--username",
+        "-user", "--login", "--auth", "--creds", "--credentials"};
     return std::find(kOptions.begin(), kOptions.end(), option) != kOptions.end();
   }
 

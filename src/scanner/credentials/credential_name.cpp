@@ -54,22 +54,22 @@ constexpr Ending kEndings[] = {
     {"parola", kPassword, kWord},
     {"psk", kPassword, kWord},
     {"wpapsk", kPassword},
-    {"pin", kPassword, kWord},
-    {"pincode", kPassword},
-    {"userpin", kPassword},
-    {"sopin", kPassword},
-    {"puk", kPassword, kWord},
-    {"otp", kPassword, kWord},
-    {"totp", kPassword, kWord},
-    {"otpcode", kPassword},
-    {"mfacode", kPassword},
+    {"pin", NameKind::code, kWord},
+    {"pincode", NameKind::code},
+    {"userpin", NameKind::code},
+    {"sopin", NameKind::code},
+    {"puk", NameKind::code, kWord},
+    {"otp", NameKind::code, kWord},
+    {"totp", NameKind::code, kWord},
+    {"otpcode", NameKind::code},
+    {"mfacode", NameKind::code},
     {"mfa", NameKind::unclear, kWord},
-    {"verificationcode", kPassword},
-    {"accesscode", kPassword},
-    {"securitycode", kPassword},
-    {"recoverycode", kPassword},
-    {"activationcode", kPassword},
-    {"invitecode", kPassword},
+    {"verificationcode", NameKind::code},
+    {"accesscode", NameKind::code},
+    {"securitycode", NameKind::code},
+    {"recoverycode", NameKind::code},
+    {"activationcode", NameKind::code},
+    {"invitecode", NameKind::code},
     {"requirepass", kPassword},
     {"tosecurestring", kPassword},
     {"vncpw", kPassword},
@@ -79,7 +79,7 @@ constexpr Ending kEndings[] = {
     {"bindpw", kPassword},
     {"wifikey", kPassword},
     {"wifipsk", kPassword},
-    {"unlockcode", kPassword},
+    {"unlockcode", NameKind::code},
     {"loginpassword", kPassword},
     {"pinauth", kPassword},
     {"storepass", kPassword},
@@ -197,6 +197,14 @@ constexpr Ending kEndings[] = {
     {"rediscliauth", kToken},
     {"requireauth", NameKind::authentication},
     {"basicauth", kToken},
+    {"authbasic", kToken},
+    {"httpbasic", kToken},
+    {"basicauthusers", kToken},
+    {"apihash", kToken},
+    {"passkey", kToken},
+    {"keymaterial", kToken},
+    {"keyhex", kToken},
+    {"keybase64", kToken},
     {"httpauth", kToken},
     {"proxyauth", kToken},
     {"userauth", kToken},
@@ -624,7 +632,11 @@ NameKind kindByEnding(std::string_view name) {
     const int found = tree.keyAt(node);
     if (found == KeyTree::kNoKey) continue;
     const Ending& ending = kEndings[static_cast<std::size_t>(found)];
-    if (!ending.isWord || beginsWord(name, at - 1)) kind = ending.kind;
+    if (!ending.isWord || beginsWord(name, at - 1)) {
+      kind = ending.kind;
+    } else if (ending.text == "key") {
+      kind = NameKind::unclear;  // of a word that is not known
+    }
   }
   return kind;
 }

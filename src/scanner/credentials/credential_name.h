@@ -9,6 +9,7 @@ enum class NameKind {
   unknown,         ///< the name says nothing of credentials
   harmless,        ///< no secret, however it looks: an id, a hash, a path, a field to sort by
   password,        ///< any text, numbers too
+  code,            ///< a password of digits for the most part: a PIN
   token,           ///< any text but a short number
   webhook,         ///< a URL that lets everybody in who knows it
   authentication,  ///< a token, or how somebody authenticates ("basic", "none")

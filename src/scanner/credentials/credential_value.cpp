@@ -86,10 +86,10 @@ constexpr std::array kReferences{
 
 /// What keys begin with that everybody may know.
 constexpr std::array kPublicKeys{
-    "age1"sv, "aaaac3nza"sv, "aaaab3nza"sv, "aaaae2vjz"sv, "aaaagnna"sv, "rwq"sv,
-    "rwr"sv,  "rwt"sv,       "pk_"sv,       "pk-"sv,       "pub"sv,      "npub1"sv,
-    "xpub"sv, "sha256-"sv,   "sha384-"sv,   "sha512-"sv,   "sha256:"sv,  "ocid1."sv,
-    "did:"sv, "bafy"sv,      "qm"sv,        "pk.eyj"sv,    "crsk"sv};
+    "age1"sv,    "aaaac3nza"sv, "aaaab3nza"sv, "aaaae2vjz"sv, "aaaagnna"sv, "rwq"sv,  "rwr"sv,
+    "rwt"sv,     "pk_"sv,       "pk-"sv,       "pub"sv,       "npub1"sv,    "xpub"sv, "sha256-"sv,
+    "sha384-"sv, "sha512-"sv,   "sha256:"sv,   "ocid1."sv,    "did:"sv,     "bafy"sv, "qm"sv,
+    "magnet:"sv, "urn:"sv,      "pk.eyj"sv,    "crsk"sv};
 
 /// What stands in patterns alone.
 constexpr std::array kPatternSigns{".*"sv, ".+"sv, "\\s"sv, "\\w"sv, "\\d"sv, "[^"sv, "(?"sv};
@@ -188,7 +188,8 @@ bool isHarmless(std::string_view value) {
 
 bool isUrl(std::string_view value) {
   const auto colon = value.find(':');
-  return colon != std::string_view::npos && value.substr(colon, 3) == "://";
+  return colon != std::string_view::npos && value.substr(colon, 3) == "://" &&
+         all(value.substr(0, colon), isNameSign);
 }
 
 /// Whether a URL leads further than to a host.
@@ -249,9 +250,13 @@ bool mayBeSecret(std::string_view value, NameKind kind) {
   if (kind == NameKind::harmless || isHarmless(value)) return false;
   constexpr std::size_t kShortestNumericPassword = 3;
   constexpr std::size_t kShortestNumericToken = 6;
+  constexpr std::size_t kShortestCode = 4;
   switch (kind) {
     case NameKind::password:
       return !(isNumber(value) && digitCount(value) < kShortestNumericPassword);
+    case NameKind::code:
+      return digitCount(value) > 0 && value.size() >= kShortestCode &&
+             !any(value, text::isWhiteSpace);
     case NameKind::webhook:
       return isUrl(value) ? isUrlWithPath(value) : looksLikeKey(value);
     case NameKind::authentication:

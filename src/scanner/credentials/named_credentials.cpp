@@ -122,13 +122,20 @@ class NameSearch {
     if (own.ends_with("PWD") && (at(end + 1) == '/' || at(end + 1) == '~')) {
       return NameKind::harmless;
     }
-    const NameKind kind = kindOf(own);
+    NameKind kind = kindOf(own);
+    if (kind == NameKind::anyKey && !isSetting(begin)) kind = NameKind::key;
     if (begin < nestedUntil_ && !isStrong(kind) && isNeutral(own)) return nestedKind_;
     // "-object secret,id=…,data=…"
     if (kind == NameKind::unknown && own == "data" && text_.starts_with("secret,")) {
       return NameKind::token;
     }
     return kind;
+  }
+
+  /// Whether a name stands where settings do, rather than in a program's text.
+  bool isSetting(std::size_t begin) const {
+    return begin == 0 || text_[begin] == '-' || text_[begin - 1] == '?' ||
+           text_[begin - 1] == '&' || isQuote(text_[begin - 1]);
   }
 
   /// What holds the secret itself in an object that is named like one.
@@ -170,6 +177,9 @@ class NameSearch {
       const std::string_view word = text_.substr(value, judgedEnd(value) - value);
       return looksSecret(word) || looksLikeKey(word) ? takeValue(kind, value, false) : value;
     }
+    if (isCredential(kind) && isSentence(begin, value)) return value;
+    // «echo "Password: "»: the mark ends what asks for it.
+    if (isQuote(at(value)) && quotesBefore(value, at(value)) % 2 == 1) return value;
     if (reachesFromStart(begin)) return takeValue(kind, value, true);
     if (begin > 0 && isQuote(text_[begin - 1]) && !isQuote(at(value))) {
       // The whole header is quoted: its value goes on to the mark.
@@ -177,6 +187,32 @@ class NameSearch {
       return addIf(kind, value, end);
     }
     return takeValue(kind, value, false);
+  }
+
+  /// "password: use another hash": a word with words behind it.
+  bool isSentence(std::size_t begin, std::size_t value) const {
+    std::size_t end = begin;
+    while (text::isLower(at(end))) ++end;
+    if (at(end) != ':') return false;
+    std::size_t word = value;
+    while (text::isLower(at(word))) ++word;
+    return word > value && at(word) == ' ' && text::isLetter(at(word + 1)) &&
+           at(skipName(word + 1)) != ':' && at(skipName(word + 1)) != '=';
+  }
+
+  /// How many of these quotation marks stand before `end`; asked in order.
+  int quotesBefore(std::size_t end, char mark) {
+    for (; quotesCountedTo_ < end; ++quotesCountedTo_) {
+      const char c = text_[quotesCountedTo_];
+      if (!isQuote(c)) continue;
+      ++(c == '"' ? doubleQuotes_ : singleQuotes_);
+    }
+    return mark == '"' ? doubleQuotes_ : singleQuotes_;
+  }
+
+  std::size_t skipName(std::size_t i) const {
+    while (i < text_.size() && isNameSign(text_[i])) ++i;
+    return i;
   }
 
   /// "--token:value", "X-Api-Key:value", "/password:value"
@@ -190,15 +226,14 @@ class NameSearch {
     const std::string_view word = text_.substr(value, judgedEnd(value) - value);
     if (isTag(word)) return value;
     if (kind == NameKind::account || kind == NameKind::unknown) {
-      return looksRandomValue(word, kind) ? takeValue(kind, value, false) : value;
+      const bool beginsValue = !word.empty() && text::isAlphanumeric(word.front());
+      return beginsValue && looksRandomValue(word, kind) ? takeValue(kind, value, false) : value;
     }
     const std::string_view own = name(begin, end);
     const bool isOneWord = std::all_of(own.begin(), own.end(), text::isLower);
-    if ((isOneWord || !isStrong(kind)) && kind != NameKind::password && !looksSecret(word) &&
-        !looksLikeKey(word) && word.find(' ') == std::string_view::npos &&
-        (kind != NameKind::authentication || isOneWord)) {
-      return value;
-    }
+    const bool isClear = isStrong(kind) && (!isOneWord || kind == NameKind::password);
+    const bool isOptionsValue = own.front() == '-' && kind == NameKind::authentication;
+    if (!isClear && !isOptionsValue && !looksSecret(word) && !looksLikeKey(word)) return value;
     return takeValue(kind, value, reachesFromStart(begin) || (begin == 1 && before == '/'));
   }
 
@@ -214,6 +249,14 @@ class NameSearch {
       return takeValue(kindAt(begin, end), value, false);
     }
     if (text_[begin] == '-' && !isInsideWord(begin)) return takeOption(begin, end);
+    // «define("DB_PASSWORD", "value")»
+    if (begin >= 2 && text_[begin - 2] == '(' && isQuote(text_[end]) && at(end + 1) == ',') {
+      const std::size_t argument = skipBlanks(end + 2);
+      if (!isQuote(at(argument))) return 0;
+      if (!countName(argument)) return text_.size();
+      const NameKind kind = kindAt(begin, end);
+      return isStrong(kind) ? takeValue(kind, argument, false) : 0;
+    }
     return 0;
   }
 
@@ -223,8 +266,12 @@ class NameSearch {
     while (at(i) == '\\') ++i;
     if (!isQuote(at(i))) return 0;
     ++i;
-    if (at(i) == ']') ++i;
+    const bool isIndex = at(i) == ']';
+    if (isIndex) ++i;
+    const std::size_t behind = i;
     i = skipBlanks(i);
+    // «["db"]["password"] "value"»
+    if (isIndex && i > behind && isQuote(at(i))) return i;
     if (at(i) == '=' && at(i + 1) == '>') ++i;
     if (at(i) != '=' && at(i) != ':') return 0;
     if (at(i + 1) == '=') return 0;
@@ -251,13 +298,23 @@ class NameSearch {
     if (!isQuote(at(next))) return 0;
     // «password "value"», «IDENTIFIED BY 'value'»
     if (!countName(next)) return text_.size();
-    const bool isIdentified = text::equalsLowered(own, "by") && begin >= 11 &&
-                              text::equalsLowered(text_.substr(begin - 11, 10), "identified");
+    const bool isIdentified = text::equalsLowered(own, "by") && isBehindIdentified(begin);
     const NameKind kind = isIdentified ? NameKind::password : kindAt(begin, end);
     if (!isStrong(kind)) return 0;
     const std::string_view word = text_.substr(next + 1, judgedEnd(next) - next - 1);
     return word.find(' ') == std::string_view::npos || isIdentified ? takeValue(kind, next, false)
                                                                     : 0;
+  }
+
+  /// "IDENTIFIED WITH some_plugin BY"
+  bool isBehindIdentified(std::size_t by) const {
+    constexpr std::string_view kWord = "identified";
+    constexpr std::size_t kFarthest = 60;
+    const std::size_t from = by - std::min(by, kFarthest);
+    for (std::size_t i = from; i + kWord.size() <= by; ++i) {
+      if (text::equalsLowered(text_.substr(i, kWord.size()), kWord)) return true;
+    }
+    return false;
   }
 
   /// The last word of the text.
@@ -342,7 +399,8 @@ class NameSearch {
         isStrong(kind) || kind == NameKind::authentication || kind == NameKind::anyKey;
     if (at(value) == '[' && isText && !reachesEnd) return takeList(value);
     if (at(value) == '{' && isText && !reachesEnd) return enterObject(kind, value);
-    if (isText && reachesEnd) return addIf(kind, value, text_.size());
+    if (at(value) == '(' && isText) return takePair(value);
+    if (isText && reachesEnd) return addIf(kind, value, endOfSetting(value));
     // What is only sometimes a secret is judged by the one word, and may hold names itself.
     const std::size_t judged = judgedEnd(value);
     const std::size_t begin = behindOpening(value);
@@ -371,6 +429,26 @@ class NameSearch {
       --last;
     }
     return begin < last ? addIf(NameKind::token, begin, last) : end;
+  }
+
+  /// «("user", "password")»
+  std::size_t takePair(std::size_t open) {
+    const std::size_t limit = std::min(open + kLongestLook, text_.size());
+    const std::size_t user = skipBlanks(open + 1);
+    if (!isQuote(at(user))) return user;
+    const std::size_t comma = closing(user, 0, limit) + 1;
+    if (at(comma) != ',') return std::min(comma, text_.size());
+    const std::size_t password = skipBlanks(comma + 1);
+    return isQuote(at(password)) ? takeValue(NameKind::password, password, false) : comma;
+  }
+
+  /// The end of the text, or of this setting where "; name=" follows.
+  std::size_t endOfSetting(std::size_t value) const {
+    for (std::size_t i = text_.find(';', value); i != std::string_view::npos;
+         i = text_.find(';', i + 1)) {
+      if (beginsSetting(skipBlanks(i + 1))) return i;
+    }
+    return text_.size();
   }
 
   /// Names inside this object that say nothing themselves stand for what it is named.
@@ -473,6 +551,11 @@ class NameSearch {
       }
       return end;
     }
+    // "PGPASSWORD=$PASS command"
+    const std::size_t blank = value.substr(0, kLongestLook).find_first_of(" \n");
+    if (blank != std::string_view::npos && value[0] == '$' && isReference(value.substr(0, blank))) {
+      return begin + blank;
+    }
     if (mayBeSecret(value, kind)) return add(begin, end);
     return end;
   }
@@ -491,6 +574,9 @@ class NameSearch {
   std::size_t nestedUntil_ = 0;  // the end of an object that is named like a credential
   NameKind nestedKind_ = NameKind::unknown;
   std::optional<bool> isProse_;
+  std::size_t quotesCountedTo_ = 0;
+  int doubleQuotes_ = 0;
+  int singleQuotes_ = 0;
 };
 
 }  // namespace

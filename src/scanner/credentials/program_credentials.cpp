@@ -40,6 +40,7 @@ struct Ways {
   bool isCarrier = false;
   bool masksLastWord = false;  // htpasswd -b
   bool masksUrls = false;      // apprise
+  bool masksDsns = false;      // "h=host,u=user,p=password"
 };
 
 template <typename Use>
@@ -109,6 +110,8 @@ Ways waysOf(std::string_view rules) {
         ways.masksLastWord = true;
       } else if (step == "!url") {
         ways.masksUrls = true;
+      } else if (step == "!dsn") {
+        ways.masksDsns = true;
       } else {
         rule.push_back(stepOf(step));
       }
@@ -300,6 +303,7 @@ class Follower {
       }
     }
     if (ways_->masksUrls) takeUrl(word);
+    if (ways_->masksDsns) takeDsn(word);
     for (std::size_t i = 0; i < ways_->rules.size(); ++i) {
       if (advance(ways_->rules[i], progress_[i], word, isAnOption)) return;
     }
@@ -371,6 +375,17 @@ class Follower {
     if (scheme != std::string_view::npos) add(word, scheme + 3, Part::whole);
   }
 
+  void takeDsn(const PlacedWord& word) {
+    const std::string_view text = word.word.text;
+    const auto before = text.find(",p=");
+    if (before == std::string_view::npos) return;
+    const std::size_t begin = before + 3;
+    const std::size_t end = std::min(text.find(',', begin), text.size());
+    if (begin < end) {
+      found_.push_back({word.argument, {word.word.begin + begin, word.word.begin + end}});
+    }
+  }
+
   bool add(const PlacedWord& word, std::size_t begin, Part part) {
     const auto span = credentialIn(word.word.text, begin, part);
     if (!span) return false;
@@ -424,7 +439,9 @@ class Search {
     const bool mayBeProgram = word.word.beginsCommand || (follower_.isCarrier() && !isValue_);
     if (word.word.beginsCommand) follower_.end();
     if (mayBeProgram && !word.word.text.empty() && word.word.text[0] != '-') {
-      if (const Ways* ways = Programs::known().find(word.word.text)) {
+      // "command=sshpass -p …"
+      const std::size_t behindName = word.word.beginsCommand ? word.word.text.rfind('=') + 1 : 0;
+      if (const Ways* ways = Programs::known().find(word.word.text.substr(behindName))) {
         follower_.end();
         follower_.begin(ways);
         isValue_ = false;

@@ -29,13 +29,16 @@ constexpr Program kPrograms[] = {
      "mysqlpump mysql_upgrade mariadb-check mariadb-import mariabackup xtrabackup innobackupex",
      "-p<"},
     {"mysqladmin mariadb-admin", "-p< | password !"},
+    {"pt-table-checksum pt-table-sync pt-archiver pt-online-schema-change pt-heartbeat "
+     "pt-show-grants pt-query-digest pt-find pt-deadlock-logger pt-kill pt-duplicate-key-checker",
+     "-p> | !dsn"},
     {"mysqlsh mycli mydumper myloader", "-p> | --ask-pass<"},
     {"mongo mongosh mongodump mongorestore mongoexport mongoimport mongostat mongotop mongofiles "
      "legacy-mongo",
      "-p>"},
     {"redis-cli keydb-cli valkey-cli redis-benchmark rdb",
      "-a> | auth ! | AUTH ! | AUTH ? ! | "
-     "requirepass ! | masterauth ! | setuser ? !"},
+     "requirepass ! | masterauth ! | ><"},
     {"redis-server keydb-server valkey-server", "--requirepass> | --masterauth>"},
     {"sqlplus sqlldr exp imp expdp impdp rman tnsping sqlcl orapwd", "!/ | target !/ | connect !/"},
     {"sqlcmd bcp isql osql tsql freebcp bsqldb defncopy fisql", "-P^ | -P<"},
@@ -233,12 +236,13 @@ constexpr Program kPrograms[] = {
     {"composer",
      "config http-basic* ? ! | config github-oauth* ! | config gitlab-token* ! | "
      "config bearer* ! | config gitlab-oauth* !"},
-    {"dotnet nuget choco", "push -k> | --api-key> | -k> | setapikey ! | -ApiKey> | -p^"},
+    {"dotnet nuget choco", "push ? # | push -k> | --api-key> | -k> | setapikey ! | -ApiKey> | -p^"},
     {"npm yarn pnpm", "config set *_authToken ! | config set *_auth ! | config set *_password !"},
     {"vsce ovsx", "-p> | --pat>"},
     {"wandb comet", "login # | login --key>"},
     {"ngrok", "authtoken ! | add-authtoken !"},
     {"snyk", "auth #"},
+    {"cloudflared", "install ! | --token>"},
     {"codecov codecovcli", "-t>"},
     {"vastai", "set api-key !"},
     {"llm openai", "keys --value> | -k>"},
