@@ -15,16 +15,18 @@ namespace {
 
 using Form = Announcement::Form;
 
+constexpr std::size_t kMostArguments = 4096;
+
 /// What belongs together among the arguments of one process.
 class ArgumentSearch {
  public:
   explicit ArgumentSearch(std::span<const std::string_view> arguments) : arguments_(arguments) {}
 
-  std::vector<InArgument> run() {
+  InArguments run() {
     for (std::size_t i = 0; i < arguments_.size(); ++i) takeArgument(i);
     appendProgramCredentials(arguments_, found_);
     takeLoneOptions();
-    return grouped();
+    return {grouped(), arguments_.size()};
   }
 
  private:
@@ -46,14 +48,21 @@ class ArgumentSearch {
     const std::string_view argument = arguments_[i];
     const bool isHeader = announced_.form == Form::headerValue;
     if (!isHeader && isOption(argument)) return false;
-    if (isScheme(argument) && i + 1 < arguments_.size() &&
-        (isHeader || schemeCarries(argument, arguments_[i + 1]))) {
-      if (!isCredential(announced_.kind)) return false;
-      announced_.form = Form::headerValue;
-      announced_.kind = NameKind::token;
+    if (namesLeft_-- <= 0) {
+      if (!argument.empty()) found_.push_back({i, {0, argument.size()}});
       return true;
     }
-    const NameKind kind = announced_.kind;
+    const NameKind kind = isCarried_                  ? NameKind::token
+                          : isSwitch(announced_.name) ? NameKind::unknown
+                                                      : kindOf(announced_.name);
+    isCarried_ = false;
+    if (isScheme(argument) && i + 1 < arguments_.size() &&
+        (isHeader || schemeCarries(argument, arguments_[i + 1]))) {
+      if (!isCredential(kind)) return false;
+      announced_.form = Form::headerValue;
+      isCarried_ = true;
+      return true;
+    }
     if (kind == NameKind::harmless || !mayBeSecret(argument, kind)) return false;
     const std::size_t shown = shownScheme(argument);
     found_.push_back({i, {shown, argument.size()}});
@@ -80,18 +89,21 @@ class ArgumentSearch {
     const std::string_view before = arguments_[i - 1];
     constexpr std::size_t kLongestName = 60;
     if (before.empty() || before.front() == '-' || before.size() > kLongestName) return;
+    const std::string_view value = arguments_[i];
+    if (value.empty() || value.front() == '-' || value.front() == '/') return;
     const auto isSign = [](char c) {
       return text::isAlphanumeric(c) || c == '_' || c == '-' || c == '.' || c == '/' || c == ':';
     };
-    if (!std::all_of(before.begin(), before.end(), isSign)) return;
-    const std::string_view value = arguments_[i];
-    const bool isLikely = looksSecret(value) || looksLikeKey(value);
-    if (!isLikely &&
-        !(setsSomething(i) && std::any_of(value.begin(), value.end(), text::isDigit))) {
+    if (std::none_of(value.begin(),
+                     value.begin() + static_cast<std::ptrdiff_t>(
+                                         std::min<std::size_t>(value.size(), kLongestName)),
+                     text::isDigit) ||
+        !std::all_of(before.begin(), before.end(), isSign)) {
       return;
     }
     const NameKind kind = kindOf(before);
     if (kind != NameKind::password && kind != NameKind::token) return;
+    if (!looksSecret(value) && !looksLikeKey(value) && !setsSomething(i)) return;
     if (mayBeSecret(value, kind)) found_.push_back({i, {0, value.size()}});
   }
 
@@ -187,13 +199,14 @@ class ArgumentSearch {
   std::vector<ArgumentSpan> found_;
   std::vector<TextSpan> spans_;
   Announcement announced_;
+  bool isCarried_ = false;  // "Bearer" stands between what was announced and its value
   int namesLeft_ = kMostNames;
 };
 
 }  // namespace
 
-std::vector<InArgument> findInArguments(std::span<const std::string_view> arguments) {
-  return ArgumentSearch(arguments).run();
+InArguments findInArguments(std::span<const std::string_view> arguments) {
+  return ArgumentSearch(arguments.first(std::min(arguments.size(), kMostArguments))).run();
 }
 
 std::vector<TextSpan> findInLine(std::string_view line) {

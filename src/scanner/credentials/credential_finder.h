@@ -16,10 +16,18 @@ struct InArgument {
   std::vector<TextSpan> spans;  ///< of the values; at least one
 };
 
-/// In an argument vector; arguments without a credential are left out. A value is one whole
-/// argument, or the whole rest of one ("--password=…", "PASSWORD=…"), blanks included; inside
-/// an argument that holds a command or a text of its own, a value ends as in a line.
-std::vector<InArgument> findInArguments(std::span<const std::string_view> arguments);
+/// What was found in an argument vector.
+struct InArguments {
+  std::vector<InArgument> found;  ///< arguments without a credential are left out
+  /// Arguments from this one on were not searched, and are to be masked whole: nobody needs
+  /// so many but who wants the search to take long.
+  std::size_t searched = 0;
+};
+
+/// In an argument vector. A value is one whole argument, or the whole rest of one
+/// ("--password=…", "PASSWORD=…"), blanks included; inside an argument that holds a command or
+/// a text of its own, a value ends as in a line.
+InArguments findInArguments(std::span<const std::string_view> arguments);
 
 /// In a line whose arguments are no longer told apart: a value ends at a blank or, when it
 /// begins with a quotation mark, at the next one of its kind.

@@ -5,6 +5,7 @@
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "scanner/credentials/format_table.h"
 #include "scanner/credentials/key_tree.h"
@@ -60,24 +61,32 @@ const KeyTree& prefixes() {
   return tree;
 }
 
-constexpr std::size_t pairOf(char first, char second) {
-  return static_cast<std::size_t>(static_cast<unsigned char>(first)) << 8 |
-         static_cast<unsigned char>(second);
+/// A short number for three characters; some share theirs.
+constexpr std::size_t tripleOf(char first, char second, char third) {
+  constexpr auto five = [](char c) { return static_cast<std::size_t>(c) & 31U; };
+  return five(first) << 10U | five(second) << 5U | five(third);
 }
 
-/// The pairs of characters that some credential begins with, so that most places are passed
-/// over at once.
-const std::bitset<65536>& beginnings() {
-  static const std::bitset<65536> pairs = [] {
-    std::bitset<65536> made;
+using Triples = std::bitset<std::size_t{1} << 15U>;
+
+/// The characters that some credential begins with, so that most words are passed over at once.
+const Triples& beginnings() {
+  static const Triples triples = [] {
+    Triples made;
+    made.set(tripleOf('e', 'y', 'J'));
     for (const Format& format : kFormats) {
-      made.set(pairOf(format.prefix[0], format.prefix[1]));
+      const std::string_view prefix = format.prefix;
+      if (prefix.size() > 2) {
+        made.set(tripleOf(prefix[0], prefix[1], prefix[2]));
+        continue;
+      }
+      for (int third = 0; third < 32; ++third) {
+        made.set(tripleOf(prefix[0], prefix[1], static_cast<char>(third)));
+      }
     }
-    made.set(pairOf('e', 'y'));
-    made.set(pairOf('-', '-'));
     return made;
   }();
-  return pairs;
+  return triples;
 }
 
 /// Whether nobody would call anything by this word: long, or full of digits or of changes
@@ -102,14 +111,6 @@ bool holdsOddWord(std::string_view text) {
   return false;
 }
 
-/// Whether a credential may begin at `at`: not inside a word, unless an escape ends there
-/// ("%20eyJ…").
-bool mayBeginAt(std::string_view text, std::size_t at) {
-  if (at == 0 || !text::isAlphanumeric(text[at - 1])) return true;
-  return at >= 3 && text[at - 3] == '%' && text::isHexDigit(text[at - 2]) &&
-         text::isHexDigit(text[at - 1]);
-}
-
 /// Tries each place of one text. What was looked through in vain is not looked through
 /// again from a later place, where the same signs would be fewer.
 class Search {
@@ -117,21 +118,61 @@ class Search {
   Search(std::string_view text, std::vector<TextSpan>& found) : text_(text), found_(found) {}
 
   void run() {
-    const auto& pairs = beginnings();
-    for (std::size_t at = 0; at + 1 < text_.size(); ++at) {
-      const char c = text_[at];
+    // Nearly all of a text is passed over here, so it is read without looking twice.
+    const char* const text = text_.data();
+    const std::size_t size = text_.size();
+    std::size_t at = 0;
+    std::size_t word = 0;  // where the letters and digits begin that this place stands behind
+    while (at < size) {
+      const char c = text[at];
       std::size_t end = 0;
-      if (pairs[pairOf(c, text_[at + 1])] && mayBeginAt(text_, at)) {
-        end = c == '-' ? privateKeyEnd(at) : at + lengthAt(at);
-      } else if (kHasMiddle[static_cast<unsigned char>(c)]) {
+      if (isOf(c, Alphabet::letters)) {
+        word = at;
+        end = endOfKeyAt(at);
+        if (end == 0 && isEscaped(at)) end = endOfKeyAt(at + 2);
+        if (end == 0) {
+          while (at < size && isOf(text[at], Alphabet::letters)) ++at;
+          takeEnd(word, at);
+          continue;
+        }
+      } else if (c == '-' && at + 1 < size && text[at + 1] == '-') {
+        end = privateKeyEnd(at);
+      } else if (at > word && (c == '.' || c == ':' || c == '-' || c == '_' || c == '~')) {
         end = endAroundMiddle(at);
       }
-      if (end > at) at = end - 1;
+      at = end > at ? end : at + 1;
+      word = at;
     }
   }
 
  private:
   char at(std::size_t i) const { return i < text_.size() ? text_[i] : '\0'; }
+
+  /// The end of the credential that begins here, or 0.
+  std::size_t endOfKeyAt(std::size_t begin) {
+    if (begin + 2 >= text_.size()) return 0;
+    const char* const text = text_.data() + begin;
+    if (!beginnings_[tripleOf(text[0], text[1], text[2])]) return 0;
+    const std::size_t length = lengthAt(begin);
+    return length > 0 ? begin + length : 0;
+  }
+
+  /// Whether an escape ends inside this word: "%20eyJ…".
+  bool isEscaped(std::size_t begin) const {
+    return begin > 0 && text_[begin - 1] == '%' && text::isHexDigit(text_[begin]) &&
+           text::isHexDigit(at(begin + 1));
+  }
+
+  void takeEnd(std::size_t begin, std::size_t end) {
+    constexpr std::size_t kShortest = 34;
+    if (end - begin < kShortest) return;
+    for (const EndFormat& format : kEndFormats) {
+      const std::size_t length = end - begin;
+      if (length < format.least || length > format.most) continue;
+      const std::size_t mark = end - format.behind - format.mark.size();
+      if (text_.substr(mark, format.mark.size()) == format.mark) add(begin, end);
+    }
+  }
 
   std::size_t add(std::size_t begin, std::size_t end) {
     found_.push_back({begin, withPartner(end)});
@@ -214,14 +255,6 @@ class Search {
     return end;
   }
 
-  static constexpr auto kHasMiddle = [] {
-    std::array<bool, 256> has{};
-    for (const char c : {':', '~', '-', '.', '_', 'A', 'N'}) {
-      has[static_cast<unsigned char>(c)] = true;
-    }
-    return has;
-  }();
-
   /// How many characters of the alphabet stand before `end`, looking at no more than `most`.
   std::size_t lengthBefore(std::size_t end, Alphabet alphabet, std::size_t most) const {
     std::size_t length = 0;
@@ -231,6 +264,8 @@ class Search {
 
   /// Keys that are known by what stands in their middle or at their end.
   std::size_t endAroundMiddle(std::size_t middle) {
+    const std::size_t word = lengthBefore(middle, Alphabet::letters, 33);
+    if (word < 3) return 0;
     for (const MiddleFormat& format : kMiddleFormats) {
       if (text_[middle] != format.middle[0] ||
           text_.substr(middle, format.middle.size()) != format.middle) {
@@ -239,8 +274,7 @@ class Search {
       const std::size_t before = lengthBefore(middle, format.before, format.mostBefore + 1);
       if (before < format.leastBefore || before > format.mostBefore) continue;
       const std::size_t behind = middle + format.middle.size();
-      constexpr std::size_t kMost = 400;
-      const std::size_t after = lengthOf(text_.substr(behind, kMost), format.after);
+      const std::size_t after = lengthOf(text_.substr(behind, format.mostAfter + 1), format.after);
       if (after < format.leastAfter || after > format.mostAfter) continue;
       const std::size_t begin = middle - before;
       if (!found_.empty() && found_.back().end > begin) continue;
@@ -252,6 +286,7 @@ class Search {
     return 0;
   }
 
+  const Triples& beginnings_ = beginnings();
   std::string_view text_;
   std::vector<TextSpan>& found_;
   std::array<std::size_t, 16> passed_{};  // by alphabet: no odd word before here

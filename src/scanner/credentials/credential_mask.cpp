@@ -10,7 +10,7 @@
 namespace CredentialMask {
 namespace {
 
-using credentials::InArgument;
+using credentials::InArguments;
 
 std::string masked(std::string_view text, const std::vector<TextSpan>& values) {
   std::string out;
@@ -23,22 +23,28 @@ std::string masked(std::string_view text, const std::vector<TextSpan>& values) {
 }
 
 std::optional<std::vector<std::string>> masked(std::span<const std::string_view> arguments,
-                                               const std::vector<InArgument>& found) {
-  if (found.empty()) return std::nullopt;
-  std::vector<std::string> shown(arguments.begin(), arguments.end());
-  for (const auto& [argument, values] : found) shown[argument] = masked(shown[argument], values);
+                                               const InArguments& in) {
+  if (in.found.empty() && in.searched == arguments.size()) return std::nullopt;
+  const auto searched = arguments.first(in.searched);
+  std::vector<std::string> shown(searched.begin(), searched.end());
+  for (const auto& [argument, values] : in.found) shown[argument] = masked(shown[argument], values);
+  if (in.searched < arguments.size()) shown.emplace_back(kMask);
   return shown;
 }
 
 /// The values found in the arguments, as places of the joined line.
-std::vector<TextSpan> inJoined(std::span<const std::string_view> arguments,
-                               const std::vector<InArgument>& found) {
+std::vector<TextSpan> inJoined(std::span<const std::string_view> arguments, const InArguments& in,
+                               std::size_t lineEnd) {
   std::vector<TextSpan> values;
   std::size_t argument = 0;
   std::size_t offset = 0;
-  for (const auto& [holder, spans] : found) {
+  for (const auto& [holder, spans] : in.found) {
     for (; argument < holder; ++argument) offset += arguments[argument].size() + 1;
     for (const TextSpan& span : spans) values.push_back({offset + span.begin, offset + span.end});
+  }
+  if (in.searched < arguments.size()) {
+    for (; argument < in.searched; ++argument) offset += arguments[argument].size() + 1;
+    values.push_back({offset, lineEnd});
   }
   return values;
 }
@@ -105,7 +111,8 @@ std::string maskedLine(std::string_view line) {
 Shown shown(std::span<const std::string_view> arguments, std::string_view joined) {
   const auto found = credentials::findInArguments(arguments);
   const auto matches = ProcessScanner::secretMatches(joined);
-  return {masked(arguments, found), redacted(joined, matches, inJoined(arguments, found))};
+  return {masked(arguments, found),
+          redacted(joined, matches, inJoined(arguments, found, joined.size()))};
 }
 
 }  // namespace CredentialMask

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "scanner/credentials/key_tree.h"
+#include "scanner/credentials/word_set.h"
 #include "text/ascii.h"
 
 namespace credentials {
@@ -181,6 +182,7 @@ constexpr Ending kEndings[] = {
     {"sharedaccesssignature", kToken},
     {"hmac", NameKind::unclear, kWord},
     {"phpsessid", kToken},
+    {"gitlabsession", kToken},
     {"jsessionid", kToken},
     {"sessionid", NameKind::unclear},
     {"sessid", NameKind::unclear},
@@ -571,25 +573,25 @@ constexpr Ending kEndings[] = {
 };
 
 /// Last words that say nothing new of what stands before them: "TOKEN_VALUE", "password-confirm".
-constexpr std::array kNeutralWords{
-    "b64"sv,        "base"sv,    "base64"sv,    "confirm"sv,   "confirmation"sv, "content"sv,
-    "current"sv,    "data"sv,    "decoded"sv,   "default"sv,   "dev"sv,          "encoded"sv,
-    "header"sv,     "hex"sv,     "literal"sv,   "live"sv,      "local"sv,        "main"sv,
-    "new"sv,        "old"sv,     "plain"sv,     "plaintext"sv, "primary"sv,      "prod"sv,
-    "production"sv, "raw"sv,     "read"sv,      "readonly"sv,  "repeat"sv,       "ro"sv,
-    "rw"sv,         "sandbox"sv, "secondary"sv, "staging"sv,   "str"sv,          "string"sv,
-    "test"sv,       "val"sv,     "value"sv,     "values"sv,    "verify"sv,       "write"sv};
+const WordSet& neutralWords() {
+  static const WordSet words(std::array{
+      "b64"sv,        "base"sv,    "base64"sv,    "confirm"sv,   "confirmation"sv, "content"sv,
+      "current"sv,    "data"sv,    "decoded"sv,   "default"sv,   "dev"sv,          "encoded"sv,
+      "header"sv,     "hex"sv,     "literal"sv,   "live"sv,      "local"sv,        "main"sv,
+      "new"sv,        "old"sv,     "plain"sv,     "plaintext"sv, "primary"sv,      "prod"sv,
+      "production"sv, "raw"sv,     "read"sv,      "readonly"sv,  "repeat"sv,       "ro"sv,
+      "rw"sv,         "sandbox"sv, "secondary"sv, "staging"sv,   "str"sv,          "string"sv,
+      "test"sv,       "val"sv,     "value"sv,     "values"sv,    "verify"sv,       "write"sv});
+  return words;
+}
 
 /// First words of options that are switches.
-constexpr std::array kSwitches{"ask"sv,     "check"sv,    "disable"sv, "enable"sv, "generate"sv,
-                               "hide"sv,    "insecure"sv, "no"sv,      "print"sv,  "prompt"sv,
-                               "require"sv, "reset"sv,    "save"sv,    "show"sv,   "skip"sv,
-                               "verify"sv,  "with"sv,     "without"sv};
-
-template <std::size_t N>
-bool isOneOf(std::string_view word, const std::array<std::string_view, N>& list) {
-  return std::any_of(list.begin(), list.end(),
-                     [&](auto entry) { return text::equalsLowered(word, entry); });
+const WordSet& switches() {
+  static const WordSet words(std::array{"ask"sv, "check"sv, "disable"sv, "enable"sv, "generate"sv,
+                                        "hide"sv, "insecure"sv, "no"sv, "print"sv, "prompt"sv,
+                                        "require"sv, "reset"sv, "save"sv, "show"sv, "skip"sv,
+                                        "verify"sv, "with"sv, "without"sv});
+  return words;
 }
 
 constexpr char lowered(char c) {
@@ -667,15 +669,34 @@ std::string_view withoutNumber(std::string_view name) {
   return name;
 }
 
+/// Two letters of which one pair stands in nearly every word for a credential: most names have
+/// none, so that no word of theirs need be looked at.
+constexpr auto kTellingPairs = [] {
+  std::array<std::array<bool, 32>, 32> pairs{};
+  for (const std::string_view pair :
+       {"ke"sv, "pa"sv, "pw"sv, "wd"sv, "cr"sv, "au"sv, "jw"sv, "oo"sv, "sk"sv, "ss"sv}) {
+    pairs[pair[0] & 31][pair[1] & 31] = true;
+  }
+  return pairs;
+}();
+
+bool holdsTellingPair(std::string_view name) {
+  for (std::size_t i = 1; i < name.size(); ++i) {
+    if (kTellingPairs[name[i - 1] & 31][name[i] & 31]) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 NameKind kindOf(std::string_view name) {
   constexpr std::size_t kLongestName = 80;
-  constexpr int kMostWords = 4;
+  constexpr int kMostWords = 3;
   if (name.size() > kLongestName) name.remove_prefix(name.size() - kLongestName);
   if (isKeyAlone(name)) return NameKind::anyKey;
   NameKind kind = kindByEnding(name);
   if (kind != NameKind::unknown) return kind;
+  if (!holdsTellingPair(name)) return NameKind::unknown;
   name = withoutNumber(name);
   // A credential that something is said of, in words that are not known.
   bool isSure = true;
@@ -683,7 +704,7 @@ NameKind kindOf(std::string_view name) {
     kind = kindByEnding(name);
     if (kind == NameKind::harmless) return isSure ? kind : NameKind::unknown;
     if (kind != NameKind::unknown) return isSure ? kind : NameKind::unclear;
-    isSure = isOneOf(takeLastWord(name), kNeutralWords) && isSure;
+    isSure = neutralWords().holds(takeLastWord(name)) && isSure;
   }
   return NameKind::unknown;
 }
@@ -691,7 +712,7 @@ NameKind kindOf(std::string_view name) {
 bool isSwitch(std::string_view name) {
   while (!name.empty() && isSeparator(name.front())) name.remove_prefix(1);
   const auto end = std::find_if(name.begin(), name.end(), isSeparator);
-  return isOneOf(name.substr(0, static_cast<std::size_t>(end - name.begin())), kSwitches);
+  return switches().holds(name.substr(0, static_cast<std::size_t>(end - name.begin())));
 }
 
 }  // namespace credentials

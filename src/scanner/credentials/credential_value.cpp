@@ -4,6 +4,7 @@
 #include <array>
 
 #include "scanner/credentials/randomness.h"
+#include "scanner/credentials/word_set.h"
 #include "text/ascii.h"
 #include "text/contains.h"
 
@@ -15,81 +16,96 @@ using namespace std::string_view_literals;
 /// A secret shows itself soon: no more of a long value is looked at.
 constexpr std::size_t kLongestLook = 160;
 
-constexpr std::array kPlainWords{
-    "-"sv,        "always"sv,  "ask"sv,       "auto"sv,      "default"sv, "disable"sv,
-    "disabled"sv, "empty"sv,   "enable"sv,    "enabled"sv,   "env"sv,     "false"sv,
-    "file"sv,     "hidden"sv,  "if-needed"sv, "ignore"sv,    "inherit"sv, "interactive"sv,
-    "masked"sv,   "missing"sv, "never"sv,     "nil"sv,       "no"sv,      "none"sv,
-    "null"sv,     "off"sv,     "on"sv,        "optional"sv,  "prompt"sv,  "redacted"sv,
-    "required"sv, "stdin"sv,   "true"sv,      "undefined"sv, "unset"sv,   "value"sv,
-    "yes"sv};
+const WordSet& plainWords() {
+  static const WordSet words(std::array{
+      "-"sv,        "always"sv,  "ask"sv,       "auto"sv,      "default"sv, "disable"sv,
+      "disabled"sv, "empty"sv,   "enable"sv,    "enabled"sv,   "env"sv,     "false"sv,
+      "file"sv,     "hidden"sv,  "if-needed"sv, "ignore"sv,    "inherit"sv, "interactive"sv,
+      "masked"sv,   "missing"sv, "never"sv,     "nil"sv,       "no"sv,      "none"sv,
+      "null"sv,     "off"sv,     "on"sv,        "optional"sv,  "prompt"sv,  "redacted"sv,
+      "required"sv, "stdin"sv,   "true"sv,      "undefined"sv, "unset"sv,   "value"sv,
+      "yes"sv});
+  return words;
+}
 
 /// How somebody authenticates.
-constexpr std::array kMechanisms{"adc"sv,           "anonymous"sv,
-                                 "any"sv,           "apikey"sv,
-                                 "aws"sv,           "azure"sv,
-                                 "basic"sv,         "bearer"sv,
-                                 "browser"sv,       "cert"sv,
-                                 "certificate"sv,   "clientcert"sv,
-                                 "cookie"sv,        "cram-md5"sv,
-                                 "custom"sv,        "device"sv,
-                                 "digest"sv,        "external"sv,
-                                 "form"sv,          "gcp"sv,
-                                 "github"sv,        "gitlab"sv,
-                                 "google"sv,        "gss"sv,
-                                 "gssapi"sv,        "htpasswd"sv,
-                                 "iam"sv,           "ident"sv,
-                                 "jwt"sv,           "kerberos"sv,
-                                 "key"sv,           "ldap"sv,
-                                 "local"sv,         "login"sv,
-                                 "md5"sv,           "mtls"sv,
-                                 "mutual"sv,        "mysql_native_password"sv,
-                                 "negotiate"sv,     "noauth"sv,
-                                 "ntlm"sv,          "oauth"sv,
-                                 "oauth2"sv,        "oidc"sv,
-                                 "open"sv,          "pam"sv,
-                                 "password"sv,      "pat"sv,
-                                 "peer"sv,          "plain"sv,
-                                 "proxy"sv,         "public"sv,
-                                 "radius"sv,        "saml"sv,
-                                 "sasl"sv,          "scram"sv,
-                                 "scram-sha-1"sv,   "scram-sha-256"sv,
-                                 "scram-sha-512"sv, "session"sv,
-                                 "shared"sv,        "simple"sv,
-                                 "spnego"sv,        "ssh"sv,
-                                 "ssl"sv,           "sso"sv,
-                                 "system"sv,        "tls"sv,
-                                 "token"sv,         "trust"sv,
-                                 "user"sv,          "webhook"sv,
-                                 "wpa-eap"sv,       "wpa-psk"sv,
-                                 "wpa2"sv,          "wpa3"sv,
-                                 "x509"sv};
+const WordSet& mechanisms() {
+  static const WordSet words(std::array{"adc"sv,           "anonymous"sv,
+                                        "any"sv,           "apikey"sv,
+                                        "aws"sv,           "azure"sv,
+                                        "basic"sv,         "bearer"sv,
+                                        "browser"sv,       "cert"sv,
+                                        "certificate"sv,   "clientcert"sv,
+                                        "cookie"sv,        "cram-md5"sv,
+                                        "custom"sv,        "device"sv,
+                                        "digest"sv,        "external"sv,
+                                        "form"sv,          "gcp"sv,
+                                        "github"sv,        "gitlab"sv,
+                                        "google"sv,        "gss"sv,
+                                        "gssapi"sv,        "htpasswd"sv,
+                                        "iam"sv,           "ident"sv,
+                                        "jwt"sv,           "kerberos"sv,
+                                        "key"sv,           "ldap"sv,
+                                        "local"sv,         "login"sv,
+                                        "md5"sv,           "mtls"sv,
+                                        "mutual"sv,        "mysql_native_password"sv,
+                                        "negotiate"sv,     "noauth"sv,
+                                        "ntlm"sv,          "oauth"sv,
+                                        "oauth2"sv,        "oidc"sv,
+                                        "open"sv,          "pam"sv,
+                                        "password"sv,      "pat"sv,
+                                        "peer"sv,          "plain"sv,
+                                        "proxy"sv,         "public"sv,
+                                        "radius"sv,        "saml"sv,
+                                        "sasl"sv,          "scram"sv,
+                                        "scram-sha-1"sv,   "scram-sha-256"sv,
+                                        "scram-sha-512"sv, "session"sv,
+                                        "shared"sv,        "simple"sv,
+                                        "spnego"sv,        "ssh"sv,
+                                        "ssl"sv,           "sso"sv,
+                                        "system"sv,        "tls"sv,
+                                        "token"sv,         "trust"sv,
+                                        "user"sv,          "webhook"sv,
+                                        "wpa-eap"sv,       "wpa-psk"sv,
+                                        "wpa2"sv,          "wpa3"sv,
+                                        "x509"sv});
+  return words;
+}
 
 /// What follows the last dot of a file's name.
-constexpr std::array kFileEndings{
-    "asc"sv,      "bin"sv,        "cer"sv,  "cfg"sv,    "conf"sv, "crt"sv,        "csr"sv,
-    "csv"sv,      "db"sv,         "der"sv,  "enc"sv,    "env"sv,  "gpg"sv,        "ini"sv,
-    "jks"sv,      "js"sv,         "json"sv, "kdbx"sv,   "key"sv,  "keychain"sv,   "keychain-db"sv,
-    "keystore"sv, "kubeconfig"sv, "log"sv,  "ovpn"sv,   "p12"sv,  "p7b"sv,        "p8"sv,
-    "pem"sv,      "pfx"sv,        "php"sv,  "plist"sv,  "ppk"sv,  "properties"sv, "pub"sv,
-    "py"sv,       "sh"sv,         "sock"sv, "sqlite"sv, "toml"sv, "txt"sv,        "vault"sv,
-    "xml"sv,      "yaml"sv,       "yml"sv};
+const WordSet& fileEndings() {
+  static const WordSet words(std::array{
+      "asc"sv,      "bin"sv,        "cer"sv,  "cfg"sv,    "conf"sv, "crt"sv,        "csr"sv,
+      "csv"sv,      "db"sv,         "der"sv,  "enc"sv,    "env"sv,  "gpg"sv,        "ini"sv,
+      "jks"sv,      "js"sv,         "json"sv, "kdbx"sv,   "key"sv,  "keychain"sv,   "keychain-db"sv,
+      "keystore"sv, "kubeconfig"sv, "log"sv,  "ovpn"sv,   "p12"sv,  "p7b"sv,        "p8"sv,
+      "pem"sv,      "pfx"sv,        "php"sv,  "plist"sv,  "ppk"sv,  "properties"sv, "pub"sv,
+      "py"sv,       "sh"sv,         "sock"sv, "sqlite"sv, "toml"sv, "txt"sv,        "vault"sv,
+      "xml"sv,      "yaml"sv,       "yml"sv});
+  return words;
+}
 
 /// What a value begins with that only says where the secret is.
-constexpr std::array kReferences{
-    "${"sv,         "$("sv,        "{{"sv,      "%("sv,    "<("sv,          "env:"sv,
-    "file:"sv,      "fd:"sv,       "vault:"sv,  "op://"sv, "arn:"sv,        "ssm:"sv,
-    "secretref:"sv, "keychain:"sv, "cmd:"sv,    "ref+"sv,  "process.env"sv, "os.environ"sv,
-    "os.getenv"sv,  "getenv("sv,   "env["sv,    "enc["sv,  "secrets."sv,    "var."sv,
-    "local."sv,     "data."sv,     "module."sv, "id="sv,   "type="sv,       "src="sv,
-    "getpass"sv,    "input("sv,    "your-"sv,   "your_"sv, "<your"sv,       "literal:env"sv};
+const WordSet& references() {
+  static const WordSet words(std::array{
+      "${"sv,         "$("sv,        "{{"sv,      "%("sv,    "<("sv,          "env:"sv,
+      "file:"sv,      "fd:"sv,       "vault:"sv,  "op://"sv, "arn:"sv,        "ssm:"sv,
+      "secretref:"sv, "keychain:"sv, "cmd:"sv,    "ref+"sv,  "process.env"sv, "os.environ"sv,
+      "os.getenv"sv,  "getenv("sv,   "env["sv,    "enc["sv,  "secrets."sv,    "var."sv,
+      "local."sv,     "data."sv,     "module."sv, "id="sv,   "type="sv,       "src="sv,
+      "getpass"sv,    "input("sv,    "your-"sv,   "your_"sv, "<your"sv,       "literal:env"sv});
+  return words;
+}
 
 /// What keys begin with that everybody may know.
-constexpr std::array kPublicKeys{
-    "age1"sv,    "aaaac3nza"sv, "aaaab3nza"sv, "aaaae2vjz"sv, "aaaagnna"sv, "rwq"sv,  "rwr"sv,
-    "rwt"sv,     "pk_"sv,       "pk-"sv,       "pub"sv,       "npub1"sv,    "xpub"sv, "sha256-"sv,
-    "sha384-"sv, "sha512-"sv,   "sha256:"sv,   "ocid1."sv,    "did:"sv,     "bafy"sv, "qm"sv,
-    "magnet:"sv, "urn:"sv,      "pk.eyj"sv,    "crsk"sv};
+const WordSet& publicKeys() {
+  static const WordSet words(std::array{
+      "age1"sv,    "aaaac3nza"sv, "aaaab3nza"sv, "aaaae2vjz"sv, "aaaagnna"sv, "rwq"sv,  "rwr"sv,
+      "rwt"sv,     "pk_"sv,       "pk-"sv,       "pub"sv,       "npub1"sv,    "xpub"sv, "sha256-"sv,
+      "sha384-"sv, "sha512-"sv,   "sha256:"sv,   "ocid1."sv,    "did:"sv,     "bafy"sv, "qm"sv,
+      "magnet:"sv, "urn:"sv,      "pk.eyj"sv,    "crsk"sv});
+  return words;
+}
 
 /// What stands in patterns alone.
 constexpr std::array kPatternSigns{".*"sv, ".+"sv, "\\s"sv, "\\w"sv, "\\d"sv, "[^"sv, "(?"sv};
@@ -98,19 +114,6 @@ constexpr std::array kSentenceWords{" the "sv,  " is "sv,  " to "sv,   " for "sv
                                     " not "sv,  " was "sv, " has "sv,  " of "sv,  " in "sv,
                                     " on "sv,   " a "sv,   " with "sv, " or "sv,  " when "sv,
                                     " from "sv, " are "sv, " it "sv};
-
-template <std::size_t N>
-bool isOneOf(std::string_view word, const std::array<std::string_view, N>& list) {
-  return std::any_of(list.begin(), list.end(),
-                     [&](auto entry) { return text::equalsLowered(word, entry); });
-}
-
-template <std::size_t N>
-bool beginsWithOneOf(std::string_view text, const std::array<std::string_view, N>& list) {
-  return std::any_of(list.begin(), list.end(), [&](auto entry) {
-    return text::equalsLowered(text.substr(0, entry.size()), entry);
-  });
-}
 
 bool all(std::string_view text, auto test) {
   return std::all_of(text.begin(), text.end(), test);
@@ -132,7 +135,7 @@ bool isSpecial(char c) {
 
 /// "$TOKEN", "%TOKEN%", "@file", "<token>", "{token}"
 bool refersElsewhere(std::string_view value) {
-  if (beginsWithOneOf(value, kReferences)) return true;
+  if (references().holdsBeginningOf(value)) return true;
   const std::string_view rest = value.substr(1);
   switch (value.front()) {
     case '$':
@@ -140,7 +143,7 @@ bool refersElsewhere(std::string_view value) {
     case '%':
       return rest == "s" || rest == "d" || (rest.size() > 1 && rest.back() == '%');
     case '@':
-      return rest == "-" || isPath(rest) || beginsWithOneOf(rest, kReferences) ||
+      return rest == "-" || isPath(rest) || references().holdsBeginningOf(rest) ||
              all(rest, text::isLower);
     case '<':
       return value.back() == '>';
@@ -180,7 +183,7 @@ std::size_t digitCount(std::string_view value) {
 
 /// Whether it says nothing whatever it stands for.
 bool isHarmless(std::string_view value) {
-  return value.empty() || isOneOf(value, kPlainWords) || isBlackedOut(value) ||
+  return value.empty() || plainWords().holds(value) || isBlackedOut(value) ||
          refersElsewhere(value) || isPath(value) ||
          std::any_of(kPatternSigns.begin(), kPatternSigns.end(),
                      [&](auto sign) { return text::contains(value, sign); });
@@ -214,13 +217,13 @@ bool looksLikeKeysValue(std::string_view value) {
 
 /// What is sorted or looked up by, or pressed: "2", "3,3nr", "name", "ctrl+c", "F5".
 bool isSortField(std::string_view value) {
-  constexpr std::array kFields{
+  static const WordSet kFields(std::array{
       "color"sv, "count"sv,  "ctrl"sv,     "date"sv,  "email"sv,  "enter"sv,     "escape"sv,
       "esc"sv,   "field"sv,  "id"sv,       "index"sv, "key"sv,    "label"sv,     "lang"sv,
       "mtime"sv, "name"sv,   "path"sv,     "price"sv, "return"sv, "score"sv,     "size"sv,
       "space"sv, "status"sv, "tab"sv,      "text"sv,  "time"sv,   "timestamp"sv, "title"sv,
-      "type"sv,  "user"sv,   "username"sv, "uuid"sv,  "version"sv};
-  if (isOneOf(value, kFields) || value.find('+') != std::string_view::npos) return true;
+      "type"sv,  "user"sv,   "username"sv, "uuid"sv,  "version"sv});
+  if (kFields.holds(value) || value.find('+') != std::string_view::npos) return true;
   const bool isFunctionKey = value.size() <= 3 && (value[0] == 'F' || value[0] == 'f') &&
                              all(value.substr(1), text::isDigit) && value.size() > 1;
   const bool isColumns = text::isDigit(value.front()) && value.size() <= 12 &&
@@ -246,8 +249,11 @@ bool isAddressOrVersion(std::string_view text) {
 }  // namespace
 
 bool mayBeSecret(std::string_view value, NameKind kind) {
+  if (kind == NameKind::harmless || kind == NameKind::account) return false;
   value = value.substr(0, kLongestLook);
-  if (kind == NameKind::harmless || isHarmless(value)) return false;
+  // Most values are of this kind, and few look random.
+  if (kind == NameKind::unknown && !looksRandom(value)) return false;
+  if (isHarmless(value)) return false;
   constexpr std::size_t kShortestNumericPassword = 3;
   constexpr std::size_t kShortestNumericToken = 6;
   constexpr std::size_t kShortestCode = 4;
@@ -260,7 +266,7 @@ bool mayBeSecret(std::string_view value, NameKind kind) {
     case NameKind::webhook:
       return isUrl(value) ? isUrlWithPath(value) : looksLikeKey(value);
     case NameKind::authentication:
-      if (isOneOf(value, kMechanisms)) return false;
+      if (mechanisms().holds(value)) return false;
       [[fallthrough]];
     case NameKind::token:
       return !isUrl(value) && !(isNumber(value) && digitCount(value) < kShortestNumericToken);
@@ -276,8 +282,8 @@ bool mayBeSecret(std::string_view value, NameKind kind) {
       return looksSecret(value) || looksRandom(value) ||
              (isLongHexNumber(value) && !text::contains(value, "-"));
     case NameKind::unknown:
-      return looksRandom(value) && !any(value, text::isWhiteSpace) && !isUrl(value) &&
-             !beginsWithOneOf(value, kPublicKeys);
+      return !any(value, text::isWhiteSpace) && !isUrl(value) &&
+             !publicKeys().holdsBeginningOf(value);
     case NameKind::harmless:
       break;
   }
@@ -296,11 +302,10 @@ bool isNothing(std::string_view value) {
 bool looksSecret(std::string_view text) {
   text = text.substr(0, kLongestLook);
   constexpr std::size_t kShortest = 7;
-  if (text.size() < kShortest || any(text, text::isWhiteSpace) || isHarmless(text)) return false;
-  if (isUrl(text) || isNumber(text) || isAddressOrVersion(text)) return false;
-  const bool hasLetter = any(text, text::isLetter);
+  if (text.size() < kShortest) return false;
   const std::size_t digits = digitCount(text);
-  if (!hasLetter || digits == 0) return false;
+  if (digits == 0 || !any(text, text::isLetter) || any(text, text::isWhiteSpace)) return false;
+  if (isHarmless(text) || isUrl(text) || isNumber(text) || isAddressOrVersion(text)) return false;
   if (any(text, isSpecial)) return true;
   const bool isMixed = any(text, text::isUpper) && any(text, text::isLower);
   if (!isMixed && all(text, [](char c) { return text::isHexDigit(c) || c == '-'; })) return false;
@@ -321,11 +326,12 @@ bool isPath(std::string_view text) {
   if (text.empty() || any(text, text::isWhiteSpace)) return false;
   const bool isDrive = text.size() > 2 && text::isLetter(text[0]) && text[1] == ':' &&
                        (text[2] == '\\' || text[2] == '/');
-  if (isDrive || text == "~" || beginsWithOneOf(text, std::array{"./"sv, "../"sv, "~/"sv})) {
+  if (isDrive || text == "~" || text.starts_with("./") || text.starts_with("../") ||
+      text.starts_with("~/")) {
     return true;
   }
   const auto dot = text.rfind('.');
-  if (dot != std::string_view::npos && isOneOf(text.substr(dot + 1), kFileEndings)) return true;
+  if (dot != std::string_view::npos && fileEndings().holds(text.substr(dot + 1))) return true;
   if (text.front() == '/') return !looksRandom(text) || text::contains(text.substr(1), "/.");
   // "run/secrets/token"
   const auto isPathSign = [](char c) {
@@ -342,8 +348,9 @@ bool isOption(std::string_view text) {
 }
 
 bool isScheme(std::string_view word) {
-  constexpr std::array kSchemes{"apikey"sv, "basic"sv, "bearer"sv, "digest"sv, "token"sv};
-  return isOneOf(word, kSchemes);
+  static const WordSet schemes(
+      std::array{"apikey"sv, "basic"sv, "bearer"sv, "digest"sv, "oauth"sv, "token"sv});
+  return schemes.holds(word);
 }
 
 bool looksEncoded(std::string_view text) {

@@ -171,7 +171,6 @@ constexpr Format kFormats[] = {
     {"glcbt-", Alphabet::urlSafe, 16},
     {"glwt-", Alphabet::urlSafe, 16},
     {"GR1348941", Alphabet::urlSafe, 16},
-    {"_gitlab_session=", Alphabet::letters, 32},
     {"ATBB", Alphabet::letters, 24, 60, kOdd},
     {"ATCTT3", Alphabet::base64, 40},
     {"ATATT3", Alphabet::base64, 40},
@@ -405,14 +404,23 @@ constexpr MiddleFormat kMiddleFormats[] = {
     // The tokens of Telegram's bots, and of Discord's.
     {":A", Alphabet::digits, 8, 12, Alphabet::urlSafe, 31, 38},
     {".", Alphabet::letters, 22, 28, Alphabet::dotted, 33, 46, true},
-    // The secrets of clients of Azure, and keys of its services.
+    // The secrets of clients of Azure.
     {"~", Alphabet::dotted, 3, 6, Alphabet::any, 30, 40, true},
-    {"AZDO", Alphabet::letters, 70, 84, Alphabet::letters, 4, 4},
-    // Terraform, Mailchimp, New Relic, MaxMind, Asana.
+    // Terraform, Mailchimp, MaxMind.
     {".atlasv1.", Alphabet::letters, 10, 20, Alphabet::base64, 40, 100},
     {"-us", Alphabet::hex, 32, 32, Alphabet::digits, 1, 2},
-    {"NRAL", Alphabet::hex, 30, 40, Alphabet::letters, 0, 0},
     {"_mmk", Alphabet::urlSafe, 36, 36, Alphabet::letters, 0, 0},
 };
+
+/// What is known by letters at a place counted from its end: Azure's for its pipelines, New
+/// Relic's.
+struct EndFormat {
+  std::string_view mark;
+  std::size_t behind;  ///< so many characters follow the mark
+  std::size_t least;
+  std::size_t most;
+};
+
+constexpr EndFormat kEndFormats[] = {{"AZDO", 4, 76, 90}, {"NRAL", 0, 34, 44}};
 
 }  // namespace credentials

@@ -51,14 +51,17 @@ class NameSearch {
       : text_(text), isArgument_(isArgument), namesLeft_(namesLeft), found_(found) {}
 
   Announcement run() {
-    for (std::size_t at = 0; at < text_.size();) {
-      if (!isNameSign(text_[at])) {
+    const char* const text = text_.data();
+    const std::size_t size = text_.size();
+    for (std::size_t at = 0; at < size;) {
+      if (!isNameSign(text[at])) {
         ++at;
         continue;
       }
       std::size_t end = at + 1;
-      while (end < text_.size() && isNameSign(text_[end])) ++end;
-      at = std::max(end, take(at, end));
+      while (end < size && isNameSign(text[end])) ++end;
+      // What a blank or a slash follows is no name in most texts.
+      at = end < size && text[end] == '/' ? end : std::max(end, take(at, end));
     }
     return next_;
   }
@@ -157,18 +160,18 @@ class NameSearch {
     if (!countName(end + 1)) return text_.size();
     const NameKind kind = kindAt(begin, end);
     if (end + 1 == text_.size()) {
-      if (isCredential(kind)) next_ = {Announcement::Form::headerValue, kind};
+      if (isCredential(kind)) next_ = {Announcement::Form::headerValue, name(begin, end)};
       return end + 1;
     }
-    if (text::isWhiteSpace(behind)) return takeHeader(kind, begin, skipBlanks(end + 1));
+    if (text::isWhiteSpace(behind)) return takeHeader(kind, begin, end, skipBlanks(end + 1));
     if (isQuote(behind) || behind == '[' || behind == '{') return takeValue(kind, end + 1, false);
     return takeGlued(kind, begin, end);
   }
 
   /// "Name: value", "Name: Scheme value", "- name: value" of YAML
-  std::size_t takeHeader(NameKind kind, std::size_t begin, std::size_t value) {
+  std::size_t takeHeader(NameKind kind, std::size_t begin, std::size_t end, std::size_t value) {
     if (value == text_.size()) {
-      if (isCredential(kind)) next_ = {Announcement::Form::headerValue, kind};
+      if (isCredential(kind)) next_ = {Announcement::Form::headerValue, name(begin, end)};
       return value;
     }
     // "The password: ask the admin"
@@ -183,8 +186,7 @@ class NameSearch {
     if (reachesFromStart(begin)) return takeValue(kind, value, true);
     if (begin > 0 && isQuote(text_[begin - 1]) && !isQuote(at(value))) {
       // The whole header is quoted: its value goes on to the mark.
-      const std::size_t end = std::min(text_.find(text_[begin - 1], value), text_.size());
-      return addIf(kind, value, end);
+      return addIf(kind, value, std::min(text_.find(text_[begin - 1], value), text_.size()));
     }
     return takeValue(kind, value, false);
   }
@@ -325,9 +327,7 @@ class NameSearch {
 
   void announce(std::size_t begin, std::size_t end) {
     const std::string_view own = name(begin, end);
-    if (own.size() < 2 || !countName(end)) return;
-    const NameKind kind = isSwitch(own) ? NameKind::unknown : kindAt(begin, end);
-    next_ = {Announcement::Form::value, kind};
+    if (own.size() >= 2) next_ = {Announcement::Form::value, own};
   }
 
   /// "--name value", "'--name', 'value'"

@@ -17,12 +17,12 @@ struct Announcement {
     headerValue  ///< of a header: "Authorization:"
   };
   Form form = Form::nothing;
-  NameKind kind = NameKind::unknown;  ///< of what the value belongs to
+  std::string_view name;  ///< of what the value belongs to
 };
 
 /// How many names one process may use up in its arguments. What comes behind the last of
 /// them is masked rather than searched: only who wants the search to take long has so many.
-constexpr int kMostNames = 4096;
+constexpr int kMostNames = 2000;
 
 /// Appends the values of what is named like a credential in `text`: options, variables, headers,
 /// fields of JSON, YAML and TOML, settings of connection strings. In order. `isArgument`: the

@@ -432,10 +432,11 @@ class Search {
 
  private:
   static bool holdsBlank(std::string_view text) {
-    return text.find_first_of(" \n") != std::string_view::npos;
+    return text.find(' ') != std::string_view::npos || text.find('\n') != std::string_view::npos;
   }
 
   void takeWord(const PlacedWord& word) {
+    if (!word.word.beginsCommand && !follower_.isFollowing()) return;
     const bool mayBeProgram = word.word.beginsCommand || (follower_.isCarrier() && !isValue_);
     if (word.word.beginsCommand) follower_.end();
     if (mayBeProgram && !word.word.text.empty() && word.word.text[0] != '-') {
@@ -454,33 +455,45 @@ class Search {
   }
 
   void takeText(std::string_view text, std::size_t argument) {
-    words_.clear();
-    appendShellWords(text, words_);
+    ShellWords words(text);
+    before_.clear();
+    command_.clear();
     isValue_ = false;
-    for (const Word& word : words_) takeWord({word, argument});
+    Word word;
+    while (words.next(word)) {
+      if (isFull()) {
+        found_.push_back({argument, {word.begin, text.size()}});
+        break;
+      }
+      if (word.beginsCommand) endCommand(argument);
+      takeWord({word, argument});
+      // What is piped is short.
+      constexpr std::size_t kMostWords = 64;
+      if (command_.size() < kMostWords) command_.push_back(word);
+    }
+    endCommand(argument);
     follower_.end();
-    takePipes(argument);
+  }
+
+  /// So many credentials have been found that the rest is masked instead.
+  bool isFull() const {
+    constexpr std::size_t kMost = 1000;
+    return found_.size() >= kMost;
   }
 
   /// "echo V | sudo -S command", "chpasswd <<< user:V"
-  void takePipes(std::size_t argument) {
-    std::size_t before = 0;   // where the command before begins
-    std::size_t command = 0;  // where this one does
-    for (std::size_t i = 0; i <= words_.size(); ++i) {
-      const bool ends = i == words_.size() || (i > 0 && words_[i].beginsCommand);
-      if (!ends) continue;
-      if (readsPassword(command, i)) {
-        const bool isPair = endsInName(words_[command].text, "chpasswd");
-        if (words_[command].isBehindPipe && writes(words_[before].text)) {
-          for (std::size_t j = before + 1; j < command; ++j) addPiped(words_[j], argument, isPair);
-        }
-        for (std::size_t j = command; j < i; ++j) {
-          if (words_[j].isHereString) addPiped(words_[j], argument, isPair);
-        }
+  void endCommand(std::size_t argument) {
+    if (!command_.empty() && readsPassword()) {
+      const bool isPair = endsInName(command_[0].text, "chpasswd");
+      if (command_[0].isBehindPipe && !before_.empty() && writes(before_[0].text)) {
+        for (std::size_t i = 1; i < before_.size(); ++i) addPiped(before_[i], argument, isPair);
       }
-      before = command;
-      command = i;
+      for (const Word& word : command_) {
+        if (word.isHereString) addPiped(word, argument, isPair);
+      }
     }
+    before_.swap(command_);
+    command_.clear();
   }
 
   static bool writes(std::string_view name) { return name == "echo" || name == "printf"; }
@@ -489,13 +502,13 @@ class Search {
     return text::lastPathComponent(word) == name;
   }
 
-  bool readsPassword(std::size_t begin, std::size_t end) const {
-    for (std::size_t i = begin; i < end; ++i) {
-      if (i == begin && isReader(text::lastPathComponent(words_[i].text))) return true;
-      if (asksForInput(words_[i].text)) return true;
-    }
-    return begin + 1 < end && words_[begin].text == "sudo" &&
-           isReader(text::lastPathComponent(words_[begin + 1].text));
+  bool readsPassword() const {
+    const auto isReaderAt = [&](std::size_t i) {
+      return i < command_.size() && isReader(text::lastPathComponent(command_[i].text));
+    };
+    return isReaderAt(0) || (command_[0].text == "sudo" && isReaderAt(1)) ||
+           std::any_of(command_.begin(), command_.end(),
+                       [](const Word& word) { return asksForInput(word.text); });
   }
 
   void addPiped(const Word& word, std::size_t argument, bool isPair) {
@@ -508,8 +521,9 @@ class Search {
 
   std::vector<ArgumentSpan>& found_;
   Follower follower_;
-  std::vector<Word> words_;
-  bool isValue_ = false;  // the next word is the value of an option
+  std::vector<Word> before_;   // the command before this one
+  std::vector<Word> command_;  // this one, as far as it has been read
+  bool isValue_ = false;       // the next word is the value of an option
 };
 
 }  // namespace

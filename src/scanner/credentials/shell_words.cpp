@@ -16,92 +16,86 @@ constexpr auto kEndsWord = [] {
   return ends;
 }();
 
-/// Finds the closing mark of a quotation, and remembers when there is none left.
-class Quotations {
- public:
-  explicit Quotations(std::string_view text) : text_(text) {}
+bool endsWord(char c) {
+  return kEndsWord[static_cast<unsigned char>(c)];
+}
 
-  std::size_t close(std::size_t open) {
-    const char mark = text_[open];
-    std::size_t& none = mark == '"' ? noDoubleBehind_ : noSingleBehind_;
-    if (open >= none) return std::string_view::npos;
-    for (std::size_t i = open + 1; i < text_.size(); ++i) {
-      if (text_[i] == '\\' && mark == '"') {
-        ++i;
-      } else if (text_[i] == mark) {
-        return i;
-      }
-    }
-    none = open;
-    return std::string_view::npos;
-  }
-
- private:
-  std::string_view text_;
-  std::size_t noDoubleBehind_ = static_cast<std::size_t>(-1);
-  std::size_t noSingleBehind_ = static_cast<std::size_t>(-1);
-};
-
-std::size_t wordEnd(std::string_view text, std::size_t at, Quotations& quotations) {
-  while (at < text.size() && !kEndsWord[static_cast<unsigned char>(text[at])]) {
-    if (text[at] == '\\') {
-      at += 2;
-      continue;
-    }
-    if (text[at] == '"' || text[at] == '\'') {
-      const std::size_t close = quotations.close(at);
-      if (close != std::string_view::npos) at = close;
-    }
-    ++at;
-  }
-  return std::min(at, text.size());
+/// Words behind which a command begins as at the beginning: "$(command)", "then command".
+bool leadsToCommand(std::string_view word) {
+  return word == "$" || word == "{" || word == "then" || word == "do" || word == "!";
 }
 
 }  // namespace
 
-void appendShellWords(std::string_view text, std::vector<Word>& words) {
-  Quotations quotations(text);
-  bool beginsCommand = true;
-  bool isBehindPipe = false;
-  bool isHereString = false;
-  for (std::size_t at = 0; at < text.size();) {
-    const char c = text[at];
-    if (kEndsWord[static_cast<unsigned char>(c)]) {
-      const bool isRedirection = c == '<' || c == '>';
-      if (!text::isWhiteSpace(c) || c == '\n') {
-        isHereString = text.substr(at, 3) == "<<<";
-        const bool isPipe = c == '|' && text.substr(at, 2) != "||";
-        if (!isRedirection) {
-          isBehindPipe = isPipe;
-          beginsCommand = true;
-        }
-        at += isHereString ? 3 : text.substr(at, 2) == "||" ? 2 : 1;
-      } else {
-        ++at;
-      }
+bool ShellWords::next(Word& word) {
+  while (at_ < text_.size()) {
+    if (endsWord(text_[at_])) {
+      takeSeparator();
       continue;
     }
-    const std::size_t end = wordEnd(text, at, quotations);
-    Word word{text.substr(at, end - at), at, beginsCommand, isBehindPipe, isHereString};
-    // "$(command)" and "{ command" begin one too.
-    if (word.text == "$" || word.text == "{" || word.text == "then" || word.text == "do" ||
-        word.text == "!") {
-      at = end;
-      continue;
-    }
+    const std::size_t end = wordEnd(at_);
+    word = {text_.substr(at_, end - at_), at_, beginsCommand_, isBehindPipe_, isHereString_};
+    at_ = end;
+    if (leadsToCommand(word.text)) continue;
     const char mark = word.text.front();
     if (word.text.size() >= 2 && (mark == '"' || mark == '\'') && word.text.back() == mark) {
       word.text = word.text.substr(1, word.text.size() - 2);
       ++word.begin;
     }
-    words.push_back(word);
     // Variables may be set before a command: "A=b command".
-    const bool isSetting = beginsCommand && word.text.find('=') != std::string_view::npos &&
+    const bool isSetting = word.text.find('=') != std::string_view::npos && !word.text.empty() &&
                            text::isLetter(word.text.front());
-    beginsCommand = isSetting;
-    isHereString = false;
-    at = end;
+    beginsCommand_ = beginsCommand_ && isSetting;
+    isHereString_ = false;
+    return true;
   }
+  return false;
+}
+
+void ShellWords::takeSeparator() {
+  const char c = text_[at_];
+  if (text::isWhiteSpace(c) && c != '\n') {
+    ++at_;
+    return;
+  }
+  constexpr std::string_view kHereString = "<<<";
+  isHereString_ = text_.substr(at_, kHereString.size()) == kHereString;
+  const bool isDouble = text_.substr(at_, 2) == "||";
+  if (c != '<' && c != '>') {
+    isBehindPipe_ = c == '|' && !isDouble;
+    beginsCommand_ = true;
+  }
+  at_ += isHereString_ ? kHereString.size() : isDouble ? 2 : 1;
+}
+
+std::size_t ShellWords::wordEnd(std::size_t at) {
+  while (at < text_.size() && !endsWord(text_[at])) {
+    if (text_[at] == '\\') {
+      at += 2;
+      continue;
+    }
+    if (text_[at] == '"' || text_[at] == '\'') {
+      const std::size_t close = closing(at);
+      if (close != std::string_view::npos) at = close;
+    }
+    ++at;
+  }
+  return std::min(at, text_.size());
+}
+
+std::size_t ShellWords::closing(std::size_t open) {
+  const char mark = text_[open];
+  std::size_t& none = mark == '"' ? noDoubleBehind_ : noSingleBehind_;
+  if (open >= none) return std::string_view::npos;
+  for (std::size_t i = open + 1; i < text_.size(); ++i) {
+    if (text_[i] == '\\' && mark == '"') {
+      ++i;
+    } else if (text_[i] == mark) {
+      return i;
+    }
+  }
+  none = open;
+  return std::string_view::npos;
 }
 
 }  // namespace credentials

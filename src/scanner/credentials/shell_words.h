@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <string_view>
-#include <vector>
 
 namespace credentials {
 
@@ -17,6 +16,26 @@ struct Word {
 
 /// Splits a text into words nearly as a shell does; nothing is expanded, and where a quotation
 /// mark is not closed it is taken for a letter. Linear in the length of the text.
-void appendShellWords(std::string_view text, std::vector<Word>& words);
+class ShellWords {
+ public:
+  explicit ShellWords(std::string_view text) : text_(text) {}
+
+  /// The next word; false when there is none left.
+  bool next(Word& word);
+
+ private:
+  void takeSeparator();
+  std::size_t wordEnd(std::size_t at);
+  std::size_t closing(std::size_t open);
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+  bool beginsCommand_ = true;
+  bool isBehindPipe_ = false;
+  bool isHereString_ = false;
+  // No mark of the kind stands behind these places: a search in vain is made but once.
+  std::size_t noDoubleBehind_ = static_cast<std::size_t>(-1);
+  std::size_t noSingleBehind_ = static_cast<std::size_t>(-1);
+};
 
 }  // namespace credentials

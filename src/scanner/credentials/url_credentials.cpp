@@ -41,6 +41,12 @@ std::size_t signBehindPassword(std::string_view rest) {
   return rest.find('@', partEnd);
 }
 
+/// Whether so much follows ":" that it can only be a password whose end, "@", has been cut off.
+bool isCutPassword(std::string_view rest) {
+  constexpr std::size_t kLongestTag = 1024;
+  return rest.size() > kLongestTag && rest.find_first_of("/?#@") == std::string_view::npos;
+}
+
 /// Whether a password is only there because something must be: "x-oauth-basic".
 bool isFiller(std::string_view password) {
   constexpr std::array kFillers{""sv, "x"sv, "x-oauth-basic"sv, "oauth2"sv, "X"sv};
@@ -116,6 +122,11 @@ void appendFrom(std::string_view text, std::size_t offset, std::vector<TextSpan>
     const std::size_t password = colon + 1;
     const std::size_t length = signBehindPassword(text.substr(password, next - password));
     const std::size_t sign = password + length;
+    if (length == std::string_view::npos && isCutPassword(text.substr(password, next - password))) {
+      found.push_back({offset + password, offset + next});
+      at = next;
+      continue;
+    }
     if (length == std::string_view::npos || isImageDigest(text.substr(sign + 1))) {
       appendFromPath(text.substr(0, next), at, offset, found);
       at = next;

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "scanner/credentials/key_tree.h"
+#include "text/ascii.h"
+
+namespace credentials {
+
+/// A list of words that texts are looked up in without regard to case. The words are lower case.
+class WordSet {
+ public:
+  template <typename Words>
+  explicit WordSet(const Words& words) : tree_({words.begin(), words.end()}) {}
+
+  /// Whether the whole text is one of the words.
+  bool holds(std::string_view text) const { return walk(text, true); }
+
+  /// Whether the text begins with one of the words.
+  bool holdsBeginningOf(std::string_view text) const { return walk(text, false); }
+
+ private:
+  bool walk(std::string_view text, bool isWhole) const {
+    KeyTree::Node node = KeyTree::kRoot;
+    for (const char c : text) {
+      node = tree_.next(node, text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c);
+      if (node == KeyTree::kNowhere) return false;
+      if (!isWhole && tree_.keyAt(node) != KeyTree::kNoKey) return true;
+    }
+    return isWhole && tree_.keyAt(node) != KeyTree::kNoKey;
+  }
+
+  KeyTree tree_;
+};
+
+}  // namespace credentials
