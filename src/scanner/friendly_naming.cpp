@@ -83,9 +83,25 @@ std::optional<std::string_view> pythonProgram(Arguments arguments) {
   return std::nullopt;
 }
 
+/// The role of what the first argument names.
+LabRole ownRole(const CommandLine& line) {
+  const Arguments arguments = line.arguments();
+  if (arguments.empty()) return LabRole::none;
+  return roleOf(text::lowered(text::lastPathComponent(arguments[0])), line);
+}
+
+std::string joined(Arguments arguments) {
+  std::string line;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    if (i > 0) line += ' ';
+    line += arguments[i];
+  }
+  return line;
+}
+
 }  // namespace
 
-FriendlyName nameOf(const CommandLine& line, std::string_view fallback) {
+FriendlyName nameOf(const CommandLine& line, LabRole role, std::string_view fallback) {
   const Arguments arguments = line.arguments();
   if (arguments.empty()) return {std::string(fallback), "Process"};
   const std::string_view exe = text::lastPathComponent(arguments[0]);
@@ -95,7 +111,7 @@ FriendlyName nameOf(const CommandLine& line, std::string_view fallback) {
     return mlxServerName(arguments);
   }
   if (auto tool = knownTool(exe, line)) return *tool;
-  if (roleOf(text::lowered(exe), line) == LabRole::training) return trainingName(line);
+  if (role == LabRole::training) return trainingName(line);
   if (auto helper = knownHelper(exe, line)) return *helper;
   for (const std::string_view argument : arguments) {
     if (auto bundle = bundleName(argument)) return {*bundle, "App"};
@@ -108,15 +124,22 @@ FriendlyName nameOf(const CommandLine& line, std::string_view fallback) {
   return {std::string(exe.empty() ? fallback : exe), "Process"};
 }
 
+FriendlyName nameOf(const CommandLine& line, std::string_view fallback) {
+  return nameOf(line, ownRole(line), fallback);
+}
+
+FriendlyName friendlyName(std::span<const std::string> cmdline, LabRole role,
+                          std::string_view fallback) {
+  const auto arguments = viewsOf(cmdline);
+  CommandLine line;
+  line.read(arguments, joined(arguments));
+  return nameOf(line, role, fallback);
+}
+
 FriendlyName friendlyName(std::span<const std::string> cmdline, std::string_view fallback) {
   const auto arguments = viewsOf(cmdline);
-  std::string joined;
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    if (i > 0) joined += ' ';
-    joined += arguments[i];
-  }
   CommandLine line;
-  line.read(arguments, joined);
+  line.read(arguments, joined(arguments));
   return nameOf(line, fallback);
 }
 

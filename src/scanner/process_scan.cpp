@@ -68,8 +68,9 @@ std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent
     if (!sampler.confirm()) continue;
 
     auto shown = CredentialMask::shown(sampler.arguments(), sampler.commandLine());
-    FriendlyName name = shown.arguments ? friendlyName(*shown.arguments, {})
-                                        : nameOf(line, CredentialMask::maskedLine(sampler.name()));
+    FriendlyName name = shown.arguments
+                            ? friendlyName(*shown.arguments, role, {})
+                            : nameOf(line, role, CredentialMask::maskedLine(sampler.name()));
     processes.push_back(
         {.pid = pid,
          .displayName = std::move(name.displayName),

@@ -62,6 +62,14 @@ TEST(CredentialsInAScan, LeaveTheRoleAsItIs) {
   EXPECT_EQ(scanned({"x", "--hf-token", "y"}).labRole, LabRole::none);
 }
 
+/// A word that is masked tells what the process is, and is not shown.
+TEST(CredentialsInAScan, AreHeardByTheNameThroughTheRoleAlone) {
+  const auto process = scanned({"python3", "run.py", "--hf-token", "axolotl"});
+  EXPECT_EQ(process.labRole, LabRole::training);
+  EXPECT_EQ(process.displayName, "Model training");
+  EXPECT_EQ(process.commandLine, "python3 run.py --hf-token •••");
+}
+
 TEST(CredentialsInAScan, LeaveNameAndProductAsTheyAreWhenTheyHoldNone) {
   const auto process =
       scanned({"python", "-m", "mlx_lm.server", "--model", "a/Qwen-7B", "--hf-token", "x"});
