@@ -29,6 +29,7 @@ int main(int argc, char** argv) {
   bench::Report report;
   if (options.wants("refresh") || options.wants("peers")) measureRefresh(options, report);
   if (options.wants("steps")) measureSteps(options, report);
+  if (options.wants("credentials")) measureCredentials(options, report);
   if (options.wants("growth")) measureGrowth(options, report);
   if (options.wants("rest")) measureRest(options, report);
   if (options.wants("opening")) measureOpening(options, report);

@@ -10,8 +10,11 @@ namespace bench {
 /// keeps, for each size of population.
 void measureRefresh(const Options& options, Report& report);
 
-/// Classifying, naming, redacting, sorting and building the menu, each alone.
+/// Classifying, naming, redacting, masking, sorting and building the menu, each alone.
 void measureSteps(const Options& options, Report& report);
+
+/// Each masker and each of its searches on 64 KiB of the worst text for it.
+void measureCredentials(const Options& options, Report& report);
 
 /// How the cost grows with the number of processes and the length of their command lines.
 void measureGrowth(const Options& options, Report& report);

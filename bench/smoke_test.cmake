@@ -2,7 +2,7 @@
 # they are is nobody's business here: a test that depends on speed fails by chance.
 #
 #   cmake -D BENCH=<program> -D JSON=<file to write> -P smoke_test.cmake
-execute_process(COMMAND ${BENCH} --parts=refresh,steps --processes=5,20 --rounds=2 --json=${JSON}
+execute_process(COMMAND ${BENCH} --parts=refresh,steps,credentials --processes=5,20 --rounds=2 --json=${JSON}
                 RESULT_VARIABLE status OUTPUT_VARIABLE table)
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "${BENCH} ended with ${status}\n${table}")
@@ -23,7 +23,10 @@ foreach(count 5 20)
   expect_number(memory "sampler memory@${count} (MB)")
   expect_number(spread scan/floor@${count} 0)
 endforeach()
-foreach(step classify name redact sort "build menu")
+foreach(search names formats URLs programs)
+  expect_number(credentials "${search} of 64 KiB (ms)")
+endforeach()
+foreach(step classify name redact mask sort "build menu")
   expect_number(steps "${step}, ns per process")
   expect_number(steps "${step}, allocations per process")
 endforeach()

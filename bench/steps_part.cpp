@@ -9,6 +9,7 @@
 #include "parts.h"
 #include "population_plan.h"
 #include "scanner/command_line.h"
+#include "scanner/credentials/credential_mask.h"
 #include "scanner/friendly_naming.h"
 #include "scanner/process_order.h"
 #include "scanner/process_scanner.h"
@@ -138,6 +139,15 @@ void redact(benchmark::State& state) {
   }
 }
 
+void mask(benchmark::State& state) {
+  const Tally tally(state, samples().size());
+  while (state.KeepRunning()) {
+    for (const auto& sample : samples()) {
+      benchmark::DoNotOptimize(CredentialMask::shown(sample.views, sample.commandLine));
+    }
+  }
+}
+
 void sort(benchmark::State& state) {
   Tally tally(state, kept().size());
   while (state.KeepRunning()) {
@@ -188,11 +198,9 @@ class Reporter : public benchmark::BenchmarkReporter {
 
 void measureSteps(const Options& options, Report& report) {
   report.section("Steps alone");
-  const std::pair<const char*, void (*)(benchmark::State&)> steps[] = {{"classify", classify},
-                                                                       {"name", name},
-                                                                       {"redact", redact},
-                                                                       {"sort", sort},
-                                                                       {"build menu", buildMenu}};
+  const std::pair<const char*, void (*)(benchmark::State&)> steps[] = {
+      {"classify", classify}, {"name", name}, {"redact", redact},
+      {"mask", mask},         {"sort", sort}, {"build menu", buildMenu}};
   for (const auto& [step, run] : steps) {
     benchmark::RegisterBenchmark(step, run)->MinTime(0.02)->Repetitions(options.rounds);
   }

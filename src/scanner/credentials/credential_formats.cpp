@@ -296,6 +296,8 @@ class Search {
 }  // namespace
 
 void appendCredentialFormats(std::string_view text, std::vector<TextSpan>& found) {
+  constexpr std::size_t kShortest = 7;  // "ghp_abc"
+  if (text.size() < kShortest) return;
   std::vector<TextSpan> own;
   Search(text, own).run();
   found.insert(found.end(), own.begin(), own.end());

@@ -31,6 +31,17 @@ bool isNameSign(char c) {
   return kNameSigns[static_cast<unsigned char>(c)];
 }
 
+/// What a value without quotation marks around it may end at.
+constexpr auto kEndsOfValues = [] {
+  std::array<bool, 256> ends{};
+  for (const char c : " \t\n\v\f\r&;,\"'`\\})"sv) ends[static_cast<unsigned char>(c)] = true;
+  return ends;
+}();
+
+bool mayEndValue(char c) {
+  return kEndsOfValues[static_cast<unsigned char>(c)];
+}
+
 /// How far is looked to judge a value.
 constexpr std::size_t kLongestLook = 160;
 
@@ -476,8 +487,10 @@ class NameSearch {
     std::size_t opening = value;
     while (at(opening) == '\\') ++opening;
     if (isQuote(at(opening))) return closing(opening, opening - value, limit);
+    const char* const text = text_.data();
     for (std::size_t i = value; i < limit; ++i) {
-      const char c = text_[i];
+      const char c = text[i];
+      if (!mayEndValue(c)) continue;
       if (text::isWhiteSpace(c) || c == '&' || c == ';') return i;
       if (i > value && isQuote(c) && closes(i)) return i;
       if (c == '\\' && i > value && isQuote(at(i + 1)) && closes(i + 1)) return i;
