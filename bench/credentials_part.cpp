@@ -113,7 +113,7 @@ std::vector<double> worstOf(const std::vector<Worst>& texts, int rounds, const W
     return cpuSecondsOfWork([&] { work(text); }) * 1000;
   };
   // Which one is the worst is told by the least of a few: other work on the machine is not.
-  const Worst* worst = nullptr;
+  const Worst* worst = &texts.front();
   double most = -1;
   for (const Worst& text : texts) {
     double least = milliseconds(text);
@@ -123,6 +123,7 @@ std::vector<double> worstOf(const std::vector<Worst>& texts, int rounds, const W
     worst = &text;
   }
   std::vector<double> costs;
+  costs.reserve(static_cast<std::size_t>(rounds));
   for (int i = 0; i < rounds; ++i) costs.push_back(milliseconds(*worst));
   return costs;
 }

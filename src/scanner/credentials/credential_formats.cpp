@@ -55,6 +55,7 @@ std::size_t lengthOf(std::string_view text, Alphabet alphabet) {
 const KeyTree& prefixes() {
   static const KeyTree tree = [] {
     std::vector<std::string_view> keys;
+    keys.reserve(std::size(kFormats));
     for (const Format& format : kFormats) keys.push_back(format.prefix);
     return KeyTree(keys);
   }();
@@ -211,7 +212,8 @@ class Search {
     std::string_view body = text_.substr(begin + format.prefix.size());
     body = body.substr(0, lengthOf(body, format.alphabet));
     const std::size_t length = format.prefix.size() + body.size();
-    const bool isRight = body.size() >= format.shortest && body.size() <= format.longest;
+    const bool isRight = body.size() >= format.shortest &&
+                         (format.longest == kAnyLength || body.size() <= format.longest);
     if (isRight && (!format.mustLookOdd || holdsOddWord(body))) return length;
     // The words of a longer body may hold the beginning of another credential.
     if (format.mustLookOdd && format.longest == kAnyLength) passed = begin + length;
@@ -271,10 +273,12 @@ class Search {
           text_.substr(middle, format.middle.size()) != format.middle) {
         continue;
       }
-      const std::size_t before = lengthBefore(middle, format.before, format.mostBefore + 1);
+      const std::size_t before =
+          lengthBefore(middle, format.before, std::size_t{format.mostBefore} + 1);
       if (before < format.leastBefore || before > format.mostBefore) continue;
       const std::size_t behind = middle + format.middle.size();
-      const std::size_t after = lengthOf(text_.substr(behind, format.mostAfter + 1), format.after);
+      const std::size_t after =
+          lengthOf(text_.substr(behind, std::size_t{format.mostAfter} + 1), format.after);
       if (after < format.leastAfter || after > format.mostAfter) continue;
       const std::size_t begin = middle - before;
       if (!found_.empty() && found_.back().end > begin) continue;

@@ -325,7 +325,10 @@ constexpr Ending kEndings[] = {
     {"secretid", kKey},
     {"salt", kKey, kWord},
     // … and those that something is found by, or pressed.
-    {"keys", kHarmless},
+    {"recvkeys", kHarmless},
+    {"sendkeys", kHarmless},
+    {"hotkeys", kHarmless},
+    {"authorizedkeys", kHarmless},
     {"answerkey", kHarmless},
     {"attributekey", kHarmless},
     {"batchkey", kHarmless},
@@ -669,10 +672,12 @@ std::string_view withoutNumber(std::string_view name) {
   return name;
 }
 
+using PairRow = std::array<bool, 32>;
+
 /// Two letters of which one pair stands in nearly every word for a credential: most names have
 /// none, so that no word of theirs need be looked at.
 constexpr auto kTellingPairs = [] {
-  std::array<std::array<bool, 32>, 32> pairs{};
+  std::array<PairRow, 32> pairs{};
   for (const std::string_view pair :
        {"ke"sv, "pa"sv, "pw"sv, "wd"sv, "cr"sv, "au"sv, "jw"sv, "oo"sv, "sk"sv, "ss"sv}) {
     pairs[pair[0] & 31][pair[1] & 31] = true;

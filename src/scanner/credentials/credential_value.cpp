@@ -60,15 +60,18 @@ const WordSet& mechanisms() {
                                         "sasl"sv,          "scram"sv,
                                         "scram-sha-1"sv,   "scram-sha-256"sv,
                                         "scram-sha-512"sv, "session"sv,
-                                        "shared"sv,        "simple"sv,
-                                        "spnego"sv,        "ssh"sv,
-                                        "ssl"sv,           "sso"sv,
-                                        "system"sv,        "tls"sv,
-                                        "token"sv,         "trust"sv,
-                                        "user"sv,          "webhook"sv,
-                                        "wpa-eap"sv,       "wpa-psk"sv,
-                                        "wpa2"sv,          "wpa3"sv,
-                                        "x509"sv});
+                                        "sha1"sv,          "sha256"sv,
+                                        "sha384"sv,        "sha512"sv,
+                                        "sha"sv,           "aes"sv,
+                                        "des"sv,           "shared"sv,
+                                        "simple"sv,        "spnego"sv,
+                                        "ssh"sv,           "ssl"sv,
+                                        "sso"sv,           "system"sv,
+                                        "tls"sv,           "token"sv,
+                                        "trust"sv,         "user"sv,
+                                        "webhook"sv,       "wpa-eap"sv,
+                                        "wpa-psk"sv,       "wpa2"sv,
+                                        "wpa3"sv,          "x509"sv});
   return words;
 }
 

@@ -22,7 +22,9 @@ enum class Alphabet : std::uint16_t {
   any = 1 << 11,          ///< whatever credentials are made of
 };
 
-constexpr std::size_t kAnyLength = static_cast<std::size_t>(-1);
+using Length = std::uint16_t;
+
+constexpr Length kAnyLength = 0xFFFF;
 
 /// What begins with a prefix of its maker's: in which characters it goes on, and how many
 /// there must be. Prefixes that begin ordinary names as well need a body that nobody would
@@ -30,8 +32,8 @@ constexpr std::size_t kAnyLength = static_cast<std::size_t>(-1);
 struct Format {
   std::string_view prefix;
   Alphabet alphabet;
-  std::size_t shortest;
-  std::size_t longest = kAnyLength;
+  Length shortest;
+  Length longest = kAnyLength;
   bool mustLookOdd = false;
 };
 
@@ -392,11 +394,11 @@ constexpr Format kFormats[] = {
 struct MiddleFormat {
   std::string_view middle;
   Alphabet before;
-  std::size_t leastBefore;
-  std::size_t mostBefore;
+  Length leastBefore;
+  Length mostBefore;
   Alphabet after;
-  std::size_t leastAfter;
-  std::size_t mostAfter;
+  Length leastAfter;
+  Length mostAfter;
   bool mustLookRandom = false;
 };
 

@@ -420,10 +420,23 @@ class NameSearch {
       const std::size_t end = judged < value + kLongestLook ? judged : valueEnd(value, false);
       return addIf(kind, begin, end);
     }
+    if (kind == NameKind::account) return takeAccount(value, begin, word);
     const std::size_t shown = schemeLength(word);
     if (!mayBeSecret(word.substr(shown), kind)) return value;
     const std::size_t end = judged < value + kLongestLook ? judged : valueEnd(value, false);
     return add(begin + shown, end);
+  }
+
+  /// "user=name:password"
+  std::size_t takeAccount(std::size_t value, std::size_t begin, std::string_view word) {
+    const std::size_t colon = word.find(':');
+    if (colon == std::string_view::npos || word.find("://") == colon) return value;
+    const std::string_view password = word.substr(colon + 1);
+    constexpr std::size_t kShortest = 6;
+    const bool hasBoth = std::any_of(password.begin(), password.end(), text::isDigit) &&
+                         std::any_of(password.begin(), password.end(), text::isLetter);
+    if (password.size() < kShortest || !hasBoth || isNothing(password)) return value;
+    return add(begin + colon + 1, begin + word.size());
   }
 
   /// "["a", "b"]": what stands between the brackets.

@@ -38,6 +38,7 @@ using Rule = std::vector<Step>;
 struct Ways {
   std::vector<Rule> rules;
   bool isCarrier = false;
+  bool isContainer = false;    // a carrier whose options name things like programs
   bool masksLastWord = false;  // htpasswd -b
   bool masksUrls = false;      // apprise
   bool masksDsns = false;      // "h=host,u=user,p=password"
@@ -144,7 +145,7 @@ class Programs {
         !lengths_[static_cast<unsigned char>(word[0]) & 31U][word.size()]) {
       return nullptr;
     }
-    std::array<char, kLongestName> lower;
+    std::array<char, kLongestName> lower{};
     std::transform(word.begin(), word.end(), lower.begin(),
                    [](char c) { return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c; });
     const auto found = byName_.find(std::string_view(lower.data(), word.size()));
@@ -171,6 +172,11 @@ class Programs {
         all_[found->second].isCarrier = true;
       }
     });
+    for (const std::string_view name : {"docker", "kubectl", "oc", "lxc", "incus"}) {
+      const auto found = byName_.find(name);
+      if (found == byName_.end()) continue;
+      all_[found->second].isContainer = found->second != plainCarrier;
+    }
   }
 
   void add(std::string_view name, std::size_t program) {
@@ -276,6 +282,7 @@ class Follower {
 
   bool isFollowing() const { return ways_ != nullptr; }
   bool isCarrier() const { return ways_ != nullptr && ways_->isCarrier; }
+  bool isContainer() const { return ways_ != nullptr && ways_->isContainer; }
 
   void end() {
     if (ways_ != nullptr && ways_->masksLastWord && hasBatchOption_ && last_) {
@@ -352,7 +359,11 @@ class Follower {
 
   bool takeOption(const Step& option, const PlacedWord& word) {
     const std::string_view text = word.word.text;
-    if (!text.starts_with(option.text)) return false;
+    if (!text.starts_with(option.text)) {
+      // "-su user:password": behind options that have no value.
+      if (option.part != Part::whole && endsCluster(text, option.text)) expected_ = &option;
+      return expected_ == &option;
+    }
     if (text.size() == option.text.size()) {
       if (option.mayBeNext) expected_ = &option;
       return option.mayBeNext;
@@ -361,13 +372,23 @@ class Follower {
     std::size_t value = option.text.size();
     if (text[value] == '=') {
       ++value;
-    } else if (option.text.size() > 2 && option.text[0] == '-' && option.mayBeNext) {
-      return false;  // a longer option that begins like this one
-    } else if (option.mayBeNext && text.substr(value).find_first_not_of(
-                                       "abcdefghijklmnopqrstuvwxyz-") == std::string_view::npos) {
-      return false;  // "-password", "-port"
+    } else if (option.mayBeNext && !mayBeGluedTo(option.text, text.substr(value))) {
+      return false;
     }
     return add(word, value, option.part);
+  }
+
+  /// Whether a value rather than the rest of a longer option's name follows: not for "-pass" in
+  /// "-passwd", nor for "-p" in "-port".
+  static bool mayBeGluedTo(std::string_view option, std::string_view rest) {
+    if (option.size() > 2 && option[0] == '-') return false;
+    return rest.find_first_not_of("abcdefghijklmnopqrstuvwxyz-") != std::string_view::npos;
+  }
+
+  static bool endsCluster(std::string_view text, std::string_view option) {
+    constexpr std::size_t kLongest = 7;
+    return option.size() == 2 && text.size() > 2 && text.size() <= kLongest && text[0] == '-' &&
+           text.back() == option[1] && std::all_of(text.begin() + 1, text.end(), text::isLetter);
   }
 
   void takeUrl(const PlacedWord& word) {
@@ -437,7 +458,9 @@ class Search {
 
   void takeWord(const PlacedWord& word) {
     if (!word.word.beginsCommand && !follower_.isFollowing()) return;
-    const bool mayBeProgram = word.word.beginsCommand || (follower_.isCarrier() && !isValue_);
+    const bool mayBeProgram =
+        word.word.beginsCommand || isBehindDashes_ || (follower_.isCarrier() && !isValue_);
+    isBehindDashes_ = word.word.text == "--";
     if (word.word.beginsCommand) follower_.end();
     if (mayBeProgram && !word.word.text.empty() && word.word.text[0] != '-') {
       // "command=sshpass -p …"
@@ -449,9 +472,16 @@ class Search {
         return;
       }
     }
-    isValue_ = word.word.text.starts_with("--") && !text::contains(word.word.text, "=") &&
-               word.word.text.size() > 2;
+    isValue_ = follower_.isContainer() && mayTakeValue(word.word.text);
     if (follower_.isFollowing()) follower_.take(word);
+  }
+
+  /// Whether the next word may be the value of this option: "--name mysql".
+  static bool mayTakeValue(std::string_view word) {
+    if (!word.starts_with("--") || word.size() == 2 || text::contains(word, "=")) return false;
+    constexpr std::array<std::string_view, 7> kSwitches{
+        "--rm", "--init", "--privileged", "--tty", "--interactive", "--detach", "--read-only"};
+    return std::find(kSwitches.begin(), kSwitches.end(), word) == kSwitches.end();
   }
 
   void takeText(std::string_view text, std::size_t argument) {
@@ -523,7 +553,8 @@ class Search {
   Follower follower_;
   std::vector<Word> before_;   // the command before this one
   std::vector<Word> command_;  // this one, as far as it has been read
-  bool isValue_ = false;       // the next word is the value of an option
+  bool isBehindDashes_ = false;
+  bool isValue_ = false;  // the next word is the value of an option
 };
 
 }  // namespace

@@ -61,7 +61,7 @@ constexpr Program kPrograms[] = {
     // Queues and things.
     {"rabbitmqctl", "add_user ? ! | change_password ? ! | authenticate_user ? !"},
     {"rabbitmqadmin", "-p>"},
-    {"mosquitto_pub mosquitto_sub mosquitto_rr", "-P> | --pw>"},
+    {"mosquitto_pub mosquitto_sub mosquitto_rr mqttx", "-P> | --pw>"},
     {"mqtt hivemq-cli", "-pw>"},
     {"nats nsc", "--password> | --token>"},
     // Transfers.
@@ -247,6 +247,7 @@ constexpr Program kPrograms[] = {
     {"vastai", "set api-key !"},
     {"llm openai", "keys --value> | -k>"},
     {"knife", "-P>"},
+    {"conan", "user -p> | login -p>"},
     {"expo eas", "login -p>"},
     {"altool itmstransporter", "-p>"},
     {"notarytool xcrun", "-p> | --password>"},

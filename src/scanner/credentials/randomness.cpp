@@ -47,11 +47,13 @@ constexpr char lowered(char c) {
   return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+using Row = std::array<bool, 26>;
+
 /// By two letters: whether they are seen together seldom.
 constexpr auto kSeldom = [] {
-  std::array<std::array<bool, 26>, 26> seldom{};
-  for (std::size_t first = 0; first < seldom.size(); ++first) {
-    for (std::size_t second = 0; second < seldom.size(); ++second) {
+  std::array<Row, 26> seldom{};
+  for (std::size_t first = 0; first != seldom.size(); ++first) {
+    for (std::size_t second = 0; second != seldom.size(); ++second) {
       seldom[first][second] =
           kFollowing[first].find(static_cast<char>('a' + second)) == std::string_view::npos;
     }
