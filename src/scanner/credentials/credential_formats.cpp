@@ -307,12 +307,4 @@ void appendCredentialFormats(std::string_view text, std::vector<TextSpan>& found
   found.insert(found.end(), own.begin(), own.end());
 }
 
-bool isCredentialFormat(std::string_view text) {
-  constexpr std::size_t kLongest = 512;
-  std::vector<TextSpan> found;
-  Search(text.substr(0, kLongest), found).run();
-  return found.size() == 1 && found[0].begin == 0 &&
-         found[0].end == std::min(text.size(), kLongest);
-}
-
 }  // namespace credentials

@@ -13,7 +13,4 @@ namespace credentials {
 /// of the text. A private key whose end is missing is taken to the end of the text.
 void appendCredentialFormats(std::string_view text, std::vector<TextSpan>& found);
 
-/// Whether the whole text is one of those.
-bool isCredentialFormat(std::string_view text);
-
 }  // namespace credentials

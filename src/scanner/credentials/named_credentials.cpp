@@ -6,44 +6,13 @@
 #include <optional>
 
 #include "scanner/credentials/credential_value.h"
+#include "scanner/credentials/value_bounds.h"
 #include "text/ascii.h"
 
 namespace credentials {
 namespace {
 
 using namespace std::string_view_literals;
-
-bool isQuote(char c) {
-  return c == '"' || c == '\'' || c == '`';
-}
-
-constexpr auto kNameSigns = [] {
-  std::array<bool, 256> signs{};
-  for (int c = 0; c < 128; ++c) {
-    const char sign = static_cast<char>(c);
-    signs[static_cast<std::size_t>(c)] =
-        text::isAlphanumeric(sign) || sign == '-' || sign == '_' || sign == '.';
-  }
-  return signs;
-}();
-
-bool isNameSign(char c) {
-  return kNameSigns[static_cast<unsigned char>(c)];
-}
-
-/// What a value without quotation marks around it may end at.
-constexpr auto kEndsOfValues = [] {
-  std::array<bool, 256> ends{};
-  for (const char c : " \t\n\v\f\r&;,\"'`\\})"sv) ends[static_cast<unsigned char>(c)] = true;
-  return ends;
-}();
-
-bool mayEndValue(char c) {
-  return kEndsOfValues[static_cast<unsigned char>(c)];
-}
-
-/// How far is looked to judge a value.
-constexpr std::size_t kLongestLook = 160;
 
 /// Words that a name and a tag have between them: "image:latest".
 bool isTag(std::string_view value) {
@@ -59,7 +28,7 @@ bool isStrong(NameKind kind) {
 class NameSearch {
  public:
   NameSearch(std::string_view text, bool isArgument, int& namesLeft, std::vector<TextSpan>& found)
-      : text_(text), isArgument_(isArgument), namesLeft_(namesLeft), found_(found) {}
+      : text_(text), bounds_(text), isArgument_(isArgument), namesLeft_(namesLeft), found_(found) {}
 
   Announcement run() {
     const char* const text = text_.data();
@@ -188,7 +157,7 @@ class NameSearch {
     // "The password: ask the admin"
     if (isCredential(kind) && isProseText() && !isQuote(at(value)) && begin > 0 &&
         text_[begin - 1] == ' ') {
-      const std::string_view word = text_.substr(value, judgedEnd(value) - value);
+      const std::string_view word = text_.substr(value, bounds_.judgedEnd(value) - value);
       return looksSecret(word) || looksLikeKey(word) ? takeValue(kind, value, false) : value;
     }
     if (isCredential(kind) && isSentence(begin, value)) return value;
@@ -236,7 +205,7 @@ class NameSearch {
                         before == '{' || before == ';' || before == '=' ||
                         (before == '/' && begin == 1);
     if (!isFree || kind == NameKind::harmless) return value;
-    const std::string_view word = text_.substr(value, judgedEnd(value) - value);
+    const std::string_view word = text_.substr(value, bounds_.judgedEnd(value) - value);
     if (isTag(word)) return value;
     if (kind == NameKind::account || kind == NameKind::unknown) {
       const bool beginsValue = !word.empty() && text::isAlphanumeric(word.front());
@@ -314,7 +283,7 @@ class NameSearch {
     const bool isIdentified = text::equalsLowered(own, "by") && isBehindIdentified(begin);
     const NameKind kind = isIdentified ? NameKind::password : kindAt(begin, end);
     if (!isStrong(kind)) return 0;
-    const std::string_view word = text_.substr(next + 1, judgedEnd(next) - next - 1);
+    const std::string_view word = text_.substr(next + 1, bounds_.judgedEnd(next) - next - 1);
     return word.find(' ') == std::string_view::npos || isIdentified ? takeValue(kind, next, false)
                                                                     : 0;
   }
@@ -356,7 +325,7 @@ class NameSearch {
     const std::string_view own = name(begin, end);
     const NameKind kind = isSwitch(own) ? NameKind::unknown : kindAt(begin, end);
     if (!isCredential(kind) && kind != NameKind::unknown) return 0;
-    const std::string_view word = text_.substr(value, judgedEnd(value) - value);
+    const std::string_view word = text_.substr(value, bounds_.judgedEnd(value) - value);
     if (isOption(word)) return 0;
     if (kind == NameKind::unknown && !looksRandomValue(word, kind)) return 0;
     const std::size_t taken = takeValue(kind, value, false);
@@ -376,11 +345,11 @@ class NameSearch {
       --before;
     }
     const bool follows = before > 0 && (text_[before - 1] == ':' || text_[before - 1] == '=');
-    const std::string_view word = text_.substr(value, judgedEnd(value) - value);
+    const std::string_view word = text_.substr(value, bounds_.judgedEnd(value) - value);
     const bool isTaken = isBearer ? follows || (begin == 0 && isArgument_) || looksLikeKey(word)
                                   : (follows || before == 0) && looksEncoded(word);
     if (!isTaken || isOption(word) || isNothing(word)) return 0;
-    return add(value, valueEnd(value, false));
+    return add(value, bounds_.end(value));
   }
 
   /// Whether the value of the name at `begin` takes the whole rest of the argument: nothing
@@ -413,17 +382,17 @@ class NameSearch {
     if (at(value) == '(' && isText) return takePair(value);
     if (isText && reachesEnd) return addIf(kind, value, endOfSetting(value));
     // What is only sometimes a secret is judged by the one word, and may hold names itself.
-    const std::size_t judged = judgedEnd(value);
-    const std::size_t begin = behindOpening(value);
+    const std::size_t judged = bounds_.judgedEnd(value);
+    const std::size_t begin = bounds_.behindOpening(value);
     const std::string_view word = text_.substr(begin, judged > begin ? judged - begin : 0);
     if (isText) {
-      const std::size_t end = judged < value + kLongestLook ? judged : valueEnd(value, false);
+      const std::size_t end = judged < value + kLongestLook ? judged : bounds_.end(value);
       return addIf(kind, begin, end);
     }
     if (kind == NameKind::account) return takeAccount(value, begin, word);
     const std::size_t shown = schemeLength(word);
     if (!mayBeSecret(word.substr(shown), kind)) return value;
-    const std::size_t end = judged < value + kLongestLook ? judged : valueEnd(value, false);
+    const std::size_t end = judged < value + kLongestLook ? judged : bounds_.end(value);
     return add(begin + shown, end);
   }
 
@@ -460,7 +429,7 @@ class NameSearch {
     const std::size_t limit = std::min(open + kLongestLook, text_.size());
     const std::size_t user = skipBlanks(open + 1);
     if (!isQuote(at(user))) return user;
-    const std::size_t comma = closing(user, 0, limit) + 1;
+    const std::size_t comma = bounds_.closing(user, 0, limit) + 1;
     if (at(comma) != ',') return std::min(comma, text_.size());
     const std::size_t password = skipBlanks(comma + 1);
     return isQuote(at(password)) ? takeValue(NameKind::password, password, false) : comma;
@@ -470,7 +439,7 @@ class NameSearch {
   std::size_t endOfSetting(std::size_t value) const {
     for (std::size_t i = text_.find(';', value); i != std::string_view::npos;
          i = text_.find(';', i + 1)) {
-      if (beginsSetting(skipBlanks(i + 1))) return i;
+      if (bounds_.beginsSetting(skipBlanks(i + 1))) return i;
     }
     return text_.size();
   }
@@ -482,73 +451,6 @@ class NameSearch {
       nestedUntil_ = std::min(text_.find('}', open), text_.size());
     }
     return open + 1;
-  }
-
-  std::size_t behindOpening(std::size_t value) const {
-    while (at(value) == '\\') ++value;
-    return isQuote(at(value)) ? value + 1 : value;
-  }
-
-  std::size_t judgedEnd(std::size_t value) const { return endOf(value, value + kLongestLook); }
-  std::size_t valueEnd(std::size_t value, bool reachesEnd) const {
-    return reachesEnd ? text_.size() : endOf(value, text_.size());
-  }
-
-  /// The end of the value at `value` inside a line; nothing behind `limit` is looked at.
-  std::size_t endOf(std::size_t value, std::size_t limit) const {
-    limit = std::min(limit, text_.size());
-    std::size_t opening = value;
-    while (at(opening) == '\\') ++opening;
-    if (isQuote(at(opening))) return closing(opening, opening - value, limit);
-    const char* const text = text_.data();
-    for (std::size_t i = value; i < limit; ++i) {
-      const char c = text[i];
-      if (!mayEndValue(c)) continue;
-      if (text::isWhiteSpace(c) || c == '&' || c == ';') return i;
-      if (i > value && isQuote(c) && closes(i)) return i;
-      if (c == '\\' && i > value && isQuote(at(i + 1)) && closes(i + 1)) return i;
-      if (c == '\\' && at(i + 1) == 'n') return i;
-      if (c == ',' && i > value && beginsSetting(i + 1)) return i;
-      if ((c == '}' || c == ')') && i > value && endsBracket(i)) return i;
-    }
-    return limit;
-  }
-
-  /// Where the quotation that opened at `opening` behind so many backslashes ends.
-  std::size_t closing(std::size_t opening, std::size_t slashes, std::size_t limit) const {
-    const char mark = text_[opening];
-    std::size_t run = 0;  // of backslashes
-    for (std::size_t i = opening + 1; i < limit; ++i) {
-      if (text_[i] == '\\') {
-        ++run;
-        continue;
-      }
-      const bool isEscaped = slashes == 0 ? run % 2 == 1 && mark == '"' : run > slashes;
-      if (text_[i] == mark && !isEscaped) return i - (slashes == 0 ? 0 : run);
-      run = 0;
-    }
-    return limit;
-  }
-
-  /// Whether the next setting of a list begins here: "name=".
-  bool beginsSetting(std::size_t begin) const {
-    constexpr std::size_t kLongestName = 40;
-    std::size_t i = begin;
-    while (i < begin + kLongestName && i < text_.size() && isNameSign(text_[i])) ++i;
-    return i > begin && (at(i) == '=' || isQuote(at(i)));
-  }
-
-  /// Whether a bracket ends what is around the value: nothing of a word follows.
-  bool endsBracket(std::size_t i) const {
-    return i + 1 >= text_.size() || text::isWhiteSpace(text_[i + 1]) || text_[i + 1] == '}' ||
-           text_[i + 1] == ';' || text_[i + 1] == ')' || isQuote(text_[i + 1]);
-  }
-
-  /// Whether the quotation mark at `i` ends a text rather than going on in the same word.
-  bool closes(std::size_t i) const {
-    constexpr std::string_view kBehind = ",;)]}\\";
-    return i + 1 >= text_.size() || text::isWhiteSpace(text_[i + 1]) ||
-           kBehind.find(text_[i + 1]) != std::string_view::npos || isQuote(text_[i + 1]);
   }
 
   /// How many characters of the value are the name of a scheme: "Bearer ".
@@ -571,9 +473,9 @@ class NameSearch {
     // Inside a line the credential is the word behind the scheme.
     if (isScheme(value) && text::isWhiteSpace(at(end))) {
       const std::size_t behind = skipBlanks(end);
-      const std::string_view word = text_.substr(behind, judgedEnd(behind) - behind);
+      const std::string_view word = text_.substr(behind, bounds_.judgedEnd(behind) - behind);
       if (!word.empty() && !isOption(word) && !isNothing(word)) {
-        return add(behindOpening(behind), valueEnd(behind, false));
+        return add(bounds_.behindOpening(behind), bounds_.end(behind));
       }
       return end;
     }
@@ -592,6 +494,7 @@ class NameSearch {
   }
 
   std::string_view text_;
+  ValueBounds bounds_;
   bool isArgument_;
   int& namesLeft_;
   std::vector<TextSpan>& found_;

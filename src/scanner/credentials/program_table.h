@@ -17,6 +17,9 @@ namespace credentials {
 /// Behind an option or "!" a sign says that only a part of the value is the credential: what
 /// follows ":", "%", "," or "=" in it, or stands between "/" and the last "@", or follows
 /// "pass:" ("~").
+///
+/// And for ways that are one program's alone: "!last" is the last word, where an option holds "b"
+/// (htpasswd); "!url" what follows "://"; "!dsn" what follows ",p=".
 struct Program {
   std::string_view names;
   std::string_view rules;
@@ -278,6 +281,9 @@ constexpr std::string_view kCarriers =
     "vagrant ansible find entr fd make just task rlwrap winpty wine exec command eval builtin "
     "kubectl.exe wsl xcrun osascript pwsh powershell cmd rtk mpirun srun sbatch torchrun "
     "accelerate op doppler dotenvx infisical chamber aws-vault envconsul vault consul-template";
+
+/// Carriers whose options name things like programs: "--name mysql".
+constexpr std::string_view kContainers = "docker podman nerdctl kubectl oc";
 
 /// Programs that read a password from what is piped to them, whatever their options.
 constexpr std::string_view kReaders =
