@@ -154,6 +154,9 @@ class Search {
     if (begin + 2 >= text_.size()) return 0;
     const char* const text = text_.data() + begin;
     if (!beginnings_[tripleOf(text[0], text[1], text[2])]) return 0;
+    // Few words begin like one: who has so many wants the search to take long. The rest is masked.
+    constexpr int kMostAttempts = 4000;
+    if (++attempts_ > kMostAttempts) return add(begin, text_.size());
     const std::size_t length = lengthAt(begin);
     return length > 0 ? begin + length : 0;
   }
@@ -273,6 +276,7 @@ class Search {
           text_.substr(middle, format.middle.size()) != format.middle) {
         continue;
       }
+      if (format.lastBefore != '\0' && text_[middle - 1] != format.lastBefore) continue;
       const std::size_t before =
           lengthBefore(middle, format.before, std::size_t{format.mostBefore} + 1);
       if (before < format.leastBefore || before > format.mostBefore) continue;
@@ -295,6 +299,7 @@ class Search {
   std::vector<TextSpan>& found_;
   std::array<std::size_t, 16> passed_{};  // by alphabet: no odd word before here
   std::size_t noWebTokenBefore_ = 0;
+  int attempts_ = 0;
 };
 
 }  // namespace

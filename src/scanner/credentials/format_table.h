@@ -400,6 +400,7 @@ struct MiddleFormat {
   Length leastAfter;
   Length mostAfter;
   bool mustLookRandom = false;
+  char lastBefore = '\0';  ///< what must stand directly before the middle, if anything
 };
 
 constexpr MiddleFormat kMiddleFormats[] = {
@@ -407,7 +408,7 @@ constexpr MiddleFormat kMiddleFormats[] = {
     {":A", Alphabet::digits, 8, 12, Alphabet::urlSafe, 31, 38},
     {".", Alphabet::letters, 22, 28, Alphabet::dotted, 33, 46, true},
     // The secrets of clients of Azure.
-    {"~", Alphabet::dotted, 3, 6, Alphabet::any, 30, 40, true},
+    {"~", Alphabet::dotted, 3, 6, Alphabet::any, 30, 40, true, 'Q'},
     // Terraform, Mailchimp, MaxMind.
     {".atlasv1.", Alphabet::letters, 10, 20, Alphabet::base64, 40, 100},
     {"-us", Alphabet::hex, 32, 32, Alphabet::digits, 1, 2},

@@ -282,6 +282,7 @@ class Search {
     isBehindDashes_ = word.word.text == "--";
     if (word.word.beginsCommand) follower_.end();
     if (mayBeProgram && !word.word.text.empty() && word.word.text[0] != '-') {
+      ++lookUps_;
       // "command=sshpass -p …"
       const std::size_t behindName = word.word.beginsCommand ? word.word.text.rfind('=') + 1 : 0;
       if (const Ways* ways = findProgram(word.word.text.substr(behindName))) {
@@ -324,10 +325,11 @@ class Search {
     follower_.end();
   }
 
-  /// So many credentials have been found that the rest is masked instead.
+  /// So many credentials have been found, or programs looked up, that the rest is masked instead.
   bool isFull() const {
     constexpr std::size_t kMost = 1000;
-    return found_.size() >= kMost;
+    constexpr int kMostLookUps = 8192;
+    return found_.size() >= kMost || lookUps_ >= kMostLookUps;
   }
 
   /// "echo V | sudo -S command", "chpasswd <<< user:V"
@@ -372,6 +374,7 @@ class Search {
   Follower follower_;
   std::vector<Word> before_;   // the command before this one
   std::vector<Word> command_;  // this one, as far as it has been read
+  int lookUps_ = 0;
   bool isBehindDashes_ = false;
   bool isValue_ = false;  // the next word is the value of an option
 };
