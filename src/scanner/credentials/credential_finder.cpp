@@ -8,6 +8,7 @@
 #include "scanner/credentials/named_credentials.h"
 #include "scanner/credentials/program_credentials.h"
 #include "scanner/credentials/url_credentials.h"
+#include "scanner/credentials/value_bounds.h"
 #include "text/ascii.h"
 
 namespace credentials {
@@ -64,10 +65,18 @@ class ArgumentSearch {
       return true;
     }
     if (kind == NameKind::harmless || !mayBeSecret(argument, kind)) return false;
+    // "-e NAME=value": what is random in it is the value of NAME.
+    if (kind == NameKind::unknown && isSetting(argument)) return false;
     const std::size_t shown = shownScheme(argument);
     found_.push_back({i, {shown, argument.size()}});
     announced_ = {};
     return true;
+  }
+
+  static bool isSetting(std::string_view text) {
+    const std::size_t sign = text.find('=');
+    return sign != std::string_view::npos && sign > 0 && sign + 2 < text.size() &&
+           std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(sign), isNameSign);
   }
 
   /// "--auth Bearer V", "--auth Basic dTpw"

@@ -106,7 +106,7 @@ const WordSet& publicKeys() {
       "age1"sv,    "aaaac3nza"sv, "aaaab3nza"sv, "aaaae2vjz"sv, "aaaagnna"sv, "rwq"sv,  "rwr"sv,
       "rwt"sv,     "pk_"sv,       "pk-"sv,       "pub"sv,       "npub1"sv,    "xpub"sv, "sha256-"sv,
       "sha384-"sv, "sha512-"sv,   "sha256:"sv,   "ocid1."sv,    "did:"sv,     "bafy"sv, "qm"sv,
-      "magnet:"sv, "urn:"sv,      "pk.eyj"sv,    "crsk"sv});
+      "magnet:"sv, "eyj"sv,       "urn:"sv,      "pk.eyj"sv,    "crsk"sv});
   return words;
 }
 
@@ -204,9 +204,24 @@ bool isUrlWithPath(std::string_view value) {
   return slash != std::string_view::npos && slash + 1 < value.size();
 }
 
+/// "oauth2-proxy": how somebody authenticates, rather than what with.
+bool isLowerWord(std::string_view value) {
+  constexpr std::size_t kShortest = 4;
+  return value.size() >= kShortest &&
+         all(value, [](char c) { return text::isLower(c) || c == '-' || c == '_' || c == '2'; });
+}
+
+/// What tells which key is meant: the last 4 or 8 bytes of its fingerprint, or all 20.
+bool isKeyId(std::string_view value) {
+  if (value.starts_with("0x")) value.remove_prefix(2);
+  return (value.size() == 8 || value.size() == 16 || value.size() == 40) &&
+         all(value, [](char c) { return text::isHexDigit(c) && !text::isLower(c); });
+}
+
 /// What the value of a key looks like that opens something, not of one that things are sorted
 /// or found by.
 bool looksLikeKeysValue(std::string_view value) {
+  if (isKeyId(value)) return false;
   if (any(value, text::isWhiteSpace)) return false;
   constexpr std::size_t kLongestWord = 15;
   const bool hasLetter = any(value, text::isLetter);
@@ -269,7 +284,7 @@ bool mayBeSecret(std::string_view value, NameKind kind) {
     case NameKind::webhook:
       return isUrl(value) ? isUrlWithPath(value) : looksLikeKey(value);
     case NameKind::authentication:
-      if (mechanisms().holds(value)) return false;
+      if (mechanisms().holds(value) || isLowerWord(value)) return false;
       [[fallthrough]];
     case NameKind::token:
       return !isUrl(value) && !(isNumber(value) && digitCount(value) < kShortestNumericToken);

@@ -397,8 +397,11 @@ constexpr Ending kEndings[] = {
     {"uniquekey", kHarmless},
     {"userpublickey", kHarmless},
     {"videokey", kHarmless},
-    {"gpgkey", NameKind::unclear},
-    {"pgpkey", NameKind::unclear},
+    {"gpgkey", kHarmless},
+    {"pgpkey", kHarmless},
+    {"passwordhash", kPassword},
+    {"passwdhash", kPassword},
+    {"pwhash", kPassword},
     {"sshkey", NameKind::unclear},
     {"sslkey", NameKind::unclear},
     {"tlskey", NameKind::unclear},
@@ -564,6 +567,7 @@ constexpr Ending kEndings[] = {
     {"wallet", kHarmless},
     {"weight", kHarmless},
     {"workspace", kHarmless},
+    {"worldinfo", kHarmless},
 };
 
 }  // namespace credentials

@@ -81,12 +81,22 @@ class NameSearch {
       case '`':
       case '\\':
         return takeQuoted(begin, end);
+      case '>':
+        return takeElement(begin, end);
       case '\0':
         if (end < text_.size()) return 0;
         return takeLast(begin, end);
       default:
         return text::isWhiteSpace(next) ? takeBlank(begin, end) : 0;
     }
+  }
+
+  /// "<name>value</name>"
+  std::size_t takeElement(std::size_t begin, std::size_t end) {
+    if (begin == 0 || text_[begin - 1] != '<' || !countName(end)) return 0;
+    const NameKind kind = kindAt(begin, end);
+    if (!isStrong(kind)) return 0;
+    return addIf(kind, end + 1, std::min(text_.find('<', end), text_.size()));
   }
 
   /// "name=value"
@@ -277,7 +287,7 @@ class NameSearch {
       value = skipBlanks(value);
       return value < text_.size() ? takeValue(kindAt(begin, end), value, false) : value;
     }
-    if (!isQuote(at(next))) return 0;
+    if (!isQuote(at(next))) return takeBareValue(begin, end, next);
     // «password "value"», «IDENTIFIED BY 'value'»
     if (!countName(next)) return text_.size();
     const bool isIdentified = text::equalsLowered(own, "by") && isBehindIdentified(begin);
@@ -286,6 +296,16 @@ class NameSearch {
     const std::string_view word = text_.substr(next + 1, bounds_.judgedEnd(next) - next - 1);
     return word.find(' ') == std::string_view::npos || isIdentified ? takeValue(kind, next, false)
                                                                     : 0;
+  }
+
+  /// "machine h login a password value"
+  std::size_t takeBareValue(std::size_t begin, std::size_t end, std::size_t value) {
+    if (value >= text_.size() || isInsideWord(begin)) return 0;
+    const std::string_view word = text_.substr(value, bounds_.judgedEnd(value) - value);
+    constexpr std::size_t kShortest = 7;
+    if (word.size() < kShortest || !looksSecret(word)) return 0;
+    if (!countName(value)) return text_.size();
+    return isStrong(kindAt(begin, end)) ? takeValue(kindAt(begin, end), value, false) : 0;
   }
 
   /// "IDENTIFIED WITH some_plugin BY"
