@@ -13,15 +13,17 @@
 /// - the password or token of a URL;
 /// - keys and tokens that their format gives away, private keys, webhooks, wherever they stand;
 /// - long random values of what is not known to be harmless.
-/// Text without a credential comes out as it went in. All of it is linear in its length; a
-/// value whose end is missing is masked to the end of the text.
+/// Text without a credential comes out as it went in. All of it is linear in its length. A value
+/// whose end is missing is masked to the end of the text, and so is what comes behind thousands
+/// of names, arguments or commands, which only who wants the search to take long has.
 ///
 /// There are two maskers. The specified one, ProcessScanner::redactSecrets, knows seven options
-/// by one pattern, and puts one and the same text in the place of option and value; what it
-/// makes of a line is shown to the character. It leaves most secrets where they are, so this
-/// mask finds them in the raw arguments, and masks them first in order of effect: both look at
-/// the raw text, never at what the other has made of it, and what both find is shown as the
-/// pattern's. The mask alone decides what the arguments show that naming is given.
+/// and puts one and the same text in the place of option and value; what it makes of a line is
+/// shown to the character. It leaves most secrets where they are, and takes one word of a value
+/// that has several; hence this one. The order: the mask finds its values in the raw arguments,
+/// where they are still told apart; the pattern finds its matches in the raw line; the matches
+/// are replaced first, and of the values what no match covers is masked then. Neither looks at
+/// what the other has made.
 namespace CredentialMask {
 
 /// What stands for a value.
