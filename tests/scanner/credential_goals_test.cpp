@@ -22,8 +22,8 @@ TEST_P(CredentialGoals, AreReachedByEveryClass) {
   }
 }
 
-/// The held lines were never looked at while the maskers were written: they tell what the
-/// maskers are worth on lines that nobody has seen.
+/// What became of the held lines was counted, never looked at, while the maskers were written: they
+/// tell what the maskers are worth on lines that nobody has seen.
 INSTANTIATE_TEST_SUITE_P(Lines, CredentialGoals, testing::Values("/tuned.tsv", "/held.tsv"),
                          [](const auto& row) { return row.index == 0 ? "Tuned" : "Held"; });
 
