@@ -2,13 +2,18 @@
 # An X11 desktop on a screen that exists in memory only.
 . ./desktop.sh
 
-# x11_screen SIZE COLOR: with openbox, and a ground of that colour.
-x11_screen() {
+# x11_server SIZE: nobody manages its windows.
+x11_server() {
   local number
   exec 9< <(exec Xvfb -displayfd 1 -screen 0 "$1x24" -dpi 96 -nolisten tcp -noreset 2> /dev/null)
   started=($! "${started[@]}")
   read -r number <&9
   export DISPLAY=":$number"
+}
+
+# x11_screen SIZE COLOR: with openbox, and a ground of that colour.
+x11_screen() {
+  x11_server "$1"
   start openbox
   eventually xprop -root _NET_SUPPORTING_WM_CHECK
   xsetroot -solid "$2" -cursor_name left_ptr
