@@ -27,6 +27,8 @@ enum class Action {
   unloadByLabel,  ///< represents the agent's label
   unloadAgent,    ///< represents the VordaLaunchAgent
   loadAgent,      ///< represents the VordaLaunchAgent
+  openRow,   ///< the front end's own: open the row's submenu as a menu of its own (short_menu.h)
+  openMenu,  ///< the front end's own: open the whole menu in a window of its own
 };
 
 /// What an item's action acts on, as it was when the menu was built.

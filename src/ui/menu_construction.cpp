@@ -46,8 +46,8 @@ void addSummary(Items& items, const SystemMemory::Snapshot& sys, const ProcessLi
                           text::shortened(text::displayName(largest.displayName), 34, 32), {}));
     items.back().enabled = false;
   }
-  items.push_back(label(roleSummary("Training / fine-tunes", training)));
-  items.push_back(label(roleSummary("Model servers", servers)));
+  items.push_back(label(roleSummary(kTrainingSummary, training)));
+  items.push_back(label(roleSummary(kServersSummary, servers)));
 }
 
 void addProcessItems(Items& items, const ProcessList& list, const QuitRequests* quits) {
@@ -60,7 +60,7 @@ void addProcessItems(Items& items, const ProcessList& list, const QuitRequests* 
 
 void addTopSection(Items& items, const ProcessList& bySize, const QuitRequests* quits) {
   items.push_back(separator());
-  items.push_back(label("— Top RAM (colors match graph) —"));
+  items.push_back(label(kTopHeader));
   if (bySize.empty()) items.push_back(label("  (nothing above threshold)"));
   addProcessItems(items, ProcessLists::first(bySize, kMaxTopRAM), quits);
 }
@@ -91,7 +91,7 @@ void addAgentSection(Items& items, const std::vector<VordaLaunchAgent>& agents,
   }
   if (rows.empty()) return;
   items.push_back(separator());
-  items.push_back(label("— Auto-start agents —"));
+  items.push_back(label(kAgentsHeader));
   std::move(rows.begin(), rows.end(), std::back_inserter(items));
 }
 
@@ -118,9 +118,9 @@ Menu build(const MenuContent& content) {
   items.push_back(stripItem(content.sys, bySize));
   addSummary(items, content.sys, bySize, training, servers);
   addTopSection(items, bySize, content.quits);
-  addRoleSection(items, "— Training & fine-tunes (LoRA, SFT, …) —", training, content.quits);
-  addRoleSection(items, "— Model servers —", servers, content.quits);
-  addRoleSection(items, "— Agents & tools —", agentProcesses, content.quits);
+  addRoleSection(items, kTrainingHeader, training, content.quits);
+  addRoleSection(items, kServersHeader, servers, content.quits);
+  addRoleSection(items, kToolsHeader, agentProcesses, content.quits);
   addAgentSection(items, content.agents, content.agentJobs);
   addCommands(items);
   return menu;

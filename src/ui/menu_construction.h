@@ -34,6 +34,20 @@ inline constexpr std::size_t kMaxAgents = 6;
 inline constexpr std::size_t kMaxStripSegments = 6;
 ///@}
 
+/// What stands above a section's rows.
+///@{
+inline constexpr const char* kTopHeader = "— Top RAM (colors match graph) —";
+inline constexpr const char* kTrainingHeader = "— Training & fine-tunes (LoRA, SFT, …) —";
+inline constexpr const char* kServersHeader = "— Model servers —";
+inline constexpr const char* kToolsHeader = "— Agents & tools —";
+inline constexpr const char* kAgentsHeader = "— Auto-start agents —";
+///@}
+/// How the summary's lines begin that add a section up.
+///@{
+inline constexpr const char* kTrainingSummary = "Training / fine-tunes";
+inline constexpr const char* kServersSummary = "Model servers";
+///@}
+
 /// Every item of the root menu; the first is the strip's.
 Menu build(const MenuContent& content);
 

@@ -43,6 +43,8 @@ void StatusBarController::perform(const MenuItem& item) {
       .action = item.action, .representedObject = item.representedObject, .process = item.process};
   switch (sender.action) {
     case Action::none:
+    case Action::openRow:
+    case Action::openMenu:
       return;
     case Action::refreshNow:
       return refreshNow();

@@ -29,6 +29,8 @@ MenuItem itemOf(Action action, NSMenuItem* sender) {
 SEL selectorOf(Action action) {
   switch (action) {
     case Action::none:
+    case Action::openRow:
+    case Action::openMenu:
       return NULL;
     case Action::refreshNow:
       return @selector(refreshNow);

@@ -1,0 +1,129 @@
+#include "ui/short_menu.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "ui/menu_builders.h"
+#include "ui/menu_construction.h"
+
+namespace ShortMenu {
+namespace {
+
+using Items = std::vector<MenuItem>;
+using MenuConstruction::kAgentsHeader;
+using MenuConstruction::kServersHeader;
+using MenuConstruction::kServersSummary;
+using MenuConstruction::kToolsHeader;
+using MenuConstruction::kTopHeader;
+using MenuConstruction::kTrainingHeader;
+using MenuConstruction::kTrainingSummary;
+
+bool isSeparator(const MenuItem& item) {
+  return item.kind == MenuItem::Kind::separator;
+}
+
+/// The lines between the strip and the first section.
+Items summary(const Menu& full) {
+  const auto first = std::next(full.items.begin());
+  return {first, std::find_if(first, full.items.end(), isSeparator)};
+}
+
+/// What stands below a header; empty when the menu has no such section.
+Items section(const Menu& full, std::string_view header) {
+  const auto found = std::find_if(
+      full.items.begin(), full.items.end(),
+      [header](const MenuItem& item) { return !item.enabled && item.title == header; });
+  if (found == full.items.end()) return {};
+  const auto first = std::next(found);
+  return {first, std::find_if(first, full.items.end(), isSeparator)};
+}
+
+/// A row that opens its submenu apart. What is no row stays as it is.
+MenuItem plainRow(MenuItem row) {
+  if (!row.submenu.empty()) row.action = Action::openRow;
+  return row;
+}
+
+Items plainRows(Items rows, std::size_t limit) {
+  rows.resize(std::min(rows.size(), limit));
+  std::transform(rows.begin(), rows.end(), rows.begin(), plainRow);
+  return rows;
+}
+
+MenuItem sectionItem(std::string title, const Items& rows) {
+  MenuItem item{.title = std::move(title)};
+  const bool allFit = rows.size() <= kMaxRows;
+  item.submenu = plainRows(rows, allFit ? kMaxRows : kMaxRows - 1);
+  if (!allFit) item.submenu.push_back(MenuBuilders::command("More in Vorda…", Action::openMenu));
+  return item;
+}
+
+/// A header without the dashes on either side of it.
+std::string bare(std::string_view header) {
+  constexpr std::string_view kDash = "— ";
+  return std::string(header.substr(kDash.size(), header.size() - 2 * kDash.size()));
+}
+
+/// A section that a line of the summary adds up, under that line.
+void addCounted(Items& items, const Items& lines, std::string_view beginning, const Items& rows) {
+  const auto line = std::find_if(lines.begin(), lines.end(), [beginning](const MenuItem& item) {
+    return item.title.starts_with(beginning);
+  });
+  if (line == lines.end()) return;
+  items.push_back(rows.empty() ? *line : sectionItem(line->title, rows));
+}
+
+void addSection(Items& items, const Menu& full, std::string_view header) {
+  const Items rows = section(full, header);
+  if (!rows.empty()) items.push_back(sectionItem(bare(header), rows));
+}
+
+void addCommand(Items& items, const Menu& full, Action action) {
+  const auto found = std::find_if(full.items.begin(), full.items.end(),
+                                  [action](const auto& item) { return item.action == action; });
+  if (found != full.items.end()) items.push_back(*found);
+}
+
+}  // namespace
+
+Menu of(const Menu& full) {
+  if (full.items.empty()) return full;
+  const Items lines = summary(full);
+
+  Menu menu;
+  Items& items = menu.items;
+  items.push_back(full.items.front());
+  items.push_back(MenuBuilders::command("Open Vorda…", Action::openMenu));
+  // Who is the largest stands right below.
+  if (!lines.empty()) items.push_back(lines.front());
+  items.push_back(MenuBuilders::separator());
+  const Items largest = plainRows(section(full, kTopHeader), kMaxLargest);
+  items.insert(items.end(), largest.begin(), largest.end());
+  items.push_back(MenuBuilders::separator());
+  addCounted(items, lines, kTrainingSummary, section(full, kTrainingHeader));
+  addCounted(items, lines, kServersSummary, section(full, kServersHeader));
+  addSection(items, full, kToolsHeader);
+  addSection(items, full, kAgentsHeader);
+  items.push_back(MenuBuilders::separator());
+  addCommand(items, full, Action::about);
+  addCommand(items, full, Action::quitApp);
+  return menu;
+}
+
+Menu ofRow(const MenuItem& row) {
+  MenuItem title = row;
+  title.action = Action::none;
+  title.enabled = false;
+  title.submenu.clear();
+
+  Menu menu;
+  menu.items.push_back(std::move(title));
+  menu.items.insert(menu.items.end(), row.submenu.begin(), row.submenu.end());
+  return menu;
+}
+
+}  // namespace ShortMenu

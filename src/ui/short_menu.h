@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+
+#include "ui/menu.h"
+
+/// The menu for somebody who draws it without being able to scroll it, and draws no dot on a row
+/// that has a submenu. It is made of the menu itself, so that the two never disagree.
+namespace ShortMenu {
+
+/// How many processes and how many rows of a section it has at most.
+///@{
+inline constexpr std::size_t kMaxLargest = 5;
+inline constexpr std::size_t kMaxRows = 8;  ///< where there are more, the last one says so
+///@}
+
+/// From top to bottom: the strip, Action::openMenu, the machine's memory, the largest processes,
+/// each section as a submenu, "About" and "Quit". A section that the summary adds up has that line
+/// for its title. A row acts by Action::openRow; its submenu is what that opens, and is not meant
+/// to be shown in its place.
+Menu of(const Menu& full);
+
+/// What Action::openRow opens: the row's title, then its submenu.
+Menu ofRow(const MenuItem& row);
+
+}  // namespace ShortMenu

@@ -1,0 +1,158 @@
+#include "ui/short_menu.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "ui/controller_test.h"
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using Titles = std::vector<std::string>;
+
+/// "---" for a separator, "===" for the strip, "> " before what opens a submenu.
+Titles shown(const std::vector<MenuItem>& items) {
+  Titles result;
+  for (const MenuItem& item : items) {
+    const bool opens = !item.submenu.empty() && item.action == Action::none;
+    result.push_back(item.kind == MenuItem::Kind::separator ? "---"
+                     : item.kind == MenuItem::Kind::strip   ? "==="
+                                                            : (opens ? "> " : "") + item.title);
+  }
+  return result;
+}
+
+/// On the scripted machine, from the controller's own menu.
+class ShortMenuTest : public ControllerTest {
+ protected:
+  const Menu& shortMenu() {
+    if (!controller_) start();
+    made_ = ShortMenu::of(menu());
+    return made_;
+  }
+  const MenuItem& itemBeginning(const std::string& beginning) {
+    const std::vector<MenuItem>& items = shortMenu().items;
+    const auto found = std::find_if(items.begin(), items.end(), [&](const MenuItem& item) {
+      return item.title.starts_with(beginning);
+    });
+    if (found != items.end()) return *found;
+    ADD_FAILURE() << beginning;
+    return items.front();
+  }
+
+  /// `count` model servers with pids from 1.
+  static void addServers(int count) {
+    for (int pid = 1; pid <= count; ++pid) addProcess(pid, "llama-server", 1000 - pid);
+  }
+
+ private:
+  Menu made_;
+};
+
+TEST_F(ShortMenuTest, OfAnEmptyMachineHasItsLinesAndCommands) {
+  EXPECT_THAT(shown(shortMenu().items),
+              ElementsAre("===", "Open Vorda…", HasSubstr("System  "), "---",
+                          "  (nothing above threshold)", "---", "Training / fine-tunes  none",
+                          "Model servers  none", "---", "About Vorda", "Quit Vorda"));
+}
+
+TEST_F(ShortMenuTest, OfAnEmptyMenuIsEmpty) {
+  EXPECT_TRUE(ShortMenu::of({}).items.empty());
+}
+
+TEST_F(ShortMenuTest, HasEverySectionAsASubmenu) {
+  addServers(1);
+  addProcess(20, "firefox", 900);
+  addProcess(30, "mcp-server-git", 90);
+  machine().processes.push_back(
+      {.pid = 40, .arguments = {"/usr/bin/python3", "train_lora.py"}, .footprintMB = 2048});
+  addAgent("gateway", "", true);
+  EXPECT_THAT(
+      shown(shortMenu().items),
+      ElementsAre("===", "Open Vorda…", HasSubstr("System  "), "---", HasSubstr("2.0 GB"),
+                  HasSubstr("999 MB"), HasSubstr("900 MB"), HasSubstr("90 MB"), "---",
+                  "> Training / fine-tunes  1  ·  2.0 GB", "> Model servers  1  ·  1.0 GB",
+                  "> Agents & tools", "> Auto-start agents", "---", "About Vorda", "Quit Vorda"));
+}
+
+TEST_F(ShortMenuTest, HasTheFiveLargestProcesses) {
+  addServers(9);
+  const std::vector<MenuItem>& items = shortMenu().items;
+  std::vector<int> pids;
+  for (const MenuItem& item : items) {
+    if (item.process) pids.push_back(item.process->pid);
+  }
+  EXPECT_THAT(pids, ElementsAre(1, 2, 3, 4, 5));
+}
+
+TEST_F(ShortMenuTest, ItsRowsKeepTheirDotsAndOpenAMenuOfTheirOwn) {
+  addServers(1);
+  const std::vector<MenuItem>& items = shortMenu().items;
+  const auto row =
+      std::find_if(items.begin(), items.end(), [](const auto& item) { return item.process; });
+  ASSERT_NE(row, items.end());
+  EXPECT_EQ(row->action, Action::openRow);
+  EXPECT_TRUE(row->enabled);
+  EXPECT_TRUE(row->dot);
+  const MenuItem& inSection = itemBeginning("Model servers").submenu.front();
+  EXPECT_EQ(inSection.action, Action::openRow);
+  EXPECT_EQ(inSection.dot, row->dot);
+}
+
+TEST_F(ShortMenuTest, AServicesRowOpensAMenuOfItsOwnToo) {
+  addAgent("gateway", "", true);
+  const MenuItem& row = itemBeginning("Auto-start agents").submenu.front();
+  EXPECT_EQ(row.action, Action::openRow);
+  EXPECT_THAT(shown(ShortMenu::ofRow(row).items),
+              ElementsAre(HasSubstr("gateway"), "Stop / unload"));
+}
+
+TEST_F(ShortMenuTest, SectionOfEightRowsShowsThemAll) {
+  addServers(8);
+  const MenuItem& section = itemBeginning("Model servers");
+  EXPECT_EQ(section.submenu.size(), 8U);
+  EXPECT_EQ(section.submenu.back().process->pid, 8);
+}
+
+TEST_F(ShortMenuTest, SectionOfMoreRowsSaysWhereTheyAre) {
+  addServers(9);
+  const MenuItem& section = itemBeginning("Model servers");
+  EXPECT_EQ(section.title, "Model servers  9  ·  8.7 GB");
+  ASSERT_EQ(section.submenu.size(), 8U);
+  EXPECT_EQ(section.submenu[6].process->pid, 7);
+  EXPECT_EQ(section.submenu[7].title, "More in Vorda…");
+  EXPECT_EQ(section.submenu[7].action, Action::openMenu);
+}
+
+TEST_F(ShortMenuTest, ProcessThatIsCalledLikeAHeaderIsNone) {
+  addProcess(1, "— Agents & tools —", 500);
+  EXPECT_THAT(shown(shortMenu().items), Not(Contains("> Agents & tools")));
+}
+
+TEST_F(ShortMenuTest, ItsStripIsTheMenusOwn) {
+  start();
+  EXPECT_EQ(shortMenu().items.front().strip, menu().items.front().strip);
+}
+
+TEST_F(ShortMenuTest, MenuOfARowSaysWhoseItIsAndHasItsSubmenu) {
+  addServers(1);
+  start();
+  const MenuItem& full = row(1);
+  const Menu own = ShortMenu::ofRow(full);
+  ASSERT_EQ(own.items.size(), 1 + full.submenu.size());
+  EXPECT_EQ(own.items.front().title, full.title);
+  EXPECT_EQ(own.items.front().dot, full.dot);
+  EXPECT_EQ(own.items.front().action, Action::none);
+  EXPECT_FALSE(own.items.front().enabled);
+  EXPECT_TRUE(own.items.front().submenu.empty());
+  EXPECT_TRUE(std::equal(full.submenu.begin(), full.submenu.end(), own.items.begin() + 1));
+}
+
+}  // namespace
