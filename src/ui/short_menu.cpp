@@ -70,11 +70,11 @@ std::string bare(std::string_view header) {
 
 /// A section that a line of the summary adds up, under that line.
 void addCounted(Items& items, const Items& lines, std::string_view beginning, const Items& rows) {
+  if (rows.empty()) return;
   const auto line = std::find_if(lines.begin(), lines.end(), [beginning](const MenuItem& item) {
     return item.title.starts_with(beginning);
   });
-  if (line == lines.end()) return;
-  items.push_back(rows.empty() ? *line : sectionItem(line->title, rows));
+  if (line != lines.end()) items.push_back(sectionItem(line->title, rows));
 }
 
 void addSection(Items& items, const Menu& full, std::string_view header) {
@@ -103,12 +103,13 @@ Menu of(const Menu& full) {
   items.push_back(MenuBuilders::separator());
   const Items largest = plainRows(section(full, kTopHeader), kMaxLargest);
   items.insert(items.end(), largest.begin(), largest.end());
+  const std::size_t above = items.size();
   items.push_back(MenuBuilders::separator());
   addCounted(items, lines, kTrainingSummary, section(full, kTrainingHeader));
   addCounted(items, lines, kServersSummary, section(full, kServersHeader));
   addSection(items, full, kToolsHeader);
   addSection(items, full, kAgentsHeader);
-  items.push_back(MenuBuilders::separator());
+  if (items.size() > above + 1) items.push_back(MenuBuilders::separator());
   addCommand(items, full, Action::about);
   addCommand(items, full, Action::quitApp);
   return menu;

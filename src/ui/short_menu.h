@@ -15,9 +15,9 @@ inline constexpr std::size_t kMaxRows = 8;  ///< where there are more, the last 
 ///@}
 
 /// From top to bottom: the strip, Action::openMenu, the machine's memory, the largest processes,
-/// each section as a submenu, "About" and "Quit". A section that the summary adds up has that line
-/// for its title. A row acts by Action::openRow; its submenu is what that opens, and is not meant
-/// to be shown in its place.
+/// each section that has rows as a submenu, "About" and "Quit". A section that the summary adds up
+/// has that line for its title. A row acts by Action::openRow; its submenu is what that opens, and
+/// is not meant to be shown in its place.
 Menu of(const Menu& full);
 
 /// What Action::openRow opens: the row's title, then its submenu.

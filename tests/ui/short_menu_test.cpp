@@ -59,8 +59,7 @@ class ShortMenuTest : public ControllerTest {
 TEST_F(ShortMenuTest, OfAnEmptyMachineHasItsLinesAndCommands) {
   EXPECT_THAT(shown(shortMenu().items),
               ElementsAre("===", "Open Vorda…", HasSubstr("System  "), "---",
-                          "  (nothing above threshold)", "---", "Training / fine-tunes  none",
-                          "Model servers  none", "---", "About Vorda", "Quit Vorda"));
+                          "  (nothing above threshold)", "---", "About Vorda", "Quit Vorda"));
 }
 
 TEST_F(ShortMenuTest, OfAnEmptyMenuIsEmpty) {
