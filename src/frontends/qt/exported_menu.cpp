@@ -4,6 +4,7 @@
 
 #include "frontends/qt/menu_keys.h"
 #include "frontends/qt/menu_label.h"
+#include "ui/short_menu.h"
 #include "ui/strip_description.h"
 
 namespace {
@@ -43,8 +44,19 @@ const Node* findIn(const Node& node, int id) {
 }  // namespace
 
 ExportedMenu::Change ExportedMenu::show(MenuSnapshot menu) {
+  whole_ = std::move(menu);
+  if (host_ == TrayHostKind::usual) return put(whole_);
+  return put(std::make_shared<const Menu>(ShortMenu::of(*whole_)));
+}
+
+ExportedMenu::Change ExportedMenu::setHost(TrayHostKind host) {
+  if (std::exchange(host_, host) == host || !whole_) return {};
+  return show(whole_);
+}
+
+ExportedMenu::Change ExportedMenu::put(MenuSnapshot shown) {
   std::map<std::string, int> ids;
-  std::vector<Node> children = nodes(menu->items, "", ids);
+  std::vector<Node> children = nodes(shown->items, "", ids);
 
   Change change;
   change.layout = !compare(root_.children, children, change.relabelled);
@@ -52,7 +64,7 @@ ExportedMenu::Change ExportedMenu::show(MenuSnapshot menu) {
 
   root_.children = std::move(children);
   ids_ = std::move(ids);
-  snapshot_ = std::move(menu);
+  snapshot_ = std::move(shown);
   return change;
 }
 
@@ -84,9 +96,9 @@ std::vector<Node> ExportedMenu::nodes(const std::vector<MenuItem>& items,
     if (items[i].strip) {
       describeStrip(node, *items[i].strip);
     } else {
-      node.label = hostMenuLabel(items[i].title);
+      node.label = hostMenuLabel(items[i].title, host_);
     }
-    node.children = nodes(items[i].submenu, key, ids);
+    if (items[i].action != Action::openRow) node.children = nodes(items[i].submenu, key, ids);
     ids.emplace(key, node.id);
   }
   return result;

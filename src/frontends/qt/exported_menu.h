@@ -5,12 +5,13 @@
 #include <vector>
 
 #include "frontends/qt/menu_snapshot.h"
+#include "frontends/qt/tray_host_kind.h"
 #include "ui/memory_pressure_view.h"
 
-/// The menu as a tray host draws it: items with numbers, the strip as a bar of blocks. A
-/// number means the same thing for as long as the program runs; what means something else
-/// gets a number that was never used before. So a click on what the host still shows never
-/// reaches anything else.
+/// The menu as a tray host draws it: items with numbers, the strip as a bar of blocks; its short
+/// form for a host that can't scroll. A number means the same thing for as long as the program
+/// runs; what means something else gets a number that was never used before. So a click on what the
+/// host still shows never reaches anything else.
 class ExportedMenu {
  public:
   static constexpr int kRootId = 0;
@@ -31,6 +32,8 @@ class ExportedMenu {
   };
 
   Change show(MenuSnapshot menu);
+  /// Who shows it from now on.
+  Change setHost(TrayHostKind host);
   Change showStrip(const MemoryPressureView& strip);
 
   const Node& root() const { return root_; }
@@ -38,10 +41,13 @@ class ExportedMenu {
   const MenuSnapshot& snapshot() const { return snapshot_; }
 
  private:
+  Change put(MenuSnapshot shown);
   std::vector<Node> nodes(const std::vector<MenuItem>& items, const std::string& parentKey,
                           std::map<std::string, int>& ids);
 
-  MenuSnapshot snapshot_;
+  TrayHostKind host_ = TrayHostKind::usual;
+  MenuSnapshot whole_;
+  MenuSnapshot snapshot_;  // what of it is shown
   Node root_;
   std::map<std::string, int> ids_;  // of the items that are shown, by their keys
   int lastId_ = kRootId;

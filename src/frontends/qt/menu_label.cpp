@@ -1,6 +1,8 @@
 #include "frontends/qt/menu_label.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "frontends/qt/qt_text.h"
 #include "text/display_line.h"
@@ -31,14 +33,23 @@ std::string doubled(const std::string& text, char mark) {
   return result;
 }
 
+/// One more mark where the first stands that something else follows.
+std::string withOneMore(std::string text, char mark) {
+  const std::size_t other = text.find_first_not_of(mark, std::min(text.find(mark), text.size()));
+  if (other != std::string::npos) text.insert(other, 1, mark);
+  return text;
+}
+
 }  // namespace
 
 QString menuLabel(std::string_view title) {
   return toQString(doubled(oneLine(title), '&'));
 }
 
-std::string hostMenuLabel(std::string_view title) {
-  return doubled(oneLine(title), '_');
+std::string hostMenuLabel(std::string_view title, TrayHostKind host) {
+  std::string line = oneLine(title);
+  if (host == TrayHostKind::usual) return doubled(line, '_');
+  return withOneMore(std::move(line), '_');
 }
 
 std::string barLabel(const MemoryPressureView& strip) {

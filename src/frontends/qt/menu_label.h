@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "frontends/qt/tray_host_kind.h"
 #include "ui/memory_pressure_view.h"
 
 /// What an item's title becomes for who draws it, so that the reader sees the title as it
@@ -13,8 +14,9 @@
 /// For a QMenu, which takes "&" for the mark.
 QString menuLabel(std::string_view title);
 
-/// For a menu that a tray host draws: it takes "_" for the mark.
-std::string hostMenuLabel(std::string_view title);
+/// For a menu that a tray host draws: it takes "_" for the mark. Most take every "__" for the sign
+/// itself; GNOME Shell's extension takes out one "_", the first that another sign follows.
+std::string hostMenuLabel(std::string_view title, TrayHostKind host);
 
 /// The strip where only text can stand: ten cells, filled as far as memory is used, and the
 /// percentage. "██████░░░░ 62%"

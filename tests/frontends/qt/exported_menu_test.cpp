@@ -5,6 +5,7 @@
 #include <set>
 
 #include "frontends/qt/menu_examples.h"
+#include "ui/menu_construction.h"
 
 namespace {
 
@@ -91,6 +92,65 @@ TEST(ExportedMenu, stripOfAMenuWithoutOneIsNoChange) {
   ExportedMenu menu;
   menu.show(snapshot({textItem("x")}));
   EXPECT_FALSE(menu.showStrip({}).any());
+}
+
+std::vector<std::string> labels(const ExportedMenu& menu) {
+  std::vector<std::string> result;
+  for (const Node& node : menu.root().children) result.push_back(node.label);
+  return result;
+}
+
+/// With two processes under the header of the largest.
+std::vector<MenuItem> wholeItems() {
+  return {stripItem(0.62),
+          textItem("System  10.0 / 16 GB used"),
+          separatorItem(),
+          textItem(MenuConstruction::kTopHeader),
+          processRow(11, "ollama"),
+          processRow(12, "train_lora_v2.py"),
+          separatorItem(),
+          actionItem("Refresh now", Action::refreshNow),
+          actionItem("Quit Vorda", Action::quitApp)};
+}
+
+TEST(ExportedMenu, isShortForAHostThatCannotScroll) {
+  ExportedMenu menu;
+  menu.setHost(TrayHostKind::gnomeShell);
+  menu.show(snapshot(wholeItems()));
+  EXPECT_EQ(labels(menu),
+            (std::vector<std::string>{"██████░░░░ 62%", "Open Vorda…", "System  10.0 / 16 GB used",
+                                      "", "ollama  ·  312 MB", "train__lora_v2.py  ·  312 MB", "",
+                                      "Quit Vorda"}));
+}
+
+TEST(ExportedMenu, rowsOfTheShortMenuHaveNoSubmenu) {
+  ExportedMenu menu;
+  menu.setHost(TrayHostKind::gnomeShell);
+  menu.show(snapshot(wholeItems()));
+  const Node* row = menu.find(idOf(menu, 12));
+  EXPECT_TRUE(row->children.empty());
+  EXPECT_EQ(row->item->action, Action::openRow);
+  EXPECT_EQ(row->item->submenu.size(), 4U);
+}
+
+TEST(ExportedMenu, isWholeAgainForAnotherHost) {
+  ExportedMenu menu;
+  menu.show(snapshot(wholeItems()));
+  const std::vector<std::string> whole = labels(menu);
+  EXPECT_TRUE(menu.setHost(TrayHostKind::gnomeShell).layout);
+  EXPECT_NE(labels(menu), whole);
+  EXPECT_FALSE(menu.setHost(TrayHostKind::gnomeShell).any());
+  EXPECT_TRUE(menu.setHost(TrayHostKind::usual).layout);
+  EXPECT_EQ(labels(menu), whole);
+}
+
+TEST(ExportedMenu, stripOfTheShortMenuMoves) {
+  ExportedMenu menu;
+  menu.setHost(TrayHostKind::gnomeShell);
+  menu.show(snapshot(wholeItems()));
+  MemoryPressureView strip;
+  strip.pressure = 0.9;
+  EXPECT_EQ(menu.showStrip(strip).relabelled, (std::vector<int>{menu.root().children[0].id}));
 }
 
 }  // namespace

@@ -254,6 +254,15 @@ TEST_F(HostMenuTest, hostThatGoesTakesTheMenuAndItsWordWithIt) {
   EXPECT_TRUE(eventually([this] { return closings == 3; }));
 }
 
+TEST_F(HostMenuTest, anotherHostIsToldOfItsMenu) {
+  aboutToShow();
+  pair.takeSignals();
+  hostMenu.setHost(TrayHostKind::gnomeShell);
+  EXPECT_EQ(closings, 1);
+  EXPECT_EQ(pair.takeSignals(), Signals{"LayoutUpdated"});
+  EXPECT_EQ(layout().children[1].label, "Open Vorda…");
+}
+
 TEST_F(HostMenuTest, newFiguresTravelInOneSignal) {
   hostMenu.show(snapshot({processRow(11, "a", 1, "1 MB"), processRow(12, "b", 1, "1 MB")}));
   pair.takeSignals();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <string>
 
 #include "fakes/row_name.h"
@@ -21,7 +22,7 @@ class LabelTest : public testing::TestWithParam<LabelRow> {};
 
 TEST_P(LabelTest, showsTheTitleAsItIs) {
   EXPECT_EQ(menuLabel(GetParam().title).toStdString(), GetParam().inQMenu);
-  EXPECT_EQ(hostMenuLabel(GetParam().title), GetParam().atHost);
+  EXPECT_EQ(hostMenuLabel(GetParam().title, TrayHostKind::usual), GetParam().atHost);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -43,9 +44,40 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(MenuLabel, cutsATitleThatNoScreenCouldShow) {
   const std::string endless(100000, 'x');
   EXPECT_LE(menuLabel(endless).size(), 120);
-  EXPECT_LE(text::characterCount(hostMenuLabel(endless)), 120U);
+  EXPECT_LE(text::characterCount(hostMenuLabel(endless, TrayHostKind::usual)), 120U);
   EXPECT_TRUE(menuLabel(endless).endsWith(toQString("…")));
 }
+
+/// What GNOME Shell's AppIndicator extension makes of a label (dbusMenu.js, versions 46 to 63):
+/// one replacement, of the first underscore that something other than an underscore follows.
+std::string shownByGnomeShell(const std::string& label) {
+  static const std::regex kAccessKey("_([^_])");
+  return std::regex_replace(label, kAccessKey, "$1", std::regex_constants::format_first_only);
+}
+
+/// What Plasma makes of one: a pair of underscores is one, a single one marks an access key.
+std::string shownByPlasma(const std::string& label) {
+  std::string text;
+  for (std::size_t i = 0; i < label.size(); ++i) {
+    if (label[i] == '_' && ++i == label.size()) break;
+    text += label[i];
+  }
+  return text;
+}
+
+class HostLabelTest : public testing::TestWithParam<const char*> {};
+
+TEST_P(HostLabelTest, isShownAsItIsByEveryHost) {
+  EXPECT_EQ(shownByGnomeShell(hostMenuLabel(GetParam(), TrayHostKind::gnomeShell)), GetParam());
+  EXPECT_EQ(shownByPlasma(hostMenuLabel(GetParam(), TrayHostKind::usual)), GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Titles, HostLabelTest,
+                         testing::Values("firefox", "a_b", "train_lora_v2.py", "_", "__", "_a",
+                                         "a_", "a__", "__main__", "_a_", "a__b_c", "a_b__c",
+                                         "___x___y", "_é_模型", "R&D", "a && b", "&_&", "<b>x</b>",
+                                         "<b>_</b>", "&lt;&amp;_", "50%", "100%% _%s_%d", "%_",
+                                         "\\_", "$1_$&", ""));
 
 struct BarRow {
   const char* name;

@@ -173,6 +173,13 @@ void HostMenu::show(MenuSnapshot menu) {
   }
 }
 
+void HostMenu::setHost(TrayHostKind host) {
+  const ExportedMenu::Change change = menu_.setHost(host);
+  if (!change.any()) return;
+  assumeClosed();
+  tell(change);
+}
+
 void HostMenu::showStrip(const MemoryPressureView& strip) {
   tell(menu_.showStrip(strip));
 }

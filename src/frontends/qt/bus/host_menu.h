@@ -25,6 +25,8 @@ class HostMenu : public QObject {
   HostMenu(sd_bus* bus, ExportedMenu& menu, int longestTracking = kLongestTracking);
 
   void show(MenuSnapshot menu);
+  /// Who will ask for it. Another one has not opened it yet.
+  void setHost(TrayHostKind host);
   void showStrip(const MemoryPressureView& strip);
 
   /// The menu cannot be open any more: another one has opened.
