@@ -9,6 +9,7 @@
 #include "frontends/qt/popup_menu.h"
 #include "frontends/qt/qt_scheduled_work.h"
 #include "frontends/qt/x11/window_hints.h"
+#include "ui/short_menu.h"
 #include "ui/strip_description.h"
 
 namespace {
@@ -109,7 +110,7 @@ void QtFrontEnd::setToolTip(const std::string& toolTip) {
 
 void QtFrontEnd::menuRebuilt(const Menu& menu) {
   menu_ = std::make_shared<const Menu>(menu);
-  if (popup_) popup_->setMenu(menu_);
+  if (popup_ && !popupIsApart_) popup_->setMenu(menu_);
   if (connection_) connection_->menu.show(menu_);
   showStrip();
 }
@@ -166,19 +167,20 @@ void QtFrontEnd::togglePopup() {
     popup_->close();
   } else {
     presence_.providePlace(
-        [this](QWidget* parent, QPoint position) { openPopup(parent, position); });
+        [this](QWidget* parent, QPoint position) { openPopup(nullptr, parent, position); });
   }
 }
 
-void QtFrontEnd::openPopup(QWidget* parent, QPoint position) {
+void QtFrontEnd::openPopup(const MenuSnapshot& apart, QWidget* parent, QPoint position) {
   if (alert_ || popup_) return;
   if (connection_) {
     connection_->icon.setQuiet(true);
     connection_->menu.assumeClosed();
   }
   popup_ = new PopupMenu(parent);
+  popupIsApart_ = apart != nullptr;
   tracking_.begin(MenuTracking::Shown::popup);
-  popup_->setMenu(menu_);
+  popup_->setMenu(popupIsApart_ ? apart : menu_);
   connect(popup_, &PopupMenu::chosen, this, &QtFrontEnd::choose, Qt::QueuedConnection);
   connect(popup_, &PopupMenu::settingsRequested, this, &QtFrontEnd::showSettings,
           Qt::QueuedConnection);
@@ -202,5 +204,25 @@ void QtFrontEnd::choose(const MenuSnapshot&, const MenuItem* item) {
     bringToFront(*alert_);
     return;
   }
-  delegate_->perform(*item);
+  if (item->action == Action::openRow || item->action == Action::openMenu) {
+    openInstead(*item);
+  } else {
+    delegate_->perform(*item);
+  }
+}
+
+/// What a short menu leaves out.
+void QtFrontEnd::openInstead(const MenuItem& item) {
+  if (popup_) popup_->close();
+  const MenuSnapshot apart = item.action == Action::openRow
+                                 ? std::make_shared<const Menu>(ShortMenu::ofRow(item))
+                                 : nullptr;
+  const auto open = [this, apart](QWidget* parent, QPoint position) {
+    openPopup(apart, parent, position);
+  };
+  // Once the one that is closing has gone.
+  QMetaObject::invokeMethod(
+      this,
+      [this, apart, open] { apart ? presence_.providePlace(open) : presence_.provideWindow(open); },
+      Qt::QueuedConnection);
 }

@@ -55,7 +55,9 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void busLost();
   void reconnect();
   void togglePopup();
-  void openPopup(QWidget* parent, QPoint position);
+  /// Opens a menu of what is given, or, for nullptr, the whole menu, which later refreshes follow.
+  void openPopup(const MenuSnapshot& apart, QWidget* parent, QPoint position);
+  void openInstead(const MenuItem& item);
   void popupClosed();
   void choose(const MenuSnapshot& menu, const MenuItem* item);
   void showStrip();
@@ -70,6 +72,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
   std::unique_ptr<TrayConnection> connection_;
   TrayPresence presence_;
   QPointer<PopupMenu> popup_;
+  bool popupIsApart_ = false;  // it shows something other than menu_
   QPointer<AlertDialog> alert_;
   QPointer<SettingsWindow> settings_;
   QTimer reconnect_;

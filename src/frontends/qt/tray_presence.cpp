@@ -106,8 +106,12 @@ void TrayPresence::setStrip(std::shared_ptr<const MemoryPressureView> strip) {
 void TrayPresence::providePlace(const OpenPopup& open) {
   if (kind_ != PresenceKind::window && !popupsNeedWindow()) {
     open(nullptr, QCursor::pos());
-    return;
+  } else {
+    provideWindow(open);
   }
+}
+
+void TrayPresence::provideWindow(const OpenPopup& open) {
   window().show();
   window().whenExposed([this, open] { open(window_.get(), window_->menuPosition()); });
 }

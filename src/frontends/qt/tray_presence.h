@@ -38,6 +38,8 @@ class TrayPresence : public QObject {
   /// left corner. It may have to wait until there is such a place.
   using OpenPopup = std::function<void(QWidget* parent, QPoint position)>;
   void providePlace(const OpenPopup& open);
+  /// The same, always in the window.
+  void provideWindow(const OpenPopup& open);
   /// The popup has closed: its place is no longer needed.
   void releasePlace();
 

@@ -185,6 +185,46 @@ TEST_F(QtFrontEndTest, closingTheOnlyWindowEndsTheProgram) {
   EXPECT_EQ(QApplication::exec(), 0);
 }
 
+/// A row as a short menu has it.
+MenuItem rowThatOpens(std::int32_t pid, const std::string& name) {
+  MenuItem row = processRow(pid, name);
+  row.action = Action::openRow;
+  return row;
+}
+
+TEST_F(QtFrontEndTest, rowOfAShortMenuOpensAMenuOfItsOwn) {
+  const MenuItem row = rowThatOpens(11, "ollama");
+  clickTheButton();
+  Q_EMIT shown<PopupMenu>()->chosen(snapshot({}), &row);
+  settle();
+  ASSERT_NE(shown<PopupMenu>(), nullptr);
+  EXPECT_EQ(openMenu(), (QStringList{"ollama  ·  312 MB", "312 MB", "", "Quit", "Full details…"}));
+  // What is found meanwhile is no news for it.
+  frontEnd.menuRebuilt(Menu{{processRow(13, "new")}});
+  EXPECT_EQ(openMenu().front(), "ollama  ·  312 MB");
+
+  choose("Quit");
+  settle();
+  EXPECT_EQ(shown<PopupMenu>(), nullptr);
+  EXPECT_EQ(delegate.calls.back(), "perform Quit");
+  clickTheButton();
+  EXPECT_EQ(openMenu(), QStringList("new  ·  312 MB"));
+}
+
+TEST_F(QtFrontEndTest, openVordaOpensTheWholeMenu) {
+  const MenuItem open = actionItem("Open Vorda…", Action::openMenu);
+  const MenuItem row = rowThatOpens(11, "ollama");
+  clickTheButton();
+  const QStringList whole = openMenu();
+  Q_EMIT shown<PopupMenu>()->chosen(snapshot({}), &row);
+  settle();
+  ASSERT_NE(openMenu(), whole);
+  Q_EMIT shown<PopupMenu>()->chosen(snapshot({}), &open);
+  settle();
+  EXPECT_EQ(openMenu(), whole);
+  EXPECT_EQ(std::count(delegate.calls.begin(), delegate.calls.end(), "perform Open Vorda…"), 0);
+}
+
 TEST_F(QtFrontEndTest, stripInTheWindowMoves) {
   Menu menu{exampleItems()};
   frontEnd.menuRebuilt(menu);
