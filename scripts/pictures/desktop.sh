@@ -29,7 +29,10 @@ eventually() {
 }
 
 # The bus name of the program's icon.
-tray_icon() { busctl --user list --no-legend | awk '/^org.kde.StatusNotifierItem/ { print $1; found = 1 } END { exit !found }'; }
+tray_icon() {
+  busctl --user get-property org.kde.StatusNotifierWatcher /StatusNotifierWatcher \
+    org.kde.StatusNotifierWatcher RegisteredStatusNotifierItems | grep -o ":[0-9.]*" | grep -m 1 .
+}
 
 click_icon() {
   busctl --user call "$(tray_icon)" /StatusNotifierItem org.kde.StatusNotifierItem Activate ii 0 0

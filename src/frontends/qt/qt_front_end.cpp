@@ -55,17 +55,22 @@ void QtFrontEnd::setDelegate(MenuDelegate* delegate) {
 }
 
 void QtFrontEnd::attach(NamedBus bus) {
-  connection_ = std::make_unique<TrayConnection>(std::move(bus), exportedMenu_);
+  auto iconBus = SessionBus::open(kReconnectPatience);
+  if (!iconBus) return busLost();
+  connection_ = std::make_unique<TrayConnection>(std::move(bus), std::move(iconBus), exportedMenu_);
   connection_->icon.setToolTip(toolTip_);
   connection_->menu.show(menu_);
   showStrip();
   const TrayHostWatch& hosts = connection_->hosts;
   connect(&hosts, &TrayHostWatch::changed, this, [this, &hosts] {
+    connection_->menu.setHost(hosts.hostKind());
     presence_.setHost(hosts.decided(), hosts.hostShowsIcon());
     if (!hosts.hostShowsIcon()) connection_->menu.hostGone();
   });
-  connect(connection_->bus.get(), &SessionBus::lost, this, &QtFrontEnd::busLost,
-          Qt::QueuedConnection);
+  connect(&hosts, &TrayHostWatch::watcherChanged, &connection_->menu, &HostMenu::hostGone);
+  for (const SessionBus* lost : {connection_->bus.get(), connection_->iconBus.get()}) {
+    connect(lost, &SessionBus::lost, this, &QtFrontEnd::busLost, Qt::QueuedConnection);
+  }
   connect(connection_->name.get(), &InstanceName::activated, this, &QtFrontEnd::showSettings,
           Qt::QueuedConnection);
   connect(&connection_->icon, &StatusNotifierItem::activated, this, &QtFrontEnd::togglePopup,

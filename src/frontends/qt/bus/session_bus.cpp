@@ -16,6 +16,10 @@ using std::chrono::microseconds;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
+/// How many messages are worked off before the event loop has its turn: somebody may send them
+/// faster than they can be read.
+constexpr int kMessagesAtOnce = 100;
+
 /// What sd_bus_get_timeout counts in.
 std::uint64_t monotonicMicroseconds() {
   timespec now = {};
@@ -104,10 +108,8 @@ void SessionBus::process() {
   // A handler may run an event loop of its own, as an alert does.
   if (processing_ || lost_) return;
   processing_ = true;
-  int worked = 0;
-  do {
-    worked = sd_bus_process(get(), nullptr);
-  } while (worked > 0);
+  int worked = 1;
+  for (int i = 0; worked > 0 && i < kMessagesAtOnce; ++i) worked = sd_bus_process(get(), nullptr);
   processing_ = false;
 
   if (worked < 0 || sd_bus_is_open(get()) <= 0) {
@@ -119,6 +121,7 @@ void SessionBus::process() {
     return;
   }
   watchForMore();
+  if (worked > 0) timeout_.start(0);
 }
 
 void SessionBus::watchForMore() {

@@ -1,7 +1,5 @@
 #include "frontends/qt/bus/status_notifier_item.h"
 
-#include <unistd.h>
-
 #include <QtEndian>
 #include <string_view>
 #include <utility>
@@ -126,17 +124,10 @@ const sd_bus_vtable StatusNotifierItemVtable::table[] = {
 
 StatusNotifierItem::StatusNotifierItem(sd_bus* bus, std::vector<QImage> pictures,
                                        std::string menuPath)
-    : bus_(bus),
-      pictures_(std::move(pictures)),
-      menuPath_(std::move(menuPath)),
-      serviceName_("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1") {
+    : bus_(bus), pictures_(std::move(pictures)), menuPath_(std::move(menuPath)) {
   sd_bus_slot* raw = nullptr;
   sd_bus_add_object_vtable(bus_, &raw, kPath, kInterface, StatusNotifierItemVtable::table, this);
   object_.reset(raw);
-  raw = nullptr;
-  const auto ignoreAnswer = [](sd_bus_message*, void*, sd_bus_error*) { return 0; };
-  sd_bus_request_name_async(bus_, &raw, serviceName_.c_str(), 0, ignoreAnswer, this);
-  nameRequest_.reset(raw);
 }
 
 void StatusNotifierItem::setTitle(const std::string& title) {

@@ -7,8 +7,8 @@
 
 #include "frontends/qt/bus/sd_bus_ptr.h"
 
-/// The icon as tray hosts ask for it: an org.kde.StatusNotifierItem, served on a bus name of
-/// its own as long as the object lives.
+/// The icon as tray hosts ask for it: an org.kde.StatusNotifierItem, served as long as the object
+/// lives.
 class StatusNotifierItem : public QObject {
   Q_OBJECT
 
@@ -17,8 +17,6 @@ class StatusNotifierItem : public QObject {
 
   /// `pictures` is the icon in several sizes; `menuPath` where the menu is served.
   StatusNotifierItem(sd_bus* bus, std::vector<QImage> pictures, std::string menuPath);
-
-  const std::string& serviceName() const { return serviceName_; }
 
   /// What names the icon, also for screen readers: hosts show it only where there is no
   /// tooltip.
@@ -39,10 +37,8 @@ class StatusNotifierItem : public QObject {
   sd_bus* bus_;
   std::vector<QImage> pictures_;
   std::string menuPath_;
-  std::string serviceName_;
   std::string title_;
   std::string toolTip_;
   bool quiet_ = false;
   BusSlot object_;
-  BusSlot nameRequest_;
 };

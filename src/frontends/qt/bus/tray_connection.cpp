@@ -4,11 +4,14 @@
 
 #include "frontends/qt/pictures.h"
 
-TrayConnection::TrayConnection(NamedBus namedBus, ExportedMenu& exportedMenu)
+TrayConnection::TrayConnection(NamedBus namedBus, std::unique_ptr<SessionBus> iconsBus,
+                               ExportedMenu& exportedMenu)
     : bus(std::move(namedBus.bus)),
       name(std::move(namedBus.name)),
-      icon(bus->get(), badgePictures(), HostMenu::kPath),
-      menu(bus->get(), exportedMenu),
-      hosts(bus->get(), icon.serviceName()) {
+      iconBus(std::move(iconsBus)),
+      icon(iconBus->get(), badgePictures(), HostMenu::kPath),
+      menu(iconBus->get(), exportedMenu),
+      hosts(iconBus->get()) {
   bus->serve();
+  iconBus->serve();
 }

@@ -14,13 +14,16 @@ struct NamedBus {
   std::unique_ptr<InstanceName> name;
 };
 
-/// All that the program is on one connection to the session bus: its name, its icon and the
-/// menu for tray hosts. When the connection is lost, all of it is.
+/// All that the program is on the session bus: its name, and the icon and the menu for tray hosts.
+/// These are on a connection of their own, which has no other name: GNOME's extension takes an
+/// icon that it finds under another name for another icon. When a connection is lost, all is.
 struct TrayConnection {
-  TrayConnection(NamedBus namedBus, ExportedMenu& exportedMenu);
+  TrayConnection(NamedBus namedBus, std::unique_ptr<SessionBus> iconsBus,
+                 ExportedMenu& exportedMenu);
 
   std::unique_ptr<SessionBus> bus;
   std::unique_ptr<InstanceName> name;
+  std::unique_ptr<SessionBus> iconBus;
   StatusNotifierItem icon;
   HostMenu menu;
   TrayHostWatch hosts;

@@ -1,31 +1,81 @@
 #include "frontends/qt/bus/tray_host_watch.h"
 
+#include <algorithm>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 namespace {
 
+constexpr const char* kBus = "org.freedesktop.DBus";
+constexpr const char* kBusPath = "/org/freedesktop/DBus";
 constexpr const char* kWatcher = "org.kde.StatusNotifierWatcher";
 constexpr const char* kWatcherPath = "/StatusNotifierWatcher";
+constexpr const char* kGnomeShell = "org.gnome.Shell";
 
 TrayHostWatch* watch(void* self) {
   return static_cast<TrayHostWatch*>(self);
 }
 
-}  // namespace
-
-TrayHostWatch::TrayHostWatch(sd_bus* bus, std::string serviceName)
-    : bus_(bus), serviceName_(std::move(serviceName)) {
-  const std::string watcher = std::string("'") + kWatcher + "'";
-  addMatch(watcherMatch_,
-           "type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged',arg0=" + watcher,
-           &TrayHostWatch::watcherChanged);
-  addMatch(hostsMatch_, "type='signal',interface=" + watcher + ",path='" + kWatcherPath + "'",
-           &TrayHostWatch::hostsChanged);
-  askForHost();
+/// Anybody may send anybody a signal, whatever was asked for: the bus says truly who did.
+bool isFrom(sd_bus_message* message, std::string_view name) {
+  const char* sender = sd_bus_message_get_sender(message);
+  return sender != nullptr && name == sender;
 }
 
-void TrayHostWatch::addMatch(BusSlot& slot, const std::string& rule,
-                             sd_bus_message_handler_t handler) {
+bool isError(sd_bus_message* reply) {
+  return sd_bus_message_is_method_error(reply, nullptr) != 0;
+}
+
+/// How watchers write an item that is served on that unique bus name: the name alone, or with
+/// its object path, which some set off by "@".
+bool speaksOf(std::string_view item, std::string_view name) {
+  if (!item.starts_with(name)) return false;
+  return item.size() == name.size() || item[name.size()] == '/' || item[name.size()] == '@';
+}
+
+/// Whether the answer's list has the icon; none when it is no such list.
+std::optional<bool> lists(sd_bus_message* reply, std::string_view icon) {
+  if (isError(reply) || sd_bus_message_enter_container(reply, 'v', "as") <= 0 ||
+      sd_bus_message_enter_container(reply, 'a', "s") < 0) {
+    return std::nullopt;
+  }
+  const char* item = nullptr;
+  while (sd_bus_message_read(reply, "s", &item) > 0) {
+    if (speaksOf(item, icon)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+TrayHostWatch::TrayHostWatch(sd_bus* bus) : bus_(bus) {
+  const char* name = nullptr;
+  if (sd_bus_get_unique_name(bus, &name) >= 0) icon_ = name;
+  for (QTimer* timer : {&nextLook_, &patience_, &again_}) timer->setSingleShot(true);
+  connect(&nextLook_, &QTimer::timeout, this, &TrayHostWatch::look);
+  connect(&patience_, &QTimer::timeout, this, [this] {
+    if (missing_ == Missing::forAMoment) missing_ = Missing::forTooLong;
+    lookSoon();
+  });
+  connect(&again_, &QTimer::timeout, this, [this] {
+    registered_ = false;
+    lookSoon();
+  });
+
+  const std::string watcher = std::string("'") + kWatcher + "'";
+  addMatch(watcherMatch_,
+           std::string("type='signal',sender='") + kBus + "',interface='" + kBus +
+               "',member='NameOwnerChanged',arg0=" + watcher,
+           &TrayHostWatch::ownerChanged);
+  addMatch(
+      signalMatch_,
+      "type='signal',sender=" + watcher + ",interface=" + watcher + ",path='" + kWatcherPath + "'",
+      &TrayHostWatch::watcherSignalled);
+  look();
+}
+
+void TrayHostWatch::addMatch(BusSlot& slot, const std::string& rule, Handler handler) {
   sd_bus_slot* raw = nullptr;
   // Not waiting for the bus to confirm the rule: it answers in order, so the rule stands
   // before the question that follows is answered.
@@ -34,44 +84,173 @@ void TrayHostWatch::addMatch(BusSlot& slot, const std::string& rule,
   }
 }
 
-void TrayHostWatch::askForHost() {
+int TrayHostWatch::ownerChanged(sd_bus_message* message, void* self, sd_bus_error*) {
+  const char* newOwner = "";
+  if (!isFrom(message, kBus) ||
+      sd_bus_message_read(message, "sss", nullptr, nullptr, &newOwner) < 0) {
+    return 0;
+  }
+  watch(self)->watcher_ = newOwner;
+  watch(self)->watcherIsGone_ = *newOwner == '\0';
+  watch(self)->forgetIcon();
+  // What was asked was asked of the one before.
+  watch(self)->question_.reset();
+  Q_EMIT watch(self)->watcherChanged();
+  watch(self)->lookSoon();
+  return 0;
+}
+
+int TrayHostWatch::watcherSignalled(sd_bus_message* message, void* self, sd_bus_error*) {
+  // Whatever it says has changed: what it says now is asked for.
+  if (isFrom(message, watch(self)->watcher_)) watch(self)->lookSoon();
+  return 0;
+}
+
+void TrayHostWatch::forgetIcon() {
+  registered_ = false;
+  listed_ = false;
+  missing_ = Missing::no;
+  pause_ = kFirstPause;
+  patience_.stop();
+  again_.stop();
+}
+
+void TrayHostWatch::lookSoon() {
+  if (question_ != nullptr) {
+    lookAgain_ = true;
+  } else if (!nextLook_.isActive()) {
+    nextLook_.start(static_cast<int>(std::max<qint64>(0, kBetweenLooks - sinceLook_.elapsed())));
+  }
+}
+
+void TrayHostWatch::look() {
+  sinceLook_.start();
+  if (watcherIsGone_) {
+    settle(false);
+  } else {
+    ask("IsStatusNotifierHostRegistered", &TrayHostWatch::hostAnswered);
+  }
+}
+
+void TrayHostWatch::finishLook() {
+  question_.reset();
+  if (std::exchange(lookAgain_, false)) lookSoon();
+}
+
+void TrayHostWatch::sent(int result, sd_bus_slot* question) {
+  question_.reset(question);
+  if (result >= 0) return;
+  settle(false);
+  finishLook();
+}
+
+void TrayHostWatch::ask(const char* property, Handler handler) {
   sd_bus_slot* raw = nullptr;
-  const int sent = sd_bus_call_method_async(
-      bus_, &raw, kWatcher, kWatcherPath, "org.freedesktop.DBus.Properties", "Get",
-      &TrayHostWatch::hostAnswered, this, "ss", kWatcher, "IsStatusNotifierHostRegistered");
-  question_.reset(raw);
-  if (sent < 0) settle(false);
+  const int result = sd_bus_call_method_async(bus_, &raw, kWatcher, kWatcherPath,
+                                              "org.freedesktop.DBus.Properties", "Get", handler,
+                                              this, "ss", kWatcher, property);
+  sent(result, raw);
 }
 
 int TrayHostWatch::hostAnswered(sd_bus_message* reply, void* self, sd_bus_error*) {
   int hostIsThere = 0;
-  if (sd_bus_message_is_method_error(reply, nullptr) != 0 ||
-      sd_bus_message_read(reply, "v", "b", &hostIsThere) < 0) {
-    hostIsThere = 0;
+  if (!isError(reply)) {
+    const char* sender = sd_bus_message_get_sender(reply);
+    watch(self)->watcher_ = sender == nullptr ? "" : sender;
+    if (sd_bus_message_read(reply, "v", "b", &hostIsThere) < 0) hostIsThere = 0;
   }
   if (hostIsThere == 0) {
     watch(self)->settle(false);
+    watch(self)->finishLook();
   } else if (watch(self)->registered_) {
-    watch(self)->settle(true);
+    watch(self)->ask("RegisteredStatusNotifierItems", &TrayHostWatch::itemsAnswered);
   } else {
-    watch(self)->registerIcon();
+    watch(self)->askForShell();
   }
   return 0;
 }
 
+void TrayHostWatch::askForShell() {
+  sd_bus_slot* raw = nullptr;
+  const int result =
+      sd_bus_call_method_async(bus_, &raw, kBus, kBusPath, kBus, "GetNameOwner",
+                               &TrayHostWatch::shellAnswered, this, "s", kGnomeShell);
+  sent(result, raw);
+}
+
+/// The extension runs inside the shell: the watcher is then the shell itself.
+int TrayHostWatch::shellAnswered(sd_bus_message* reply, void* self, sd_bus_error*) {
+  const char* shell = "";
+  const bool isShell = !isError(reply) && sd_bus_message_read(reply, "s", &shell) >= 0 &&
+                       watch(self)->watcher_ == shell;
+  const TrayHostKind kind = isShell ? TrayHostKind::gnomeShell : TrayHostKind::usual;
+  if (std::exchange(watch(self)->hostKind_, kind) != kind) Q_EMIT watch(self)->changed();
+  watch(self)->registerIcon();
+  return 0;
+}
+
+/// By the unique name: for an icon with a name of its own GNOME's extension waits for that name
+/// as well, and may then lose what it has read of the icon before.
 void TrayHostWatch::registerIcon() {
   sd_bus_slot* raw = nullptr;
-  const int sent = sd_bus_call_method_async(
+  const int result = sd_bus_call_method_async(
       bus_, &raw, kWatcher, kWatcherPath, kWatcher, "RegisterStatusNotifierItem",
-      &TrayHostWatch::iconRegistered, this, "s", serviceName_.c_str());
-  question_.reset(raw);
-  if (sent < 0) settle(false);
+      &TrayHostWatch::iconRegistered, this, "s", icon_.c_str());
+  sent(result, raw);
 }
 
 int TrayHostWatch::iconRegistered(sd_bus_message* reply, void* self, sd_bus_error*) {
-  watch(self)->registered_ = sd_bus_message_is_method_error(reply, nullptr) == 0;
-  watch(self)->settle(watch(self)->registered_);
+  watch(self)->registered_ = !isError(reply);
+  if (!watch(self)->registered_) {
+    watch(self)->settle(false);
+    watch(self)->registerAgainLater();
+    watch(self)->finishLook();
+    return 0;
+  }
+  // It may take its time to list the icon. Whether it has is looked at when that is over, too.
+  if (watch(self)->missing_ == Missing::no) {
+    watch(self)->missing_ = Missing::forAMoment;
+    watch(self)->patience_.start(kPatience);
+  }
+  if (watch(self)->missing_ == Missing::forAMoment) watch(self)->settle(true);
+  watch(self)->ask("RegisteredStatusNotifierItems", &TrayHostWatch::itemsAnswered);
   return 0;
+}
+
+int TrayHostWatch::itemsAnswered(sd_bus_message* reply, void* self, sd_bus_error*) {
+  // A watcher that keeps no such list has taken the icon, as far as anybody can tell.
+  if (lists(reply, watch(self)->icon_).value_or(true)) {
+    watch(self)->iconIsListed();
+  } else {
+    watch(self)->iconIsMissing();
+  }
+  watch(self)->finishLook();
+  return 0;
+}
+
+void TrayHostWatch::iconIsListed() {
+  if (!listed_) sinceListed_.start();
+  listed_ = true;
+  missing_ = Missing::no;
+  again_.stop();
+  settle(true);
+}
+
+void TrayHostWatch::iconIsMissing() {
+  if (listed_ && sinceListed_.elapsed() >= kLongestPause) pause_ = kFirstPause;
+  listed_ = false;
+  if (missing_ == Missing::no) {
+    missing_ = Missing::forAMoment;
+    patience_.start(kPatience);
+  }
+  if (missing_ == Missing::forTooLong) settle(false);
+  registerAgainLater();
+}
+
+void TrayHostWatch::registerAgainLater() {
+  if (again_.isActive()) return;
+  again_.start(pause_);
+  pause_ = std::min(2 * pause_, kLongestPause);
 }
 
 void TrayHostWatch::settle(bool shown) {
@@ -79,25 +258,4 @@ void TrayHostWatch::settle(bool shown) {
   decided_ = true;
   hostShowsIcon_ = shown;
   Q_EMIT changed();
-}
-
-int TrayHostWatch::watcherChanged(sd_bus_message* message, void* self, sd_bus_error*) {
-  const char* newOwner = "";
-  if (sd_bus_message_read(message, "sss", nullptr, nullptr, &newOwner) < 0) return 0;
-  watch(self)->registered_ = false;
-  if (*newOwner == '\0') {
-    watch(self)->question_.reset();
-    watch(self)->settle(false);
-  } else {
-    watch(self)->askForHost();
-  }
-  return 0;
-}
-
-int TrayHostWatch::hostsChanged(sd_bus_message* message, void* self, sd_bus_error*) {
-  if (sd_bus_message_is_signal(message, kWatcher, "StatusNotifierHostRegistered") > 0 ||
-      sd_bus_message_is_signal(message, kWatcher, "StatusNotifierHostUnregistered") > 0) {
-    watch(self)->askForHost();
-  }
-  return 0;
 }

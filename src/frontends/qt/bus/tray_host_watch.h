@@ -1,45 +1,92 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
+#include <QTimer>
 #include <string>
 
 #include "frontends/qt/bus/sd_bus_ptr.h"
+#include "frontends/qt/tray_host_kind.h"
 
 /// Watches for somebody who shows tray icons: the StatusNotifierWatcher, as long as it says
-/// that a host is registered with it. Registers our icon with it, and again with every new
-/// watcher.
+/// that a host is registered with it. Registers our icon with it, again with every new
+/// watcher, and again whenever the watcher has dropped it from its list.
+///
+/// Only the bus and the watcher's owner are believed. However many signals come, the watcher
+/// is asked once in kBetweenLooks.
 class TrayHostWatch : public QObject {
   Q_OBJECT
 
  public:
-  /// `serviceName` is the bus name on which the icon is served.
-  TrayHostWatch(sd_bus* bus, std::string serviceName);
+  /// Milliseconds.
+  ///@{
+  static constexpr int kBetweenLooks = 100;
+  static constexpr int kPatience = 3000;   ///< how long the icon may be missing from the list
+  static constexpr int kFirstPause = 250;  ///< before an icon that was dropped is registered again
+  static constexpr int kLongestPause = 30000;  ///< the pause doubles up to this
+  ///@}
 
-  /// Whether a host is there and has been told of the icon.
+  /// The icon is served on this bus, which has greeted back.
+  explicit TrayHostWatch(sd_bus* bus);
+
+  /// Whether a host is there and has been told of the icon, and has not dropped it for longer
+  /// than kPatience.
   bool hostShowsIcon() const { return hostShowsIcon_; }
   /// Whether the watcher has been heard, or there is none: before, nothing is known.
   bool decided() const { return decided_; }
+  /// Known before the host is told of the icon.
+  TrayHostKind hostKind() const { return hostKind_; }
 
  Q_SIGNALS:
   void changed();
+  /// There is another watcher, or none: what the one before has said of its menu is over. Comes at
+  /// once, where changed() may not come at all because the next one is there so soon.
+  void watcherChanged();
 
  private:
-  void addMatch(BusSlot& slot, const std::string& rule, sd_bus_message_handler_t handler);
-  void askForHost();
+  enum class Missing { no, forAMoment, forTooLong };
+  using Handler = int (*)(sd_bus_message* reply, void* self, sd_bus_error*);
+
+  void addMatch(BusSlot& slot, const std::string& rule, Handler handler);
+  void forgetIcon();
+  void lookSoon();
+  void look();
+  void ask(const char* property, Handler handler);
+  void askForShell();
   void registerIcon();
+  void iconIsListed();
+  void iconIsMissing();
+  void registerAgainLater();
+  void sent(int result, sd_bus_slot* question);
+  void finishLook();
   void settle(bool shown);
 
-  static int watcherChanged(sd_bus_message* message, void* self, sd_bus_error*);
-  static int hostsChanged(sd_bus_message* message, void* self, sd_bus_error*);
+  static int ownerChanged(sd_bus_message* message, void* self, sd_bus_error*);
+  static int watcherSignalled(sd_bus_message* message, void* self, sd_bus_error*);
   static int hostAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
+  static int shellAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
   static int iconRegistered(sd_bus_message* reply, void* self, sd_bus_error*);
+  static int itemsAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
 
   sd_bus* bus_;
-  std::string serviceName_;
+  std::string icon_;     // the unique bus name that it is served on
+  std::string watcher_;  // the watcher's unique bus name; "" for none or not known yet
+  bool watcherIsGone_ = false;
+  TrayHostKind hostKind_ = TrayHostKind::usual;
   bool hostShowsIcon_ = false;
   bool decided_ = false;
   bool registered_ = false;  // with the present watcher
+  bool listed_ = false;      // by it, when it was asked last
+  Missing missing_ = Missing::no;
+  int pause_ = kFirstPause;
+
   BusSlot watcherMatch_;
-  BusSlot hostsMatch_;
-  BusSlot question_;
+  BusSlot signalMatch_;
+  BusSlot question_;        // the one that waits for its answer
+  bool lookAgain_ = false;  // once it is answered
+  QElapsedTimer sinceLook_;
+  QElapsedTimer sinceListed_;
+  QTimer nextLook_;
+  QTimer patience_;
+  QTimer again_;
 };

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <chrono>
 
 namespace {
@@ -32,11 +33,25 @@ struct WatcherVtable {
     const char* service = nullptr;
     sd_bus_message_read(call, "s", &service);
     host(data).icon_ = service;
+    ++host(data).registrations_;
+    if (host(data).list_ == TrayHost::List::kept) {
+      host(data).items_.push_back(host(data).icon_ + kItemPath);
+    }
     return sd_bus_reply_method_return(call, "");
   }
   static int hostRegistered(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                             void* data, sd_bus_error*) {
+    ++host(data).looks_;
     return sd_bus_message_append(reply, "b", host(data).hostRegistered_ ? 1 : 0);
+  }
+  static int items(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                   void* data, sd_bus_error*) {
+    if (host(data).list_ == TrayHost::List::forbidden) return -EACCES;
+    int result = sd_bus_message_open_container(reply, 'a', "s");
+    for (const std::string& item : host(data).items_) {
+      if (result >= 0) result = sd_bus_message_append(reply, "s", item.c_str());
+    }
+    return result < 0 ? result : sd_bus_message_close_container(reply);
   }
   static const sd_bus_vtable table[];
 };
@@ -45,6 +60,8 @@ const sd_bus_vtable WatcherVtable::table[] = {
     SD_BUS_VTABLE_START(0),
     SD_BUS_METHOD("RegisterStatusNotifierItem", "s", "", &registerItem, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_PROPERTY("IsStatusNotifierHostRegistered", "b", &hostRegistered, 0, 0),
+    SD_BUS_PROPERTY("RegisteredStatusNotifierItems", "as", &items, 0, 0),
+    SD_BUS_SIGNAL("StatusNotifierItemUnregistered", "s", 0),
     SD_BUS_SIGNAL("StatusNotifierHostRegistered", "", 0),
     SD_BUS_SIGNAL("StatusNotifierHostUnregistered", "", 0),
     SD_BUS_VTABLE_END,
@@ -65,6 +82,24 @@ void TrayHost::appear() {
 void TrayHost::disappear() {
   EXPECT_GE(sd_bus_release_name(bus_.get(), kWatcher), 0);
   icon_.clear();
+  items_.clear();
+}
+
+void TrayHost::appearAsGnomeShell() {
+  EXPECT_GE(sd_bus_request_name(bus_.get(), "org.gnome.Shell", 0), 0);
+  appear();
+}
+
+void TrayHost::dropIcon() {
+  items_.clear();
+  sd_bus_emit_signal(bus_.get(), kWatcherPath, kWatcher, "StatusNotifierItemUnregistered", "s",
+                     (icon_ + kItemPath).c_str());
+}
+
+void TrayHost::signalNothing(int times) {
+  for (int i = 0; i < times; ++i) {
+    sd_bus_emit_signal(bus_.get(), kWatcherPath, kWatcher, "StatusNotifierHostRegistered", "");
+  }
 }
 
 void TrayHost::setHostRegistered(bool registered) {
@@ -174,6 +209,28 @@ bool TrayHost::isOwned(const std::string& name) {
   int owned = 0;
   sd_bus_message_read(reply.get(), "b", &owned);
   return owned != 0;
+}
+
+std::string TrayHost::owner(const std::string& name) {
+  const BusMessage reply =
+      call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetNameOwner",
+           [&name](sd_bus_message* m) { sd_bus_message_append(m, "s", name.c_str()); });
+  const char* owner = "";
+  sd_bus_message_read(reply.get(), "s", &owner);
+  return owner;
+}
+
+void sendForgedSignal(const std::string& busAddress, const std::string& destination,
+                      const char* path, const char* interface, const char* member,
+                      const std::vector<std::string>& arguments) {
+  const BusPtr bus = connect(busAddress);
+  sd_bus_message* raw = nullptr;
+  EXPECT_GE(sd_bus_message_new_signal(bus.get(), &raw, path, interface, member), 0);
+  const BusMessage signal(raw);
+  EXPECT_GE(sd_bus_message_set_destination(raw, destination.c_str()), 0);
+  for (const std::string& argument : arguments) sd_bus_message_append(raw, "s", argument.c_str());
+  EXPECT_GE(sd_bus_send(bus.get(), raw, nullptr), 0);
+  EXPECT_GE(sd_bus_flush(bus.get()), 0);
 }
 
 const HostItem* findItem(const HostItem& menu, const std::string& label) {

@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "frontends/qt/bus/sd_bus_ptr.h"
 #include "frontends/qt/host_item.h"
@@ -20,6 +21,24 @@ class TrayHost {
   void disappear();
   /// A watcher without a host.
   void setHostRegistered(bool registered);
+  /// The desktop shell's own watcher, as on GNOME.
+  void appearAsGnomeShell();
+
+  /// What becomes of an icon that is registered.
+  enum class List {
+    kept,       ///< it is on the list
+    empty,      ///< the list never has anything
+    forbidden,  ///< there is no list: asking for it is an error
+  };
+  void setList(List list) { list_ = list; }
+  /// Takes the icon off the list, and says so.
+  void dropIcon();
+  /// Says that often that something has changed, though nothing has.
+  void signalNothing(int times);
+
+  /// How often the icon was registered, and how often the host was asked whether it is one.
+  int registrations() const { return registrations_; }
+  int looks() const { return looks_; }
 
   /// Answers what comes in, until `done` is true: false when it is not after a minute.
   bool eventually(const std::function<bool()>& done);
@@ -43,6 +62,8 @@ class TrayHost {
 
   /// Whether somebody owns that bus name.
   bool isOwned(const std::string& name);
+  /// Its unique name.
+  std::string owner(const std::string& name);
 
  private:
   friend struct WatcherVtable;
@@ -57,7 +78,17 @@ class TrayHost {
   BusSlot watcher_;
   bool hostRegistered_ = true;
   std::string icon_;
+  List list_ = List::kept;
+  std::vector<std::string> items_;
+  int registrations_ = 0;
+  int looks_ = 0;
 };
+
+/// Sends the owner of `destination` a signal in the name of whoever has that path and interface,
+/// from a connection that has nothing to do with it.
+void sendForgedSignal(const std::string& busAddress, const std::string& destination,
+                      const char* path, const char* interface, const char* member,
+                      const std::vector<std::string>& arguments);
 
 /// The item with that label; null for none.
 const HostItem* findItem(const HostItem& menu, const std::string& label);

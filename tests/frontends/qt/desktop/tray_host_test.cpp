@@ -1,0 +1,144 @@
+// What the program makes of tray hosts that lose its icon, can't scroll, or are none.
+#include <algorithm>
+#include <chrono>
+
+#include "frontends/qt/desktop/tray_test.h"
+
+namespace {
+
+using TrayHosts = TrayTest;
+using std::chrono::duration_cast;
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+constexpr const char* kWatcher = "org.kde.StatusNotifierWatcher";
+constexpr const char* kWatcherPath = "/StatusNotifierWatcher";
+
+TEST_F(TrayHosts, getTheIconByItsUniqueNameAlone) {
+  startInTray();
+  EXPECT_TRUE(host->icon().starts_with(":")) << host->icon();
+  // Under a name as well, GNOME's extension would show a second icon.
+  EXPECT_NE(host->owner(kName), host->icon());
+}
+
+TEST_F(TrayHosts, thatDropTheIconGetItAgain) {
+  startInTray();
+  for (int times = 1; times <= 3; ++times) {
+    host->dropIcon();
+    ASSERT_TRUE(host->eventually([&] { return host->registrations() > times; }));
+    EXPECT_FALSE(desktop.showsWindow(kWindow));
+  }
+}
+
+TEST_F(TrayHosts, thatListNoIconGetTheWindowUntilTheyDo) {
+  host->setList(TrayHost::List::empty);
+  startInTray();
+  EXPECT_FALSE(desktop.showsWindow(kWindow));
+  EXPECT_TRUE(windowAppears(kWindow));
+  host->setList(TrayHost::List::kept);
+  EXPECT_TRUE(windowGoes(kWindow));
+}
+
+TEST_F(TrayHosts, thatListNoIconAreAskedMoreAndMoreRarely) {
+  host->setList(TrayHost::List::empty);
+  startInTray();
+  host->pumpFor(6);
+  EXPECT_GE(host->registrations(), 2);
+  // At once, and a quarter, three quarters, 1.75, 3.75 and 7.75 seconds later.
+  EXPECT_LE(host->registrations(), 6);
+}
+
+TEST_F(TrayHosts, withoutAListAreBelieved) {
+  host->setList(TrayHost::List::forbidden);
+  startInTray();
+  host->pumpFor(4);
+  EXPECT_EQ(host->registrations(), 1);
+  EXPECT_FALSE(desktop.showsWindow(kWindow));
+}
+
+TEST_F(TrayHosts, areNotSpokenForByStrangers) {
+  startInTray();
+  host->pumpFor(4);  // all that is looked at of its own accord has been
+  const int looks = host->looks();
+  const int registrations = host->registrations();
+  sendForgedSignal(desktop.busAddress(), host->icon(), "/org/freedesktop/DBus",
+                   "org.freedesktop.DBus", "NameOwnerChanged", {kWatcher, ":1.1", ""});
+  for (const char* member : {"StatusNotifierHostUnregistered", "StatusNotifierItemUnregistered"}) {
+    sendForgedSignal(desktop.busAddress(), host->icon(), kWatcherPath, kWatcher, member,
+                     {host->icon()});
+  }
+  host->pumpFor(1);
+  EXPECT_FALSE(desktop.showsWindow(kWindow));
+  EXPECT_EQ(host->looks(), looks);
+  EXPECT_EQ(host->registrations(), registrations);
+}
+
+TEST_F(TrayHosts, thatSignalWithoutEndAreAskedOnceInAWhile) {
+  startInTray();
+  const int looksBefore = host->looks();
+  const auto start = steady_clock::now();
+  for (int round = 0; round < 100; ++round) {
+    host->signalNothing(100);
+    host->pumpFor(0.01);
+  }
+  const auto passed = duration_cast<milliseconds>(steady_clock::now() - start).count();
+  EXPECT_GE(host->looks(), looksBefore + 1);
+  EXPECT_LE(host->looks(), looksBefore + passed / 100 + 2) << passed << " ms";
+  EXPECT_FALSE(desktop.showsWindow(kWindow));
+}
+
+TEST_F(TrayHosts, thatCannotScrollGetAShortMenu) {
+  host->appearAsGnomeShell();
+  program = desktop.startProgram();
+  ASSERT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
+  const HostItem menu = host->layout();
+  EXPECT_EQ(menu.children[1].label, "Open Vorda…");
+  EXPECT_EQ(findItem(menu, "Refresh now"), nullptr);
+  EXPECT_NE(findItem(menu, "Quit Vorda"), nullptr);
+  EXPECT_LE(menu.children.size(), 17U);
+  for (const HostItem& section : menu.children) {
+    EXPECT_LE(section.children.size(), 8U);
+    for (const HostItem& row : section.children) EXPECT_TRUE(row.children.empty());
+  }
+}
+
+TEST_F(TrayHosts, besideGnomeShellGetTheWholeMenu) {
+  TrayHost shell(desktop.busAddress());
+  startInTray();
+  host->disappear();
+  shell.appearAsGnomeShell();
+  ASSERT_TRUE(shell.eventually([&shell] { return !shell.icon().empty(); }));
+  EXPECT_NE(findItem(shell.layout(), "Open Vorda…"), nullptr);
+
+  TrayHost other(desktop.busAddress());
+  other.appear();
+  shell.disappear();
+  ASSERT_TRUE(other.eventually([&other] { return !other.icon().empty(); }));
+  EXPECT_EQ(findItem(other.layout(), "Open Vorda…"), nullptr);
+  EXPECT_NE(findItem(other.layout(), "Refresh now"), nullptr);
+}
+
+TEST_F(TrayHosts, thatCannotScrollLeaveRowsAndTheWholeMenuToTheProgram) {
+  host->appearAsGnomeShell();
+  program = desktop.startProgram();
+  ASSERT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
+  const HostItem menu = host->layout();
+  const auto row = std::find_if(menu.children.begin(), menu.children.end(),
+                                [](const HostItem& item) { return item.iconBytes > 0; });
+  if (row != menu.children.end()) {
+    host->click(*row);
+    EXPECT_TRUE(windowAppears(kMenu));
+    EXPECT_FALSE(desktop.showsWindow(kWindow));
+    desktop.press({"Escape"});
+    EXPECT_TRUE(windowGoes(kMenu));
+  }
+
+  choose("Open Vorda…");
+  EXPECT_TRUE(windowAppears(kWindow));
+  EXPECT_TRUE(windowAppears(kMenu));
+  desktop.press({"Escape"});
+  EXPECT_TRUE(windowGoes(kMenu));
+  EXPECT_TRUE(windowGoes(kWindow));
+}
+
+}  // namespace
