@@ -42,7 +42,7 @@ void addSummary(Items& items, const SystemMemory::Snapshot& sys, const ProcessLi
   items.push_back(label(text::format("System  %4.1f / %.0f GB used", sys.usedGB, sys.totalGB)));
   if (!bySize.empty() && bySize.front()->memMB >= kLeastLargestMB) {
     const VordaProcess& largest = *bySize.front();
-    items.push_back(named("Largest " + MemoryFormat::compact(largest.memMB) + "  ",
+    items.push_back(named(kLargestSummary + MemoryFormat::compact(largest.memMB) + "  ",
                           text::shortened(text::displayName(largest.displayName), 34, 32), {}));
     items.back().enabled = false;
   }

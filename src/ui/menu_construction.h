@@ -42,8 +42,9 @@ inline constexpr const char* kServersHeader = "— Model servers —";
 inline constexpr const char* kToolsHeader = "— Agents & tools —";
 inline constexpr const char* kAgentsHeader = "— Auto-start agents —";
 ///@}
-/// How the summary's lines begin that add a section up.
+/// How the summary's lines begin that add rows up.
 ///@{
+inline constexpr const char* kLargestSummary = "Largest ";
 inline constexpr const char* kTrainingSummary = "Training / fine-tunes";
 inline constexpr const char* kServersSummary = "Model servers";
 ///@}

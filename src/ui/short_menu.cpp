@@ -15,6 +15,7 @@ namespace {
 
 using Items = std::vector<MenuItem>;
 using MenuConstruction::kAgentsHeader;
+using MenuConstruction::kLargestSummary;
 using MenuConstruction::kServersHeader;
 using MenuConstruction::kServersSummary;
 using MenuConstruction::kToolsHeader;
@@ -54,10 +55,10 @@ Items plainRows(Items rows, std::size_t limit) {
   return rows;
 }
 
-MenuItem sectionItem(std::string title, const Items& rows) {
+MenuItem sectionItem(std::string title, const Items& rows, std::size_t limit) {
   MenuItem item{.title = std::move(title)};
-  const bool allFit = rows.size() <= kMaxRows;
-  item.submenu = plainRows(rows, allFit ? kMaxRows : kMaxRows - 1);
+  const bool allFit = rows.size() <= limit;
+  item.submenu = plainRows(rows, allFit ? limit : limit - 1);
   if (!allFit) item.submenu.push_back(MenuBuilders::command("More in Vorda…", Action::openMenu));
   return item;
 }
@@ -68,18 +69,19 @@ std::string bare(std::string_view header) {
   return std::string(header.substr(kDash.size(), header.size() - 2 * kDash.size()));
 }
 
-/// A section that a line of the summary adds up, under that line.
-void addCounted(Items& items, const Items& lines, std::string_view beginning, const Items& rows) {
+/// Rows that a line of the summary sums up, under that line.
+void addCounted(Items& items, const Items& lines, std::string_view beginning, const Items& rows,
+                std::size_t limit) {
   if (rows.empty()) return;
   const auto line = std::find_if(lines.begin(), lines.end(), [beginning](const MenuItem& item) {
     return item.title.starts_with(beginning);
   });
-  if (line != lines.end()) items.push_back(sectionItem(line->title, rows));
+  if (line != lines.end()) items.push_back(sectionItem(line->title, rows, limit));
 }
 
-void addSection(Items& items, const Menu& full, std::string_view header) {
+void addSection(Items& items, const Menu& full, std::string_view header, std::size_t limit) {
   const Items rows = section(full, header);
-  if (!rows.empty()) items.push_back(sectionItem(bare(header), rows));
+  if (!rows.empty()) items.push_back(sectionItem(bare(header), rows, limit));
 }
 
 void addCommand(Items& items, const Menu& full, Action action) {
@@ -90,9 +92,16 @@ void addCommand(Items& items, const Menu& full, Action action) {
 
 }  // namespace
 
-Menu of(const Menu& full) {
+Room roomOn(int screenLines) {
+  // The shell's panel and margins, five processes and the rest, eight rows of a section.
+  constexpr int kLinesForAll = 58 + 605 + 8 * 39;
+  return screenLines >= kLinesForAll ? Room::plenty : Room::little;
+}
+
+Menu of(const Menu& full, Room room) {
   if (full.items.empty()) return full;
   const Items lines = summary(full);
+  const std::size_t limit = room == Room::plenty ? kMaxRows : kMaxRowsInLittleRoom;
 
   Menu menu;
   Items& items = menu.items;
@@ -101,15 +110,20 @@ Menu of(const Menu& full) {
   // Who is the largest stands right below.
   if (!lines.empty()) items.push_back(lines.front());
   items.push_back(MenuBuilders::separator());
-  const Items largest = plainRows(section(full, kTopHeader), kMaxLargest);
-  items.insert(items.end(), largest.begin(), largest.end());
-  const std::size_t above = items.size();
-  items.push_back(MenuBuilders::separator());
-  addCounted(items, lines, kTrainingSummary, section(full, kTrainingHeader));
-  addCounted(items, lines, kServersSummary, section(full, kServersHeader));
-  addSection(items, full, kToolsHeader);
-  addSection(items, full, kAgentsHeader);
-  if (items.size() > above + 1) items.push_back(MenuBuilders::separator());
+  Items largest = section(full, kTopHeader);
+  largest.resize(std::min(largest.size(), kMaxLargest));
+  if (room == Room::plenty) {
+    for (MenuItem& row : plainRows(std::move(largest), kMaxLargest))
+      items.push_back(std::move(row));
+    items.push_back(MenuBuilders::separator());
+  } else {
+    addCounted(items, lines, kLargestSummary, largest, limit);
+  }
+  addCounted(items, lines, kTrainingSummary, section(full, kTrainingHeader), limit);
+  addCounted(items, lines, kServersSummary, section(full, kServersHeader), limit);
+  addSection(items, full, kToolsHeader, limit);
+  addSection(items, full, kAgentsHeader, limit);
+  if (!isSeparator(items.back())) items.push_back(MenuBuilders::separator());
   addCommand(items, full, Action::about);
   addCommand(items, full, Action::quitApp);
   return menu;

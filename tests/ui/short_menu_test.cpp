@@ -11,10 +11,12 @@
 
 namespace {
 
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 using Titles = std::vector<std::string>;
 
 /// "---" for a separator, "===" for the strip, "> " before what opens a submenu.
@@ -128,6 +130,39 @@ TEST_F(ShortMenuTest, SectionOfMoreRowsSaysWhereTheyAre) {
   EXPECT_EQ(section.submenu[6].process->pid, 7);
   EXPECT_EQ(section.submenu[7].title, "More in Vorda…");
   EXPECT_EQ(section.submenu[7].action, Action::openMenu);
+}
+
+TEST_F(ShortMenuTest, InLittleRoomTheLargestHaveASubmenuToo) {
+  addServers(9);
+  addProcess(20, "firefox", 60);
+  start();
+  const Menu made = ShortMenu::of(menu(), ShortMenu::Room::little);
+  EXPECT_THAT(shown(made.items),
+              ElementsAre("===", "Open Vorda…", HasSubstr("System  "), "---",
+                          AllOf(StartsWith("> Largest "), HasSubstr("999 MB")),
+                          "> Model servers  9  ·  8.7 GB", "---", "About Vorda", "Quit Vorda"));
+  const std::vector<MenuItem>& largest = made.items[4].submenu;
+  ASSERT_EQ(largest.size(), 5U);
+  EXPECT_EQ(largest.back().process->pid, 5);
+  EXPECT_EQ(largest.back().action, Action::openRow);
+  const std::vector<MenuItem>& servers = made.items[5].submenu;
+  ASSERT_EQ(servers.size(), 5U);
+  EXPECT_EQ(servers[3].process->pid, 4);
+  EXPECT_EQ(servers[4].action, Action::openMenu);
+}
+
+TEST_F(ShortMenuTest, InLittleRoomAnEmptyMachineHasItsLinesAndCommands) {
+  start();
+  EXPECT_THAT(
+      shown(ShortMenu::of(menu(), ShortMenu::Room::little).items),
+      ElementsAre("===", "Open Vorda…", HasSubstr("System  "), "---", "About Vorda", "Quit Vorda"));
+}
+
+TEST(ShortMenuRoom, IsWhatTheRowsNeed) {
+  EXPECT_EQ(ShortMenu::roomOn(720), ShortMenu::Room::little);
+  EXPECT_EQ(ShortMenu::roomOn(974), ShortMenu::Room::little);
+  EXPECT_EQ(ShortMenu::roomOn(975), ShortMenu::Room::plenty);
+  EXPECT_EQ(ShortMenu::roomOn(1080), ShortMenu::Room::plenty);
 }
 
 TEST_F(ShortMenuTest, ProcessThatIsCalledLikeAHeaderIsNone) {

@@ -4,7 +4,6 @@
 
 #include "frontends/qt/menu_keys.h"
 #include "frontends/qt/menu_label.h"
-#include "ui/short_menu.h"
 #include "ui/strip_description.h"
 
 namespace {
@@ -46,11 +45,16 @@ const Node* findIn(const Node& node, int id) {
 ExportedMenu::Change ExportedMenu::show(MenuSnapshot menu) {
   whole_ = std::move(menu);
   if (host_ == TrayHostKind::usual) return put(whole_);
-  return put(std::make_shared<const Menu>(ShortMenu::of(*whole_)));
+  return put(std::make_shared<const Menu>(ShortMenu::of(*whole_, room_)));
 }
 
 ExportedMenu::Change ExportedMenu::setHost(TrayHostKind host) {
   if (std::exchange(host_, host) == host || !whole_) return {};
+  return show(whole_);
+}
+
+ExportedMenu::Change ExportedMenu::setRoom(ShortMenu::Room room) {
+  if (std::exchange(room_, room) == room || host_ == TrayHostKind::usual || !whole_) return {};
   return show(whole_);
 }
 

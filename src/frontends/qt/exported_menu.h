@@ -7,6 +7,7 @@
 #include "frontends/qt/menu_snapshot.h"
 #include "frontends/qt/tray_host_kind.h"
 #include "ui/memory_pressure_view.h"
+#include "ui/short_menu.h"
 
 /// The menu as a tray host draws it: items with numbers, the strip as a bar of blocks; its short
 /// form for a host that can't scroll. A number means the same thing for as long as the program
@@ -34,8 +35,12 @@ class ExportedMenu {
   Change show(MenuSnapshot menu);
   /// Who shows it from now on.
   Change setHost(TrayHostKind host);
+  /// How much of a short menu the screen can show.
+  Change setRoom(ShortMenu::Room room);
   Change showStrip(const MemoryPressureView& strip);
 
+  TrayHostKind host() const { return host_; }
+  ShortMenu::Room room() const { return room_; }
   const Node& root() const { return root_; }
   const Node* find(int id) const;
   const MenuSnapshot& snapshot() const { return snapshot_; }
@@ -46,6 +51,7 @@ class ExportedMenu {
                           std::map<std::string, int>& ids);
 
   TrayHostKind host_ = TrayHostKind::usual;
+  ShortMenu::Room room_ = ShortMenu::Room::plenty;
   MenuSnapshot whole_;
   MenuSnapshot snapshot_;  // what of it is shown
   Node root_;

@@ -1,6 +1,7 @@
 #include "frontends/qt/qt_front_end.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -35,6 +36,8 @@ QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings)
   connect(&presence_, &TrayPresence::settingsRequested, this, &QtFrontEnd::showSettings);
   connect(&presence_, &TrayPresence::dismissed, this, &QtFrontEnd::terminate);
   connect(&presence_, &TrayPresence::placeLost, this, &QtFrontEnd::cancelTracking);
+  connect(qApp, &QGuiApplication::primaryScreenChanged, this, &QtFrontEnd::noteScreen);
+  noteScreen();
   reconnect_.setSingleShot(true);
   connect(&reconnect_, &QTimer::timeout, this, &QtFrontEnd::reconnect);
   if (bus.bus) {
@@ -82,6 +85,20 @@ void QtFrontEnd::attach(NamedBus bus) {
   connect(&connection_->menu, &HostMenu::closed, this,
           [this] { tracking_.end(MenuTracking::Shown::hostMenu); });
   connect(&connection_->menu, &HostMenu::chosen, this, &QtFrontEnd::choose, Qt::QueuedConnection);
+}
+
+/// The panel, and with it the menu that it shows, is on the first screen.
+void QtFrontEnd::noteScreen() {
+  disconnect(screenSize_);
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (screen == nullptr) return;
+  screenSize_ = connect(screen, &QScreen::geometryChanged, this, &QtFrontEnd::noteScreen);
+  const ShortMenu::Room room = ShortMenu::roomOn(screen->geometry().height());
+  if (connection_) {
+    connection_->menu.setRoom(room);
+  } else {
+    exportedMenu_.setRoom(room);
+  }
 }
 
 void QtFrontEnd::busLost() {

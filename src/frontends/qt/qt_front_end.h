@@ -61,6 +61,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void popupClosed();
   void choose(const MenuSnapshot& menu, const MenuItem* item);
   void showStrip();
+  void noteScreen();
 
   std::vector<SettingsView::Line> settingsLines_;
   MenuDelegate* delegate_ = nullptr;
@@ -76,4 +77,5 @@ class QtFrontEnd : public QObject, public FrontEnd {
   QPointer<AlertDialog> alert_;
   QPointer<SettingsWindow> settings_;
   QTimer reconnect_;
+  QMetaObject::Connection screenSize_;
 };

@@ -144,6 +144,16 @@ TEST(ExportedMenu, isWholeAgainForAnotherHost) {
   EXPECT_EQ(labels(menu), whole);
 }
 
+TEST(ExportedMenu, followsTheRoomOnTheScreen) {
+  ExportedMenu menu;
+  menu.show(snapshot(wholeItems()));
+  EXPECT_FALSE(menu.setRoom(ShortMenu::Room::little).any());
+  menu.setHost(TrayHostKind::gnomeShell);
+  EXPECT_EQ(idOf(menu, 11), -1);
+  EXPECT_TRUE(menu.setRoom(ShortMenu::Room::plenty).layout);
+  EXPECT_NE(idOf(menu, 11), -1);
+}
+
 TEST(ExportedMenu, stripOfTheShortMenuMoves) {
   ExportedMenu menu;
   menu.setHost(TrayHostKind::gnomeShell);

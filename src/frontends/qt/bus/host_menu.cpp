@@ -174,10 +174,15 @@ void HostMenu::show(MenuSnapshot menu) {
 }
 
 void HostMenu::setHost(TrayHostKind host) {
-  const ExportedMenu::Change change = menu_.setHost(host);
-  if (!change.any()) return;
+  if (host == menu_.host()) return;
   assumeClosed();
-  tell(change);
+  tell(menu_.setHost(host));
+}
+
+void HostMenu::setRoom(ShortMenu::Room room) {
+  if (room == menu_.room()) return;
+  assumeClosed();
+  tell(menu_.setRoom(room));
 }
 
 void HostMenu::showStrip(const MemoryPressureView& strip) {

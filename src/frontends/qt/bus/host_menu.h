@@ -27,6 +27,8 @@ class HostMenu : public QObject {
   void show(MenuSnapshot menu);
   /// Who will ask for it. Another one has not opened it yet.
   void setHost(TrayHostKind host);
+  /// The screen has changed: what was open on it is not any more.
+  void setRoom(ShortMenu::Room room);
   void showStrip(const MemoryPressureView& strip);
 
   /// The menu cannot be open any more: another one has opened.
