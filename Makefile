@@ -10,7 +10,7 @@ else
 START = build/$(PRESET)/vorda
 endif
 
-.PHONY: help run test build bench coverage fuzz soak lint docs install package check-packages screenshots clean
+.PHONY: help run test build bench coverage fuzz soak lint docs install package check-packages screenshots desktops clean
 
 # How long `make fuzz` runs each target, in seconds.
 FUZZ_SECONDS ?= 60
@@ -87,6 +87,12 @@ screenshots: ## start real desktops and take the pictures in docs/pictures/
 	@cmake --preset release
 	@cmake --build --preset release --target programs play_process
 	@scripts/screenshots
+
+desktops: ## try the tray on real desktops, and take pictures of it (root; minutes)
+	@scripts/bootstrap build test screenshots desktops
+	@cmake --preset release
+	@cmake --build --preset release --target programs play_process
+	@tests/desktops/run
 
 clean: ## remove everything that was built
 	rm -rf build

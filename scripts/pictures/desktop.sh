@@ -24,7 +24,7 @@ eventually() {
     "$@" > /dev/null 2>&1 && return
     sleep 0.1
   done
-  echo "screenshots: never came true: $*" >&2
+  echo "scene: never came true: $*" >&2
   return 1
 }
 

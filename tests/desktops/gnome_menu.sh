@@ -1,0 +1,99 @@
+# shellcheck shell=bash
+# What can be done from the menu on GNOME, with the pointer. The desktop is there.
+
+menu='global.icons()[0].menu'
+
+# Processes whose names are made of what menus take for marks.
+kOddNames=(mcp-server-a_b_c mcp-server-__main__ 'mcp-server-R&D_&&' 'mcp-server-<b>bold_<i>'
+  'mcp-server-50%s_off%%')
+play_odd_names() {
+  local name
+  for name in "${kOddNames[@]}"; do
+    start play_process --seconds 600 --memory 130 -- "$name"
+  done
+}
+
+# menu_picture NAME: the menu and what is around it.
+menu_picture() {
+  local area
+  mapfile -t area < <(shell "const [x, y] = $menu.actor.get_transformed_position().map(Math.round);
+    [x - 24, 0, global.stage.width - x + 24, y + $menu.actor.height + 24]" | tr -d '[]' | tr , '\n')
+  shell_picture "$1" "${area[@]}"
+}
+
+# Whether some row has that name, as the shell shows it.
+row_is_called() {
+  shell "JSON.stringify(global.items(global.section('Agents')).map(i => i.label.text))" |
+    python3 -c 'import json, sys
+rows = json.loads(json.load(sys.stdin))
+sys.exit(not any(row.startswith("★ " + sys.argv[1] + "  ·  ") for row in rows))' "$1"
+}
+
+open_menu() {
+  shell_says "$menu.isOpen" true || shell_click 'global.icons()[0]'
+  eventually shell_says "$menu.isOpen" true
+}
+
+# Whether the whole menu is on the screen.
+menu_fits() {
+  shell_says "(() => { const [, y] = $menu.actor.get_transformed_position();
+    const last = global.items($menu).pop();
+    const [, lastY] = last.get_transformed_position();
+    return y >= 0 && lastY + last.height <= global.stage.height &&
+      y + $menu.actor.height <= global.stage.height; })()" true
+}
+
+# menu_fits_with_each_submenu NAME: all of the submenu, too, with a picture of each.
+menu_fits_with_each_submenu() {
+  local start
+  open_menu
+  menu_fits || return
+  shell_picture "$1"
+  for start in Largest Training Model Agents Auto; do
+    shell "!global.item($menu, '$start')" | grep -q true && continue
+    shell "global.section('$start').open(false)" > /dev/null
+    sleep 0.5
+    figure "$1: with $start open the menu is $(shell "$menu.actor.height") lines high"
+    shell_picture "$1-$start"
+    menu_fits && shell_says "global.section('$start').actor.height ===
+      global.section('$start').actor.get_preferred_height(-1)[1]" true || return
+    shell "global.section('$start').close(false)" > /dev/null
+  done
+}
+
+# The menu that the program draws itself. On Wayland it is no window with a title.
+own_menu_is_open() {
+  shell_says "global.get_window_actors().map(actor => actor.meta_window).some(window =>
+    window.title === 'Vorda menu' ||
+    (window.get_transient_for() && window.get_transient_for().title === 'Vorda²'))" true
+}
+own_menu_is_closed() { ! own_menu_is_open; }
+
+# quits_from_the_menu PICTURE: one's own process, from its row's small menu.
+quits_from_the_menu() {
+  local victim
+  play_process --seconds 600 --memory 5000 -- victim > /dev/null &
+  victim=$!
+  sleep 7
+  open_menu
+  shell_click "global.item($menu, 'victim')" || return
+  eventually own_menu_is_open || return
+  shell_picture "$1" 1280 0 640 600
+  # From its last row up: details, Force Quit, Quit.
+  shell_key Up; shell_key Up; shell_key Up
+  shell_key Return
+  eventually is_gone "$victim"
+}
+is_gone() { ! kill -0 "$1" 2> /dev/null; }
+
+# opens_whole_menu PICTURE
+opens_whole_menu() {
+  open_menu
+  shell_click "global.item($menu, 'Open Vorda')" || return
+  eventually own_menu_is_open || return
+  shell_shows 'Vorda²' || return
+  shell_picture "$1"
+  shell_key Escape
+  eventually own_menu_is_closed && eventually shell_hides 'Vorda²'
+}
+shell_hides() { ! shell_shows "$1"; }
