@@ -13,6 +13,8 @@ end_started() {
   local pid
   for pid in "${started[@]}"; do
     kill "$pid" 2> /dev/null || true
+    # Some take their time, or more.
+    timeout 5 tail -s 0.1 --pid="$pid" -f /dev/null || kill -KILL "$pid" 2> /dev/null || true
     wait "$pid" 2> /dev/null || true
   done
 }

@@ -1,6 +1,7 @@
 # shellcheck shell=bash
 # GNOME Shell with the AppIndicator extension. What it asks of the system is answered by a bus of
 # its own with a play of logind.
+. ./findings.sh
 
 kExtension=ubuntu-appindicators@ubuntu.com
 
@@ -18,6 +19,7 @@ gnome_shell() {
   busctl --address="$address" call org.freedesktop.login1 /org/freedesktop/login1 \
     org.freedesktop.DBus.Mock AddSession ssusb c1 seat0 1000 ada true > /dev/null
   gsettings set org.gnome.shell enabled-extensions "['$kExtension']"
+  gsettings set org.gnome.shell disabled-extensions '[]'
   gsettings set org.gnome.shell welcome-dialog-last-shown-version 999
   gsettings set org.gnome.desktop.interface enable-animations false
   start gnome-shell --sm-disable --unsafe-mode "$@"
@@ -103,23 +105,4 @@ extension() {
 # One icon, not more, and the list agrees.
 icon_is_there() {
   shell_says 'global.icons().length' 1 && tray_icon > /dev/null
-}
-
-# figure TEXT: prints it, and keeps it with the pictures.
-figure() {
-  echo "$1" | tee -a /tmp/pictures/figures.txt
-}
-
-# must TEXT COMMAND...: notes whether that is so. A scene ends with all_is_so.
-failed=0
-all_is_so() { [ "$failed" = 0 ]; }
-must() {
-  local text="$1"
-  shift
-  if "$@"; then
-    figure "true: $text"
-  else
-    figure "FALSE: $text"
-    failed=1
-  fi
 }
