@@ -55,8 +55,9 @@ Items plainRows(Items rows, std::size_t limit) {
   return rows;
 }
 
-MenuItem sectionItem(std::string title, const Items& rows, std::size_t limit) {
-  MenuItem item{.title = std::move(title)};
+/// `line` says what the section is.
+MenuItem sectionItem(const MenuItem& line, const Items& rows, std::size_t limit) {
+  MenuItem item{.title = line.title, .name = line.name};
   const bool allFit = rows.size() <= limit;
   item.submenu = plainRows(rows, allFit ? limit : limit - 1);
   if (!allFit) item.submenu.push_back(MenuBuilders::command("More in Vorda…", Action::openMenu));
@@ -69,19 +70,15 @@ std::string bare(std::string_view header) {
   return std::string(header.substr(kDash.size(), header.size() - 2 * kDash.size()));
 }
 
-/// Rows that a line of the summary sums up, under that line.
-void addCounted(Items& items, const Items& lines, std::string_view beginning, const Items& rows,
-                std::size_t limit) {
+/// A section under the line of the summary that sums it up, or else under its header.
+void addSection(Items& items, const Items& summary, std::string_view beginning,
+                std::string_view header, const Items& rows, std::size_t limit) {
   if (rows.empty()) return;
-  const auto line = std::find_if(lines.begin(), lines.end(), [beginning](const MenuItem& item) {
-    return item.title.starts_with(beginning);
+  const auto line = std::find_if(summary.begin(), summary.end(), [beginning](const auto& item) {
+    return !beginning.empty() && item.title.starts_with(beginning);
   });
-  if (line != lines.end()) items.push_back(sectionItem(line->title, rows, limit));
-}
-
-void addSection(Items& items, const Menu& full, std::string_view header, std::size_t limit) {
-  const Items rows = section(full, header);
-  if (!rows.empty()) items.push_back(sectionItem(bare(header), rows, limit));
+  items.push_back(
+      sectionItem(line != summary.end() ? *line : MenuBuilders::label(bare(header)), rows, limit));
 }
 
 void addCommand(Items& items, const Menu& full, Action action) {
@@ -117,12 +114,14 @@ Menu of(const Menu& full, Room room) {
       items.push_back(std::move(row));
     items.push_back(MenuBuilders::separator());
   } else {
-    addCounted(items, lines, kLargestSummary, largest, limit);
+    std::erase_if(largest, [](const MenuItem& row) { return !row.enabled; });
+    addSection(items, lines, kLargestSummary, kTopHeader, largest, limit);
   }
-  addCounted(items, lines, kTrainingSummary, section(full, kTrainingHeader), limit);
-  addCounted(items, lines, kServersSummary, section(full, kServersHeader), limit);
-  addSection(items, full, kToolsHeader, limit);
-  addSection(items, full, kAgentsHeader, limit);
+  for (const auto& [header, summarised] :
+       {std::pair{kTrainingHeader, kTrainingSummary}, std::pair{kServersHeader, kServersSummary},
+        std::pair{kToolsHeader, ""}, std::pair{kAgentsHeader, ""}}) {
+    addSection(items, lines, summarised, header, section(full, header), limit);
+  }
   if (!isSeparator(items.back())) items.push_back(MenuBuilders::separator());
   addCommand(items, full, Action::about);
   addCommand(items, full, Action::quitApp);

@@ -151,6 +151,21 @@ TEST_F(ShortMenuTest, InLittleRoomTheLargestHaveASubmenuToo) {
   EXPECT_EQ(servers[4].action, Action::openMenu);
 }
 
+TEST_F(ShortMenuTest, InLittleRoomTheLargestAreThereWhenNoLineNamesOne) {
+  addProcess(1, "firefox", 60);
+  start();
+  EXPECT_THAT(shown(ShortMenu::of(menu(), ShortMenu::Room::little).items),
+              Contains("> Top RAM (colors match graph)"));
+}
+
+TEST_F(ShortMenuTest, TitleOfASectionStillTellsWhichPartOthersChose) {
+  addProcess(1, "firefox", 700);
+  start();
+  const MenuItem section = ShortMenu::of(menu(), ShortMenu::Room::little).items[4];
+  EXPECT_EQ(section.title.substr(section.name.begin, section.name.end - section.name.begin),
+            "firefox");
+}
+
 TEST_F(ShortMenuTest, InLittleRoomAnEmptyMachineHasItsLinesAndCommands) {
   start();
   EXPECT_THAT(
