@@ -38,8 +38,8 @@ class TerminalSession {
 
   void send(const std::string& bytes);
   /// Presses a key as somebody does who looks at the screen: when nothing has moved for a moment,
-  /// and again when the program says that it came too soon. Waits until it is so, or until that
-  /// text is on the screen.
+  /// and again when the program says that it came too soon, or does not seem to have heard it.
+  /// Waits until it is so, or until that text is on the screen.
   ///@{
   bool press(const std::string& key, const std::function<bool()>& isSo);
   bool press(const std::string& key, const std::string& text);
