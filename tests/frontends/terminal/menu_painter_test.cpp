@@ -241,7 +241,7 @@ INSTANTIATE_TEST_SUITE_P(
                               "big is still running (pid 10). Force Quit may end it.",
                               {" big is still running (pid 10). Force", " Quit may end it."}},
                     NoticeRow{"CutOnASmallScreen", {40, 10}, "a\nb\nc", {" a", " b…"}},
-                    NoticeRow{"Cut", {80, 24}, "a\nb\nc\nd\ne", {" a", " b", " c", " d…"}}),
+                    NoticeRow{"Cut", {80, 24}, "1\n2\n3\n4\n5", {" 1", " 2", " 3", " 4…"}}),
     rowName<NoticeRow>);
 
 TEST(SubmenuPicture, ScrollsWhenItIsTallerThanTheScreen) {
