@@ -110,8 +110,7 @@ Menu of(const Menu& full, Room room) {
   Items largest = section(full, kTopHeader);
   largest.resize(std::min(largest.size(), kMaxLargest));
   if (room == Room::plenty) {
-    for (MenuItem& row : plainRows(std::move(largest), kMaxLargest))
-      items.push_back(std::move(row));
+    std::ranges::move(plainRows(std::move(largest), kMaxLargest), std::back_inserter(items));
     items.push_back(MenuBuilders::separator());
   } else {
     std::erase_if(largest, [](const MenuItem& row) { return !row.enabled; });

@@ -122,7 +122,7 @@ void ScriptedManager::run(const std::function<void()>& work) {
   shared_->isDone.wait(lock, [this] { return shared_->work == nullptr; });
 }
 
-void ScriptedManager::setUnit(const std::string& name, Unit unit) {
+void ScriptedManager::setUnit(const std::string& name, const Unit& unit) {
   run([&] { units_[name + ".service"] = unit; });
 }
 

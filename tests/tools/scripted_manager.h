@@ -37,7 +37,7 @@ class ScriptedManager {
   pid_t bus() const { return daemon_->pid(); }
 
   /// The unit NAME.service.
-  void setUnit(const std::string& name, Unit unit);
+  void setUnit(const std::string& name, const Unit& unit);
   /// From now on, questions of this kind ("Get", "StartUnit", …) are answered when release()
   /// says so; "": all questions.
   void hold(const std::string& member = "");
