@@ -7,6 +7,7 @@
 #include "scanner/credentials/credential_value.h"
 #include "scanner/credentials/named_credentials.h"
 #include "scanner/credentials/program_credentials.h"
+#include "scanner/credentials/randomness.h"
 #include "scanner/credentials/url_credentials.h"
 #include "scanner/credentials/value_bounds.h"
 #include "text/ascii.h"
@@ -42,6 +43,7 @@ class ArgumentSearch {
     for (const TextSpan& span : spans_) found_.push_back({i, span});
     if (spans_.empty()) takeUserInfo(i);
     if (before.form == Form::nothing && i > 0 && spans_.empty()) takePaired(i);
+    if (before.form == Form::nothing && i > 0 && spans_.empty()) takeBareKey(i);
   }
 
   /// The value that the argument before announced. False when this is none.
@@ -116,6 +118,22 @@ class ArgumentSearch {
     if (mayBeSecret(value, kind)) found_.push_back({i, {0, value.size()}});
   }
 
+  /// A long random word in base64 that nothing is said of.
+  void takeBareKey(std::size_t i) {
+    const std::string_view key = arguments_[i];
+    constexpr std::size_t kShortest = 40;
+    constexpr std::size_t kLongest = 512;
+    if (key.size() < kShortest || key.size() > kLongest) return;
+    const auto isSign = [](char c) {
+      return text::isAlphanumeric(c) || c == '+' || c == '/' || c == '=';
+    };
+    if (!std::all_of(key.begin(), key.end(), isSign)) return;
+    if (key.find_first_of("+=") == std::string_view::npos) return;
+    if (key.find('=') < key.size() - 2) return;
+    if (isPath(key) || kindOf(arguments_[i - 1]) == NameKind::harmless) return;
+    if (mayBeSecret(key, NameKind::unknown)) found_.push_back({i, {0, key.size()}});
+  }
+
   /// Whether the command says that something is set: "config set", "defaults write".
   bool setsSomething(std::size_t before) const {
     constexpr std::array<std::string_view, 9> kVerbs{"config", "set",    "write",  "create", "put",
@@ -170,17 +188,31 @@ class ArgumentSearch {
             found_.push_back({i + 1, {colon + 1, value.size()}});
           }
         }
-      } else if (hasUser && isPasswordOption(option) && looksSecret(value)) {
+      } else if ((hasUser && isPasswordOption(option) && looksSecret(value)) ||
+                 (value.size() >= kShortestGenerated && mayTakePassword(option) &&
+                  looksGenerated(value))) {
         found_.push_back({i + 1, {0, value.size()}});
       }
     }
   }
+
+  static constexpr std::size_t kShortestGenerated = 10;
 
   static bool isUserOption(std::string_view option) {
     constexpr std::array<std::string_view, 10> kOptions{
         "-u",    "-U",      "--user", "-l",      "--username",
         "-user", "--login", "--auth", "--creds", "--credentials"};
     return std::find(kOptions.begin(), kOptions.end(), option) != kOptions.end();
+  }
+
+  /// Of some programs, of which nothing need be known where the value is drawn at random.
+  static bool mayTakePassword(std::string_view option) {
+    constexpr std::array<std::string_view, 8> kOptions{"-a",  "-A",    "-k", "-K",
+                                                       "-pw", "-auth", "-S", "-t"};
+    constexpr std::size_t kLongest = 5;
+    if (option.size() > kLongest) return false;
+    return isPasswordOption(option) ||
+           std::find(kOptions.begin(), kOptions.end(), option) != kOptions.end();
   }
 
   static bool isPasswordOption(std::string_view option) {

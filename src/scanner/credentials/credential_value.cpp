@@ -24,7 +24,7 @@ const WordSet& plainWords() {
       "masked"sv,   "missing"sv, "never"sv,     "nil"sv,       "no"sv,      "none"sv,
       "null"sv,     "off"sv,     "on"sv,        "optional"sv,  "prompt"sv,  "redacted"sv,
       "required"sv, "stdin"sv,   "true"sv,      "undefined"sv, "unset"sv,   "value"sv,
-      "yes"sv});
+      "yes"sv,      "error"sv,   "warn"sv,      "remotessh"sv});
   return words;
 }
 
@@ -102,11 +102,12 @@ const WordSet& references() {
 
 /// What keys begin with that everybody may know.
 const WordSet& publicKeys() {
-  static const WordSet words(std::array{
-      "age1"sv,    "aaaac3nza"sv, "aaaab3nza"sv, "aaaae2vjz"sv, "aaaagnna"sv, "rwq"sv,  "rwr"sv,
-      "rwt"sv,     "pk_"sv,       "pk-"sv,       "pub"sv,       "npub1"sv,    "xpub"sv, "sha256-"sv,
-      "sha384-"sv, "sha512-"sv,   "sha256:"sv,   "ocid1."sv,    "did:"sv,     "bafy"sv, "qm"sv,
-      "magnet:"sv, "eyj"sv,       "urn:"sv,      "pk.eyj"sv,    "crsk"sv});
+  static const WordSet words(
+      std::array{"age1"sv,   "aaaac3nza"sv, "aaaab3nza"sv, "aaaae2vjz"sv, "aaaagnna"sv, "rwq"sv,
+                 "rwr"sv,    "rwt"sv,       "pk_"sv,       "pk-"sv,       "pub"sv,      "npub1"sv,
+                 "xpub"sv,   "sha256-"sv,   "sha384-"sv,   "sha512-"sv,   "sha256:"sv,  "ocid1."sv,
+                 "did:"sv,   "bafy"sv,      "qm"sv,        "magnet:"sv,   "eyj"sv,      "urn:"sv,
+                 "pk.eyj"sv, "crsk"sv,      "gpu-"sv,      "mig-"sv,      "waaaaaaa"sv});
   return words;
 }
 
@@ -264,6 +265,29 @@ bool isAddressOrVersion(std::string_view text) {
   return all(ending, text::isLower) || all(ending, text::isDigit);
 }
 
+/// "web-5c7d9f8b6-zx8kp": Kubernetes draws the ends of its names from letters that make no words.
+bool isPodName(std::string_view text) {
+  constexpr std::size_t kEnd = 5;
+  if (text.size() < kEnd + 7 || text[text.size() - kEnd - 1] != '-') return false;
+  constexpr std::string_view kDrawn = "bcdfghjklmnpqrstvwxz2456789";
+  const std::string_view end = text.substr(text.size() - kEnd);
+  const bool isDrawn = all(end, [&](char c) { return kDrawn.find(c) != std::string_view::npos; });
+  return isDrawn && text::isLower(text.front()) &&
+         all(text, [](char c) { return text::isLower(c) || text::isDigit(c) || c == '-'; });
+}
+
+/// "/nix/store/…", "/var/lib/…": whatever follows, it is a path.
+bool isBelowKnownRoot(std::string_view path) {
+  static const WordSet roots(std::array{
+      "/app/"sv,      "/applications/"sv, "/bin/"sv,   "/boot/"sv, "/data/"sv,    "/dev/"sv,
+      "/etc/"sv,      "/gnu/"sv,          "/home/"sv,  "/lib/"sv,  "/lib64/"sv,   "/library/"sv,
+      "/media/"sv,    "/mnt/"sv,          "/nix/"sv,   "/opt/"sv,  "/private/"sv, "/proc/"sv,
+      "/root/"sv,     "/run/"sv,          "/sbin/"sv,  "/snap/"sv, "/srv/"sv,     "/sys/"sv,
+      "/system/"sv,   "/tmp/"sv,          "/users/"sv, "/usr/"sv,  "/var/"sv,     "/volumes/"sv,
+      "/workspace/"sv});
+  return roots.holdsBeginningOf(path);
+}
+
 }  // namespace
 
 bool mayBeSecret(std::string_view value, NameKind kind) {
@@ -297,6 +321,7 @@ bool mayBeSecret(std::string_view value, NameKind kind) {
     case NameKind::account:
       return false;
     case NameKind::unclear:
+      if (value.starts_with("sha256=")) value.remove_prefix(value.find('=') + 1);
       return looksSecret(value) || looksRandom(value) ||
              (isLongHexNumber(value) && !text::contains(value, "-"));
     case NameKind::unknown:
@@ -324,6 +349,7 @@ bool looksSecret(std::string_view text) {
   const std::size_t digits = digitCount(text);
   if (digits == 0 || !any(text, text::isLetter) || any(text, text::isWhiteSpace)) return false;
   if (isHarmless(text) || isUrl(text) || isNumber(text) || isAddressOrVersion(text)) return false;
+  if (isPodName(text)) return false;
   if (any(text, isSpecial)) return true;
   const bool isMixed = any(text, text::isUpper) && any(text, text::isLower);
   if (!isMixed && all(text, [](char c) { return text::isHexDigit(c) || c == '-'; })) return false;
@@ -350,7 +376,9 @@ bool isPath(std::string_view text) {
   }
   const auto dot = text.rfind('.');
   if (dot != std::string_view::npos && fileEndings().holds(text.substr(dot + 1))) return true;
-  if (text.front() == '/') return !looksRandom(text) || text::contains(text.substr(1), "/.");
+  if (text.front() == '/') {
+    return !looksRandom(text) || text::contains(text.substr(1), "/.") || isBelowKnownRoot(text);
+  }
   // "run/secrets/token"
   const auto isPathSign = [](char c) {
     return text::isLower(c) || text::isDigit(c) || c == '/' || c == '-' || c == '_' || c == '.';

@@ -383,6 +383,7 @@ constexpr Format kFormats[] = {
     {"outlook.office.com/webhook/", Alphabet::path, 20},
     {"hooks.zapier.com/hooks/catch/", Alphabet::path, 8},
     {"maker.ifttt.com/use/", Alphabet::path, 10},
+    {"with/key/", Alphabet::urlSafe, 20, kAnyLength, kOdd},
     {"open.feishu.cn/open-apis/bot/v2/hook/", Alphabet::path, 10},
     {"open.larksuite.com/open-apis/bot/v2/hook/", Alphabet::path, 10},
     {"hc-ping.com/", Alphabet::path, 16},
@@ -412,6 +413,7 @@ constexpr MiddleFormat kMiddleFormats[] = {
     // Terraform, Mailchimp, MaxMind.
     {".atlasv1.", Alphabet::letters, 10, 20, Alphabet::base64, 40, 100},
     {"-us", Alphabet::hex, 32, 32, Alphabet::digits, 1, 2},
+    {"-", Alphabet::hex, 32, 32, Alphabet::uuid, 17, 17},
     {"_mmk", Alphabet::urlSafe, 36, 36, Alphabet::letters, 0, 0},
 };
 

@@ -132,6 +132,13 @@ class NameSearch {
   }
 
   /// What holds the secret itself in an object that is named like one.
+  /// "NAME=value": what is random in it is the value of NAME.
+  static bool isSetting(std::string_view word) {
+    const std::size_t sign = word.find('=');
+    return sign != std::string_view::npos && sign > 0 && sign + 2 < word.size() &&
+           std::all_of(word.begin(), word.begin() + static_cast<std::ptrdiff_t>(sign), isNameSign);
+  }
+
   static bool isNeutral(std::string_view own) {
     constexpr std::array kNeutral{"value"sv,   "data"sv, "content"sv, "plain"sv, "default"sv,
                                   "current"sv, "text"sv, "string"sv,  "raw"sv};
@@ -188,6 +195,7 @@ class NameSearch {
     if (at(end) != ':') return false;
     std::size_t word = value;
     while (text::isLower(at(word))) ++word;
+    if (isScheme(text_.substr(value, word - value))) return false;
     return word > value && at(word) == ' ' && text::isLetter(at(word + 1)) &&
            at(skipName(word + 1)) != ':' && at(skipName(word + 1)) != '=';
   }
@@ -264,9 +272,9 @@ class NameSearch {
     i = skipBlanks(i);
     // «["db"]["password"] "value"»
     if (isIndex && i > behind && isQuote(at(i))) return i;
-    if (at(i) == '=' && at(i + 1) == '>') ++i;
     if (at(i) != '=' && at(i) != ':') return 0;
     if (at(i + 1) == '=') return 0;
+    if (at(i) == '=' && at(i + 1) == '>') ++i;
     i = skipBlanks(i + 1);
     return i < text_.size() ? i : 0;
   }
@@ -347,7 +355,7 @@ class NameSearch {
     if (!isCredential(kind) && kind != NameKind::unknown) return 0;
     const std::string_view word = text_.substr(value, bounds_.judgedEnd(value) - value);
     if (isOption(word)) return 0;
-    if (kind == NameKind::unknown && !looksRandomValue(word, kind)) return 0;
+    if (kind == NameKind::unknown && (!looksRandomValue(word, kind) || isSetting(word))) return 0;
     const std::size_t taken = takeValue(kind, value, false);
     return taken > value ? taken : 0;
   }
@@ -419,7 +427,13 @@ class NameSearch {
   /// "user=name:password"
   std::size_t takeAccount(std::size_t value, std::size_t begin, std::string_view word) {
     const std::size_t colon = word.find(':');
-    if (colon == std::string_view::npos || word.find("://") == colon) return value;
+    if (colon == std::string_view::npos) {
+      // A key in the place of a name.
+      const bool isKey =
+          word.find('@') == std::string_view::npos && mayBeSecret(word, NameKind::unknown);
+      return isKey ? add(begin, begin + word.size()) : value;
+    }
+    if (word.find("://") == colon) return value;
     const std::string_view password = word.substr(colon + 1);
     constexpr std::size_t kShortest = 6;
     const bool hasBoth = std::any_of(password.begin(), password.end(), text::isDigit) &&

@@ -14,6 +14,8 @@
 namespace credentials {
 namespace {
 
+constexpr auto npos = std::string_view::npos;
+
 /// A word and where it stands.
 struct PlacedWord {
   Word word;
@@ -37,6 +39,18 @@ bool isPortMapping(std::string_view value) {
          });
 }
 
+/// Whether it may be a password where a port, a path or a name could stand as well.
+bool mayBePassword(std::string_view value) {
+  if (looksSecret(value) || looksLikeKey(value)) return true;
+  constexpr std::size_t kShortest = 7;
+  const auto isSpecial = [](char c) { return std::string_view("!#%^&*+?~").find(c) != npos; };
+  const auto isSign = [&](char c) { return text::isAlphanumeric(c) || isSpecial(c); };
+  return value.size() >= kShortest && std::all_of(value.begin(), value.end(), isSign) &&
+         std::any_of(value.begin(), value.end(), text::isLetter) &&
+         std::any_of(value.begin(), value.end(),
+                     [&](char c) { return text::isDigit(c) || isSpecial(c); });
+}
+
 /// The part of `word` from `begin` on that is the credential; empty when there is none.
 std::optional<TextSpan> credentialIn(std::string_view word, std::size_t begin, Part part) {
   TextSpan span = withoutQuotes(word, {begin, word.size()});
@@ -48,7 +62,8 @@ std::optional<TextSpan> credentialIn(std::string_view word, std::size_t begin, P
       return span;
     }
     const TextSpan rest{span.begin + at + 1, span.end};
-    if (rest.begin == rest.end && looksLikeKey(value.substr(0, at))) {
+    // "TOKEN:", "TOKEN:x": the key stands in the place of the user.
+    if (rest.end - rest.begin <= 1 && looksLikeKey(value.substr(0, at))) {
       return TextSpan{span.begin, span.begin + at};
     }
     return rest;
@@ -79,6 +94,20 @@ std::optional<TextSpan> credentialIn(std::string_view word, std::size_t begin, P
       if (sign != std::string_view::npos && sign > slash) found->end = span.begin + sign;
       break;
     }
+    case Part::colonToSign: {
+      // ":pserver:user:password@host" has a method before the user.
+      std::size_t colon = value.find(':');
+      if (colon == 0) colon = value.find(':', value.find(':', 1) + 1);
+      const auto sign = value.rfind('@');
+      if (colon == std::string_view::npos || sign == std::string_view::npos || sign < colon) {
+        return std::nullopt;
+      }
+      found = TextSpan{span.begin + colon + 1, span.begin + sign};
+      break;
+    }
+    case Part::likely:
+      if (!mayBePassword(value)) return std::nullopt;
+      break;
     case Part::pass: {
       constexpr std::string_view kPass = "pass:";
       if (!value.starts_with(kPass)) return std::nullopt;
@@ -170,7 +199,10 @@ class Follower {
     const bool isLikely = step.kind == StepKind::credential ||
                           ((looksSecret(text) || looksLikeKey(text)) && !text::contains(text, "="));
     const bool isAdded = isLikely && add(word, 0, step.part);
-    if (!isAdded && step.part == Part::slashToSign) return false;
+    // The word that holds it may still come.
+    if (!isAdded && (step.part == Part::slashToSign || step.part == Part::colonToSign)) {
+      return false;
+    }
     ++at;
     if (at == rule.size() && rule[0].kind == StepKind::literal) at = 0;
     return isAdded;
@@ -306,7 +338,11 @@ class Search {
 
   void takeText(std::string_view text, std::size_t argument) {
     ShellWords words(text);
-    before_.clear();
+    text_ = text;
+    asksForPassword_ = text::contains(text, "assword") || text::contains(text, "assphrase");
+    written_.clear();
+    isGroup_ = false;
+    hasHereString_ = false;
     command_.clear();
     isValue_ = false;
     Word word;
@@ -318,8 +354,8 @@ class Search {
       if (word.beginsCommand) endCommand(argument);
       takeWord({word, argument});
       // What is piped is short.
-      constexpr std::size_t kMostWords = 64;
       if (command_.size() < kMostWords) command_.push_back(word);
+      hasHereString_ = hasHereString_ || word.isHereString;
     }
     endCommand(argument);
     follower_.end();
@@ -332,19 +368,57 @@ class Search {
     return found_.size() >= kMost || lookUps_ >= kMostLookUps;
   }
 
-  /// "echo V | sudo -S command", "chpasswd <<< user:V"
+  /// "echo V | sudo -S command", "(echo V; echo V) | passwd", "chpasswd <<< user:V"
   void endCommand(std::size_t argument) {
-    if (!command_.empty() && readsPassword()) {
-      const bool isPair = endsInName(command_[0].text, "chpasswd");
-      if (command_[0].isBehindPipe && !before_.empty() && writes(before_[0].text)) {
-        for (std::size_t i = 1; i < before_.size(); ++i) addPiped(before_[i], argument, isPair);
-      }
-      for (const Word& word : command_) {
-        if (word.isHereString) addPiped(word, argument, isPair);
-      }
+    if (command_.empty()) return;
+    if (writes(command_[0].text)) {
+      const std::size_t begin = command_[0].begin;
+      const bool opensGroup = begin > 0 && (text_[begin - 1] == '(' || text_[begin - 1] == '{');
+      if (opensGroup || !isGroup_ || written_.size() > kMostWords) written_.clear();
+      isGroup_ = isGroup_ || opensGroup;
+      written_.insert(written_.end(), command_.begin() + 1, command_.end());
+      command_.clear();
+      return;
     }
-    before_.swap(command_);
+    // Whether it reads a password is asked of few.
+    const bool hasInput = hasHereString_ || (command_[0].isBehindPipe && !written_.empty());
+    if (hasInput) takeInput(argument);
+    if (asksForPassword_ && command_[0].text == "send") addSent(command_.back(), argument);
+    written_.clear();
+    isGroup_ = false;
+    hasHereString_ = false;
     command_.clear();
+  }
+
+  void takeInput(std::size_t argument) {
+    const bool reads = readsPassword();
+    const bool isPair = endsInName(command_[0].text, "chpasswd");
+    if (reads && command_[0].isBehindPipe) {
+      for (const Word& word : written_) addPiped(word, argument, isPair);
+    }
+    if (!reads && !readsIntoCredential()) return;
+    for (const Word& word : command_) {
+      if (word.isHereString) addPiped(word, argument, isPair);
+    }
+  }
+
+  /// "read -s PASS"
+  bool readsIntoCredential() const {
+    return command_[0].text == "read" &&
+           std::any_of(command_.begin() + 1, command_.end(), [](const Word& word) {
+             const NameKind kind = kindOf(word.text);
+             return !word.isHereString && (kind == NameKind::password || kind == NameKind::token);
+           });
+  }
+
+  /// What a script of expect answers where it is asked for a password: "send V\r".
+  void addSent(Word word, std::size_t argument) {
+    for (const std::string_view ending : {"\r", "\n"}) {
+      if (word.text.ends_with(ending)) word.text.remove_suffix(ending.size());
+    }
+    if (const auto span = credentialIn(word.text, 0, Part::whole)) {
+      found_.push_back({argument, {word.begin + span->begin, word.begin + span->end}});
+    }
   }
 
   static bool writes(std::string_view name) { return name == "echo" || name == "printf"; }
@@ -353,7 +427,19 @@ class Search {
     return text::lastPathComponent(word) == name;
   }
 
+  /// "gh secret set NAME"
+  bool keepsSecret() const {
+    constexpr std::array<std::string_view, 5> kFilters{"grep", "sed", "awk", "tee", "jq"};
+    if (std::find(kFilters.begin(), kFilters.end(), command_[0].text) != kFilters.end()) {
+      return false;
+    }
+    return std::any_of(command_.begin() + 1, command_.end(), [](const Word& word) {
+      return word.text == "secret" || word.text == "secrets" || word.text == "set-password";
+    });
+  }
+
   bool readsPassword() const {
+    if (keepsSecret()) return true;
     const auto isReaderAt = [&](std::size_t i) {
       return i < command_.size() && readsPipedPassword(text::lastPathComponent(command_[i].text));
     };
@@ -372,7 +458,12 @@ class Search {
 
   std::vector<ArgumentSpan>& found_;
   Follower follower_;
-  std::vector<Word> before_;   // the command before this one
+  static constexpr std::size_t kMostWords = 64;
+  std::string_view text_;
+  std::vector<Word> written_;  // what is echoed before this command
+  bool isGroup_ = false;       // "(echo a; echo b)"
+  bool hasHereString_ = false;
+  bool asksForPassword_ = false;
   std::vector<Word> command_;  // this one, as far as it has been read
   int lookUps_ = 0;
   bool isBehindDashes_ = false;

@@ -33,8 +33,12 @@ Part partOf(char sign) {
       return Part::behindEquals;
     case '/':
       return Part::slashToSign;
+    case '@':
+      return Part::colonToSign;
     case '~':
       return Part::pass;
+    case '#':
+      return Part::likely;
     default:
       return Part::whole;
   }

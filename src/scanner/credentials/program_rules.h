@@ -6,7 +6,17 @@
 namespace credentials {
 
 /// Which part of a word is the credential.
-enum class Part { whole, behindColon, behindPercent, behindComma, behindEquals, slashToSign, pass };
+enum class Part {
+  whole,
+  behindColon,
+  behindPercent,
+  behindComma,
+  behindEquals,
+  slashToSign,
+  colonToSign,
+  pass,
+  likely,  ///< the whole of it, if it looks like a credential
+};
 
 enum class StepKind { literal, anything, credential, likely, option };
 

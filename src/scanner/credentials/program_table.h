@@ -15,8 +15,8 @@ namespace credentials {
 ///           (options between them are passed over; "get*" is a word that begins with "get")
 ///
 /// Behind an option or "!" a sign says that only a part of the value is the credential: what
-/// follows ":", "%", "," or "=" in it, or stands between "/" and the last "@", or follows
-/// "pass:" ("~").
+/// follows ":", "%", "," or "=" in it, or stands between "/" and the last "@", or between ":" and
+/// the last "@" ("@"), or follows "pass:" ("~"); or that it is one only if it looks like it ("#").
 ///
 /// And for ways that are one program's alone: "!last" is the last word, where an option holds "b"
 /// (htpasswd); "!url" what follows "://"; "!dsn" what follows ",p=".
@@ -29,35 +29,58 @@ struct Program {
 constexpr Program kPrograms[] = {
     // Databases.
     {"mysql mariadb mysqldump mariadb-dump mysqlimport mysqlcheck mysqlslap mysqlshow mysqlbinlog "
-     "mysqlpump mysql_upgrade mariadb-check mariadb-import mariabackup xtrabackup innobackupex",
+     "mysqlpump mysql_upgrade mariadb-check mariadb-import mariabackup xtrabackup innobackupex "
+     "mariadb-backup mariadb-binlog mariadb-show mariadb-slap mariadb-upgrade mysqlbackup "
+     "mysql_tzinfo_to_sql mysqlhotcopy mysqltest",
      "-p<"},
     {"mysqladmin mariadb-admin", "-p< | password !"},
     {"pt-table-checksum pt-table-sync pt-archiver pt-online-schema-change pt-heartbeat "
+     "pt-stalk pt-summary pt-mysql-summary pt-slave-restart pt-slave-find pt-upgrade "
+     "pt-variable-advisor pt-index-usage pt-config-diff pt-table-usage "
      "pt-show-grants pt-query-digest pt-find pt-deadlock-logger pt-kill pt-duplicate-key-checker",
      "-p> | !dsn"},
-    {"mysqlsh mycli mydumper myloader", "-p> | --ask-pass<"},
+    {"mysqlsh mycli mydumper myloader mytop innotop maxctrl maxadmin", "-p> | --ask-pass<"},
     {"mongo mongosh mongodump mongorestore mongoexport mongoimport mongostat mongotop mongofiles "
-     "legacy-mongo",
+     "legacy-mongo mongosqld mongodrdl mongo-connector",
      "-p>"},
-    {"redis-cli keydb-cli valkey-cli redis-benchmark rdb",
+    {"redis-cli keydb-cli valkey-cli redis-benchmark rdb valkey-benchmark keydb-benchmark iredis "
+     "redli "
+     "rdcli memtier_benchmark",
      "-a> | auth ! | AUTH ! | AUTH ? ! | "
-     "requirepass ! | masterauth ! | ><"},
+     "requirepass ! | masterauth ! | ><| --authenticate>:"},
     {"redis-server keydb-server valkey-server", "--requirepass> | --masterauth>"},
-    {"sqlplus sqlldr exp imp expdp impdp rman tnsping sqlcl orapwd", "!/ | target !/ | connect !/"},
-    {"sqlcmd bcp isql osql tsql freebcp bsqldb defncopy fisql", "-P^ | -P<"},
+    {"sqlplus sqlldr exp imp expdp impdp rman tnsping sqlcl orapwd dgmgrl",
+     "!/ | target !/ | connect !/ | catalog !/ | auxiliary !/"},
+    {"sqlcmd bcp osql tsql freebcp bsqldb defncopy fisql mssql-cli mssql-scripter", "-P^ | -P<"},
+    {"isql iusql", "-P^ | -P< | -v ? ? ! | ? ? #"},
+    {"sqlpackage", "/tp:< | /sp:<"},
+    {"db2look db2move db2relocatedb", "-w> | -p>"},
+    {"db2batch", "-a>/"},
+    {"dsmadmc dsmc dsmadm", "-pa> | -pass>"},
+    {"hdbsql", "-p>"},
+    {"hdbuserstore", "set ? ? ? ! | SET ? ? ? !"},
+    {"admintools", "-p>"},
+    {"nzsql nzload nz_backup nz_restore", "-pw>"},
+    {"cbc cbc-pillowfight cbc-n1ql cbc-cat cbc-create cbc-stats", "-P>"},
+    {"cbstats cbtransfer cbepctl cbworkloadgen", "-p>"},
+    {"pg_md5 pg_enc", "!"},
+    {"pmcmd tabcmd pcs duck fs_cli odbcping", "-p>"},
+    {"pmrep", "-x>"},
+    {"infacmd.sh infacmd", "-pd>"},
     {"gbak gfix gsec isql-fb fbsvcmgr", "-pas> | -pass> | -pw> | -p> | password !"},
     {"db2", "using !"},
     {"cqlsh dsbulk nodetool cassandra-stress sstableloader", "-p> | -pw>"},
     {"cypher-shell neo4j-admin neo4j", "-p> | set-initial-password !"},
     {"etcdctl", "--user>: | user add !:"},
     {"influx influxd", "-p> | -t>"},
-    {"vsql exaplus arangosh arangodump surreal monetdb", "-w> | -p> | --pass>"},
-    {"beeline sqlline hive impala-shell", "-p>"},
+    {"vsql exaplus arangosh arangodump arangorestore arangoimport arangoexport surreal monetdb",
+     "-w> | -p> | --pass>"},
+    {"beeline sqlline hive impala-shell", "-p> | --ldap_password>"},
     {"clickhouse-client clickhouse clickhouse-local", "--password>"},
     {"zkCli.sh zkcli", "addauth ? !:"},
     {"sqoop spark-sql", "--password>"},
     {"couchbase-cli cbq cbbackupmgr cbimport cbexport", "-p>"},
-    {"tarantoolctl ksql", "-p>"},
+    {"tarantoolctl ksql drill-conf phoenix-sqlline", "-p>"},
     {"elasticsearch-users", "-p>"},
     {"solr", "-u>: | --credentials>:"},
     {"pgbouncer psql pg_dump pg_dumpall pg_restore pgbench createdb pgcli pg_basebackup", ""},
@@ -67,13 +90,28 @@ constexpr Program kPrograms[] = {
     {"mosquitto_pub mosquitto_sub mosquitto_rr mqttx", "-P> | --pw>"},
     {"mqtt hivemq-cli", "-pw>"},
     {"nats nsc", "--password> | --token>"},
+    {"mosquitto_ctrl", "-P> | setClientPassword ? ! | createClient ? -p>"},
+    {"emqx_ctl emqx", "admins add ? ! | admins passwd ? !"},
+    {"stomp", "-W>"},
     // Transfers.
+    {"bitsadmin", "/setcredentials ? ? ? ? ! | /SetCredentials ? ? ? ? !"},
+    {"cvs mount_smbfs mount_afp mount_webdav smbutil polenum", "-d>@ | !@"},
+    {"hurl", "-u>: | --user>:"},
+    {"proxytunnel", "-P>: | -R>:"},
+    {"dirb whatweb", "-u>:"},
+    {"skipfish", "-A>:"},
+    {"wfuzz wpscan", "--basic>: | --ntlm>: | --digest>: | --wp-auth>: | --http-auth>:"},
+    {"gobuster", "-P>"},
+    {"crowbar", "-c>"},
+    {"oggfwd", "? ? !"},
+    {"spotifyd librespot instaloader", "-p>"},
+    {"mpc", "-P>"},
     {"curl",
-     "-u>: | --user>: | -U>: | --proxy-user>: | -E>: | --cert>: | --pass> | "
+     "-u>: | --user>: | -U>: | --proxy-user>: | -E>: | --cert>: | --pass> | -b>= | "
      "--oauth2-bearer> | --tlspassword> | --proxy-pass>"},
     {"http https xh xhs httpie", "-a>: | --auth>:"},
     {"ab", "-A>: | -P>:"},
-    {"hey oha bombardier nikto", "-a>: | -id>:"},
+    {"hey oha bombardier nikto vegeta autocannon", "-a>: | -id>:"},
     {"lftp open", "-u>,"},
     {"ncftp ncftpput ncftpget ncftpls", "-p>"},
     {"psftp pscp plink putty kitty", "-pw> | -pwfile<"},
@@ -85,12 +123,12 @@ constexpr Program kPrograms[] = {
     {"mega-login", "? !"},
     {"transmission-remote", "-n>: | --auth>:"},
     {"transmission-daemon", "-v>"},
-    {"deluge-console amulecmd", "-P>"},
+    {"deluge-console amulecmd amuleweb", "-P> | connect ? ? !"},
     {"subliminal", "--opensubtitles ? ! | --addic7ed ? !"},
     {"miniserve dufs gotty ttyd ghfs", "-a>: | --auth>: | -c>: | --credential>:"},
     {"turnserver turnadmin", "-u>: | --user>: | -p>"},
     {"turnutils_uclient", "-w>"},
-    {"apprise", "!url"},
+    {"apprise shoutrrr", "!url"},
     // Archives and documents.
     {"7z 7za 7zr 7zz p7zip", "-p<"},
     {"rar unrar", "-p< | -hp<"},
@@ -102,17 +140,37 @@ constexpr Program kPrograms[] = {
      "-upw> | -opw>"},
     {"mutool", "-p> | -U> | -O>"},
     {"pdfcpu", "-upw> | -opw>"},
-    {"msoffcrypto-tool", "-p>"},
+    {"cpdf", "-encrypt ? ! ! | owner=< | user=<"},
+    {"msoffcrypto-tool steghide stegsnow stegosuite openstego fcrackzip aescrypt", "-p> | -x^#"},
+    {"outguess mcrypt mdecrypt", "-k>"},
+    {"ccrypt ccencrypt ccdecrypt ccat", "-K>"},
+    {"zulucrypt-cli zulumount-cli bdeinfo bdemount", "-p>"},
+    {"dislocker dislocker-fuse dislocker-file", "-u< | -p<"},
+    {"hdparm",
+     "--security-unlock> | --security-set-pass> | --security-erase> | "
+     "--security-erase-enhanced> | --security-disable>"},
+    {"sedutil-cli sedutil",
+     "--initialSetup ! | --initialsetup ! | --setSIDPassword ! ! | --setSIDPwd ! ! | "
+     "--setAdmin1Pwd ! ! | --revertTPer ! | --revertNoErase ! | --setLockingRange ? ? ! | "
+     "--enableLockingRange ? ! | --disableLockingRange ? ! | --setMBRDone ? ! | "
+     "--setMBREnable ? ! | --loadPBAimage ! | --PSIDrevert ! | --query !"},
+    {"tpm2_create tpm2_createprimary tpm2_load tpm2_unseal tpm2_nvread tpm2_nvwrite tpm2_nvdefine "
+     "tpm2_sign tpm2_changeauth tpm2_clear tpm2_takeownership tpm2_rsadecrypt",
+     "-p>#| -P>#"},
+    {"keyctl", "add ? ? ! | update ? !"},
+    {"jwt", "-S>"},
+    {"easyrsa", "--passin>~ | --passout>~"},
+    {"sapgenpse", "-x> | -p^#"},
     // Keys and certificates.
     {"openssl",
      "-pass>~ | -passin>~ | -passout>~ | -password>~ | -k> | -K> | passwd ! | -hmac> | "
-     "-psk> | -srppass>"},
+     "-psk> | -srppass> | -macopt>: | -kdfopt>:"},
     {"gpg gpg2 gpgsm", "--passphrase>"},
     {"gpg-preset-passphrase", "-P> | --passphrase>"},
     {"keytool jarsigner",
      "-storepass> | -keypass> | -srcstorepass> | -deststorepass> | "
      "-destkeypass> | -srckeypass> | -new>"},
-    {"apksigner", "--ks-pass>~ | --key-pass>~"},
+    {"apksigner bundletool", "--ks-pass>~ | --key-pass>~"},
     {"osslsigncode signtool", "-pass> | /p>"},
     {"pk12util certutil", "-W> | -K>"},
     {"pkcs11-tool pkcs15-tool pkcs15-init", "-p> | --pin> | --so-pin> | --new-pin>"},
@@ -120,14 +178,15 @@ constexpr Program kPrograms[] = {
     {"yubico-piv-tool ykman ykpamcfg", "-P> | -K> | -p> | -k> | -N> | --pin> | --management-key>"},
     {"ssh-keygen", "-N> | -P>"},
     {"oathtool totp", "!"},
-    {"mkpasswd slappasswd", "-s> | !"},
+    {"mkpasswd", "-m ? ! | #"},
+    {"slappasswd", "-s>"},
     {"htpasswd mosquitto_passwd htdbm", "!last"},
     {"caddy", "--plaintext> | -p>"},
     {"ansible-vault", "encrypt_string !"},
     {"veracrypt truecrypt", "-p> | --password>"},
     {"vault",
      "login # | operator unseal ! | unseal ! | kv put ? # | kv patch ? # | token lookup # "
-     "| token revoke # | token renew # | unwrap #"},
+     "| token revoke # | token renew # | unwrap # | -decode> | -otp>"},
     {"consul nomad serf dkron",
      "-encrypt> | --encrypt> | -http-auth>: | acl set-agent-token ? ! | "
      "kv put ? #"},
@@ -141,12 +200,39 @@ constexpr Program kPrograms[] = {
     {"ldapsearch ldapmodify ldapadd ldapdelete ldapwhoami ldapcompare ldapmodrdn ldapexop ldapvi "
      "dsconf dsidm",
      "-w^ | -w<"},
+    {"dsconfig dsreplication manage-account import-ldif export-ldif imtest smtptest pop3test "
+     "cyradm "
+     "vastool sieveshell",
+     "-w^#"},
+    {"testsaslauthd ldapdomaindump windapsearch adjoin", "-p>"},
+    {"domainjoin-cli", "join ? ? !"},
+    {"ipa-client-install ipa-server-install ipa-replica-install ipa-adtrust-install "
+     "ipa-dns-install",
+     "-p> | -w> | -a> | -P>"},
+    {"secretsdump psexec wmiexec smbexec atexec dcomexec getuserspns getnpusers gettgt getst "
+     "ticketer "
+     "lookupsid samrdump mssqlclient getadusers addcomputer rpcdump reg services smbserver "
+     "impacket-secretsdump impacket-psexec impacket-wmiexec impacket-smbexec impacket-mssqlclient "
+     "impacket-getuserspns impacket-getnpusers impacket-gettgt impacket-lookupsid "
+     "impacket-smbclient impacket-addcomputer",
+     "-hashes> | -aesKey> | -nthash> | -computer-pass> | -p^ | !@"},
+    {"certipy bloodhound-python bloodyad lsassy donpapi pywerview ldeep rdp_check",
+     "-p> | -H> | -hashes> | --hashes>"},
+    {"rubeus", "/rc4:< | /aes256:< | /password:<"},
+    {"psexec64 paexec remcom", "-p>"},
+    {"tasklist taskkill systeminfo schtasks driverquery openfiles gpresult getmac eventcreate",
+     "/p> | /P> | /rp> | /RP>"},
+    {"netdom", "/pd:< | /po:< | /PD:<"},
+    {"csvde ldifde", "-b ? ? !"},
+    {"sc", "password= !"},
     {"ldappasswd", "-w> | -s> | -a>"},
     {"smbclient smbget rpcclient net winexe wmic pdbedit smbcacls smbtree smbcquotas samba-tool "
-     "smbtorture",
-     "-U>% | --user>% | user create ? ! | user add ? ! | --password> | --newpassword>"},
+     "smbtorture mount.smb3 impacket-samrdump",
+     "-U>% | --user>% | user create ? ! | user add ? ! | --password> | --newpassword> "
+     "| user ? # | use ? # | use ? ? # | ? #"},
     {"wbinfo", "-a>% | --authenticate>%"},
-    {"smbmap crackmapexec nxc netexec evil-winrm enum4linux kerbrute", "-p> | -H> | --password>"},
+    {"smbmap crackmapexec nxc netexec evil-winrm enum4linux enum4linux-ng kerbrute",
+     "-p> | -H> | --password>"},
     {"hydra medusa ncrack patator", "-p>"},
     {"kadmin kadmin.local addprinc cpw ktutil", "-w> | -pw>"},
     {"kcadm.sh kc.sh kcadm", "-p> | --password> | --new-password>"},
@@ -158,7 +244,18 @@ constexpr Program kPrograms[] = {
     {"check_snmp", "-C> | -A> | -X>"},
     {"check_http check_curl", "-a>: | -b>:"},
     {"check_mysql check_pgsql check_mysql_health check_imap check_ldap", "-p^ | -P^"},
-    {"ipmitool", "-P> | set password ? !"},
+    {"check_mssql check_mongodb check_rabbitmq check_disk_smb check_vmware_esx check_smtp "
+     "check_wmi",
+     "-p^# | -P^#"},
+    {"check_nt", "-s>"},
+    {"radtest", "? ! ? ? !"},
+    {"radclient radeapclient", "? ? !"},
+    {"eapol_test", "-s>"},
+    {"snmp-check", "-c>"},
+    {"smcipmitool", "? ? !"},
+    {"ipmicfg", "setpwd ? !"},
+    {"esxcli resxtop vicfg-nics vifs vmkfstools vihostupdate", "-p^#"},
+    {"ipmitool", "-P> | -K> | set password ? !"},
     {"ipmipower ipmiconsole ipmi-sensors ipmi-sel ipmi-fru ipmi-chassis bmc-info racadm "
      "redfishtool "
      "ilorest",
@@ -166,7 +263,9 @@ constexpr Program kPrograms[] = {
     {"xfreerdp xfreerdp3 wlfreerdp sdl-freerdp sdl-freerdp3 freerdp",
      "/p:< | /gp:< | /pth:< | -p>"},
     {"rdesktop", "-p>"},
-    {"x11vnc x0vncserver vncdo vncdotool", "-passwd> | -viewpasswd> | -p>"},
+    {"x11vnc x0vncserver vncdo vncdotool", "-passwd> | -viewpasswd> | -p> | -storepasswd>"},
+    {"grdctl", "set-password ! | set-credentials ? !"},
+    {"teamviewer", "passwd !"},
     {"spicy remote-viewer virt-viewer", "-w>"},
     {"wpa_passphrase", "? !"},
     {"wpa_cli", "psk ! | passphrase ! | password ! | wep_key0 !"},
@@ -178,14 +277,32 @@ constexpr Program kPrograms[] = {
      "-setsecurewebproxy ? ? ? ? ? ! | -addpreferredwirelessnetworkatindex ? ? ? ? !"},
     {"aireplay-ng airdecap-ng airolib-ng", "-p>"},
     {"openconnect openfortivpn", "-C> | --cookie> | -p>"},
-    {"ss-local ss-server ss-redir ss-tunnel sslocal ssserver shadowsocks microsocks", "-k> | -P>"},
+    {"frpc frps netbird k3s rke2 k0s rancher tea", "-t>#| -k>#"},
+    {"npc", "-vkey>"},
+    {"bore", "-s>"},
+    {"brook cntlm", "-p>"},
+    {"udp2raw speederv2", "-k>"},
+    {"edge", "-k^#"},
+    {"iodine iodined", "-P>"},
+    {"warp-cli", "set-license ! | license !"},
+    {"pppd pon", "password !"},
+    {"ss-manager ss-local ss-server ss-redir ss-tunnel sslocal ssserver shadowsocks microsocks",
+     "-k> | -P>"},
     {"chisel", "--auth>:"},
-    {"mullvad", "account login !"},
+    {"mullvad", "account login ! | account set !"},
     {"nordvpn protonvpn expressvpn", "login --token> | activate !"},
     {"iscsiadm", "*password -v>"},
     {"upscmd upsrw", "-p>"},
     {"govc xe prlctl vmrun", "-pw> | -gp> | -vp> | --userpasswd>:"},
     {"adb", "pair ? !"},
+    {"virsh", "secret-set-value ? ! | --base64> | set-user-password ? ? !"},
+    {"vboxmanage", "setcredentials ? !"},
+    {"guestfish guestmount virt-cat virt-inspector virt-filesystems virt-ls", "--key>:"},
+    {"pihole", "-p> | setpassword !"},
+    {"synouser", "--setpw ? ! | --add ? !"},
+    {"changepass.pl", "? ? !"},
+    {"v-add-user v-change-user-password", "? !"},
+    {"v-add-database v-add-mail-account", "? ? ? !"},
     {"bitcoin-cli litecoin-cli dogecoin-cli bitcoind dash-cli",
      "walletpassphrase ! | encryptwallet ! | walletpassphrasechange ! ! | importprivkey !"},
     {"monero-wallet-cli monero-wallet-rpc monerod", "--rpc-login>: | --password>"},
@@ -195,22 +312,47 @@ constexpr Program kPrograms[] = {
     {"ssmtp msmtp mailsend mailsend-go smtp-cli", "-ap> | -pass>"},
     {"doveadm", "pw -p> | auth test ? ! | auth login ? !"},
     {"sendxmpp", "-p>"},
+    {"blat", "-pw>"},
+    {"zmprov", "ca ? ! | createAccount ? ! | sp ? ! | setPassword ? ! | -p^"},
+    {"telegram-send telegram telegram.sh gotify", "-t>#"},
+    {"signal-cli", "setPin !"},
+    {"irssi", "-w>"},
+    {"sic", "-k>"},
+    {"sipsak", "-a>"},
+    {"kamctl kamailio-ctl opensipsctl", "add ? ! | passwd ? !"},
+    {"ejabberdctl prosodyctl", "register ? ? ! | change_password ? ? ! | check_password ? ? !"},
+    {"register_new_matrix_user", "-p> | -k>"},
+    {"mumble-server murmurd", "-supw>"},
+    {"mcrcon", "-p>"},
+    {"rcon rcon-cli rconc arrcon", "-p>#| -P>#"},
+    {"srcds_run srcds_linux hlds_run hlds_linux srcds",
+     "+rcon_password ! | +sv_password ! | +sv_setsteamaccount ! | +password !"},
+    {"steamcmd steamcmd.sh", "+login ? !"},
     {"ntfy", "-u>: | --user>: | -k>"},
     {"imapsync", "--password1> | --password2>"},
     // Images and clusters.
     {"docker podman nerdctl buildah img finch",
      "login -p> | login --password> | --creds>: | swarm join --token>"},
+    {"ctr", "-u>: | --user>:"},
+    {"crictl", "--creds>: | --auth>"},
+    {"kustomize", "secret --from-literal>="},
+    {"odo", "login -p>"},
+    {"civo", "apikey save ? ! | apikey add ? !"},
+    {"pulumi", "config set ? --secret ! | config set --secret ? !"},
+    {"swift", "-K^#"},
+    {"gcloud", "activate-refresh-token ? !"},
     {"skopeo", "login -p> | --creds>: | --src-creds>: | --dest-creds>:"},
     {"crane oras regctl helm", "login -p> | --password>"},
     {"kubectl oc k", "secret --from-literal>= | login -p> | login --token>"},
-    {"cf ibmcloud az", "login -p> | auth ? ! | secret set --value>"},
+    {"cf ibmcloud az", "login -p> | -p^#| auth ? ! | secret set --value>"},
     {"microk8s", "join !"},
     {"ceph rbd rados", "--key>"},
     {"cosign notation", "login -p>"},
     {"act", "-s>="},
     {"doctl", "-t> | --access-token>"},
-    {"heroku flyctl vercel netlify railway supabase surge render", "-t> | --token> | --auth>"},
-    {"fly", "login -p> | -t>"},
+    {"heroku flyctl vercel netlify railway supabase surge render",
+     "-t> | --token> | --auth> | secrets set != != != !="},
+    {"fly", "login -p> | -t> | secrets set != != != !="},
     {"aws",
      "configure set *key ! | configure set *token ! | put-parameter --value> | "
      "--secret-string> | --secret-access-key>"},
@@ -223,7 +365,7 @@ constexpr Program kPrograms[] = {
      "alias set ? ? ! ! | config host add ? ? ! ! | admin user add ? ? ! | "
      "admin user add ? !"},
     {"b2", "authorize ? ! | authorize-account ? ! | authorize_account ? !"},
-    {"rclone", "obscure ! | reveal ! | --pass> | *pass= !"},
+    {"rclone", "obscure ! | reveal ! | --pass> | *pass= ! | config password ? ? !"},
     {"kopia duplicacy", "-p>"},
     {"nextcloudcmd owncloudcmd seaf-cli", "-p>"},
     {"mountpoint mount.cifs", ""},
@@ -240,7 +382,9 @@ constexpr Program kPrograms[] = {
      "config http-basic* ? ! | config github-oauth* ! | config gitlab-token* ! | "
      "config bearer* ! | config gitlab-oauth* !"},
     {"dotnet nuget choco", "push ? # | push -k> | --api-key> | -k> | setapikey ! | -ApiKey> | -p^"},
-    {"npm yarn pnpm", "config set *_authToken ! | config set *_auth ! | config set *_password !"},
+    {"npm yarn pnpm",
+     "set *_authToken ! | config set *_authToken ! | config set *_auth ! | config set *_password "
+     "!"},
     {"vsce ovsx", "-p> | --pat>"},
     {"wandb comet", "login # | login --key>"},
     {"ngrok", "authtoken ! | add-authtoken !"},
@@ -250,6 +394,32 @@ constexpr Program kPrograms[] = {
     {"vastai", "set api-key !"},
     {"llm openai", "keys --value> | -k>"},
     {"knife", "-P>"},
+    {"bolt", "-p>"},
+    {"modal", "--token-id>"},
+    {"prefect", "login -k>"},
+    {"gradient", "apiKey !"},
+    {"yolo", "login !"},
+    {"runpodctl", "--apiKey>"},
+    {"airflow", "users -p>"},
+    {"splunk", "-auth>: | -password>"},
+    {"icinga2", "--ticket>"},
+    {"grafana-cli grafana", "reset-admin-password !"},
+    {"hadoop", "-value>"},
+    {"fossil", "user password ? ! | user new ? ? ! | -B>:"},
+    {"drush", "user:password ? ! | upwd ? ! | user-password ? !"},
+    {"console",
+     "security:hash-password ! | security:encode-password ! | fos:user:create ? ? ! | "
+     "fos:user:change-password ? !"},
+    {"mattermost mmctl", "user password ? ! | user change-password ? -p>"},
+    {"authelia", "hash-password !"},
+    {"pocketbase",
+     "admin create ? ! | admin update ? ! | superuser create ? ! | superuser upsert ? ! | "
+     "superuser update ? !"},
+    {"strapi", "-p^#"},
+    {"filebrowser", "users add ? ! | users update -p>"},
+    {"sapcontrol saphostctrl", "-user ? !"},
+    {"brbackup brarchive brrestore brconnect", "-u>/"},
+    {"asnpwd", "password !"},
     {"conan", "user -p> | login -p>"},
     {"expo eas", "login -p>"},
     {"altool itmstransporter", "-p>"},
@@ -265,6 +435,8 @@ constexpr Program kPrograms[] = {
     {"kickstart", "-vncpw>"},
     // In PowerShell and SQL.
     {"convertto-securestring", "! | -string>"},
+    // What deluge-console is told.
+    {"connect", "? ? #"},
 };
 
 /// Programs that run others: what follows may be another one's arguments.
@@ -287,6 +459,9 @@ constexpr std::string_view kContainers = "docker podman nerdctl kubectl oc";
 
 /// Programs that read a password from what is piped to them, whatever their options.
 constexpr std::string_view kReaders =
-    "chpasswd cryptsetup kinit smbpasswd vncpasswd tigervncpasswd secret-tool";
+    "chpasswd cryptsetup kinit smbpasswd vncpasswd tigervncpasswd secret-tool passwd realm adcli "
+    "su "
+    "pass gopass bw lpass keepassxc-cli zfs saslpasswd2 saslpasswd grub-mkpasswd-pbkdf2 pwscore "
+    "cracklib-check anydesk pw ldappasswd ipa kwallet-query mkpasswd openconnect";
 
 }  // namespace credentials

@@ -74,7 +74,6 @@ struct Mixture {
   std::size_t pairs = 0;        // of letters and digits side by side
   std::size_t strange = 0;      // of these, such as no name has
   std::size_t longestWord = 0;  // of letters and digits
-  bool isHex = true;            // but for what stands between words
 };
 
 Mixture mixtureOf(std::string_view text) {
@@ -89,7 +88,6 @@ Mixture mixtureOf(std::string_view text) {
     mixture.upper += text::isUpper(c);
     mixture.lower += text::isLower(c);
     mixture.digits += text::isDigit(c);
-    mixture.isHex = mixture.isHex && text::isHexDigit(c);
     mixture.longestWord = std::max(mixture.longestWord, ++word);
     if (word < 2 || (text::isDigit(c) && text::isDigit(text[i - 1]))) continue;
     ++mixture.pairs;
@@ -98,12 +96,8 @@ Mixture mixtureOf(std::string_view text) {
   return mixture;
 }
 
-}  // namespace
-
-bool looksRandom(std::string_view text) {
-  if (text.size() < kShortestRandom) return false;
-  const Mixture mixture = mixtureOf(text.substr(0, kLongestLook));
-  if (mixture.isHex || mixture.pairs < 10) return false;
+bool isRandom(const Mixture& mixture) {
+  if (mixture.pairs < 10) return false;
   const std::size_t percent = mixture.strange * 100 / mixture.pairs;
   if (mixture.upper >= 2 && mixture.lower >= 2) {
     // Without digits it takes more: "MACHINERYxyz…" has strange pairs too.
@@ -111,6 +105,53 @@ bool looksRandom(std::string_view text) {
                                : percent >= 42 && mixture.longestWord >= kShortestRandom;
   }
   return mixture.digits >= 3 && mixture.longestWord >= kShortestRandom && percent >= 40;
+}
+
+void add(const Mixture& word, Mixture& mixture) {
+  mixture.upper += word.upper;
+  mixture.lower += word.lower;
+  mixture.digits += word.digits;
+  mixture.pairs += word.pairs;
+  mixture.strange += word.strange;
+  mixture.longestWord = std::max(mixture.longestWord, word.longestWord);
+}
+
+/// Without long hexadecimal words: these are numbers (sums, UUIDs, ids of containers), and say
+/// nothing.
+Mixture mixtureWithoutNumbers(std::string_view text) {
+  constexpr std::size_t kShortestNumber = 8;
+  Mixture mixture;
+  for (std::size_t begin = 0; begin < text.size();) {
+    std::size_t end = begin;
+    bool isHex = true;
+    for (; end < text.size() && text::isAlphanumeric(text[end]); ++end) {
+      isHex = isHex && text::isHexDigit(text[end]);
+    }
+    if (!isHex || end - begin < kShortestNumber) {
+      add(mixtureOf(text.substr(begin, end - begin)), mixture);
+    }
+    begin = end + 1;
+  }
+  return mixture;
+}
+
+}  // namespace
+
+bool looksRandom(std::string_view text) {
+  if (text.size() < kShortestRandom) return false;
+  text = text.substr(0, kLongestLook);
+  return isRandom(mixtureOf(text)) && isRandom(mixtureWithoutNumbers(text));
+}
+
+bool looksGenerated(std::string_view text) {
+  constexpr std::size_t kShortest = 10;
+  if (text.size() < kShortest || text.size() > kLongestLook ||
+      !std::all_of(text.begin(), text.end(), text::isAlphanumeric)) {
+    return false;
+  }
+  const Mixture mixture = mixtureOf(text);
+  return mixture.upper > 0 && mixture.lower > 0 && mixture.digits > 0 && mixture.pairs >= 7 &&
+         mixture.strange * 2 >= mixture.pairs;
 }
 
 bool isLongHexNumber(std::string_view text) {
