@@ -339,7 +339,7 @@ class Search {
   void takeText(std::string_view text, std::size_t argument) {
     ShellWords words(text);
     text_ = text;
-    asksForPassword_ = text::contains(text, "assword") || text::contains(text, "assphrase");
+    asksForPassword_ = std::nullopt;
     written_.clear();
     isGroup_ = false;
     hasHereString_ = false;
@@ -383,7 +383,7 @@ class Search {
     // Whether it reads a password is asked of few.
     const bool hasInput = hasHereString_ || (command_[0].isBehindPipe && !written_.empty());
     if (hasInput) takeInput(argument);
-    if (asksForPassword_ && command_[0].text == "send") addSent(command_.back(), argument);
+    if (command_[0].text == "send" && asksForPassword()) addSent(command_.back(), argument);
     written_.clear();
     isGroup_ = false;
     hasHereString_ = false;
@@ -409,6 +409,13 @@ class Search {
              const NameKind kind = kindOf(word.text);
              return !word.isHereString && (kind == NameKind::password || kind == NameKind::token);
            });
+  }
+
+  bool asksForPassword() {
+    if (!asksForPassword_) {
+      asksForPassword_ = text::contains(text_, "assword") || text::contains(text_, "assphrase");
+    }
+    return *asksForPassword_;
   }
 
   /// What a script of expect answers where it is asked for a password: "send V\r".
@@ -463,8 +470,8 @@ class Search {
   std::vector<Word> written_;  // what is echoed before this command
   bool isGroup_ = false;       // "(echo a; echo b)"
   bool hasHereString_ = false;
-  bool asksForPassword_ = false;
-  std::vector<Word> command_;  // this one, as far as it has been read
+  std::optional<bool> asksForPassword_;  // a script: once it has been looked for
+  std::vector<Word> command_;            // this one, as far as it has been read
   int lookUps_ = 0;
   bool isBehindDashes_ = false;
   bool isValue_ = false;  // the next word is the value of an option
