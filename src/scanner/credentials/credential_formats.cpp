@@ -276,6 +276,7 @@ class Search {
           text_.substr(middle, format.middle.size()) != format.middle) {
         continue;
       }
+      if (format.before == Alphabet::hex && word < format.leastBefore) continue;
       if (format.lastBefore != '\0' && text_[middle - 1] != format.lastBefore) continue;
       const std::size_t before =
           lengthBefore(middle, format.before, std::size_t{format.mostBefore} + 1);
