@@ -131,7 +131,6 @@ class NameSearch {
            text_[begin - 1] == '&' || isQuote(text_[begin - 1]);
   }
 
-  /// What holds the secret itself in an object that is named like one.
   /// "NAME=value": what is random in it is the value of NAME.
   static bool isSetting(std::string_view word) {
     const std::size_t sign = word.find('=');
@@ -139,6 +138,7 @@ class NameSearch {
            std::all_of(word.begin(), word.begin() + static_cast<std::ptrdiff_t>(sign), isNameSign);
   }
 
+  /// What holds the secret itself in an object that is named like one.
   static bool isNeutral(std::string_view own) {
     constexpr std::array kNeutral{"value"sv,   "data"sv, "content"sv, "plain"sv, "default"sv,
                                   "current"sv, "text"sv, "string"sv,  "raw"sv};
