@@ -15,9 +15,24 @@ class ScheduledWork {
   virtual void cancel() = 0;
 };
 
-/// What shows the menu. It shows and reports and decides nothing: it tells the controller
-/// when its menu is about to open, has opened and has closed and which item was chosen, and
-/// does what the controller asks of it here. All calls, both ways, are on one thread.
+/// Whom a front end tells what happens to its menu: the controller, or a test. It tells of the
+/// whole menu alone, not of the submenus.
+class MenuDelegate {
+ public:
+  virtual ~MenuDelegate() = default;
+
+  /// The menu is about to open: the last moment to change its items.
+  virtual void menuNeedsUpdate() = 0;
+  virtual void menuWillOpen() = 0;
+  virtual void menuDidClose() = 0;
+
+  /// The user chose this item. The item may be void afterwards.
+  virtual void perform(const MenuItem& item) = 0;
+};
+
+/// What shows the menu. It shows and reports and decides nothing: it tells a MenuDelegate what
+/// happens to the menu, and does what the controller asks of it here. All calls, both ways, are
+/// on one thread.
 class FrontEnd {
  public:
   virtual ~FrontEnd() = default;

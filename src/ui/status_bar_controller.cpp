@@ -22,16 +22,15 @@ StatusBarController::StatusBarController(FrontEnd& frontEnd, Alert about)
 
 StatusBarController::~StatusBarController() = default;
 
-void StatusBarController::menuNeedsUpdate(const Menu& menu) {
-  if (&menu == &rootMenu_) refresh(true, false);
+void StatusBarController::menuNeedsUpdate() {
+  refresh(true, false);
 }
 
-void StatusBarController::menuWillOpen(const Menu& menu) {
-  if (&menu == &rootMenu_) menuIsOpen_ = true;
+void StatusBarController::menuWillOpen() {
+  menuIsOpen_ = true;
 }
 
-void StatusBarController::menuDidClose(const Menu& menu) {
-  if (&menu != &rootMenu_) return;
+void StatusBarController::menuDidClose() {
   menuIsOpen_ = false;
   refresh(true, false);
 }

@@ -19,7 +19,7 @@
 /// The one object that owns the program's presence on screen: the menu, the refresh timer
 /// and the last sample of processes and launch agents. It samples every 5 seconds; while
 /// the menu is open only the strip moves, so that no item changes under the pointer.
-class StatusBarController {
+class StatusBarController : public MenuDelegate {
  public:
   static constexpr double kMinMemMB = 50.0;  ///< ordinary processes are shown from this on, in MiB
   static constexpr double kRefreshInterval = 5.0;        ///< in seconds
@@ -28,7 +28,7 @@ class StatusBarController {
   /// Takes the first sample, builds the menu and starts the timer. `frontEnd` outlives it;
   /// `about` is what the "About" item shows.
   StatusBarController(FrontEnd& frontEnd, Alert about);
-  ~StatusBarController();
+  ~StatusBarController() override;
   StatusBarController(const StatusBarController&) = delete;
   StatusBarController& operator=(const StatusBarController&) = delete;
 
@@ -43,16 +43,10 @@ class StatusBarController {
   /// Whether the front end has told that its menu opened, and not yet that it closed.
   bool menuIsOpen() const { return menuIsOpen_; }
 
-  /// What the front end reports of its menu. Each acts only when `menu` is the very object
-  /// rootMenu(); submenus are ignored.
-  ///@{
-  void menuNeedsUpdate(const Menu& menu);
-  void menuWillOpen(const Menu& menu);
-  void menuDidClose(const Menu& menu);
-  ///@}
-
-  /// The user chose this item. The item may be void afterwards.
-  void perform(const MenuItem& item);
+  void menuNeedsUpdate() override;
+  void menuWillOpen() override;
+  void menuDidClose() override;
+  void perform(const MenuItem& item) override;
 
  private:
   using Sender = const MenuItem&;

@@ -178,12 +178,12 @@ struct ActionRow {
   std::optional<ProcessReference> process;
 };
 
-class Actions : public MacTestWith<ActionRow>, public MenuEvents {
+class Actions : public MacTestWith<ActionRow>, public MenuDelegate {
  protected:
-  void needsUpdate() override {}
-  void willOpen() override {}
-  void didClose() override {}
-  void chosen(const MenuItem& item) override { choices.push_back(item); }
+  void menuNeedsUpdate() override {}
+  void menuWillOpen() override {}
+  void menuDidClose() override {}
+  void perform(const MenuItem& item) override { choices.push_back(item); }
 
   std::vector<MenuItem> choices;
 };
@@ -195,7 +195,7 @@ TEST_P(Actions, ArriveAsTheyWereMeant) {
     const ActionRow& row = GetParam();
     NSMenu* menu = [[[NSMenu alloc] init] autorelease];
     VordaMenuTarget* target = [[[VordaMenuTarget alloc] init] autorelease];
-    [target setEvents:this ofMenu:menu];
+    [target reportTo:this ofMenu:menu];
     fillMenu(menu,
              {{.title = "x",
                .action = row.action,

@@ -92,7 +92,7 @@ TEST_F(AgentActions, UnloadSurvivesAListThatChangesWhileItAsks) {
   EXPECT_THAT(machine().serviceCalls, ElementsAre("stop hermes 1"));
 
   addAgent("hermes");
-  controller().menuNeedsUpdate(menu());
+  controller().menuNeedsUpdate();
   unloadByLabel("hermes");
   EXPECT_THAT(machine().serviceCalls, ElementsAre("stop hermes 1", "stop hermes 1"));
 }
@@ -175,7 +175,7 @@ class AgentJobs : public AgentActions {
   void loadOllama() {
     machine().loadedJobs.erase("ollama");
     machine().jobFiles.back().keepAlive = true;
-    controller().menuNeedsUpdate(menu());
+    controller().menuNeedsUpdate();
     controller().perform(entry(row("ollama"), Action::loadAgent));
   }
   /// The manager has done what it was asked.

@@ -35,10 +35,10 @@ class ControllerTest : public testing::Test {
   }
 
   void openMenu() {
-    controller().menuNeedsUpdate(menu());
-    controller().menuWillOpen(menu());
+    controller().menuNeedsUpdate();
+    controller().menuWillOpen();
   }
-  void closeMenu() { controller().menuDidClose(menu()); }
+  void closeMenu() { controller().menuDidClose(); }
 
   std::vector<std::string> titles() const {
     std::vector<std::string> result;

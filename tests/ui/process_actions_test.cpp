@@ -270,7 +270,7 @@ TEST_F(ProcessActions, RemoveTheProcessAlsoWhenTheMenuIsClosedAtOnce) {
     StatusBarController* controller = nullptr;
     void cancelTracking() override {
       addProcess(7, "blender", 700);
-      controller->menuDidClose(controller->rootMenu());
+      controller->menuDidClose();
     }
   } frontEnd;
   StatusBarController controller(frontEnd, {});

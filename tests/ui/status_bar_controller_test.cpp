@@ -106,7 +106,7 @@ class OpenMenu : public ControllerTest {};
 TEST_F(OpenMenu, IsBuiltAnewBeforeItOpens) {
   start();
   addProcess(7, "blender", 700);
-  controller().menuNeedsUpdate(menu());
+  controller().menuNeedsUpdate();
   EXPECT_EQ(frontEnd_.menusBuilt, 2);
   EXPECT_THAT(listedPids(), ElementsAre(7));
   EXPECT_FALSE(controller().menuIsOpen());
@@ -114,7 +114,7 @@ TEST_F(OpenMenu, IsBuiltAnewBeforeItOpens) {
 
 TEST_F(OpenMenu, SamplesNothingWhenItOpens) {
   start();
-  controller().menuWillOpen(menu());
+  controller().menuWillOpen();
   EXPECT_TRUE(controller().menuIsOpen());
   EXPECT_EQ(machine().pidListings, 1);
   EXPECT_EQ(frontEnd_.menusBuilt, 1);
@@ -194,24 +194,6 @@ TEST_F(OpenMenu, IsBuiltAnewByRefreshNow) {
   EXPECT_THAT(titles(), Contains("blender  ·   700 MB"));
   EXPECT_EQ(frontEnd_.menusBuilt, 3);
   EXPECT_TRUE(controller().menuIsOpen());
-}
-
-TEST_F(OpenMenu, IsNotASubmenuThatOpens) {
-  start();
-  const Menu submenu = menu();  // equal, but not the same
-  controller().menuNeedsUpdate(submenu);
-  controller().menuWillOpen(submenu);
-  EXPECT_FALSE(controller().menuIsOpen());
-  EXPECT_EQ(machine().pidListings, 1);
-}
-
-TEST_F(OpenMenu, StaysOpenWhenASubmenuCloses) {
-  start();
-  openMenu();
-  const int listings = machine().pidListings;
-  controller().menuDidClose(Menu{});
-  EXPECT_TRUE(controller().menuIsOpen());
-  EXPECT_EQ(machine().pidListings, listings);
 }
 
 TEST_F(OpenMenu, DoesNothingForAnItemWithoutAnAction) {

@@ -7,7 +7,6 @@
 #include "frontends/appkit/scheduled_work.h"
 #include "frontends/appkit/shared_application.h"
 #include "platform/macos/foundation_text.h"
-#include "ui/status_bar_controller.h"
 
 namespace {
 
@@ -21,14 +20,12 @@ AppKitFrontEnd::AppKitFrontEnd()
       rootMenu_([[NSMenu alloc] init]),
       target_([[VordaMenuTarget alloc] init]) {
   [[statusItem_ button] setImage:nil];
-  [target_ setEvents:this ofMenu:rootMenu_];
   [rootMenu_ setDelegate:target_];
   [statusItem_ setMenu:rootMenu_];
 }
 
 AppKitFrontEnd::~AppKitFrontEnd() {
   reportTo(nullptr);
-  [target_ setEvents:nullptr ofMenu:nil];
   [rootMenu_ setDelegate:nil];
   [statusItem_ setMenu:nil];
   [[NSStatusBar systemStatusBar] removeStatusItem:statusItem_];
@@ -37,9 +34,9 @@ AppKitFrontEnd::~AppKitFrontEnd() {
   [statusItem_ release];
 }
 
-void AppKitFrontEnd::reportTo(StatusBarController* controller) {
-  controller_ = controller;
-  if (controller == nullptr && pendingFill_) pendingFill_->cancel();
+void AppKitFrontEnd::reportTo(MenuDelegate* delegate) {
+  [target_ reportTo:delegate ofMenu:rootMenu_];
+  if (delegate == nullptr && pendingFill_) pendingFill_->cancel();
 }
 
 void AppKitFrontEnd::setTitle(const std::string& title) {
@@ -54,7 +51,7 @@ void AppKitFrontEnd::setToolTip(const std::string& toolTip) {
 // chosen sends its action only afterwards, when it has faded. Nobody sees the menu meanwhile.
 void AppKitFrontEnd::menuRebuilt(const Menu& menu) {
   if (pendingFill_) pendingFill_->cancel();
-  if (closing_) {
+  if ([target_ reportsClose]) {
     pendingFill_ = after(kFadingSeconds, [this, &menu] { fill(menu); });
   } else {
     fill(menu);
@@ -92,23 +89,4 @@ std::shared_ptr<ScheduledWork> AppKitFrontEnd::after(double seconds, std::functi
 
 void AppKitFrontEnd::terminate() {
   [sharedApplication() terminate:nil];
-}
-
-void AppKitFrontEnd::needsUpdate() {
-  if (controller_ != nullptr) controller_->menuNeedsUpdate(controller_->rootMenu());
-}
-
-void AppKitFrontEnd::willOpen() {
-  if (controller_ != nullptr) controller_->menuWillOpen(controller_->rootMenu());
-}
-
-void AppKitFrontEnd::didClose() {
-  if (controller_ == nullptr) return;
-  closing_ = true;
-  controller_->menuDidClose(controller_->rootMenu());
-  closing_ = false;
-}
-
-void AppKitFrontEnd::chosen(const MenuItem& item) {
-  if (controller_ != nullptr) controller_->perform(item);
 }

@@ -2,26 +2,20 @@
 
 #import <AppKit/AppKit.h>
 
-#include "ui/menu.h"
+#include "ui/front_end.h"
 
-/// Who is told what happens to the menu.
-class MenuEvents {
- public:
-  virtual ~MenuEvents() = default;
-  virtual void needsUpdate() = 0;
-  virtual void willOpen() = 0;
-  virtual void didClose() = 0;
-  virtual void chosen(const MenuItem& item) = 0;
-};
-
-/// The delegate of the root menu, and the target of every item. Without events (nullptr) it
-/// does nothing.
+/// The delegate of the root menu, and the target of every item: it tells a MenuDelegate what
+/// AppKit tells it. Without one (nullptr) it does nothing.
 @interface VordaMenuTarget : NSObject <NSMenuDelegate> {
  @private
-  MenuEvents* events_;
+  MenuDelegate* delegate_;
   NSMenu* rootMenu_;  // not retained
+  BOOL reportsClose_;
 }
-- (void)setEvents:(MenuEvents*)events ofMenu:(NSMenu*)rootMenu;
+- (void)reportTo:(MenuDelegate*)delegate ofMenu:(NSMenu*)rootMenu;
+
+/// Whether it is telling right now that the menu has closed.
+- (BOOL)reportsClose;
 
 - (void)refreshNow;
 - (void)openAM;

@@ -60,29 +60,36 @@ SEL selectorOf(Action action) {
 
 @implementation VordaMenuTarget
 
-- (void)setEvents:(MenuEvents*)events ofMenu:(NSMenu*)rootMenu {
-  events_ = events;
+- (void)reportTo:(MenuDelegate*)delegate ofMenu:(NSMenu*)rootMenu {
+  delegate_ = delegate;
   rootMenu_ = rootMenu;
 }
 
+- (BOOL)reportsClose {
+  return reportsClose_;
+}
+
 - (BOOL)listensTo:(NSMenu*)menu {
-  return events_ != nullptr && menu == rootMenu_;
+  return delegate_ != nullptr && menu == rootMenu_;
 }
 
 - (void)menuNeedsUpdate:(NSMenu*)menu {
-  if ([self listensTo:menu]) events_->needsUpdate();
+  if ([self listensTo:menu]) delegate_->menuNeedsUpdate();
 }
 
 - (void)menuWillOpen:(NSMenu*)menu {
-  if ([self listensTo:menu]) events_->willOpen();
+  if ([self listensTo:menu]) delegate_->menuWillOpen();
 }
 
 - (void)menuDidClose:(NSMenu*)menu {
-  if ([self listensTo:menu]) events_->didClose();
+  if (![self listensTo:menu]) return;
+  reportsClose_ = YES;
+  delegate_->menuDidClose();
+  reportsClose_ = NO;
 }
 
 - (void)perform:(Action)action sender:(NSMenuItem*)sender {
-  if (events_ != nullptr) events_->chosen(itemOf(action, sender));
+  if (delegate_ != nullptr) delegate_->perform(itemOf(action, sender));
 }
 
 - (void)refreshNow {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frontends/qt/menu_delegate.h"
+#include "ui/front_end.h"
 
 /// Which of the menus is open, and telling the delegate so: there is one menu for it, which
 /// two toolkits may show. Opening one means that the other has closed.
@@ -8,7 +8,7 @@ class MenuTracking {
  public:
   enum class Shown { none, popup, hostMenu };
 
-  void setDelegate(MenuDelegate* delegate) { delegate_ = delegate; }
+  void reportTo(MenuDelegate* delegate) { delegate_ = delegate; }
   Shown shown() const { return shown_; }
 
   /// A menu is about to open. Its items are up to date afterwards.

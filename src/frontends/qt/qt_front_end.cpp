@@ -52,9 +52,9 @@ QtFrontEnd::~QtFrontEnd() {
   delete settings_;
 }
 
-void QtFrontEnd::setDelegate(MenuDelegate* delegate) {
+void QtFrontEnd::reportTo(MenuDelegate* delegate) {
   delegate_ = delegate;
-  tracking_.setDelegate(delegate);
+  tracking_.reportTo(delegate);
 }
 
 void QtFrontEnd::attach(NamedBus bus) {

@@ -19,7 +19,6 @@
 #include "ui/settings_line.h"
 
 class AlertDialog;
-class MenuDelegate;
 class PopupMenu;
 class QWidget;
 
@@ -34,8 +33,8 @@ class QtFrontEnd : public QObject, public FrontEnd {
   QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings);
   ~QtFrontEnd() override;
 
-  /// Whom to tell of the menu from now on; nobody: nullptr.
-  void setDelegate(MenuDelegate* delegate);
+  /// Whom to tell of the menu from now on; nobody: nullptr. To be told before the delegate goes.
+  void reportTo(MenuDelegate* delegate);
 
   void setTitle(const std::string& title) override;
   void setToolTip(const std::string& toolTip) override;

@@ -7,7 +7,6 @@
 #include <memory>
 #include <utility>
 
-#include "frontends/qt/controller_delegate.h"
 #include "frontends/qt/display.h"
 #include "frontends/qt/qt_front_end.h"
 #include "ui/status_bar_controller.h"
@@ -26,11 +25,10 @@ int show(NamedBus bus, const TrayTexts& texts, bool opensSettings) {
   const auto application = openDisplay();
   QtFrontEnd frontEnd(std::move(bus), texts.settings);
   StatusBarController controller(frontEnd, texts.about);
-  ControllerDelegate delegate(controller);
-  frontEnd.setDelegate(&delegate);
+  frontEnd.reportTo(&controller);
   if (opensSettings) frontEnd.showSettings();
   const int status = QApplication::exec();
-  frontEnd.setDelegate(nullptr);
+  frontEnd.reportTo(nullptr);
   return status;
 }
 

@@ -8,7 +8,6 @@
 #include "frontends/terminal/menu_painter.h"
 #include "frontends/terminal/row_key.h"
 #include "frontends/terminal/targets.h"
-#include "ui/status_bar_controller.h"
 
 using terminal::Input;
 using terminal::MenuRequest;
@@ -23,10 +22,10 @@ bool isFromUser(const Input& input) {
 
 }  // namespace
 
-void TerminalFrontEnd::run(StatusBarController& controller) {
-  controller_ = &controller;
+void TerminalFrontEnd::run(MenuDelegate& delegate) {
+  delegate_ = &delegate;
   while (!ended_) handle(nextInput());
-  controller_ = nullptr;
+  delegate_ = nullptr;
 }
 
 /// Shows the present state, waits for what happens next, and does the work that is due. Work
@@ -117,7 +116,7 @@ void TerminalFrontEnd::handle(const Input& input) {
       perform(*request.item);
       break;
     case MenuRequest::Kind::refresh:
-      controller_->perform(MenuItem{.action = Action::refreshNow});
+      delegate_->perform(MenuItem{.action = Action::refreshNow});
       if (view_.submenuIsOpen()) {
         view_.resized(geometry());  // what is selected stays in sight
       } else {
@@ -128,7 +127,7 @@ void TerminalFrontEnd::handle(const Input& input) {
       runModal(terminal::keysAlert());
       break;
     case MenuRequest::Kind::quit:
-      controller_->perform(MenuItem{.action = Action::quitApp});
+      delegate_->perform(MenuItem{.action = Action::quitApp});
       break;
   }
 }
@@ -138,7 +137,7 @@ void TerminalFrontEnd::handle(const Input& input) {
 void TerminalFrontEnd::openSubmenu() {
   const std::optional<terminal::RowKey> chosen = view_.selectedKey();
   reportClosed();
-  controller_->menuNeedsUpdate(controller_->rootMenu());
+  delegate_->menuNeedsUpdate();
   if (!chosen || !terminal::findRow(view_.rows(), *chosen)) return;
   reportOpened();
   view_.openSubmenu();
@@ -152,19 +151,19 @@ void TerminalFrontEnd::perform(const MenuItem& item) {
   view_.closeSubmenu();
   reportClosed();
   draw();
-  controller_->perform(chosen);
+  delegate_->perform(chosen);
 }
 
 void TerminalFrontEnd::reportOpened() {
-  if (menuOpen_ || controller_ == nullptr) return;
+  if (menuOpen_ || delegate_ == nullptr) return;
   menuOpen_ = true;
-  controller_->menuWillOpen(controller_->rootMenu());
+  delegate_->menuWillOpen();
 }
 
 void TerminalFrontEnd::reportClosed() {
-  if (!menuOpen_ || controller_ == nullptr) return;
+  if (!menuOpen_ || delegate_ == nullptr) return;
   menuOpen_ = false;
-  controller_->menuDidClose(controller_->rootMenu());
+  delegate_->menuDidClose();
 }
 
 void TerminalFrontEnd::setTitle(const std::string& title) {

@@ -12,8 +12,6 @@
 #include "frontends/terminal/work_queue.h"
 #include "ui/front_end.h"
 
-class StatusBarController;
-
 /// The menu on a whole terminal. The menu is always in sight here, so it counts as open
 /// while a submenu or an alert is open: that is when nothing may move under the user's
 /// hands.
@@ -22,8 +20,8 @@ class TerminalFrontEnd : public FrontEnd {
   /// `screen` outlives it.
   explicit TerminalFrontEnd(terminal::Screen& screen) : screen_(screen) {}
 
-  /// Shows the controller's menu until the user quits or the terminal is gone.
-  void run(StatusBarController& controller);
+  /// Shows the menu, and reports to `delegate`, until the user quits or the terminal is gone.
+  void run(MenuDelegate& delegate);
 
   void setTitle(const std::string& title) override;
   void setToolTip(const std::string& toolTip) override;
@@ -55,11 +53,11 @@ class TerminalFrontEnd : public FrontEnd {
   terminal::ChoiceGuard guard_;
   terminal::MenuView view_;
   terminal::AlertView* alert_ = nullptr;  ///< the one that is open
-  StatusBarController* controller_ = nullptr;
+  MenuDelegate* delegate_ = nullptr;
   std::string title_;
   terminal::Size drawnSize_;
   bool needsDrawing_ = true;
-  bool menuOpen_ = false;  ///< as the controller was told
+  bool menuOpen_ = false;  ///< as the delegate was told
   bool ended_ = false;
   std::shared_ptr<ScheduledWork> endOfHint_;
 };

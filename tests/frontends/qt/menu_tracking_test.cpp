@@ -11,7 +11,7 @@ using Calls = std::vector<std::string>;
 
 class MenuTrackingTest : public testing::Test {
  protected:
-  MenuTrackingTest() { tracking.setDelegate(&delegate); }
+  MenuTrackingTest() { tracking.reportTo(&delegate); }
 
   RecordingDelegate delegate;
   MenuTracking tracking;
@@ -40,7 +40,7 @@ TEST_F(MenuTrackingTest, openingTheOtherMenuClosesTheFirst) {
 }
 
 TEST_F(MenuTrackingTest, tellsNobodyWhenThereIsNobody) {
-  tracking.setDelegate(nullptr);
+  tracking.reportTo(nullptr);
   tracking.begin(Shown::popup);
   tracking.end(Shown::popup);
   EXPECT_TRUE(delegate.calls.empty());

@@ -37,7 +37,7 @@ class QtFrontEndTest : public testing::Test {
   QtFrontEndTest() : frontEnd(NamedBus{}, {{"Vorda"}}) {
     frontEnd.setTitle("Vorda²");
     frontEnd.menuRebuilt(Menu{exampleItems()});
-    frontEnd.setDelegate(&delegate);
+    frontEnd.reportTo(&delegate);
     settle();
   }
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "frontends/qt/menu_delegate.h"
+#include "ui/front_end.h"
 
 /// Remembers what it was told, in order.
 class RecordingDelegate : public MenuDelegate {
