@@ -26,8 +26,8 @@ class MenuDelegate {
   virtual void menuWillOpen() = 0;
   virtual void menuDidClose() = 0;
 
-  /// The user chose this item. The item may be void afterwards.
-  virtual void perform(const MenuItem& item) = 0;
+  /// The user chose this item. It shares the life of its menu.
+  virtual void perform(std::shared_ptr<const MenuItem> item) = 0;
 };
 
 /// What shows the menu. It shows and reports and decides nothing: it tells a MenuDelegate what
@@ -43,8 +43,9 @@ class FrontEnd {
   /// Its tooltip: lines joined by "\n".
   virtual void setToolTip(const std::string& toolTip) = 0;
 
-  /// The controller's menu was built anew; every earlier item is void.
-  virtual void menuRebuilt(const Menu& menu) = 0;
+  /// The menu was built anew: this one is shown from now on. Who holds it may still show the one
+  /// before; it never changes, but for the strip.
+  virtual void menuRebuilt(std::shared_ptr<const Menu> menu) = 0;
 
   /// The strip alone has new bars or pressure: draw it again, touch nothing else.
   virtual void stripChanged(const MemoryPressureView& strip) = 0;

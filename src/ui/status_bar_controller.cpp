@@ -35,11 +35,10 @@ void StatusBarController::menuDidClose() {
   refresh(true, false);
 }
 
-void StatusBarController::perform(const MenuItem& item) {
+/// `item` stays when the menu is built anew while its action runs.
+void StatusBarController::perform(std::shared_ptr<const MenuItem> item) {
   const ActionUnderWay performing(actionsUnderWay_);
-  // What the action reads is copied: the menu may be built anew while it runs.
-  const MenuItem sender{
-      .action = item.action, .representedObject = item.representedObject, .process = item.process};
+  const MenuItem& sender = *item;
   switch (sender.action) {
     case Action::none:
     case Action::openRow:
@@ -103,17 +102,15 @@ void StatusBarController::updateStatusItem() {
 }
 
 void StatusBarController::updateStrip() {
-  const auto strip = pressureView_.lock();
-  if (strip == nullptr) return;
+  MemoryPressureView& strip = *rootMenu_->items.front().strip;
   const ProcessList top =
       ProcessLists::first(ProcessLists::byMemory(processes_), MenuConstruction::kMaxStripSegments);
-  if (applyPressureStrip(*strip, SystemMemory::snapshot(), top)) frontEnd_.stripChanged(*strip);
+  if (applyPressureStrip(strip, SystemMemory::snapshot(), top)) frontEnd_.stripChanged(strip);
 }
 
 void StatusBarController::rebuildMenu() {
-  rootMenu_ = MenuConstruction::build(
-      {processes_, agents_, SystemMemory::snapshot(), &quitRequests_, agentJobs_});
-  pressureView_ = rootMenu_.items.front().strip;
+  rootMenu_ = std::make_shared<const Menu>(MenuConstruction::build(
+      {processes_, agents_, SystemMemory::snapshot(), &quitRequests_, agentJobs_}));
   frontEnd_.menuRebuilt(rootMenu_);
 }
 

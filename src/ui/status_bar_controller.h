@@ -32,9 +32,8 @@ class StatusBarController : public MenuDelegate {
   StatusBarController(const StatusBarController&) = delete;
   StatusBarController& operator=(const StatusBarController&) = delete;
 
-  /// The menu as it is shown now: the same object for as long as the controller is there, with
-  /// other items after each refresh.
-  const Menu& rootMenu() const { return rootMenu_; }
+  /// The menu as it is shown now: another one after each refresh. Never nullptr.
+  const std::shared_ptr<const Menu>& rootMenu() const { return rootMenu_; }
   /// The last sample; of the agents, those of interest.
   ///@{
   const std::vector<VordaProcess>& processes() const { return processes_; }
@@ -46,7 +45,7 @@ class StatusBarController : public MenuDelegate {
   void menuNeedsUpdate() override;
   void menuWillOpen() override;
   void menuDidClose() override;
-  void perform(const MenuItem& item) override;
+  void perform(std::shared_ptr<const MenuItem> item) override;
 
  private:
   using Sender = const MenuItem&;
@@ -101,7 +100,7 @@ class StatusBarController : public MenuDelegate {
 
   FrontEnd& frontEnd_;
   Alert about_;
-  Menu rootMenu_;
+  std::shared_ptr<const Menu> rootMenu_;
   std::shared_ptr<ScheduledWork> refreshTimer_;
   std::vector<VordaProcess> processes_;
   std::vector<VordaLaunchAgent> allAgents_;  ///< as they were scanned
@@ -112,7 +111,6 @@ class StatusBarController : public MenuDelegate {
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
   QuitRequests quitRequests_;
   std::string notice_;  ///< as the front end was told
-  std::weak_ptr<MemoryPressureView> pressureView_;
   bool menuIsOpen_ = false;
   /// Timers and delayed work hold this weakly: it is gone when the controller is.
   std::shared_ptr<StatusBarController*> self_;

@@ -17,7 +17,7 @@ class BlindFrontEnd : public FrontEnd {
 
   void setTitle(const std::string&) override {}
   void setToolTip(const std::string&) override {}
-  void menuRebuilt(const Menu&) override {}
+  void menuRebuilt(std::shared_ptr<const Menu>) override {}
   void stripChanged(const MemoryPressureView&) override {}
   void setNotice(const std::string&) override {}
   void cancelTracking() override {}

@@ -31,7 +31,7 @@ class ScriptedFrontEnd : public FrontEnd {
 
   void setTitle(const std::string& text) override { title = text; }
   void setToolTip(const std::string& text) override { toolTip = text; }
-  void menuRebuilt(const Menu&) override { ++menusBuilt; }
+  void menuRebuilt(std::shared_ptr<const Menu>) override { ++menusBuilt; }
   void stripChanged(const MemoryPressureView&) override { ++stripChanges; }
   void setNotice(const std::string& text) override { notices.push_back(text); }
   void cancelTracking() override { ++trackingsCancelled; }

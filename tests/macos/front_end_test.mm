@@ -38,16 +38,16 @@ TEST_F(FrontEndTest, StatusItemWithoutAButtonHasItsMenuAllTheSame) {
   AppKitFrontEnd frontEnd;
   frontEnd.setTitle("Vorda²");
   frontEnd.setToolTip("x");
-  frontEnd.menuRebuilt(value);
+  frontEnd.menuRebuilt(std::make_shared<const Menu>(value));
   EXPECT_THAT(appkit::titles(menu()), ElementsAre("a", "b"));
 }
 
 TEST_F(FrontEndTest, MenuStaysOneObject) {
   AppKitFrontEnd frontEnd;
   NSMenu* before = menu();
-  frontEnd.menuRebuilt(value);
+  frontEnd.menuRebuilt(std::make_shared<const Menu>(value));
   value.items.pop_back();
-  frontEnd.menuRebuilt(value);
+  frontEnd.menuRebuilt(std::make_shared<const Menu>(value));
   EXPECT_EQ(menu(), before);
   EXPECT_THAT(appkit::titles(menu()), ElementsAre("a"));
 }
@@ -56,7 +56,7 @@ TEST_F(FrontEndTest, ChangedStripIsDrawnAgainAndNothingElseTouched) {
   AppKitFrontEnd frontEnd;
   const auto strip = std::make_shared<MemoryPressureView>();
   value.items.push_back({.kind = MenuItem::Kind::strip, .strip = strip});
-  frontEnd.menuRebuilt(value);
+  frontEnd.menuRebuilt(std::make_shared<const Menu>(value));
   NSArray* before = [menu() itemArray];
   ASSERT_FALSE([[[menu() itemAtIndex:2] view] needsDisplay]);
   frontEnd.stripChanged(*strip);
@@ -90,7 +90,7 @@ TEST_F(FrontEndTest, WithoutAnApplicationTheProgramStopsAtOnce) {
 TEST_F(FrontEndTest, WithoutAControllerNobodyIsTold) {
   AppKitFrontEnd frontEnd;
   value.items[0].action = Action::quitApp;
-  frontEnd.menuRebuilt(value);
+  frontEnd.menuRebuilt(std::make_shared<const Menu>(value));
   appkit::open(menu());
   appkit::choose([menu() itemAtIndex:0]);
   appkit::close(menu());
@@ -101,7 +101,7 @@ TEST_F(FrontEndTest, LeavesNothingBehind) {
   const int itemsBefore = appkit::record().menuItems;
   @autoreleasepool {
     AppKitFrontEnd frontEnd;
-    frontEnd.menuRebuilt(value);
+    frontEnd.menuRebuilt(std::make_shared<const Menu>(value));
     EXPECT_EQ(appkit::record().statusItems, 1);
   }
   EXPECT_EQ(appkit::record().statusItems, 0);
@@ -115,7 +115,7 @@ TEST_F(FrontEndTest, WhatOutlivesItTellsNobody) {
   value.items[0].action = Action::quitApp;
   @autoreleasepool {
     AppKitFrontEnd frontEnd;
-    frontEnd.menuRebuilt(value);
+    frontEnd.menuRebuilt(std::make_shared<const Menu>(value));
     item = [appkit::statusItem() retain];
     kept = [menu() retain];
     listener = [[kept delegate] retain];

@@ -183,7 +183,7 @@ class Actions : public MacTestWith<ActionRow>, public MenuDelegate {
   void menuNeedsUpdate() override {}
   void menuWillOpen() override {}
   void menuDidClose() override {}
-  void perform(const MenuItem& item) override { choices.push_back(item); }
+  void perform(std::shared_ptr<const MenuItem> item) override { choices.push_back(*item); }
 
   std::vector<MenuItem> choices;
 };

@@ -8,7 +8,7 @@
 // TITLE" for each that was shown, the menu as text with "| " before each line, and "done".
 #include <cstdio>
 #include <iostream>
-#include <optional>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -36,14 +36,14 @@ class LedFrontEnd : public BlindFrontEnd {
   std::vector<std::string> alerts_;
 };
 
-std::optional<MenuItem> quitEntry(const std::vector<MenuItem>& items, std::int32_t pid) {
+const MenuItem* quitEntry(const std::vector<MenuItem>& items, std::int32_t pid) {
   for (const MenuItem& item : items) {
     if (item.action == Action::quitProcess && item.process && item.process->pid == pid) {
-      return item;
+      return &item;
     }
-    if (auto found = quitEntry(item.submenu, pid)) return found;
+    if (const MenuItem* found = quitEntry(item.submenu, pid)) return found;
   }
-  return std::nullopt;
+  return nullptr;
 }
 
 void answer(const StatusBarController& controller, LedFrontEnd& frontEnd) {
@@ -55,7 +55,7 @@ void answer(const StatusBarController& controller, LedFrontEnd& frontEnd) {
   for (const std::string& alert : frontEnd.takeAlerts()) {
     text += "alert " + text::displayLine(alert) + "\n";
   }
-  std::istringstream lines(menuText(controller.rootMenu()));
+  std::istringstream lines(menuText(*controller.rootMenu()));
   for (std::string line; std::getline(lines, line);) text += "| " + line + "\n";
   text += "done\n";
   std::fwrite(text.data(), 1, text.size(), stdout);
@@ -67,15 +67,18 @@ void answer(const StatusBarController& controller, LedFrontEnd& frontEnd) {
 int main() {
   LedFrontEnd frontEnd;
   StatusBarController controller(frontEnd, Branding::aboutAlert());
-  std::optional<MenuItem> kept;
+  std::shared_ptr<const MenuItem> kept;
   for (std::string line; std::getline(std::cin, line);) {
     std::istringstream words(line);
     std::string step;
     std::int32_t pid = 0;
     words >> step >> pid;
     if (step == "refresh") frontEnd.runTimer();
-    if (step == "keep") kept = quitEntry(controller.rootMenu().items, pid);
-    if (step == "quit" && kept) controller.perform(*kept);
+    if (step == "keep") {
+      const auto& menu = controller.rootMenu();
+      kept = {menu, quitEntry(menu->items, pid)};
+    }
+    if (step == "quit" && kept) controller.perform(kept);
     answer(controller, frontEnd);
   }
 }

@@ -19,10 +19,10 @@ class AgentActions : public ControllerTest {
  protected:
   AgentActions() { addAgent("hermes", "/units/hermes.service"); }
 
-  void unload() { controller().perform(entry(row("hermes"), Action::unloadAgent)); }
-  void load() { controller().perform(entry(row("hermes"), Action::loadAgent)); }
+  void unload() { choose(entry(row("hermes"), Action::unloadAgent)); }
+  void load() { choose(entry(row("hermes"), Action::loadAgent)); }
   void unloadByLabel(const std::string& label) {
-    controller().perform({.action = Action::unloadByLabel, .representedObject = label});
+    chooseOther({.action = Action::unloadByLabel, .representedObject = label});
   }
   static void failToStop() { machine().stopReplies = {{1, "busy"}, {1, "busy"}, {1, "busy"}}; }
 
@@ -176,7 +176,7 @@ class AgentJobs : public AgentActions {
     machine().loadedJobs.erase("ollama");
     machine().jobFiles.back().keepAlive = true;
     controller().menuNeedsUpdate();
-    controller().perform(entry(row("ollama"), Action::loadAgent));
+    choose(entry(row("ollama"), Action::loadAgent));
   }
   /// The manager has done what it was asked.
   void finish() {
@@ -253,7 +253,7 @@ TEST_F(AgentJobs, TheOutcomeWaitsForAnAlertToClose) {
     frontEnd_.advance(60);
     waited = failures() == 0 && frontEnd_.trackingsCancelled == 1;
   };
-  controller().perform(row("About Vorda"));
+  choose(row("About Vorda"));
   EXPECT_TRUE(waited);
   frontEnd_.advance(kLook);
   EXPECT_EQ(failures(), 1U);
@@ -284,7 +284,7 @@ TEST_F(AgentJobs, WhatIsStoppingCannotBeStoppedAgain) {
 TEST_F(AgentJobs, WhatIsStartingCanBeStopped) {
   machine().startReplies = {{1, "canceled"}};
   loadOllama();
-  controller().perform(entry(row("ollama"), Action::unloadAgent));
+  choose(entry(row("ollama"), Action::unloadAgent));
   EXPECT_THAT(machine().serviceCalls, ElementsAre("start ollama 1", "stop ollama 1"));
   EXPECT_EQ(title("ollama"), "ollama  ·  stopping… ↺");
   finish();
@@ -302,20 +302,20 @@ class UtilityCommands : public ControllerTest {};
 
 TEST_F(UtilityCommands, OpenTheSystemMonitor) {
   start();
-  controller().perform(row("Open System Monitor"));
+  choose(row("Open System Monitor"));
   EXPECT_EQ(machine().systemMonitorOpened, 1);
   EXPECT_EQ(machine().pidListings, 1);
 }
 
 TEST_F(UtilityCommands, ShowTheAboutAlert) {
   start();
-  controller().perform(row("About Vorda"));
+  choose(row("About Vorda"));
   EXPECT_THAT(frontEnd_.alerts, ElementsAre(Alert{.messageText = "About"}));
 }
 
 TEST_F(UtilityCommands, QuitTheProgram) {
   start();
-  controller().perform(row("Quit Vorda"));
+  choose(row("Quit Vorda"));
   EXPECT_EQ(frontEnd_.terminations, 1);
 }
 

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "fakes/scripted_front_end.h"
@@ -20,7 +22,7 @@ class ControllerTest : public testing::Test {
 
   void start() { controller_.emplace(frontEnd_, Alert{.messageText = "About"}); }
   StatusBarController& controller() { return *controller_; }
-  const Menu& menu() const { return controller_->rootMenu(); }
+  const Menu& menu() const { return *controller_->rootMenu(); }
 
   static ScriptedProcess& addProcess(std::int32_t pid, const std::string& program,
                                      double footprintMB) {
@@ -65,7 +67,13 @@ class ControllerTest : public testing::Test {
     return find(row.submenu, [action](const MenuItem& item) { return item.action == action; });
   }
   /// Chooses an entry of the process's submenu.
-  void choose(std::int32_t pid, Action action) { controller().perform(entry(row(pid), action)); }
+  void choose(std::int32_t pid, Action action) { choose(entry(row(pid), action)); }
+  /// Chooses an item of the menu.
+  void choose(const MenuItem& item) { controller().perform({controller().rootMenu(), &item}); }
+  /// Chooses an item that the menu does not hold (any more).
+  void chooseOther(MenuItem item) {
+    controller().perform(std::make_shared<const MenuItem>(std::move(item)));
+  }
 
   ScriptedFrontEnd frontEnd_;
   std::optional<StatusBarController> controller_;

@@ -106,7 +106,7 @@ TEST_F(ProcessActions, QuitOfAProcessThatIsGoneIsASuccess) {
   start();
   const MenuItem item = entry(row(7), Action::quitProcess);
   machine().processes.erase(machine().processes.begin());
-  controller().perform(item);
+  chooseOther(item);
   EXPECT_THAT(frontEnd_.alerts, IsEmpty());
   expectRemoved(7, 1);
   EXPECT_EQ(frontEnd_.pendingWork(), 4U);
@@ -188,7 +188,7 @@ TEST_F(ProcessActions, ForceQuitOfAProtectedProcessIsRefusedWithoutAQuestion) {
   VordaProcess process = controller().processes().front();
   process.isProtected = true;
   process.ownerName = "root";
-  controller().perform({.action = Action::forceProcess, .representedObject = process});
+  chooseOther({.action = Action::forceProcess, .representedObject = process});
   EXPECT_THAT(frontEnd_.alerts,
               ElementsAre(Alerts::notice("Protected process", Alerts::protectedMessage(process))));
   EXPECT_THAT(machine().signals, IsEmpty());
@@ -197,7 +197,7 @@ TEST_F(ProcessActions, ForceQuitOfAProtectedProcessIsRefusedWithoutAQuestion) {
 
 TEST_F(ProcessActions, ForceQuitAcceptsAPid) {
   start();
-  controller().perform({.action = Action::forceProcess, .representedObject = std::int32_t{8}});
+  chooseOther({.action = Action::forceProcess, .representedObject = std::int32_t{8}});
   EXPECT_THAT(frontEnd_.alerts, ElementsAre(Alerts::forceQuit(8)));
   EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{8, true}));
   expectRemoved(8, 1);
@@ -258,8 +258,7 @@ TEST_F(ProcessActions, AReusedPidIsTheNewProcessOnceItIsSampled) {
 TEST_F(ProcessActions, SurviveAMenuThatIsBuiltAnewWhileTheyAsk) {
   start();
   frontEnd_.whileAlertIsOpen = [this](const Alert&) { frontEnd_.advance(20); };
-  const MenuItem& item = entry(row(7), Action::forceProcess);  // void after the first tick
-  controller().perform(item);
+  choose(7, Action::forceProcess);
   EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{7, true}));
   EXPECT_THAT(listedPids(), ElementsAre(8));
 }
@@ -275,7 +274,8 @@ TEST_F(ProcessActions, RemoveTheProcessAlsoWhenTheMenuIsClosedAtOnce) {
   } frontEnd;
   StatusBarController controller(frontEnd, {});
   frontEnd.controller = &controller;
-  controller.perform({.action = Action::quitProcess, .representedObject = std::int32_t{7}});
+  controller.perform(std::make_shared<const MenuItem>(
+      MenuItem{.action = Action::quitProcess, .representedObject = std::int32_t{7}}));
   ASSERT_EQ(controller.processes().size(), 1U);
   EXPECT_EQ(controller.processes()[0].pid, 8);
   EXPECT_FALSE(controller.menuIsOpen());
@@ -292,7 +292,7 @@ TEST_F(ProcessActions, DetailsTellOfTheProcessAsItWasInTheMenu) {
 
 TEST_F(ProcessActions, DockerHelpOpensDockerAndSaysWhereToQuitIt) {
   start();
-  controller().perform({.action = Action::openDockerHelp});
+  chooseOther({.action = Action::openDockerHelp});
   EXPECT_EQ(machine().dockerDesktopOpened, 1);
   EXPECT_THAT(frontEnd_.alerts, ElementsAre(Alerts::quitDocker()));
 }
@@ -307,7 +307,7 @@ class WrongObject : public ProcessActions, public testing::WithParamInterface<Wr
 
 TEST_P(WrongObject, IsIgnored) {
   start();
-  controller().perform({.action = GetParam().action, .representedObject = GetParam().object});
+  chooseOther({.action = GetParam().action, .representedObject = GetParam().object});
   EXPECT_THAT(frontEnd_.alerts, IsEmpty());
   EXPECT_THAT(machine().signals, IsEmpty());
   EXPECT_THAT(machine().serviceCalls, IsEmpty());

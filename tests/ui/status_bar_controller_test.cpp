@@ -190,7 +190,7 @@ TEST_F(OpenMenu, IsBuiltAnewByRefreshNow) {
   start();
   openMenu();
   addProcess(7, "blender", 700);
-  controller().perform(row("Refresh now"));
+  choose(row("Refresh now"));
   EXPECT_THAT(titles(), Contains("blender  ·   700 MB"));
   EXPECT_EQ(frontEnd_.menusBuilt, 3);
   EXPECT_TRUE(controller().menuIsOpen());
@@ -199,8 +199,8 @@ TEST_F(OpenMenu, IsBuiltAnewByRefreshNow) {
 TEST_F(OpenMenu, DoesNothingForAnItemWithoutAnAction) {
   addProcess(7, "blender", 700);
   start();
-  controller().perform(row(7));
-  controller().perform(row("System"));
+  choose(row(7));
+  choose(row("System"));
   EXPECT_EQ(machine().pidListings, 1);
   EXPECT_EQ(frontEnd_.menusBuilt, 1);
   EXPECT_TRUE(frontEnd_.alerts.empty());

@@ -23,7 +23,7 @@ class AppKitFrontEnd : public FrontEnd {
 
   void setTitle(const std::string& title) override;
   void setToolTip(const std::string& toolTip) override;
-  void menuRebuilt(const Menu& menu) override;
+  void menuRebuilt(std::shared_ptr<const Menu> menu) override;
   void stripChanged(const MemoryPressureView& strip) override;
   void setNotice(const std::string&) override {}  // the submenu says it, too
   void cancelTracking() override;

@@ -49,12 +49,12 @@ void AppKitFrontEnd::setToolTip(const std::string& toolTip) {
 
 // AppKit forbids changing a menu while it reports that this has closed: the item that was
 // chosen sends its action only afterwards, when it has faded. Nobody sees the menu meanwhile.
-void AppKitFrontEnd::menuRebuilt(const Menu& menu) {
+void AppKitFrontEnd::menuRebuilt(std::shared_ptr<const Menu> menu) {
   if (pendingFill_) pendingFill_->cancel();
   if ([target_ reportsClose]) {
-    pendingFill_ = after(kFadingSeconds, [this, &menu] { fill(menu); });
+    pendingFill_ = after(kFadingSeconds, [this, menu = std::move(menu)] { fill(*menu); });
   } else {
-    fill(menu);
+    fill(*menu);
   }
 }
 

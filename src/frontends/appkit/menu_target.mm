@@ -1,7 +1,9 @@
 #include "frontends/appkit/menu_target.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <utility>
 #include <variant>
 
 #include "frontends/appkit/represented_object.h"
@@ -15,13 +17,13 @@ std::optional<std::int32_t> pidOf(const RepresentedObject& value) {
 }
 
 /// What the sender was made from, as far as an action needs it.
-MenuItem itemOf(Action action, NSMenuItem* sender) {
+std::shared_ptr<const MenuItem> itemOf(Action action, NSMenuItem* sender) {
   MenuItem item{.action = action, .representedObject = valueOf([sender representedObject])};
   if (const auto pid = pidOf(item.representedObject)) {
     item.process = ProcessReference{*pid, std::nullopt};
     if ([sender tag] != 0) item.process->identity = static_cast<std::uint64_t>([sender tag]);
   }
-  return item;
+  return std::make_shared<const MenuItem>(std::move(item));
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ const Node* findIn(const Node& node, int id) {
 
 }  // namespace
 
-ExportedMenu::Change ExportedMenu::show(MenuSnapshot menu) {
+ExportedMenu::Change ExportedMenu::show(std::shared_ptr<const Menu> menu) {
   whole_ = std::move(menu);
   if (host_ == TrayHostKind::usual) return put(whole_);
   return put(std::make_shared<const Menu>(ShortMenu::of(*whole_, room_)));
@@ -58,9 +58,9 @@ ExportedMenu::Change ExportedMenu::setRoom(ShortMenu::Room room) {
   return show(whole_);
 }
 
-ExportedMenu::Change ExportedMenu::put(MenuSnapshot shown) {
+ExportedMenu::Change ExportedMenu::put(const std::shared_ptr<const Menu>& shown) {
   std::map<std::string, int> ids;
-  std::vector<Node> children = nodes(shown->items, "", ids);
+  std::vector<Node> children = nodes({shown, &shown->items}, "", ids);
 
   Change change;
   change.layout = !compare(root_.children, children, change.relabelled);
@@ -68,7 +68,6 @@ ExportedMenu::Change ExportedMenu::put(MenuSnapshot shown) {
 
   root_.children = std::move(children);
   ids_ = std::move(ids);
-  snapshot_ = std::move(shown);
   return change;
 }
 
@@ -86,23 +85,24 @@ const Node* ExportedMenu::find(int id) const {
   return findIn(root_, id);
 }
 
-std::vector<Node> ExportedMenu::nodes(const std::vector<MenuItem>& items,
+std::vector<Node> ExportedMenu::nodes(const std::shared_ptr<const std::vector<MenuItem>>& items,
                                       const std::string& parentKey,
                                       std::map<std::string, int>& ids) {
-  const std::vector<std::string> keys = menuKeys(items);
+  const std::vector<std::string> keys = menuKeys(*items);
   std::vector<Node> result;
-  for (std::size_t i = 0; i < items.size(); ++i) {
+  for (std::size_t i = 0; i < items->size(); ++i) {
     const std::string key = parentKey + '/' + keys[i];
     const auto known = ids_.find(key);
     Node& node = result.emplace_back();
     node.id = known != ids_.end() ? known->second : ++lastId_;
-    node.item = &items[i];
-    if (items[i].strip) {
-      describeStrip(node, *items[i].strip);
+    const MenuItem& item = (*items)[i];
+    node.item = {items, &item};
+    if (item.strip) {
+      describeStrip(node, *item.strip);
     } else {
-      node.label = hostMenuLabel(items[i].title, host_);
+      node.label = hostMenuLabel(item.title, host_);
     }
-    if (items[i].action != Action::openRow) node.children = nodes(items[i].submenu, key, ids);
+    if (item.action != Action::openRow) node.children = nodes({items, &item.submenu}, key, ids);
     ids.emplace(key, node.id);
   }
   return result;

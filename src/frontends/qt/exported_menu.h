@@ -1,12 +1,13 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include "frontends/qt/menu_snapshot.h"
 #include "frontends/qt/tray_host_kind.h"
 #include "ui/memory_pressure_view.h"
+#include "ui/menu.h"
 #include "ui/short_menu.h"
 
 /// The menu as a tray host draws it: items with numbers, the strip as a bar of blocks; its short
@@ -19,9 +20,9 @@ class ExportedMenu {
 
   struct Node {
     int id = kRootId;
-    std::string label;               ///< as the host wants it, access keys escaped
-    std::string accessibleText;      ///< where the label is no text to be read out; else ""
-    const MenuItem* item = nullptr;  ///< lives as long as the menu it was shown with
+    std::string label;                     ///< as the host wants it, access keys escaped
+    std::string accessibleText;            ///< where the label is no text to be read out; else ""
+    std::shared_ptr<const MenuItem> item;  ///< nullptr for the root
     std::vector<Node> children;
   };
 
@@ -32,7 +33,7 @@ class ExportedMenu {
     bool any() const { return layout || !relabelled.empty(); }
   };
 
-  Change show(MenuSnapshot menu);
+  Change show(std::shared_ptr<const Menu> menu);
   /// Who shows it from now on.
   Change setHost(TrayHostKind host);
   /// How much of a short menu the screen can show.
@@ -43,17 +44,15 @@ class ExportedMenu {
   ShortMenu::Room room() const { return room_; }
   const Node& root() const { return root_; }
   const Node* find(int id) const;
-  const MenuSnapshot& snapshot() const { return snapshot_; }
 
  private:
-  Change put(MenuSnapshot shown);
-  std::vector<Node> nodes(const std::vector<MenuItem>& items, const std::string& parentKey,
-                          std::map<std::string, int>& ids);
+  Change put(const std::shared_ptr<const Menu>& shown);
+  std::vector<Node> nodes(const std::shared_ptr<const std::vector<MenuItem>>& items,
+                          const std::string& parentKey, std::map<std::string, int>& ids);
 
   TrayHostKind host_ = TrayHostKind::usual;
   ShortMenu::Room room_ = ShortMenu::Room::plenty;
-  MenuSnapshot whole_;
-  MenuSnapshot snapshot_;  // what of it is shown
+  std::shared_ptr<const Menu> whole_;
   Node root_;
   std::map<std::string, int> ids_;  // of the items that are shown, by their keys
   int lastId_ = kRootId;

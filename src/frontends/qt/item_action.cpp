@@ -14,17 +14,16 @@ ItemAction::~ItemAction() {
   delete menu();
 }
 
-void ItemAction::setItem(const MenuItem& item, const MenuSnapshot& menu) {
-  const bool newDot = item_ == nullptr ? item.dot.has_value() : item.dot != item_->dot;
-  item_ = &item;
-  menu_ = menu;
-  setSeparator(item.kind == MenuItem::Kind::separator);
-  setText(withMissingSignsReplaced(menuLabel(item.title), [this](const QString& sign) {
+void ItemAction::setItem(std::shared_ptr<const MenuItem> item) {
+  const bool newDot = item_ == nullptr ? item->dot.has_value() : item->dot != item_->dot;
+  item_ = std::move(item);
+  setSeparator(item_->kind == MenuItem::Kind::separator);
+  setText(withMissingSignsReplaced(menuLabel(item_->title), [this](const QString& sign) {
     return isShown(sign, static_cast<QMenu*>(parent())->font());
   }));
-  setEnabled(item.enabled);
-  if (newDot) setIcon(item.dot ? dotIcon(*item.dot) : QIcon());
-  if (item.strip && defaultWidget() == nullptr) setDefaultWidget(new StripWidget);
+  setEnabled(item_->enabled);
+  if (newDot) setIcon(item_->dot ? dotIcon(*item_->dot) : QIcon());
+  if (item_->strip && defaultWidget() == nullptr) setDefaultWidget(new StripWidget);
   refreshStrip();
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 
 #include <QWidgetAction>
+#include <memory>
 #include <string>
 
-#include "frontends/qt/menu_snapshot.h"
+#include "ui/menu.h"
 
 class QMenu;
 
@@ -16,17 +17,15 @@ class ItemAction : public QWidgetAction {
 
   const std::string& key() const { return key_; }
 
-  /// Shows `item` of `menu`, which means the same as what was shown before.
-  void setItem(const MenuItem& item, const MenuSnapshot& menu);
+  /// Shows `item`, which means the same as what was shown before.
+  void setItem(std::shared_ptr<const MenuItem> item);
 
   /// Draws the strip anew, if this is its item.
   void refreshStrip();
 
-  const MenuItem& item() const { return *item_; }
-  const MenuSnapshot& snapshot() const { return menu_; }
+  const std::shared_ptr<const MenuItem>& item() const { return item_; }
 
  private:
   std::string key_;
-  MenuSnapshot menu_;
-  const MenuItem* item_ = nullptr;
+  std::shared_ptr<const MenuItem> item_;
 };

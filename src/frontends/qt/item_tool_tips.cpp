@@ -30,8 +30,8 @@ void ItemToolTips::watch(QMenu& menu) {
 void ItemToolTips::show() {
   if (!menu_ || !menu_->isVisible() || menu_->activeAction() != action_) return;
   const auto* item = dynamic_cast<ItemAction*>(action_.data());
-  if (item == nullptr || item->item().toolTip.empty()) return;
+  if (item == nullptr || item->item()->toolTip.empty()) return;
   const QRect place = menu_->actionGeometry(action_);
-  QToolTip::showText(menu_->mapToGlobal(place.bottomLeft()), plainToolTip(item->item().toolTip),
+  QToolTip::showText(menu_->mapToGlobal(place.bottomLeft()), plainToolTip(item->item()->toolTip),
                      menu_, place);
 }

@@ -36,28 +36,28 @@ class ShownActions {
   QList<QAction*> obsolete_;
 };
 
-void fillSubmenu(ItemAction& action, const MenuItem& item, const MenuSnapshot& snapshot,
-                 const std::function<void(QMenu&)>& onNewSubmenu) {
-  if (item.submenu.empty()) return;
+void fillSubmenu(ItemAction& action, const std::function<void(QMenu&)>& onNewSubmenu) {
+  const auto& item = action.item();
+  if (item->submenu.empty()) return;
   if (action.menu() == nullptr) {
     action.setMenu(new QMenu);
     onNewSubmenu(*action.menu());
   }
-  fillMenu(*action.menu(), item.submenu, snapshot, onNewSubmenu);
+  fillMenu(*action.menu(), {item, &item->submenu}, onNewSubmenu);
 }
 
 }  // namespace
 
-void fillMenu(QMenu& menu, const std::vector<MenuItem>& items, const MenuSnapshot& snapshot,
+void fillMenu(QMenu& menu, const std::shared_ptr<const std::vector<MenuItem>>& items,
               const std::function<void(QMenu&)>& onNewSubmenu) {
-  const std::vector<std::string> keys = menuKeys(items);
+  const std::vector<std::string> keys = menuKeys(*items);
   ShownActions shown(menu);
-  for (std::size_t i = 0; i < items.size(); ++i) {
+  for (std::size_t i = 0; i < items->size(); ++i) {
     ItemAction* action = shown.take(keys[i]);
     const bool isNew = action == nullptr;
     if (isNew) action = new ItemAction(keys[i], &menu);
-    action->setItem(items[i], snapshot);
-    fillSubmenu(*action, items[i], snapshot, onNewSubmenu);
+    action->setItem({items, &(*items)[i]});
+    fillSubmenu(*action, onNewSubmenu);
     if (isNew) menu.insertAction(shown.following(), action);
   }
   // Last: a visible menu that is empty for a moment closes.

@@ -18,17 +18,16 @@ void PopupMenu::mind(QMenu& menu) {
   connect(&menu, &QMenu::triggered, this, [this, &menu](QAction* action) {
     // A menu passes on what its submenus report.
     if (!menu.actions().contains(action)) return;
-    const auto* chosenAction = static_cast<ItemAction*>(action);
-    Q_EMIT chosen(chosenAction->snapshot(), &chosenAction->item());
+    Q_EMIT chosen(static_cast<ItemAction*>(action)->item());
   });
   toolTips_.watch(menu);
   letMenuOpenUnasked(menu);
 }
 
-void PopupMenu::setMenu(const MenuSnapshot& menu) {
+void PopupMenu::setMenu(const std::shared_ptr<const Menu>& menu) {
   const QAction* pointedAt = activeAction();
   const QPoint before = pointedAt != nullptr ? actionGeometry(activeAction()).topLeft() : QPoint();
-  fillMenu(*this, menu->items, menu, [this](QMenu& submenu) { mind(submenu); });
+  fillMenu(*this, {menu, &menu->items}, [this](QMenu& submenu) { mind(submenu); });
   if (!isVisible()) return;
   // The menu grew or shrank above the item that the user points at: it moves along.
   if (pointedAt != nullptr && activeAction() == pointedAt) {
@@ -43,8 +42,8 @@ void PopupMenu::refreshStrip() {
 /// "Refresh now" leaves the menu open, to show what it has found.
 bool PopupMenu::chooseWithoutClosing(QAction* action) {
   const auto* pointedAt = static_cast<ItemAction*>(action);
-  if (pointedAt == nullptr || pointedAt->item().action != Action::refreshNow) return false;
-  Q_EMIT chosen(pointedAt->snapshot(), &pointedAt->item());
+  if (pointedAt == nullptr || pointedAt->item()->action != Action::refreshNow) return false;
+  Q_EMIT chosen(pointedAt->item());
   return true;
 }
 

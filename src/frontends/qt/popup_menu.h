@@ -1,10 +1,11 @@
 #pragma once
 
 #include <QMenu>
+#include <memory>
 
 #include "frontends/qt/item_tool_tips.h"
-#include "frontends/qt/menu_snapshot.h"
 #include "frontends/qt/menu_style.h"
+#include "ui/menu.h"
 
 /// The menu as the program itself shows it: the live strip on top, dots, submenus, tooltips.
 class PopupMenu : public QMenu {
@@ -14,13 +15,13 @@ class PopupMenu : public QMenu {
   explicit PopupMenu(QWidget* parent = nullptr);
 
   /// Shows these items. An open menu stays open, and its "Refresh now" under the pointer.
-  void setMenu(const MenuSnapshot& menu);
+  void setMenu(const std::shared_ptr<const Menu>& menu);
 
   /// The strip has changed: draws it anew.
   void refreshStrip();
 
  Q_SIGNALS:
-  void chosen(MenuSnapshot menu, const MenuItem* item);
+  void chosen(std::shared_ptr<const MenuItem> item);
   void settingsRequested();
 
  protected:

@@ -130,8 +130,8 @@ void QtFrontEnd::setToolTip(const std::string& toolTip) {
   if (connection_) connection_->icon.setToolTip(toolTip);
 }
 
-void QtFrontEnd::menuRebuilt(const Menu& menu) {
-  menu_ = std::make_shared<const Menu>(menu);
+void QtFrontEnd::menuRebuilt(std::shared_ptr<const Menu> menu) {
+  menu_ = std::move(menu);
   if (popup_ && !popupIsApart_) popup_->setMenu(menu_);
   if (connection_) connection_->menu.show(menu_);
   showStrip();
@@ -193,7 +193,8 @@ void QtFrontEnd::togglePopup() {
   }
 }
 
-void QtFrontEnd::openPopup(const MenuSnapshot& apart, QWidget* parent, QPoint position) {
+void QtFrontEnd::openPopup(const std::shared_ptr<const Menu>& apart, QWidget* parent,
+                           QPoint position) {
   if (alert_ || popup_) return;
   if (connection_) {
     connection_->icon.setQuiet(true);
@@ -219,8 +220,7 @@ void QtFrontEnd::popupClosed() {
   tracking_.end(MenuTracking::Shown::popup);
 }
 
-/// `menu` keeps the item alive meanwhile.
-void QtFrontEnd::choose(const MenuSnapshot&, const MenuItem* item) {
+void QtFrontEnd::choose(std::shared_ptr<const MenuItem> item) {
   if (delegate_ == nullptr) return;
   if (alert_ && item->action != Action::quitApp) {
     bringToFront(*alert_);
@@ -229,16 +229,16 @@ void QtFrontEnd::choose(const MenuSnapshot&, const MenuItem* item) {
   if (item->action == Action::openRow || item->action == Action::openMenu) {
     openInstead(*item);
   } else {
-    delegate_->perform(*item);
+    delegate_->perform(std::move(item));
   }
 }
 
 /// What a short menu leaves out.
 void QtFrontEnd::openInstead(const MenuItem& item) {
   if (popup_) popup_->close();
-  const MenuSnapshot apart = item.action == Action::openRow
-                                 ? std::make_shared<const Menu>(ShortMenu::ofRow(item))
-                                 : nullptr;
+  const std::shared_ptr<const Menu> apart =
+      item.action == Action::openRow ? std::make_shared<const Menu>(ShortMenu::ofRow(item))
+                                     : nullptr;
   const auto open = [this, apart](QWidget* parent, QPoint position) {
     openPopup(apart, parent, position);
   };

@@ -11,7 +11,6 @@
 
 #include "frontends/qt/bus/tray_connection.h"
 #include "frontends/qt/exported_menu.h"
-#include "frontends/qt/menu_snapshot.h"
 #include "frontends/qt/menu_tracking.h"
 #include "frontends/qt/settings_window.h"
 #include "frontends/qt/tray_presence.h"
@@ -38,7 +37,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
 
   void setTitle(const std::string& title) override;
   void setToolTip(const std::string& toolTip) override;
-  void menuRebuilt(const Menu& menu) override;
+  void menuRebuilt(std::shared_ptr<const Menu> menu) override;
   void stripChanged(const MemoryPressureView& strip) override;
   void setNotice(const std::string&) override {}  // the submenu says it, too
   void cancelTracking() override;
@@ -55,10 +54,10 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void reconnect();
   void togglePopup();
   /// Opens a menu of what is given, or, for nullptr, the whole menu, which later refreshes follow.
-  void openPopup(const MenuSnapshot& apart, QWidget* parent, QPoint position);
+  void openPopup(const std::shared_ptr<const Menu>& apart, QWidget* parent, QPoint position);
   void openInstead(const MenuItem& item);
   void popupClosed();
-  void choose(const MenuSnapshot& menu, const MenuItem* item);
+  void choose(std::shared_ptr<const MenuItem> item);
   void showStrip();
   void noteScreen();
 
@@ -67,7 +66,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
   MenuTracking tracking_;
   std::string title_;
   std::string toolTip_;
-  MenuSnapshot menu_;
+  std::shared_ptr<const Menu> menu_;
   ExportedMenu exportedMenu_;
   std::unique_ptr<TrayConnection> connection_;
   TrayPresence presence_;

@@ -1,5 +1,7 @@
 #include "frontends/terminal/menu_view.h"
 
+#include <utility>
+
 #include "frontends/terminal/menu_geometry.h"
 
 namespace terminal {
@@ -108,9 +110,9 @@ void MenuView::remember() {
     selectedItem_ = keyOf(submenuItems()[*submenu_->selected()]);
 }
 
-void MenuView::rebuilt(const Menu& menu, int height) {
+void MenuView::rebuilt(std::shared_ptr<const Menu> menu, int height) {
   const bool isFirst = menu_ == nullptr;
-  menu_ = &menu;
+  menu_ = std::move(menu);
   const auto row = selectedKey_ ? findRow(rows(), *selectedKey_) : std::nullopt;
   if (row) {
     cursor_.follow(rows(), *row, height);
@@ -175,12 +177,17 @@ MenuRequest MenuView::handle(const Input& input, const MenuGeometry& geometry) {
   return request;
 }
 
+/// The item keeps its menu, which may be built anew before the action runs.
+MenuRequest MenuView::performing(const MenuItem& item) const {
+  return {Request::perform, {menu_, &item}};
+}
+
 /// What Enter (or Right, which opens but never performs) does with the selection.
 MenuRequest MenuView::choose(bool performs) {
   const MenuItem* row = selectedRow();
   if (row == nullptr) return {};
   if (!row->submenu.empty()) return {Request::openSubmenu};
-  if (performs && row->action != Action::none) return {Request::perform, row};
+  if (performs && row->action != Action::none) return performing(*row);
   return {};
 }
 
@@ -198,7 +205,7 @@ MenuRequest MenuView::handleInSubmenu(const Input& input, int height) {
   }
   const auto index = submenu_->selected();
   if (input.kind != Input::Kind::enter || !index) return {};
-  return {Request::perform, &submenuItems()[*index]};
+  return performing(submenuItems()[*index]);
 }
 
 MenuRequest MenuView::handleClick(const Input& input, const MenuGeometry& geometry) {
@@ -206,7 +213,7 @@ MenuRequest MenuView::handleClick(const Input& input, const MenuGeometry& geomet
     const auto index = geometry.submenuItemAt(input.x, input.y, *this);
     if (!index || !isSelectable(submenuItems()[*index])) return {};
     submenu_->select(submenuItems(), *index, geometry.submenuHeight());
-    return {Request::perform, &submenuItems()[*index]};
+    return performing(submenuItems()[*index]);
   }
 
   const bool wasOpen = submenu_.has_value();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -18,18 +19,18 @@ struct MenuRequest {
   enum class Kind { nothing, openSubmenu, closeSubmenu, perform, refresh, showKeys, quit };
 
   Kind kind = Kind::nothing;
-  const MenuItem* item = nullptr;  ///< of Kind::perform
+  std::shared_ptr<const MenuItem> item;  ///< of Kind::perform
 };
 
 /// The menu as it is being used: what is selected, what is in view, whether the selected
-/// row's submenu is open. It shows the controller's own menu, which outlives it.
+/// row's submenu is open.
 class MenuView {
  public:
   /// The menu was built anew. The selection stays on what it was about. When that is gone,
   /// nothing is selected until the user moves: somebody who presses Enter once more meant it.
   /// An open submenu stays with its row, and its selection on its item; it closes when the row
   /// is gone.
-  void rebuilt(const Menu& menu, int height);
+  void rebuilt(std::shared_ptr<const Menu> menu, int height);
 
   Items rows() const;  ///< without the strip, which does not scroll
   const MemoryPressureView* strip() const;
@@ -68,11 +69,12 @@ class MenuView {
   MenuRequest handleInSubmenu(const Input& input, int height);
   MenuRequest handleClick(const Input& input, const MenuGeometry& geometry);
   MenuRequest choose(bool performs);
+  MenuRequest performing(const MenuItem& item) const;
   void selectInSubmenu(std::size_t index);
   void rest(int height);
   void remember();
 
-  const Menu* menu_ = nullptr;
+  std::shared_ptr<const Menu> menu_;
   std::string notice_;
   std::string hint_;
   ListCursor cursor_;

@@ -113,10 +113,10 @@ void TerminalFrontEnd::handle(const Input& input) {
       reportClosed();
       break;
     case MenuRequest::Kind::perform:
-      perform(*request.item);
+      perform(request.item);
       break;
     case MenuRequest::Kind::refresh:
-      delegate_->perform(MenuItem{.action = Action::refreshNow});
+      perform(Action::refreshNow);
       if (view_.submenuIsOpen()) {
         view_.resized(geometry());  // what is selected stays in sight
       } else {
@@ -127,7 +127,7 @@ void TerminalFrontEnd::handle(const Input& input) {
       runModal(terminal::keysAlert());
       break;
     case MenuRequest::Kind::quit:
-      delegate_->perform(MenuItem{.action = Action::quitApp});
+      perform(Action::quitApp);
       break;
   }
 }
@@ -145,13 +145,16 @@ void TerminalFrontEnd::openSubmenu() {
 }
 
 /// As in any menu, the submenu closes before the action runs.
-void TerminalFrontEnd::perform(const MenuItem& item) {
-  // Closing rebuilds the menu.
-  const MenuItem chosen = item;  // NOLINT(performance-unnecessary-copy-initialization)
+void TerminalFrontEnd::perform(std::shared_ptr<const MenuItem> item) {
   view_.closeSubmenu();
   reportClosed();
   draw();
-  delegate_->perform(chosen);
+  delegate_->perform(std::move(item));
+}
+
+/// What a key stands for, wherever the selection is.
+void TerminalFrontEnd::perform(Action action) {
+  delegate_->perform(std::make_shared<const MenuItem>(MenuItem{.action = action}));
 }
 
 void TerminalFrontEnd::reportOpened() {
@@ -172,8 +175,8 @@ void TerminalFrontEnd::setTitle(const std::string& title) {
 
 void TerminalFrontEnd::setToolTip(const std::string&) {}  // the menu itself says it all
 
-void TerminalFrontEnd::menuRebuilt(const Menu& menu) {
-  view_.rebuilt(menu, terminal::listHeight(screen_.size(), view_, screen_.look()));
+void TerminalFrontEnd::menuRebuilt(std::shared_ptr<const Menu> menu) {
+  view_.rebuilt(std::move(menu), terminal::listHeight(screen_.size(), view_, screen_.look()));
   needsDrawing_ = true;
 }
 

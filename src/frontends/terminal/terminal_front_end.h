@@ -25,7 +25,7 @@ class TerminalFrontEnd : public FrontEnd {
 
   void setTitle(const std::string& title) override;
   void setToolTip(const std::string& toolTip) override;
-  void menuRebuilt(const Menu& menu) override;
+  void menuRebuilt(std::shared_ptr<const Menu> menu) override;
   void stripChanged(const MemoryPressureView& strip) override;
   void setNotice(const std::string& notice) override;
   void cancelTracking() override;
@@ -43,7 +43,8 @@ class TerminalFrontEnd : public FrontEnd {
   bool counts(const terminal::Input& input);
   void hint(const std::string& text);
   void openSubmenu();
-  void perform(const MenuItem& item);
+  void perform(std::shared_ptr<const MenuItem> item);
+  void perform(Action action);
   void reportOpened();
   void reportClosed();
 

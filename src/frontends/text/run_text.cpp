@@ -7,5 +7,5 @@
 int runText(std::FILE* out) {
   TextFrontEnd frontEnd;
   const StatusBarController controller(frontEnd, Alert{});  // nobody can choose "About"
-  return frontEnd.print(controller.rootMenu(), out);
+  return frontEnd.print(*controller.rootMenu(), out);
 }

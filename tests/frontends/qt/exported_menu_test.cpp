@@ -25,7 +25,7 @@ void collectIds(const Node& node, std::multiset<int>& ids) {
 
 TEST(ExportedMenu, numbersEveryItemOnce) {
   ExportedMenu menu;
-  menu.show(snapshot(exampleItems()));
+  menu.show(menuOf(exampleItems()));
   std::multiset<int> ids;
   collectIds(menu.root(), ids);
   EXPECT_EQ(ids.size(), 1U + 8U + 2U * 4U);
@@ -34,22 +34,22 @@ TEST(ExportedMenu, numbersEveryItemOnce) {
 
 TEST(ExportedMenu, showsTheStripAsABarAndInWords) {
   ExportedMenu menu;
-  menu.show(snapshot(exampleItems()));
+  menu.show(menuOf(exampleItems()));
   EXPECT_EQ(menu.root().children.front().label, "██████░░░░ 62%");
   EXPECT_EQ(menu.root().children.front().accessibleText, "Memory 62 percent used");
 }
 
 TEST(ExportedMenu, sameMenuAgainIsNoChange) {
   ExportedMenu menu;
-  menu.show(snapshot(exampleItems()));
-  EXPECT_FALSE(menu.show(snapshot(exampleItems())).any());
+  menu.show(menuOf(exampleItems()));
+  EXPECT_FALSE(menu.show(menuOf(exampleItems())).any());
 }
 
 TEST(ExportedMenu, newFiguresRelabelTheSameItems) {
   ExportedMenu menu;
-  menu.show(snapshot({processRow(11, "ollama", 1, "312 MB")}));
+  menu.show(menuOf({processRow(11, "ollama", 1, "312 MB")}));
   const int id = idOf(menu, 11);
-  const ExportedMenu::Change change = menu.show(snapshot({processRow(11, "ollama", 1, "4.1 GB")}));
+  const ExportedMenu::Change change = menu.show(menuOf({processRow(11, "ollama", 1, "4.1 GB")}));
   EXPECT_FALSE(change.layout);
   EXPECT_EQ(change.relabelled,
             (std::vector<int>{id, menu.root().children.front().children.front().id}));
@@ -58,27 +58,27 @@ TEST(ExportedMenu, newFiguresRelabelTheSameItems) {
 
 TEST(ExportedMenu, processThatWentLeavesTheOthersTheirNumbers) {
   ExportedMenu menu;
-  menu.show(snapshot({processRow(11, "a"), processRow(12, "b")}));
+  menu.show(menuOf({processRow(11, "a"), processRow(12, "b")}));
   const int gone = idOf(menu, 11);
   const int stays = idOf(menu, 12);
-  EXPECT_TRUE(menu.show(snapshot({processRow(12, "b")})).layout);
+  EXPECT_TRUE(menu.show(menuOf({processRow(12, "b")})).layout);
   EXPECT_EQ(idOf(menu, 12), stays);
   EXPECT_EQ(menu.find(gone), nullptr);
 }
 
 TEST(ExportedMenu, numberIsNeverUsedForAnotherProcess) {
   ExportedMenu menu;
-  menu.show(snapshot({processRow(11, "a", 1)}));
+  menu.show(menuOf({processRow(11, "a", 1)}));
   const int before = idOf(menu, 11);
-  menu.show(snapshot({}));
-  menu.show(snapshot({processRow(11, "a", 2)}));
+  menu.show(menuOf({}));
+  menu.show(menuOf({processRow(11, "a", 2)}));
   EXPECT_GT(idOf(menu, 11), before);
   EXPECT_EQ(menu.find(before), nullptr);
 }
 
 TEST(ExportedMenu, stripAloneMoves) {
   ExportedMenu menu;
-  menu.show(snapshot(exampleItems()));
+  menu.show(menuOf(exampleItems()));
   MemoryPressureView strip;
   strip.pressure = 0.9;
   const ExportedMenu::Change change = menu.showStrip(strip);
@@ -90,7 +90,7 @@ TEST(ExportedMenu, stripAloneMoves) {
 
 TEST(ExportedMenu, stripOfAMenuWithoutOneIsNoChange) {
   ExportedMenu menu;
-  menu.show(snapshot({textItem("x")}));
+  menu.show(menuOf({textItem("x")}));
   EXPECT_FALSE(menu.showStrip({}).any());
 }
 
@@ -116,7 +116,7 @@ std::vector<MenuItem> wholeItems() {
 TEST(ExportedMenu, isShortForAHostThatCannotScroll) {
   ExportedMenu menu;
   menu.setHost(TrayHostKind::gnomeShell);
-  menu.show(snapshot(wholeItems()));
+  menu.show(menuOf(wholeItems()));
   EXPECT_EQ(labels(menu),
             (std::vector<std::string>{"██████░░░░ 62%", "Open Vorda…", "System  10.0 / 16 GB used",
                                       "", "ollama  ·  312 MB", "train__lora_v2.py  ·  312 MB", "",
@@ -126,7 +126,7 @@ TEST(ExportedMenu, isShortForAHostThatCannotScroll) {
 TEST(ExportedMenu, rowsOfTheShortMenuHaveNoSubmenu) {
   ExportedMenu menu;
   menu.setHost(TrayHostKind::gnomeShell);
-  menu.show(snapshot(wholeItems()));
+  menu.show(menuOf(wholeItems()));
   const Node* row = menu.find(idOf(menu, 12));
   EXPECT_TRUE(row->children.empty());
   EXPECT_EQ(row->item->action, Action::openRow);
@@ -135,7 +135,7 @@ TEST(ExportedMenu, rowsOfTheShortMenuHaveNoSubmenu) {
 
 TEST(ExportedMenu, isWholeAgainForAnotherHost) {
   ExportedMenu menu;
-  menu.show(snapshot(wholeItems()));
+  menu.show(menuOf(wholeItems()));
   const std::vector<std::string> whole = labels(menu);
   EXPECT_TRUE(menu.setHost(TrayHostKind::gnomeShell).layout);
   EXPECT_NE(labels(menu), whole);
@@ -146,7 +146,7 @@ TEST(ExportedMenu, isWholeAgainForAnotherHost) {
 
 TEST(ExportedMenu, followsTheRoomOnTheScreen) {
   ExportedMenu menu;
-  menu.show(snapshot(wholeItems()));
+  menu.show(menuOf(wholeItems()));
   EXPECT_FALSE(menu.setRoom(ShortMenu::Room::little).any());
   menu.setHost(TrayHostKind::gnomeShell);
   EXPECT_EQ(idOf(menu, 11), -1);
@@ -157,7 +157,7 @@ TEST(ExportedMenu, followsTheRoomOnTheScreen) {
 TEST(ExportedMenu, stripOfTheShortMenuMoves) {
   ExportedMenu menu;
   menu.setHost(TrayHostKind::gnomeShell);
-  menu.show(snapshot(wholeItems()));
+  menu.show(menuOf(wholeItems()));
   MemoryPressureView strip;
   strip.pressure = 0.9;
   EXPECT_EQ(menu.showStrip(strip).relabelled, (std::vector<int>{menu.root().children[0].id}));

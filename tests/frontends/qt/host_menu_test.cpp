@@ -24,8 +24,8 @@ class HostMenuTest : public testing::Test {
     QObject::connect(&hostMenu, &HostMenu::closed, [this] { ++closings; });
     QObject::connect(
         &hostMenu, &HostMenu::chosen,
-        [this](const MenuSnapshot&, const MenuItem* item) { chosen.push_back(item->title); });
-    hostMenu.show(snapshot(exampleItems()));
+        [this](const std::shared_ptr<const MenuItem>& item) { chosen.push_back(item->title); });
+    hostMenu.show(menuOf(exampleItems()));
     pair.takeSignals();
   }
 
@@ -154,13 +154,13 @@ TEST_F(HostMenuTest, clickOnWhatCanNotBeChosenIsIgnored) {
 
 TEST_F(HostMenuTest, clickOnAProcessThatWentReachesNoOther) {
   const int id = layout().children[3].children[2].id;
-  hostMenu.show(snapshot({processRow(11, "ollama", 2)}));
+  hostMenu.show(menuOf({processRow(11, "ollama", 2)}));
   event(id, "clicked");
   EXPECT_TRUE(chosen.empty());
 }
 
 TEST_F(HostMenuTest, itemsAreBroughtUpToDateBeforeTheHostShowsThem) {
-  onOpening = [this] { hostMenu.show(snapshot({processRow(13, "new")})); };
+  onOpening = [this] { hostMenu.show(menuOf({processRow(13, "new")})); };
   EXPECT_TRUE(aboutToShow());
   EXPECT_EQ(layout().children[0].label, "new  ·  312 MB");
   EXPECT_EQ(openings, 1);
@@ -191,7 +191,7 @@ TEST_F(HostMenuTest, openMenuKeepsItsItems) {
   aboutToShow();
   const HostItem before = layout();
   pair.takeSignals();
-  hostMenu.show(snapshot({processRow(13, "new")}));
+  hostMenu.show(menuOf({processRow(13, "new")}));
   EXPECT_EQ(layout().children.size(), before.children.size());
   EXPECT_THAT(pair.takeSignals(), Not(Contains("LayoutUpdated")));
 }
@@ -208,7 +208,7 @@ TEST_F(HostMenuTest, stripMovesInTheOpenMenu) {
 
 TEST_F(HostMenuTest, itemsCatchUpWhenTheHostClosesTheMenu) {
   aboutToShow();
-  hostMenu.show(snapshot({processRow(13, "new")}));
+  hostMenu.show(menuOf({processRow(13, "new")}));
   pair.takeSignals();
   event(0, "closed");
   EXPECT_EQ(closings, 1);
@@ -264,22 +264,22 @@ TEST_F(HostMenuTest, anotherHostIsToldOfItsMenu) {
 }
 
 TEST_F(HostMenuTest, newFiguresTravelInOneSignal) {
-  hostMenu.show(snapshot({processRow(11, "a", 1, "1 MB"), processRow(12, "b", 1, "1 MB")}));
+  hostMenu.show(menuOf({processRow(11, "a", 1, "1 MB"), processRow(12, "b", 1, "1 MB")}));
   pair.takeSignals();
-  hostMenu.show(snapshot({processRow(11, "a", 1, "2 MB"), processRow(12, "b", 1, "2 MB")}));
+  hostMenu.show(menuOf({processRow(11, "a", 1, "2 MB"), processRow(12, "b", 1, "2 MB")}));
   EXPECT_EQ(pair.takeSignals(), Signals{"ItemsPropertiesUpdated"});
 }
 
 TEST_F(HostMenuTest, anotherLayoutHasAnotherRevision) {
   layout();
   const unsigned before = revision;
-  hostMenu.show(snapshot({processRow(13, "new")}));
+  hostMenu.show(menuOf({processRow(13, "new")}));
   layout();
   EXPECT_GT(revision, before);
 }
 
 TEST_F(HostMenuTest, withoutNewsTheBusIsLeftAlone) {
-  hostMenu.show(snapshot(exampleItems()));
+  hostMenu.show(menuOf(exampleItems()));
   EXPECT_TRUE(pair.takeSignals().empty());
 }
 

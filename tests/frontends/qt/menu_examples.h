@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "frontends/qt/menu_snapshot.h"
+#include "ui/menu.h"
 
 /// Menus as the controller makes them, only smaller.
 
@@ -49,7 +49,7 @@ inline MenuItem processRow(std::int32_t pid, const std::string& name, std::uint6
   return row;
 }
 
-inline MenuSnapshot snapshot(std::vector<MenuItem> items) {
+inline std::shared_ptr<const Menu> menuOf(std::vector<MenuItem> items) {
   return std::make_shared<const Menu>(Menu{std::move(items)});
 }
 

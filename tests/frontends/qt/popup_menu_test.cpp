@@ -19,10 +19,10 @@ namespace {
 class PopupMenuTest : public testing::Test {
  protected:
   PopupMenuTest() {
-    QObject::connect(&menu, &PopupMenu::chosen, [this](const MenuSnapshot&, const MenuItem* item) {
-      chosen.push_back(item->title);
-    });
-    menu.setMenu(snapshot(exampleItems()));
+    QObject::connect(
+        &menu, &PopupMenu::chosen,
+        [this](const std::shared_ptr<const MenuItem>& item) { chosen.push_back(item->title); });
+    menu.setMenu(menuOf(exampleItems()));
   }
 
   void open() {
@@ -78,7 +78,7 @@ TEST_F(PopupMenuTest, disabledItemsCanBeRead) {
 
 TEST_F(PopupMenuTest, scrollsWhenItIsTooHigh) {
   const std::vector<MenuItem> items(200, exampleItems()[6]);
-  menu.setMenu(snapshot(items));
+  menu.setMenu(menuOf(items));
   open();
   EXPECT_EQ(menu.actionGeometry(action(0)).left(), menu.actionGeometry(action(199)).left());
   EXPECT_LE(menu.height(), menu.screen()->geometry().height());
@@ -103,7 +103,7 @@ TEST_F(PopupMenuTest, stripStandsOnTopAsAWidget) {
 
 TEST_F(PopupMenuTest, stripIsDrawnAnewOnRequest) {
   const auto items = exampleItems();
-  menu.setMenu(snapshot(items));
+  menu.setMenu(menuOf(items));
   items[0].strip->pressure = 0.9;
   menu.refreshStrip();
   EXPECT_EQ(static_cast<QWidgetAction*>(action(0))->defaultWidget()->accessibleName(),
@@ -123,12 +123,14 @@ TEST_F(PopupMenuTest, choiceInASubmenuIsReportedOnce) {
 }
 
 TEST_F(PopupMenuTest, chosenItemMeansWhatItMeantWhenItWasShown) {
-  MenuItem meant;
+  std::shared_ptr<const MenuItem> meant;
   QObject::connect(&menu, &PopupMenu::chosen,
-                   [&meant](const MenuSnapshot&, const MenuItem* item) { meant = *item; });
+                   [&meant](std::shared_ptr<const MenuItem> item) { meant = std::move(item); });
   submenu(4)->actions()[2]->trigger();
-  EXPECT_EQ(std::get<std::int32_t>(meant.representedObject), 12);
-  EXPECT_EQ(meant.process->pid, 12);
+  menu.setMenu(menuOf({}));
+  ASSERT_NE(meant, nullptr);
+  EXPECT_EQ(std::get<std::int32_t>(meant->representedObject), 12);
+  EXPECT_EQ(meant->process->pid, 12);
 }
 
 TEST_F(PopupMenuTest, clickOnALineChoosesNothing) {
@@ -182,7 +184,7 @@ TEST_F(PopupMenuTest, controlCommaAsksForSettings) {
 
 TEST_F(PopupMenuTest, newItemsLeaveAnOpenMenuOpen) {
   open();
-  menu.setMenu(snapshot(
+  menu.setMenu(menuOf(
       {stripItem(0.5), processRow(13, "new"), actionItem("Refresh now", Action::refreshNow)}));
   settle();
   EXPECT_TRUE(menu.isVisible());
@@ -196,7 +198,7 @@ TEST_F(PopupMenuTest, sameProcessKeepsItsRowAndItsOpenSubmenu) {
   menu.setActiveAction(row);
   press(menu, Qt::Key_Right);
   ASSERT_TRUE(row->menu()->isVisible());
-  menu.setMenu(snapshot({stripItem(0.5), processRow(12, "train_lora.py", 1, "4.1 GB")}));
+  menu.setMenu(menuOf({stripItem(0.5), processRow(12, "train_lora.py", 1, "4.1 GB")}));
   settle();
   EXPECT_EQ(action(1), row);
   EXPECT_EQ(row->text(), "train_lora.py  ·  4.1 GB");
@@ -205,7 +207,7 @@ TEST_F(PopupMenuTest, sameProcessKeepsItsRowAndItsOpenSubmenu) {
 
 TEST_F(PopupMenuTest, rowNeverComesToMeanAnotherProcess) {
   const QPointer<QAction> row = action(3);
-  menu.setMenu(snapshot({processRow(11, "ollama", 2)}));
+  menu.setMenu(menuOf({processRow(11, "ollama", 2)}));
   settle();
   EXPECT_TRUE(row.isNull());
 }
@@ -219,7 +221,7 @@ TEST_F(PopupMenuTest, refreshNowStaysUnderThePointer) {
   const QPoint before = place(6);
   std::vector<MenuItem> fewer = exampleItems();
   fewer.erase(fewer.begin() + 3);
-  menu.setMenu(snapshot(fewer));
+  menu.setMenu(menuOf(fewer));
   EXPECT_EQ(place(5), before);
 }
 
@@ -233,7 +235,7 @@ TEST_F(PopupMenuTest, rowsShowTheirToolTipAfterAWhile) {
 }
 
 TEST_F(PopupMenuTest, aHundredThousandSignsFitTheScreen) {
-  menu.setMenu(snapshot({processRow(11, std::string(100000, 'x'))}));
+  menu.setMenu(menuOf({processRow(11, std::string(100000, 'x'))}));
   open();
   EXPECT_LT(menu.width(), 4000);
 }

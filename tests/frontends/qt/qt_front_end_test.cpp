@@ -36,7 +36,7 @@ class QtFrontEndTest : public testing::Test {
  protected:
   QtFrontEndTest() : frontEnd(NamedBus{}, {{"Vorda"}}) {
     frontEnd.setTitle("Vorda²");
-    frontEnd.menuRebuilt(Menu{exampleItems()});
+    frontEnd.menuRebuilt(menuOf(exampleItems()));
     frontEnd.reportTo(&delegate);
     settle();
   }
@@ -73,7 +73,7 @@ TEST_F(QtFrontEndTest, isVisibleWithoutATray) {
 }
 
 TEST_F(QtFrontEndTest, menuIsBroughtUpToDateBeforeItOpens) {
-  delegate.onNeedsUpdate = [this] { frontEnd.menuRebuilt(Menu{{processRow(13, "new")}}); };
+  delegate.onNeedsUpdate = [this] { frontEnd.menuRebuilt(menuOf({processRow(13, "new")})); };
   clickTheButton();
   EXPECT_EQ(delegate.calls, (Calls{"needsUpdate", "willOpen"}));
   EXPECT_EQ(openMenu(), QStringList("new  ·  312 MB"));
@@ -96,7 +96,7 @@ TEST_F(QtFrontEndTest, choiceIsPerformedAfterTheMenuHasClosed) {
 
 TEST_F(QtFrontEndTest, refreshNowFillsTheOpenMenuAnew) {
   delegate.onPerform = [this](const MenuItem&) {
-    frontEnd.menuRebuilt(Menu{{processRow(13, "new")}});
+    frontEnd.menuRebuilt(menuOf({processRow(13, "new")}));
   };
   clickTheButton();
   choose("Refresh now");
@@ -146,9 +146,9 @@ TEST_F(QtFrontEndTest, onlyQuittingIsPerformedDuringAnAlert) {
   delegate.onPerform = [this](const MenuItem& item) {
     if (item.action == Action::about) frontEnd.runModal({.messageText = "About"});
   };
-  Q_EMIT menu->chosen(snapshot({}), &kAbout);
-  Q_EMIT menu->chosen(snapshot({}), &kAbout);
-  Q_EMIT menu->chosen(snapshot({}), &kQuit);
+  Q_EMIT menu->chosen(std::make_shared<const MenuItem>(kAbout));
+  Q_EMIT menu->chosen(std::make_shared<const MenuItem>(kAbout));
+  Q_EMIT menu->chosen(std::make_shared<const MenuItem>(kQuit));
   frontEnd.after(0.05, [] { shown<AlertDialog>()->reject(); });
   settle();
   EXPECT_EQ(std::count(delegate.calls.begin(), delegate.calls.end(), "perform About Vorda"), 1);
@@ -195,12 +195,12 @@ MenuItem rowThatOpens(std::int32_t pid, const std::string& name) {
 TEST_F(QtFrontEndTest, rowOfAShortMenuOpensAMenuOfItsOwn) {
   const MenuItem row = rowThatOpens(11, "ollama");
   clickTheButton();
-  Q_EMIT shown<PopupMenu>()->chosen(snapshot({}), &row);
+  Q_EMIT shown<PopupMenu>()->chosen(std::make_shared<const MenuItem>(row));
   settle();
   ASSERT_NE(shown<PopupMenu>(), nullptr);
   EXPECT_EQ(openMenu(), (QStringList{"ollama  ·  312 MB", "312 MB", "", "Quit", "Full details…"}));
   // What is found meanwhile is no news for it.
-  frontEnd.menuRebuilt(Menu{{processRow(13, "new")}});
+  frontEnd.menuRebuilt(menuOf({processRow(13, "new")}));
   EXPECT_EQ(openMenu().front(), "ollama  ·  312 MB");
 
   choose("Quit");
@@ -216,20 +216,20 @@ TEST_F(QtFrontEndTest, openVordaOpensTheWholeMenu) {
   const MenuItem row = rowThatOpens(11, "ollama");
   clickTheButton();
   const QStringList whole = openMenu();
-  Q_EMIT shown<PopupMenu>()->chosen(snapshot({}), &row);
+  Q_EMIT shown<PopupMenu>()->chosen(std::make_shared<const MenuItem>(row));
   settle();
   ASSERT_NE(openMenu(), whole);
-  Q_EMIT shown<PopupMenu>()->chosen(snapshot({}), &open);
+  Q_EMIT shown<PopupMenu>()->chosen(std::make_shared<const MenuItem>(open));
   settle();
   EXPECT_EQ(openMenu(), whole);
   EXPECT_EQ(std::count(delegate.calls.begin(), delegate.calls.end(), "perform Open Vorda…"), 0);
 }
 
 TEST_F(QtFrontEndTest, stripInTheWindowMoves) {
-  Menu menu{exampleItems()};
+  const auto menu = menuOf(exampleItems());
   frontEnd.menuRebuilt(menu);
-  menu.items[0].strip->pressure = 0.9;
-  frontEnd.stripChanged(*menu.items[0].strip);
+  menu->items[0].strip->pressure = 0.9;
+  frontEnd.stripChanged(*menu->items[0].strip);
   const auto children = shown<MenuWindow>()->findChildren<QWidget*>();
   EXPECT_TRUE(std::any_of(children.begin(), children.end(), [](const QWidget* child) {
     return child->accessibleName() == "Memory 90 percent used";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,8 +20,8 @@ class RecordingDelegate : public MenuDelegate {
   }
   void menuWillOpen() override { calls.emplace_back("willOpen"); }
   void menuDidClose() override { calls.emplace_back("didClose"); }
-  void perform(const MenuItem& item) override {
-    calls.emplace_back("perform " + item.title);
-    if (onPerform) onPerform(item);
+  void perform(std::shared_ptr<const MenuItem> item) override {
+    calls.emplace_back("perform " + item->title);
+    if (onPerform) onPerform(*item);
   }
 };

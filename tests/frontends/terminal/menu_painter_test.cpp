@@ -24,7 +24,7 @@ const Look kColored{.signs = terminal::Signs::unicode(), .colored = true};
 const Look kAscii{.signs = terminal::Signs::ascii(), .colored = false};
 
 CellGrid painted(MenuView& view, const Menu& menu, Size size, const Look& look) {
-  view.rebuilt(menu, terminal::listHeight(size, view, kPlain));
+  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kPlain));
   CellGrid grid(size);
   terminal::paintMenu(grid, view, terminal::menuGeometry(size, view, look), "Vorda²", look);
   return grid;
@@ -171,7 +171,7 @@ TEST_P(SubmenuPicture, StandsOnTheScreenAndLeavesItsRowInSight) {
   MenuView view;
   const Menu menu = SampleMenu::menu({SampleMenu::topRAM({1, 2, 3, 4, 5, 6, 7, 8})});
   const Size size = GetParam().size;
-  view.rebuilt(menu, terminal::listHeight(size, view, kPlain));
+  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kPlain));
   for (int i = 0; i < GetParam().downs; ++i) {
     view.handle({.kind = terminal::Input::Kind::down}, menuGeometry(size, view, kPlain));
   }
@@ -253,7 +253,7 @@ TEST(SubmenuPicture, ScrollsWhenItIsTallerThanTheScreen) {
   }
   const Menu menu = SampleMenu::menu({top});
   const Size size{40, 10};
-  view.rebuilt(menu, terminal::listHeight(size, view, kPlain));
+  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kPlain));
   view.openSubmenu();
   view.resized(menuGeometry(size, view, kPlain));
   view.handle({.kind = terminal::Input::Kind::end}, menuGeometry(size, view, kPlain));
@@ -272,7 +272,7 @@ TEST(SubmenuPicture, OfALongRowStandsBelowIt) {
       SampleMenu::command("Quit Docker Desktop from the menu bar whale", Action::openDockerHelp));
   const Menu menu = SampleMenu::menu({top});
   const Size size{40, 30};
-  view.rebuilt(menu, terminal::listHeight(size, view, kPlain));
+  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kPlain));
   view.openSubmenu();
   const auto geometry = menuGeometry(size, view, kPlain);
   CellGrid grid(size);

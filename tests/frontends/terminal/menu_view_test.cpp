@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -33,7 +34,7 @@ Input letter(char32_t character) {
 /// A menu on a screen of 80 x 24, used without a controller.
 class UsedMenu {
  public:
-  explicit UsedMenu(Menu menu) : menu_(std::move(menu)) { view.rebuilt(menu_, height()); }
+  explicit UsedMenu(Menu menu) { rebuild(std::move(menu)); }
 
   MenuRequest press(const Input& input) {
     return view.handle(input, terminal::menuGeometry(kSize, view, kLook));
@@ -48,10 +49,7 @@ class UsedMenu {
     ADD_FAILURE() << "no row " << title;
     return {};
   }
-  void rebuild(Menu menu) {
-    menu_ = std::move(menu);
-    view.rebuilt(menu_, height());
-  }
+  void rebuild(Menu menu) { view.rebuilt(std::make_shared<const Menu>(std::move(menu)), height()); }
   std::string selected() const { return view.selectedRow() ? view.selectedRow()->title : ""; }
   std::string selectedInSubmenu() const {
     return view.submenuItems()[*view.submenuCursor().selected()].title;
@@ -61,7 +59,6 @@ class UsedMenu {
 
  private:
   int height() const { return terminal::listHeight(kSize, view, kLook); }
-  Menu menu_;
 };
 
 Menu threeProcesses() {
@@ -154,6 +151,7 @@ TEST(MenuRequests, NameTheChosenItem) {
   menu.view.openSubmenu();
   menu.press(key(Kind::home));
   const MenuRequest request = menu.press(key(Kind::enter));
+  menu.rebuild(threeProcesses());  // the item stays
   ASSERT_NE(request.item, nullptr);
   EXPECT_EQ(request.item->action, Action::quitProcess);
   EXPECT_EQ(request.item->process->pid, 2);

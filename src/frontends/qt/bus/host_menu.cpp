@@ -165,7 +165,7 @@ HostMenu::HostMenu(sd_bus* bus, ExportedMenu& menu, int longestTracking) : bus_(
   connect(&longEnough_, &QTimer::timeout, this, &HostMenu::close);
 }
 
-void HostMenu::show(MenuSnapshot menu) {
+void HostMenu::show(std::shared_ptr<const Menu> menu) {
   if (isOpen_) {
     waiting_ = std::move(menu);
   } else {
@@ -227,10 +227,9 @@ void HostMenu::handle(int id, std::string_view event) {
   if (event != "clicked") return;
   const ExportedMenu::Node* node = menu_.find(id);
   if (node == nullptr || !node->item->enabled || node->item->action == Action::none) return;
-  const MenuSnapshot menu = menu_.snapshot();
-  const MenuItem* item = node->item;
+  const std::shared_ptr<const MenuItem> item = node->item;
   if (isOpen_) close();
-  Q_EMIT chosen(menu, item);
+  Q_EMIT chosen(item);
 }
 
 void HostMenu::tell(const ExportedMenu::Change& change) {

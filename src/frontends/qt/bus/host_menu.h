@@ -3,12 +3,13 @@
 #include <QObject>
 #include <QTimer>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 #include "frontends/qt/bus/sd_bus_ptr.h"
 #include "frontends/qt/exported_menu.h"
-#include "frontends/qt/menu_snapshot.h"
 #include "ui/memory_pressure_view.h"
+#include "ui/menu.h"
 
 /// Serves the menu that tray hosts draw themselves (com.canonical.dbusmenu).
 ///
@@ -24,7 +25,7 @@ class HostMenu : public QObject {
 
   HostMenu(sd_bus* bus, ExportedMenu& menu, int longestTracking = kLongestTracking);
 
-  void show(MenuSnapshot menu);
+  void show(std::shared_ptr<const Menu> menu);
   /// Who will ask for it. Another one has not opened it yet.
   void setHost(TrayHostKind host);
   /// The screen has changed: what was open on it is not any more.
@@ -40,7 +41,7 @@ class HostMenu : public QObject {
   /// The host is about to show the menu: the last moment to change its items.
   void opening();
   void closed();
-  void chosen(MenuSnapshot menu, const MenuItem* item);
+  void chosen(std::shared_ptr<const MenuItem> item);
 
  private:
   friend struct HostMenuVtable;
@@ -48,12 +49,11 @@ class HostMenu : public QObject {
   bool open();
   void close();
   void handle(int id, std::string_view event);
-  ExportedMenu::Change put(MenuSnapshot menu);
   void tell(const ExportedMenu::Change& change);
 
   sd_bus* bus_;
   ExportedMenu& menu_;
-  MenuSnapshot waiting_;  // what is to be shown once the menu has closed
+  std::shared_ptr<const Menu> waiting_;  // what is to be shown once the menu has closed
   std::uint32_t revision_ = 1;
   bool isOpen_ = false;
   bool hostSaysClosed_ = false;  // so it can be trusted to

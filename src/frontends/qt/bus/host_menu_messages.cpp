@@ -19,7 +19,7 @@ struct Property {
 /// What differs from the defaults: a text without a picture that can be chosen.
 std::vector<Property> properties(const Node& node) {
   std::vector<Property> all;
-  const MenuItem* item = node.item;
+  const MenuItem* item = node.item.get();
   if (item != nullptr && item->kind == MenuItem::Kind::separator) {
     all.push_back({"type", std::string("separator")});
     return all;
