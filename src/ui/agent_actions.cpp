@@ -1,6 +1,5 @@
 #include <algorithm>
 
-#include "platform/applications.h"
 #include "ui/alerts.h"
 #include "ui/status_bar_controller.h"
 
@@ -49,7 +48,7 @@ void StatusBarController::beginAgentJob(LaunchAgentJob job) {
     });
   }
   frontEnd_.cancelTracking();
-  refresh(true, false);
+  refresh();
 }
 
 /// An outcome waits until nothing is open that its alert, or the menu's change, would disturb.
@@ -75,18 +74,6 @@ void StatusBarController::tellOutcome(const LaunchAgentJob& job) {
   const bool stops = job.kind() == LaunchAgentJob::Kind::stop;
   notify(ok ? (stops ? "Unload" : "Load") : "Failed", message);
   frontEnd_.cancelTracking();
-  refresh(true, false);
+  refresh();
   if (stops) schedulePostQuitRescans();
-}
-
-void StatusBarController::openAM() {
-  platform::openSystemMonitor();
-}
-
-void StatusBarController::about() {
-  frontEnd_.runModal(about_);
-}
-
-void StatusBarController::quitApp() {
-  frontEnd_.terminate();
 }

@@ -66,7 +66,7 @@ void StatusBarController::finishQuit(std::int32_t pid, const std::string& title,
     removeFromListOptimistically(pid);
     schedulePostQuitRescans();
   } else {
-    refresh(true, false);
+    refresh();
   }
 }
 

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "agents/launch_agent_scanner.h"
+#include "platform/applications.h"
 #include "scanner/process_scanner.h"
 #include "scanner/system_memory.h"
 #include "ui/process_lists.h"
@@ -16,14 +17,14 @@ StatusBarController::StatusBarController(FrontEnd& frontEnd, Alert about)
       self_(std::make_shared<StatusBarController*>(this)) {
   frontEnd_.setTitle(kStatusTitle);
   frontEnd_.setToolTip(StatusToolTip::beforeSample());
-  refresh(true, false);
+  refresh();
   refreshTimer_ = frontEnd_.every(kRefreshInterval, weakRefresh());
 }
 
 StatusBarController::~StatusBarController() = default;
 
 void StatusBarController::menuNeedsUpdate() {
-  refresh(true, false);
+  refresh();
 }
 
 void StatusBarController::menuWillOpen() {
@@ -32,7 +33,7 @@ void StatusBarController::menuWillOpen() {
 
 void StatusBarController::menuDidClose() {
   menuIsOpen_ = false;
-  refresh(true, false);
+  refresh();
 }
 
 /// `item` stays when the menu is built anew while its action runs.
@@ -47,11 +48,12 @@ void StatusBarController::perform(std::shared_ptr<const MenuItem> item) {
     case Action::refreshNow:
       return refreshNow();
     case Action::openAM:
-      return openAM();
+      return platform::openSystemMonitor();
     case Action::about:
-      return about();
+      frontEnd_.runModal(about_);
+      return;
     case Action::quitApp:
-      return quitApp();
+      return frontEnd_.terminate();
     case Action::quitProcess:
       return quitProcess(sender);
     case Action::forceProcess:
@@ -69,20 +71,18 @@ void StatusBarController::perform(std::shared_ptr<const MenuItem> item) {
   }
 }
 
-void StatusBarController::refresh(bool rebuild, bool force) {
+void StatusBarController::refresh() {
   sample();
-  updateStatusItem();
-  updateNotice();
-  if (!rebuild) return;
-  if (!menuIsOpen_ || force) {
-    rebuildMenu();
-  } else {
+  if (menuIsOpen_) {
     updateStrip();
+  } else {
+    rebuildMenu();
   }
 }
 
 void StatusBarController::refreshNow() {
-  refresh(true, true);
+  sample();
+  rebuildMenu();
 }
 
 void StatusBarController::sample() {
@@ -94,6 +94,8 @@ void StatusBarController::sample() {
                [](const VordaLaunchAgent& agent) {
                  return agent.keepAlive || LaunchAgentScanner::isInteresting(agent);
                });
+  updateStatusItem();
+  updateNotice();
 }
 
 void StatusBarController::updateStatusItem() {
@@ -116,6 +118,6 @@ void StatusBarController::rebuildMenu() {
 
 std::function<void()> StatusBarController::weakRefresh() {
   return [weakSelf = std::weak_ptr(self_)] {
-    if (const auto self = weakSelf.lock()) (*self)->refresh(true, false);
+    if (const auto self = weakSelf.lock()) (*self)->refresh();
   };
 }

@@ -63,13 +63,16 @@ class StatusBarController : public MenuDelegate {
   };
 
   // Refresh cycle.
-  void refresh(bool rebuild, bool force);
+  /// Samples, and shows what was found: in the menu, or while it is open in its strip alone.
+  void refresh();
+  /// The same, in an open menu too.
   void refreshNow();
+  /// Takes the sample, and shows it everywhere but in the menu.
   void sample();
   void updateStatusItem();
   void updateStrip();
   void rebuildMenu();
-  /// refresh(true, false), as long as the controller is there.
+  /// refresh(), as long as the controller is there.
   std::function<void()> weakRefresh();
 
   // Process actions.
@@ -86,7 +89,7 @@ class StatusBarController : public MenuDelegate {
   void startQuitClock(const ProcessReference& process);
   void updateNotice();
 
-  // Agent actions and utility commands.
+  // Agent actions.
   void unloadAgent(Sender sender);
   void unloadByLabel(Sender sender);
   void confirmUnload(const VordaLaunchAgent& agent);
@@ -94,9 +97,6 @@ class StatusBarController : public MenuDelegate {
   void beginAgentJob(LaunchAgentJob job);
   void lookAfterAgentJobs();
   void tellOutcome(const LaunchAgentJob& job);
-  void openAM();
-  void about();
-  void quitApp();
 
   FrontEnd& frontEnd_;
   Alert about_;

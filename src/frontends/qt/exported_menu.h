@@ -30,7 +30,6 @@ class ExportedMenu {
   struct Change {
     bool layout = false;          ///< other items or another order
     std::vector<int> relabelled;  ///< the same items, which now say something else
-    bool any() const { return layout || !relabelled.empty(); }
   };
 
   Change show(std::shared_ptr<const Menu> menu);

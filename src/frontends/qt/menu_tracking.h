@@ -9,7 +9,6 @@ class MenuTracking {
   enum class Shown { none, popup, hostMenu };
 
   void reportTo(MenuDelegate* delegate) { delegate_ = delegate; }
-  Shown shown() const { return shown_; }
 
   /// A menu is about to open. Its items are up to date afterwards.
   void begin(Shown menu);

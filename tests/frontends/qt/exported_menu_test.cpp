@@ -11,6 +11,10 @@ namespace {
 
 using Node = ExportedMenu::Node;
 
+bool isChange(const ExportedMenu::Change& change) {
+  return change.layout || !change.relabelled.empty();
+}
+
 int idOf(const ExportedMenu& menu, std::int32_t pid) {
   for (const Node& node : menu.root().children) {
     if (node.item->process && node.item->process->pid == pid) return node.id;
@@ -42,7 +46,7 @@ TEST(ExportedMenu, showsTheStripAsABarAndInWords) {
 TEST(ExportedMenu, sameMenuAgainIsNoChange) {
   ExportedMenu menu;
   menu.show(menuOf(exampleItems()));
-  EXPECT_FALSE(menu.show(menuOf(exampleItems())).any());
+  EXPECT_FALSE(isChange(menu.show(menuOf(exampleItems()))));
 }
 
 TEST(ExportedMenu, newFiguresRelabelTheSameItems) {
@@ -85,13 +89,13 @@ TEST(ExportedMenu, stripAloneMoves) {
   EXPECT_FALSE(change.layout);
   EXPECT_EQ(change.relabelled, std::vector<int>{menu.root().children.front().id});
   EXPECT_EQ(menu.root().children.front().label, "█████████░ 90%");
-  EXPECT_FALSE(menu.showStrip(strip).any());
+  EXPECT_FALSE(isChange(menu.showStrip(strip)));
 }
 
 TEST(ExportedMenu, stripOfAMenuWithoutOneIsNoChange) {
   ExportedMenu menu;
   menu.show(menuOf({textItem("x")}));
-  EXPECT_FALSE(menu.showStrip({}).any());
+  EXPECT_FALSE(isChange(menu.showStrip({})));
 }
 
 std::vector<std::string> labels(const ExportedMenu& menu) {
@@ -139,7 +143,7 @@ TEST(ExportedMenu, isWholeAgainForAnotherHost) {
   const std::vector<std::string> whole = labels(menu);
   EXPECT_TRUE(menu.setHost(TrayHostKind::gnomeShell).layout);
   EXPECT_NE(labels(menu), whole);
-  EXPECT_FALSE(menu.setHost(TrayHostKind::gnomeShell).any());
+  EXPECT_FALSE(isChange(menu.setHost(TrayHostKind::gnomeShell)));
   EXPECT_TRUE(menu.setHost(TrayHostKind::usual).layout);
   EXPECT_EQ(labels(menu), whole);
 }
@@ -147,7 +151,7 @@ TEST(ExportedMenu, isWholeAgainForAnotherHost) {
 TEST(ExportedMenu, followsTheRoomOnTheScreen) {
   ExportedMenu menu;
   menu.show(menuOf(wholeItems()));
-  EXPECT_FALSE(menu.setRoom(ShortMenu::Room::little).any());
+  EXPECT_FALSE(isChange(menu.setRoom(ShortMenu::Room::little)));
   menu.setHost(TrayHostKind::gnomeShell);
   EXPECT_EQ(idOf(menu, 11), -1);
   EXPECT_TRUE(menu.setRoom(ShortMenu::Room::plenty).layout);
