@@ -11,7 +11,6 @@
 
 #include "platform/linux/file_reader.h"
 #include "platform/linux/home.h"
-#include "platform/linux/regular_file.h"
 
 namespace platform {
 namespace {

@@ -8,7 +8,6 @@
 
 #include "platform/linux/file_reader.h"
 #include "platform/linux/home.h"
-#include "platform/linux/regular_file.h"
 #include "platform/linux/unit_file.h"
 #include "platform/posix/utf8.h"
 
