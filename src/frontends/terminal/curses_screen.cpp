@@ -18,9 +18,7 @@
 
 #include "frontends/terminal/curses_keys.h"
 #include "frontends/terminal/direct_color.h"
-#include "frontends/terminal/paste_brackets.h"
-#include "frontends/terminal/terminal_check.h"
-#include "frontends/terminal/terminal_reset.h"
+#include "frontends/terminal/terminfo.h"
 #include "text/scalar.h"
 
 namespace terminal {

@@ -1,6 +1,9 @@
 #include "frontends/terminal/direct_color.h"
 
-// curses before the terminal's capabilities: term.h needs its types.
+#include "frontends/terminal/terminfo.h"
+
+// curses before the terminal's capabilities: term.h needs its types. Both behind our headers:
+// term.h defines macros of ordinary names.
 #include <curses.h>
 #include <term.h>
 
@@ -8,8 +11,6 @@
 #include <cstdlib>
 #include <string_view>
 #include <vector>
-
-#include "frontends/terminal/capability.h"
 
 namespace terminal {
 namespace {

@@ -1,4 +1,4 @@
-#include "frontends/terminal/terminal_check.h"
+#include "frontends/terminal/terminfo.h"
 
 // curses before the terminal's capabilities: term.h needs its types.
 #include <curses.h>
@@ -6,8 +6,8 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <string_view>
 
-#include "frontends/terminal/capability.h"
 #include "frontends/terminal/direct_color.h"
 #include "text/display_line.h"
 
@@ -45,6 +45,20 @@ TerminalCheck checked(const std::string& quotedName) {
   return check;
 }
 
+std::string* sink = nullptr;  // tputs() hands on single bytes
+
+int addToSink(int byte) {
+  *sink += static_cast<char>(byte);
+  return byte;
+}
+
+void append(std::string& bytes, const char* capability) {
+  if (!isPresent(capability)) return;
+  sink = &bytes;
+  tputs(capability, 1, addToSink);
+  sink = nullptr;
+}
+
 }  // namespace
 
 TerminalCheck checkTerminal() {
@@ -59,6 +73,33 @@ TerminalCheck checkTerminal() {
   TerminalCheck check = checked(quotedName);
   del_curterm(cur_term);
   return check;
+}
+
+std::string pasteBrackets(bool on) {
+  if (const char* const known = tigetstr(on ? "BE" : "BD"); isPresent(known)) return known;
+  // Many descriptions do not speak of it. Whoever takes commands of this form passes over one
+  // that it does not know.
+  const bool takesControlSequences =
+      isPresent(cursor_address) && std::string_view(cursor_address).starts_with("\033[");
+  if (!takesControlSequences) return {};
+  return on ? "\033[?2004h" : "\033[?2004l";
+}
+
+std::string resetBytes(int lastRow) {
+  std::string bytes = pasteBrackets(false);
+  const char* const mouse = tigetstr("XM");
+  if (isPresent(mouse)) {
+    append(bytes, tiparm(mouse, 0));
+  } else if (key_mouse != nullptr) {
+    bytes += "\033[?1000l";
+  }
+  append(bytes, exit_attribute_mode);
+  append(bytes, orig_pair);
+  append(bytes, keypad_local);
+  append(bytes, cursor_normal);
+  append(bytes, tiparm(cursor_address, lastRow, 0));
+  append(bytes, exit_ca_mode);
+  return bytes + "\r";
 }
 
 }  // namespace terminal

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "frontends/terminal/color_depth.h"
+
+// What the description of a terminal (terminfo) is asked for.
+namespace terminal {
+
+/// What the terminal on standard output can do.
+struct TerminalCheck {
+  std::string problem;  ///< why it can't show a menu, in one line; "" when it can
+  ColorDepth depth = ColorDepth::none;
+  /// The compiled description to use in place of the installed one; "" for that one.
+  std::string description;
+};
+
+/// Reads TERM and the description of the terminal that it names, COLORTERM and NO_COLOR.
+TerminalCheck checkTerminal();
+
+/// The bytes after which the terminal that curses has opened puts what is pasted in brackets (or
+/// does so no more), so that it can be told from keys. Empty for one that would show them.
+std::string pasteBrackets(bool on);
+
+/// The bytes that give the terminal which curses has opened back in its ordinary state: pasting,
+/// mouse, colours, keys, cursor and screen. `lastRow` is its lowest row, from 0.
+std::string resetBytes(int lastRow);
+
+/// Whether the terminal has a text capability: terminfo answers null where it lacks one, and -1
+/// as an address where there can be no text of that name.
+inline bool isPresent(const char* capability) {
+  return capability != nullptr && reinterpret_cast<std::intptr_t>(capability) != -1;
+}
+
+}  // namespace terminal
