@@ -9,7 +9,7 @@
 #include "app/front_end_choice.h"
 #include "app/tray_program.h"
 #include "frontends/terminal/run_terminal.h"
-#include "frontends/text/run_text.h"
+#include "frontends/text/text_front_end.h"
 #include "platform/linux/heap.h"
 #include "platform/linux/procfs.h"
 

@@ -1,7 +1,7 @@
 #include <clocale>
 #include <cstdio>
 
-#include "frontends/text/run_text.h"
+#include "frontends/text/text_front_end.h"
 
 int main() {
   std::setlocale(LC_CTYPE, "");

@@ -5,6 +5,8 @@
 #include <cstring>
 
 #include "frontends/text/menu_text.h"
+#include "ui/alert.h"
+#include "ui/status_bar_controller.h"
 
 namespace {
 
@@ -43,4 +45,10 @@ std::shared_ptr<ScheduledWork> TextFrontEnd::every(double, std::function<void()>
 
 std::shared_ptr<ScheduledWork> TextFrontEnd::after(double, std::function<void()>) {
   return std::make_shared<NoWork>();
+}
+
+int runText(std::FILE* out) {
+  TextFrontEnd frontEnd;
+  const StatusBarController controller(frontEnd, Alert{});  // nobody can choose "About"
+  return frontEnd.print(*controller.rootMenu(), out);
 }

@@ -25,3 +25,7 @@ class TextFrontEnd : public FrontEnd {
   std::shared_ptr<ScheduledWork> after(double seconds, std::function<void()> work) override;
   void terminate() override {}
 };
+
+/// Takes one sample of the machine and prints its menu, as TextFrontEnd::print does; returns
+/// the program's exit status.
+int runText(std::FILE* out);
