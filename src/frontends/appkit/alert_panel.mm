@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "frontends/appkit/badge_image.h"
+#include "frontends/appkit/pictures.h"
 #include "frontends/appkit/shared_application.h"
 #include "platform/macos/foundation_text.h"
 

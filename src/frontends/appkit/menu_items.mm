@@ -1,6 +1,6 @@
 #include "frontends/appkit/menu_items.h"
 
-#include "frontends/appkit/dot_image.h"
+#include "frontends/appkit/pictures.h"
 #include "frontends/appkit/represented_object.h"
 #include "frontends/appkit/strip_view.h"
 #include "platform/macos/foundation_text.h"

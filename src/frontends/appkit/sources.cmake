@@ -4,12 +4,11 @@ set(APPKIT_FRONT_END_SOURCES
   app_kit_canvas.mm
   app_kit_color.mm
   app_kit_front_end.mm
-  badge_image.mm
-  dot_image.mm
   main_menu.mm
   main_queue_work.mm
   menu_items.mm
   menu_target.mm
+  pictures.mm
   represented_object.mm
   run_loop_work.mm
   settings_window.mm

@@ -1,4 +1,7 @@
-#include "frontends/appkit/badge_image.h"
+#include "frontends/appkit/pictures.h"
+
+#include "frontends/appkit/app_kit_canvas.h"
+#include "ui/dot.h"
 
 NSImage* halvekBadgeImage(CGFloat side) {
   NSBundle* bundle = [NSBundle mainBundle];
@@ -7,5 +10,14 @@ NSImage* halvekBadgeImage(CGFloat side) {
   if (url == nil) return nil;
   NSImage* image = [[[NSImage alloc] initWithContentsOfURL:url] autorelease];
   [image setSize:NSMakeSize(side, side)];
+  return image;
+}
+
+NSImage* dotImage(const Color& color) {
+  const NSSize size = NSMakeSize(Dot::kSide, Dot::kSide);
+  NSImage* image = [[[NSImage alloc] initWithSize:size] autorelease];
+  [image lockFocus];
+  AppKitCanvas().fillOval(Dot::kOval, color);
+  [image unlockFocus];
   return image;
 }
