@@ -1,6 +1,11 @@
 #pragma once
 
+#import <AppKit/AppKit.h>
+
 #include "ui/canvas.h"
+
+/// The colour as calibrated RGB; greys as calibrated white.
+NSColor* nsColor(const Color& color);
 
 /// Draws onto AppKit's current graphics context.
 class AppKitCanvas : public Canvas {

@@ -1,7 +1,5 @@
 #include "frontends/appkit/app_kit_canvas.h"
 
-#include "frontends/appkit/app_kit_color.h"
-
 namespace {
 
 NSRect nsRect(const Rectangle& rect) {
@@ -13,6 +11,16 @@ NSBezierPath* roundedRect(const Rectangle& rect, double radius) {
 }
 
 }  // namespace
+
+NSColor* nsColor(const Color& color) {
+  if (color.red == color.green && color.green == color.blue) {
+    return [NSColor colorWithCalibratedWhite:color.red alpha:color.alpha];
+  }
+  return [NSColor colorWithCalibratedRed:color.red
+                                   green:color.green
+                                    blue:color.blue
+                                   alpha:color.alpha];
+}
 
 // Not NSRectFill, which replaces what is there.
 void AppKitCanvas::fillRect(const Rectangle& rect, const Color& color) {

@@ -2,7 +2,6 @@
 set(APPKIT_FRONT_END_SOURCES
   alert_panel.mm
   app_kit_canvas.mm
-  app_kit_color.mm
   app_kit_front_end.mm
   main_menu.mm
   main_queue_work.mm

@@ -1,4 +1,4 @@
-#include "frontends/appkit/app_kit_color.h"
+#include "frontends/appkit/app_kit_canvas.h"
 
 #include <gtest/gtest.h>
 
