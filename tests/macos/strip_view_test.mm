@@ -4,7 +4,7 @@
 
 #include "fakes/recording_canvas.h"
 #include "macos/mac_test.h"
-#include "ui/strip_description.h"
+#include "ui/strip_text.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "ui/alerts.h"
 #include "ui/menu_construction.h"
 #include "ui/status_tool_tip.h"
-#include "ui/strip_description.h"
+#include "ui/strip_text.h"
 
 namespace {
 

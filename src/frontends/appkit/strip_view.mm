@@ -2,7 +2,7 @@
 
 #include "frontends/appkit/app_kit_canvas.h"
 #include "platform/macos/foundation_text.h"
-#include "ui/strip_description.h"
+#include "ui/strip_text.h"
 
 namespace {
 

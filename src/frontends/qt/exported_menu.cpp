@@ -4,7 +4,7 @@
 
 #include "frontends/qt/menu_keys.h"
 #include "frontends/qt/menu_label.h"
-#include "ui/strip_description.h"
+#include "ui/strip_text.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include "frontends/qt/qt_scheduled_work.h"
 #include "frontends/qt/x11/window_hints.h"
 #include "ui/short_menu.h"
-#include "ui/strip_description.h"
+#include "ui/strip_text.h"
 
 namespace {
 

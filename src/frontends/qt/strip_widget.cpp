@@ -5,7 +5,7 @@
 
 #include "frontends/qt/painter_canvas.h"
 #include "frontends/qt/qt_text.h"
-#include "ui/strip_description.h"
+#include "ui/strip_text.h"
 
 StripWidget::StripWidget(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);

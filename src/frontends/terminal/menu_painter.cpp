@@ -12,7 +12,7 @@
 #include "frontends/terminal/menu_view.h"
 #include "frontends/terminal/strip_painter.h"
 #include "text/format.h"
-#include "ui/strip_bars.h"
+#include "ui/strip_text.h"
 
 namespace terminal {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/strip_bars.h"
+#include "ui/strip_text.h"
 
 namespace terminal {
 

@@ -8,7 +8,7 @@
 #include "frontends/terminal/strip_cells.h"
 #include "text/format.h"
 #include "ui/pressure_level.h"
-#include "ui/strip_bars.h"
+#include "ui/strip_text.h"
 
 namespace terminal {
 namespace {

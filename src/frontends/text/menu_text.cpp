@@ -6,7 +6,7 @@
 #include "text/display_line.h"
 #include "text/format.h"
 #include "ui/row_parts.h"
-#include "ui/strip_bars.h"
+#include "ui/strip_text.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/row_name.h"
-#include "ui/strip_bars.h"
+#include "ui/strip_text.h"
 
 namespace {
 

@@ -6,7 +6,11 @@
 
 #include "ui/memory_pressure_view.h"
 
-// The strip's bars where a row of characters stands in for the picture.
+// The strip where words or a row of characters stand in for the picture.
+
+/// The strip in words, for those who can't see it: "Memory 62 percent used: Ollama Server
+/// 4.1 GB, firefox 312 MB".
+std::string stripDescription(const MemoryPressureView& strip);
 
 /// The letter of the bar at this place, from 0: A, B, C … from the left; "+" beyond Z.
 char barLetter(std::size_t place);
