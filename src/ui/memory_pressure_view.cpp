@@ -1,7 +1,5 @@
 #include "ui/memory_pressure_view.h"
 
-#include "ui/pressure_level.h"
-
 namespace {
 
 constexpr double kInsetX = 10;
@@ -29,6 +27,23 @@ void drawBars(Canvas& canvas, const Rectangle& track, const MemoryPressureView& 
 }
 
 }  // namespace
+
+PressureLevel pressureLevel(double pressure) {
+  if (pressure < 0.55) return PressureLevel::low;
+  return pressure < 0.8 ? PressureLevel::medium : PressureLevel::high;
+}
+
+Color pressureColor(PressureLevel level) {
+  switch (level) {
+    case PressureLevel::low:
+      return {0.2, 0.9, 0.45, 0.35};
+    case PressureLevel::medium:
+      return {0.95, 0.85, 0.2, 0.4};
+    case PressureLevel::high:
+      break;
+  }
+  return {1.0, 0.35, 0.3, 0.45};
+}
 
 double MemoryPressureView::scale() const {
   double sum = 0;

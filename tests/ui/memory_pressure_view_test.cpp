@@ -144,4 +144,25 @@ INSTANTIATE_TEST_SUITE_P(, PressureMarker,
                                          MarkerRow{"All", 1, kRedMarker}),
                          rowName<MarkerRow>);
 
+struct LevelRow {
+  const char* name;
+  double pressure;
+  PressureLevel level;
+};
+
+class PressureLevels : public testing::TestWithParam<LevelRow> {};
+
+TEST_P(PressureLevels, HaveTheirThresholds) {
+  EXPECT_EQ(pressureLevel(GetParam().pressure), GetParam().level);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, PressureLevels,
+                         testing::Values(LevelRow{"None", 0, PressureLevel::low},
+                                         LevelRow{"BelowMedium", 0.549, PressureLevel::low},
+                                         LevelRow{"Medium", 0.55, PressureLevel::medium},
+                                         LevelRow{"BelowHigh", 0.799, PressureLevel::medium},
+                                         LevelRow{"High", 0.8, PressureLevel::high},
+                                         LevelRow{"Full", 1, PressureLevel::high}),
+                         rowName<LevelRow>);
+
 }  // namespace

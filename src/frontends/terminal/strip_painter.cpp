@@ -7,7 +7,6 @@
 #include "frontends/terminal/color_depth.h"
 #include "frontends/terminal/strip_cells.h"
 #include "text/format.h"
-#include "ui/pressure_level.h"
 #include "ui/strip_text.h"
 
 namespace terminal {
