@@ -1,11 +1,11 @@
 #include "frontends/terminal/strip_painter.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 
 #include "frontends/terminal/cell_text.h"
 #include "frontends/terminal/color_depth.h"
-#include "frontends/terminal/strip_cells.h"
 #include "text/format.h"
 #include "ui/strip_text.h"
 
@@ -69,6 +69,25 @@ void paintColored(CellGrid& grid, const MemoryPressureView& strip, const Box& tr
 }
 
 }  // namespace
+
+std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns) {
+  if (columns <= 0) return {};
+  const auto width = static_cast<std::size_t>(columns);
+  std::vector<StripCell> cells(width);
+
+  std::size_t x = 0;
+  for (std::size_t i = 0; i < strip.segments.size() && x < width; ++i) {
+    const std::size_t end = std::min(x + barLength(strip, i, width), width);
+    cells[x].startsBar = true;
+    for (; x < end; ++x) cells[x].segment = i;
+    cells[x - 1].endsBar = true;
+  }
+
+  const auto marked = static_cast<std::size_t>(
+      std::max(1L, std::lround(MemoryPressureView::kMarkerShare * columns)));
+  for (std::size_t i = width - std::min(marked, width); i < width; ++i) cells[i].marker = true;
+  return cells;
+}
 
 void paintStrip(CellGrid& grid, const MemoryPressureView& strip, const Box& box, const Look& look) {
   if (box.height < 1) return;

@@ -1,10 +1,28 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+#include <vector>
+
 #include "frontends/terminal/cell_grid.h"
 #include "frontends/terminal/screen.h"
 #include "ui/memory_pressure_view.h"
 
 namespace terminal {
+
+/// One column of the strip.
+struct StripCell {
+  std::optional<std::size_t> segment;  ///< the bar that covers it; none: empty track
+  bool startsBar = false;
+  bool endsBar = false;
+  bool marker = false;  ///< the pressure marker lies over it
+
+  bool operator==(const StripCell&) const = default;
+};
+
+/// The strip in that many columns: each bar its share of them, rounded down but at least one,
+/// as far as there is room; the marker over the rightmost 8 %, at least one.
+std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns);
 
 /// Draws the strip: bars in the colours of their processes, each begun by its letter. Without
 /// colours each bar is a run of its letter.

@@ -1,4 +1,4 @@
-#include "frontends/terminal/strip_cells.h"
+#include "frontends/terminal/strip_painter.h"
 
 #include <gtest/gtest.h>
 
