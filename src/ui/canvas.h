@@ -49,3 +49,11 @@ class Canvas {
   /// Goes back to the last state that was kept.
   virtual void restoreState() = 0;
 };
+
+/// The dot that ties a process's row to its bar in the strip: an oval in a square picture.
+namespace Dot {
+
+inline constexpr double kSide = 12;            ///< of the picture, in points
+inline constexpr Rectangle kOval{2, 2, 8, 8};  ///< within the picture
+
+}  // namespace Dot

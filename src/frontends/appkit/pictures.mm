@@ -1,7 +1,7 @@
 #include "frontends/appkit/pictures.h"
 
 #include "frontends/appkit/app_kit_canvas.h"
-#include "ui/dot.h"
+#include "ui/canvas.h"
 
 NSImage* halvekBadgeImage(CGFloat side) {
   NSBundle* bundle = [NSBundle mainBundle];

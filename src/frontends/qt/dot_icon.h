@@ -3,8 +3,8 @@
 #include <QByteArray>
 #include <QIcon>
 
+#include "ui/canvas.h"
 #include "ui/color.h"
-#include "ui/dot.h"
 
 inline constexpr int kDotSquare = static_cast<int>(Dot::kSide);
 
