@@ -2,16 +2,20 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QTextDocument>
+#include <QTextLayout>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
 #include "frontends/qt/menu_label.h"
 #include "frontends/qt/pictures.h"
 #include "frontends/qt/qt_text.h"
-#include "frontends/qt/text_box.h"
 
 namespace {
 
@@ -26,6 +30,54 @@ QLabel* iconLabel(const Alert& alert, const QWidget& dialog) {
   label->setPixmap(icon.pixmap(QSize(kIconSize, kIconSize), dialog.devicePixelRatioF()));
   label->setAlignment(Qt::AlignTop);
   return label;
+}
+
+constexpr auto kWrap = QTextOption::WrapAtWordBoundaryOrAnywhere;
+
+/// How high `text` is in lines of `width`; measuring ends once it is more than `limit`.
+double wrappedHeight(const QString& text, const QFont& font, int width, double limit) {
+  double height = 0;
+  for (const QString& paragraph : text.split('\n')) {
+    QTextLayout layout(paragraph, font);
+    QTextOption option;
+    option.setWrapMode(kWrap);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid() && height <= limit;
+         line = layout.createLine()) {
+      line.setLeadingIncluded(true);
+      line.setLineWidth(width);
+      height += line.height();
+    }
+    layout.endLayout();
+    if (height > limit) break;
+  }
+  return height;
+}
+
+/// Text to read and to copy, in a given width: as high as the text needs, up to a limit
+/// from which on it scrolls. Never interprets markup; breaks what has no blanks.
+class TextBox : public QPlainTextEdit {
+ public:
+  TextBox(const QString& text, const QFont& font, int width, int heightLimit);
+};
+
+TextBox::TextBox(const QString& text, const QFont& font, int width, int heightLimit) {
+  setReadOnly(true);
+  setFrameShape(QFrame::NoFrame);
+  setFocusPolicy(Qt::ClickFocus);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setWordWrapMode(kWrap);
+  document()->setDocumentMargin(0);
+  setFont(font);
+  QPalette colors = palette();
+  colors.setColor(QPalette::Base, Qt::transparent);
+  setPalette(colors);
+  setPlainText(text);
+
+  const int wanted = static_cast<int>(std::ceil(wrappedHeight(text, font, width, heightLimit)));
+  setVerticalScrollBarPolicy(wanted > heightLimit ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+  setFixedSize(width, std::min(wanted, heightLimit));
 }
 
 }  // namespace
