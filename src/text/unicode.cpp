@@ -1,13 +1,39 @@
 #include "text/unicode.h"
 
 #include <array>
+#include <cstdint>
 #include <cstring>
 
-#include "text/ascii_prefix.h"
 #include "text/scalar.h"
 
 namespace text {
 namespace {
+
+/// Eight bytes of text as one number: nearly all text is ASCII, and goes eight bytes at a time.
+using EightBytes = std::uint64_t;
+
+/// The same byte in all eight places.
+constexpr EightBytes eightTimes(unsigned char byte) {
+  return EightBytes{0x0101010101010101} * byte;
+}
+
+/// The eight bytes from here on, in the machine's order; all eight are there.
+EightBytes eightBytesAt(const char* position) {
+  EightBytes bytes = 0;
+  std::memcpy(&bytes, position, sizeof bytes);
+  return bytes;
+}
+
+/// How many bytes at the start of a text are ASCII.
+std::size_t asciiPrefixLength(std::string_view text) {
+  std::size_t length = 0;
+  while (length + sizeof(EightBytes) <= text.size() &&
+         (eightBytesAt(text.data() + length) & eightTimes(0x80)) == 0) {
+    length += sizeof(EightBytes);
+  }
+  while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80) ++length;
+  return length;
+}
 
 void lowerAscii(char* text, std::size_t length) {
   std::size_t i = 0;
@@ -62,6 +88,26 @@ std::size_t lengthOfCharacters(std::string_view text, std::size_t count, std::si
 }
 
 }  // namespace
+
+bool isUtf8(std::string_view bytes) {
+  bytes.remove_prefix(asciiPrefixLength(bytes));  // nearly always all of it
+  while (!bytes.empty()) {
+    const Scalar scalar = firstScalar(bytes);
+    if (scalar.value < 0) return false;
+    bytes.remove_prefix(scalar.length);
+  }
+  return true;
+}
+
+std::string repairedUtf8(std::string_view bytes) {
+  std::string repaired;
+  while (!bytes.empty()) {
+    const Scalar scalar = firstScalar(bytes);
+    repaired += scalar.value < 0 ? "\uFFFD" : bytes.substr(0, scalar.length);
+    bytes.remove_prefix(scalar.length);
+  }
+  return repaired;
+}
 
 void appendLowered(std::string_view text, std::string& out) {
   while (!text.empty()) {

@@ -9,6 +9,12 @@
 /// Bytes that are not UTF-8 are passed through unchanged and count as a character each.
 namespace text {
 
+/// Whether the bytes are well-formed UTF-8.
+bool isUtf8(std::string_view bytes);
+
+/// The bytes with U+FFFD for each that is not part of well-formed UTF-8.
+std::string repairedUtf8(std::string_view bytes);
+
 /// Lower case by Unicode's simple mapping, scalar by scalar.
 std::string lowered(std::string_view text);
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "fuzz/fuzzing.h"
-#include "platform/posix/utf8.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
 
@@ -30,7 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view bytes = fuzzing::text(data, size);
 
   const std::string line = text::displayLine(bytes);
-  FUZZ_CHECK(platform::isUtf8(line));
+  FUZZ_CHECK(text::isUtf8(line));
   FUZZ_CHECK(std::none_of(line.begin(), line.end(), isControl));
   for (const char* hidden :
        {"\u0085", "\u2028", "\u2029", "\u202E", "\u2066", "\u200B", "\uFEFF"}) {
@@ -58,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   FUZZ_CHECK(text::characterCount(beginning) == count / 2);
   FUZZ_CHECK(text::characterCount(text::shortened(line, 48, 45)) <= 48);
   FUZZ_CHECK(text::withBytesOutsideUtf8Replaced(bytes, '?').size() == bytes.size());
-  FUZZ_CHECK(platform::isUtf8(platform::repairedUtf8(bytes)));
+  FUZZ_CHECK(text::isUtf8(text::repairedUtf8(bytes)));
   text::lowered(bytes);
   return 0;
 }

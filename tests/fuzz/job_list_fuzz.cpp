@@ -2,11 +2,11 @@
 
 #include "fuzz/fuzzing.h"
 #include "platform/macos/job_list.h"
-#include "platform/posix/utf8.h"
+#include "text/unicode.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   for (const auto& [label, pid] : platform::parseJobList(fuzzing::text(data, size))) {
-    FUZZ_CHECK(platform::isUtf8(label));
+    FUZZ_CHECK(text::isUtf8(label));
     FUZZ_CHECK(label.find('\n') == std::string::npos && label.find('\t') == std::string::npos);
   }
   return 0;

@@ -5,7 +5,7 @@
 
 #include "fuzz/fuzzing.h"
 #include "platform/linux/process_arguments.h"
-#include "platform/posix/utf8.h"
+#include "text/unicode.h"
 #include "tools/joined.h"
 
 namespace {
@@ -28,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   platform::readArguments(block, {executable, comm}, facts);
   FUZZ_CHECK(facts.commandLine == joined(facts.arguments));
   FUZZ_CHECK(std::all_of(facts.arguments.begin(), facts.arguments.end(), [](auto argument) {
-    return !argument.empty() && platform::isUtf8(argument);
+    return !argument.empty() && text::isUtf8(argument);
   }));
   FUZZ_CHECK(!facts.name.empty() || (facts.arguments.empty() && executable.empty()));
 

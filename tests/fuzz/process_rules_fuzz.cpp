@@ -2,17 +2,17 @@
 // writing of the rules in tests/reference. The bytes: arguments with line feeds between them.
 
 #include "fuzz/fuzzing.h"
-#include "platform/posix/utf8.h"
 #include "reference/process_rules.h"
 #include "reference/text_rules.h"
 #include "scanner/process_scanner.h"
+#include "text/unicode.h"
 #include "tools/joined.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes = fuzzing::text(data, size);
   // Only UTF-8 comes from the platform. The reference is slow: longer lines tell nothing new.
   constexpr std::size_t kLongest = 4096;
-  if (size > kLongest || !platform::isUtf8(bytes)) return 0;
+  if (size > kLongest || !text::isUtf8(bytes)) return 0;
   const std::vector<std::string> arguments = fuzzing::split(bytes, '\n');
   const std::string line = joined(arguments);
   const std::string& name = arguments.front();

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -82,6 +84,38 @@ TEST(Shortened, CutsOnlyWhatIsLongerThanTheLimit) {
   EXPECT_EQ(text::shortened("123456", 5, 3), "123…");
   EXPECT_EQ(text::shortened("", 5, 3), "");
   EXPECT_EQ(text::shortened(std::string(kFamily) + "12345", 5, 1), std::string(kFamily) + "…");
+}
+
+using namespace std::string_view_literals;
+
+constexpr std::array kWellFormed{
+    ""sv, "plain"sv, "\0\x7f"sv, "é"sv, "日本"sv, "\U0001F600"sv, "\xf4\x8f\xbf\xbf"sv,
+};
+
+constexpr std::array kIllFormed{
+    "\x80"sv,              // a continuation alone
+    "a\xff"sv,             // never a byte of UTF-8
+    "\xc3"sv,              // cut
+    "\xe6\x97"sv,          // cut
+    "\xc0\xaf"sv,          // longer than needed
+    "\xed\xa0\x80"sv,      // a surrogate
+    "\xf4\x90\x80\x80"sv,  // above U+10FFFF
+    "caf\xe9"sv,           // Latin-1
+};
+
+TEST(Utf8, TellsWellFormedBytesFromOthers) {
+  for (const auto bytes : kWellFormed) EXPECT_TRUE(text::isUtf8(bytes)) << bytes;
+  for (const auto bytes : kIllFormed) {
+    EXPECT_FALSE(text::isUtf8(bytes)) << testing::PrintToString(bytes);
+  }
+}
+
+TEST(Utf8, RepairsOnlyWhatIsIllFormed) {
+  for (const auto bytes : kWellFormed) EXPECT_EQ(text::repairedUtf8(bytes), bytes);
+  EXPECT_EQ(text::repairedUtf8("caf\xe9 日\xff"), "caf\uFFFD 日\uFFFD");
+  for (const auto bytes : kIllFormed) {
+    EXPECT_TRUE(text::isUtf8(text::repairedUtf8(bytes))) << testing::PrintToString(bytes);
+  }
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 #include "platform/linux/file_reader.h"
 #include "platform/linux/home.h"
 #include "platform/linux/unit_file.h"
-#include "platform/posix/utf8.h"
+#include "text/unicode.h"
 
 namespace platform {
 namespace {
@@ -23,7 +23,7 @@ constexpr std::size_t kLongestFile = 64 << 10;
 constexpr std::size_t kMostBytes = 8 << 20;  // of all files together
 
 bool isJobName(std::string_view name) {
-  if (!name.ends_with(kSuffix) || !isUtf8(name)) return false;
+  if (!name.ends_with(kSuffix) || !text::isUtf8(name)) return false;
   const std::string_view label = name.substr(0, name.size() - kSuffix.size());
   return !label.empty() && !label.ends_with('@');
 }

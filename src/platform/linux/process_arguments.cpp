@@ -4,8 +4,8 @@
 #include <string>
 
 #include "platform/posix/argument_list.h"
-#include "platform/posix/utf8.h"
 #include "text/path.h"
+#include "text/unicode.h"
 
 namespace platform {
 namespace {
@@ -91,13 +91,13 @@ void readArguments(std::string_view block, const ProcessOrigin& origin, ProcessF
 
   const std::string_view program = text::lastPathComponent(origin.executable);
   if (facts.arguments.empty()) {
-    facts.name = repairedUtf8(program);
+    facts.name = text::repairedUtf8(program);
     return;
   }
   facts.name = text::lastPathComponent(facts.arguments.front());
   if (!isPoorName(facts.name)) return;
   if (const auto better = program.empty() ? origin.comm : program; !better.empty()) {
-    facts.name = repairedUtf8(better);
+    facts.name = text::repairedUtf8(better);
   }
 }
 

@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cstdint>
 
-#include "platform/posix/utf8.h"
+#include "text/unicode.h"
 
 namespace platform {
 namespace {
@@ -117,7 +117,7 @@ std::optional<std::vector<std::string>> commandWords(std::string_view value) {
     std::string word;
     if (!takeWord(value, word)) return std::nullopt;
     if (isCommand) word.erase(0, std::min(word.find_first_not_of("-@:+!"), word.size()));
-    if (isUtf8(word) && !(isCommand && word.empty())) words.push_back(std::move(word));
+    if (text::isUtf8(word) && !(isCommand && word.empty())) words.push_back(std::move(word));
     isCommand = false;
   }
 }

@@ -5,7 +5,7 @@
 
 #include "platform/linux/blanks.h"
 #include "platform/linux/unit_command.h"
-#include "platform/posix/utf8.h"
+#include "text/unicode.h"
 
 namespace platform {
 namespace {
@@ -80,7 +80,7 @@ ServiceUnit serviceUnit(std::string_view bytes) {
     if (text.starts_with('[')) {
       inService = text == "[Service]";
     } else if (const auto equals = text.find('=');
-               inService && equals != std::string_view::npos && isUtf8(text)) {
+               inService && equals != std::string_view::npos && text::isUtf8(text)) {
       assign(trimmed(text.substr(0, equals)), trimmed(text.substr(equals + 1)), unit);
     }
   }

@@ -1,6 +1,6 @@
 #include "platform/macos/foundation_text.h"
 
-#include "platform/posix/utf8.h"
+#include "text/unicode.h"
 
 namespace platform {
 namespace {
@@ -14,7 +14,7 @@ NSString* decoded(std::string_view bytes) {
 }  // namespace
 
 NSString* nsString(std::string_view text) {
-  return isUtf8(text) ? decoded(text) : decoded(repairedUtf8(text));
+  return text::isUtf8(text) ? decoded(text) : decoded(text::repairedUtf8(text));
 }
 
 std::string utf8String(NSString* text) {

@@ -4,7 +4,7 @@
 #include <string>
 #include <system_error>
 
-#include "platform/posix/utf8.h"
+#include "text/unicode.h"
 
 namespace platform {
 namespace {
@@ -41,7 +41,7 @@ void addJob(std::string_view line, LoadedJobs& jobs) {
 
 LoadedJobs parseJobList(std::string_view output) {
   LoadedJobs jobs;
-  if (!isUtf8(output)) return jobs;
+  if (!text::isUtf8(output)) return jobs;
   bool isHeader = true;
   while (!output.empty()) {
     const std::string_view line = takeUpTo('\n', output);

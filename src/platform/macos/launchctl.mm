@@ -7,7 +7,7 @@
 
 #include "platform/macos/foundation_text.h"
 #include "platform/macos/places.h"
-#include "platform/posix/utf8.h"
+#include "text/unicode.h"
 
 namespace platform {
 namespace {
@@ -46,7 +46,7 @@ LaunchctlReply run(NSTask* task, int output, Clock::time_point deadline) {
     end(task);
     return {-1, "launchctl did not answer in time"};
   }
-  return {[task terminationStatus], isUtf8(*text) ? *text : std::string()};
+  return {[task terminationStatus], text::isUtf8(*text) ? *text : std::string()};
 }
 
 }  // namespace

@@ -14,8 +14,8 @@
 
 #include "platform/macos/argument_block.h"
 #include "platform/macos/process_record.h"
-#include "platform/posix/utf8.h"
 #include "text/path.h"
+#include "text/unicode.h"
 
 namespace platform {
 namespace {
@@ -87,7 +87,7 @@ bool readProcess(std::int32_t pid, ProcessFacts& facts) {
   static std::vector<char> buffer;
   readArgumentBlock(argumentBlock(pid, buffer), facts);
   facts.name = facts.arguments.empty()
-                   ? repairedUtf8(text::lastPathComponent(executablePath(pid)))
+                   ? text::repairedUtf8(text::lastPathComponent(executablePath(pid)))
                    : std::string(text::lastPathComponent(facts.arguments.front()));
   return !facts.name.empty();
 }

@@ -16,6 +16,5 @@ set(MACOS_PLATFORM_SOURCES
   words.cpp
   ../posix/argument_list.cpp
   ../posix/users.cpp
-  ../posix/utf8.cpp
 )
 list(TRANSFORM MACOS_PLATFORM_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/)

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/posix/utf8.h"
 #include "text/byte_limit.h"
+#include "text/unicode.h"
 
 namespace platform {
 void startArguments(ProcessFacts& facts, std::size_t size) {
@@ -23,7 +23,7 @@ void appendArgument(std::string_view argument, ProcessFacts& facts) {
     if (!isFirst) return;
     argument = text::withinBytes(argument, kLongestCommandLine);
   }
-  if (!isUtf8(argument)) return;
+  if (!text::isUtf8(argument)) return;
   if (!isFirst) facts.commandLine += ' ';
   facts.commandLine += argument;
   facts.arguments.push_back(

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/posix/utf8.h"
+#include "text/unicode.h"
 
 namespace platform {
 
@@ -29,7 +29,7 @@ std::optional<std::string> loginName(std::uint32_t uid) {
   }
   if (found == nullptr || found->pw_name == nullptr) return std::nullopt;
   const std::string_view name = found->pw_name;
-  if (name.empty() || !isUtf8(name)) return std::nullopt;
+  if (name.empty() || !text::isUtf8(name)) return std::nullopt;
   return std::string(name);
 }
 
