@@ -52,7 +52,7 @@ Answer ownedByOther(std::int32_t pid, const std::string& owner) {
 
 /// The answer for a process of another user: the same for quit and force quit.
 Answer foreignOwner(std::int32_t pid, std::uint32_t uid) {
-  const std::string name = platform::loginName(uid).value_or("uid " + std::to_string(uid));
+  const std::string name = platform::nameOfUser(uid);
   return uid == 0 || name == "root" ? ownedByRoot(pid) : ownedByOther(pid, name);
 }
 

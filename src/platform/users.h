@@ -13,4 +13,9 @@ std::uint32_t ownUid();
 /// service: ask once per user and scan.
 std::optional<std::string> loginName(std::uint32_t uid);
 
+/// What a user is called: the login name, else "uid 1000".
+inline std::string nameOfUser(std::uint32_t uid) {
+  return loginName(uid).value_or("uid " + std::to_string(uid));
+}
+
 }  // namespace platform

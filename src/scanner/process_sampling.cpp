@@ -16,9 +16,7 @@ double ProcessSampler::physicalFootprintMB() const {
 
 const std::string& ProcessSampler::ownerName() {
   const auto [owner, isNew] = ownerNames_.try_emplace(uid());
-  if (isNew) {
-    owner->second = platform::loginName(uid()).value_or("uid " + std::to_string(uid()));
-  }
+  if (isNew) owner->second = platform::nameOfUser(uid());
   return owner->second;
 }
 
