@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string_view>
+#include <vector>
+
 namespace {
 
 struct Row {
@@ -16,6 +19,14 @@ TEST(LastPathComponent, IsWhatFollowsTheLastSlash) {
       {"//a", "a"}, {"a//b", "b"}, {"a/ ", " "},        {".", "."},
   };
   for (const auto& row : kRows) EXPECT_EQ(text::lastPathComponent(row.path), row.last) << row.path;
+}
+
+TEST(ColonSeparated, LeavesOutWhatIsEmpty) {
+  using Parts = std::vector<std::string_view>;
+  EXPECT_EQ(text::colonSeparated(""), Parts{});
+  EXPECT_EQ(text::colonSeparated("::"), Parts{});
+  EXPECT_EQ(text::colonSeparated("/usr/bin"), Parts{"/usr/bin"});
+  EXPECT_EQ(text::colonSeparated(":/a::b:/c:"), (Parts{"/a", "b", "/c"}));
 }
 
 }  // namespace

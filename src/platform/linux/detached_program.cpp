@@ -6,11 +6,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <string_view>
+
+#include "text/path.h"
 
 namespace platform {
 namespace {
@@ -65,12 +66,11 @@ bool isProgram(const std::string& path) {
 std::string findProgram(const std::string& name) {
   if (name.find('/') != std::string::npos) return isProgram(name) ? name : "";
   const char* variable = std::getenv("PATH");
-  std::string_view folders = variable == nullptr ? "/usr/local/bin:/usr/bin:/bin" : variable;
-  while (!name.empty() && !folders.empty()) {
-    const auto end = std::min(folders.find(':'), folders.size());
-    std::string path = std::string(folders.substr(0, end)) + "/" + name;
-    if (end > 0 && isProgram(path)) return path;
-    folders.remove_prefix(std::min(end + 1, folders.size()));
+  const std::string_view folders = variable == nullptr ? "/usr/local/bin:/usr/bin:/bin" : variable;
+  if (name.empty()) return "";
+  for (const std::string_view folder : text::colonSeparated(folders)) {
+    std::string path = std::string(folder) + "/" + name;
+    if (isProgram(path)) return path;
   }
   return "";
 }

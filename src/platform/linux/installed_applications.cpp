@@ -11,6 +11,7 @@
 
 #include "platform/linux/file_reader.h"
 #include "platform/linux/home.h"
+#include "text/path.h"
 
 namespace platform {
 namespace {
@@ -79,11 +80,8 @@ std::vector<fs::path> applicationFolders() {
   const char* variable = std::getenv("XDG_DATA_DIRS");
   std::string_view shared = variable == nullptr ? "" : variable;
   if (shared.empty()) shared = "/usr/local/share:/usr/share";
-  while (!shared.empty()) {
-    const auto end = std::min(shared.find(':'), shared.size());
-    const fs::path folder = shared.substr(0, end);
+  for (const fs::path folder : text::colonSeparated(shared)) {
     if (folder.is_absolute()) folders.push_back(folder / "applications");
-    shared.remove_prefix(std::min(end + 1, shared.size()));
   }
   return folders;
 }

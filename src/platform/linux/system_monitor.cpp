@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "text/path.h"
+
 namespace platform {
 namespace {
 
@@ -32,13 +34,8 @@ bool belongsTo(const Names& desktops, const DesktopEntry& entry) {
 }  // namespace
 
 std::vector<std::string> desktopNames(std::string_view value) {
-  Names names;
-  while (!value.empty()) {
-    const auto end = std::min(value.find(':'), value.size());
-    if (end > 0) names.emplace_back(value.substr(0, end));
-    value.remove_prefix(std::min(end + 1, value.size()));
-  }
-  return names;
+  const auto names = text::colonSeparated(value);
+  return {names.begin(), names.end()};
 }
 
 std::vector<InstalledApplication> systemMonitors(
