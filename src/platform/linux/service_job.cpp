@@ -194,8 +194,8 @@ class ServiceJob::Talk {
   std::unique_ptr<BusCall> state_;  ///< when it is to stop
   std::unique_ptr<BusCall> order_;
   std::optional<std::string> result_;
-  BusSlot jobRemoved_{nullptr, sd_bus_slot_unref};
-  BusSlot ownerChanged_{nullptr, sd_bus_slot_unref};
+  BusSlot jobRemoved_;
+  BusSlot ownerChanged_;
 };
 
 ServiceJob::ServiceJob(Verb verb, const std::string& label,

@@ -50,7 +50,7 @@ BusMessage BusCall::request(UserBus& bus, const char* destination, const char* p
   sd_bus_message* raw = nullptr;
   const int error =
       sd_bus_message_new_method_call(bus.get(), &raw, destination, path, interface, member);
-  BusMessage call(raw, sd_bus_message_unref);
+  BusMessage call(raw);
   // Asking starts nothing: a manager that does not run has nothing loaded.
   if (error < 0 || sd_bus_message_set_auto_start(raw, 0) < 0 || addArguments(raw) < 0) {
     call.reset();

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/sd_bus_ptr.h"
+
 namespace platform {
 
 /// When the caller wants to go on at the latest.
@@ -20,9 +22,6 @@ struct BusFailure {
   std::string name;  ///< the D-Bus error that was answered, or ""
   std::string text;  ///< in the words of who answered
 };
-
-using BusMessage = std::unique_ptr<sd_bus_message, decltype(&sd_bus_message_unref)>;
-using BusSlot = std::unique_ptr<sd_bus_slot, decltype(&sd_bus_slot_unref)>;
 
 class UserBus;
 
@@ -58,9 +57,9 @@ class BusCall {
                             const std::function<int(sd_bus_message*)>& addArguments);
   static int arrived(sd_bus_message* answer, void* self, sd_bus_error*);
 
-  BusMessage answer_{nullptr, sd_bus_message_unref};
+  BusMessage answer_;
   BusFailure failure_;
-  BusSlot slot_{nullptr, sd_bus_slot_unref};
+  BusSlot slot_;
 };
 
 /// A connection to the user's message bus that never waits unless it is asked to: connecting and
@@ -89,14 +88,11 @@ class UserBus {
   sd_bus* get() const { return bus_.get(); }
 
  private:
-  struct Close {
-    void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
-  };
   explicit UserBus(sd_bus* bus) : bus_(bus) {}
   Progress workOff(const std::function<bool()>& isDone, Deadline deadline, std::size_t most,
                    bool waits, BusFailure& failure);
 
-  std::unique_ptr<sd_bus, Close> bus_;
+  BusPtr bus_;
 };
 
 }  // namespace platform

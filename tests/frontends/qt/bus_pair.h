@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "frontends/qt/bus/sd_bus_ptr.h"
+#include "platform/linux/sd_bus_ptr.h"
 
 /// Two ends of a D-Bus connection without a bus between them: what the code under test
 /// serves on one end, a test calls from the other. Both are worked off by the test.

@@ -6,8 +6,8 @@
 #include <memory>
 #include <string_view>
 
-#include "frontends/qt/bus/sd_bus_ptr.h"
 #include "frontends/qt/exported_menu.h"
+#include "platform/linux/sd_bus_ptr.h"
 #include "ui/memory_pressure_view.h"
 #include "ui/menu.h"
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "frontends/qt/bus/sd_bus_ptr.h"
 #include "frontends/qt/exported_menu.h"
+#include "platform/linux/sd_bus_ptr.h"
 
 /// How the exported menu is written into D-Bus messages. Every function answers what sd-bus
 /// answered: negative when the message could not take it.

@@ -8,7 +8,7 @@
 #include <memory>
 #include <utility>
 
-#include "frontends/qt/bus/sd_bus_ptr.h"
+#include "platform/linux/sd_bus_ptr.h"
 
 /// One connection to the session bus. Nothing here waits for the bus longer than it says:
 /// calls are sent and their answers come by the event loop, so that a bus that stalls or

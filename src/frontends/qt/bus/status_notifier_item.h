@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "frontends/qt/bus/sd_bus_ptr.h"
+#include "platform/linux/sd_bus_ptr.h"
 
 /// The icon as tray hosts ask for it: an org.kde.StatusNotifierItem, served as long as the object
 /// lives.

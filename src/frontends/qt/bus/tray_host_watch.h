@@ -5,8 +5,8 @@
 #include <QTimer>
 #include <string>
 
-#include "frontends/qt/bus/sd_bus_ptr.h"
 #include "frontends/qt/tray_host_kind.h"
+#include "platform/linux/sd_bus_ptr.h"
 
 /// Watches for somebody who shows tray icons: the StatusNotifierWatcher, as long as it says
 /// that a host is registered with it. Registers our icon with it, again with every new

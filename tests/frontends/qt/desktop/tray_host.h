@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "frontends/qt/bus/sd_bus_ptr.h"
 #include "frontends/qt/host_item.h"
+#include "platform/linux/sd_bus_ptr.h"
 
 /// A tray host of the test's own, with its watcher, on the bus of that address: what a panel
 /// is to the program, in the hands of a test.
