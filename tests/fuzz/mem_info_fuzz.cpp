@@ -1,7 +1,7 @@
 // /proc/meminfo.
 
 #include "fuzz/fuzzing.h"
-#include "platform/linux/mem_info.h"
+#include "platform/linux/memory.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes = fuzzing::text(data, size);

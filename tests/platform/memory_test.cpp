@@ -1,9 +1,9 @@
-#include "platform/memory.h"
+#include "platform/linux/memory.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "platform/linux/mem_info.h"
+#include "fakes/row_name.h"
 #include "platform/linux/procfs.h"
 #include "tools/temp_folder.h"
 
@@ -37,6 +37,63 @@ TEST(ReadMemory, BelievesProcFirst) {
   ASSERT_TRUE(reading.inUse);
   EXPECT_EQ(reading.inUse->usedBytes, 3072);
   EXPECT_EQ(reading.inUse->freeBytes, 2048);
+}
+
+struct MemInfoRow {
+  const char* name;
+  const char* text;
+  double total;
+  std::optional<double> used;
+  double free = 0;
+};
+
+constexpr double kKiB = 1024;
+
+class MemoryIn : public testing::TestWithParam<MemInfoRow> {};
+
+TEST_P(MemoryIn, IsWhatTheLinesSay) {
+  const auto& row = GetParam();
+  const auto reading = platform::memoryIn(row.text);
+  EXPECT_EQ(reading.totalBytes, row.total);
+  ASSERT_EQ(reading.inUse.has_value(), row.used.has_value());
+  if (!row.used) return;
+  EXPECT_EQ(reading.inUse->usedBytes, *row.used);
+  EXPECT_EQ(reading.inUse->freeBytes, row.free);
+}
+
+constexpr MemInfoRow kMemInfoRows[] = {
+    {"AnOrdinaryMachine",
+     "MemTotal:       24684468 kB\nMemFree:        20000000 kB\nMemAvailable:   23992984 kB\n"
+     "Buffers:           33100 kB\n",
+     24684468 * kKiB, (24684468 - 23992984) * kKiB, 20000000 * kKiB},
+    {"LinesInAnotherOrder", "MemAvailable: 1 kB\nMemFree: 2 kB\nMemTotal: 3 kB\n", 3 * kKiB,
+     2 * kKiB, 2 * kKiB},
+    {"NoFinalLineFeed", "MemTotal: 9 kB\nMemFree: 2 kB\nMemAvailable: 4 kB", 9 * kKiB, 5 * kKiB,
+     2 * kKiB},
+    {"MoreAvailableThanThereIs", "MemTotal: 3 kB\nMemFree: 2 kB\nMemAvailable: 4 kB\n", 3 * kKiB,
+     0.0, 2 * kKiB},
+    {"NoAvailableLine", "MemTotal: 3 kB\nMemFree: 2 kB\n", 3 * kKiB, std::nullopt},
+    {"NoFreeLine", "MemTotal: 3 kB\nMemAvailable: 2 kB\n", 3 * kKiB, std::nullopt},
+    {"NoTotalLine", "MemFree: 3 kB\nMemAvailable: 2 kB\n", 0, std::nullopt},
+    {"ALongerKeyIsAnotherKey", "MemTotalOfAll: 3 kB\nMemTotal: 5 kB\n", 5 * kKiB, std::nullopt},
+    {"AValueThatIsNoNumber", "MemTotal: many kB\nMemFree: 1 kB\nMemAvailable: 1 kB\n", 0,
+     std::nullopt},
+    {"AValueInOtherUnits", "MemTotal: 3 MB\n", 0, std::nullopt},
+    {"AValueWithoutUnits", "MemTotal: 3\n", 0, std::nullopt},
+    {"AValueTooLargeToTell", "MemTotal: 18446744073709551615 kB\n", 0, std::nullopt},
+    {"AKeyAlone", "MemTotal:\nMemTotal", 0, std::nullopt},
+    {"Nothing", "", 0, std::nullopt},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, MemoryIn, testing::ValuesIn(kMemInfoRows), rowName<MemInfoRow>);
+
+TEST(SwapIsInUse, WhenSomethingIsSwappedOutOrNobodyKnows) {
+  EXPECT_FALSE(platform::isSwapInUse("SwapTotal: 0 kB\nSwapFree: 0 kB\n"));
+  EXPECT_FALSE(platform::isSwapInUse("SwapTotal: 100 kB\nSwapFree: 100 kB\n"));
+  EXPECT_TRUE(platform::isSwapInUse("SwapTotal: 100 kB\nSwapFree: 96 kB\n"));
+  EXPECT_TRUE(platform::isSwapInUse("SwapTotal: 100 kB\n"));
+  EXPECT_TRUE(platform::isSwapInUse("SwapFree: 100 kB\n"));
+  EXPECT_TRUE(platform::isSwapInUse(""));
 }
 
 }  // namespace

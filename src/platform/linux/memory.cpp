@@ -1,9 +1,11 @@
-#include "platform/memory.h"
+#include "platform/linux/memory.h"
 
 #include <sys/sysinfo.h>
 
+#include <algorithm>
+
 #include "platform/linux/file_reader.h"
-#include "platform/linux/mem_info.h"
+#include "platform/linux/proc_table.h"
 #include "platform/linux/procfs.h"
 
 namespace platform {
@@ -17,6 +19,25 @@ double installedBytes() {
 }
 
 }  // namespace
+
+MemoryReading memoryIn(std::string_view memInfo) {
+  const auto total = bytesInTable(memInfo, "MemTotal");
+  const auto available = bytesInTable(memInfo, "MemAvailable");
+  const auto free = bytesInTable(memInfo, "MemFree");
+
+  MemoryReading reading{.totalBytes = static_cast<double>(total.value_or(0))};
+  if (total && available && free) {
+    // A container may be told more available than it has in all.
+    const auto used = *total - std::min(*available, *total);
+    reading.inUse = {static_cast<double>(used), static_cast<double>(*free)};
+  }
+  return reading;
+}
+
+bool isSwapInUse(std::string_view memInfo) {
+  const auto total = bytesInTable(memInfo, "SwapTotal");
+  return !total || total != bytesInTable(memInfo, "SwapFree");
+}
 
 MemoryReading readMemory(const ProcFs& proc) {
   FileReader reader(1 << 20);

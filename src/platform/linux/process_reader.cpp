@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "platform/linux/mem_info.h"
+#include "platform/linux/memory.h"
 #include "platform/linux/pidfd.h"
 #include "platform/linux/process_arguments.h"
 #include "text/hash_combine.h"
