@@ -4,8 +4,7 @@
 #include <optional>
 
 #include "scanner/known_products.h"
-#include "scanner/model_option.h"
-#include "scanner/option_flag.h"
+#include "scanner/options.h"
 #include "scanner/role_classification.h"
 #include "scanner/training_naming.h"
 #include "text/path.h"

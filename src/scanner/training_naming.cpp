@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "scanner/model_option.h"
+#include "scanner/options.h"
 #include "text/contains.h"
 #include "text/path.h"
 #include "text/unicode.h"
