@@ -63,7 +63,7 @@ std::optional<std::string> modelName(Arguments arguments) {
   return std::nullopt;
 }
 
-bool isTrainingScript(std::string_view argument) {
+bool isScriptAboutTraining(std::string_view argument) {
   return argument.ends_with(".py") &&
          text::containsAny(text::lowered(argument),
                            {"train", "finetune", "fine_tune", "sft", "lora", "dpo"});
@@ -87,7 +87,7 @@ FriendlyName trainingName(const CommandLine& line) {
     return {std::move(name), "Fine-tune"};
   }
 
-  const auto script = std::find_if(arguments.begin(), arguments.end(), isTrainingScript);
+  const auto script = std::find_if(arguments.begin(), arguments.end(), isScriptAboutTraining);
   if (script != arguments.end()) return training(text::lastPathComponent(*script));
   if (line.has("torchrun")) return training("torchrun");
   if (line.has("accelerate")) return training("accelerate");
