@@ -15,7 +15,13 @@ struct VordaLaunchAgent;
 /// Finds, recognises and names the machine's processes. Every decision is a fixed list of
 /// plain text tests over live process signals; the first test that fires decides. All of
 /// it but scan() is pure, and none of it fails: what can't be read is left out.
+///
+/// These signatures are fixed: other tools compile against them. The program itself calls scan(),
+/// which takes the same steps over views (role_classification.h, training_detection.h,
+/// friendly_naming.h, options.h) and reads a command line once for all of them.
 namespace ProcessScanner {
+
+// Which processes are listed: process_scan.cpp.
 
 /// The processes that the menu shows: AI workloads of any size and owner, and the user's
 /// own ordinary processes of at least `minMemMB` MiB; never the program itself. Training
@@ -26,6 +32,8 @@ std::vector<VordaProcess> scan(double minMemMB);
 /// The same for a caller that has asked already what starts by itself: `agents` are all that
 /// LaunchAgentScanner::scan() has found, for the labels of those that run as a process.
 std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> agents);
+
+// What a process is: role_classification.cpp, training_detection.cpp.
 
 /// The role of a process, from its executable name (or path), its arguments and its
 /// command line. Training is tested before inference, so a training run that mentions a
@@ -42,11 +50,7 @@ bool isTrainingProcess(std::string_view exe, std::string_view lower,
 /// Executables that only launch or wrap a workload; their processes have no role.
 const std::set<std::string_view>& wrapperExecutables();
 
-/// The value given with any of the options `names`: "--opt value" or "--opt=value". The
-/// earliest argument that matches wins, whatever the order of the names; the value may be
-/// empty ("--opt="). An option that stands last without a value is passed over.
-std::optional<std::string> flag(std::span<const std::string> arguments,
-                                std::span<const std::string_view> names);
+// What it is called: friendly_naming.cpp, model_name.cpp, options.cpp.
 
 /// What a process is called.
 struct FriendlyName {
@@ -62,6 +66,14 @@ FriendlyName friendlyName(std::span<const std::string> cmdline, std::string_view
 /// the endings of weight files, blanks for "_" and "-", at most 48 characters;
 /// "Unknown model" when nothing is left.
 std::string basenameModel(std::string_view model);
+
+/// The value given with any of the options `names`: "--opt value" or "--opt=value". The
+/// earliest argument that matches wins, whatever the order of the names; the value may be
+/// empty ("--opt="). An option that stands last without a value is passed over.
+std::optional<std::string> flag(std::span<const std::string> arguments,
+                                std::span<const std::string_view> names);
+
+// What of its command line is hidden: credentials/.
 
 /// The command line with every option named like a credential, and its value, replaced by
 /// one and the same text.
