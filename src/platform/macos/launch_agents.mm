@@ -1,4 +1,4 @@
-#include "platform/launch_agents.h"
+#include "platform/macos/launch_agents.h"
 
 #import <Foundation/Foundation.h>
 #include <unistd.h>
@@ -13,8 +13,6 @@
 
 namespace platform {
 namespace {
-
-constexpr std::chrono::seconds kListLimit(2);
 
 void addJobFiles(NSString* folder, std::vector<JobFile>& files) {
   NSArray* names = [[NSFileManager defaultManager] contentsOfDirectoryAtPath:folder error:NULL];
@@ -42,19 +40,33 @@ std::vector<JobFile> jobFiles() {
 }
 
 std::optional<JobAnswer> loadedJobs(std::span<const JobFile>) {
+  return loadedJobs(kListLimit);
+}
+
+std::optional<JobAnswer> loadedJobs(std::chrono::milliseconds limit) {
   const std::uint64_t askedAt = processClock();
-  const auto reply = runLaunchctl({"list"}, Capture::everything, Clock::now() + kListLimit);
+  const auto reply = runLaunchctl({"list"}, Capture::everything, Clock::now() + limit);
   return JobAnswer{reply.status == 0 ? parseJobList(reply.text) : LoadedJobs(), askedAt};
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path) {
+  return stopAttempts(label, path, kActionLimit);
+}
+
+std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path,
+                                         std::chrono::milliseconds limit) {
   const std::string user = domain();
   return launchctlAttempts(
-      {{"bootout", user + "/" + label}, {"bootout", user, path}, {"unload", path}}, kActionLimit);
+      {{"bootout", user + "/" + label}, {"bootout", user, path}, {"unload", path}}, limit);
 }
 
 std::vector<ServiceAttempt> startAttempts(const std::string&, const std::string& path) {
-  return launchctlAttempts({{"bootstrap", domain(), path}, {"load", path}}, kActionLimit);
+  return startAttempts(path, kActionLimit);
+}
+
+std::vector<ServiceAttempt> startAttempts(const std::string& path,
+                                          std::chrono::milliseconds limit) {
+  return launchctlAttempts({{"bootstrap", domain(), path}, {"load", path}}, limit);
 }
 
 }  // namespace platform

@@ -8,9 +8,6 @@
 
 namespace platform {
 
-/// What a user waits for the stopping or starting of a job, all attempts taken together.
-inline constexpr std::chrono::seconds kActionLimit{10};
-
 /// The arguments of one run of launchctl.
 using LaunchctlCommand = std::vector<std::string>;
 

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/launch_agents.h"
+
+namespace platform {
+
+/// How long launchctl is waited for when it is asked which jobs are loaded.
+inline constexpr std::chrono::seconds kListLimit{2};
+/// What a user waits for the stopping or starting of a job, all attempts taken together.
+inline constexpr std::chrono::seconds kActionLimit{10};
+
+/// The same as without a limit, for a caller who waits longer or less long.
+std::optional<JobAnswer> loadedJobs(std::chrono::milliseconds limit);
+std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path,
+                                         std::chrono::milliseconds limit);
+std::vector<ServiceAttempt> startAttempts(const std::string& path, std::chrono::milliseconds limit);
+
+}  // namespace platform
