@@ -22,6 +22,13 @@ class ProcessScan : public testing::Test {
     for (const auto& process : scan(minMemMB)) result.push_back(process.pid);
     return result;
   }
+
+  /// The scan of a machine that has one process to be listed.
+  static VordaProcess onlyProcess(double minMemMB = 0) {
+    const auto processes = scan(minMemMB);
+    EXPECT_EQ(processes.size(), 1U);
+    return processes.size() == 1 ? processes.front() : VordaProcess{};
+  }
 };
 
 TEST_F(ProcessScan, OfAnEmptyMachineIsEmpty) {
@@ -111,7 +118,7 @@ TEST_F(ProcessScan, KeepsTheUsersOwnOrdinaryProcessesFromTheThresholdOn) {
                          {.pid = 2, .arguments = {"b"}, .footprintMB = 199.999},
                          {.pid = 3, .arguments = {"c"}, .footprintMB = 200.0}};
   EXPECT_THAT(pids(200), ElementsAre(3));
-  EXPECT_FALSE(scan(200)[0].isProtected);
+  EXPECT_FALSE(onlyProcess(200).isProtected);
 }
 
 TEST_F(ProcessScan, LeavesOutOthersOrdinaryProcesses) {
@@ -149,7 +156,7 @@ TEST_F(ProcessScan, CountsUnreadableMemoryAsNone) {
   machine().processes = {{.pid = 1, .arguments = {"vllm"}, .footprintMB = std::nullopt},
                          {.pid = 2, .arguments = {"a"}, .footprintMB = std::nullopt}};
   EXPECT_THAT(pids(0.1), ElementsAre(1));
-  EXPECT_EQ(scan(0.1)[0].memMB, 0);
+  EXPECT_EQ(onlyProcess(0.1).memMB, 0);
   EXPECT_THAT(pids(0), ElementsAre(1, 2));
 }
 
@@ -167,7 +174,7 @@ TEST_F(ProcessScan, CountsAnUnknownOwnerAsTheSuperuser) {
 
 TEST_F(ProcessScan, NamesAnOwnerWithoutLoginByNumber) {
   machine().processes = {{.pid = 1, .arguments = {"vllm"}, .effectiveUid = 501}};
-  EXPECT_EQ(scan(0)[0].ownerName, "uid 501");
+  EXPECT_EQ(onlyProcess().ownerName, "uid 501");
 }
 
 TEST_F(ProcessScan, PutsTrainingFirstAndTheLargerFirst) {
@@ -233,13 +240,13 @@ TEST_F(ProcessScan, MatchesAPidOnlyToWhoHadItWhenTheManagerWasAsked) {
                                            {501, false},
                                            {{}, false}}) {
     machine().processes[0].startTime = startTime;
-    EXPECT_EQ(scan(0)[0].matchedAgents.size(), matches ? 1U : 0U) << startTime.value_or(0);
+    EXPECT_EQ(onlyProcess().matchedAgents.size(), matches ? 1U : 0U) << startTime.value_or(0);
   }
 }
 
 TEST_F(ProcessScan, StoresNoSecret) {
   machine().processes = {{.pid = 7, .arguments = {"python", "serve.py", "--token", "abc123"}}};
-  EXPECT_EQ(scan(0)[0].commandLine, "python serve.py --api-key •••");
+  EXPECT_EQ(onlyProcess().commandLine, "python serve.py --api-key •••");
 }
 
 TEST_F(ProcessScan, NamesTheProcessByItsArgumentsElseByItsExecutable) {
