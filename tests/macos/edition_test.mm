@@ -25,6 +25,12 @@ TEST_F(Edition, IsAnAccessoryWithATitleAndAMenu) {
   });
 }
 
+TEST_F(Edition, IsAnAccessoryBeforeItHasAStatusItem) {
+  whileRunning([] {
+    EXPECT_EQ(appkit::record().policyAtStatusItem, NSApplicationActivationPolicyAccessory);
+  });
+}
+
 TEST_F(Edition, HasNoControllerBeforeItHasLaunched) {
   AppDelegate* fresh = [[[AppDelegate alloc] init] autorelease];
   EXPECT_EQ([fresh statusController], nullptr);

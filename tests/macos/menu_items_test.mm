@@ -86,6 +86,7 @@ TEST_F(MenuItems, DotIsAnOvalOfItsColor) {
   RecordingCanvas canvas;
   canvas.fillOval({2, 2, 8, 8}, color);
   EXPECT_EQ(appkit::drawingIn(image), canvas.commands);
+  EXPECT_FALSE([image isTemplate]) << "it keeps its color";
   EXPECT_EQ([only({.title = "a"}) image], nil);
 }
 

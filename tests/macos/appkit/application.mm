@@ -130,6 +130,7 @@ NSWindow* onScreen = nil;
 
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy {
   activationPolicy_ = activationPolicy;
+  appkit::record().activationPolicy = static_cast<int>(activationPolicy);
   return YES;
 }
 

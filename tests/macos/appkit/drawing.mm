@@ -169,6 +169,14 @@ std::string words(NSRect rect) {
   return self;
 }
 
+- (BOOL)isTemplate {
+  return isTemplate_;
+}
+
+- (void)setTemplate:(BOOL)isTemplate {
+  isTemplate_ = isTemplate;
+}
+
 - (instancetype)initWithContentsOfURL:(NSURL*)url {
   if (![[NSData dataWithContentsOfURL:url] length]) {
     [self release];

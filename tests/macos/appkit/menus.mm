@@ -155,6 +155,7 @@ NSMutableArray* inStatusBar() {
   [item setLength:length];
   [inStatusBar() addObject:item];
   ++appkit::record().statusItems;
+  appkit::record().policyAtStatusItem = appkit::record().activationPolicy;
   return item;
 }
 

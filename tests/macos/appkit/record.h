@@ -39,6 +39,8 @@ struct Record {
   std::vector<std::string> openedUrls;
   std::vector<std::string> drawing;  ///< as RecordingCanvas writes it down
   std::vector<AddedTimer> timers;
+  std::optional<int> activationPolicy;    ///< NSApplicationActivationPolicy; none: as it was
+  std::optional<int> policyAtStatusItem;  ///< what it was when a status item came
   int trackingsCancelled = 0;
   int activations = 0;
   int terminations = 0;

@@ -43,6 +43,7 @@
 
 @interface NSImage : NSObject {
   NSSize size_;
+  BOOL isTemplate_;
  @public
   NSURL* url_;
   NSMutableArray* drawing_;
@@ -50,6 +51,8 @@
 @property NSSize size;
 - (instancetype)initWithSize:(NSSize)size;
 - (instancetype)initWithContentsOfURL:(NSURL*)url;
+- (BOOL)isTemplate;
+- (void)setTemplate:(BOOL)isTemplate;
 - (void)lockFocus;
 - (void)unlockFocus;
 @end
