@@ -43,6 +43,11 @@ std::size_t ScriptedFrontEnd::pendingWork() const {
       std::count_if(work_.begin(), work_.end(), [](const auto& work) { return !work->cancelled; }));
 }
 
+void ScriptedFrontEnd::cancelTracking() {
+  ++trackingsCancelled;
+  if (whenTrackingIsCancelled) whenTrackingIsCancelled();
+}
+
 int ScriptedFrontEnd::runModal(const Alert& alert) {
   alerts.push_back(alert);
   if (whileAlertIsOpen) whileAlertIsOpen(alert);

@@ -23,6 +23,8 @@ class ScriptedFrontEnd : public FrontEnd {
   std::deque<int> answers;           ///< taken one an alert; none left: the first button
   /// Runs while an alert is open: a test can change the machine meanwhile.
   std::function<void(const Alert&)> whileAlertIsOpen;
+  /// Runs when the menu is told to close.
+  std::function<void()> whenTrackingIsCancelled;
 
   /// Winds the clock on; runs what is due, in the order of its time.
   void advance(double seconds);
@@ -34,7 +36,7 @@ class ScriptedFrontEnd : public FrontEnd {
   void menuRebuilt(std::shared_ptr<const Menu>) override { ++menusBuilt; }
   void stripChanged(const MemoryPressureView&) override { ++stripChanges; }
   void setNotice(const std::string& text) override { notices.push_back(text); }
-  void cancelTracking() override { ++trackingsCancelled; }
+  void cancelTracking() override;
   int runModal(const Alert& alert) override;
   std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;
   std::shared_ptr<ScheduledWork> after(double seconds, std::function<void()> work) override;

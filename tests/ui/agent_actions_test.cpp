@@ -62,6 +62,24 @@ TEST_F(AgentActions, UnloadThatFailsIsToldAndSamplesAllTheSame) {
   expectClosedAndSampled(3);
 }
 
+TEST_F(AgentActions, UnloadClosesTheMenuThenSamples) {
+  start();
+  noteOrder();
+  unload();
+  EXPECT_THAT(order(), ElementsAre("Unload hermes?: sampled 1, built 1",
+                                   "close: sampled 1, built 1", "end: sampled 2, built 2"));
+}
+
+TEST_F(AgentActions, UnloadThatFailsIsToldThenClosesTheMenuThenSamples) {
+  failToStop();
+  start();
+  noteOrder();
+  unload();
+  EXPECT_THAT(order(),
+              ElementsAre("Unload hermes?: sampled 1, built 1", "Failed: sampled 1, built 1",
+                          "close: sampled 1, built 1", "end: sampled 2, built 2"));
+}
+
 TEST_F(AgentActions, UnloadReplacesTheSamplesThatFollowAnEarlierAction) {
   start();
   unload();
@@ -160,6 +178,16 @@ TEST_F(AgentLoad, ThatFailsIsToldAndSamplesAllTheSame) {
   load();
   EXPECT_THAT(frontEnd_.alerts, ElementsAre(Alerts::notice("Failed", "Failed to load hermes")));
   expectClosedAndSampled(0);
+}
+
+TEST_F(AgentLoad, ThatFailsMovesTheStripOnlyOfAMenuThatStaysOpen) {
+  machine().startReplies = {{1, "already loaded"}};
+  start();
+  openMenu();
+  const int built = frontEnd_.menusBuilt;
+  load();
+  EXPECT_EQ(frontEnd_.menusBuilt, built);
+  EXPECT_EQ(frontEnd_.stripChanges, 1);
 }
 
 /// Two agents, hermes and ollama, and a manager that takes its time.

@@ -42,6 +42,18 @@ class ControllerTest : public testing::Test {
   }
   void closeMenu() { controller().menuDidClose(); }
 
+  /// From now on order() tells of each alert and each closing of the menu, with how often the
+  /// machine had been sampled and the menu built by then.
+  void noteOrder() {
+    frontEnd_.whileAlertIsOpen = [this](const Alert& alert) { note(alert.messageText); };
+    frontEnd_.whenTrackingIsCancelled = [this] { note("close"); };
+  }
+  /// As above, and at last how it is now.
+  std::vector<std::string> order() {
+    note("end");
+    return order_;
+  }
+
   std::vector<std::string> titles() const {
     std::vector<std::string> result;
     for (const MenuItem& item : menu().items) result.push_back(item.title);
@@ -79,6 +91,11 @@ class ControllerTest : public testing::Test {
   std::optional<StatusBarController> controller_;
 
  private:
+  void note(const std::string& what) {
+    order_.push_back(what + ": sampled " + std::to_string(machine().pidListings) + ", built " +
+                     std::to_string(frontEnd_.menusBuilt));
+  }
+
   template <typename Predicate>
   static const MenuItem& find(const std::vector<MenuItem>& items, Predicate matches) {
     static const MenuItem kNone;
@@ -87,4 +104,6 @@ class ControllerTest : public testing::Test {
     ADD_FAILURE() << "no such item in the menu";
     return kNone;
   }
+
+  std::vector<std::string> order_;
 };

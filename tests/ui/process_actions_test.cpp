@@ -125,6 +125,39 @@ TEST_F(ProcessActions, QuitThatFailsIsExplainedAndFollowedByOneSample) {
   EXPECT_EQ(frontEnd_.pendingWork(), 1U);  // the timer alone
 }
 
+TEST_F(ProcessActions, QuitThatFailsMovesAnOpenMenusStripOnly) {
+  machine().find(7)->signalError = EPERM;
+  start();
+  openMenu();
+  const int built = frontEnd_.menusBuilt;
+  choose(7, Action::quitProcess);
+  EXPECT_EQ(frontEnd_.menusBuilt, built);
+  EXPECT_EQ(frontEnd_.stripChanges, 1);
+}
+
+TEST_F(ProcessActions, QuitClosesTheMenuBeforeItIsBuiltAnew) {
+  start();
+  noteOrder();
+  choose(7, Action::quitProcess);
+  EXPECT_THAT(order(), ElementsAre("close: sampled 1, built 1", "end: sampled 1, built 2"));
+}
+
+TEST_F(ProcessActions, QuitThatFailsIsExplainedBeforeItIsSampled) {
+  machine().find(7)->signalError = EPERM;
+  start();
+  noteOrder();
+  choose(7, Action::quitProcess);
+  EXPECT_THAT(order(), ElementsAre("Failed: sampled 1, built 1", "end: sampled 2, built 2"));
+}
+
+TEST_F(ProcessActions, ForceQuitClosesTheMenuBeforeItIsBuiltAnew) {
+  start();
+  noteOrder();
+  choose(7, Action::forceProcess);
+  EXPECT_THAT(order(), ElementsAre("Force Quit?: sampled 1, built 1", "close: sampled 1, built 1",
+                                   "end: sampled 1, built 2"));
+}
+
 TEST_F(ProcessActions, AProcessThatEndedAfterAFailureGoesAtOnce) {
   machine().find(7)->signalError = EPERM;
   frontEnd_.whileAlertIsOpen = [](const Alert&) {
@@ -291,6 +324,7 @@ TEST_F(ProcessActions, DetailsTellOfTheProcessAsItWasInTheMenu) {
 }
 
 TEST_F(ProcessActions, DockerHelpOpensDockerAndSaysWhereToQuitIt) {
+  frontEnd_.whileAlertIsOpen = [](const Alert&) { EXPECT_EQ(machine().dockerDesktopOpened, 1); };
   start();
   chooseOther({.action = Action::openDockerHelp});
   EXPECT_EQ(machine().dockerDesktopOpened, 1);
