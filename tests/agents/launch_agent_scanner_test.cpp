@@ -87,6 +87,21 @@ TEST_F(LaunchAgentScan, KeepsTheUsersRecordFirstWhenBothFoldersHoldALabel) {
   EXPECT_EQ(agents[1].plistPath, "/etc/unit");
 }
 
+// A sort that is not stable keeps the order of few.
+TEST_F(LaunchAgentScan, KeepsTheFoldersOrderAmongManyOfOneLabel) {
+  std::vector<std::string> expected;
+  for (const auto* label : {"ollama", "sync"}) {
+    for (int i = 0; i < 100; ++i) expected.push_back(label + std::to_string(i));
+  }
+  for (int i = 0; i < 100; ++i) {
+    machine().jobFiles.push_back({"sync", "sync" + std::to_string(i), {}, false});
+    machine().jobFiles.push_back({"ollama", "ollama" + std::to_string(i), {}, false});
+  }
+  std::vector<std::string> paths;
+  for (const auto& agent : LaunchAgentScanner::scan()) paths.push_back(agent.plistPath);
+  EXPECT_EQ(paths, expected);
+}
+
 TEST_F(LaunchAgentScan, FindsEachWordOfAIToolingInAnyCase) {
   for (const auto* word : {"hermes", "llama", "mlx", "ollama", "brevik", "zentho", "docker",
                            "halvek", "gateway", "GateWay", "com.DOCKER.helper"}) {

@@ -68,6 +68,7 @@ TEST(CharacterCount, CountsWhatAReaderSees) {
   EXPECT_EQ(text::characterCount("\r\n"), 1U);
   EXPECT_EQ(text::characterCount("각한글"), 3U);
   EXPECT_EQ(text::characterCount("a\xFF\xFE"), 3U);
+  EXPECT_EQ(text::characterCount("🇩🇪\xFF🇩🇪"), 3U) << "a bad byte ends what came before";
 }
 
 TEST(FirstCharacters, NeverSplitsACharacter) {

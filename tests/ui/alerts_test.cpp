@@ -27,15 +27,15 @@ TEST_P(Notification, IsShownForFailuresAlone) {
 
 INSTANTIATE_TEST_SUITE_P(
     , Notification,
-    testing::Values(TitleRow{"Failed", "Failed", true},
-                    TitleRow{"CannotForceQuit", "Cannot force quit", true},
-                    TitleRow{"ProtectedProcess", "Protected process", true},
-                    TitleRow{"FailInside", "It has FAILed", true},
-                    TitleRow{"ProtectInside", "unPROTECTED", true},
-                    TitleRow{"CannotInside", "We CANNOT", true}, TitleRow{"Quit", "Quit", false},
-                    TitleRow{"ForceQuit", "Force Quit", false}, TitleRow{"Unload", "Unload", false},
-                    TitleRow{"Load", "Load", false}, TitleRow{"Empty", "", false},
-                    TitleRow{"AlmostFail", "Fai led", false}),
+    testing::Values(
+        TitleRow{"Failed", "Failed", true}, TitleRow{"CannotForceQuit", "Cannot force quit", true},
+        TitleRow{"ProtectedProcess", "Protected process", true},
+        TitleRow{"Failure", "Failure", true}, TitleRow{"Protection", "Protection", true},
+        TitleRow{"FailInside", "It has FAILed", true},
+        TitleRow{"ProtectInside", "unPROTECTED", true}, TitleRow{"CannotInside", "We CANNOT", true},
+        TitleRow{"Quit", "Quit", false}, TitleRow{"ForceQuit", "Force Quit", false},
+        TitleRow{"Unload", "Unload", false}, TitleRow{"Load", "Load", false},
+        TitleRow{"Empty", "", false}, TitleRow{"AlmostFail", "Fai led", false}),
     rowName<TitleRow>);
 
 class AlertsTest : public testing::Test {

@@ -158,6 +158,14 @@ TEST_F(MenuConstructionTest, SortsByMemoryAndKeepsTheScansOrderAmongEquals) {
   EXPECT_THAT(pids(kTop), ElementsAre(2, 4, 1, 3));
 }
 
+// A sort that is not stable keeps the order of few.
+TEST_F(MenuConstructionTest, KeepsTheScansOrderAmongManyEquals) {
+  for (int pid = 100; pid > 0; --pid) processes_.push_back(process(pid, 60));
+  const auto shown = pids(kTop);
+  ASSERT_GT(shown.size(), 5U);
+  for (std::size_t i = 0; i < shown.size(); ++i) EXPECT_EQ(shown[i], 100 - static_cast<int>(i));
+}
+
 struct LimitRow {
   const char* name;
   LabRole role;
