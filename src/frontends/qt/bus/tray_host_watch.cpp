@@ -49,7 +49,8 @@ std::optional<bool> lists(sd_bus_message* reply, std::string_view icon) {
 
 }  // namespace
 
-TrayHostWatch::TrayHostWatch(sd_bus* bus) : bus_(bus) {
+TrayHostWatch::TrayHostWatch(sd_bus* bus, const TrayHostTimes& times)
+    : bus_(bus), times_(times), pause_(times.firstPause) {
   const char* name = nullptr;
   if (sd_bus_get_unique_name(bus, &name) >= 0) icon_ = name;
   for (QTimer* timer : {&nextLook_, &patience_, &again_}) timer->setSingleShot(true);
@@ -110,7 +111,7 @@ void TrayHostWatch::forgetIcon() {
   registered_ = false;
   listed_ = false;
   missing_ = Missing::no;
-  pause_ = kFirstPause;
+  pause_ = times_.firstPause;
   patience_.stop();
   again_.stop();
 }
@@ -119,7 +120,8 @@ void TrayHostWatch::lookSoon() {
   if (question_ != nullptr) {
     lookAgain_ = true;
   } else if (!nextLook_.isActive()) {
-    nextLook_.start(static_cast<int>(std::max<qint64>(0, kBetweenLooks - sinceLook_.elapsed())));
+    nextLook_.start(
+        static_cast<int>(std::max<qint64>(0, times_.betweenLooks - sinceLook_.elapsed())));
   }
 }
 
@@ -210,7 +212,7 @@ int TrayHostWatch::iconRegistered(sd_bus_message* reply, void* self, sd_bus_erro
   // It may take its time to list the icon. Whether it has is looked at when that is over, too.
   if (watch(self)->missing_ == Missing::no) {
     watch(self)->missing_ = Missing::forAMoment;
-    watch(self)->patience_.start(kPatience);
+    watch(self)->patience_.start(watch(self)->times_.patience);
   }
   if (watch(self)->missing_ == Missing::forAMoment) watch(self)->settle(true);
   watch(self)->ask("RegisteredStatusNotifierItems", &TrayHostWatch::itemsAnswered);
@@ -237,11 +239,11 @@ void TrayHostWatch::iconIsListed() {
 }
 
 void TrayHostWatch::iconIsMissing() {
-  if (listed_ && sinceListed_.elapsed() >= kLongestPause) pause_ = kFirstPause;
+  if (listed_ && sinceListed_.elapsed() >= times_.longestPause) pause_ = times_.firstPause;
   listed_ = false;
   if (missing_ == Missing::no) {
     missing_ = Missing::forAMoment;
-    patience_.start(kPatience);
+    patience_.start(times_.patience);
   }
   if (missing_ == Missing::forTooLong) settle(false);
   registerAgainLater();
@@ -250,7 +252,7 @@ void TrayHostWatch::iconIsMissing() {
 void TrayHostWatch::registerAgainLater() {
   if (again_.isActive()) return;
   again_.start(pause_);
-  pause_ = std::min(2 * pause_, kLongestPause);
+  pause_ = std::min(2 * pause_, times_.longestPause);
 }
 
 void TrayHostWatch::settle(bool shown) {

@@ -8,29 +8,29 @@
 #include "frontends/qt/tray_host_kind.h"
 #include "platform/linux/sd_bus_ptr.h"
 
+/// What a TrayHostWatch waits for, in milliseconds.
+struct TrayHostTimes {
+  int betweenLooks = 100;
+  int patience = 3000;       ///< how long the icon may be missing from the list
+  int firstPause = 250;      ///< before an icon that was dropped is registered again
+  int longestPause = 30000;  ///< the pause doubles up to this
+};
+
 /// Watches for somebody who shows tray icons: the StatusNotifierWatcher, as long as it says
 /// that a host is registered with it. Registers our icon with it, again with every new
 /// watcher, and again whenever the watcher has dropped it from its list.
 ///
 /// Only the bus and the watcher's owner are believed. However many signals come, the watcher
-/// is asked once in kBetweenLooks.
+/// is asked once in TrayHostTimes::betweenLooks.
 class TrayHostWatch : public QObject {
   Q_OBJECT
 
  public:
-  /// Milliseconds.
-  ///@{
-  static constexpr int kBetweenLooks = 100;
-  static constexpr int kPatience = 3000;   ///< how long the icon may be missing from the list
-  static constexpr int kFirstPause = 250;  ///< before an icon that was dropped is registered again
-  static constexpr int kLongestPause = 30000;  ///< the pause doubles up to this
-  ///@}
-
   /// The icon is served on this bus, which has greeted back.
-  explicit TrayHostWatch(sd_bus* bus);
+  explicit TrayHostWatch(sd_bus* bus, const TrayHostTimes& times = {});
 
   /// Whether a host is there and has been told of the icon, and has not dropped it for longer
-  /// than kPatience.
+  /// than TrayHostTimes::patience.
   bool hostShowsIcon() const { return hostShowsIcon_; }
   /// Whether the watcher has been heard, or there is none: before, nothing is known.
   bool decided() const { return decided_; }
@@ -69,6 +69,7 @@ class TrayHostWatch : public QObject {
   static int itemsAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
 
   sd_bus* bus_;
+  TrayHostTimes times_;
   std::string icon_;     // the unique bus name that it is served on
   std::string watcher_;  // the watcher's unique bus name; "" for none or not known yet
   bool watcherIsGone_ = false;
@@ -78,7 +79,7 @@ class TrayHostWatch : public QObject {
   bool registered_ = false;  // with the present watcher
   bool listed_ = false;      // by it, when it was asked last
   Missing missing_ = Missing::no;
-  int pause_ = kFirstPause;
+  int pause_;
 
   BusSlot watcherMatch_;
   BusSlot signalMatch_;

@@ -109,14 +109,13 @@ void TrayHost::setHostRegistered(bool registered) {
                      "");
 }
 
-bool TrayHost::eventually(const std::function<bool()>& done) {
+bool TrayHost::eventually(const std::function<bool()>& done, std::chrono::microseconds moment) {
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
   while (!done()) {
     if (std::chrono::steady_clock::now() > deadline) return false;
     while (sd_bus_process(bus_.get(), nullptr) > 0) {
     }
-    constexpr std::uint64_t kMoment = 20000;  // microseconds
-    sd_bus_wait(bus_.get(), kMoment);
+    sd_bus_wait(bus_.get(), static_cast<std::uint64_t>(moment.count()));
   }
   return true;
 }

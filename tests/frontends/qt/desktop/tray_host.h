@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -40,8 +41,10 @@ class TrayHost {
   int registrations() const { return registrations_; }
   int looks() const { return looks_; }
 
-  /// Answers what comes in, until `done` is true: false when it is not after a minute.
-  bool eventually(const std::function<bool()>& done);
+  /// Answers what comes in, until `done` is true: false when it is not after a minute. Where
+  /// nothing comes it looks once in a `moment`.
+  bool eventually(const std::function<bool()>& done,
+                  std::chrono::microseconds moment = std::chrono::milliseconds(20));
   /// Answers what comes in, for so many seconds.
   void pumpFor(double seconds);
 

@@ -1,0 +1,140 @@
+// What is made of tray hosts that lose the icon, list none, or are none. Their own times are long:
+// here the watch runs within the test, on a real bus, ten times as fast.
+#include "frontends/qt/bus/tray_host_watch.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <chrono>
+#include <memory>
+
+#include "frontends/qt/desktop/tray_host.h"
+#include "tools/background_program.h"
+#include "tools/temp_folder.h"
+
+namespace {
+
+constexpr const char* kWatcher = "org.kde.StatusNotifierWatcher";
+constexpr const char* kWatcherPath = "/StatusNotifierWatcher";
+constexpr TrayHostTimes kTimes{
+    .betweenLooks = 10, .patience = 300, .firstPause = 25, .longestPause = 3000};
+
+/// The timers' event loop.
+void ensureApplication() {
+  static int count = 0;
+  static const QCoreApplication application(count, nullptr);
+}
+
+BusPtr connected(const std::string& address) {
+  sd_bus* bus = nullptr;
+  EXPECT_GE(sd_bus_new(&bus), 0);
+  BusPtr result(bus);
+  EXPECT_GE(sd_bus_set_address(bus, address.c_str()), 0);
+  EXPECT_GE(sd_bus_set_bus_client(bus, 1), 0);
+  EXPECT_GE(sd_bus_start(bus), 0);
+  return result;
+}
+
+class WatchedHosts : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!bus_.started()) GTEST_SKIP() << "dbus-daemon is not installed";
+    ensureApplication();
+    address_ = bus_.firstLine();
+    host_ = std::make_unique<TrayHost>(address_);
+    host_->appear();
+    icons_ = connected(address_);
+  }
+
+  /// Until the icon is registered for the first time.
+  void startWatching(const TrayHostTimes& times = kTimes) {
+    watch_ = std::make_unique<TrayHostWatch>(icons_.get(), times);
+    ASSERT_TRUE(eventually([this] { return !host_->icon().empty(); }));
+    ASSERT_TRUE(eventually([this] { return watch_->decided(); }));
+  }
+  bool eventually(const std::function<bool()>& done) {
+    return host_->eventually(
+        [&] {
+          while (sd_bus_process(icons_.get(), nullptr) > 0) {
+          }
+          QCoreApplication::processEvents();
+          return done();
+        },
+        std::chrono::milliseconds(1));
+  }
+  void pumpFor(std::chrono::milliseconds time) {
+    const auto end = std::chrono::steady_clock::now() + time;
+    eventually([end] { return std::chrono::steady_clock::now() >= end; });
+  }
+
+  TempFolder folder_;
+  BackgroundProgram bus_{{"dbus-daemon", "--session", "--nofork", "--nopidfile",
+                          "--print-address=1",
+                          "--address=unix:path=" + (folder_ / "bus").string()}};
+  std::string address_;
+  std::unique_ptr<TrayHost> host_;
+  BusPtr icons_;
+  std::unique_ptr<TrayHostWatch> watch_;
+};
+
+TEST_F(WatchedHosts, haveTheirTimesInTheProgram) {
+  const TrayHostTimes usual;
+  EXPECT_EQ(usual.betweenLooks, 100);
+  EXPECT_EQ(usual.patience, 3000);
+  EXPECT_EQ(usual.firstPause, 250);
+  EXPECT_EQ(usual.longestPause, 30000);
+}
+
+TEST_F(WatchedHosts, thatDropTheIconGetItAgain) {
+  TrayHostTimes patient = kTimes;
+  patient.patience = 60000;
+  startWatching(patient);
+  for (int times = 1; times <= 3; ++times) {
+    host_->dropIcon();
+    ASSERT_TRUE(eventually([&] { return host_->registrations() > times; }));
+    EXPECT_TRUE(watch_->hostShowsIcon());
+  }
+}
+
+TEST_F(WatchedHosts, thatListNoIconShowNoneUntilTheyDo) {
+  host_->setList(TrayHost::List::empty);
+  startWatching();
+  EXPECT_TRUE(watch_->hostShowsIcon()) << "it may take its time";
+  EXPECT_TRUE(eventually([this] { return !watch_->hostShowsIcon(); }));
+  host_->setList(TrayHost::List::kept);
+  EXPECT_TRUE(eventually([this] { return watch_->hostShowsIcon(); }));
+}
+
+TEST_F(WatchedHosts, thatListNoIconAreAskedMoreAndMoreRarely) {
+  host_->setList(TrayHost::List::empty);
+  startWatching();
+  pumpFor(std::chrono::milliseconds(600));
+  EXPECT_GE(host_->registrations(), 2);
+  // At once, and 25, 75, 175, 375 and 775 milliseconds later.
+  EXPECT_LE(host_->registrations(), 6);
+}
+
+TEST_F(WatchedHosts, withoutAListAreBelieved) {
+  host_->setList(TrayHost::List::forbidden);
+  startWatching();
+  pumpFor(std::chrono::milliseconds(400));
+  EXPECT_EQ(host_->registrations(), 1);
+  EXPECT_TRUE(watch_->hostShowsIcon());
+}
+
+TEST_F(WatchedHosts, areNotSpokenForByStrangers) {
+  startWatching();
+  // Once at first, and once when the icon's time to appear is over.
+  ASSERT_TRUE(eventually([this] { return host_->looks() == 2; }));
+  sendForgedSignal(address_, host_->icon(), "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                   "NameOwnerChanged", {kWatcher, ":1.1", ""});
+  for (const char* member : {"StatusNotifierHostUnregistered", "StatusNotifierItemUnregistered"}) {
+    sendForgedSignal(address_, host_->icon(), kWatcherPath, kWatcher, member, {host_->icon()});
+  }
+  pumpFor(std::chrono::milliseconds(200));
+  EXPECT_TRUE(watch_->hostShowsIcon());
+  EXPECT_EQ(host_->looks(), 2);
+  EXPECT_EQ(host_->registrations(), 1);
+}
+
+}  // namespace
