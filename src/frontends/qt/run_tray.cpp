@@ -34,10 +34,10 @@ int show(NamedBus bus, const TrayTexts& texts, bool opensSettings) {
 
 }  // namespace
 
-int runTray(const TrayTexts& texts, bool opensSettings) {
+int runTray(const TrayTexts& texts, bool opensSettings, std::chrono::milliseconds patience) {
   NamedBus bus = openBus();
   if (bus.name) {
-    switch (bus.name->claim()) {
+    switch (bus.name->claim(patience)) {
       case InstanceName::Outcome::owned:
         break;
       case InstanceName::Outcome::activated:

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <vector>
 
+#include "frontends/qt/bus/instance_name.h"
 #include "ui/alert.h"
 #include "ui/settings_line.h"
 
@@ -16,5 +18,7 @@ struct TrayTexts {
 ///
 /// Returns the exit status: 0 after the user quit it, or when another instance runs already and
 /// has shown itself; 1, after one line on standard error, when that one does not answer. Ends
-/// the program with 1 when there is no display.
-int runTray(const TrayTexts& texts, bool opensSettings);
+/// the program with 1 when there is no display. The other instance is waited for as long as
+/// `patience` says.
+int runTray(const TrayTexts& texts, bool opensSettings,
+            std::chrono::milliseconds patience = InstanceName::kPatience);

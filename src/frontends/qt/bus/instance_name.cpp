@@ -1,12 +1,12 @@
 #include "frontends/qt/bus/instance_name.h"
 
-#include <chrono>
 #include <optional>
 
 namespace {
 
+using std::chrono::milliseconds;
+
 constexpr const char* kInterface = "org.freedesktop.Application";
-constexpr std::chrono::seconds kPatience{3};
 
 /// Waits for the answer to a call that was just sent.
 struct Answer {
@@ -19,12 +19,12 @@ struct Answer {
   bool isError() const { return sd_bus_message_is_method_error(message.get(), nullptr) > 0; }
 };
 
-bool waitFor(SessionBus& bus, Answer& answer) {
-  return bus.waitUntil([&answer] { return answer.message != nullptr; }, kPatience);
+bool waitFor(SessionBus& bus, Answer& answer, milliseconds patience) {
+  return bus.waitUntil([&answer] { return answer.message != nullptr; }, patience);
 }
 
 /// Whether the name is ours now; none when the bus did not say.
-std::optional<bool> takeName(SessionBus& bus) {
+std::optional<bool> takeName(SessionBus& bus, milliseconds patience) {
   constexpr unsigned kDoNotQueue = 4;
   constexpr unsigned kPrimaryOwner = 1;
   constexpr unsigned kAlreadyOwner = 4;
@@ -35,7 +35,7 @@ std::optional<bool> takeName(SessionBus& bus) {
                            InstanceName::kName, kDoNotQueue);
   const BusSlot slot(raw);
   unsigned reply = 0;
-  if (!waitFor(bus, answer) || answer.isError() ||
+  if (!waitFor(bus, answer, patience) || answer.isError() ||
       sd_bus_message_read(answer.message.get(), "u", &reply) < 0) {
     return std::nullopt;
   }
@@ -43,13 +43,13 @@ std::optional<bool> takeName(SessionBus& bus) {
 }
 
 /// Asks the owner of the name to show itself; false when it does not answer.
-bool activateOther(SessionBus& bus, bool& vanished) {
+bool activateOther(SessionBus& bus, bool& vanished, milliseconds patience) {
   Answer answer;
   sd_bus_slot* raw = nullptr;
   sd_bus_call_method_async(bus.get(), &raw, InstanceName::kName, InstanceName::kPath, kInterface,
                            "Activate", &Answer::arrived, &answer, "a{sv}", 0);
   const BusSlot slot(raw);
-  if (!waitFor(bus, answer)) return false;
+  if (!waitFor(bus, answer, patience)) return false;
   vanished = answer.isError();
   return !vanished;
 }
@@ -76,14 +76,14 @@ InstanceName::InstanceName(SessionBus& bus) : bus_(bus) {
   object_.reset(raw);
 }
 
-InstanceName::Outcome InstanceName::claim() {
+InstanceName::Outcome InstanceName::claim(milliseconds patience) {
   // The other one may be ending just now: then the name is free on the next try.
   constexpr int kTries = 3;
   for (int i = 0; i < kTries; ++i) {
-    const std::optional<bool> taken = takeName(bus_);
+    const std::optional<bool> taken = takeName(bus_, patience);
     if (taken.value_or(true)) return Outcome::owned;
     bool vanished = false;
-    if (activateOther(bus_, vanished)) return Outcome::activated;
+    if (activateOther(bus_, vanished, patience)) return Outcome::activated;
     if (!vanished) return Outcome::silent;
   }
   return Outcome::silent;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <chrono>
 
 #include "frontends/qt/bus/session_bus.h"
 
@@ -22,9 +23,11 @@ class InstanceName : public QObject {
   /// Serves activation at once: whoever finds the name finds it served.
   explicit InstanceName(SessionBus& bus);
 
-  /// Takes the name, or activates the one who has it. Needs no event loop; bounded to a few
-  /// seconds.
-  Outcome claim();
+  /// How long each question may take.
+  static constexpr std::chrono::milliseconds kPatience{3000};
+
+  /// Takes the name, or activates the one who has it. Needs no event loop; asks a few questions.
+  Outcome claim(std::chrono::milliseconds patience = kPatience);
 
   /// Takes the name if it is free, for an instance that runs already.
   void claimLater();
