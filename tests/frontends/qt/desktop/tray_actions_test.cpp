@@ -127,12 +127,16 @@ TEST_F(TrayActions, clickDuringAnAlertChangesNothing) {
 
 TEST_F(TrayActions, menuThatAHostHasOpenKeepsItsRows) {
   ChildProcess server(modelServer());
+  ChildProcess other(modelServer());
   const int pid = server.pid();
   startInTray();
+  chooseOfProcess(other.pid(), "Quit");
+  ASSERT_TRUE(other.wait());
   host->aboutToShow();
   server.end();
-  constexpr double kTwoRefreshes = 11;  // seconds
-  host->pumpFor(kTwoRefreshes);
+  // A quit is followed by samples after a quarter of a second, one and two and a half.
+  constexpr double kASample = 1.2;  // seconds
+  host->pumpFor(kASample);
   EXPECT_TRUE(host->processRow(pid));
   host->aboutToShow();
   EXPECT_FALSE(host->processRow(pid));
