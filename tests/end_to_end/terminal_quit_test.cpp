@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <optional>
 #include <string>
 
 #include "end_to_end/terminal_session.h"
@@ -15,7 +16,7 @@ const std::string kEnter = "\r";
 
 /// The command of a model server that nothing else on this machine is named like.
 std::vector<std::string> modelServer(const std::string& name, std::vector<std::string> options) {
-  options.insert(options.end(), {"--memory", "120"});
+  options.insert(options.begin(), {"--memory", "120"});
   return playProcess(options, {"llama-server", "--model", "/models/" + name + ".gguf"});
 }
 
@@ -25,24 +26,30 @@ class TerminalQuit : public testing::Test {
   static std::string pidOf(const ChildProcess& process) {
     return "(pid " + std::to_string(process.pid()) + ")";
   }
-  bool isShown(const std::string& text) const { return terminal_.screen().find(text).x >= 0; }
+  bool isShown(const std::string& text) { return terminal().screen().find(text).x >= 0; }
 
   bool openSubmenu(const std::string& name, bool up = false) {
-    return terminal_.walkTo(name, up) && terminal_.press(kEnter, "Full details");
+    return terminal().walkTo(name, up) && terminal().press(kEnter, "Full details");
   }
   bool quit(const std::string& name) {
     if (!openSubmenu(name)) return false;
-    terminal_.send("\033[H");
+    terminal().send("\033[H");
     const auto onQuit = [&] {
-      const std::string selected = terminal_.screen().reversed();
+      const std::string selected = terminal().screen().reversed();
       return selected.find("Quit") != std::string::npos &&
              selected.find("Force Quit") == std::string::npos;
     };
-    return terminal_.waitUntil(onQuit) &&
-           terminal_.press(kEnter, [&] { return !isShown("Full details"); });
+    return terminal().waitUntil(onQuit) &&
+           terminal().press(kEnter, [&] { return !isShown("Full details"); });
   }
 
-  TerminalSession terminal_{{.width = 120, .height = 40}};
+  /// After the processes that it is to show: a later one is shown by the refresh after five
+  /// seconds, when a walk to its row may be past it.
+  void open() { session_.emplace(TerminalSession::Options{.width = 120, .height = 40}); }
+  TerminalSession& terminal() { return *session_; }
+
+ private:
+  std::optional<TerminalSession> session_;
 };
 
 TEST_F(TerminalQuit, LeavesNothingSelectedThatTheSameKeyCouldEnd) {
@@ -50,10 +57,11 @@ TEST_F(TerminalQuit, LeavesNothingSelectedThatTheSameKeyCouldEnd) {
   const ChildProcess stubborn(modelServer(name, {"--ignore-term"}));
   const ChildProcess above(modelServer(numbered("above"), {"--memory", "140"}));
   const ChildProcess below(modelServer(numbered("below"), {"--memory", "100"}));
+  open();
   ASSERT_TRUE(quit(name));
   for (int i = 0; i < 4; ++i) {
-    ASSERT_TRUE(terminal_.press(kEnter, "Nothing is selected."));
-    ASSERT_TRUE(terminal_.waitUntilGone("Nothing is selected."));
+    ASSERT_TRUE(terminal().press(kEnter, "Nothing is selected."));
+    ASSERT_TRUE(terminal().waitUntilGone("Nothing is selected."));
   }
   EXPECT_FALSE(isShown("Full details"));
   EXPECT_TRUE(isShown(name)) << "it came back";
@@ -65,29 +73,29 @@ TEST_F(TerminalQuit, LeavesNothingSelectedThatTheSameKeyCouldEnd) {
 TEST_F(TerminalQuit, SaysOfEachProcessThatItIsStillRunning) {
   ChildProcess first(modelServer(numbered("first"), {"--ignore-term"}));
   ChildProcess second(modelServer(numbered("second"), {"--ignore-term"}));
-  ASSERT_TRUE(terminal_.waitFor(numbered("second")));
+  open();
   ASSERT_TRUE(quit(numbered("first")));
-  terminal_.send("\033[H");
+  terminal().send("\033[H");
   ASSERT_TRUE(quit(numbered("second")));
   bool saidOfFirst = false;
   bool saidOfSecond = false;
-  EXPECT_TRUE(terminal_.waitUntil([&] {
+  EXPECT_TRUE(terminal().waitUntil([&] {
     const std::string end = ". Force Quit may end it.";
     saidOfFirst |= isShown(numbered("first") + " is still running " + pidOf(first) + end);
     saidOfSecond |= isShown(numbered("second") + " is still running " + pidOf(second) + end);
     return saidOfFirst && saidOfSecond;
   }));
 
-  terminal_.send("\033[H");
+  terminal().send("\033[H");
   ASSERT_TRUE(openSubmenu(numbered("second")));
   EXPECT_TRUE(isShown("Asked to quit "));
-  terminal_.send("\033");
-  ASSERT_TRUE(terminal_.waitUntilGone("Asked to quit "));
+  terminal().send("\033");
+  ASSERT_TRUE(terminal().waitUntilGone("Asked to quit "));
   kill(first.pid(), SIGKILL);
   first.waitUntilZombie();  // which is not still running
-  EXPECT_TRUE(terminal_.waitUntilGone(pidOf(first)));
+  EXPECT_TRUE(terminal().waitUntilGone(pidOf(first)));
   second.end();
-  EXPECT_TRUE(terminal_.waitUntilGone("is still running"));
+  EXPECT_TRUE(terminal().waitUntilGone("is still running"));
 }
 
 TEST_F(TerminalQuit, SaysThatAProcessIsStopped) {
@@ -96,17 +104,18 @@ TEST_F(TerminalQuit, SaysThatAProcessIsStopped) {
   siginfo_t news{};
   kill(asleep.pid(), SIGSTOP);
   ASSERT_EQ(waitid(P_PID, static_cast<id_t>(asleep.pid()), &news, WSTOPPED), 0);
+  open();
   ASSERT_TRUE(quit(name));
-  EXPECT_TRUE(terminal_.waitFor(" is stopped " + pidOf(asleep)));
-  terminal_.send("\033[H");
+  EXPECT_TRUE(terminal().waitFor(" is stopped " + pidOf(asleep)));
+  terminal().send("\033[H");
   ASSERT_TRUE(openSubmenu(name));
   EXPECT_TRUE(isShown("It is stopped: it takes the request when it goes on"));
-  terminal_.send("\033");
+  terminal().send("\033");
   kill(asleep.pid(), SIGCONT);
   const auto status = asleep.wait();
   ASSERT_TRUE(status);
   EXPECT_EQ(WTERMSIG(*status), SIGTERM);
-  EXPECT_TRUE(terminal_.waitUntilGone("is stopped"));
+  EXPECT_TRUE(terminal().waitUntilGone("is stopped"));
 }
 
 }  // namespace
