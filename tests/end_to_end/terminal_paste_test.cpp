@@ -126,9 +126,11 @@ TEST_F(Paste, WithoutAnEndIsOverAfterAWhile) {
   terminal_.settle();
   expectNothingChosen();
   const auto isAnswered = [&] { return terminal_.screen().find("This list").x >= 0; };
+  // A key that comes too soon is part of the paste, and begins its time anew.
   EXPECT_TRUE(terminal_.waitUntil([&] {
+    for (int i = 0; i < 6 && !isAnswered(); ++i) terminal_.releaseKey();
     if (!isAnswered()) terminal_.send("?");
-    for (int i = 0; i < 10 && !isAnswered(); ++i) terminal_.releaseKey();
+    terminal_.settle();
     return isAnswered();
   }));
 }
