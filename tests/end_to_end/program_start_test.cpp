@@ -41,7 +41,7 @@ TEST(ProgramStart, NobodysNameIsALineWithoutAnEnd) {
 }
 
 TEST(ProgramStart, WithoutProcSaysSoAndFails) {
-  if (!canHideProc()) GTEST_SKIP() << "this user may not change mounts, not even of its own";
+  if (const auto reason = whyProcStays(); !reason.empty()) GTEST_SKIP() << reason;
   BackgroundProgram program(withoutProc(VORDA), kNoDisplay);
   const auto status = program.wait();
   ASSERT_TRUE(status && WIFEXITED(*status));

@@ -215,7 +215,7 @@ INSTANTIATE_TEST_SUITE_P(
     rowName<TermRow>);
 
 TEST(TerminalLife, WithoutProcIsOneClearLine) {
-  if (!canHideProc()) GTEST_SKIP() << "this user may not change mounts, not even of its own";
+  if (const auto reason = whyProcStays(); !reason.empty()) GTEST_SKIP() << reason;
   const TempFolder folder;
   folder.write("start", "#!/bin/sh\nexec '" + joined(withoutProc(VORDA), "' '") + "'\n");
   std::filesystem::permissions(folder / "start", std::filesystem::perms::owner_all);

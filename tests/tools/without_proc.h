@@ -6,5 +6,5 @@
 /// The command that runs `program` where /proc is an empty folder, in mounts of its own.
 std::vector<std::string> withoutProc(const std::string& program);
 
-/// Whether this machine lets the test do that.
-bool canHideProc();
+/// Why that can't be done here; "" when it can.
+std::string whyProcStays();

@@ -39,7 +39,8 @@ class ShortMenuTest : public ControllerTest {
     made_ = ShortMenu::of(menu());
     return made_;
   }
-  const MenuItem& itemBeginning(const std::string& beginning) {
+  /// A copy: the next short menu takes the place of this one.
+  MenuItem itemBeginning(const std::string& beginning) {
     const std::vector<MenuItem>& items = shortMenu().items;
     const auto found = std::find_if(items.begin(), items.end(), [&](const MenuItem& item) {
       return item.title.starts_with(beginning);
@@ -95,21 +96,21 @@ TEST_F(ShortMenuTest, HasTheFiveLargestProcesses) {
 
 TEST_F(ShortMenuTest, ItsRowsKeepTheirDotsAndOpenAMenuOfTheirOwn) {
   addServers(1);
-  const std::vector<MenuItem>& items = shortMenu().items;
+  const std::vector<MenuItem> items = shortMenu().items;
   const auto row =
       std::find_if(items.begin(), items.end(), [](const auto& item) { return item.process; });
   ASSERT_NE(row, items.end());
   EXPECT_EQ(row->action, Action::openRow);
   EXPECT_TRUE(row->enabled);
   EXPECT_TRUE(row->dot);
-  const MenuItem& inSection = itemBeginning("Model servers").submenu.front();
+  const MenuItem inSection = itemBeginning("Model servers").submenu.front();
   EXPECT_EQ(inSection.action, Action::openRow);
   EXPECT_EQ(inSection.dot, row->dot);
 }
 
 TEST_F(ShortMenuTest, AServicesRowOpensAMenuOfItsOwnToo) {
   addAgent("gateway", "", true);
-  const MenuItem& row = itemBeginning("Auto-start agents").submenu.front();
+  const MenuItem row = itemBeginning("Auto-start agents").submenu.front();
   EXPECT_EQ(row.action, Action::openRow);
   EXPECT_THAT(shown(ShortMenu::ofRow(row).items),
               ElementsAre(HasSubstr("gateway"), "Stop / unload"));
@@ -117,14 +118,14 @@ TEST_F(ShortMenuTest, AServicesRowOpensAMenuOfItsOwnToo) {
 
 TEST_F(ShortMenuTest, SectionOfEightRowsShowsThemAll) {
   addServers(8);
-  const MenuItem& section = itemBeginning("Model servers");
+  const MenuItem section = itemBeginning("Model servers");
   EXPECT_EQ(section.submenu.size(), 8U);
   EXPECT_EQ(section.submenu.back().process->pid, 8);
 }
 
 TEST_F(ShortMenuTest, SectionOfMoreRowsSaysWhereTheyAre) {
   addServers(9);
-  const MenuItem& section = itemBeginning("Model servers");
+  const MenuItem section = itemBeginning("Model servers");
   EXPECT_EQ(section.title, "Model servers  9  ·  8.7 GB");
   ASSERT_EQ(section.submenu.size(), 8U);
   EXPECT_EQ(section.submenu[6].process->pid, 7);

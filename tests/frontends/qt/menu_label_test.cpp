@@ -1,8 +1,8 @@
 #include "frontends/qt/menu_label.h"
 
 #include <gtest/gtest.h>
+#include <re2/re2.h>
 
-#include <regex>
 #include <string>
 
 #include "fakes/row_name.h"
@@ -51,8 +51,9 @@ TEST(MenuLabel, cutsATitleThatNoScreenCouldShow) {
 /// What GNOME Shell's AppIndicator extension makes of a label (dbusMenu.js, versions 46 to 63):
 /// one replacement, of the first underscore that something other than an underscore follows.
 std::string shownByGnomeShell(const std::string& label) {
-  static const std::regex kAccessKey("_([^_])");
-  return std::regex_replace(label, kAccessKey, "$1", std::regex_constants::format_first_only);
+  std::string shown = label;
+  RE2::Replace(&shown, "_([^_])", "\\1");
+  return shown;
 }
 
 /// What Plasma makes of one: a pair of underscores is one, a single one marks an access key.

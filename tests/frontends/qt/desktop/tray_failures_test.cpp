@@ -63,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(, UnusableVariables,
                          rowName<VariableRow>);
 
 TEST_F(TrayFailures, withoutProcIsOneLineAndAnError) {
-  if (!canHideProc()) GTEST_SKIP() << "this user may not change mounts, not even of its own";
+  if (const auto reason = whyProcStays(); !reason.empty()) GTEST_SKIP() << reason;
   const std::vector<std::string> command = withoutProc(VORDA_TRAY_PROGRAM);
   desktop.setProgram(command.front());
   program = desktop.startProgram({}, {command.begin() + 1, command.end()});
