@@ -14,7 +14,9 @@ constexpr const char* kItemPath = "/StatusNotifierItem";
 constexpr const char* kMenu = "com.canonical.dbusmenu";
 constexpr const char* kMenuPath = "/MenuBar";
 
-BusPtr connect(const std::string& address) {
+}  // namespace
+
+BusPtr connectedBus(const std::string& address) {
   sd_bus* bus = nullptr;
   EXPECT_GE(sd_bus_new(&bus), 0);
   BusPtr result(bus);
@@ -23,8 +25,6 @@ BusPtr connect(const std::string& address) {
   EXPECT_GE(sd_bus_start(bus), 0);
   return result;
 }
-
-}  // namespace
 
 struct WatcherVtable {
   static TrayHost& host(void* data) { return *static_cast<TrayHost*>(data); }
@@ -67,7 +67,7 @@ const sd_bus_vtable WatcherVtable::table[] = {
     SD_BUS_VTABLE_END,
 };
 
-TrayHost::TrayHost(const std::string& busAddress) : bus_(connect(busAddress)) {
+TrayHost::TrayHost(const std::string& busAddress) : bus_(connectedBus(busAddress)) {
   sd_bus_slot* raw = nullptr;
   EXPECT_GE(sd_bus_add_object_vtable(bus_.get(), &raw, kWatcherPath, kWatcher, WatcherVtable::table,
                                      this),
@@ -222,7 +222,7 @@ std::string TrayHost::owner(const std::string& name) {
 void sendForgedSignal(const std::string& busAddress, const std::string& destination,
                       const char* path, const char* interface, const char* member,
                       const std::vector<std::string>& arguments) {
-  const BusPtr bus = connect(busAddress);
+  const BusPtr bus = connectedBus(busAddress);
   sd_bus_message* raw = nullptr;
   EXPECT_GE(sd_bus_message_new_signal(bus.get(), &raw, path, interface, member), 0);
   const BusMessage signal(raw);

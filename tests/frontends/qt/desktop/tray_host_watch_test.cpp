@@ -25,16 +25,6 @@ void ensureApplication() {
   static const QCoreApplication application(count, nullptr);
 }
 
-BusPtr connected(const std::string& address) {
-  sd_bus* bus = nullptr;
-  EXPECT_GE(sd_bus_new(&bus), 0);
-  BusPtr result(bus);
-  EXPECT_GE(sd_bus_set_address(bus, address.c_str()), 0);
-  EXPECT_GE(sd_bus_set_bus_client(bus, 1), 0);
-  EXPECT_GE(sd_bus_start(bus), 0);
-  return result;
-}
-
 class WatchedHosts : public testing::Test {
  protected:
   void SetUp() override {
@@ -43,7 +33,7 @@ class WatchedHosts : public testing::Test {
     address_ = bus_.firstLine();
     host_ = std::make_unique<TrayHost>(address_);
     host_->appear();
-    icons_ = connected(address_);
+    icons_ = connectedBus(address_);
   }
 
   /// Until the icon is registered for the first time.
