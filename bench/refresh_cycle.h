@@ -11,7 +11,7 @@ class RefreshCycle {
  public:
   RefreshCycle() : controller_(frontEnd_, Alert{}) {}
 
-  /// One tick of the timer: scan, agents, menu and strip.
+  /// One tick of the timer: scan, launch agents, menu and strip.
   void tick() { frontEnd_.runTimer(); }
 
  private:

@@ -161,10 +161,10 @@ void sort(benchmark::State& state) {
 }
 
 void buildMenu(benchmark::State& state) {
-  const std::vector<VordaLaunchAgent> agents;
+  const std::vector<VordaLaunchAgent> launchAgents;
   const Tally tally(state, kept().size());
   while (state.KeepRunning()) {
-    benchmark::DoNotOptimize(MenuConstruction::build({kept(), agents, {}}));
+    benchmark::DoNotOptimize(MenuConstruction::build({kept(), launchAgents, {}}));
   }
 }
 

@@ -1,4 +1,4 @@
-#include "agents/launch_agent_scanner.h"
+#include "launch_agents/launch_agent_scanner.h"
 #include "platform/processes.h"
 #include "platform/users.h"
 #include "scanner/command_line.h"
@@ -28,11 +28,11 @@ std::string stored(std::string_view commandLine) {
   return std::string(text::withinBytes(commandLine, kLongestStoredLine));
 }
 
-std::vector<std::string> labelsOf(std::span<const VordaLaunchAgent> agents, std::int32_t pid,
+std::vector<std::string> labelsOf(std::span<const VordaLaunchAgent> launchAgents, std::int32_t pid,
                                   std::optional<std::uint64_t> startTime) {
   std::vector<std::string> labels;
-  for (const auto& agent : agents) {
-    if (agent.runsAs(pid, startTime)) labels.push_back(agent.label);
+  for (const auto& launchAgent : launchAgents) {
+    if (launchAgent.runsAs(pid, startTime)) labels.push_back(launchAgent.label);
   }
   return labels;
 }
@@ -43,7 +43,7 @@ std::vector<VordaProcess> scan(double minMemMB) {
   return scan(minMemMB, LaunchAgentScanner::scan());
 }
 
-std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> agents) {
+std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents) {
   const std::uint32_t ownUid = platform::ownUid();
   const std::int32_t ownPid = platform::ownPid();
 
@@ -79,7 +79,7 @@ std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent
          .cpu = 0,
          .commandLine = stored(shown.commandLine),
          .labRole = role,
-         .matchedAgents = labelsOf(agents, pid, sampler.startTime()),
+         .matchedAgents = labelsOf(launchAgents, pid, sampler.startTime()),
          .isProtected = isProtected,
          .ownerName = sampler.ownerName(),
          .identity = sampler.identity(),

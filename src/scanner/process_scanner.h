@@ -29,9 +29,9 @@ namespace ProcessScanner {
 /// lists them. Command lines are redacted. Blocks while it samples; keeps no state.
 std::vector<VordaProcess> scan(double minMemMB);
 
-/// The same for a caller that has asked already what starts by itself: `agents` are all that
+/// The same for a caller that has asked already what starts by itself: `launchAgents` are all that
 /// LaunchAgentScanner::scan() has found, for the labels of those that run as a process.
-std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> agents);
+std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents);
 
 // What a process is: role_classification.cpp, training_detection.cpp.
 

@@ -80,10 +80,10 @@ Alert quitDocker() {
           .informativeText = "Use the Docker whale icon → Quit Docker Desktop."};
 }
 
-Alert unload(const VordaLaunchAgent& agent) {
-  return {.messageText = "Unload " + text::displayName(agent.label) + "?",
-          .informativeText =
-              "Stops it and prevents KeepAlive restart.\n" + text::displayLine(agent.plistPath),
+Alert unload(const VordaLaunchAgent& launchAgent) {
+  return {.messageText = "Unload " + text::displayName(launchAgent.label) + "?",
+          .informativeText = "Stops it and prevents KeepAlive restart.\n" +
+                             text::displayLine(launchAgent.plistPath),
           .buttons = {"Unload", "Cancel"}};
 }
 

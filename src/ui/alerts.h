@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "agents/vorda_launch_agent.h"
+#include "launch_agents/vorda_launch_agent.h"
 #include "scanner/vorda_process.h"
 #include "ui/alert.h"
 
@@ -35,7 +35,7 @@ Alert details(const VordaProcess& process);
 /// How to quit Docker Desktop.
 Alert quitDocker();
 
-/// The question before an agent is stopped; the first button does it.
-Alert unload(const VordaLaunchAgent& agent);
+/// The question before a launch agent is stopped; the first button does it.
+Alert unload(const VordaLaunchAgent& launchAgent);
 
 }  // namespace Alerts

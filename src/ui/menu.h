@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "agents/vorda_launch_agent.h"
+#include "launch_agents/vorda_launch_agent.h"
 #include "scanner/text_span.h"
 #include "scanner/vorda_process.h"
 #include "ui/color.h"
@@ -24,9 +24,9 @@ enum class Action {
   forceProcess,  ///< represents the VordaProcess; a pid is accepted
   showDetails,   ///< represents the VordaProcess
   openDockerHelp,
-  unloadByLabel,  ///< represents the agent's label
-  unloadAgent,    ///< represents the VordaLaunchAgent
-  loadAgent,      ///< represents the VordaLaunchAgent
+  unloadByLabel,      ///< represents the launch agent's label
+  unloadLaunchAgent,  ///< represents the VordaLaunchAgent
+  loadLaunchAgent,    ///< represents the VordaLaunchAgent
   openRow,   ///< the front end's own: open the row's submenu as a menu of its own (short_menu.h)
   openMenu,  ///< the front end's own: open the whole menu in a window of its own
 };

@@ -81,17 +81,18 @@ std::optional<LaunchAgentJob::Kind> jobOf(const std::string& label,
   return std::nullopt;
 }
 
-void addAgentSection(Items& items, const std::vector<VordaLaunchAgent>& agents,
-                     std::span<const LaunchAgentJob> jobs) {
+void addLaunchAgentSection(Items& items, const std::vector<VordaLaunchAgent>& launchAgents,
+                           std::span<const LaunchAgentJob> jobs) {
   Items rows;
-  for (const VordaLaunchAgent& agent : agents) {
-    if (rows.size() == kMaxAgents) break;
-    const auto underWay = jobOf(agent.label, jobs);
-    if (agent.loaded || agent.keepAlive || underWay) rows.push_back(agentItem(agent, underWay));
+  for (const VordaLaunchAgent& launchAgent : launchAgents) {
+    if (rows.size() == kMaxLaunchAgents) break;
+    const auto underWay = jobOf(launchAgent.label, jobs);
+    if (launchAgent.loaded || launchAgent.keepAlive || underWay)
+      rows.push_back(launchAgentItem(launchAgent, underWay));
   }
   if (rows.empty()) return;
   items.push_back(separator());
-  items.push_back(label(kAgentsHeader));
+  items.push_back(label(kLaunchAgentsHeader));
   std::move(rows.begin(), rows.end(), std::back_inserter(items));
 }
 
@@ -121,7 +122,7 @@ Menu build(const MenuContent& content) {
   addRoleSection(items, kTrainingHeader, training, content.quits);
   addRoleSection(items, kServersHeader, servers, content.quits);
   addRoleSection(items, kToolsHeader, agentProcesses, content.quits);
-  addAgentSection(items, content.agents, content.agentJobs);
+  addLaunchAgentSection(items, content.launchAgents, content.launchAgentJobs);
   addCommands(items);
   return menu;
 }

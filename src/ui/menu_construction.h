@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "agents/launch_agent_job.h"
-#include "agents/vorda_launch_agent.h"
+#include "launch_agents/launch_agent_job.h"
+#include "launch_agents/vorda_launch_agent.h"
 #include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
 #include "ui/menu.h"
@@ -15,12 +15,12 @@
 
 /// What the menu is built from.
 struct MenuContent {
-  const std::vector<VordaProcess>& processes;   ///< in the scan's order
-  const std::vector<VordaLaunchAgent>& agents;  ///< those of interest
-  SystemMemory::Snapshot sys;                   ///< the whole machine's memory
-  const QuitRequests* quits = nullptr;          ///< what was asked of them, if anything was
-  /// What agents are being asked to do; those that have ended count no more.
-  std::span<const LaunchAgentJob> agentJobs = {};
+  const std::vector<VordaProcess>& processes;         ///< in the scan's order
+  const std::vector<VordaLaunchAgent>& launchAgents;  ///< those of interest
+  SystemMemory::Snapshot sys;                         ///< the whole machine's memory
+  const QuitRequests* quits = nullptr;                ///< what was asked of them, if anything was
+  /// What launch agents are being asked to do; those that have ended count no more.
+  std::span<const LaunchAgentJob> launchAgentJobs = {};
 };
 
 /// Says what stands in the menu: a function of what was sampled, and nothing else.
@@ -30,7 +30,7 @@ namespace MenuConstruction {
 ///@{
 inline constexpr std::size_t kMaxTopRAM = 8;
 inline constexpr std::size_t kMaxAI = 12;  ///< in each AI section
-inline constexpr std::size_t kMaxAgents = 6;
+inline constexpr std::size_t kMaxLaunchAgents = 6;
 inline constexpr std::size_t kMaxStripSegments = 6;
 ///@}
 
@@ -40,7 +40,7 @@ inline constexpr const char* kTopHeader = "— Top RAM (colors match graph) —"
 inline constexpr const char* kTrainingHeader = "— Training & fine-tunes (LoRA, SFT, …) —";
 inline constexpr const char* kServersHeader = "— Model servers —";
 inline constexpr const char* kToolsHeader = "— Agents & tools —";
-inline constexpr const char* kAgentsHeader = "— Auto-start agents —";
+inline constexpr const char* kLaunchAgentsHeader = "— Auto-start agents —";
 ///@}
 /// How the summary's lines begin that add rows up.
 ///@{
@@ -58,7 +58,7 @@ MenuItem processItem(const VordaProcess& process, const std::vector<std::string>
 
 /// A launch agent's row and its submenu. `underWay`: what it is being asked to do, and so can't
 /// be asked for again.
-MenuItem agentItem(const VordaLaunchAgent& agent,
-                   std::optional<LaunchAgentJob::Kind> underWay = std::nullopt);
+MenuItem launchAgentItem(const VordaLaunchAgent& launchAgent,
+                         std::optional<LaunchAgentJob::Kind> underWay = std::nullopt);
 
 }  // namespace MenuConstruction

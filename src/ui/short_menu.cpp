@@ -14,8 +14,8 @@ namespace ShortMenu {
 namespace {
 
 using Items = std::vector<MenuItem>;
-using MenuConstruction::kAgentsHeader;
 using MenuConstruction::kLargestSummary;
+using MenuConstruction::kLaunchAgentsHeader;
 using MenuConstruction::kServersHeader;
 using MenuConstruction::kServersSummary;
 using MenuConstruction::kToolsHeader;
@@ -118,7 +118,7 @@ Menu of(const Menu& full, Room room) {
   }
   for (const auto& [header, summarised] :
        {std::pair{kTrainingHeader, kTrainingSummary}, std::pair{kServersHeader, kServersSummary},
-        std::pair{kToolsHeader, ""}, std::pair{kAgentsHeader, ""}}) {
+        std::pair{kToolsHeader, ""}, std::pair{kLaunchAgentsHeader, ""}}) {
     addSection(items, lines, summarised, header, section(full, header), limit);
   }
   if (!isSeparator(items.back())) items.push_back(MenuBuilders::separator());

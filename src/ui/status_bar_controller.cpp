@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "agents/launch_agent_scanner.h"
+#include "launch_agents/launch_agent_scanner.h"
 #include "platform/applications.h"
 #include "scanner/process_scanner.h"
 #include "scanner/system_memory.h"
@@ -64,10 +64,10 @@ void StatusBarController::perform(std::shared_ptr<const MenuItem> item) {
       return openDockerHelp();
     case Action::unloadByLabel:
       return unloadByLabel(sender);
-    case Action::unloadAgent:
-      return unloadAgent(sender);
-    case Action::loadAgent:
-      return loadAgent(sender);
+    case Action::unloadLaunchAgent:
+      return unloadLaunchAgent(sender);
+    case Action::loadLaunchAgent:
+      return loadLaunchAgent(sender);
   }
 }
 
@@ -87,12 +87,12 @@ void StatusBarController::refreshNow() {
 
 void StatusBarController::sample() {
   processes_.clear();  // so that long command lines are not held twice
-  allAgents_ = LaunchAgentScanner::scan();
-  processes_ = ProcessScanner::scan(kMinMemMB, allAgents_);
-  agents_.clear();
-  std::copy_if(allAgents_.begin(), allAgents_.end(), std::back_inserter(agents_),
-               [](const VordaLaunchAgent& agent) {
-                 return agent.keepAlive || LaunchAgentScanner::isInteresting(agent);
+  allLaunchAgents_ = LaunchAgentScanner::scan();
+  processes_ = ProcessScanner::scan(kMinMemMB, allLaunchAgents_);
+  launchAgents_.clear();
+  std::copy_if(allLaunchAgents_.begin(), allLaunchAgents_.end(), std::back_inserter(launchAgents_),
+               [](const VordaLaunchAgent& launchAgent) {
+                 return launchAgent.keepAlive || LaunchAgentScanner::isInteresting(launchAgent);
                });
   updateStatusItem();
   updateNotice();
@@ -112,7 +112,7 @@ void StatusBarController::updateStrip() {
 
 void StatusBarController::rebuildMenu() {
   rootMenu_ = std::make_shared<const Menu>(MenuConstruction::build(
-      {processes_, agents_, SystemMemory::snapshot(), &quitRequests_, agentJobs_}));
+      {processes_, launchAgents_, SystemMemory::snapshot(), &quitRequests_, launchAgentJobs_}));
   frontEnd_.menuRebuilt(rootMenu_);
 }
 

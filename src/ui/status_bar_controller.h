@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "agents/launch_agent_job.h"
-#include "agents/vorda_launch_agent.h"
+#include "launch_agents/launch_agent_job.h"
+#include "launch_agents/vorda_launch_agent.h"
 #include "scanner/vorda_process.h"
 #include "ui/alert.h"
 #include "ui/front_end.h"
@@ -34,10 +34,10 @@ class StatusBarController : public MenuDelegate {
 
   /// The menu as it is shown now: another one after each refresh. Never nullptr.
   const std::shared_ptr<const Menu>& rootMenu() const { return rootMenu_; }
-  /// The last sample; of the agents, those of interest.
+  /// The last sample; of the launch agents, those of interest.
   ///@{
   const std::vector<VordaProcess>& processes() const { return processes_; }
-  const std::vector<VordaLaunchAgent>& agents() const { return agents_; }
+  const std::vector<VordaLaunchAgent>& launchAgents() const { return launchAgents_; }
   ///@}
   /// Whether the front end has told that its menu opened, and not yet that it closed.
   bool menuIsOpen() const { return menuIsOpen_; }
@@ -90,12 +90,12 @@ class StatusBarController : public MenuDelegate {
   void updateNotice();
 
   // Agent actions.
-  void unloadAgent(Sender sender);
+  void unloadLaunchAgent(Sender sender);
   void unloadByLabel(Sender sender);
-  void confirmUnload(const VordaLaunchAgent& agent);
-  void loadAgent(Sender sender);
-  void beginAgentJob(LaunchAgentJob job);
-  void lookAfterAgentJobs();
+  void confirmUnload(const VordaLaunchAgent& launchAgent);
+  void loadLaunchAgent(Sender sender);
+  void beginLaunchAgentJob(LaunchAgentJob job);
+  void lookAfterLaunchAgentJobs();
   void tellOutcome(const LaunchAgentJob& job);
 
   FrontEnd& frontEnd_;
@@ -103,10 +103,10 @@ class StatusBarController : public MenuDelegate {
   std::shared_ptr<const Menu> rootMenu_;
   std::shared_ptr<ScheduledWork> refreshTimer_;
   std::vector<VordaProcess> processes_;
-  std::vector<VordaLaunchAgent> allAgents_;  ///< as they were scanned
-  std::vector<VordaLaunchAgent> agents_;     ///< those of interest
-  std::vector<LaunchAgentJob> agentJobs_;    ///< under way, or ended and not told yet
-  std::shared_ptr<ScheduledWork> agentJobTimer_;
+  std::vector<VordaLaunchAgent> allLaunchAgents_;  ///< as they were scanned
+  std::vector<VordaLaunchAgent> launchAgents_;     ///< those of interest
+  std::vector<LaunchAgentJob> launchAgentJobs_;    ///< under way, or ended and not told yet
+  std::shared_ptr<ScheduledWork> launchAgentJobTimer_;
   int actionsUnderWay_ = 0;
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
   QuitRequests quitRequests_;

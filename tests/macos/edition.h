@@ -55,8 +55,8 @@ class Edition : public MacTest {
     appkit::close(menu());
     appkit::choose(item);
   }
-  static void writeAgent(const std::string& label, const std::string& rest) {
-    Stage::write(Stage::userAgentsPath() + "/" + label + ".plist",
+  static void writeLaunchAgent(const std::string& label, const std::string& rest) {
+    Stage::write(Stage::userLaunchAgentsPath() + "/" + label + ".plist",
                  "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>"
                  "<key>Label</key><string>" +
                      label + "</string>" + rest + "</dict></plist>");

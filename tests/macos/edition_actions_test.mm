@@ -138,7 +138,7 @@ TEST_F(Edition, RescansFollowAQuit) {
 }
 
 TEST_F(Edition, UnloadRunsLaunchctlOnceItIsConfirmed) {
-  writeAgent("com.ollama.serve", "<key>KeepAlive</key><true/>");
+  writeLaunchAgent("com.ollama.serve", "<key>KeepAlive</key><true/>");
   Stage::setLaunchctl(
       "[ \"$1\" = list ] && printf 'PID\\tStatus\\tLabel\\n101\\t0\\tcom.ollama.serve\\n' || :");
   whileRunning([] {
@@ -160,17 +160,18 @@ TEST_F(Edition, UnloadRunsLaunchctlOnceItIsConfirmed) {
 }
 
 TEST_F(Edition, LoadRunsLaunchctlAtOnce) {
-  writeAgent("com.ollama.serve", "<key>KeepAlive</key><true/>");
+  writeLaunchAgent("com.ollama.serve", "<key>KeepAlive</key><true/>");
   whileRunning([] {
     chooseInSubmenu("com.ollama.serve  ·  off ↺", "Start / load");
-    EXPECT_THAT(Stage::launchctlCalls(), Contains("bootstrap|gui/501|" + Stage::userAgentsPath() +
-                                                  "/com.ollama.serve.plist"));
+    EXPECT_THAT(
+        Stage::launchctlCalls(),
+        Contains("bootstrap|gui/501|" + Stage::userLaunchAgentsPath() + "/com.ollama.serve.plist"));
     EXPECT_THAT(appkit::record().alerts, IsEmpty());
   });
 }
 
 TEST_F(Edition, FailedLoadSaysSo) {
-  writeAgent("com.ollama.serve", "<key>KeepAlive</key><true/>");
+  writeLaunchAgent("com.ollama.serve", "<key>KeepAlive</key><true/>");
   Stage::setLaunchctl("[ \"$1\" = list ] && exit 0; echo busy >&2; exit 5");
   whileRunning([] {
     chooseInSubmenu("com.ollama.serve  ·  off ↺", "Start / load");

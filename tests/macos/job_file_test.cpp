@@ -22,7 +22,7 @@ struct Row {
 class JobFile : public StageTestWith<Row> {};
 
 std::string pathOf(const std::string& name) {
-  return Stage::userAgentsPath() + "/" + name;
+  return Stage::userLaunchAgentsPath() + "/" + name;
 }
 
 std::string xml(const std::string& dictionary) {

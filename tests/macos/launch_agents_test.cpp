@@ -5,8 +5,8 @@
 
 #include <filesystem>
 
-#include "agents/launch_agent_job.h"
-#include "agents/launch_agent_scanner.h"
+#include "launch_agents/launch_agent_job.h"
+#include "launch_agents/launch_agent_scanner.h"
 #include "macos/mac_test.h"
 #include "platform/macos/launchctl_attempts.h"
 #include "platform/processes.h"
@@ -24,10 +24,10 @@ constexpr milliseconds kMoment(100);
 class LaunchAgents : public MacTest {
  protected:
   static std::string userPath(const std::string& name) {
-    return Stage::userAgentsPath() + "/" + name;
+    return Stage::userLaunchAgentsPath() + "/" + name;
   }
   static std::string machinePath(const std::string& name) {
-    return std::string(Stage::machineAgentsPath()) + "/" + name;
+    return std::string(Stage::machineLaunchAgentsPath()) + "/" + name;
   }
   static void writeJob(const std::string& path, const std::string& label) {
     Stage::write(path,
@@ -72,8 +72,8 @@ TEST_F(LaunchAgents, UnreadableFilesAreSkipped) {
 }
 
 TEST_F(LaunchAgents, MissingFoldersGiveNone) {
-  std::filesystem::remove_all(Stage::userAgentsPath());
-  std::filesystem::remove_all(Stage::machineAgentsPath());
+  std::filesystem::remove_all(Stage::userLaunchAgentsPath());
+  std::filesystem::remove_all(Stage::machineLaunchAgentsPath());
   EXPECT_TRUE(platform::jobFiles().empty());
 }
 
@@ -118,15 +118,15 @@ TEST_F(LaunchAgents, ScanJoinsFilesAndLoadedJobs) {
   writeJob(userPath("one.plist"), "com.example.one");
   writeJob(userPath("two.plist"), "com.ollama.two");
   Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n-\\t0\\tcom.ollama.two\\n'");
-  const auto agents = LaunchAgentScanner::scan();
-  ASSERT_EQ(agents.size(), 2);
-  EXPECT_EQ(agents[0].label, "com.ollama.two");
-  EXPECT_TRUE(agents[0].loaded);
-  EXPECT_FALSE(agents[0].pid);
-  EXPECT_FALSE(agents[1].loaded);
+  const auto launchAgents = LaunchAgentScanner::scan();
+  ASSERT_EQ(launchAgents.size(), 2);
+  EXPECT_EQ(launchAgents[0].label, "com.ollama.two");
+  EXPECT_TRUE(launchAgents[0].loaded);
+  EXPECT_FALSE(launchAgents[0].pid);
+  EXPECT_FALSE(launchAgents[1].loaded);
 }
 
-VordaLaunchAgent agent() {
+VordaLaunchAgent launchAgent() {
   return {.label = "com.a", .plistPath = "/Users/ada/Library/LaunchAgents/a b.plist"};
 }
 
@@ -135,16 +135,16 @@ LaunchAgentJob::Outcome outcome(LaunchAgentJob job) {
   return job.poll().value_or(LaunchAgentJob::Outcome{false, "it goes on"});
 }
 
-LaunchAgentJob::Outcome stopped(const VordaLaunchAgent& agent) {
-  return outcome({agent, LaunchAgentJob::Kind::stop});
+LaunchAgentJob::Outcome stopped(const VordaLaunchAgent& launchAgent) {
+  return outcome({launchAgent, LaunchAgentJob::Kind::stop});
 }
 
-LaunchAgentJob::Outcome started(const VordaLaunchAgent& agent) {
-  return outcome({agent, LaunchAgentJob::Kind::start});
+LaunchAgentJob::Outcome started(const VordaLaunchAgent& launchAgent) {
+  return outcome({launchAgent, LaunchAgentJob::Kind::start});
 }
 
 TEST_F(LaunchAgents, BootoutStopsAtTheFirstSuccess) {
-  const auto [ok, message] = stopped(agent());
+  const auto [ok, message] = stopped(launchAgent());
   EXPECT_TRUE(ok);
   EXPECT_EQ(message, "Unloaded com.a");
   EXPECT_THAT(Stage::launchctlCalls(), ElementsAre("bootout|gui/501/com.a"));
@@ -152,7 +152,7 @@ TEST_F(LaunchAgents, BootoutStopsAtTheFirstSuccess) {
 
 TEST_F(LaunchAgents, BootoutTriesThreeWays) {
   Stage::setLaunchctl("echo 'Boot-out failed: 5: Input/output error' >&2; exit 5");
-  const auto [ok, message] = stopped(agent());
+  const auto [ok, message] = stopped(launchAgent());
   EXPECT_FALSE(ok);
   EXPECT_EQ(message, "Failed to unload com.a");
   EXPECT_THAT(Stage::launchctlCalls(),
@@ -163,7 +163,7 @@ TEST_F(LaunchAgents, BootoutTriesThreeWays) {
 
 TEST_F(LaunchAgents, BootoutByOldWayCounts) {
   Stage::setLaunchctl("[ \"$1\" = unload ] || exit 5");
-  EXPECT_EQ(stopped(agent()), std::pair(true, std::string("Unloaded com.a")));
+  EXPECT_EQ(stopped(launchAgent()), std::pair(true, std::string("Unloaded com.a")));
   EXPECT_EQ(Stage::launchctlCalls().size(), 3);
 }
 
@@ -171,34 +171,34 @@ TEST_F(LaunchAgents, BootoutOfWhatIsNotLoadedIsASuccess) {
   for (const char* words : {"No such process", "Could not find"}) {
     Stage::reset();
     Stage::setLaunchctl(std::string("echo 'Boot-out failed: 3: ") + words + " x' >&2; exit 3");
-    EXPECT_EQ(stopped(agent()), std::pair(true, std::string("com.a already unloaded")));
+    EXPECT_EQ(stopped(launchAgent()), std::pair(true, std::string("com.a already unloaded")));
     EXPECT_EQ(Stage::launchctlCalls().size(), 1);
   }
 }
 
 TEST_F(LaunchAgents, BootoutReadsErrorsAlone) {
   Stage::setLaunchctl("echo 'No such process'; exit 3");
-  EXPECT_FALSE(stopped(agent()).first);
+  EXPECT_FALSE(stopped(launchAgent()).first);
 }
 
 TEST_F(LaunchAgents, BootstrapTriesTwoWays) {
   Stage::setLaunchctl("echo 'Bootstrap failed: 5: No such process' >&2; exit 5");
-  EXPECT_EQ(started(agent()), std::pair(false, std::string("Failed to load com.a")));
+  EXPECT_EQ(started(launchAgent()), std::pair(false, std::string("Failed to load com.a")));
   EXPECT_THAT(Stage::launchctlCalls(),
               ElementsAre("bootstrap|gui/501|/Users/ada/Library/LaunchAgents/a b.plist",
                           "load|/Users/ada/Library/LaunchAgents/a b.plist"));
 }
 
 TEST_F(LaunchAgents, BootstrapStopsAtTheFirstSuccess) {
-  EXPECT_EQ(started(agent()), std::pair(true, std::string("Loaded com.a")));
+  EXPECT_EQ(started(launchAgent()), std::pair(true, std::string("Loaded com.a")));
   EXPECT_EQ(Stage::launchctlCalls().size(), 1);
 }
 
 TEST_F(LaunchAgents, DomainIsTheUsersOfTheMoment) {
   darwin::kernel().ownUid = 77;
-  stopped(agent());
+  stopped(launchAgent());
   darwin::kernel().ownUid = 78;
-  started(agent());
+  started(launchAgent());
   EXPECT_THAT(Stage::launchctlCalls(),
               ElementsAre("bootout|gui/77/com.a",
                           "bootstrap|gui/78|/Users/ada/Library/LaunchAgents/a b.plist"));
@@ -206,8 +206,8 @@ TEST_F(LaunchAgents, DomainIsTheUsersOfTheMoment) {
 
 TEST_F(LaunchAgents, MissingLaunchctlFailsEveryWay) {
   Stage::removeLaunchctl();
-  EXPECT_EQ(stopped(agent()).second, "Failed to unload com.a");
-  EXPECT_EQ(started(agent()).second, "Failed to load com.a");
+  EXPECT_EQ(stopped(launchAgent()).second, "Failed to unload com.a");
+  EXPECT_EQ(started(launchAgent()).second, "Failed to load com.a");
 }
 
 TEST_F(LaunchAgents, HangingActionFailsEveryWay) {

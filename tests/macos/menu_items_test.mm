@@ -17,7 +17,7 @@ VordaProcess process() {
   return {.pid = 5, .displayName = "Ollama Server", .memMB = 512, .matchedAgents = {"a", "b"}};
 }
 
-VordaLaunchAgent agent() {
+VordaLaunchAgent launchAgent() {
   return {.label = "com.a", .plistPath = "/a.plist", .loaded = true, .pid = 7};
 }
 
@@ -134,7 +134,7 @@ TEST_F(MenuItems, RepresentedLabelIsAString) {
 
 TEST_F(MenuItems, RepresentedRecordsComeBackWhole) {
   EXPECT_EQ(valueOf(objectOf(process())), RepresentedObject(process()));
-  EXPECT_EQ(valueOf(objectOf(agent())), RepresentedObject(agent()));
+  EXPECT_EQ(valueOf(objectOf(launchAgent())), RepresentedObject(launchAgent()));
   EXPECT_EQ(valueOf(objectOf(std::string("x"))), RepresentedObject(std::string("x")));
   EXPECT_EQ(valueOf(objectOf(std::int32_t{5})), RepresentedObject(std::int32_t{5}));
 }
@@ -237,8 +237,8 @@ INSTANTIATE_TEST_SUITE_P(
                     ActionRow{"forceProcess:", Action::forceProcess, std::int32_t{5}, kProcess},
                     ActionRow{"showDetails:", Action::showDetails, process(), kUnidentified},
                     ActionRow{"unloadByLabel:", Action::unloadByLabel, std::string("com.a"), {}},
-                    ActionRow{"unloadAgent:", Action::unloadAgent, agent(), {}},
-                    ActionRow{"loadAgent:", Action::loadAgent, agent(), {}}),
+                    ActionRow{"unloadAgent:", Action::unloadLaunchAgent, launchAgent(), {}},
+                    ActionRow{"loadAgent:", Action::loadLaunchAgent, launchAgent(), {}}),
     selectorName);
 
 }  // namespace

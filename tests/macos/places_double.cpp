@@ -4,7 +4,7 @@
 namespace platform::places {
 
 const char* const kLaunchctl = Stage::launchctlPath();
-const char* const kMachineLaunchAgents = Stage::machineAgentsPath();
+const char* const kMachineLaunchAgents = Stage::machineLaunchAgentsPath();
 const char* const kActivityMonitor = "/System/Applications/Utilities/Activity Monitor.app";
 const char* const kDockerDesktop = Stage::dockerPath();
 

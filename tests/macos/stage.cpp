@@ -26,7 +26,7 @@ const char* launchctlPath() {
   return path.c_str();
 }
 
-const char* machineAgentsPath() {
+const char* machineLaunchAgentsPath() {
   static const std::string path = folder() / "machine";
   return path.c_str();
 }
@@ -40,7 +40,7 @@ std::string homePath() {
   return folder() / "home";
 }
 
-std::string userAgentsPath() {
+std::string userLaunchAgentsPath() {
   return homePath() + "/Library/LaunchAgents";
 }
 
@@ -56,8 +56,8 @@ void reset() {
   for (const auto& entry : std::filesystem::directory_iterator(folder().path())) {
     std::filesystem::remove_all(entry);
   }
-  std::filesystem::create_directories(userAgentsPath());
-  std::filesystem::create_directories(machineAgentsPath());
+  std::filesystem::create_directories(userLaunchAgentsPath());
+  std::filesystem::create_directories(machineLaunchAgentsPath());
   std::filesystem::create_directories(resourcesPath());
   setLaunchctl("printf 'PID\\tStatus\\tLabel\\n'");
 }

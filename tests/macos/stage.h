@@ -9,10 +9,10 @@
 namespace Stage {
 
 const char* launchctlPath();
-const char* machineAgentsPath();
+const char* machineLaunchAgentsPath();
 const char* dockerPath();
 std::string homePath();
-std::string userAgentsPath();
+std::string userLaunchAgentsPath();
 std::string bundlePath();
 std::string resourcesPath();  ///< of the bundle
 

@@ -218,7 +218,7 @@ TEST_F(ProcessScan, SortsHundredsOfProcesses) {
                              [&key](const auto& a, const auto& b) { return key(a) < key(b); }));
 }
 
-TEST_F(ProcessScan, MatchesAgentsInTheirOrder) {
+TEST_F(ProcessScan, MatchesLaunchAgentsInTheirOrder) {
   machine().processes = {{.pid = 7, .arguments = {"vllm"}}, {.pid = 8, .arguments = {"jupyter"}}};
   machine().jobFiles = {{.label = "zebra"}, {.label = "ollama"}, {.label = "apple"},
                         {.label = "other"}, {.label = "idle"},   {.label = "unloaded"}};

@@ -12,7 +12,7 @@ inline std::string recordLine(const VordaProcess& process) {
   line << std::hexfloat << process.pid << '\t' << process.displayName << '\t' << process.product
        << '\t' << process.memMB << '\t' << process.cpu << '\t' << process.commandLine << '\t'
        << rawValue(process.labRole) << '\t' << process.matchedAgents.size();
-  for (const auto& agent : process.matchedAgents) line << '\t' << agent;
+  for (const auto& launchAgent : process.matchedAgents) line << '\t' << launchAgent;
   line << '\t' << process.isProtected << '\t' << process.ownerName;
   std::string text = line.str();
   std::replace(text.begin(), text.end(), '\n', '\x1e');

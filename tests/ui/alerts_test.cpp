@@ -50,7 +50,7 @@ class AlertsTest : public testing::Test {
                         .commandLine = "ollama serve",
                         .labRole = LabRole::inference,
                         .ownerName = "ada"};
-  VordaLaunchAgent agent_{.label = "hermes", .plistPath = "/units/hermes.service"};
+  VordaLaunchAgent launchAgent_{.label = "hermes", .plistPath = "/units/hermes.service"};
 };
 
 TEST_F(AlertsTest, ANoticeIsATitleAndAMessageWithTheOneButton) {
@@ -150,7 +150,7 @@ TEST_F(AlertsTest, DockerIsQuitFromItsWhale) {
 
 TEST_F(AlertsTest, UnloadAsksWithTheJobFile) {
   EXPECT_EQ(
-      Alerts::unload(agent_),
+      Alerts::unload(launchAgent_),
       (Alert{.messageText = "Unload hermes?",
              .informativeText = "Stops it and prevents KeepAlive restart.\n/units/hermes.service",
              .buttons = {"Unload", "Cancel"}}));
@@ -159,14 +159,14 @@ TEST_F(AlertsTest, UnloadAsksWithTheJobFile) {
 TEST_F(AlertsTest, NobodysNameForgesALine) {
   process_.displayName = "x\nPID 1";
   process_.ownerName = "y\nz";
-  agent_ = {.label = "a\nb", .plistPath = "/a\n/b"};
+  launchAgent_ = {.label = "a\nb", .plistPath = "/a\n/b"};
   EXPECT_THAT(Alerts::forceQuit(process_).informativeText, StartsWith("x\uFFFDPID 1\nPID 77\n"));
   EXPECT_THAT(Alerts::protectedMessage(process_), StartsWith("x\uFFFDPID 1 is owned by y\uFFFDz."));
   EXPECT_EQ(Alerts::details(process_).messageText, "x\uFFFDPID 1");
   EXPECT_THAT(Alerts::details(process_).informativeText,
               EndsWith("\nOwner: y\uFFFDz\n\nCommand:\nollama serve"));
-  EXPECT_EQ(Alerts::unload(agent_).messageText, "Unload a\uFFFDb?");
-  EXPECT_THAT(Alerts::unload(agent_).informativeText, EndsWith("\n/a\uFFFD/b"));
+  EXPECT_EQ(Alerts::unload(launchAgent_).messageText, "Unload a\uFFFDb?");
+  EXPECT_THAT(Alerts::unload(launchAgent_).informativeText, EndsWith("\n/a\uFFFD/b"));
 }
 
 TEST_F(AlertsTest, ACommandLineKeepsItsLines) {

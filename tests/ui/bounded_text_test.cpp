@@ -40,7 +40,7 @@ VordaProcess process(bool isProtected) {
           .ownerName = dearText()};
 }
 
-VordaLaunchAgent agent() {
+VordaLaunchAgent launchAgent() {
   return {.label = dearText(), .plistPath = "/units/a.service"};
 }
 
@@ -97,16 +97,16 @@ TEST_P(BoundedText, HasNoDearCharacterAndNoEnd) {
 INSTANTIATE_TEST_SUITE_P(
     , BoundedText,
     testing::Values(
-        // title; tool tip: name, product, owner; submenu: product, agent
+        // title; tool tip: name, product, owner; submenu: product, launch agent
         Place{"ProcessRow", [] { return processRow(false); }, 6},
         Place{"ProtectedProcessRow", [] { return processRow(true); }, 8},
-        Place{"AgentRow", [] { return all(MenuConstruction::agentItem(agent())); }, 1},
+        Place{"AgentRow", [] { return all(MenuConstruction::launchAgentItem(launchAgent())); }, 1},
         Place{"Largest", &largest, 1}, Place{"StripDescription", &description, 1},
         Place{"StatusToolTip", [] { return StatusToolTip::of({process(false)}, 5); }, 1},
         Place{"Details", [] { return all(Alerts::details(process(false))); }, 4},
         Place{"ForceQuit", [] { return all(Alerts::forceQuit(process(false))); }, 1},
         Place{"Protected", [] { return Alerts::protectedMessage(process(true)); }, 2},
-        Place{"Unload", [] { return all(Alerts::unload(agent())); }, 1},
+        Place{"Unload", [] { return all(Alerts::unload(launchAgent())); }, 1},
         Place{"Notice",
               [] { return all(Alerts::notice("Failed", "Failed to load " + dearText())); },
               text::kMostTextBytes / text::kMostNameBytes}),

@@ -30,8 +30,8 @@ class ControllerTest : public testing::Test {
         {.pid = pid, .arguments = {"/usr/bin/" + program}, .footprintMB = footprintMB});
     return machine().processes.back();
   }
-  static void addAgent(const std::string& label, const std::string& path = "",
-                       bool keepAlive = false) {
+  static void addLaunchAgent(const std::string& label, const std::string& path = "",
+                             bool keepAlive = false) {
     machine().jobFiles.push_back({label, path, {}, keepAlive});
     machine().loadedJobs[label] = std::nullopt;
   }

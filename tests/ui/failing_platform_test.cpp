@@ -37,11 +37,11 @@ class FailingPlatform : public ControllerTest, public testing::WithParamInterfac
     processes.push_back(
         {.pid = kForeign, .arguments = {"vllm", "serve"}, .effectiveUid = 1001, .identity = 102});
     processes.push_back({.pid = kBrowser, .arguments = {"firefox"}, .identity = 103});
-    addAgent("vorda-gateway", "/home/ada/gateway.service", true);
+    addLaunchAgent("vorda-gateway", "/home/ada/gateway.service", true);
   }
 
   /// What somebody does in a minute: looks, quits the server, ends the trainer, stops and
-  /// starts the agent. What the menu does not offer is not chosen.
+  /// starts the launch agent. What the menu does not offer is not chosen.
   void useAll() {
     frontEnd_.advance(StatusBarController::kRefreshInterval);
     expectSense();
@@ -49,7 +49,8 @@ class FailingPlatform : public ControllerTest, public testing::WithParamInterfac
     expectSense();
     chooseIfThere(kTrainer, Action::forceProcess);
     expectSense();
-    for (const Action action : {Action::unloadAgent, Action::loadAgent}) chooseIfThere(action);
+    for (const Action action : {Action::unloadLaunchAgent, Action::loadLaunchAgent})
+      chooseIfThere(action);
     openMenu();
     frontEnd_.advance(StatusBarController::kRefreshInterval);
     closeMenu();

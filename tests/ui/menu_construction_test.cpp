@@ -42,7 +42,7 @@ class MenuConstructionTest : public testing::Test {
  protected:
   MenuConstructionTest() { resetMachine(); }
 
-  Menu menu() const { return MenuConstruction::build({processes_, agents_, sys_}); }
+  Menu menu() const { return MenuConstruction::build({processes_, launchAgents_, sys_}); }
 
   /// The titles of the items; "---" for a separator, "===" for the strip.
   static std::vector<std::string> titles(const std::vector<MenuItem>& items) {
@@ -75,7 +75,7 @@ class MenuConstructionTest : public testing::Test {
   }
 
   std::vector<VordaProcess> processes_;
-  std::vector<VordaLaunchAgent> agents_;
+  std::vector<VordaLaunchAgent> launchAgents_;
   SystemMemory::Snapshot sys_{.usedGB = 9.26, .totalGB = 15.5, .freeGB = 2};
 };
 
@@ -97,7 +97,7 @@ TEST_F(MenuConstructionTest, NamesTheMonitorOfThePlatform) {
 TEST_F(MenuConstructionTest, GreysWhatOnlyTellsSomething) {
   processes_ = {process(1, 200, LabRole::training), process(2, 300, LabRole::inference),
                 process(3, 50, LabRole::agent)};
-  agents_ = {{.label = "ollama", .loaded = true}};
+  launchAgents_ = {{.label = "ollama", .loaded = true}};
   for (const MenuItem& item : menu().items) {
     const bool acts = item.action != Action::none || !item.submenu.empty() ||
                       item.kind == MenuItem::Kind::separator;
@@ -127,7 +127,7 @@ TEST_F(MenuConstructionTest, EachCommandHasItsActionAndRepresentsNothing) {
 TEST_F(MenuConstructionTest, HasItsSectionsInOrder) {
   processes_ = {process(1, 90, LabRole::agent), process(2, 80, LabRole::inference),
                 process(3, 70, LabRole::training), process(4, 60)};
-  agents_ = {{.label = "gateway", .loaded = true}};
+  launchAgents_ = {{.label = "gateway", .loaded = true}};
   std::vector<std::string> all = titles();
   all.erase(std::remove_if(all.begin(), all.end(),
                            [](const auto& t) { return t.rfind("—", 0) != 0 && t != "---"; }),
@@ -256,25 +256,26 @@ TEST_F(MenuConstructionTest, RowsSpeakOfTheProcessThatWasSampled) {
   EXPECT_EQ(rows.at(1).process, (ProcessReference{2, std::nullopt}));
 }
 
-TEST_F(MenuConstructionTest, ListsAgentsThatRunOrWouldInTheirOrder) {
-  agents_ = {{.label = "c", .loaded = true},
-             {.label = "idle"},
-             {.label = "a", .keepAlive = true},
-             {.label = "b", .keepAlive = true, .loaded = true},
-             {.label = "pid-alone", .pid = 7}};
+TEST_F(MenuConstructionTest, ListsLaunchAgentsThatRunOrWouldInTheirOrder) {
+  launchAgents_ = {{.label = "c", .loaded = true},
+                   {.label = "idle"},
+                   {.label = "a", .keepAlive = true},
+                   {.label = "b", .keepAlive = true, .loaded = true},
+                   {.label = "pid-alone", .pid = 7}};
   EXPECT_THAT(titles(section(kAutoStart)), ElementsAre("c  ·  on", "a  ·  off ↺", "b  ·  on ↺"));
 }
 
-TEST_F(MenuConstructionTest, HasNoAgentSectionWithoutAgentsToShow) {
-  agents_ = {{.label = "idle"}};
+TEST_F(MenuConstructionTest, HasNoLaunchAgentSectionWithoutLaunchAgentsToShow) {
+  launchAgents_ = {{.label = "idle"}};
   EXPECT_THAT(titles(), Not(Contains(kAutoStart)));
 }
 
-TEST_F(MenuConstructionTest, ListsSixAgentsAtMost) {
-  for (int i = 1; i <= 6; ++i) agents_.push_back({.label = std::to_string(i), .loaded = true});
+TEST_F(MenuConstructionTest, ListsSixLaunchAgentsAtMost) {
+  for (int i = 1; i <= 6; ++i)
+    launchAgents_.push_back({.label = std::to_string(i), .loaded = true});
   EXPECT_EQ(section(kAutoStart).size(), 6U);
-  agents_.insert(agents_.begin(), {.label = "idle"});
-  agents_.push_back({.label = "7", .loaded = true});
+  launchAgents_.insert(launchAgents_.begin(), {.label = "idle"});
+  launchAgents_.push_back({.label = "7", .loaded = true});
   const auto shown = titles(section(kAutoStart));
   ASSERT_EQ(shown.size(), 6U);
   EXPECT_EQ(shown.front(), "1  ·  on");

@@ -357,8 +357,8 @@ INSTANTIATE_TEST_SUITE_P(
                     WrongRow{"ForceQuitOfAText", Action::forceProcess, std::string("7")},
                     WrongRow{"DetailsOfAPid", Action::showDetails, std::int32_t{7}},
                     WrongRow{"DetailsOfNothing", Action::showDetails, {}},
-                    WrongRow{"UnloadOfALabel", Action::unloadAgent, std::string("hermes")},
-                    WrongRow{"LoadOfNothing", Action::loadAgent, {}},
+                    WrongRow{"UnloadOfALabel", Action::unloadLaunchAgent, std::string("hermes")},
+                    WrongRow{"LoadOfNothing", Action::loadLaunchAgent, {}},
                     WrongRow{"UnloadByLabelOfAnAgent", Action::unloadByLabel, VordaLaunchAgent{}}),
     rowName<WrongRow>);
 

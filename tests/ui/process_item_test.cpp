@@ -160,7 +160,7 @@ TEST_F(ProcessItem, OffersNeitherWhenProtected) {
   EXPECT_EQ(submenu()[4].action, Action::showDetails);
 }
 
-TEST_F(ProcessItem, OffersToUnloadEachOfItsAgentsInOrder) {
+TEST_F(ProcessItem, OffersToUnloadEachOfItsLaunchAgentsInOrder) {
   process_.matchedAgents = {"b.gateway", "a.gateway"};
   const auto entries = submenu();
   ASSERT_EQ(entries.size(), 8U);

@@ -75,7 +75,7 @@ TEST_F(ShortMenuTest, HasEverySectionAsASubmenu) {
   addProcess(30, "mcp-server-git", 90);
   machine().processes.push_back(
       {.pid = 40, .arguments = {"/usr/bin/python3", "train_lora.py"}, .footprintMB = 2048});
-  addAgent("gateway", "", true);
+  addLaunchAgent("gateway", "", true);
   EXPECT_THAT(
       shown(shortMenu().items),
       ElementsAre("===", "Open Vorda…", HasSubstr("System  "), "---", HasSubstr("2.0 GB"),
@@ -109,7 +109,7 @@ TEST_F(ShortMenuTest, ItsRowsKeepTheirDotsAndOpenAMenuOfTheirOwn) {
 }
 
 TEST_F(ShortMenuTest, AServicesRowOpensAMenuOfItsOwnToo) {
-  addAgent("gateway", "", true);
+  addLaunchAgent("gateway", "", true);
   const MenuItem row = itemBeginning("Auto-start agents").submenu.front();
   EXPECT_EQ(row.action, Action::openRow);
   EXPECT_THAT(shown(ShortMenu::ofRow(row).items),

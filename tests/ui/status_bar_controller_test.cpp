@@ -45,19 +45,19 @@ TEST_F(Refresh, ListsOrdinaryProcessesFromFiftyMegabytesOn) {
   EXPECT_THAT(listedPids(), ElementsAre(2));
 }
 
-TEST_F(Refresh, KeepsAgentsOfAIToolingAndThoseThatAreKeptAlive) {
-  addAgent("my-GateWay");
-  addAgent("kept", "", true);
-  addAgent("dropped");
+TEST_F(Refresh, KeepsLaunchAgentsOfAIToolingAndThoseThatAreKeptAlive) {
+  addLaunchAgent("my-GateWay");
+  addLaunchAgent("kept", "", true);
+  addLaunchAgent("dropped");
   machine().jobFiles.push_back({"by-program", "", {"/opt/Ollama/bin"}, false});
   start();
   std::vector<std::string> labels;
-  for (const auto& agent : controller().agents()) labels.push_back(agent.label);
+  for (const auto& launchAgent : controller().launchAgents()) labels.push_back(launchAgent.label);
   EXPECT_THAT(labels, ElementsAre("by-program", "my-GateWay", "kept"));
 }
 
 TEST_F(Refresh, AsksOnceWhatStartsByItself) {
-  addAgent("kept", "", true);
+  addLaunchAgent("kept", "", true);
   start();
   EXPECT_EQ(machine().jobFileListings, 1);
   frontEnd_.advance(5);

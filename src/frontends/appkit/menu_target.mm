@@ -52,9 +52,9 @@ SEL selectorOf(Action action) {
       return @selector(openDockerHelp);
     case Action::unloadByLabel:
       return @selector(unloadByLabel:);
-    case Action::unloadAgent:
+    case Action::unloadLaunchAgent:
       return @selector(unloadAgent:);
-    case Action::loadAgent:
+    case Action::loadLaunchAgent:
       return @selector(loadAgent:);
   }
   return NULL;
@@ -131,11 +131,11 @@ SEL selectorOf(Action action) {
 }
 
 - (void)unloadAgent:(NSMenuItem*)sender {
-  [self perform:Action::unloadAgent sender:sender];
+  [self perform:Action::unloadLaunchAgent sender:sender];
 }
 
 - (void)loadAgent:(NSMenuItem*)sender {
-  [self perform:Action::loadAgent sender:sender];
+  [self perform:Action::loadLaunchAgent sender:sender];
 }
 
 @end

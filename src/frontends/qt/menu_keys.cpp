@@ -11,7 +11,9 @@ struct SubjectKey {
   std::string operator()(std::int32_t pid) const { return std::to_string(pid); }
   std::string operator()(const std::string& label) const { return label; }
   std::string operator()(const VordaProcess& process) const { return std::to_string(process.pid); }
-  std::string operator()(const VordaLaunchAgent& agent) const { return agent.plistPath; }
+  std::string operator()(const VordaLaunchAgent& launchAgent) const {
+    return launchAgent.plistPath;
+  }
 };
 
 /// Two items with the same meaning have the same one.

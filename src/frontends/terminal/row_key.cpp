@@ -9,10 +9,10 @@ std::string sectionOf(Items items, std::size_t index) {
   return items[start].title;
 }
 
-std::string agentPathOf(const MenuItem& item) {
+std::string launchAgentPathOf(const MenuItem& item) {
   for (const auto& entry : item.submenu) {
-    if (const auto* agent = std::get_if<VordaLaunchAgent>(&entry.representedObject)) {
-      return agent->plistPath;
+    if (const auto* launchAgent = std::get_if<VordaLaunchAgent>(&entry.representedObject)) {
+      return launchAgent->plistPath;
     }
   }
   return {};
@@ -25,7 +25,7 @@ bool isSameProcess(const ProcessReference& a, const ProcessReference& b) {
 bool isAbout(const MenuItem& item, const RowKey& key) {
   if (!isSelectable(item)) return false;
   if (key.process) return item.process && isSameProcess(*item.process, *key.process);
-  if (!key.agentPath.empty()) return agentPathOf(item) == key.agentPath;
+  if (!key.launchAgentPath.empty()) return launchAgentPathOf(item) == key.launchAgentPath;
   return key.action != Action::none && item.action == key.action;
 }
 
@@ -33,7 +33,7 @@ bool isAbout(const MenuItem& item, const RowKey& key) {
 
 RowKey keyOf(Items items, std::size_t index) {
   const MenuItem& item = items[index];
-  return {sectionOf(items, index), item.process, agentPathOf(item), item.action};
+  return {sectionOf(items, index), item.process, launchAgentPathOf(item), item.action};
 }
 
 std::optional<std::size_t> findRow(Items items, const RowKey& key) {

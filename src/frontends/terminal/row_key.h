@@ -12,7 +12,7 @@ namespace terminal {
 struct RowKey {
   std::string section;  ///< the heading above it: a process may stand in two sections
   std::optional<ProcessReference> process;
-  std::string agentPath;
+  std::string launchAgentPath;
   Action action = Action::none;
 
   bool operator==(const RowKey&) const = default;
@@ -27,7 +27,7 @@ std::optional<std::size_t> findRow(Items items, const RowKey& key);
 /// What a submenu's item does, by which it is found again when the submenu was rebuilt.
 struct ItemKey {
   Action action = Action::none;
-  std::string label;  ///< the agent's that Action::unloadByLabel is about
+  std::string label;  ///< the launch agent's that Action::unloadByLabel is about
 
   bool operator==(const ItemKey&) const = default;
 };

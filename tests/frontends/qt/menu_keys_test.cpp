@@ -27,8 +27,8 @@ TEST(MenuKeys, rowKeepsItsKeyOnlyWhileItOffersTheSame) {
   EXPECT_NE(keyOf(processRow(11, "ollama")), keyOf(protectedRow));
 }
 
-TEST(MenuKeys, tellAgentsApartByTheirFile) {
-  MenuItem ours = actionItem("Stop / unload", Action::unloadAgent);
+TEST(MenuKeys, tellLaunchAgentsApartByTheirFile) {
+  MenuItem ours = actionItem("Stop / unload", Action::unloadLaunchAgent);
   ours.representedObject = VordaLaunchAgent{.label = "sync", .plistPath = "/home/ada/sync"};
   MenuItem theirs = ours;
   theirs.representedObject = VordaLaunchAgent{.label = "sync", .plistPath = "/etc/sync"};

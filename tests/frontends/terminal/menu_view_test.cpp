@@ -215,15 +215,15 @@ TEST(SelectionAfterRebuild, StaysInItsSection) {
   EXPECT_EQ(menu.selected(), "P2") << "where the section is gone, the process is still followed";
 }
 
-TEST(SelectionAfterRebuild, StaysOnItsAgent) {
-  const auto agents = [](const std::vector<std::string>& names) {
+TEST(SelectionAfterRebuild, StaysOnItsLaunchAgent) {
+  const auto launchAgents = [](const std::vector<std::string>& names) {
     SampleMenu::Section section{.heading = "Auto-start agents"};
-    for (const auto& name : names) section.rows.push_back(SampleMenu::agent(name));
+    for (const auto& name : names) section.rows.push_back(SampleMenu::launchAgent(name));
     return SampleMenu::menu({section});
   };
-  UsedMenu menu(agents({"a", "b"}));
+  UsedMenu menu(launchAgents({"a", "b"}));
   menu.press(key(Kind::down));
-  menu.rebuild(agents({"b", "c"}));
+  menu.rebuild(launchAgents({"b", "c"}));
   EXPECT_EQ(menu.selected(), "b  ·  on");
 }
 

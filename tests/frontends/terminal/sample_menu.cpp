@@ -31,9 +31,9 @@ MenuItem process(std::int32_t pid, const std::string& title, std::uint64_t ident
                       command("Full details…", Action::showDetails)}};
 }
 
-MenuItem agent(const std::string& name) {
+MenuItem launchAgent(const std::string& name) {
   const VordaLaunchAgent record{.label = name, .plistPath = "/units/" + name + ".service"};
-  MenuItem stop = command("Stop / unload", Action::unloadAgent);
+  MenuItem stop = command("Stop / unload", Action::unloadLaunchAgent);
   stop.representedObject = record;
   return {.title = name + "  ·  on", .submenu = {stop}};
 }

@@ -15,7 +15,7 @@ MenuItem command(const std::string& title, Action action);
 /// A row with the submenu of a process of one's own: two labels, a separator, "Quit", "Force
 /// Quit" and "Full details…".
 MenuItem process(std::int32_t pid, const std::string& title, std::uint64_t identity = 1);
-MenuItem agent(const std::string& name);
+MenuItem launchAgent(const std::string& name);
 
 /// The strip, three summary lines and these sections, the commands, all with separators and
 /// headings.

@@ -580,7 +580,7 @@ TEST_F(TerminalMenu, SurvivesAnySize) {
   run();
 }
 
-TEST_F(TerminalMenu, UnloadsAnAgent) {
+TEST_F(TerminalMenu, UnloadsALaunchAgent) {
   machine().jobFiles = {{.label = "ollama", .path = "/units/ollama.service"}};
   machine().loadedJobs = {{"ollama", 30}};
   screen.walkTo("ollama  ·  on");
@@ -595,7 +595,7 @@ TEST_F(TerminalMenu, UnloadsAnAgent) {
   run();
 }
 
-TEST_F(TerminalMenu, LoadsAnAgent) {
+TEST_F(TerminalMenu, LoadsALaunchAgent) {
   machine().jobFiles = {{.label = "ollama", .path = "/units/ollama.service", .keepAlive = true}};
   screen.walkTo("ollama  ·  off");
   screen.press(Kind::enter);

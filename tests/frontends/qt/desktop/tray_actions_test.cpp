@@ -157,7 +157,7 @@ TEST_F(TrayActions, menuGoesWithItsHost) {
 }
 
 /// The desktop's bus is that of a real user manager.
-class TrayAgents : public TrayActions {
+class TrayLaunchAgents : public TrayActions {
  protected:
   void SetUp() override {
     if (!rig.reason().empty()) GTEST_SKIP() << rig.reason();
@@ -165,8 +165,8 @@ class TrayAgents : public TrayActions {
     TrayTest::SetUp();
   }
 
-  /// The agent's row; its label begins with the agent's.
-  std::optional<HostItem> agentRow(const std::string& label) {
+  /// The launch agent's row; its label begins with the launch agent's.
+  std::optional<HostItem> launchAgentRow(const std::string& label) {
     for (const HostItem& row : host->layout().children) {
       if (row.label.starts_with(label)) return row;
     }
@@ -176,12 +176,12 @@ class TrayAgents : public TrayActions {
   UserManagerRig rig;
 };
 
-TEST_F(TrayAgents, unloadStopsTheService) {
+TEST_F(TrayLaunchAgents, unloadStopsTheService) {
   rig.addService("model-gateway", execStart(playProcess({}, {"gateway"})) + "\nRestart=always");
   ASSERT_EQ(runProgram({"systemctl", "--user", "start", "model-gateway"}), 0);
 
   startInTray();
-  const auto row = agentRow("model-gateway");
+  const auto row = launchAgentRow("model-gateway");
   ASSERT_TRUE(row);
   EXPECT_NE(row->label.find("on · pid"), std::string::npos);
   ASSERT_EQ(row->children.size(), 1U);
@@ -191,12 +191,12 @@ TEST_F(TrayAgents, unloadStopsTheService) {
   ASSERT_TRUE(windowAppears(kDialog));
   desktop.press({"Return"});
   EXPECT_TRUE(host->eventually([this] {
-    const auto now = agentRow("model-gateway");
+    const auto now = launchAgentRow("model-gateway");
     return now && now->label.find("off") != std::string::npos;
   }));
   EXPECT_NE(runProgram({"systemctl", "--user", "is-active", "--quiet", "model-gateway"}), 0);
 
-  host->click(agentRow("model-gateway")->children[0]);
+  host->click(launchAgentRow("model-gateway")->children[0]);
   EXPECT_TRUE(host->eventually([] {
     return runProgram({"systemctl", "--user", "is-active", "--quiet", "model-gateway"}) == 0;
   }));

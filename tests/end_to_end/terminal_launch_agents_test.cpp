@@ -18,8 +18,8 @@ namespace {
 const std::string kEnter = "\r";
 const std::string kEscape = "\033";
 
-/// The agents stand near the end of the menu.
-bool walkToAgent(TerminalSession& terminal, const std::string& text) {
+/// The launch agents stand near the end of the menu.
+bool walkToLaunchAgent(TerminalSession& terminal, const std::string& text) {
   if (!terminal.waitFor("q Quit")) return false;
   terminal.send("\033[F");
   const auto atTheEnd = [&] { return terminal.screen().reversed() == " Quit Vorda\n"; };
@@ -27,7 +27,7 @@ bool walkToAgent(TerminalSession& terminal, const std::string& text) {
   return terminal.waitUntil(atTheEnd) && terminal.waitFor(text) && terminal.walkTo(text, true);
 }
 
-class TerminalAgents : public testing::Test {
+class TerminalLaunchAgents : public testing::Test {
  protected:
   void SetUp() override {
     if (!rig_.reason().empty()) GTEST_SKIP() << rig_.reason();
@@ -36,15 +36,15 @@ class TerminalAgents : public testing::Test {
   UserManagerRig rig_;
 };
 
-TEST_F(TerminalAgents, AreLoadedAndUnloaded) {
+TEST_F(TerminalLaunchAgents, AreLoadedAndUnloaded) {
   TerminalSession terminal({.height = 50});
   const auto isClosed = [&] { return terminal.screen().find("Unload vorda-gateway?").x < 0; };
-  ASSERT_TRUE(walkToAgent(terminal, "vorda-gateway  ·  off ↺"));
+  ASSERT_TRUE(walkToLaunchAgent(terminal, "vorda-gateway  ·  off ↺"));
   ASSERT_TRUE(terminal.press(kEnter, "Start / load"));
   ASSERT_TRUE(terminal.press(kEnter, "vorda-gateway  ·  on · pid "));
   EXPECT_EQ(terminal.screen().find("[ OK ]").x, -1) << "a success is silent";
 
-  ASSERT_TRUE(walkToAgent(terminal, "vorda-gateway"));
+  ASSERT_TRUE(walkToLaunchAgent(terminal, "vorda-gateway"));
   ASSERT_TRUE(terminal.press(kEnter, "Stop / unload"));
   ASSERT_TRUE(terminal.press(kEnter, "Unload vorda-gateway?"));
   EXPECT_TRUE(terminal.waitFor("Stops it and prevents KeepAlive restart."));
@@ -58,10 +58,10 @@ TEST_F(TerminalAgents, AreLoadedAndUnloaded) {
   EXPECT_TRUE(terminal.press(kEnter, "vorda-gateway  ·  off ↺"));
 }
 
-/// Opens the agent's row, and chooses what it offers.
+/// Opens the launch agent's row, and chooses what it offers.
 bool choose(TerminalSession& terminal, const std::string& row, const std::string& command,
             const std::string& shown) {
-  return walkToAgent(terminal, row) && terminal.press(kEnter, command) &&
+  return walkToLaunchAgent(terminal, row) && terminal.press(kEnter, command) &&
          terminal.press(kEnter, shown);
 }
 
@@ -72,7 +72,7 @@ bool answersKeys(TerminalSession& terminal) {
   return terminal.waitUntilGone("[ OK ]");
 }
 
-TEST_F(TerminalAgents, ThatTakeTheirTimeToStopAreNotWaitedFor) {
+TEST_F(TerminalLaunchAgents, ThatTakeTheirTimeToStopAreNotWaitedFor) {
   const TempFolder folder;
   const std::string script = folder / "stop";
   folder.write("stop", "until [ -e \"$0.now\" ]; do sleep 0.02; done\n");
@@ -90,9 +90,9 @@ TEST_F(TerminalAgents, ThatTakeTheirTimeToStopAreNotWaitedFor) {
   EXPECT_EQ(terminal.screen().find("[ OK ]").x, -1) << "a success is silent";
 }
 
-TEST_F(TerminalAgents, AreStartedWhenTheManagerGoesOn) {
+TEST_F(TerminalLaunchAgents, AreStartedWhenTheManagerGoesOn) {
   TerminalSession terminal({.height = 50});
-  ASSERT_TRUE(walkToAgent(terminal, "vorda-gateway  ·  off ↺"));
+  ASSERT_TRUE(walkToLaunchAgent(terminal, "vorda-gateway  ·  off ↺"));
   ASSERT_TRUE(terminal.press(kEnter, "Start / load"));
   rig_.pause();
   EXPECT_TRUE(terminal.press(kEnter, "vorda-gateway  ·  starting… ↺"));
@@ -102,9 +102,9 @@ TEST_F(TerminalAgents, AreStartedWhenTheManagerGoesOn) {
   EXPECT_EQ(terminal.screen().find("[ OK ]").x, -1) << "a success is silent";
 }
 
-TEST_F(TerminalAgents, ThatAreStartingDoNotKeepItFromEnding) {
+TEST_F(TerminalLaunchAgents, ThatAreStartingDoNotKeepItFromEnding) {
   TerminalSession terminal({.height = 50});
-  ASSERT_TRUE(walkToAgent(terminal, "vorda-gateway  ·  off ↺"));
+  ASSERT_TRUE(walkToLaunchAgent(terminal, "vorda-gateway  ·  off ↺"));
   ASSERT_TRUE(terminal.press(kEnter, "Start / load"));
   rig_.pause();
   EXPECT_TRUE(terminal.press(kEnter, "vorda-gateway  ·  starting… ↺"));
@@ -113,14 +113,14 @@ TEST_F(TerminalAgents, ThatAreStartingDoNotKeepItFromEnding) {
   rig_.resume();
 }
 
-TEST_F(TerminalAgents, ThatDoNotStartAreToldOf) {
+TEST_F(TerminalLaunchAgents, ThatDoNotStartAreToldOf) {
   rig_.addService("vorda-gateway", "Type=exec\nExecStart=/nonexistent\nRestart=always");
   TerminalSession terminal({.height = 50});
   ASSERT_TRUE(
       choose(terminal, "vorda-gateway  ·  off ↺", "Start / load", "Failed to load vorda-gateway"));
 }
 
-TEST_F(TerminalAgents, WithoutARowAreUnloadedByTheirProcess) {
+TEST_F(TerminalLaunchAgents, WithoutARowAreUnloadedByTheirProcess) {
   const std::string kProgram = "mcp-server-unloaded";
   // No AI tooling by its name, and not kept alive.
   rig_.addService("plain-job", execStart(playProcess({}, {kProgram, "stdio"})));
@@ -137,7 +137,7 @@ TEST_F(TerminalAgents, WithoutARowAreUnloadedByTheirProcess) {
 }
 
 /// As after "su -": the manager is there, and the environment does not say where.
-TEST_F(TerminalAgents, AreFoundWithoutTheVariables) {
+TEST_F(TerminalLaunchAgents, AreFoundWithoutTheVariables) {
   const std::string runtime = getenv("XDG_RUNTIME_DIR");
   TerminalSession::Options options{.height = 50,
                                    .environment = {{"XDG_RUNTIME_DIR", std::nullopt},
@@ -149,10 +149,10 @@ TEST_F(TerminalAgents, AreFoundWithoutTheVariables) {
            mount(runtime.c_str(), own.c_str(), nullptr, MS_BIND, nullptr) == 0;
   };
   TerminalSession terminal(options);
-  EXPECT_TRUE(walkToAgent(terminal, "vorda-gateway  ·  off ↺"));
+  EXPECT_TRUE(walkToLaunchAgent(terminal, "vorda-gateway  ·  off ↺"));
 }
 
-TEST_F(TerminalAgents, AreNotShownWhereNobodyCanBeAsked) {
+TEST_F(TerminalLaunchAgents, AreNotShownWhereNobodyCanBeAsked) {
   rig_.end();
   TerminalSession terminal({.height = 50});
   ASSERT_TRUE(terminal.waitFor("q Quit"));

@@ -21,9 +21,9 @@ struct VordaLaunchAgent {
   /// What tells it from every other: one label is loaded at most once.
   const std::string& id() const { return label; }
 
-  /// Whether the process that has this pid and started by `startTime` is this agent's: the manager
-  /// told its pid, and it was there when the manager was asked. One that is younger, or of which
-  /// that can't be told, may be a stranger that was given the pid since. Both times are on
+  /// Whether the process that has this pid and started by `startTime` is this launch agent's: the
+  /// manager told its pid, and it was there when the manager was asked. One that is younger, or of
+  /// which that can't be told, may be a stranger that was given the pid since. Both times are on
   /// platform::processClock().
   bool runsAs(std::int32_t process, std::optional<std::uint64_t> startTime) const;
 
@@ -31,9 +31,9 @@ struct VordaLaunchAgent {
   bool operator==(const VordaLaunchAgent& other) const;
 };
 
-/// For sets and maps of agents.
+/// For sets and maps of launch agents.
 template <>
 struct std::hash<VordaLaunchAgent> {
   /// Over the fields that operator== compares, so that equal values hash equally.
-  std::size_t operator()(const VordaLaunchAgent& agent) const noexcept;
+  std::size_t operator()(const VordaLaunchAgent& launchAgent) const noexcept;
 };

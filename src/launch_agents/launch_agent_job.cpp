@@ -1,4 +1,4 @@
-#include "agents/launch_agent_job.h"
+#include "launch_agents/launch_agent_job.h"
 
 #include <algorithm>
 #include <array>
@@ -16,11 +16,12 @@ bool saysNotLoaded(std::string_view errorText) {
 
 }  // namespace
 
-LaunchAgentJob::LaunchAgentJob(const VordaLaunchAgent& agent, Kind kind)
-    : label_(agent.label),
+LaunchAgentJob::LaunchAgentJob(const VordaLaunchAgent& launchAgent, Kind kind)
+    : label_(launchAgent.label),
       kind_(kind),
-      attempts_(kind == Kind::stop ? platform::stopAttempts(agent.label, agent.plistPath)
-                                   : platform::startAttempts(agent.label, agent.plistPath)) {}
+      attempts_(kind == Kind::stop
+                    ? platform::stopAttempts(launchAgent.label, launchAgent.plistPath)
+                    : platform::startAttempts(launchAgent.label, launchAgent.plistPath)) {}
 
 const std::optional<LaunchAgentJob::Outcome>& LaunchAgentJob::poll() {
   while (!outcome_ && current_ < attempts_.size()) {
@@ -36,7 +37,7 @@ const std::optional<LaunchAgentJob::Outcome>& LaunchAgentJob::poll() {
 }
 
 /// What an attempt's reply settles; none: the next one decides. A start's words are not read,
-/// unlike a stop's: an agent that is loaded already is a failure to load it.
+/// unlike a stop's: a launch agent that is loaded already is a failure to load it.
 std::optional<LaunchAgentJob::Outcome> LaunchAgentJob::decision(
     const platform::ServiceReply& reply) const {
   if (reply.status == 0) return {{true, (kind_ == Kind::stop ? "Unloaded " : "Loaded ") + label_}};

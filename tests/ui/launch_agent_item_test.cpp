@@ -12,17 +12,17 @@ using Kind = LaunchAgentJob::Kind;
 
 struct Row {
   const char* name;
-  VordaLaunchAgent agent;
+  VordaLaunchAgent launchAgent;
   std::string title;
   Action action;
   std::optional<Kind> underWay = std::nullopt;
 };
 
-class AgentItem : public testing::TestWithParam<Row> {};
+class LaunchAgentItem : public testing::TestWithParam<Row> {};
 
-TEST_P(AgentItem, SaysItsStateAndOffersToChangeIt) {
+TEST_P(LaunchAgentItem, SaysItsStateAndOffersToChangeIt) {
   const auto& row = GetParam();
-  const MenuItem item = MenuConstruction::agentItem(row.agent, row.underWay);
+  const MenuItem item = MenuConstruction::launchAgentItem(row.launchAgent, row.underWay);
   EXPECT_EQ(item.title, row.title);
   EXPECT_EQ(item.toolTip, "");
   EXPECT_EQ(item.dot, std::nullopt);
@@ -32,49 +32,53 @@ TEST_P(AgentItem, SaysItsStateAndOffersToChangeIt) {
 
   ASSERT_EQ(item.submenu.size(), 1U);
   const MenuItem& entry = item.submenu[0];
-  EXPECT_EQ(entry.title, row.action == Action::unloadAgent ? "Stop / unload" : "Start / load");
+  EXPECT_EQ(entry.title,
+            row.action == Action::unloadLaunchAgent ? "Stop / unload" : "Start / load");
   EXPECT_EQ(entry.action, row.action);
-  EXPECT_EQ(entry.representedObject, RepresentedObject(row.agent));
+  EXPECT_EQ(entry.representedObject, RepresentedObject(row.launchAgent));
   EXPECT_EQ(entry.enabled, row.underWay != Kind::stop);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , AgentItem,
+    , LaunchAgentItem,
     testing::Values(
-        Row{"Off", {.label = "a"}, "a  ·  off", Action::loadAgent},
-        Row{"OffAndKeptAlive", {.label = "a", .keepAlive = true}, "a  ·  off ↺", Action::loadAgent},
-        Row{"Loaded", {.label = "a", .loaded = true}, "a  ·  on", Action::unloadAgent},
+        Row{"Off", {.label = "a"}, "a  ·  off", Action::loadLaunchAgent},
+        Row{"OffAndKeptAlive",
+            {.label = "a", .keepAlive = true},
+            "a  ·  off ↺",
+            Action::loadLaunchAgent},
+        Row{"Loaded", {.label = "a", .loaded = true}, "a  ·  on", Action::unloadLaunchAgent},
         Row{"Running",
             {.label = "a", .keepAlive = true, .loaded = true, .pid = 12345},
             "a  ·  on · pid 12345 ↺",
-            Action::unloadAgent},
+            Action::unloadLaunchAgent},
         Row{"PidWithoutBeingLoaded",
             {.label = "a", .pid = 5},
             "a  ·  on · pid 5",
-            Action::loadAgent},
+            Action::loadLaunchAgent},
         Row{"LabelOf40",
             {.label = std::string(40, 'x')},
             std::string(40, 'x') + "  ·  off",
-            Action::loadAgent},
+            Action::loadLaunchAgent},
         Row{"LabelOf41",
             {.label = std::string(41, 'x')},
             std::string(38, 'x') + "…  ·  off",
-            Action::loadAgent},
+            Action::loadLaunchAgent},
         Row{"Stopping",
             {.label = "a", .keepAlive = true, .loaded = true, .pid = 5},
             "a  ·  stopping… ↺",
-            Action::unloadAgent,
+            Action::unloadLaunchAgent,
             Kind::stop},
         Row{"StoppingWhatHasGone",
             {.label = "a"},
             "a  ·  stopping…",
-            Action::loadAgent,
+            Action::loadLaunchAgent,
             Kind::stop},
-        Row{"Starting", {.label = "a"}, "a  ·  starting…", Action::unloadAgent, Kind::start},
+        Row{"Starting", {.label = "a"}, "a  ·  starting…", Action::unloadLaunchAgent, Kind::start},
         Row{"StartingWhatIsLoadedByNow",
             {.label = "a", .loaded = true, .pid = 5},
             "a  ·  starting…",
-            Action::unloadAgent,
+            Action::unloadLaunchAgent,
             Kind::start}),
     rowName<Row>);
 

@@ -1,4 +1,4 @@
-#include "agents/launch_agent_scanner.h"
+#include "launch_agents/launch_agent_scanner.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ class LaunchAgentScan : public testing::Test {
 
   static std::vector<std::string> labels() {
     std::vector<std::string> result;
-    for (const auto& agent : LaunchAgentScanner::scan()) result.push_back(agent.label);
+    for (const auto& launchAgent : LaunchAgentScanner::scan()) result.push_back(launchAgent.label);
     return result;
   }
 };
@@ -57,17 +57,17 @@ TEST_F(LaunchAgentScan, NotesWhenThePidsWereAskedFor) {
   machine().jobFiles = {{.label = "sync"}, {.label = "other"}};
   machine().loadedJobs = {{"sync", 77}};
   machine().jobsAskedAt = 500;
-  const auto agents = LaunchAgentScanner::scan();
-  ASSERT_EQ(agents.size(), 2U);
-  EXPECT_EQ(agents[1].pidAskedAt, 500U);
+  const auto launchAgents = LaunchAgentScanner::scan();
+  ASSERT_EQ(launchAgents.size(), 2U);
+  EXPECT_EQ(launchAgents[1].pidAskedAt, 500U);
 }
 
 TEST_F(LaunchAgentScan, ShowsTheFirstFourWordsOfTheProgram) {
   machine().jobFiles = {{"a", "", {"1", "2", "3", "4"}, false},
                         {"b", "", {"1", "2", "3", "4", "5"}, false}};
-  const auto agents = LaunchAgentScanner::scan();
-  EXPECT_EQ(agents.at(0).program, "1 2 3 4");
-  EXPECT_EQ(agents.at(1).program, "1 2 3 4");
+  const auto launchAgents = LaunchAgentScanner::scan();
+  EXPECT_EQ(launchAgents.at(0).program, "1 2 3 4");
+  EXPECT_EQ(launchAgents.at(1).program, "1 2 3 4");
 }
 
 TEST_F(LaunchAgentScan, PutsAIToolingFirstThenSortsByLabelInByteOrder) {
@@ -81,10 +81,10 @@ TEST_F(LaunchAgentScan, PutsAIToolingFirstThenSortsByLabelInByteOrder) {
 
 TEST_F(LaunchAgentScan, KeepsTheUsersRecordFirstWhenBothFoldersHoldALabel) {
   machine().jobFiles = {{"ollama", "/home/unit", {}, false}, {"ollama", "/etc/unit", {}, false}};
-  const auto agents = LaunchAgentScanner::scan();
-  ASSERT_EQ(agents.size(), 2U);
-  EXPECT_EQ(agents[0].plistPath, "/home/unit");
-  EXPECT_EQ(agents[1].plistPath, "/etc/unit");
+  const auto launchAgents = LaunchAgentScanner::scan();
+  ASSERT_EQ(launchAgents.size(), 2U);
+  EXPECT_EQ(launchAgents[0].plistPath, "/home/unit");
+  EXPECT_EQ(launchAgents[1].plistPath, "/etc/unit");
 }
 
 // A sort that is not stable keeps the order of few.
@@ -98,7 +98,7 @@ TEST_F(LaunchAgentScan, KeepsTheFoldersOrderAmongManyOfOneLabel) {
     machine().jobFiles.push_back({"ollama", "ollama" + std::to_string(i), {}, false});
   }
   std::vector<std::string> paths;
-  for (const auto& agent : LaunchAgentScanner::scan()) paths.push_back(agent.plistPath);
+  for (const auto& launchAgent : LaunchAgentScanner::scan()) paths.push_back(launchAgent.plistPath);
   EXPECT_EQ(paths, expected);
 }
 

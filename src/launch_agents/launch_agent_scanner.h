@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "agents/vorda_launch_agent.h"
+#include "launch_agents/vorda_launch_agent.h"
 
 /// Lists the jobs of the user's service manager.
 namespace LaunchAgentScanner {
@@ -13,6 +13,6 @@ namespace LaunchAgentScanner {
 std::vector<VordaLaunchAgent> scan();
 
 /// Whether label or program hold one of the words that AI tooling goes by, in any case.
-bool isInteresting(const VordaLaunchAgent& agent);
+bool isInteresting(const VordaLaunchAgent& launchAgent);
 
 }  // namespace LaunchAgentScanner

@@ -1,4 +1,4 @@
-#include "agents/launch_agent_job.h"
+#include "launch_agents/launch_agent_job.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ namespace {
 using Answer = LaunchAgentJob::Outcome;
 using Replies = std::vector<platform::ServiceReply>;
 
-const VordaLaunchAgent kAgent{.label = "hermes", .plistPath = "/units/hermes.service"};
+const VordaLaunchAgent kLaunchAgent{.label = "hermes", .plistPath = "/units/hermes.service"};
 
 struct Row {
   const char* name;
@@ -35,7 +35,7 @@ class Stopping : public testing::TestWithParam<Row> {};
 TEST_P(Stopping, TriesInOrderUntilItIsUnloaded) {
   resetMachine();
   machine().stopReplies = GetParam().replies;
-  EXPECT_EQ(LaunchAgentJob(kAgent, LaunchAgentJob::Kind::stop).poll(), GetParam().answer);
+  EXPECT_EQ(LaunchAgentJob(kLaunchAgent, LaunchAgentJob::Kind::stop).poll(), GetParam().answer);
   EXPECT_EQ(machine().serviceCalls, calls("stop", GetParam().attempts));
 }
 
@@ -70,7 +70,7 @@ class Starting : public testing::TestWithParam<Row> {};
 TEST_P(Starting, TriesInOrderUntilItIsLoaded) {
   resetMachine();
   machine().startReplies = GetParam().replies;
-  EXPECT_EQ(LaunchAgentJob(kAgent, LaunchAgentJob::Kind::start).poll(), GetParam().answer);
+  EXPECT_EQ(LaunchAgentJob(kLaunchAgent, LaunchAgentJob::Kind::start).poll(), GetParam().answer);
   EXPECT_EQ(machine().serviceCalls, calls("start", GetParam().attempts));
 }
 
@@ -95,7 +95,7 @@ TEST(LaunchAgentJobs, GoOnUntilTheirAttemptEnds) {
   resetMachine();
   machine().stopReplies = {{5, "x"}, {0, ""}};
   machine().jobsGoOn = true;
-  LaunchAgentJob job(kAgent, LaunchAgentJob::Kind::stop);
+  LaunchAgentJob job(kLaunchAgent, LaunchAgentJob::Kind::stop);
   EXPECT_THAT(machine().serviceCalls, testing::IsEmpty()) << "the first look begins it";
   for (int i = 0; i < 3; ++i) EXPECT_EQ(job.poll(), std::nullopt);
   EXPECT_EQ(job.outcome(), std::nullopt);
@@ -110,7 +110,7 @@ TEST(LaunchAgentJobs, GoOnUntilTheirAttemptEnds) {
 
 TEST(LaunchAgentJobs, SayWhatTheyAreAbout) {
   resetMachine();
-  const LaunchAgentJob job(kAgent, LaunchAgentJob::Kind::start);
+  const LaunchAgentJob job(kLaunchAgent, LaunchAgentJob::Kind::start);
   EXPECT_EQ(job.label(), "hermes");
   EXPECT_EQ(job.kind(), LaunchAgentJob::Kind::start);
 }

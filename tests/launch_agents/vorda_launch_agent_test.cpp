@@ -1,4 +1,4 @@
-#include "agents/vorda_launch_agent.h"
+#include "launch_agents/vorda_launch_agent.h"
 
 #include <gtest/gtest.h>
 
@@ -65,9 +65,9 @@ struct RunRow {
 class VordaLaunchAgentRuns : public testing::TestWithParam<RunRow> {};
 
 TEST_P(VordaLaunchAgentRuns, AsAProcessThatWasThereWhenItWasAskedFor) {
-  VordaLaunchAgent agent = sample();  // pid 7
-  agent.pidAskedAt = GetParam().askedAt;
-  EXPECT_EQ(agent.runsAs(GetParam().pid, GetParam().startTime), GetParam().runs);
+  VordaLaunchAgent launchAgent = sample();  // pid 7
+  launchAgent.pidAskedAt = GetParam().askedAt;
+  EXPECT_EQ(launchAgent.runsAs(GetParam().pid, GetParam().startTime), GetParam().runs);
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, VordaLaunchAgentRuns,
@@ -79,10 +79,10 @@ INSTANTIATE_TEST_SUITE_P(Table, VordaLaunchAgentRuns,
                          rowName<RunRow>);
 
 TEST(VordaLaunchAgent, ThatDoesNotRunIsNoProcess) {
-  VordaLaunchAgent agent = sample();
-  agent.pid.reset();
-  agent.pidAskedAt = 100;
-  EXPECT_FALSE(agent.runsAs(0, 1));
+  VordaLaunchAgent launchAgent = sample();
+  launchAgent.pid.reset();
+  launchAgent.pidAskedAt = 100;
+  EXPECT_FALSE(launchAgent.runsAs(0, 1));
 }
 
 }  // namespace

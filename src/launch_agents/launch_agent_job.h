@@ -6,19 +6,19 @@
 #include <utility>
 #include <vector>
 
-#include "agents/vorda_launch_agent.h"
+#include "launch_agents/vorda_launch_agent.h"
 #include "platform/launch_agents.h"
 
-/// Stopping (unloading) or starting (loading) one agent: the platform's attempts, one after the
-/// other, until one of them decides.
+/// Stopping (unloading) or starting (loading) one launch agent: the platform's attempts, one after
+/// the other, until one of them decides.
 class LaunchAgentJob {
  public:
   enum class Kind { stop, start };
 
-  /// Whether the agent is now as it was asked to be, and a sentence for the user.
+  /// Whether the launch agent is now as it was asked to be, and a sentence for the user.
   using Outcome = std::pair<bool, std::string>;
 
-  LaunchAgentJob(const VordaLaunchAgent& agent, Kind kind);
+  LaunchAgentJob(const VordaLaunchAgent& launchAgent, Kind kind);
 
   const std::string& label() const { return label_; }
   Kind kind() const { return kind_; }

@@ -1,4 +1,4 @@
-#include "agents/launch_agent_scanner.h"
+#include "launch_agents/launch_agent_scanner.h"
 
 #include <re2/re2.h>
 
@@ -34,22 +34,22 @@ std::string programOf(const platform::JobFile& file) {
 }
 
 VordaLaunchAgent joined(const platform::JobFile& file, const platform::JobAnswer& answer) {
-  VordaLaunchAgent agent{.label = file.label,
-                         .plistPath = file.path,
-                         .program = programOf(file),
-                         .keepAlive = file.keepAlive};
+  VordaLaunchAgent launchAgent{.label = file.label,
+                               .plistPath = file.path,
+                               .program = programOf(file),
+                               .keepAlive = file.keepAlive};
   if (const auto job = answer.jobs.find(file.label); job != answer.jobs.end()) {
-    agent.loaded = true;
-    agent.pid = job->second;
-    agent.pidAskedAt = answer.askedAt;
+    launchAgent.loaded = true;
+    launchAgent.pid = job->second;
+    launchAgent.pidAskedAt = answer.askedAt;
   }
-  return agent;
+  return launchAgent;
 }
 
 }  // namespace
 
-bool isInteresting(const VordaLaunchAgent& agent) {
-  return RE2::PartialMatch(agent.label + " " + agent.program, interesting());
+bool isInteresting(const VordaLaunchAgent& launchAgent) {
+  return RE2::PartialMatch(launchAgent.label + " " + launchAgent.program, interesting());
 }
 
 std::vector<VordaLaunchAgent> scan() {
@@ -57,16 +57,17 @@ std::vector<VordaLaunchAgent> scan() {
   const auto answer = platform::loadedJobs(files);
   if (!answer) return {};
 
-  std::vector<VordaLaunchAgent> agents;
-  agents.reserve(files.size());
-  std::transform(files.begin(), files.end(), std::back_inserter(agents),
+  std::vector<VordaLaunchAgent> launchAgents;
+  launchAgents.reserve(files.size());
+  std::transform(files.begin(), files.end(), std::back_inserter(launchAgents),
                  [&answer](const auto& file) { return joined(file, *answer); });
 
-  const auto ordinary = std::stable_partition(agents.begin(), agents.end(), isInteresting);
+  const auto ordinary =
+      std::stable_partition(launchAgents.begin(), launchAgents.end(), isInteresting);
   const auto byLabel = [](const auto& a, const auto& b) { return a.label < b.label; };
-  std::stable_sort(agents.begin(), ordinary, byLabel);
-  std::stable_sort(ordinary, agents.end(), byLabel);
-  return agents;
+  std::stable_sort(launchAgents.begin(), ordinary, byLabel);
+  std::stable_sort(ordinary, launchAgents.end(), byLabel);
+  return launchAgents;
 }
 
 }  // namespace LaunchAgentScanner

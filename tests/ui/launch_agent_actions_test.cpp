@@ -14,13 +14,13 @@ using testing::IsEmpty;
 
 constexpr int kCancel = kAlertFirstButtonReturn + 1;
 
-/// One loaded agent, hermes, in a menu that is closed.
-class AgentActions : public ControllerTest {
+/// One loaded launch agent, hermes, in a menu that is closed.
+class LaunchAgentActions : public ControllerTest {
  protected:
-  AgentActions() { addAgent("hermes", "/units/hermes.service"); }
+  LaunchAgentActions() { addLaunchAgent("hermes", "/units/hermes.service"); }
 
-  void unload() { choose(entry(row("hermes"), Action::unloadAgent)); }
-  void load() { choose(entry(row("hermes"), Action::loadAgent)); }
+  void unload() { choose(entry(row("hermes"), Action::unloadLaunchAgent)); }
+  void load() { choose(entry(row("hermes"), Action::loadLaunchAgent)); }
   void unloadByLabel(const std::string& label) {
     chooseOther({.action = Action::unloadByLabel, .representedObject = label});
   }
@@ -35,17 +35,17 @@ class AgentActions : public ControllerTest {
   }
 };
 
-TEST_F(AgentActions, UnloadAsksThenStopsAndSamples) {
+TEST_F(LaunchAgentActions, UnloadAsksThenStopsAndSamples) {
   start();
-  const VordaLaunchAgent agent = controller().agents().front();
+  const VordaLaunchAgent launchAgent = controller().launchAgents().front();
   frontEnd_.whileAlertIsOpen = [](const Alert&) { EXPECT_THAT(machine().serviceCalls, IsEmpty()); };
   unload();
-  EXPECT_THAT(frontEnd_.alerts, ElementsAre(Alerts::unload(agent)));
+  EXPECT_THAT(frontEnd_.alerts, ElementsAre(Alerts::unload(launchAgent)));
   EXPECT_THAT(machine().serviceCalls, ElementsAre("stop hermes 1"));
   expectClosedAndSampled(3);
 }
 
-TEST_F(AgentActions, UnloadOfAnAgentThatIsNotLoadedIsSilent) {
+TEST_F(LaunchAgentActions, UnloadOfALaunchAgentThatIsNotLoadedIsSilent) {
   machine().stopReplies = {{3, "No such process"}};
   start();
   unload();
@@ -53,7 +53,7 @@ TEST_F(AgentActions, UnloadOfAnAgentThatIsNotLoadedIsSilent) {
   expectClosedAndSampled(3);
 }
 
-TEST_F(AgentActions, UnloadThatFailsIsToldAndSamplesAllTheSame) {
+TEST_F(LaunchAgentActions, UnloadThatFailsIsToldAndSamplesAllTheSame) {
   failToStop();
   start();
   unload();
@@ -62,7 +62,7 @@ TEST_F(AgentActions, UnloadThatFailsIsToldAndSamplesAllTheSame) {
   expectClosedAndSampled(3);
 }
 
-TEST_F(AgentActions, UnloadClosesTheMenuThenSamples) {
+TEST_F(LaunchAgentActions, UnloadClosesTheMenuThenSamples) {
   start();
   noteOrder();
   unload();
@@ -70,7 +70,7 @@ TEST_F(AgentActions, UnloadClosesTheMenuThenSamples) {
                                    "close: sampled 1, built 1", "end: sampled 2, built 2"));
 }
 
-TEST_F(AgentActions, UnloadThatFailsIsToldThenClosesTheMenuThenSamples) {
+TEST_F(LaunchAgentActions, UnloadThatFailsIsToldThenClosesTheMenuThenSamples) {
   failToStop();
   start();
   noteOrder();
@@ -80,14 +80,14 @@ TEST_F(AgentActions, UnloadThatFailsIsToldThenClosesTheMenuThenSamples) {
                           "close: sampled 1, built 1", "end: sampled 2, built 2"));
 }
 
-TEST_F(AgentActions, UnloadReplacesTheSamplesThatFollowAnEarlierAction) {
+TEST_F(LaunchAgentActions, UnloadReplacesTheSamplesThatFollowAnEarlierAction) {
   start();
   unload();
   unload();
   EXPECT_EQ(frontEnd_.pendingWork(), 4U);  // the timer and three
 }
 
-TEST_F(AgentActions, UnloadThatIsCancelledDoesNothing) {
+TEST_F(LaunchAgentActions, UnloadThatIsCancelledDoesNothing) {
   start();
   for (const int answer : {kCancel, kAlertDismissed}) {
     frontEnd_.answers = {answer};
@@ -100,7 +100,7 @@ TEST_F(AgentActions, UnloadThatIsCancelledDoesNothing) {
   EXPECT_EQ(frontEnd_.trackingsCancelled, 0);
 }
 
-TEST_F(AgentActions, UnloadSurvivesAListThatChangesWhileItAsks) {
+TEST_F(LaunchAgentActions, UnloadSurvivesAListThatChangesWhileItAsks) {
   frontEnd_.whileAlertIsOpen = [this](const Alert&) {
     machine().jobFiles.clear();
     frontEnd_.advance(5);
@@ -109,24 +109,24 @@ TEST_F(AgentActions, UnloadSurvivesAListThatChangesWhileItAsks) {
   unload();
   EXPECT_THAT(machine().serviceCalls, ElementsAre("stop hermes 1"));
 
-  addAgent("hermes");
+  addLaunchAgent("hermes");
   controller().menuNeedsUpdate();
   unloadByLabel("hermes");
   EXPECT_THAT(machine().serviceCalls, ElementsAre("stop hermes 1", "stop hermes 1"));
 }
 
-TEST_F(AgentActions, AProcessUnloadsItsAgentByLabel) {
+TEST_F(LaunchAgentActions, AProcessUnloadsItsLaunchAgentByLabel) {
   machine().processes = {{.pid = 7, .arguments = {"/usr/bin/blender"}, .footprintMB = 700}};
   machine().loadedJobs["hermes"] = 7;
   start();
-  const VordaLaunchAgent agent = controller().agents().front();
+  const VordaLaunchAgent launchAgent = controller().launchAgents().front();
   choose(7, Action::unloadByLabel);
-  EXPECT_THAT(frontEnd_.alerts, ElementsAre(Alerts::unload(agent)));
+  EXPECT_THAT(frontEnd_.alerts, ElementsAre(Alerts::unload(launchAgent)));
   EXPECT_THAT(machine().serviceCalls, ElementsAre("stop hermes 1"));
   expectClosedAndSampled(3);
 }
 
-TEST_F(AgentActions, UnloadByLabelTakesTheFirstOfTwo) {
+TEST_F(LaunchAgentActions, UnloadByLabelTakesTheFirstOfTwo) {
   machine().jobFiles.push_back({"hermes", "/etc/hermes.service", {}, false});
   start();
   unloadByLabel("hermes");
@@ -135,8 +135,8 @@ TEST_F(AgentActions, UnloadByLabelTakesTheFirstOfTwo) {
       ElementsAre(Alerts::unload({.label = "hermes", .plistPath = "/units/hermes.service"})));
 }
 
-TEST_F(AgentActions, AProcessUnloadsAnAgentThatHasNoRow) {
-  addAgent("editor", "/units/editor.service");  // no AI tooling and not kept alive
+TEST_F(LaunchAgentActions, AProcessUnloadsALaunchAgentThatHasNoRow) {
+  addLaunchAgent("editor", "/units/editor.service");  // no AI tooling and not kept alive
   machine().processes = {{.pid = 7, .arguments = {"/usr/bin/blender"}, .footprintMB = 700}};
   machine().loadedJobs["editor"] = 7;
   start();
@@ -148,7 +148,7 @@ TEST_F(AgentActions, AProcessUnloadsAnAgentThatHasNoRow) {
   expectClosedAndSampled(3);
 }
 
-TEST_F(AgentActions, UnloadByALabelThatIsNotThereDoesNothing) {
+TEST_F(LaunchAgentActions, UnloadByALabelThatIsNotThereDoesNothing) {
   start();
   for (const auto* label : {"gone", "Hermes", "hermes ", ""}) unloadByLabel(label);
   EXPECT_THAT(frontEnd_.alerts, IsEmpty());
@@ -156,15 +156,15 @@ TEST_F(AgentActions, UnloadByALabelThatIsNotThereDoesNothing) {
   EXPECT_EQ(machine().pidListings, 1);
 }
 
-class AgentLoad : public AgentActions {
+class LaunchAgentLoad : public LaunchAgentActions {
  protected:
-  AgentLoad() {
+  LaunchAgentLoad() {
     machine().loadedJobs.clear();
     machine().jobFiles.front().keepAlive = true;  // or the menu does not offer it
   }
 };
 
-TEST_F(AgentLoad, StartsWithoutAskingAndSamplesOnce) {
+TEST_F(LaunchAgentLoad, StartsWithoutAskingAndSamplesOnce) {
   start();
   load();
   EXPECT_THAT(frontEnd_.alerts, IsEmpty());
@@ -172,7 +172,7 @@ TEST_F(AgentLoad, StartsWithoutAskingAndSamplesOnce) {
   expectClosedAndSampled(0);
 }
 
-TEST_F(AgentLoad, ThatFailsIsToldAndSamplesAllTheSame) {
+TEST_F(LaunchAgentLoad, ThatFailsIsToldAndSamplesAllTheSame) {
   machine().startReplies = {{1, "already loaded"}};
   start();
   load();
@@ -180,7 +180,7 @@ TEST_F(AgentLoad, ThatFailsIsToldAndSamplesAllTheSame) {
   expectClosedAndSampled(0);
 }
 
-TEST_F(AgentLoad, ThatFailsMovesTheStripOnlyOfAMenuThatStaysOpen) {
+TEST_F(LaunchAgentLoad, ThatFailsMovesTheStripOnlyOfAMenuThatStaysOpen) {
   machine().startReplies = {{1, "already loaded"}};
   start();
   openMenu();
@@ -190,11 +190,11 @@ TEST_F(AgentLoad, ThatFailsMovesTheStripOnlyOfAMenuThatStaysOpen) {
   EXPECT_EQ(frontEnd_.stripChanges, 1);
 }
 
-/// Two agents, hermes and ollama, and a manager that takes its time.
-class AgentJobs : public AgentActions {
+/// Two launch agents, hermes and ollama, and a manager that takes its time.
+class SlowLaunchAgentActions : public LaunchAgentActions {
  protected:
-  AgentJobs() {
-    addAgent("ollama");
+  SlowLaunchAgentActions() {
+    addLaunchAgent("ollama");
     machine().jobsGoOn = true;
   }
   void SetUp() override { start(); }
@@ -204,7 +204,7 @@ class AgentJobs : public AgentActions {
     machine().loadedJobs.erase("ollama");
     machine().jobFiles.back().keepAlive = true;
     controller().menuNeedsUpdate();
-    choose(entry(row("ollama"), Action::loadAgent));
+    choose(entry(row("ollama"), Action::loadLaunchAgent));
   }
   /// The manager has done what it was asked.
   void finish() {
@@ -221,7 +221,7 @@ class AgentJobs : public AgentActions {
   static constexpr double kLook = 0.1;
 };
 
-TEST_F(AgentJobs, StoppingIsSaidAndNotWaitedFor) {
+TEST_F(SlowLaunchAgentActions, StoppingIsSaidAndNotWaitedFor) {
   unload();
   EXPECT_THAT(machine().serviceCalls, ElementsAre("stop hermes 1"));
   EXPECT_EQ(title("hermes"), "hermes  ·  stopping…");
@@ -232,13 +232,13 @@ TEST_F(AgentJobs, StoppingIsSaidAndNotWaitedFor) {
   EXPECT_THAT(machine().serviceCalls, ElementsAre("stop hermes 1"));
 }
 
-TEST_F(AgentJobs, StartingIsSaidAndNotWaitedFor) {
+TEST_F(SlowLaunchAgentActions, StartingIsSaidAndNotWaitedFor) {
   loadOllama();
   EXPECT_EQ(title("ollama"), "ollama  ·  starting… ↺");
   EXPECT_THAT(machine().serviceCalls, ElementsAre("start ollama 1"));
 }
 
-TEST_F(AgentJobs, TheOutcomeClosesTheMenuAndSamples) {
+TEST_F(SlowLaunchAgentActions, TheOutcomeClosesTheMenuAndSamples) {
   unload();
   const int sampled = machine().pidListings;
   const int closed = frontEnd_.trackingsCancelled;
@@ -251,13 +251,13 @@ TEST_F(AgentJobs, TheOutcomeClosesTheMenuAndSamples) {
   EXPECT_EQ(frontEnd_.pendingWork(), 1U + 3U) << "the timer and three samples, no more looks";
 }
 
-TEST_F(AgentJobs, AStartIsFollowedByNoSamples) {
+TEST_F(SlowLaunchAgentActions, AStartIsFollowedByNoSamples) {
   loadOllama();
   finish();
   EXPECT_EQ(frontEnd_.pendingWork(), 1U);
 }
 
-TEST_F(AgentJobs, TheOutcomeWaitsForTheMenuToClose) {
+TEST_F(SlowLaunchAgentActions, TheOutcomeWaitsForTheMenuToClose) {
   failToStop();
   unload();
   openMenu();
@@ -271,7 +271,7 @@ TEST_F(AgentJobs, TheOutcomeWaitsForTheMenuToClose) {
   EXPECT_EQ(frontEnd_.alerts.back(), Alerts::notice("Failed", "Failed to unload hermes"));
 }
 
-TEST_F(AgentJobs, TheOutcomeWaitsForAnAlertToClose) {
+TEST_F(SlowLaunchAgentActions, TheOutcomeWaitsForAnAlertToClose) {
   failToStop();
   unload();
   bool waited = false;
@@ -287,7 +287,7 @@ TEST_F(AgentJobs, TheOutcomeWaitsForAnAlertToClose) {
   EXPECT_EQ(failures(), 1U);
 }
 
-TEST_F(AgentJobs, OutcomesAreToldOneAfterTheOther) {
+TEST_F(SlowLaunchAgentActions, OutcomesAreToldOneAfterTheOther) {
   failToStop();
   machine().startReplies = {{1, "no"}};
   unload();
@@ -304,22 +304,22 @@ TEST_F(AgentJobs, OutcomesAreToldOneAfterTheOther) {
   EXPECT_EQ(most, 1U);
 }
 
-TEST_F(AgentJobs, WhatIsStoppingCannotBeStoppedAgain) {
+TEST_F(SlowLaunchAgentActions, WhatIsStoppingCannotBeStoppedAgain) {
   unload();
-  EXPECT_FALSE(entry(row("hermes"), Action::unloadAgent).enabled);
+  EXPECT_FALSE(entry(row("hermes"), Action::unloadLaunchAgent).enabled);
 }
 
-TEST_F(AgentJobs, WhatIsStartingCanBeStopped) {
+TEST_F(SlowLaunchAgentActions, WhatIsStartingCanBeStopped) {
   machine().startReplies = {{1, "canceled"}};
   loadOllama();
-  choose(entry(row("ollama"), Action::unloadAgent));
+  choose(entry(row("ollama"), Action::unloadLaunchAgent));
   EXPECT_THAT(machine().serviceCalls, ElementsAre("start ollama 1", "stop ollama 1"));
   EXPECT_EQ(title("ollama"), "ollama  ·  stopping… ↺");
   finish();
   EXPECT_EQ(failures(), 0U) << "what became of the start is nobody's question any more";
 }
 
-TEST_F(AgentJobs, AreForgottenWithTheController) {
+TEST_F(SlowLaunchAgentActions, AreForgottenWithTheController) {
   unload();
   controller_.reset();
   finish();

@@ -1,0 +1,40 @@
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "text/display_line.h"
+#include "text/unicode.h"
+#include "ui/menu_builders.h"
+#include "ui/menu_construction.h"
+#include "ui/row_parts.h"
+
+namespace MenuConstruction {
+namespace {
+
+// A pid decides before `loaded` does: the two may disagree, and then both are shown.
+std::string statusText(const VordaLaunchAgent& launchAgent,
+                       std::optional<LaunchAgentJob::Kind> job) {
+  if (job) return *job == LaunchAgentJob::Kind::stop ? "stopping…" : "starting…";
+  if (launchAgent.pid) return "on · pid " + std::to_string(*launchAgent.pid);
+  return launchAgent.loaded ? "on" : "off";
+}
+
+}  // namespace
+
+MenuItem launchAgentItem(const VordaLaunchAgent& launchAgent,
+                         std::optional<LaunchAgentJob::Kind> underWay) {
+  // One that is starting can be stopped, loaded or not yet: it may never come to an end.
+  const bool stops = launchAgent.loaded || underWay == LaunchAgentJob::Kind::start;
+  MenuItem command =
+      stops ? MenuBuilders::command("Stop / unload", Action::unloadLaunchAgent, launchAgent)
+            : MenuBuilders::command("Start / load", Action::loadLaunchAgent, launchAgent);
+  command.enabled = underWay != LaunchAgentJob::Kind::stop;
+  MenuItem item =
+      MenuBuilders::named("", text::shortened(text::displayName(launchAgent.label), 40, 38),
+                          RowParts::kSeparator + statusText(launchAgent, underWay) +
+                              (launchAgent.keepAlive ? " ↺" : ""));
+  item.submenu = {std::move(command)};
+  return item;
+}
+
+}  // namespace MenuConstruction
