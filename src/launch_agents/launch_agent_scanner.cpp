@@ -22,7 +22,7 @@ const RE2& interesting() {
   return pattern;
 }
 
-std::string programOf(const platform::JobFile& file) {
+std::string programOf(const platform::LaunchAgentFile& file) {
   constexpr std::size_t kShownWords = 4;
   const std::span words(file.programArguments);
   std::string program;
@@ -33,14 +33,15 @@ std::string programOf(const platform::JobFile& file) {
   return program;
 }
 
-VordaLaunchAgent joined(const platform::JobFile& file, const platform::JobAnswer& answer) {
+VordaLaunchAgent joined(const platform::LaunchAgentFile& file,
+                        const platform::LaunchAgentAnswer& answer) {
   VordaLaunchAgent launchAgent{.label = file.label,
                                .plistPath = file.path,
                                .program = programOf(file),
                                .keepAlive = file.keepAlive};
-  if (const auto job = answer.jobs.find(file.label); job != answer.jobs.end()) {
+  if (const auto entry = answer.loaded.find(file.label); entry != answer.loaded.end()) {
     launchAgent.loaded = true;
-    launchAgent.pid = job->second;
+    launchAgent.pid = entry->second;
     launchAgent.pidAskedAt = answer.askedAt;
   }
   return launchAgent;
@@ -53,8 +54,8 @@ bool isInteresting(const VordaLaunchAgent& launchAgent) {
 }
 
 std::vector<VordaLaunchAgent> scan() {
-  const std::vector<platform::JobFile> files = platform::jobFiles();
-  const auto answer = platform::loadedJobs(files);
+  const std::vector<platform::LaunchAgentFile> files = platform::launchAgentFiles();
+  const auto answer = platform::loadedLaunchAgents(files);
   if (!answer) return {};
 
   std::vector<VordaLaunchAgent> launchAgents;

@@ -4,10 +4,10 @@
 
 #include "launch_agents/vorda_launch_agent.h"
 
-/// Lists the jobs of the user's service manager.
+/// Lists what the user's service manager may start by itself.
 namespace LaunchAgentScanner {
 
-/// Every job file of the user's folder and the machine's, with its state. Those that look
+/// Every launch agent file of the user's folder and the machine's, with its state. Those that look
 /// like AI tooling come first; then by label, in byte order; equals as found.
 /// Synchronous; never fails. Empty where the manager can't be asked: what runs is not known.
 std::vector<VordaLaunchAgent> scan();

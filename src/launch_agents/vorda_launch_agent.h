@@ -6,16 +6,16 @@
 #include <optional>
 #include <string>
 
-/// One job that the user's service manager may start by itself. A plain value.
+/// What the user's service manager may start by itself. A plain value.
 struct VordaLaunchAgent {
   std::string label;                ///< the name that the manager knows it by
-  std::string plistPath;            ///< full path of the job file
+  std::string plistPath;            ///< full path of the launch agent file
   std::string program;              ///< the first four words of its command; "" when none
   bool keepAlive = false;           ///< the manager starts it anew when it ends
   bool loaded = false;              ///< the manager holds it
   std::optional<std::int32_t> pid;  ///< set while it runs
 
-  /// When the manager was asked for the pid: platform::JobAnswer::askedAt.
+  /// When the manager was asked for the pid: platform::LaunchAgentAnswer::askedAt.
   std::uint64_t pidAskedAt = 0;
 
   /// What tells it from every other: one label is loaded at most once.

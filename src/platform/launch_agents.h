@@ -10,35 +10,37 @@
 
 namespace platform {
 
-/// One job description of the user's service manager, as its file says it.
-struct JobFile {
+/// One launch agent of the user's service manager, as its file says it.
+struct LaunchAgentFile {
   std::string label;                          ///< the name that the manager knows it by
   std::string path;                           ///< of the file itself, from the root
   std::vector<std::string> programArguments;  ///< its command word by word; empty when none
   bool keepAlive = false;                     ///< the manager starts it anew when it ends
 };
 
-/// Every job file of the user's folder, then of the machine's; what can't be read is left out.
-std::vector<JobFile> jobFiles();
+/// Every launch agent file of the user's folder, then of the machine's; what can't be read is left
+/// out.
+std::vector<LaunchAgentFile> launchAgentFiles();
 
-/// Label to pid of every job that the manager holds loaded; no pid: loaded but not running.
-using LoadedJobs = std::map<std::string, std::optional<std::int32_t>, std::less<>>;
+/// Label to pid of every launch agent that the manager holds loaded; no pid: loaded but not
+/// running.
+using LoadedLaunchAgents = std::map<std::string, std::optional<std::int32_t>, std::less<>>;
 
 /// What the manager said when it was asked last.
-struct JobAnswer {
-  LoadedJobs jobs;
+struct LaunchAgentAnswer {
+  LoadedLaunchAgents loaded;
   /// When it was asked, on processClock(): a process that has one of the pids and is younger is
   /// another than the one it spoke of.
   std::uint64_t askedAt = 0;
 };
 
-/// Which jobs the manager holds loaded; it is enough to answer for the given files. None when
-/// it can't be asked, and nothing can be said of them. Linux: asks for 300 ms at most; where the
-/// manager takes longer its last answer stands, and for a minute it is not asked again. macOS:
+/// Which launch agents the manager holds loaded; it is enough to answer for the given files. None
+/// when it can't be asked, and nothing can be said of them. Linux: asks for 300 ms at most; where
+/// the manager takes longer its last answer stands, and for a minute it is not asked again. macOS:
 /// asks for 2 seconds at most, and takes no answer for "nothing is loaded".
-std::optional<JobAnswer> loadedJobs(std::span<const JobFile> files);
+std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile> files);
 
-/// How one attempt to start or stop a job ended.
+/// How one attempt to start or stop a launch agent ended.
 struct ServiceReply {
   int status = 0;         ///< 0: done
   std::string errorText;  ///< the manager's own words when not
@@ -50,7 +52,7 @@ struct ServiceReply {
 /// for all attempts together, and has the reply.
 using ServiceAttempt = std::function<std::optional<ServiceReply>()>;
 
-/// The ways to stop (start) one job, in the order in which to try them.
+/// The ways to stop (start) one launch agent, in the order in which to try them.
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path);
 std::vector<ServiceAttempt> startAttempts(const std::string& label, const std::string& path);
 

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr double kJobInterval = 0.1;  // seconds
+constexpr double kOperationInterval = 0.1;  // seconds
 
 }  // namespace
 
@@ -26,53 +26,56 @@ void StatusBarController::unloadByLabel(Sender sender) {
 
 void StatusBarController::confirmUnload(const VordaLaunchAgent& launchAgent) {
   if (frontEnd_.runModal(Alerts::unload(launchAgent)) != kAlertFirstButtonReturn) return;
-  beginLaunchAgentJob({launchAgent, LaunchAgentJob::Kind::stop});
+  beginOperation({launchAgent, LaunchAgentOperation::Kind::stop});
 }
 
 void StatusBarController::loadLaunchAgent(Sender sender) {
   const auto* launchAgent = std::get_if<VordaLaunchAgent>(&sender.representedObject);
-  if (launchAgent != nullptr) beginLaunchAgentJob({*launchAgent, LaunchAgentJob::Kind::start});
+  if (launchAgent != nullptr) beginOperation({*launchAgent, LaunchAgentOperation::Kind::start});
 }
 
 /// What was asked last of a launch agent replaces what was asked of it before, and so does its
 /// outcome.
-void StatusBarController::beginLaunchAgentJob(LaunchAgentJob job) {
-  std::erase_if(launchAgentJobs_, [&job](const auto& one) { return one.label() == job.label(); });
-  if (job.poll()) {
-    tellOutcome(job);
+void StatusBarController::beginOperation(LaunchAgentOperation operation) {
+  std::erase_if(launchAgentOperations_,
+                [&operation](const auto& one) { return one.label() == operation.label(); });
+  if (operation.poll()) {
+    tellOutcome(operation);
     return;
   }
-  launchAgentJobs_.push_back(std::move(job));
-  if (!launchAgentJobTimer_) {
-    launchAgentJobTimer_ = frontEnd_.every(kJobInterval, [weakSelf = std::weak_ptr(self_)] {
-      if (const auto self = weakSelf.lock()) (*self)->lookAfterLaunchAgentJobs();
-    });
+  launchAgentOperations_.push_back(std::move(operation));
+  if (!launchAgentOperationTimer_) {
+    launchAgentOperationTimer_ =
+        frontEnd_.every(kOperationInterval, [weakSelf = std::weak_ptr(self_)] {
+          if (const auto self = weakSelf.lock()) (*self)->lookAfterOperations();
+        });
   }
   frontEnd_.cancelTracking();
   refresh();
 }
 
 /// An outcome waits until nothing is open that its alert, or the menu's change, would disturb.
-void StatusBarController::lookAfterLaunchAgentJobs() {
-  for (LaunchAgentJob& job : launchAgentJobs_) job.poll();
+void StatusBarController::lookAfterOperations() {
+  for (LaunchAgentOperation& operation : launchAgentOperations_) operation.poll();
   while (!menuIsOpen_ && actionsUnderWay_ == 0) {
-    const auto ended = std::find_if(launchAgentJobs_.begin(), launchAgentJobs_.end(),
-                                    [](const auto& job) { return job.outcome().has_value(); });
-    if (ended == launchAgentJobs_.end()) break;
-    const LaunchAgentJob job = std::move(*ended);
-    launchAgentJobs_.erase(ended);
+    const auto ended =
+        std::find_if(launchAgentOperations_.begin(), launchAgentOperations_.end(),
+                     [](const auto& operation) { return operation.outcome().has_value(); });
+    if (ended == launchAgentOperations_.end()) break;
+    const LaunchAgentOperation operation = std::move(*ended);
+    launchAgentOperations_.erase(ended);
     const ActionUnderWay telling(actionsUnderWay_);
-    tellOutcome(job);
+    tellOutcome(operation);
   }
-  if (launchAgentJobs_.empty() && launchAgentJobTimer_) {
-    launchAgentJobTimer_->cancel();
-    launchAgentJobTimer_.reset();
+  if (launchAgentOperations_.empty() && launchAgentOperationTimer_) {
+    launchAgentOperationTimer_->cancel();
+    launchAgentOperationTimer_.reset();
   }
 }
 
-void StatusBarController::tellOutcome(const LaunchAgentJob& job) {
-  const auto& [ok, message] = *job.outcome();
-  const bool stops = job.kind() == LaunchAgentJob::Kind::stop;
+void StatusBarController::tellOutcome(const LaunchAgentOperation& operation) {
+  const auto& [ok, message] = *operation.outcome();
+  const bool stops = operation.kind() == LaunchAgentOperation::Kind::stop;
   notify(ok ? (stops ? "Unload" : "Load") : "Failed", message);
   frontEnd_.cancelTracking();
   refresh();

@@ -13,8 +13,8 @@ namespace {
 
 // A pid decides before `loaded` does: the two may disagree, and then both are shown.
 std::string statusText(const VordaLaunchAgent& launchAgent,
-                       std::optional<LaunchAgentJob::Kind> job) {
-  if (job) return *job == LaunchAgentJob::Kind::stop ? "stopping…" : "starting…";
+                       std::optional<LaunchAgentOperation::Kind> underWay) {
+  if (underWay) return *underWay == LaunchAgentOperation::Kind::stop ? "stopping…" : "starting…";
   if (launchAgent.pid) return "on · pid " + std::to_string(*launchAgent.pid);
   return launchAgent.loaded ? "on" : "off";
 }
@@ -22,13 +22,13 @@ std::string statusText(const VordaLaunchAgent& launchAgent,
 }  // namespace
 
 MenuItem launchAgentItem(const VordaLaunchAgent& launchAgent,
-                         std::optional<LaunchAgentJob::Kind> underWay) {
+                         std::optional<LaunchAgentOperation::Kind> underWay) {
   // One that is starting can be stopped, loaded or not yet: it may never come to an end.
-  const bool stops = launchAgent.loaded || underWay == LaunchAgentJob::Kind::start;
+  const bool stops = launchAgent.loaded || underWay == LaunchAgentOperation::Kind::start;
   MenuItem command =
       stops ? MenuBuilders::command("Stop / unload", Action::unloadLaunchAgent, launchAgent)
             : MenuBuilders::command("Start / load", Action::loadLaunchAgent, launchAgent);
-  command.enabled = underWay != LaunchAgentJob::Kind::stop;
+  command.enabled = underWay != LaunchAgentOperation::Kind::stop;
   MenuItem item =
       MenuBuilders::named("", text::shortened(text::displayName(launchAgent.label), 40, 38),
                           RowParts::kSeparator + statusText(launchAgent, underWay) +

@@ -73,20 +73,20 @@ void addRoleSection(Items& items, const char* header, const ProcessList& list,
   addProcessItems(items, ProcessLists::first(list, kMaxAI), quits);
 }
 
-std::optional<LaunchAgentJob::Kind> jobOf(const std::string& label,
-                                          std::span<const LaunchAgentJob> jobs) {
-  for (const LaunchAgentJob& job : jobs) {
-    if (job.label() == label && !job.outcome()) return job.kind();
+std::optional<LaunchAgentOperation::Kind> operationOf(
+    const std::string& label, std::span<const LaunchAgentOperation> operations) {
+  for (const LaunchAgentOperation& operation : operations) {
+    if (operation.label() == label && !operation.outcome()) return operation.kind();
   }
   return std::nullopt;
 }
 
 void addLaunchAgentSection(Items& items, const std::vector<VordaLaunchAgent>& launchAgents,
-                           std::span<const LaunchAgentJob> jobs) {
+                           std::span<const LaunchAgentOperation> operations) {
   Items rows;
   for (const VordaLaunchAgent& launchAgent : launchAgents) {
     if (rows.size() == kMaxLaunchAgents) break;
-    const auto underWay = jobOf(launchAgent.label, jobs);
+    const auto underWay = operationOf(launchAgent.label, operations);
     if (launchAgent.loaded || launchAgent.keepAlive || underWay)
       rows.push_back(launchAgentItem(launchAgent, underWay));
   }
@@ -122,7 +122,7 @@ Menu build(const MenuContent& content) {
   addRoleSection(items, kTrainingHeader, training, content.quits);
   addRoleSection(items, kServersHeader, servers, content.quits);
   addRoleSection(items, kToolsHeader, agentProcesses, content.quits);
-  addLaunchAgentSection(items, content.launchAgents, content.launchAgentJobs);
+  addLaunchAgentSection(items, content.launchAgents, content.launchAgentOperations);
   addCommands(items);
   return menu;
 }

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "launch_agents/launch_agent_job.h"
+#include "launch_agents/launch_agent_operation.h"
 #include "launch_agents/vorda_launch_agent.h"
 #include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
@@ -20,7 +20,7 @@ struct MenuContent {
   SystemMemory::Snapshot sys;                         ///< the whole machine's memory
   const QuitRequests* quits = nullptr;                ///< what was asked of them, if anything was
   /// What launch agents are being asked to do; those that have ended count no more.
-  std::span<const LaunchAgentJob> launchAgentJobs = {};
+  std::span<const LaunchAgentOperation> launchAgentOperations = {};
 };
 
 /// Says what stands in the menu: a function of what was sampled, and nothing else.
@@ -59,6 +59,6 @@ MenuItem processItem(const VordaProcess& process, const std::vector<std::string>
 /// A launch agent's row and its submenu. `underWay`: what it is being asked to do, and so can't
 /// be asked for again.
 MenuItem launchAgentItem(const VordaLaunchAgent& launchAgent,
-                         std::optional<LaunchAgentJob::Kind> underWay = std::nullopt);
+                         std::optional<LaunchAgentOperation::Kind> underWay = std::nullopt);
 
 }  // namespace MenuConstruction

@@ -111,8 +111,9 @@ void StatusBarController::updateStrip() {
 }
 
 void StatusBarController::rebuildMenu() {
-  rootMenu_ = std::make_shared<const Menu>(MenuConstruction::build(
-      {processes_, launchAgents_, SystemMemory::snapshot(), &quitRequests_, launchAgentJobs_}));
+  rootMenu_ = std::make_shared<const Menu>(
+      MenuConstruction::build({processes_, launchAgents_, SystemMemory::snapshot(), &quitRequests_,
+                               launchAgentOperations_}));
   frontEnd_.menuRebuilt(rootMenu_);
 }
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "launch_agents/launch_agent_job.h"
+#include "launch_agents/launch_agent_operation.h"
 #include "launch_agents/vorda_launch_agent.h"
 #include "scanner/vorda_process.h"
 #include "ui/alert.h"
@@ -94,9 +94,9 @@ class StatusBarController : public MenuDelegate {
   void unloadByLabel(Sender sender);
   void confirmUnload(const VordaLaunchAgent& launchAgent);
   void loadLaunchAgent(Sender sender);
-  void beginLaunchAgentJob(LaunchAgentJob job);
-  void lookAfterLaunchAgentJobs();
-  void tellOutcome(const LaunchAgentJob& job);
+  void beginOperation(LaunchAgentOperation operation);
+  void lookAfterOperations();
+  void tellOutcome(const LaunchAgentOperation& operation);
 
   FrontEnd& frontEnd_;
   Alert about_;
@@ -105,8 +105,9 @@ class StatusBarController : public MenuDelegate {
   std::vector<VordaProcess> processes_;
   std::vector<VordaLaunchAgent> allLaunchAgents_;  ///< as they were scanned
   std::vector<VordaLaunchAgent> launchAgents_;     ///< those of interest
-  std::vector<LaunchAgentJob> launchAgentJobs_;    ///< under way, or ended and not told yet
-  std::shared_ptr<ScheduledWork> launchAgentJobTimer_;
+  /// Under way, or ended and not told yet.
+  std::vector<LaunchAgentOperation> launchAgentOperations_;
+  std::shared_ptr<ScheduledWork> launchAgentOperationTimer_;
   int actionsUnderWay_ = 0;
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
   QuitRequests quitRequests_;

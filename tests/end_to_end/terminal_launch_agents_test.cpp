@@ -123,17 +123,17 @@ TEST_F(TerminalLaunchAgents, ThatDoNotStartAreToldOf) {
 TEST_F(TerminalLaunchAgents, WithoutARowAreUnloadedByTheirProcess) {
   const std::string kProgram = "mcp-server-unloaded";
   // No AI tooling by its name, and not kept alive.
-  rig_.addService("plain-job", execStart(playProcess({}, {kProgram, "stdio"})));
-  ASSERT_EQ(runProgram({"systemctl", "--user", "start", "plain-job"}), 0);
+  rig_.addService("plain-service", execStart(playProcess({}, {kProgram, "stdio"})));
+  ASSERT_EQ(runProgram({"systemctl", "--user", "start", "plain-service"}), 0);
   TerminalSession terminal({.height = 50});
   ASSERT_TRUE(terminal.waitFor(kProgram));
-  EXPECT_EQ(terminal.screen().find("plain-job").x, -1);
+  EXPECT_EQ(terminal.screen().find("plain-service").x, -1);
   ASSERT_TRUE(terminal.walkTo(kProgram));
-  ASSERT_TRUE(terminal.press(kEnter, "Unload plain-job"));
-  ASSERT_TRUE(terminal.walkTo("Unload plain-job"));
-  ASSERT_TRUE(terminal.press(kEnter, "Unload plain-job?"));
+  ASSERT_TRUE(terminal.press(kEnter, "Unload plain-service"));
+  ASSERT_TRUE(terminal.walkTo("Unload plain-service"));
+  ASSERT_TRUE(terminal.press(kEnter, "Unload plain-service?"));
   EXPECT_TRUE(terminal.press(kEnter, [&] { return terminal.screen().find(kProgram).x < 0; }));
-  EXPECT_NE(runProgram({"systemctl", "--user", "--quiet", "is-active", "plain-job"}), 0);
+  EXPECT_NE(runProgram({"systemctl", "--user", "--quiet", "is-active", "plain-service"}), 0);
 }
 
 /// As after "su -": the manager is there, and the environment does not say where.

@@ -27,7 +27,7 @@ std::vector<platform::ServiceAttempt> attempts(const char* verb, const std::stri
         scripted.serviceCalls.push_back(call);
         if (scripted.nextCallFails()) reply = {scripted.fault->error, "no"};
       }
-      return scripted.jobsGoOn ? std::nullopt : std::optional(reply);
+      return scripted.attemptsGoOn ? std::nullopt : std::optional(reply);
     });
   }
   return result;
@@ -145,15 +145,15 @@ MemoryReading readMemory() {
   return scripted.memory;
 }
 
-std::vector<JobFile> jobFiles() {
-  ++scripted.jobFileListings;
+std::vector<LaunchAgentFile> launchAgentFiles() {
+  ++scripted.launchAgentFileListings;
   if (scripted.nextCallFails()) return {};
-  return scripted.jobFiles;
+  return scripted.launchAgentFiles;
 }
 
-std::optional<JobAnswer> loadedJobs(std::span<const JobFile>) {
+std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile>) {
   if (scripted.nextCallFails() || !scripted.managerAnswers) return std::nullopt;
-  return JobAnswer{scripted.loadedJobs, scripted.jobsAskedAt};
+  return LaunchAgentAnswer{scripted.loadedLaunchAgents, scripted.loadedAskedAt};
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string&) {

@@ -46,21 +46,21 @@ struct ScriptedPlatform {
   platform::MemoryReading memory{16 * 1073741824.0,
                                  platform::MemoryInUse{8 * 1073741824.0, 4 * 1073741824.0}};
 
-  std::vector<platform::JobFile> jobFiles;
-  platform::LoadedJobs loadedJobs;
-  std::uint64_t jobsAskedAt = 1'000'000'000;  ///< platform::JobAnswer::askedAt
-  bool managerAnswers = true;                 ///< it can be asked which jobs are loaded
-  /// What the attempts to stop and to start a job answer, in their order.
+  std::vector<platform::LaunchAgentFile> launchAgentFiles;
+  platform::LoadedLaunchAgents loadedLaunchAgents;
+  std::uint64_t loadedAskedAt = 1'000'000'000;  ///< platform::LaunchAgentAnswer::askedAt
+  bool managerAnswers = true;                   ///< it can be asked which launch agents are loaded
+  /// What the attempts to stop and to start a launch agent answer, in their order.
   std::vector<platform::ServiceReply> stopReplies{{0, ""}};
   std::vector<platform::ServiceReply> startReplies{{0, ""}};
-  bool jobsGoOn = false;  ///< no attempt ends meanwhile
+  bool attemptsGoOn = false;  ///< no attempt ends meanwhile
 
   platform::Words words = platform::kLinuxWords;
   std::uint64_t clock = 1'000'000'000;  ///< in nanoseconds
 
   /// One call of the platform that fails: the one with that number (the first is 1), or all
   /// from there on. It answers as if nothing could be read; a signal that is sent answers
-  /// `error`, and so does an attempt to start or stop a job.
+  /// `error`, and so does an attempt to start or stop a launch agent.
   struct Fault {
     int call = 0;
     bool andAllLater = false;
@@ -82,7 +82,7 @@ struct ScriptedPlatform {
   // What the program did.
   std::vector<ScriptedSignal> signals;
   std::vector<std::string> serviceCalls;  ///< "stop LABEL 1", "start LABEL 2", …
-  int jobFileListings = 0;
+  int launchAgentFileListings = 0;
   int pidListings = 0;
   std::vector<std::int32_t> footprintsRead;
   int loginNameLookups = 0;

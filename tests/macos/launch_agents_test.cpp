@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-#include "launch_agents/launch_agent_job.h"
+#include "launch_agents/launch_agent_operation.h"
 #include "launch_agents/launch_agent_scanner.h"
 #include "macos/mac_test.h"
 #include "platform/macos/launchctl_attempts.h"
@@ -29,62 +29,62 @@ class LaunchAgents : public MacTest {
   static std::string machinePath(const std::string& name) {
     return std::string(Stage::machineLaunchAgentsPath()) + "/" + name;
   }
-  static void writeJob(const std::string& path, const std::string& label) {
+  static void writeFile(const std::string& path, const std::string& label) {
     Stage::write(path,
                  "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist "
                  "version=\"1.0\"><dict><key>Label</key><string>" +
                      label + "</string></dict></plist>");
   }
-  static Texts paths(const std::vector<platform::JobFile>& files) {
+  static Texts paths(const std::vector<platform::LaunchAgentFile>& files) {
     Texts result;
     for (const auto& file : files) result.push_back(file.path);
     return result;
   }
 };
 
-TEST_F(LaunchAgents, JobFilesOfTheUserComeBeforeTheMachines) {
-  writeJob(machinePath("com.a.plist"), "com.a");
-  writeJob(userPath("com.z.plist"), "com.z");
-  EXPECT_THAT(paths(platform::jobFiles()),
+TEST_F(LaunchAgents, FilesOfTheUserComeBeforeTheMachines) {
+  writeFile(machinePath("com.a.plist"), "com.a");
+  writeFile(userPath("com.z.plist"), "com.z");
+  EXPECT_THAT(paths(platform::launchAgentFiles()),
               ElementsAre(userPath("com.z.plist"), machinePath("com.a.plist")));
 }
 
 TEST_F(LaunchAgents, LabelInBothFoldersGivesTwo) {
-  writeJob(machinePath("com.a.plist"), "com.a");
-  writeJob(userPath("com.a.plist"), "com.a");
-  EXPECT_EQ(platform::jobFiles().size(), 2);
+  writeFile(machinePath("com.a.plist"), "com.a");
+  writeFile(userPath("com.a.plist"), "com.a");
+  EXPECT_EQ(platform::launchAgentFiles().size(), 2);
 }
 
-TEST_F(LaunchAgents, OtherFilesAreNoJobs) {
-  writeJob(userPath("com.a.plist"), "com.a");
-  writeJob(userPath("com.b.PLIST"), "com.b");
-  writeJob(userPath("com.c.plist.bak"), "com.c");
-  writeJob(userPath("plist"), "com.d");
-  writeJob(userPath("below/com.e.plist"), "com.e");
-  EXPECT_THAT(paths(platform::jobFiles()), ElementsAre(userPath("com.a.plist")));
+TEST_F(LaunchAgents, OtherFilesAreNone) {
+  writeFile(userPath("com.a.plist"), "com.a");
+  writeFile(userPath("com.b.PLIST"), "com.b");
+  writeFile(userPath("com.c.plist.bak"), "com.c");
+  writeFile(userPath("plist"), "com.d");
+  writeFile(userPath("below/com.e.plist"), "com.e");
+  EXPECT_THAT(paths(platform::launchAgentFiles()), ElementsAre(userPath("com.a.plist")));
 }
 
 TEST_F(LaunchAgents, UnreadableFilesAreSkipped) {
-  writeJob(userPath("com.a.plist"), "com.a");
+  writeFile(userPath("com.a.plist"), "com.a");
   Stage::write(userPath("garbage.plist"), "\xff\xfe");
   Stage::write(userPath("folder.plist/file"), "");
-  EXPECT_THAT(paths(platform::jobFiles()), ElementsAre(userPath("com.a.plist")));
+  EXPECT_THAT(paths(platform::launchAgentFiles()), ElementsAre(userPath("com.a.plist")));
 }
 
 TEST_F(LaunchAgents, MissingFoldersGiveNone) {
   std::filesystem::remove_all(Stage::userLaunchAgentsPath());
   std::filesystem::remove_all(Stage::machineLaunchAgentsPath());
-  EXPECT_TRUE(platform::jobFiles().empty());
+  EXPECT_TRUE(platform::launchAgentFiles().empty());
 }
 
-platform::LoadedJobs loadedJobs() {
-  const auto answer = platform::loadedJobs(std::span<const platform::JobFile>());
-  return answer ? answer->jobs : platform::LoadedJobs{{"nobody could be asked", {}}};
+platform::LoadedLaunchAgents loadedLaunchAgents() {
+  const auto answer = platform::loadedLaunchAgents(std::span<const platform::LaunchAgentFile>());
+  return answer ? answer->loaded : platform::LoadedLaunchAgents{{"nobody could be asked", {}}};
 }
 
-TEST_F(LaunchAgents, LoadedJobsAreListedOnce) {
+TEST_F(LaunchAgents, LoadedOnesAreListedOnce) {
   Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n-\\t0\\tcom.b\\n'");
-  EXPECT_EQ(loadedJobs(), (platform::LoadedJobs{{"com.a", 12}, {"com.b", {}}}));
+  EXPECT_EQ(loadedLaunchAgents(), (platform::LoadedLaunchAgents{{"com.a", 12}, {"com.b", {}}}));
   EXPECT_EQ(Stage::launchctlCalls(), Texts{"list"});
 }
 
@@ -92,7 +92,7 @@ TEST_F(LaunchAgents, PidsAreOfTheTimeBeforeTheyWereAskedFor) {
   Stage::setLaunchctl("sleep 0.2; printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n'");
   constexpr std::uint64_t kSleep = 200'000'000;  // nanoseconds
   const std::uint64_t before = platform::processClock();
-  const auto answer = platform::loadedJobs(std::span<const platform::JobFile>());
+  const auto answer = platform::loadedLaunchAgents(std::span<const platform::LaunchAgentFile>());
   const std::uint64_t after = platform::processClock();
   ASSERT_TRUE(answer);
   EXPECT_GE(answer->askedAt, before);
@@ -101,22 +101,22 @@ TEST_F(LaunchAgents, PidsAreOfTheTimeBeforeTheyWereAskedFor) {
 
 TEST_F(LaunchAgents, FailedListTellsNothing) {
   Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n'; exit 1");
-  EXPECT_TRUE(loadedJobs().empty());
+  EXPECT_TRUE(loadedLaunchAgents().empty());
   Stage::removeLaunchctl();
-  EXPECT_TRUE(loadedJobs().empty());
+  EXPECT_TRUE(loadedLaunchAgents().empty());
 }
 
 TEST_F(LaunchAgents, HangingListTellsNothing) {
   Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n'; exec sleep 1000");
   static_assert(platform::kListLimit <= std::chrono::seconds(2));
-  const auto answer = platform::loadedJobs(kMoment);
+  const auto answer = platform::loadedLaunchAgents(kMoment);
   ASSERT_TRUE(answer);
-  EXPECT_TRUE(answer->jobs.empty());
+  EXPECT_TRUE(answer->loaded.empty());
 }
 
-TEST_F(LaunchAgents, ScanJoinsFilesAndLoadedJobs) {
-  writeJob(userPath("one.plist"), "com.example.one");
-  writeJob(userPath("two.plist"), "com.ollama.two");
+TEST_F(LaunchAgents, ScanJoinsFilesAndLoadedOnes) {
+  writeFile(userPath("one.plist"), "com.example.one");
+  writeFile(userPath("two.plist"), "com.ollama.two");
   Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n-\\t0\\tcom.ollama.two\\n'");
   const auto launchAgents = LaunchAgentScanner::scan();
   ASSERT_EQ(launchAgents.size(), 2);
@@ -131,16 +131,16 @@ VordaLaunchAgent launchAgent() {
 }
 
 /// At once: nothing goes on in the background.
-LaunchAgentJob::Outcome outcome(LaunchAgentJob job) {
-  return job.poll().value_or(LaunchAgentJob::Outcome{false, "it goes on"});
+LaunchAgentOperation::Outcome outcome(LaunchAgentOperation operation) {
+  return operation.poll().value_or(LaunchAgentOperation::Outcome{false, "it goes on"});
 }
 
-LaunchAgentJob::Outcome stopped(const VordaLaunchAgent& launchAgent) {
-  return outcome({launchAgent, LaunchAgentJob::Kind::stop});
+LaunchAgentOperation::Outcome stopped(const VordaLaunchAgent& launchAgent) {
+  return outcome({launchAgent, LaunchAgentOperation::Kind::stop});
 }
 
-LaunchAgentJob::Outcome started(const VordaLaunchAgent& launchAgent) {
-  return outcome({launchAgent, LaunchAgentJob::Kind::start});
+LaunchAgentOperation::Outcome started(const VordaLaunchAgent& launchAgent) {
+  return outcome({launchAgent, LaunchAgentOperation::Kind::start});
 }
 
 TEST_F(LaunchAgents, BootoutStopsAtTheFirstSuccess) {

@@ -5,7 +5,7 @@
 #include <vector>
 
 /// The parts of a Mac's disk that the edition under test touches, in a folder of this test
-/// program's own: a home, the machine's job files, launchctl, Docker.
+/// program's own: a home, the machine's launch agent files, launchctl, Docker.
 namespace Stage {
 
 const char* launchctlPath();
@@ -16,7 +16,7 @@ std::string userLaunchAgentsPath();
 std::string bundlePath();
 std::string resourcesPath();  ///< of the bundle
 
-/// An empty home and machine, and a launchctl that knows no jobs.
+/// An empty home and machine, and a launchctl that knows no launch agents.
 void reset();
 
 /// Makes a file, and the folders on the way to it; the path is one of those above.

@@ -11,8 +11,8 @@
 #include <thread>
 
 #include "platform/linux/file_descriptor.h"
-#include "platform/linux/loaded_jobs.h"
-#include "platform/linux/service_job.h"
+#include "platform/linux/loaded_launch_agents.h"
+#include "platform/linux/service_operation.h"
 #include "platform/processes.h"
 #include "tools/child_process.h"
 #include "tools/scoped_variable.h"
@@ -22,8 +22,8 @@
 namespace {
 
 using namespace std::chrono_literals;
-using platform::JobFile;
-using platform::LoadedJobs;
+using platform::LaunchAgentFile;
+using platform::LoadedLaunchAgents;
 using platform::ServiceReply;
 using testing::Contains;
 using testing::HasSubstr;
@@ -66,14 +66,14 @@ class LaunchAgents : public testing::Test {
   void SetUp() override {
     if (!rig_.reason().empty()) GTEST_SKIP() << rig_.reason();
   }
-  LoadedJobs loaded() {
-    const auto answer = reader_.read(platform::jobFiles());
-    return answer ? answer->jobs : LoadedJobs{{"nobody could be asked", {}}};
+  LoadedLaunchAgents loaded() {
+    const auto answer = reader_.read(platform::launchAgentFiles());
+    return answer ? answer->loaded : LoadedLaunchAgents{{"nobody could be asked", {}}};
   }
 
   UserManagerRig rig_;
   /// On a busy machine the usual budget may be too small.
-  platform::LoadedJobsReader reader_{{.budget = 60s}};
+  platform::LoadedLaunchAgentsReader reader_{{.budget = 60s}};
 };
 
 TEST_F(LaunchAgents, StartRunAndStop) {
@@ -84,10 +84,10 @@ TEST_F(LaunchAgents, StartRunAndStop) {
 
   const auto started = start("ollama");
   ASSERT_EQ(started.status, 0) << started.errorText;
-  const auto jobs = loaded();
-  ASSERT_THAT(jobs, Contains(Key("ollama")));
-  EXPECT_THAT(jobs, Not(Contains(Key("idle"))));
-  const auto pid = jobs.at("ollama");
+  const auto running = loaded();
+  ASSERT_THAT(running, Contains(Key("ollama")));
+  EXPECT_THAT(running, Not(Contains(Key("idle"))));
+  const auto pid = running.at("ollama");
   ASSERT_TRUE(pid);
   platform::ProcessFacts facts;
   ASSERT_TRUE(platform::readProcess(*pid, facts));
@@ -146,9 +146,9 @@ TEST_F(LaunchAgents, AFailedOneIsNotLoaded) {
 TEST_F(LaunchAgents, OneWithoutAProcessIsLoadedWithoutAPid) {
   rig_.addService("setup", "Type=oneshot\nRemainAfterExit=yes\nExecStart=/bin/true");
   ASSERT_EQ(start("setup").status, 0);
-  const auto jobs = loaded();
-  ASSERT_THAT(jobs, Contains(Key("setup")));
-  EXPECT_EQ(jobs.at("setup"), std::nullopt);
+  const auto running = loaded();
+  ASSERT_THAT(running, Contains(Key("setup")));
+  EXPECT_EQ(running.at("setup"), std::nullopt);
 }
 
 TEST_F(LaunchAgents, AnAliasIsTheUnitThatItLeadsTo) {
@@ -156,10 +156,10 @@ TEST_F(LaunchAgents, AnAliasIsTheUnitThatItLeadsTo) {
   const auto alias = std::filesystem::path(path).replace_filename("alias.service");
   std::filesystem::create_symlink("real.service", alias);
   ASSERT_EQ(start("real").status, 0);
-  const auto jobs = loaded();
-  ASSERT_THAT(jobs, Contains(Key("alias")));
-  EXPECT_TRUE(jobs.at("alias"));
-  EXPECT_EQ(jobs.at("alias"), jobs.at("real"));
+  const auto running = loaded();
+  ASSERT_THAT(running, Contains(Key("alias")));
+  EXPECT_TRUE(running.at("alias"));
+  EXPECT_EQ(running.at("alias"), running.at("real"));
   EXPECT_EQ(stop("alias").status, 0);
   EXPECT_THAT(loaded(), IsEmpty());
 }
@@ -197,20 +197,20 @@ TEST_F(LaunchAgents, AreFoundWithoutTheVariables) {
   const ScopedVariable folder("XDG_RUNTIME_DIR", nullptr);
   const ScopedVariable address("DBUS_SESSION_BUS_ADDRESS", nullptr);
   const auto sockets = [&] { return platform::userBusSockets(runtime.path()); };
-  platform::ServiceJob job(platform::ServiceJob::Verb::start, "ollama", sockets);
-  EXPECT_EQ(end([&] { return job.poll(); }).status, 0);
-  platform::LoadedJobsReader reader({.budget = 60s, .sockets = sockets});
-  const auto answer = reader.read(platform::jobFiles());
+  platform::ServiceOperation operation(platform::ServiceOperation::Verb::start, "ollama", sockets);
+  EXPECT_EQ(end([&] { return operation.poll(); }).status, 0);
+  platform::LoadedLaunchAgentsReader reader({.budget = 60s, .sockets = sockets});
+  const auto answer = reader.read(platform::launchAgentFiles());
   ASSERT_TRUE(answer);
-  EXPECT_THAT(answer->jobs, Contains(Key("ollama")));
+  EXPECT_THAT(answer->loaded, Contains(Key("ollama")));
 }
 
 TEST_F(LaunchAgents, OnlyTheGivenFilesAreAnswered) {
   rig_.addService("ollama", playing({"ollama"}));
   ASSERT_EQ(start("ollama").status, 0);
-  const JobFile other{.label = "other", .path = "/nonexistent/other.service"};
-  EXPECT_THAT(platform::loadedJobs({})->jobs, IsEmpty());
-  EXPECT_THAT(platform::loadedJobs(std::span(&other, 1))->jobs, IsEmpty());
+  const LaunchAgentFile other{.label = "other", .path = "/nonexistent/other.service"};
+  EXPECT_THAT(platform::loadedLaunchAgents({})->loaded, IsEmpty());
+  EXPECT_THAT(platform::loadedLaunchAgents(std::span(&other, 1))->loaded, IsEmpty());
 }
 
 TEST_F(LaunchAgents, ALostConnectionIsMadeAnew) {
@@ -227,15 +227,15 @@ TEST_F(LaunchAgents, ALostConnectionIsMadeAnew) {
 TEST_F(LaunchAgents, AManagerThatHangsIsLeftAloneForAWhile) {
   rig_.addService("ollama", playing({"ollama"}));
   ASSERT_EQ(start("ollama").status, 0);
-  const auto files = platform::jobFiles();
-  platform::LoadedJobsReader patient({.budget = 500ms, .rest = 3600s});
-  platform::LoadedJobsReader late({.budget = 100ms, .rest = 3600s});
+  const auto files = platform::launchAgentFiles();
+  platform::LoadedLaunchAgentsReader patient({.budget = 500ms, .rest = 3600s});
+  platform::LoadedLaunchAgentsReader late({.budget = 100ms, .rest = 3600s});
   for (int i = 0; i < 6000 && !patient.read(files); ++i) std::this_thread::sleep_for(10ms);
   const auto before = patient.read(files);
   ASSERT_TRUE(before);
 
   rig_.pause();
-  EXPECT_EQ(patient.read(files)->jobs, before->jobs) << "its last answer stands";
+  EXPECT_EQ(patient.read(files)->loaded, before->loaded) << "its last answer stands";
   EXPECT_FALSE(late.read(files)) << "it has never answered";
   const auto stopping = platform::stopAttempts("ollama", "");
   for (int i = 0; i < 10; ++i) EXPECT_FALSE(stopping.front()());
@@ -250,15 +250,16 @@ TEST_F(LaunchAgents, AManagerThatHangsIsLeftAloneForAWhile) {
 class WithoutManager : public testing::Test {
  protected:
   void expectNothingKnown() const {
-    const JobFile file{.label = "ollama", .path = "/nonexistent/ollama.service"};
-    platform::LoadedJobsReader reader({.budget = 100ms, .sockets = [this] { return sockets(); }});
+    const LaunchAgentFile file{.label = "ollama", .path = "/nonexistent/ollama.service"};
+    platform::LoadedLaunchAgentsReader reader(
+        {.budget = 100ms, .sockets = [this] { return sockets(); }});
     EXPECT_FALSE(reader.read(std::span(&file, 1)));
   }
   void expectFailures() const {
-    using Verb = platform::ServiceJob::Verb;
+    using Verb = platform::ServiceOperation::Verb;
     for (const auto verb : {Verb::stop, Verb::start}) {
-      platform::ServiceJob job(verb, "ollama", [this] { return sockets(); });
-      const auto reply = end([&] { return job.poll(); });
+      platform::ServiceOperation operation(verb, "ollama", [this] { return sockets(); });
+      const auto reply = end([&] { return operation.poll(); });
       EXPECT_NE(reply.status, 0);
       EXPECT_THAT(reply.errorText, Not(IsEmpty()));
       EXPECT_THAT(reply.errorText, Not(HasSubstr("Could not find")));
@@ -291,9 +292,9 @@ TEST_F(WithoutManager, ABusThatNeverGreetsIsNotWaitedFor) {
   const auto begin = std::chrono::steady_clock::now();
   expectNothingKnown();
   {
-    platform::ServiceJob job(platform::ServiceJob::Verb::stop, "ollama",
-                             [this] { return sockets(); });
-    for (int i = 0; i < 10; ++i) EXPECT_FALSE(job.poll());
+    platform::ServiceOperation operation(platform::ServiceOperation::Verb::stop, "ollama",
+                                         [this] { return sockets(); });
+    for (int i = 0; i < 10; ++i) EXPECT_FALSE(operation.poll());
   }
   EXPECT_LT(std::chrono::steady_clock::now() - begin, 20s) << "sd-bus would wait for 90";
 }

@@ -40,8 +40,8 @@ TEST_F(ProcessScan, FillsEveryField) {
                           .arguments = {"/usr/bin/vllm", "serve", "--model", "a", "--key", "k"},
                           .effectiveUid = 1001,
                           .footprintMB = 2048.25}};
-  machine().jobFiles = {{.label = "vllm"}};
-  machine().loadedJobs = {{"vllm", 7}};
+  machine().launchAgentFiles = {{.label = "vllm"}};
+  machine().loadedLaunchAgents = {{"vllm", 7}};
   EXPECT_THAT(scan(200), ElementsAre(VordaProcess{
                              .pid = 7,
                              .displayName = "vllm",
@@ -220,9 +220,9 @@ TEST_F(ProcessScan, SortsHundredsOfProcesses) {
 
 TEST_F(ProcessScan, MatchesLaunchAgentsInTheirOrder) {
   machine().processes = {{.pid = 7, .arguments = {"vllm"}}, {.pid = 8, .arguments = {"jupyter"}}};
-  machine().jobFiles = {{.label = "zebra"}, {.label = "ollama"}, {.label = "apple"},
-                        {.label = "other"}, {.label = "idle"},   {.label = "unloaded"}};
-  machine().loadedJobs = {
+  machine().launchAgentFiles = {{.label = "zebra"}, {.label = "ollama"}, {.label = "apple"},
+                                {.label = "other"}, {.label = "idle"},   {.label = "unloaded"}};
+  machine().loadedLaunchAgents = {
       {"zebra", 7}, {"ollama", 7}, {"apple", 7}, {"other", 99}, {"idle", std::nullopt}};
   const auto processes = scan(0);
   ASSERT_EQ(processes.size(), 2U);
@@ -232,9 +232,9 @@ TEST_F(ProcessScan, MatchesLaunchAgentsInTheirOrder) {
 
 TEST_F(ProcessScan, MatchesAPidOnlyToWhoHadItWhenTheManagerWasAsked) {
   machine().processes = {{.pid = 7, .arguments = {"vllm"}}};
-  machine().jobFiles = {{.label = "ollama"}};
-  machine().loadedJobs = {{"ollama", 7}};
-  machine().jobsAskedAt = 500;
+  machine().launchAgentFiles = {{.label = "ollama"}};
+  machine().loadedLaunchAgents = {{"ollama", 7}};
+  machine().loadedAskedAt = 500;
   for (const auto& [startTime, matches] : {std::pair<std::optional<std::uint64_t>, bool>{499, true},
                                            {500, true},
                                            {501, false},
@@ -279,7 +279,7 @@ TEST_F(ProcessScan, AsksTheSystemForNoMoreThanItNeeds) {
                          {.pid = 4, .arguments = {"vllm"}, .effectiveUid = 0},
                          {.pid = 5, .arguments = {"WindowServer"}}};
   EXPECT_THAT(pids(200), ElementsAre(3, 4));
-  EXPECT_EQ(machine().jobFileListings, 1);
+  EXPECT_EQ(machine().launchAgentFileListings, 1);
   EXPECT_EQ(machine().pidListings, 1);
   EXPECT_EQ(machine().loginNameLookups, 1);
   EXPECT_THAT(machine().footprintsRead, ElementsAre(1, 3, 4));

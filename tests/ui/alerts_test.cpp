@@ -148,7 +148,7 @@ TEST_F(AlertsTest, DockerIsQuitFromItsWhale) {
                    .informativeText = "Use the Docker whale icon → Quit Docker Desktop."}));
 }
 
-TEST_F(AlertsTest, UnloadAsksWithTheJobFile) {
+TEST_F(AlertsTest, UnloadAsksWithTheFile) {
   EXPECT_EQ(
       Alerts::unload(launchAgent_),
       (Alert{.messageText = "Unload hermes?",

@@ -32,8 +32,8 @@ class ControllerTest : public testing::Test {
   }
   static void addLaunchAgent(const std::string& label, const std::string& path = "",
                              bool keepAlive = false) {
-    machine().jobFiles.push_back({label, path, {}, keepAlive});
-    machine().loadedJobs[label] = std::nullopt;
+    machine().launchAgentFiles.push_back({label, path, {}, keepAlive});
+    machine().loadedLaunchAgents[label] = std::nullopt;
   }
 
   void openMenu() {

@@ -95,14 +95,14 @@ TEST_F(LaunchAgentActions, UnloadThatIsCancelledDoesNothing) {
   }
   EXPECT_EQ(frontEnd_.alerts.size(), 2U);
   EXPECT_THAT(machine().serviceCalls, IsEmpty());
-  EXPECT_EQ(machine().jobFileListings, 1);
+  EXPECT_EQ(machine().launchAgentFileListings, 1);
   EXPECT_EQ(machine().pidListings, 1);
   EXPECT_EQ(frontEnd_.trackingsCancelled, 0);
 }
 
 TEST_F(LaunchAgentActions, UnloadSurvivesAListThatChangesWhileItAsks) {
   frontEnd_.whileAlertIsOpen = [this](const Alert&) {
-    machine().jobFiles.clear();
+    machine().launchAgentFiles.clear();
     frontEnd_.advance(5);
   };
   start();
@@ -117,7 +117,7 @@ TEST_F(LaunchAgentActions, UnloadSurvivesAListThatChangesWhileItAsks) {
 
 TEST_F(LaunchAgentActions, AProcessUnloadsItsLaunchAgentByLabel) {
   machine().processes = {{.pid = 7, .arguments = {"/usr/bin/blender"}, .footprintMB = 700}};
-  machine().loadedJobs["hermes"] = 7;
+  machine().loadedLaunchAgents["hermes"] = 7;
   start();
   const VordaLaunchAgent launchAgent = controller().launchAgents().front();
   choose(7, Action::unloadByLabel);
@@ -127,7 +127,7 @@ TEST_F(LaunchAgentActions, AProcessUnloadsItsLaunchAgentByLabel) {
 }
 
 TEST_F(LaunchAgentActions, UnloadByLabelTakesTheFirstOfTwo) {
-  machine().jobFiles.push_back({"hermes", "/etc/hermes.service", {}, false});
+  machine().launchAgentFiles.push_back({"hermes", "/etc/hermes.service", {}, false});
   start();
   unloadByLabel("hermes");
   EXPECT_THAT(
@@ -138,7 +138,7 @@ TEST_F(LaunchAgentActions, UnloadByLabelTakesTheFirstOfTwo) {
 TEST_F(LaunchAgentActions, AProcessUnloadsALaunchAgentThatHasNoRow) {
   addLaunchAgent("editor", "/units/editor.service");  // no AI tooling and not kept alive
   machine().processes = {{.pid = 7, .arguments = {"/usr/bin/blender"}, .footprintMB = 700}};
-  machine().loadedJobs["editor"] = 7;
+  machine().loadedLaunchAgents["editor"] = 7;
   start();
   choose(7, Action::unloadByLabel);
   EXPECT_THAT(
@@ -159,8 +159,8 @@ TEST_F(LaunchAgentActions, UnloadByALabelThatIsNotThereDoesNothing) {
 class LaunchAgentLoad : public LaunchAgentActions {
  protected:
   LaunchAgentLoad() {
-    machine().loadedJobs.clear();
-    machine().jobFiles.front().keepAlive = true;  // or the menu does not offer it
+    machine().loadedLaunchAgents.clear();
+    machine().launchAgentFiles.front().keepAlive = true;  // or the menu does not offer it
   }
 };
 
@@ -195,21 +195,21 @@ class SlowLaunchAgentActions : public LaunchAgentActions {
  protected:
   SlowLaunchAgentActions() {
     addLaunchAgent("ollama");
-    machine().jobsGoOn = true;
+    machine().attemptsGoOn = true;
   }
   void SetUp() override { start(); }
 
   std::string title(const std::string& label) const { return row(label).title; }
   void loadOllama() {
-    machine().loadedJobs.erase("ollama");
-    machine().jobFiles.back().keepAlive = true;
+    machine().loadedLaunchAgents.erase("ollama");
+    machine().launchAgentFiles.back().keepAlive = true;
     controller().menuNeedsUpdate();
     choose(entry(row("ollama"), Action::loadLaunchAgent));
   }
   /// The manager has done what it was asked.
   void finish() {
-    machine().jobsGoOn = false;
-    machine().loadedJobs.erase("hermes");
+    machine().attemptsGoOn = false;
+    machine().loadedLaunchAgents.erase("hermes");
     frontEnd_.advance(kLook);
   }
   std::size_t failures() const {

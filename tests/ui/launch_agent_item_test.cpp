@@ -8,7 +8,7 @@
 
 namespace {
 
-using Kind = LaunchAgentJob::Kind;
+using Kind = LaunchAgentOperation::Kind;
 
 struct Row {
   const char* name;

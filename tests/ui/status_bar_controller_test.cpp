@@ -49,7 +49,7 @@ TEST_F(Refresh, KeepsLaunchAgentsOfAIToolingAndThoseThatAreKeptAlive) {
   addLaunchAgent("my-GateWay");
   addLaunchAgent("kept", "", true);
   addLaunchAgent("dropped");
-  machine().jobFiles.push_back({"by-program", "", {"/opt/Ollama/bin"}, false});
+  machine().launchAgentFiles.push_back({"by-program", "", {"/opt/Ollama/bin"}, false});
   start();
   std::vector<std::string> labels;
   for (const auto& launchAgent : controller().launchAgents()) labels.push_back(launchAgent.label);
@@ -59,9 +59,9 @@ TEST_F(Refresh, KeepsLaunchAgentsOfAIToolingAndThoseThatAreKeptAlive) {
 TEST_F(Refresh, AsksOnceWhatStartsByItself) {
   addLaunchAgent("kept", "", true);
   start();
-  EXPECT_EQ(machine().jobFileListings, 1);
+  EXPECT_EQ(machine().launchAgentFileListings, 1);
   frontEnd_.advance(5);
-  EXPECT_EQ(machine().jobFileListings, 2);
+  EXPECT_EQ(machine().launchAgentFileListings, 2);
 }
 
 TEST_F(Refresh, NamesTheLargestProcessFrom512MegabytesOn) {

@@ -34,9 +34,9 @@ TEST(UnsupportedPlatform, KnowsNoMemory) {
   EXPECT_EQ(SystemMemory::snapshot().totalGB, 0);
 }
 
-TEST(UnsupportedPlatform, KnowsNoJob) {
-  EXPECT_THAT(platform::jobFiles(), IsEmpty());
-  EXPECT_FALSE(platform::loadedJobs({}));
+TEST(UnsupportedPlatform, KnowsNoLaunchAgent) {
+  EXPECT_THAT(platform::launchAgentFiles(), IsEmpty());
+  EXPECT_FALSE(platform::loadedLaunchAgents({}));
   EXPECT_THAT(platform::stopAttempts("a", "/a"), IsEmpty());
   EXPECT_THAT(platform::startAttempts("a", "/a"), IsEmpty());
 }

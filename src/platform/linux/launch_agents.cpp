@@ -3,37 +3,38 @@
 #include <iterator>
 #include <memory>
 
-#include "platform/linux/job_files.h"
-#include "platform/linux/loaded_jobs.h"
-#include "platform/linux/service_job.h"
+#include "platform/linux/launch_agent_files.h"
+#include "platform/linux/loaded_launch_agents.h"
+#include "platform/linux/service_operation.h"
 
 namespace platform {
 namespace {
 
-std::vector<ServiceAttempt> onlyAttempt(ServiceJob::Verb verb, const std::string& label) {
-  return {[job = std::make_shared<ServiceJob>(verb, label)] { return job->poll(); }};
+std::vector<ServiceAttempt> onlyAttempt(ServiceOperation::Verb verb, const std::string& label) {
+  return {
+      [operation = std::make_shared<ServiceOperation>(verb, label)] { return operation->poll(); }};
 }
 
 }  // namespace
 
-std::vector<JobFile> jobFiles() {
-  std::vector<JobFile> files = jobFilesIn(userUnitFolder());
-  auto machine = jobFilesIn("/etc/systemd/user");
+std::vector<LaunchAgentFile> launchAgentFiles() {
+  std::vector<LaunchAgentFile> files = launchAgentFilesIn(userUnitFolder());
+  auto machine = launchAgentFilesIn("/etc/systemd/user");
   std::move(machine.begin(), machine.end(), std::back_inserter(files));
   return files;
 }
 
-std::optional<JobAnswer> loadedJobs(std::span<const JobFile> files) {
-  static LoadedJobsReader reader;
+std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile> files) {
+  static LoadedLaunchAgentsReader reader;
   return reader.read(files);
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string&) {
-  return onlyAttempt(ServiceJob::Verb::stop, label);
+  return onlyAttempt(ServiceOperation::Verb::stop, label);
 }
 
 std::vector<ServiceAttempt> startAttempts(const std::string& label, const std::string&) {
-  return onlyAttempt(ServiceJob::Verb::start, label);
+  return onlyAttempt(ServiceOperation::Verb::start, label);
 }
 
 }  // namespace platform

@@ -21,9 +21,9 @@ bool isFromNobody(const BusFailure& failure) {
                                     failure.name == SD_BUS_ERROR_NAME_HAS_NO_OWNER;
 }
 
-/// The unit that a job file stands for, among those that are loaded.
+/// The unit that a launch agent file stands for, among those that are loaded.
 template <typename Services>
-auto unitOf(const JobFile& file, const Services& services) {
+auto unitOf(const LaunchAgentFile& file, const Services& services) {
   const auto own = services.find(file.label + ".service");
   if (own != services.end()) return own;
   std::error_code error;
@@ -33,13 +33,13 @@ auto unitOf(const JobFile& file, const Services& services) {
 
 }  // namespace
 
-LoadedJobs LoadedServices::jobsOf(std::span<const JobFile> files) const {
-  LoadedJobs jobs;
+LoadedLaunchAgents LoadedServices::launchAgentsOf(std::span<const LaunchAgentFile> files) const {
+  LoadedLaunchAgents loaded;
   for (const auto& file : files) {
     const auto service = unitOf(file, pids);
-    if (service != pids.end()) jobs.try_emplace(file.label, service->second);
+    if (service != pids.end()) loaded.try_emplace(file.label, service->second);
   }
-  return jobs;
+  return loaded;
 }
 
 ServiceInquiry::ServiceInquiry(UserBus& bus)
@@ -48,7 +48,7 @@ ServiceInquiry::ServiceInquiry(UserBus& bus)
             "ListUnitsByPatterns", "asas", 4, "active", "activating", "reloading", "deactivating",
             1, "*.service") {}
 
-bool ServiceInquiry::carryOn(std::span<const JobFile> files) {
+bool ServiceInquiry::carryOn(std::span<const LaunchAgentFile> files) {
   if (!list_.isAnswered()) return false;
   if (!listWasRead_) {
     listWasRead_ = true;
@@ -78,7 +78,7 @@ bool ServiceInquiry::readList() {
   return true;
 }
 
-void ServiceInquiry::askForPids(std::span<const JobFile> files) {
+void ServiceInquiry::askForPids(std::span<const LaunchAgentFile> files) {
   services_.askedAt = processClock();
   for (const auto& [unit, object] : objects_) services_.pids.try_emplace(unit, std::nullopt);
   std::set<std::string_view> asked;

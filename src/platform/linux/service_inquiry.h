@@ -25,7 +25,7 @@ struct LoadedServices {
 
   /// What of it is about these files. A file that is a link to another unit's stands for that
   /// one: the manager lists an alias under the name of the unit only.
-  LoadedJobs jobsOf(std::span<const JobFile> files) const;
+  LoadedLaunchAgents launchAgentsOf(std::span<const LaunchAgentFile> files) const;
 };
 
 /// Asks the user's manager which services it has loaded, and then for the main processes of those
@@ -36,14 +36,14 @@ class ServiceInquiry {
   explicit ServiceInquiry(UserBus& bus);
 
   /// Takes in what was answered, and asks what is to be asked next. True: it is over.
-  bool carryOn(std::span<const JobFile> files);
+  bool carryOn(std::span<const LaunchAgentFile> files);
 
   /// What was said; none when the manager can't be asked. Once, when it is over.
   std::optional<LoadedServices> takeAnswer();
 
  private:
   bool readList();
-  void askForPids(std::span<const JobFile> files);
+  void askForPids(std::span<const LaunchAgentFile> files);
 
   UserBus& bus_;
   BusCall list_;

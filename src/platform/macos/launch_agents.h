@@ -9,13 +9,13 @@
 
 namespace platform {
 
-/// How long launchctl is waited for when it is asked which jobs are loaded.
+/// How long launchctl is waited for when it is asked which launch agents are loaded.
 inline constexpr std::chrono::seconds kListLimit{2};
-/// What a user waits for the stopping or starting of a job, all attempts taken together.
+/// What a user waits for the stopping or starting of a launch agent, all attempts taken together.
 inline constexpr std::chrono::seconds kActionLimit{10};
 
 /// The same as without a limit, for a caller who waits longer or less long.
-std::optional<JobAnswer> loadedJobs(std::chrono::milliseconds limit);
+std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::chrono::milliseconds limit);
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path,
                                          std::chrono::milliseconds limit);
 std::vector<ServiceAttempt> startAttempts(const std::string& path, std::chrono::milliseconds limit);

@@ -4,49 +4,51 @@
 #include <unistd.h>
 
 #include "platform/macos/foundation_text.h"
-#include "platform/macos/job_file.h"
-#include "platform/macos/job_list.h"
+#include "platform/macos/launch_agent_file.h"
 #include "platform/macos/launchctl.h"
 #include "platform/macos/launchctl_attempts.h"
+#include "platform/macos/launchctl_list.h"
 #include "platform/macos/places.h"
 #include "platform/processes.h"
 
 namespace platform {
 namespace {
 
-void addJobFiles(NSString* folder, std::vector<JobFile>& files) {
+void addLaunchAgentFiles(NSString* folder, std::vector<LaunchAgentFile>& files) {
   NSArray* names = [[NSFileManager defaultManager] contentsOfDirectoryAtPath:folder error:NULL];
   for (NSString* name in names) {
     if (![name hasSuffix:@".plist"]) continue;
-    auto file = readJobFile(utf8String([folder stringByAppendingPathComponent:name]));
+    auto file = readLaunchAgentFile(utf8String([folder stringByAppendingPathComponent:name]));
     if (file) files.push_back(std::move(*file));
   }
 }
 
-/// Where launchd keeps the jobs of the user's session.
+/// Where launchd keeps the launch agents of the user's session.
 std::string domain() {
   return "gui/" + std::to_string(getuid());
 }
 
 }  // namespace
 
-std::vector<JobFile> jobFiles() {
+std::vector<LaunchAgentFile> launchAgentFiles() {
   @autoreleasepool {
-    std::vector<JobFile> files;
-    addJobFiles([NSHomeDirectory() stringByAppendingPathComponent:@"Library/LaunchAgents"], files);
-    addJobFiles(nsString(places::kMachineLaunchAgents), files);
+    std::vector<LaunchAgentFile> files;
+    addLaunchAgentFiles([NSHomeDirectory() stringByAppendingPathComponent:@"Library/LaunchAgents"],
+                        files);
+    addLaunchAgentFiles(nsString(places::kMachineLaunchAgents), files);
     return files;
   }
 }
 
-std::optional<JobAnswer> loadedJobs(std::span<const JobFile>) {
-  return loadedJobs(kListLimit);
+std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile>) {
+  return loadedLaunchAgents(kListLimit);
 }
 
-std::optional<JobAnswer> loadedJobs(std::chrono::milliseconds limit) {
+std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::chrono::milliseconds limit) {
   const std::uint64_t askedAt = processClock();
   const auto reply = runLaunchctl({"list"}, Capture::everything, Clock::now() + limit);
-  return JobAnswer{reply.status == 0 ? parseJobList(reply.text) : LoadedJobs(), askedAt};
+  return LaunchAgentAnswer{
+      reply.status == 0 ? parseLaunchctlList(reply.text) : LoadedLaunchAgents(), askedAt};
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path) {

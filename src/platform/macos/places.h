@@ -4,7 +4,7 @@
 namespace platform::places {
 
 extern const char* const kLaunchctl;
-extern const char* const kMachineLaunchAgents;  ///< the folder of the machine's job files
+extern const char* const kMachineLaunchAgents;  ///< the folder of the machine's launch agent files
 extern const char* const kActivityMonitor;
 extern const char* const kDockerDesktop;
 

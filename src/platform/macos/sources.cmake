@@ -3,8 +3,8 @@ set(MACOS_PLATFORM_SOURCES
   applications.mm
   argument_block.cpp
   foundation_text.mm
-  job_file.mm
-  job_list.cpp
+  launch_agent_file.mm
+  launchctl_list.cpp
   launch_agents.mm
   launchctl.mm
   launchctl_attempts.cpp

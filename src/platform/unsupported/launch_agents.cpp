@@ -2,11 +2,11 @@
 
 namespace platform {
 
-std::vector<JobFile> jobFiles() {
+std::vector<LaunchAgentFile> launchAgentFiles() {
   return {};
 }
 
-std::optional<JobAnswer> loadedJobs(std::span<const JobFile>) {
+std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile>) {
   return std::nullopt;
 }
 

@@ -547,8 +547,9 @@ TEST_F(TerminalMenu, TakesNoAnswerToAQuestionThatNobodySees) {
 TEST_F(TerminalMenu, KeepsTheChoiceInSightWhenALongSubmenuIsRefreshed) {
   machine().find(30)->arguments = {"/usr/bin/ollama", "serve"};
   for (const char* label : {"ollama-1", "ollama-2", "ollama-3", "ollama-4"}) {
-    machine().jobFiles.push_back({.label = label, .path = "/units/x.service", .keepAlive = true});
-    machine().loadedJobs[label] = 30;
+    machine().launchAgentFiles.push_back(
+        {.label = label, .path = "/units/x.service", .keepAlive = true});
+    machine().loadedLaunchAgents[label] = 30;
   }
   screen.size_ = {40, 10};
   screen.walkTo("Ollama");
@@ -581,8 +582,8 @@ TEST_F(TerminalMenu, SurvivesAnySize) {
 }
 
 TEST_F(TerminalMenu, UnloadsALaunchAgent) {
-  machine().jobFiles = {{.label = "ollama", .path = "/units/ollama.service"}};
-  machine().loadedJobs = {{"ollama", 30}};
+  machine().launchAgentFiles = {{.label = "ollama", .path = "/units/ollama.service"}};
+  machine().loadedLaunchAgents = {{"ollama", 30}};
   screen.walkTo("ollama  ·  on");
   screen.press(Kind::enter);
   screen.press(Kind::enter);
@@ -596,7 +597,8 @@ TEST_F(TerminalMenu, UnloadsALaunchAgent) {
 }
 
 TEST_F(TerminalMenu, LoadsALaunchAgent) {
-  machine().jobFiles = {{.label = "ollama", .path = "/units/ollama.service", .keepAlive = true}};
+  machine().launchAgentFiles = {
+      {.label = "ollama", .path = "/units/ollama.service", .keepAlive = true}};
   screen.walkTo("ollama  ·  off");
   screen.press(Kind::enter);
   screen.press(Kind::enter);

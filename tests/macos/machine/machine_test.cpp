@@ -121,12 +121,12 @@ TEST(Machine, KnowsItsUsers) {
   EXPECT_EQ(platform::loginName(0), "root");
 }
 
-// Whoever is logged in has jobs of the system's own.
-TEST(Machine, ListsItsJobs) {
-  const auto answer = platform::loadedJobs({});
+// Whoever is logged in has launch agents of the system's own.
+TEST(Machine, ListsItsLaunchAgents) {
+  const auto answer = platform::loadedLaunchAgents({});
   ASSERT_TRUE(answer);
-  EXPECT_FALSE(answer->jobs.empty());
-  for (const auto& [label, pid] : answer->jobs) EXPECT_TRUE(!pid || *pid > 0) << label;
+  EXPECT_FALSE(answer->loaded.empty());
+  for (const auto& [label, pid] : answer->loaded) EXPECT_TRUE(!pid || *pid > 0) << label;
 }
 
 }  // namespace

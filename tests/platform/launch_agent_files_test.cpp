@@ -1,4 +1,4 @@
-#include "platform/linux/job_files.h"
+#include "platform/linux/launch_agent_files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,13 +11,15 @@
 
 namespace {
 
-using platform::JobFile;
+using platform::LaunchAgentFile;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class JobFilesIn : public testing::Test {
+class LaunchAgentFilesIn : public testing::Test {
  protected:
-  std::vector<JobFile> files() const { return platform::jobFilesIn(folder_.path()); }
+  std::vector<LaunchAgentFile> files() const {
+    return platform::launchAgentFilesIn(folder_.path());
+  }
 
   std::vector<std::string> labels() const {
     std::vector<std::string> labels;
@@ -28,7 +30,7 @@ class JobFilesIn : public testing::Test {
   TempFolder folder_;
 };
 
-TEST_F(JobFilesIn, TellWhatTheFileSays) {
+TEST_F(LaunchAgentFilesIn, TellWhatTheFileSays) {
   folder_.write("ollama.service", "[Service]\nExecStart=-/usr/bin/ollama serve\nRestart=always\n");
   const auto found = files();
   ASSERT_EQ(found.size(), 1U);
@@ -38,14 +40,14 @@ TEST_F(JobFilesIn, TellWhatTheFileSays) {
   EXPECT_TRUE(found[0].keepAlive);
 }
 
-TEST_F(JobFilesIn, ComeByName) {
+TEST_F(LaunchAgentFilesIn, ComeByName) {
   for (const char* name : {"b.service", "a.service", "B.service", "c.d.service"}) {
     folder_.write(name, "");
   }
   EXPECT_THAT(labels(), ElementsAre("B", "a", "b", "c.d"));
 }
 
-TEST_F(JobFilesIn, AreServicesOnly) {
+TEST_F(LaunchAgentFilesIn, AreServicesOnly) {
   for (const char* name : {"a.socket", "a.service.bak", "service", ".service", "a.SERVICE",
                            "template@.service", "instance@one.service", "caf\xe9.service"}) {
     folder_.write(name, "");
@@ -54,7 +56,7 @@ TEST_F(JobFilesIn, AreServicesOnly) {
   EXPECT_THAT(labels(), ElementsAre("instance@one"));
 }
 
-TEST_F(JobFilesIn, FollowLinksToFiles) {
+TEST_F(LaunchAgentFilesIn, FollowLinksToFiles) {
   folder_.write("elsewhere/real.service", "[Service]\nExecStart=/bin/a\n");
   folder_.link("alias.service", (folder_ / "elsewhere/real.service").string());
   const auto found = files();
@@ -63,7 +65,7 @@ TEST_F(JobFilesIn, FollowLinksToFiles) {
   EXPECT_THAT(found[0].programArguments, ElementsAre("/bin/a"));
 }
 
-TEST_F(JobFilesIn, MaskedOnesHaveNoCommand) {
+TEST_F(LaunchAgentFilesIn, MaskedOnesHaveNoCommand) {
   folder_.link("masked.service", "/dev/null");
   folder_.write("empty.service", "");
   const auto found = files();
@@ -74,7 +76,7 @@ TEST_F(JobFilesIn, MaskedOnesHaveNoCommand) {
   }
 }
 
-TEST_F(JobFilesIn, AreRegularFiles) {
+TEST_F(LaunchAgentFilesIn, AreRegularFiles) {
   std::filesystem::create_directory(folder_ / "folder.service");
   ASSERT_EQ(mkfifo((folder_ / "pipe.service").c_str(), 0600), 0);
   folder_.link("broken.service", "/nonexistent/x.service");
@@ -84,7 +86,7 @@ TEST_F(JobFilesIn, AreRegularFiles) {
   EXPECT_THAT(files(), IsEmpty());
 }
 
-TEST_F(JobFilesIn, MayBeHuge) {
+TEST_F(LaunchAgentFilesIn, MayBeHuge) {
   std::string bytes(5 << 20, 'x');
   const std::string start = "[Service]\nExecStart=/bin/a\n#";
   bytes.replace(0, start.size(), start);
@@ -94,7 +96,7 @@ TEST_F(JobFilesIn, MayBeHuge) {
   EXPECT_THAT(found[0].programArguments, ElementsAre("/bin/a"));
 }
 
-TEST_F(JobFilesIn, AreReadUpToABound) {
+TEST_F(LaunchAgentFilesIn, AreReadUpToABound) {
   constexpr std::size_t kLongest = 64 << 10;
   const std::string first = "[Service]\nExecStart=/bin/a\n";
   const std::string comment = "#" + std::string(kLongest - first.size() - 2, 'x') + "\n";
@@ -111,24 +113,24 @@ TEST_F(JobFilesIn, AreReadUpToABound) {
   EXPECT_NE(found.back().label, "c") << "it stands behind 8 MiB";
 }
 
-TEST_F(JobFilesIn, OfTenThousandAreTheFirstThousandByName) {
+TEST_F(LaunchAgentFilesIn, OfTenThousandAreTheFirstThousandByName) {
   constexpr int kMany = 10'000;
   for (int i = kMany; i > 0; --i) {
-    folder_.link("job-" + std::to_string(kMany + i) + ".service", "/dev/null");
+    folder_.link("unit-" + std::to_string(kMany + i) + ".service", "/dev/null");
   }
   const auto found = files();
   ASSERT_EQ(found.size(), 1'000U);
-  EXPECT_EQ(found.front().label, "job-10001");
-  EXPECT_EQ(found.back().label, "job-11000");
+  EXPECT_EQ(found.front().label, "unit-10001");
+  EXPECT_EQ(found.back().label, "unit-11000");
 }
 
-TEST_F(JobFilesIn, OfMoreThanTenThousandEntriesAreAmongTheFoldersFirst) {
+TEST_F(LaunchAgentFilesIn, OfMoreThanTenThousandEntriesAreAmongTheFoldersFirst) {
   constexpr int kEntries = 10'500;
   constexpr int kLookedAt = 10'000;
   constexpr int kStep = 7'919;  // so that neither order is the other
   for (int i = 0; i < kEntries; ++i) {
     const int number = kEntries + i * kStep % kEntries;
-    folder_.link("job-" + std::to_string(number) + ".service", "/dev/null");
+    folder_.link("unit-" + std::to_string(number) + ".service", "/dev/null");
   }
   std::vector<std::string> expected;
   for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
@@ -136,15 +138,15 @@ TEST_F(JobFilesIn, OfMoreThanTenThousandEntriesAreAmongTheFoldersFirst) {
   }
   std::sort(expected.begin(), expected.end());
   expected.resize(1'000);
-  ASSERT_NE(expected.back(), "job-11499") << "the bound would make no difference";
+  ASSERT_NE(expected.back(), "unit-11499") << "the bound would make no difference";
   EXPECT_EQ(labels(), expected);
 }
 
-TEST_F(JobFilesIn, AFolderThatIsNotThereAreNone) {
-  EXPECT_THAT(platform::jobFilesIn(folder_ / "nonexistent"), IsEmpty());
-  EXPECT_THAT(platform::jobFilesIn(""), IsEmpty());
+TEST_F(LaunchAgentFilesIn, AFolderThatIsNotThereAreNone) {
+  EXPECT_THAT(platform::launchAgentFilesIn(folder_ / "nonexistent"), IsEmpty());
+  EXPECT_THAT(platform::launchAgentFilesIn(""), IsEmpty());
   folder_.write("file", "");
-  EXPECT_THAT(platform::jobFilesIn(folder_ / "file"), IsEmpty());
+  EXPECT_THAT(platform::launchAgentFilesIn(folder_ / "file"), IsEmpty());
 }
 
 TEST(UserUnitFolder, IsInTheConfigurationFolder) {
@@ -163,11 +165,11 @@ TEST(UserUnitFolder, IsElseInTheHomeFolder) {
   EXPECT_EQ(platform::userUnitFolder(), "/home/ada/.config/systemd/user");
 }
 
-TEST(JobFiles, AreTheUsersAndThenTheMachines) {
+TEST(LaunchAgentFiles, AreTheUsersAndThenTheMachines) {
   const TempFolder folder;
   folder.write("systemd/user/zz-of-the-user.service", "");
   const ScopedVariable config("XDG_CONFIG_HOME", folder.path().c_str());
-  const auto files = platform::jobFiles();
+  const auto files = platform::launchAgentFiles();
   ASSERT_FALSE(files.empty());
   EXPECT_EQ(files.front().label, "zz-of-the-user");
   for (std::size_t i = 1; i < files.size(); ++i) {

@@ -1,4 +1,4 @@
-#include "platform/macos/job_file.h"
+#include "platform/macos/launch_agent_file.h"
 
 #import <Foundation/Foundation.h>
 #include <sys/stat.h>
@@ -57,16 +57,16 @@ bool keepAlive(NSDictionary* list) {
 
 }  // namespace
 
-std::optional<JobFile> readJobFile(const std::string& path) {
+std::optional<LaunchAgentFile> readLaunchAgentFile(const std::string& path) {
   if (!isSmallFile(path)) return std::nullopt;
   @autoreleasepool {
     NSString* name = nsString(path);
     NSDictionary* list = propertyList(name);
     if (list == nil) return std::nullopt;
-    return JobFile{.label = label(list, name),
-                   .path = path,
-                   .programArguments = programArguments(list),
-                   .keepAlive = keepAlive(list)};
+    return LaunchAgentFile{.label = label(list, name),
+                           .path = path,
+                           .programArguments = programArguments(list),
+                           .keepAlive = keepAlive(list)};
   }
 }
 

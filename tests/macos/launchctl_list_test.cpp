@@ -1,4 +1,4 @@
-#include "platform/macos/job_list.h"
+#include "platform/macos/launchctl_list.h"
 
 #include <gtest/gtest.h>
 
@@ -9,13 +9,13 @@ namespace {
 struct Row {
   std::string name;
   std::string output;
-  platform::LoadedJobs jobs;
+  platform::LoadedLaunchAgents loaded;
 };
 
-class JobList : public testing::TestWithParam<Row> {};
+class LaunchctlList : public testing::TestWithParam<Row> {};
 
-TEST_P(JobList, YieldsJobs) {
-  EXPECT_EQ(platform::parseJobList(GetParam().output), GetParam().jobs);
+TEST_P(LaunchctlList, YieldsLaunchAgents) {
+  EXPECT_EQ(platform::parseLaunchctlList(GetParam().output), GetParam().loaded);
 }
 
 constexpr auto kNoPid = std::nullopt;
@@ -28,7 +28,7 @@ std::string manyLines() {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Rows, JobList,
+    Rows, LaunchctlList,
     testing::Values(
         Row{"Running", kHeader + "812\t0\tcom.ollama.serve\n", {{"com.ollama.serve", 812}}},
         Row{"DashForAPid", kHeader + "-\t0\tcom.example\n", {{"com.example", kNoPid}}},

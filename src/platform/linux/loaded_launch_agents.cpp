@@ -1,4 +1,4 @@
-#include "platform/linux/loaded_jobs.h"
+#include "platform/linux/loaded_launch_agents.h"
 
 #include <cerrno>
 
@@ -6,14 +6,15 @@ namespace platform {
 
 using Clock = std::chrono::steady_clock;
 
-std::optional<JobAnswer> LoadedJobsReader::read(std::span<const JobFile> files) {
-  if (files.empty()) return JobAnswer{};
+std::optional<LaunchAgentAnswer> LoadedLaunchAgentsReader::read(
+    std::span<const LaunchAgentFile> files) {
+  if (files.empty()) return LaunchAgentAnswer{};
   inquire(files, Clock::now() + options_.budget);
   if (!last_) return std::nullopt;
-  return JobAnswer{last_->jobsOf(files), last_->askedAt};
+  return LaunchAgentAnswer{last_->launchAgentsOf(files), last_->askedAt};
 }
 
-void LoadedJobsReader::inquire(std::span<const JobFile> files, Deadline deadline) {
+void LoadedLaunchAgentsReader::inquire(std::span<const LaunchAgentFile> files, Deadline deadline) {
   BusFailure failure;
   const auto isOver = [&] { return inquiry_->carryOn(files); };
   if (Clock::now() < restsUntil_) {
@@ -42,7 +43,7 @@ void LoadedJobsReader::inquire(std::span<const JobFile> files, Deadline deadline
 }
 
 /// False where there is nobody to ask.
-bool LoadedJobsReader::connect() {
+bool LoadedLaunchAgentsReader::connect() {
   if (bus_) return true;
   BusFailure failure;
   bus_ = UserBus::open(options_.sockets(), failure);
@@ -55,16 +56,16 @@ bool LoadedJobsReader::connect() {
   return false;
 }
 
-void LoadedJobsReader::takeAnswer() {
+void LoadedLaunchAgentsReader::takeAnswer() {
   last_ = inquiry_->takeAnswer();
   inquiry_.reset();
 }
 
-void LoadedJobsReader::restAWhile() {
+void LoadedLaunchAgentsReader::restAWhile() {
   restsUntil_ = Clock::now() + options_.rest;
 }
 
-void LoadedJobsReader::disconnect() {
+void LoadedLaunchAgentsReader::disconnect() {
   inquiry_.reset();
   bus_.reset();
 }

@@ -1,4 +1,4 @@
-#include "launch_agents/launch_agent_job.h"
+#include "launch_agents/launch_agent_operation.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 
 namespace {
 
-/// What a manager says of a job that it does not hold.
+/// What a manager says of a launch agent that it does not hold.
 bool saysNotLoaded(std::string_view errorText) {
   constexpr std::array<std::string_view, 2> kPhrases{"No such process", "Could not find"};
   return std::any_of(kPhrases.begin(), kPhrases.end(), [errorText](std::string_view phrase) {
@@ -16,14 +16,14 @@ bool saysNotLoaded(std::string_view errorText) {
 
 }  // namespace
 
-LaunchAgentJob::LaunchAgentJob(const VordaLaunchAgent& launchAgent, Kind kind)
+LaunchAgentOperation::LaunchAgentOperation(const VordaLaunchAgent& launchAgent, Kind kind)
     : label_(launchAgent.label),
       kind_(kind),
       attempts_(kind == Kind::stop
                     ? platform::stopAttempts(launchAgent.label, launchAgent.plistPath)
                     : platform::startAttempts(launchAgent.label, launchAgent.plistPath)) {}
 
-const std::optional<LaunchAgentJob::Outcome>& LaunchAgentJob::poll() {
+const std::optional<LaunchAgentOperation::Outcome>& LaunchAgentOperation::poll() {
   while (!outcome_ && current_ < attempts_.size()) {
     const std::optional<platform::ServiceReply> reply = attempts_[current_]();
     if (!reply) return outcome_;
@@ -38,7 +38,7 @@ const std::optional<LaunchAgentJob::Outcome>& LaunchAgentJob::poll() {
 
 /// What an attempt's reply settles; none: the next one decides. A start's words are not read,
 /// unlike a stop's: a launch agent that is loaded already is a failure to load it.
-std::optional<LaunchAgentJob::Outcome> LaunchAgentJob::decision(
+std::optional<LaunchAgentOperation::Outcome> LaunchAgentOperation::decision(
     const platform::ServiceReply& reply) const {
   if (reply.status == 0) return {{true, (kind_ == Kind::stop ? "Unloaded " : "Loaded ") + label_}};
   if (kind_ == Kind::stop && saysNotLoaded(reply.errorText)) {

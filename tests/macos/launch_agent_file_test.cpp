@@ -1,4 +1,4 @@
-#include "platform/macos/job_file.h"
+#include "platform/macos/launch_agent_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -16,10 +16,10 @@ using Texts = std::vector<std::string>;
 struct Row {
   std::string name;
   std::string bytes;
-  std::optional<platform::JobFile> job;  // without its path
+  std::optional<platform::LaunchAgentFile> expected;  // without its path
 };
 
-class JobFile : public StageTestWith<Row> {};
+class LaunchAgentFile : public StageTestWith<Row> {};
 
 std::string pathOf(const std::string& name) {
   return Stage::userLaunchAgentsPath() + "/" + name;
@@ -41,22 +41,23 @@ std::string keepAlive(const std::string& value) {
   return dict("<key>Label</key><string>com.a</string><key>KeepAlive</key>" + value);
 }
 
-platform::JobFile job(std::string label, Texts arguments = {}, bool isKeptAlive = false) {
+platform::LaunchAgentFile launchAgent(std::string label, Texts arguments = {},
+                                      bool isKeptAlive = false) {
   return {.label = std::move(label),
           .programArguments = std::move(arguments),
           .keepAlive = isKeptAlive};
 }
 
-TEST_P(JobFile, IsRead) {
+TEST_P(LaunchAgentFile, IsRead) {
   const std::string path = pathOf("com.file.name.plist");
   Stage::write(path, GetParam().bytes);
-  const auto read = platform::readJobFile(path);
-  ASSERT_EQ(read.has_value(), GetParam().job.has_value());
+  const auto read = platform::readLaunchAgentFile(path);
+  ASSERT_EQ(read.has_value(), GetParam().expected.has_value());
   if (!read) return;
   EXPECT_EQ(read->path, path);
-  EXPECT_EQ(read->label, GetParam().job->label);
-  EXPECT_EQ(read->programArguments, GetParam().job->programArguments);
-  EXPECT_EQ(read->keepAlive, GetParam().job->keepAlive);
+  EXPECT_EQ(read->label, GetParam().expected->label);
+  EXPECT_EQ(read->programArguments, GetParam().expected->programArguments);
+  EXPECT_EQ(read->keepAlive, GetParam().expected->keepAlive);
 }
 
 // Written by another program than the one that reads them here.
@@ -82,19 +83,19 @@ const std::string kBinaryNumber =
 const Texts kOllama{"/opt/homebrew/bin/ollama", "serve"};
 
 INSTANTIATE_TEST_SUITE_P(
-    Encodings, JobFile,
+    Encodings, LaunchAgentFile,
     testing::Values(
         Row{"Xml",
             dict("<key>Label</key><string>com.ollama.serve</string>"
                  "<key>ProgramArguments</key><array><string>/opt/homebrew/bin/ollama</string>"
                  "<string>serve</string></array><key>KeepAlive</key><true/>"),
-            job("com.ollama.serve", kOllama, true)},
+            launchAgent("com.ollama.serve", kOllama, true)},
         Row{"XmlWithEntitiesAndUnicode", dict("<key>Label</key><string>a&amp;b é 日本</string>"),
-            job("a&b é 日本")},
-        Row{"Binary", kBinary, job("com.ollama.serve", kOllama, true)},
-        Row{"BinaryOddTypes", kBinaryOddTypes, job("com.é", {}, true)},
-        Row{"BinaryNumber", kBinaryNumber, job("com.number")},
-        Row{"EmptyDictionary", dict(""), job("com.file.name")},
+            launchAgent("a&b é 日本")},
+        Row{"Binary", kBinary, launchAgent("com.ollama.serve", kOllama, true)},
+        Row{"BinaryOddTypes", kBinaryOddTypes, launchAgent("com.é", {}, true)},
+        Row{"BinaryNumber", kBinaryNumber, launchAgent("com.number")},
+        Row{"EmptyDictionary", dict(""), launchAgent("com.file.name")},
         Row{"Array", xml("<array><string>a</string></array>"), std::nullopt},
         Row{"String", xml("<string>a</string>"), std::nullopt},
         Row{"CutXml", dict("<key>Label</key><string>a</string>").substr(0, 200), std::nullopt},
@@ -105,62 +106,64 @@ INSTANTIATE_TEST_SUITE_P(
     rowName<Row>);
 
 INSTANTIATE_TEST_SUITE_P(
-    Types, JobFile,
+    Types, LaunchAgentFile,
     testing::Values(
         Row{"LabelOfAnotherType", dict("<key>Label</key><integer>7</integer>"),
-            job("com.file.name")},
-        Row{"LabelEmpty", dict("<key>Label</key><string></string>"), job("")},
+            launchAgent("com.file.name")},
+        Row{"LabelEmpty", dict("<key>Label</key><string></string>"), launchAgent("")},
         Row{"ProgramIsNotRead", dict("<key>Program</key><string>/bin/ollama</string>"),
-            job("com.file.name")},
+            launchAgent("com.file.name")},
         Row{"ArgumentsOfAnotherType",
-            dict("<key>ProgramArguments</key><string>ollama serve</string>"), job("com.file.name")},
+            dict("<key>ProgramArguments</key><string>ollama serve</string>"),
+            launchAgent("com.file.name")},
         Row{"OneArgumentOfAnotherType",
             dict("<key>ProgramArguments</key><array><string>a</string><integer>1</integer>"
                  "</array>"),
-            job("com.file.name")},
-        Row{"NoArguments", dict("<key>ProgramArguments</key><array/>"), job("com.file.name")},
-        Row{"KeptAlive", keepAlive("<true/>"), job("com.a", {}, true)},
-        Row{"NotKeptAlive", keepAlive("<false/>"), job("com.a")},
+            launchAgent("com.file.name")},
+        Row{"NoArguments", dict("<key>ProgramArguments</key><array/>"),
+            launchAgent("com.file.name")},
+        Row{"KeptAlive", keepAlive("<true/>"), launchAgent("com.a", {}, true)},
+        Row{"NotKeptAlive", keepAlive("<false/>"), launchAgent("com.a")},
         Row{"KeptAliveOnConditions", keepAlive("<dict><key>SuccessfulExit</key><false/></dict>"),
-            job("com.a", {}, true)},
-        Row{"KeptAliveOnNoConditions", keepAlive("<dict/>"), job("com.a", {}, true)},
-        Row{"TheNumber0", keepAlive("<integer>0</integer>"), job("com.a")},
-        Row{"TheNumber1", keepAlive("<integer>1</integer>"), job("com.a")},
-        Row{"TheNumber1AsReal", keepAlive("<real>1</real>"), job("com.a")},
-        Row{"TheWordTrue", keepAlive("<string>true</string>"), job("com.a")},
-        Row{"AnArray", keepAlive("<array><true/></array>"), job("com.a")}),
+            launchAgent("com.a", {}, true)},
+        Row{"KeptAliveOnNoConditions", keepAlive("<dict/>"), launchAgent("com.a", {}, true)},
+        Row{"TheNumber0", keepAlive("<integer>0</integer>"), launchAgent("com.a")},
+        Row{"TheNumber1", keepAlive("<integer>1</integer>"), launchAgent("com.a")},
+        Row{"TheNumber1AsReal", keepAlive("<real>1</real>"), launchAgent("com.a")},
+        Row{"TheWordTrue", keepAlive("<string>true</string>"), launchAgent("com.a")},
+        Row{"AnArray", keepAlive("<array><true/></array>"), launchAgent("com.a")}),
     rowName<Row>);
 
-class JobFileOnDisk : public StageTest {};
+class LaunchAgentFileOnDisk : public StageTest {};
 
-TEST_F(JobFileOnDisk, LabelIsTheNameLessItsExtension) {
+TEST_F(LaunchAgentFileOnDisk, LabelIsTheNameLessItsExtension) {
   const std::string path = pathOf("com.example.agent.plist");
   Stage::write(path, dict(""));
-  EXPECT_EQ(platform::readJobFile(path)->label, "com.example.agent");
+  EXPECT_EQ(platform::readLaunchAgentFile(path)->label, "com.example.agent");
 }
 
-TEST_F(JobFileOnDisk, LinkIsFollowed) {
+TEST_F(LaunchAgentFileOnDisk, LinkIsFollowed) {
   Stage::write(Stage::homePath() + "/elsewhere", dict("<key>Label</key><string>com.a</string>"));
   std::filesystem::create_symlink(Stage::homePath() + "/elsewhere", pathOf("a.plist"));
-  EXPECT_EQ(platform::readJobFile(pathOf("a.plist"))->label, "com.a");
+  EXPECT_EQ(platform::readLaunchAgentFile(pathOf("a.plist"))->label, "com.a");
 }
 
-TEST_F(JobFileOnDisk, WhatIsNoFileIsSkipped) {
+TEST_F(LaunchAgentFileOnDisk, WhatIsNoFileIsSkipped) {
   std::filesystem::create_directory(pathOf("folder.plist"));
   std::filesystem::create_symlink("/nowhere", pathOf("broken.plist"));
   std::filesystem::create_symlink("loop.plist", pathOf("loop.plist"));
   ASSERT_EQ(mkfifo(pathOf("pipe.plist").c_str(), 0600), 0);
   for (const char* name : {"folder", "broken", "loop", "pipe", "missing"}) {
-    EXPECT_FALSE(platform::readJobFile(pathOf(name + ".plist"s))) << name;
+    EXPECT_FALSE(platform::readLaunchAgentFile(pathOf(name + ".plist"s))) << name;
   }
 }
 
-TEST_F(JobFileOnDisk, HugeFileIsSkipped) {
+TEST_F(LaunchAgentFileOnDisk, HugeFileIsSkipped) {
   const std::string path = pathOf("huge.plist");
   Stage::write(path, dict("<key>Label</key><string>com.huge</string>"));
-  ASSERT_TRUE(platform::readJobFile(path));
+  ASSERT_TRUE(platform::readLaunchAgentFile(path));
   std::filesystem::resize_file(path, 50 << 20);
-  EXPECT_FALSE(platform::readJobFile(path));
+  EXPECT_FALSE(platform::readLaunchAgentFile(path));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "launch_agents/launch_agent_job.h"
+#include "launch_agents/launch_agent_operation.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 
 namespace {
 
-using Answer = LaunchAgentJob::Outcome;
+using Answer = LaunchAgentOperation::Outcome;
 using Replies = std::vector<platform::ServiceReply>;
 
 const VordaLaunchAgent kLaunchAgent{.label = "hermes", .plistPath = "/units/hermes.service"};
@@ -35,7 +35,8 @@ class Stopping : public testing::TestWithParam<Row> {};
 TEST_P(Stopping, TriesInOrderUntilItIsUnloaded) {
   resetMachine();
   machine().stopReplies = GetParam().replies;
-  EXPECT_EQ(LaunchAgentJob(kLaunchAgent, LaunchAgentJob::Kind::stop).poll(), GetParam().answer);
+  EXPECT_EQ(LaunchAgentOperation(kLaunchAgent, LaunchAgentOperation::Kind::stop).poll(),
+            GetParam().answer);
   EXPECT_EQ(machine().serviceCalls, calls("stop", GetParam().attempts));
 }
 
@@ -70,7 +71,8 @@ class Starting : public testing::TestWithParam<Row> {};
 TEST_P(Starting, TriesInOrderUntilItIsLoaded) {
   resetMachine();
   machine().startReplies = GetParam().replies;
-  EXPECT_EQ(LaunchAgentJob(kLaunchAgent, LaunchAgentJob::Kind::start).poll(), GetParam().answer);
+  EXPECT_EQ(LaunchAgentOperation(kLaunchAgent, LaunchAgentOperation::Kind::start).poll(),
+            GetParam().answer);
   EXPECT_EQ(machine().serviceCalls, calls("start", GetParam().attempts));
 }
 
@@ -91,28 +93,28 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"NoWayToTry", {}, kNotLoaded, 0}),
     rowName<Row>);
 
-TEST(LaunchAgentJobs, GoOnUntilTheirAttemptEnds) {
+TEST(LaunchAgentOperations, GoOnUntilTheirAttemptEnds) {
   resetMachine();
   machine().stopReplies = {{5, "x"}, {0, ""}};
-  machine().jobsGoOn = true;
-  LaunchAgentJob job(kLaunchAgent, LaunchAgentJob::Kind::stop);
+  machine().attemptsGoOn = true;
+  LaunchAgentOperation operation(kLaunchAgent, LaunchAgentOperation::Kind::stop);
   EXPECT_THAT(machine().serviceCalls, testing::IsEmpty()) << "the first look begins it";
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(job.poll(), std::nullopt);
-  EXPECT_EQ(job.outcome(), std::nullopt);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(operation.poll(), std::nullopt);
+  EXPECT_EQ(operation.outcome(), std::nullopt);
   EXPECT_EQ(machine().serviceCalls, calls("stop", 1)) << "the next is not tried meanwhile";
-  machine().jobsGoOn = false;
-  EXPECT_EQ(job.poll(), kUnloaded);
+  machine().attemptsGoOn = false;
+  EXPECT_EQ(operation.poll(), kUnloaded);
   EXPECT_EQ(machine().serviceCalls, calls("stop", 2));
-  EXPECT_EQ(job.outcome(), kUnloaded);
-  EXPECT_EQ(job.poll(), kUnloaded);
+  EXPECT_EQ(operation.outcome(), kUnloaded);
+  EXPECT_EQ(operation.poll(), kUnloaded);
   EXPECT_EQ(machine().serviceCalls, calls("stop", 2));
 }
 
-TEST(LaunchAgentJobs, SayWhatTheyAreAbout) {
+TEST(LaunchAgentOperations, SayWhatTheyAreAbout) {
   resetMachine();
-  const LaunchAgentJob job(kLaunchAgent, LaunchAgentJob::Kind::start);
-  EXPECT_EQ(job.label(), "hermes");
-  EXPECT_EQ(job.kind(), LaunchAgentJob::Kind::start);
+  const LaunchAgentOperation operation(kLaunchAgent, LaunchAgentOperation::Kind::start);
+  EXPECT_EQ(operation.label(), "hermes");
+  EXPECT_EQ(operation.kind(), LaunchAgentOperation::Kind::start);
 }
 
 }  // namespace

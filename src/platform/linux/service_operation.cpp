@@ -1,4 +1,4 @@
-#include "platform/linux/service_job.h"
+#include "platform/linux/service_operation.h"
 
 #include <cerrno>
 #include <chrono>
@@ -31,10 +31,10 @@ bool isSentBy(sd_bus_message* message, std::string_view name) {
 
 }  // namespace
 
-/// What is said over one connection about one job. The manager is addressed, and listened to, by
-/// the name that its connection alone can have: anybody may say in its common name that a job has
-/// ended.
-class ServiceJob::Talk {
+/// What is said over one connection about one operation. The manager is addressed, and listened to,
+/// by the name that its connection alone can have: anybody may say in its common name that a job
+/// has ended.
+class ServiceOperation::Talk {
  public:
   Talk(std::unique_ptr<UserBus> bus, Verb verb, std::string unit)
       : bus_(std::move(bus)), verb_(verb), unit_(std::move(unit)) {
@@ -198,13 +198,13 @@ class ServiceJob::Talk {
   BusSlot ownerChanged_;
 };
 
-ServiceJob::ServiceJob(Verb verb, const std::string& label,
-                       std::function<std::vector<std::string>()> sockets)
+ServiceOperation::ServiceOperation(Verb verb, const std::string& label,
+                                   std::function<std::vector<std::string>()> sockets)
     : verb_(verb), unit_(label + ".service"), sockets_(std::move(sockets)) {}
 
-ServiceJob::~ServiceJob() = default;
+ServiceOperation::~ServiceOperation() = default;
 
-std::optional<ServiceReply> ServiceJob::poll() {
+std::optional<ServiceReply> ServiceOperation::poll() {
   if (reply_) return reply_;
   if (!talk_) {
     BusFailure failure;

@@ -1,4 +1,4 @@
-#include "platform/linux/job_files.h"
+#include "platform/linux/launch_agent_files.h"
 
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -22,19 +22,19 @@ constexpr std::size_t kMostFiles = 1'000;
 constexpr std::size_t kLongestFile = 64 << 10;
 constexpr std::size_t kMostBytes = 8 << 20;  // of all files together
 
-bool isJobName(std::string_view name) {
+bool isServiceFile(std::string_view name) {
   if (!name.ends_with(kSuffix) || !text::isUtf8(name)) return false;
   const std::string_view label = name.substr(0, name.size() - kSuffix.size());
   return !label.empty() && !label.ends_with('@');
 }
 
-std::vector<std::string> jobNamesIn(const std::filesystem::path& folder) {
+std::vector<std::string> serviceFilesIn(const std::filesystem::path& folder) {
   std::vector<std::string> names;
   std::error_code error;
   std::size_t entries = 0;
   for (std::filesystem::directory_iterator entry(folder, error), end;
        !error && entry != end && entries < kMostEntries; entry.increment(error), ++entries) {
-    if (auto name = entry->path().filename().string(); isJobName(name)) {
+    if (auto name = entry->path().filename().string(); isServiceFile(name)) {
       names.push_back(std::move(name));
     }
   }
@@ -59,11 +59,11 @@ std::optional<std::string_view> bytesOf(const std::string& path, FileReader& rea
 
 }  // namespace
 
-std::vector<JobFile> jobFilesIn(const std::filesystem::path& folder) {
-  std::vector<JobFile> files;
+std::vector<LaunchAgentFile> launchAgentFilesIn(const std::filesystem::path& folder) {
+  std::vector<LaunchAgentFile> files;
   FileReader reader(kLongestFile);
   std::size_t bytesRead = 0;
-  for (const auto& name : jobNamesIn(folder)) {
+  for (const auto& name : serviceFilesIn(folder)) {
     std::string path = folder / name;
     const auto bytes = bytesOf(path, reader);
     if (!bytes) continue;

@@ -11,14 +11,14 @@
 
 /// Stopping (unloading) or starting (loading) one launch agent: the platform's attempts, one after
 /// the other, until one of them decides.
-class LaunchAgentJob {
+class LaunchAgentOperation {
  public:
   enum class Kind { stop, start };
 
   /// Whether the launch agent is now as it was asked to be, and a sentence for the user.
   using Outcome = std::pair<bool, std::string>;
 
-  LaunchAgentJob(const VordaLaunchAgent& launchAgent, Kind kind);
+  LaunchAgentOperation(const VordaLaunchAgent& launchAgent, Kind kind);
 
   const std::string& label() const { return label_; }
   Kind kind() const { return kind_; }

@@ -12,18 +12,19 @@
 namespace platform {
 
 /// Stops or starts one service, over a connection of its own, in the background: how that ended is
-/// what the manager says of its job, or that the connection to it was lost. No clock ends it.
-class ServiceJob {
+/// what the manager says of the job that it makes of the order, or that the connection to it was
+/// lost. No clock ends it.
+class ServiceOperation {
  public:
   enum class Verb { stop, start };
 
   /// `label`: the unit's name without ".service". `sockets`: where the manager's bus may be.
-  ServiceJob(
+  ServiceOperation(
       Verb verb, const std::string& label,
       std::function<std::vector<std::string>()> sockets = [] { return userBusSockets(); });
-  ~ServiceJob();
-  ServiceJob(const ServiceJob&) = delete;
-  ServiceJob& operator=(const ServiceJob&) = delete;
+  ~ServiceOperation();
+  ServiceOperation(const ServiceOperation&) = delete;
+  ServiceOperation& operator=(const ServiceOperation&) = delete;
 
   /// Begins it and carries it on, for 20 ms at most: how it ended, and none before. Stopping what
   /// the manager doesn't know, or what is not active, "could not find" it; starting what is

@@ -1,4 +1,4 @@
-#include "platform/macos/job_list.h"
+#include "platform/macos/launchctl_list.h"
 
 #include <charconv>
 #include <string>
@@ -27,29 +27,29 @@ std::optional<std::int32_t> number(std::string_view field) {
   return value;
 }
 
-void addJob(std::string_view line, LoadedJobs& jobs) {
+void addLine(std::string_view line, LoadedLaunchAgents& loaded) {
   constexpr char kTab = '\t';
   const auto tab = line.find(kTab);
   if (tab == std::string_view::npos || line.find(kTab, tab + 1) == std::string_view::npos) return;
   const std::string_view pid = takeUpTo(kTab, line);
   takeUpTo(kTab, line);  // the status of its last exit
   const std::string_view label = takeUpTo(kTab, line);
-  jobs.insert_or_assign(std::string(label), number(pid));
+  loaded.insert_or_assign(std::string(label), number(pid));
 }
 
 }  // namespace
 
-LoadedJobs parseJobList(std::string_view output) {
-  LoadedJobs jobs;
-  if (!text::isUtf8(output)) return jobs;
+LoadedLaunchAgents parseLaunchctlList(std::string_view output) {
+  LoadedLaunchAgents loaded;
+  if (!text::isUtf8(output)) return loaded;
   bool isHeader = true;
   while (!output.empty()) {
     const std::string_view line = takeUpTo('\n', output);
     if (line.empty()) continue;
-    if (!isHeader) addJob(line, jobs);
+    if (!isHeader) addLine(line, loaded);
     isHeader = false;
   }
-  return jobs;
+  return loaded;
 }
 
 }  // namespace platform

@@ -15,11 +15,11 @@
 
 namespace platform {
 
-/// Finds out which jobs the user's manager holds loaded, and lets nobody wait for that longer than
-/// the budget. A manager that is slower is left alone for a while, or every refresh would freeze
-/// the interface for as long; meanwhile what it said last stands, and what it says late is taken
-/// when it has come.
-class LoadedJobsReader {
+/// Finds out which launch agents the user's manager holds loaded, and lets nobody wait for that
+/// longer than the budget. A manager that is slower is left alone for a while, or every refresh
+/// would freeze the interface for as long; meanwhile what it said last stands, and what it says
+/// late is taken when it has come.
+class LoadedLaunchAgentsReader {
  public:
   struct Options {
     std::chrono::milliseconds budget{300};  ///< for all questions of one read together
@@ -27,14 +27,14 @@ class LoadedJobsReader {
     /// Where the manager's bus may be.
     std::function<std::vector<std::string>()> sockets = [] { return userBusSockets(); };
   };
-  LoadedJobsReader() = default;
-  explicit LoadedJobsReader(Options options) : options_(std::move(options)) {}
+  LoadedLaunchAgentsReader() = default;
+  explicit LoadedLaunchAgentsReader(Options options) : options_(std::move(options)) {}
 
   /// None when there is no manager, or it can't be asked, or has never answered.
-  std::optional<JobAnswer> read(std::span<const JobFile> files);
+  std::optional<LaunchAgentAnswer> read(std::span<const LaunchAgentFile> files);
 
  private:
-  void inquire(std::span<const JobFile> files, Deadline deadline);
+  void inquire(std::span<const LaunchAgentFile> files, Deadline deadline);
   bool connect();
   void disconnect();
   void takeAnswer();

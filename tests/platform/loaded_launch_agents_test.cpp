@@ -1,6 +1,6 @@
 // Asking which services are loaded, over a real message bus, of a manager that does what a test
 // says.
-#include "platform/linux/loaded_jobs.h"
+#include "platform/linux/loaded_launch_agents.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,24 +14,24 @@
 namespace {
 
 using namespace std::chrono_literals;
-using platform::JobAnswer;
-using platform::JobFile;
-using platform::LoadedJobs;
-using platform::LoadedJobsReader;
+using platform::LaunchAgentAnswer;
+using platform::LaunchAgentFile;
+using platform::LoadedLaunchAgents;
+using platform::LoadedLaunchAgentsReader;
 using testing::ElementsAre;
 using testing::SizeIs;
 using Clock = std::chrono::steady_clock;
 
 constexpr auto kLong = 3600s;
 
-std::vector<JobFile> files(const std::vector<std::string>& labels) {
-  std::vector<JobFile> result;
+std::vector<LaunchAgentFile> files(const std::vector<std::string>& labels) {
+  std::vector<LaunchAgentFile> result;
   result.reserve(labels.size());
   for (const auto& label : labels) result.push_back({.label = label, .path = "/nonexistent"});
   return result;
 }
 
-class LoadedJobsOf : public testing::Test {
+class LoadedLaunchAgentsOf : public testing::Test {
  protected:
   void SetUp() override {
     if (!manager_.reason().empty()) GTEST_SKIP() << manager_.reason();
@@ -39,16 +39,18 @@ class LoadedJobsOf : public testing::Test {
   }
 
   /// One that waits this long, and after that leaves the manager alone for as long.
-  LoadedJobsReader reader(std::chrono::milliseconds budget, std::chrono::seconds rest) const {
-    return LoadedJobsReader({.budget = budget,
-                             .rest = rest,
-                             .sockets = [sockets = manager_.sockets()] { return sockets; }});
+  LoadedLaunchAgentsReader reader(std::chrono::milliseconds budget,
+                                  std::chrono::seconds rest) const {
+    return LoadedLaunchAgentsReader(
+        {.budget = budget, .rest = rest, .sockets = [sockets = manager_.sockets()] {
+           return sockets;
+         }});
   }
-  LoadedJobsReader patient() const { return reader(60s, kLong); }
-  LoadedJobsReader hasty() const { return reader(50ms, kLong); }
+  LoadedLaunchAgentsReader patient() const { return reader(60s, kLong); }
+  LoadedLaunchAgentsReader hasty() const { return reader(50ms, kLong); }
 
   /// Reads on, until the late answer is there.
-  std::optional<JobAnswer> readOn(LoadedJobsReader& reader) const {
+  std::optional<LaunchAgentAnswer> readOn(LoadedLaunchAgentsReader& reader) const {
     const auto deadline = Clock::now() + 60s;
     while (Clock::now() < deadline) {
       if (auto answer = reader.read(files_)) return answer;
@@ -57,28 +59,28 @@ class LoadedJobsOf : public testing::Test {
     return std::nullopt;
   }
 
-  const std::vector<JobFile> files_ = files({"ollama"});
+  const std::vector<LaunchAgentFile> files_ = files({"ollama"});
   ScriptedManager manager_;
 };
 
-TEST_F(LoadedJobsOf, AManagerAreWhatItSays) {
+TEST_F(LoadedLaunchAgentsOf, AManagerAreWhatItSays) {
   manager_.setUnit("setup", {});
   manager_.setUnit("idle", {.activeState = "inactive"});
   auto reader = patient();
   const auto answer = reader.read(files({"ollama", "setup", "idle", "unknown"}));
   ASSERT_TRUE(answer);
-  EXPECT_EQ(answer->jobs, (LoadedJobs{{"ollama", 7}, {"setup", std::nullopt}}));
+  EXPECT_EQ(answer->loaded, (LoadedLaunchAgents{{"ollama", 7}, {"setup", std::nullopt}}));
 }
 
-TEST_F(LoadedJobsOf, NoFilesAreNotAskedFor) {
+TEST_F(LoadedLaunchAgentsOf, NoFilesAreNotAskedFor) {
   auto reader = patient();
   const auto answer = reader.read({});
   ASSERT_TRUE(answer);
-  EXPECT_THAT(answer->jobs, SizeIs(0));
+  EXPECT_THAT(answer->loaded, SizeIs(0));
   EXPECT_THAT(manager_.calls(), SizeIs(0));
 }
 
-TEST_F(LoadedJobsOf, APidIsToldOfTheTimeBeforeItWasAskedFor) {
+TEST_F(LoadedLaunchAgentsOf, APidIsToldOfTheTimeBeforeItWasAskedFor) {
   auto reader = patient();
   const auto answer = reader.read(files_);
   ASSERT_TRUE(answer);
@@ -86,8 +88,8 @@ TEST_F(LoadedJobsOf, APidIsToldOfTheTimeBeforeItWasAskedFor) {
   EXPECT_LE(answer->askedAt, manager_.firstAskedForPid());
 }
 
-TEST_F(LoadedJobsOf, AllQuestionsHaveOneBudget) {
-  const LoadedJobsReader::Options usual;
+TEST_F(LoadedLaunchAgentsOf, AllQuestionsHaveOneBudget) {
+  const LoadedLaunchAgentsReader::Options usual;
   EXPECT_EQ(usual.budget, 300ms);
   EXPECT_EQ(usual.rest, 60s);
 
@@ -99,7 +101,7 @@ TEST_F(LoadedJobsOf, AllQuestionsHaveOneBudget) {
   EXPECT_LT(Clock::now() - begin, 20s);
 }
 
-TEST_F(LoadedJobsOf, ASlowManagerIsLeftAlone) {
+TEST_F(LoadedLaunchAgentsOf, ASlowManagerIsLeftAlone) {
   manager_.hold();
   auto reader = hasty();
   EXPECT_FALSE(reader.read(files_));
@@ -111,7 +113,7 @@ TEST_F(LoadedJobsOf, ASlowManagerIsLeftAlone) {
   EXPECT_EQ(manager_.calls(), asked);
 }
 
-TEST_F(LoadedJobsOf, ASlowManagersLastAnswerStands) {
+TEST_F(LoadedLaunchAgentsOf, ASlowManagersLastAnswerStands) {
   auto reader = this->reader(500ms, kLong);
   const auto before = reader.read(files_);
   ASSERT_TRUE(before);
@@ -120,23 +122,23 @@ TEST_F(LoadedJobsOf, ASlowManagersLastAnswerStands) {
   for (int i = 0; i < 3; ++i) {
     const auto meanwhile = reader.read(files_);
     ASSERT_TRUE(meanwhile);
-    EXPECT_EQ(meanwhile->jobs, before->jobs);
+    EXPECT_EQ(meanwhile->loaded, before->loaded);
     EXPECT_EQ(meanwhile->askedAt, before->askedAt) << "it does not become younger";
   }
 }
 
-TEST_F(LoadedJobsOf, ALateAnswerIsTakenWhenItHasCome) {
+TEST_F(LoadedLaunchAgentsOf, ALateAnswerIsTakenWhenItHasCome) {
   manager_.hold();
   auto reader = hasty();
   EXPECT_FALSE(reader.read(files_));
   manager_.release();
   const auto late = readOn(reader);
   ASSERT_TRUE(late);
-  EXPECT_EQ(late->jobs, (LoadedJobs{{"ollama", 7}}));
+  EXPECT_EQ(late->loaded, (LoadedLaunchAgents{{"ollama", 7}}));
   EXPECT_LE(late->askedAt, manager_.firstAskedForPid());
 }
 
-TEST_F(LoadedJobsOf, AManagerThatHasRestedIsAskedAnew) {
+TEST_F(LoadedLaunchAgentsOf, AManagerThatHasRestedIsAskedAnew) {
   manager_.hold();
   auto reader = this->reader(50ms, 0s);
   EXPECT_FALSE(reader.read(files_));
@@ -145,17 +147,17 @@ TEST_F(LoadedJobsOf, AManagerThatHasRestedIsAskedAnew) {
   manager_.release();
   const auto answer = readOn(reader);
   ASSERT_TRUE(answer);
-  EXPECT_EQ(answer->jobs, (LoadedJobs{{"ollama", 7}}));
+  EXPECT_EQ(answer->loaded, (LoadedLaunchAgents{{"ollama", 7}}));
 }
 
-TEST_F(LoadedJobsOf, AManagerThatHasGoneAreNotKnown) {
+TEST_F(LoadedLaunchAgentsOf, AManagerThatHasGoneAreNotKnown) {
   auto reader = patient();
   ASSERT_TRUE(reader.read(files_));
   manager_.disconnect();
   EXPECT_FALSE(reader.read(files_));
 }
 
-TEST_F(LoadedJobsOf, AManagerThatLeavesWithoutAnAnswerAreNotKnown) {
+TEST_F(LoadedLaunchAgentsOf, AManagerThatLeavesWithoutAnAnswerAreNotKnown) {
   manager_.hold("Get");
   auto reader = hasty();
   EXPECT_FALSE(reader.read(files_));
@@ -166,7 +168,7 @@ TEST_F(LoadedJobsOf, AManagerThatLeavesWithoutAnAnswerAreNotKnown) {
   }
 }
 
-TEST_F(LoadedJobsOf, ABusThatHasGoneAreNotKnown) {
+TEST_F(LoadedLaunchAgentsOf, ABusThatHasGoneAreNotKnown) {
   auto reader = patient();
   ASSERT_TRUE(reader.read(files_));
   ASSERT_EQ(kill(manager_.bus(), SIGKILL), 0);
@@ -174,7 +176,7 @@ TEST_F(LoadedJobsOf, ABusThatHasGoneAreNotKnown) {
   EXPECT_FALSE(reader.read(files_));
 }
 
-TEST_F(LoadedJobsOf, ABusThatStandsStillIsLeftAlone) {
+TEST_F(LoadedLaunchAgentsOf, ABusThatStandsStillIsLeftAlone) {
   ASSERT_EQ(kill(manager_.bus(), SIGSTOP), 0);
   auto reader = hasty();
   EXPECT_FALSE(reader.read(files_));
@@ -185,21 +187,21 @@ TEST_F(LoadedJobsOf, ABusThatStandsStillIsLeftAlone) {
   EXPECT_TRUE(readOn(reader));
 }
 
-TEST_F(LoadedJobsOf, AManagerThatTalksNonsenseAreNotKnown) {
+TEST_F(LoadedLaunchAgentsOf, AManagerThatTalksNonsenseAreNotKnown) {
   manager_.talkNonsense();
   auto reader = patient();
   EXPECT_FALSE(reader.read(files_));
 }
 
-TEST_F(LoadedJobsOf, APidThatIsNoneIsNone) {
+TEST_F(LoadedLaunchAgentsOf, APidThatIsNoneIsNone) {
   manager_.setUnit("ollama", {.pid = 4'294'967'295});
   auto reader = patient();
   const auto answer = reader.read(files_);
   ASSERT_TRUE(answer);
-  EXPECT_EQ(answer->jobs, (LoadedJobs{{"ollama", std::nullopt}}));
+  EXPECT_EQ(answer->loaded, (LoadedLaunchAgents{{"ollama", std::nullopt}}));
 }
 
-TEST_F(LoadedJobsOf, AManagerWithVeryManyAreAskedForToABound) {
+TEST_F(LoadedLaunchAgentsOf, AManagerWithVeryManyAreAskedForToABound) {
   constexpr int kMany = 300;
   constexpr int kMostPids = 256;
   std::vector<std::string> labels;
@@ -210,9 +212,9 @@ TEST_F(LoadedJobsOf, AManagerWithVeryManyAreAskedForToABound) {
   auto reader = patient();
   const auto answer = reader.read(files(labels));
   ASSERT_TRUE(answer);
-  EXPECT_THAT(answer->jobs, SizeIs(kMany)) << "all of them are loaded";
-  EXPECT_EQ(std::count_if(answer->jobs.begin(), answer->jobs.end(),
-                          [](const auto& job) { return job.second.has_value(); }),
+  EXPECT_THAT(answer->loaded, SizeIs(kMany)) << "all of them are loaded";
+  EXPECT_EQ(std::count_if(answer->loaded.begin(), answer->loaded.end(),
+                          [](const auto& entry) { return entry.second.has_value(); }),
             kMostPids);
 }
 

@@ -1,5 +1,5 @@
 // Stopping and starting, over a real message bus, with a manager that does what a test says.
-#include "platform/linux/service_job.h"
+#include "platform/linux/service_operation.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,31 +17,31 @@
 namespace {
 
 using namespace std::chrono_literals;
-using platform::ServiceJob;
+using platform::ServiceOperation;
 using platform::ServiceReply;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
-using Verb = ServiceJob::Verb;
+using Verb = ServiceOperation::Verb;
 using Clock = std::chrono::steady_clock;
 
-class ServiceJobs : public testing::Test {
+class ServiceOperations : public testing::Test {
  protected:
   void SetUp() override {
     if (!manager_.reason().empty()) GTEST_SKIP() << manager_.reason();
     manager_.setUnit("ollama", {.pid = 7});
   }
 
-  ServiceJob job(Verb verb, const std::string& label = "ollama") const {
+  ServiceOperation operation(Verb verb, const std::string& label = "ollama") const {
     return {verb, label, [sockets = manager_.sockets()] { return sockets; }};
   }
 
   /// Until it has ended.
-  static ServiceReply end(ServiceJob& job) {
+  static ServiceReply end(ServiceOperation& operation) {
     const auto deadline = Clock::now() + 60s;
     while (Clock::now() < deadline) {
-      if (const auto reply = job.poll()) return *reply;
+      if (const auto reply = operation.poll()) return *reply;
       std::this_thread::sleep_for(1ms);
     }
     ADD_FAILURE() << "it goes on";
@@ -49,10 +49,10 @@ class ServiceJobs : public testing::Test {
   }
 
   /// Until the manager was asked this.
-  void order(ServiceJob& job, const std::string& call) {
+  void order(ServiceOperation& operation, const std::string& call) {
     const auto deadline = Clock::now() + 60s;
     while (Clock::now() < deadline) {
-      ASSERT_EQ(job.poll(), std::nullopt);
+      ASSERT_EQ(operation.poll(), std::nullopt);
       const auto calls = manager_.calls();
       if (std::find(calls.begin(), calls.end(), call) != calls.end()) return;
       std::this_thread::sleep_for(1ms);
@@ -61,9 +61,9 @@ class ServiceJobs : public testing::Test {
   }
 
   /// For long enough to hear what was said before.
-  static void expectToGoOn(ServiceJob& job) {
+  static void expectToGoOn(ServiceOperation& operation) {
     for (int i = 0; i < 50; ++i) {
-      ASSERT_EQ(job.poll(), std::nullopt);
+      ASSERT_EQ(operation.poll(), std::nullopt);
       std::this_thread::sleep_for(1ms);
     }
   }
@@ -71,7 +71,7 @@ class ServiceJobs : public testing::Test {
   ScriptedManager manager_;
 };
 
-TEST_F(ServiceJobs, AreLookedAfterAFewMessagesAtATime) {
+TEST_F(ServiceOperations, AreLookedAfterAFewMessagesAtATime) {
   platform::BusFailure failure;
   const auto bus = platform::UserBus::open(manager_.sockets(), failure);
   ASSERT_TRUE(bus);
@@ -104,12 +104,13 @@ struct ResultRow {
   bool done;
 };
 
-class ServiceJobResults : public ServiceJobs, public testing::WithParamInterface<ResultRow> {};
+class ServiceOperationResults : public ServiceOperations,
+                                public testing::WithParamInterface<ResultRow> {};
 
-TEST_P(ServiceJobResults, AreTheManagersWord) {
+TEST_P(ServiceOperationResults, AreTheManagersWord) {
   for (const auto& [verb, call] : {std::pair{Verb::start, "StartUnit ollama.service"},
                                    {Verb::stop, "StopUnit ollama.service"}}) {
-    ServiceJob one = job(verb);
+    ServiceOperation one = operation(verb);
     order(one, call);
     expectToGoOn(one);
     manager_.endJob(GetParam().result);
@@ -122,7 +123,7 @@ TEST_P(ServiceJobResults, AreTheManagersWord) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, ServiceJobResults,
+INSTANTIATE_TEST_SUITE_P(Table, ServiceOperationResults,
                          testing::Values(ResultRow{"Done", "done", true},
                                          ResultRow{"Failed", "failed", false},
                                          ResultRow{"Canceled", "canceled", false},
@@ -131,8 +132,8 @@ INSTANTIATE_TEST_SUITE_P(Table, ServiceJobResults,
                                          ResultRow{"Unknown", "", false}),
                          rowName<ResultRow>);
 
-TEST_F(ServiceJobs, DoNotEndWithAnother) {
-  ServiceJob one = job(Verb::start);
+TEST_F(ServiceOperations, DoNotEndWithAnother) {
+  ServiceOperation one = operation(Verb::start);
   order(one, "StartUnit ollama.service");
   manager_.endJob("failed", "/org/freedesktop/systemd1/job/77");
   manager_.endJob("failed", "/org/freedesktop/systemd1/job/11");
@@ -141,10 +142,10 @@ TEST_F(ServiceJobs, DoNotEndWithAnother) {
   EXPECT_EQ(end(one).status, 0);
 }
 
-TEST_F(ServiceJobs, EndWhicheverWasOrderedFirst) {
-  ServiceJob first = job(Verb::start);
+TEST_F(ServiceOperations, EndWhicheverWasOrderedFirst) {
+  ServiceOperation first = operation(Verb::start);
   order(first, "StartUnit ollama.service");
-  ServiceJob second = job(Verb::stop);
+  ServiceOperation second = operation(Verb::stop);
   order(second, "StopUnit ollama.service");
   manager_.endJob("canceled", "/org/freedesktop/systemd1/job/1");
   EXPECT_NE(end(first).status, 0);
@@ -153,8 +154,8 @@ TEST_F(ServiceJobs, EndWhicheverWasOrderedFirst) {
   EXPECT_EQ(end(second).status, 0);
 }
 
-TEST_F(ServiceJobs, EndByNobodyElsesWord) {
-  ServiceJob one = job(Verb::stop);
+TEST_F(ServiceOperations, EndByNobodyElsesWord) {
+  ServiceOperation one = operation(Verb::stop);
   order(one, "StopUnit ollama.service");
   manager_.endJobAsStranger("done");
   manager_.goAsStranger();
@@ -163,9 +164,9 @@ TEST_F(ServiceJobs, EndByNobodyElsesWord) {
   EXPECT_THAT(end(one).errorText, HasSubstr("failed"));
 }
 
-TEST_F(ServiceJobs, AreHeardInAFlood) {
+TEST_F(ServiceOperations, AreHeardInAFlood) {
   constexpr int kOthers = 5'000;
-  ServiceJob one = job(Verb::start);
+  ServiceOperation one = operation(Verb::start);
   order(one, "StartUnit ollama.service");
   expectToGoOn(one);  // the answer was heard
   manager_.endOtherJobs(kOthers);
@@ -173,101 +174,101 @@ TEST_F(ServiceJobs, AreHeardInAFlood) {
   EXPECT_EQ(end(one).status, 0);
 }
 
-TEST_F(ServiceJobs, ThatAreRefusedSayWhy) {
+TEST_F(ServiceOperations, ThatAreRefusedSayWhy) {
   for (const char* error :
        {"org.freedesktop.systemd1.NoSuchUnit", "org.freedesktop.DBus.Error.AccessDenied"}) {
     manager_.refuseOrders(error, "Not this one.");
-    ServiceJob one = job(Verb::start);
+    ServiceOperation one = operation(Verb::start);
     const ServiceReply reply = end(one);
     EXPECT_NE(reply.status, 0);
     EXPECT_EQ(reply.errorText, "Not this one.");
   }
-  ServiceJob stop = job(Verb::stop);
+  ServiceOperation stop = operation(Verb::stop);
   EXPECT_EQ(end(stop).errorText, "Not this one.") << "it is active and may not be stopped";
 }
 
-TEST_F(ServiceJobs, StoppingWhatIsGoneMeanwhileCouldNotFindIt) {
+TEST_F(ServiceOperations, StoppingWhatIsGoneMeanwhileCouldNotFindIt) {
   manager_.refuseOrders("org.freedesktop.systemd1.NoSuchUnit", "Unit ollama.service not loaded.");
-  ServiceJob one = job(Verb::stop);
+  ServiceOperation one = operation(Verb::stop);
   EXPECT_THAT(end(one).errorText, HasSubstr("Could not find"));
 }
 
-TEST_F(ServiceJobs, StoppingWhatIsNotActiveCouldNotFindIt) {
+TEST_F(ServiceOperations, StoppingWhatIsNotActiveCouldNotFindIt) {
   manager_.setUnit("idle", {.activeState = "inactive"});
   manager_.setUnit("broken", {.activeState = "failed"});
   for (const char* label : {"idle", "broken", "unknown"}) {
-    ServiceJob one = job(Verb::stop, label);
+    ServiceOperation one = operation(Verb::stop, label);
     EXPECT_THAT(end(one).errorText, HasSubstr("Could not find")) << label;
   }
   EXPECT_THAT(manager_.calls(), Not(Contains(HasSubstr("StopUnit"))));
 }
 
-TEST_F(ServiceJobs, StartNothingWhenTheyAreMade) {
-  const ServiceJob one = job(Verb::start);
+TEST_F(ServiceOperations, StartNothingWhenTheyAreMade) {
+  const ServiceOperation one = operation(Verb::start);
   EXPECT_THAT(manager_.calls(), ElementsAre());
 }
 
-TEST_F(ServiceJobs, OrderOnce) {
-  ServiceJob one = job(Verb::start);
+TEST_F(ServiceOperations, OrderOnce) {
+  ServiceOperation one = operation(Verb::start);
   order(one, "StartUnit ollama.service");
   expectToGoOn(one);
   EXPECT_THAT(manager_.calls(), ElementsAre("Subscribe", "StartUnit ollama.service"));
 }
 
-TEST_F(ServiceJobs, EndWhenTheManagerLeaves) {
-  ServiceJob taken = job(Verb::stop);
+TEST_F(ServiceOperations, EndWhenTheManagerLeaves) {
+  ServiceOperation taken = operation(Verb::stop);
   order(taken, "StopUnit ollama.service");
   expectToGoOn(taken);
   manager_.hold();
-  ServiceJob notTaken = job(Verb::start);
+  ServiceOperation notTaken = operation(Verb::start);
   order(notTaken, "Subscribe");
   manager_.disconnect();
-  for (ServiceJob* one : {&taken, &notTaken}) {
+  for (ServiceOperation* one : {&taken, &notTaken}) {
     const ServiceReply reply = end(*one);
     EXPECT_NE(reply.status, 0);
     EXPECT_THAT(reply.errorText, Not(HasSubstr("Could not find")));
   }
 }
 
-TEST_F(ServiceJobs, EndWhenTheBusIsGone) {
-  ServiceJob one = job(Verb::stop);
+TEST_F(ServiceOperations, EndWhenTheBusIsGone) {
+  ServiceOperation one = operation(Verb::stop);
   order(one, "StopUnit ollama.service");
   expectToGoOn(one);
   ASSERT_EQ(kill(manager_.bus(), SIGKILL), 0);
   EXPECT_NE(end(one).status, 0);
 }
 
-TEST_F(ServiceJobs, WithoutAManagerFail) {
+TEST_F(ServiceOperations, WithoutAManagerFail) {
   manager_.disconnect();
   for (const Verb verb : {Verb::stop, Verb::start}) {
-    ServiceJob one = job(verb);
+    ServiceOperation one = operation(verb);
     const ServiceReply reply = end(one);
     EXPECT_NE(reply.status, 0);
     EXPECT_THAT(reply.errorText, Not(HasSubstr("Could not find")));
   }
 }
 
-TEST_F(ServiceJobs, OfAManagerThatTalksNonsenseFail) {
+TEST_F(ServiceOperations, OfAManagerThatTalksNonsenseFail) {
   manager_.talkNonsense();
   for (const Verb verb : {Verb::stop, Verb::start}) {
-    ServiceJob one = job(verb);
+    ServiceOperation one = operation(verb);
     EXPECT_NE(end(one).status, 0);
   }
 }
 
-TEST_F(ServiceJobs, OfAManagerThatHangsGoOnAndAreForgottenAtOnce) {
+TEST_F(ServiceOperations, OfAManagerThatHangsGoOnAndAreForgottenAtOnce) {
   manager_.hold();
   const auto begin = Clock::now();
   {
-    ServiceJob one = job(Verb::stop);
+    ServiceOperation one = operation(Verb::stop);
     expectToGoOn(one);
   }
   EXPECT_LT(Clock::now() - begin, 20s) << "no look waits";
 }
 
-TEST_F(ServiceJobs, OfAManagerThatHungAreDoneWhenItGoesOn) {
+TEST_F(ServiceOperations, OfAManagerThatHungAreDoneWhenItGoesOn) {
   manager_.hold();
-  ServiceJob one = job(Verb::stop);
+  ServiceOperation one = operation(Verb::stop);
   expectToGoOn(one);
   manager_.release();
   order(one, "StopUnit ollama.service");
@@ -275,10 +276,10 @@ TEST_F(ServiceJobs, OfAManagerThatHungAreDoneWhenItGoesOn) {
   EXPECT_EQ(end(one).status, 0);
 }
 
-TEST(ServiceJobsWithoutABus, Fail) {
+TEST(ServiceOperationsWithoutABus, Fail) {
   for (const std::vector<std::string>& sockets :
        {std::vector<std::string>{}, {"/nonexistent/bus"}}) {
-    ServiceJob one(Verb::stop, "ollama", [sockets] { return sockets; });
+    ServiceOperation one(Verb::stop, "ollama", [sockets] { return sockets; });
     const auto reply = one.poll();
     ASSERT_TRUE(reply);
     EXPECT_NE(reply->status, 0);

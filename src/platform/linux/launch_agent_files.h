@@ -1,0 +1,20 @@
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "platform/launch_agents.h"
+
+namespace platform {
+
+/// The launch agent files of one folder, by name: each NAME.service that is a regular file.
+/// Templates (NAME@.service) are left out. A masked one (a link to /dev/null) has no command. Of a
+/// folder that holds more, the first 10,000 entries are looked at, in its own order, and of these
+/// the first 1,000 services by name, as far as 8 MiB reach; of a file, 64 KiB.
+std::vector<LaunchAgentFile> launchAgentFilesIn(const std::filesystem::path& folder);
+
+/// Where the user's own unit files are: $XDG_CONFIG_HOME/systemd/user, else
+/// ~/.config/systemd/user; empty when there is no home.
+std::filesystem::path userUnitFolder();
+
+}  // namespace platform
