@@ -50,7 +50,7 @@ class Canvas {
   virtual void restoreState() = 0;
 };
 
-/// The dot that ties a process's row to its bar in the strip: an oval in a square picture.
+/// The dot that ties a process's row to its segment in the strip: an oval in a square picture.
 namespace Dot {
 
 inline constexpr double kSide = 12;            ///< of the picture, in points

@@ -47,7 +47,7 @@ class FrontEnd {
   /// before; it never changes, but for the strip.
   virtual void menuRebuilt(std::shared_ptr<const Menu> menu) = 0;
 
-  /// The strip alone has new bars or pressure: draw it again, touch nothing else.
+  /// The strip alone has new segments or pressure: draw it again, touch nothing else.
   virtual void stripChanged(const MemoryPressureView& strip) = 0;
 
   /// What the user is to know without having asked, beside the menu: lines joined by "\n"; ""

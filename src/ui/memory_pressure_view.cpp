@@ -6,19 +6,19 @@ constexpr double kInsetX = 10;
 constexpr double kInsetY = 6;
 constexpr double kSmallestTrack = 4;  // a track this wide or high, or less, is not drawn
 
-constexpr double kNarrowestBar = 0.5;  // a bar this wide or less is not drawn
-constexpr double kBarAlpha = 0.92;
+constexpr double kNarrowestSegment = 0.5;  // a segment this wide or less is not drawn
+constexpr double kSegmentAlpha = 0.92;
 constexpr double kDividerWidth = 1;
 
 constexpr double kGlossRadius = 4;
 
-void drawBars(Canvas& canvas, const Rectangle& track, const MemoryPressureView& view) {
+void drawSegments(Canvas& canvas, const Rectangle& track, const MemoryPressureView& view) {
   const double scale = view.scale();
   double x = track.minX();
   for (const Segment& segment : view.segments) {
     const double width = scale * segment.fraction * track.width;
-    if (width <= kNarrowestBar) continue;
-    canvas.fillRect({x, track.minY(), width, track.height}, segment.color.withAlpha(kBarAlpha));
+    if (width <= kNarrowestSegment) continue;
+    canvas.fillRect({x, track.minY(), width, track.height}, segment.color.withAlpha(kSegmentAlpha));
     canvas.fillRect({x + width - kDividerWidth, track.minY(), kDividerWidth, track.height},
                     Color::white(0, 0.25));
     x += width;
@@ -61,9 +61,9 @@ void MemoryPressureView::draw(Canvas& canvas, const Rectangle& bounds) const {
 
   canvas.saveState();
   canvas.clipToRoundedRect(track, radius);
-  drawBars(canvas, track, *this);
-  const double markerWidth = kMarkerShare * track.width;
-  canvas.fillRect({track.maxX() - markerWidth, track.minY(), markerWidth, track.height},
+  drawSegments(canvas, track, *this);
+  const double pressureWidth = kPressureShare * track.width;
+  canvas.fillRect({track.maxX() - pressureWidth, track.minY(), pressureWidth, track.height},
                   pressureColor(pressureLevel(pressure)));
   canvas.restoreState();
 

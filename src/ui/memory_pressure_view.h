@@ -7,7 +7,7 @@
 #include "ui/canvas.h"
 #include "ui/color.h"
 
-/// How scarce memory is, as the strip's marker tells it.
+/// How scarce memory is, as the colour at the strip's right end tells it.
 enum class PressureLevel {
   low,     ///< less than 55 % of all memory is used
   medium,  ///< less than 80 %
@@ -17,23 +17,23 @@ enum class PressureLevel {
 /// The level of a pressure: used memory divided by all memory, 0 to 1.
 PressureLevel pressureLevel(double pressure);
 
-/// The marker's colour. It lets through what it is drawn over.
+/// The colour of the pressure. It lets through what it is drawn over.
 Color pressureColor(PressureLevel level);
 
-/// One bar of the strip.
+/// One segment of the strip.
 struct Segment {
   double fraction = 0;   ///< the process's share of all memory, 0 to 1
   Color color;           ///< the process's, as on its row's dot
   std::string label;     ///< the process's display name; not drawn
-  std::int32_t pid = 0;  ///< ties the bar to its row where colours can't
+  std::int32_t pid = 0;  ///< ties the segment to its row where colours can't
   double memMB = 0;      ///< the process's memory, for words that stand in for the picture
 
   /// Field by field.
   bool operator==(const Segment&) const = default;
 };
 
-/// The strip: who holds the memory, one coloured bar per large process, and a marker at the
-/// right end whose colour tells the pressure.
+/// The strip: who holds the memory, one coloured segment per large process, and the pressure at the
+/// right end, as a colour.
 class MemoryPressureView {
  public:
   /// The size that it asks for, in points.
@@ -47,17 +47,17 @@ class MemoryPressureView {
   static constexpr double kItemHeight = 40;
   ///@}
 
-  /// How much of the track the marker covers, at its right end.
-  static constexpr double kMarkerShare = 0.08;
+  /// How much of the track the pressure covers, at its right end.
+  static constexpr double kPressureShare = 0.08;
 
   std::vector<Segment> segments;  ///< left to right
   double pressure = 0;            ///< used memory divided by all memory, 0 to 1
 
-  /// Draws the strip into `bounds`. Bars that would overflow the track together are shrunk
+  /// Draws the strip into `bounds`. Segments that would overflow the track together are shrunk
   /// to fit; they are never stretched.
   void draw(Canvas& canvas, const Rectangle& bounds) const;
 
-  /// The share of the track that one unit of fraction takes: 1, or less when the bars
+  /// The share of the track that one unit of fraction takes: 1, or less when the segments
   /// would overflow.
   double scale() const;
 

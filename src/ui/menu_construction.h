@@ -26,7 +26,7 @@ struct MenuContent {
 /// Says what stands in the menu: a function of what was sampled, and nothing else.
 namespace MenuConstruction {
 
-/// How many rows a section has at most, and the strip bars.
+/// How many rows a section has at most, and the strip segments.
 ///@{
 inline constexpr std::size_t kMaxTopRAM = 8;
 inline constexpr std::size_t kMaxAI = 12;  ///< in each AI section

@@ -4,7 +4,7 @@
 #include "ui/memory_pressure_view.h"
 #include "ui/process_lists.h"
 
-/// Replaces the strip's bars and pressure: one bar, in the process's colour, for each of
+/// Replaces the strip's segments and pressure: one segment, in the process's colour, for each of
 /// `top` that holds more than 0.2 % of all memory, in the given order. False, and the strip
 /// stays as it was, when the machine's memory is not known.
 bool applyPressureStrip(MemoryPressureView& strip, const SystemMemory::Snapshot& sys,

@@ -22,19 +22,19 @@ std::string stripDescription(const MemoryPressureView& strip) {
   return words;
 }
 
-char barLetter(std::size_t place) {
+char segmentLetter(std::size_t place) {
   return place < 26 ? static_cast<char>('A' + place) : '+';
 }
 
-std::string barTag(const MemoryPressureView& strip, std::int32_t pid) {
-  const auto bar = std::find_if(strip.segments.begin(), strip.segments.end(),
-                                [pid](const Segment& segment) { return segment.pid == pid; });
-  if (bar == strip.segments.end()) return "";
-  const char letter = barLetter(static_cast<std::size_t>(bar - strip.segments.begin()));
+std::string segmentTag(const MemoryPressureView& strip, std::int32_t pid) {
+  const auto found = std::find_if(strip.segments.begin(), strip.segments.end(),
+                                  [pid](const Segment& segment) { return segment.pid == pid; });
+  if (found == strip.segments.end()) return "";
+  const char letter = segmentLetter(static_cast<std::size_t>(found - strip.segments.begin()));
   return std::string("  [") + letter + "]";
 }
 
-std::size_t barLength(const MemoryPressureView& strip, std::size_t place, std::size_t columns) {
+std::size_t segmentLength(const MemoryPressureView& strip, std::size_t place, std::size_t columns) {
   const auto track = static_cast<double>(columns);
   const double share = strip.segments[place].fraction * strip.scale() * track;
   return static_cast<std::size_t>(std::clamp(share, 1.0, track));

@@ -12,13 +12,13 @@
 /// 4.1 GB, firefox 312 MB".
 std::string stripDescription(const MemoryPressureView& strip);
 
-/// The letter of the bar at this place, from 0: A, B, C … from the left; "+" beyond Z.
-char barLetter(std::size_t place);
+/// The letter of the segment at this place, from 0: A, B, C … from the left; "+" beyond Z.
+char segmentLetter(std::size_t place);
 
-/// What ties a process's row to its bar: "  [A]"; "" for a process without one.
-std::string barTag(const MemoryPressureView& strip, std::int32_t pid);
+/// What ties a process's row to its segment: "  [A]"; "" for a process without one.
+std::string segmentTag(const MemoryPressureView& strip, std::int32_t pid);
 
-/// How many characters the bar at this place takes in a track of `columns` of them, 1 or
-/// more: its share of the track, rounded down, but at least one. Together the bars may take
+/// How many characters the segment at this place takes in a track of `columns` of them, 1 or
+/// more: its share of the track, rounded down, but at least one. Together the segments may take
 /// more than there are.
-std::size_t barLength(const MemoryPressureView& strip, std::size_t place, std::size_t columns);
+std::size_t segmentLength(const MemoryPressureView& strip, std::size_t place, std::size_t columns);

@@ -25,13 +25,13 @@ Commands drawn(const MemoryPressureView& view, const Rectangle& bounds = kBounds
   return canvas.commands;
 }
 
-/// What is drawn between the clip and the marker.
-Commands bars(const std::vector<Segment>& segments, const Rectangle& bounds = kBounds) {
+/// What is drawn between the clip and the pressure.
+Commands segmentsDrawn(const std::vector<Segment>& segments, const Rectangle& bounds = kBounds) {
   const Commands all = drawn({segments, 0}, bounds);
   return {all.begin() + 4, all.end() - 3};
 }
 
-TEST(MemoryPressureView, WithoutBarsIsTrackMarkerAndGloss) {
+TEST(MemoryPressureView, WithoutSegmentsIsTrackPressureAndGloss) {
   EXPECT_THAT(drawn({}),
               ElementsAre("fillRoundedRect (10 6 260 24) r12 rgba(0.12 0.12 0.12 0.85)",
                           "strokeRoundedRect (10 6 260 24) r12 rgba(1 1 1 0.12) w1", "saveState",
@@ -51,48 +51,48 @@ TEST(MemoryPressureView, DrawsWhereItIsTold) {
                           "fillRoundedRect (111 66 98 9) r4 rgba(1 1 1 0.06)"));
 }
 
-TEST(MemoryPressureView, DrawsBarsFromLeftToRightEachWithADivider) {
+TEST(MemoryPressureView, DrawsSegmentsFromLeftToRightEachWithADivider) {
   EXPECT_THAT(
-      bars({{0.25, kBlue, "a"}, {0.1, kRed, "b"}}),
+      segmentsDrawn({{0.25, kBlue, "a"}, {0.1, kRed, "b"}}),
       ElementsAre("fillRect (10 6 65 24) rgba(0 0 1 0.92)", "fillRect (74 6 1 24) rgba(0 0 0 0.25)",
                   "fillRect (75 6 26 24) rgba(1 0 0 0.92)",
                   "fillRect (100 6 1 24) rgba(0 0 0 0.25)"));
 }
 
-TEST(MemoryPressureView, ShrinksBarsThatTogetherOverflowTheTrack) {
+TEST(MemoryPressureView, ShrinksSegmentsThatTogetherOverflowTheTrack) {
   const std::vector<Segment> segments{{0.75, kBlue, "a"}, {0.5, kRed, "b"}};
   EXPECT_DOUBLE_EQ((MemoryPressureView{segments, 0}.scale()), 0.8);
-  EXPECT_THAT(bars(segments), ElementsAre("fillRect (10 6 156 24) rgba(0 0 1 0.92)",
-                                          "fillRect (165 6 1 24) rgba(0 0 0 0.25)",
-                                          "fillRect (166 6 104 24) rgba(1 0 0 0.92)",
-                                          "fillRect (269 6 1 24) rgba(0 0 0 0.25)"));
+  EXPECT_THAT(segmentsDrawn(segments), ElementsAre("fillRect (10 6 156 24) rgba(0 0 1 0.92)",
+                                                   "fillRect (165 6 1 24) rgba(0 0 0 0.25)",
+                                                   "fillRect (166 6 104 24) rgba(1 0 0 0.92)",
+                                                   "fillRect (269 6 1 24) rgba(0 0 0 0.25)"));
 }
 
-TEST(MemoryPressureView, NeverStretchesBars) {
+TEST(MemoryPressureView, NeverStretchesSegments) {
   EXPECT_DOUBLE_EQ((MemoryPressureView{{{0.5, kBlue, "a"}, {0.5, kRed, "b"}}, 0}.scale()), 1);
   EXPECT_DOUBLE_EQ((MemoryPressureView{{{0.1, kBlue, "a"}}, 0}.scale()), 1);
   EXPECT_DOUBLE_EQ(MemoryPressureView{}.scale(), 1);
 }
 
-TEST(MemoryPressureView, SkipsABarOfHalfAPointAndDoesNotMoveTheNext) {
+TEST(MemoryPressureView, SkipsASegmentOfHalfAPointAndDoesNotMoveTheNext) {
   // A track 256 wide: its 512th part is exactly half a point.
-  EXPECT_THAT(bars({{1.0 / 512, kBlue, "a"}, {0.5, kRed, "b"}}, {0, 0, 276, 36}),
+  EXPECT_THAT(segmentsDrawn({{1.0 / 512, kBlue, "a"}, {0.5, kRed, "b"}}, {0, 0, 276, 36}),
               ElementsAre("fillRect (10 6 128 24) rgba(1 0 0 0.92)",
                           "fillRect (137 6 1 24) rgba(0 0 0 0.25)"));
-  EXPECT_EQ(bars({{1.01 / 512, kBlue, "a"}}, {0, 0, 276, 36}).size(), 2U);
+  EXPECT_EQ(segmentsDrawn({{1.01 / 512, kBlue, "a"}}, {0, 0, 276, 36}).size(), 2U);
 }
 
 TEST(MemoryPressureView, StopsAtTheRightEdge) {
-  EXPECT_THAT(bars({{1.0, kBlue, "a"}, {0.0, kRed, "b"}}),
+  EXPECT_THAT(segmentsDrawn({{1.0, kBlue, "a"}, {0.0, kRed, "b"}}),
               ElementsAre("fillRect (10 6 260 24) rgba(0 0 1 0.92)",
                           "fillRect (269 6 1 24) rgba(0 0 0 0.25)"));
-  // A bar after a full track would be drawn if its width alone decided.
+  // A segment after a full track would be drawn if its width alone decided.
   MemoryPressureView overfull{{{1.0, kBlue, "a"}, {0.01, kRed, "b"}, {-0.01, kRed, "c"}}, 0};
   ASSERT_DOUBLE_EQ(overfull.scale(), 1);
   EXPECT_EQ(drawn(overfull).size(), 9U);
 }
 
-TEST(MemoryPressureView, DrawsTheMarkerOverTheBars) {
+TEST(MemoryPressureView, DrawsThePressureOverTheSegments) {
   const Commands all = drawn({{{1.0, kBlue, "a"}}, 0.9});
   EXPECT_EQ(all.at(4), "fillRect (10 6 260 24) rgba(0 0 1 0.92)");
   EXPECT_EQ(all.at(6), "fillRect (249.2 6 20.8 24) rgba(1 0.35 0.3 0.45)");
@@ -118,31 +118,31 @@ INSTANTIATE_TEST_SUITE_P(, SmallStrip,
                                          SmallRow{"Nothing", {0, 0, 0, 0}, false}),
                          rowName<SmallRow>);
 
-struct MarkerRow {
+struct PressureRow {
   const char* name;
   double pressure;
   const char* color;
 };
 
-class PressureMarker : public testing::TestWithParam<MarkerRow> {};
+class PressureColor : public testing::TestWithParam<PressureRow> {};
 
-TEST_P(PressureMarker, HasTheColorOfThePressure) {
+TEST_P(PressureColor, HasTheColorOfThePressure) {
   EXPECT_EQ(drawn({{}, GetParam().pressure}).at(4),
             "fillRect (249.2 6 20.8 24) " + std::string(GetParam().color));
 }
 
-constexpr const char* kGreenMarker = "rgba(0.2 0.9 0.45 0.35)";
-constexpr const char* kYellowMarker = "rgba(0.95 0.85 0.2 0.4)";
-constexpr const char* kRedMarker = "rgba(1 0.35 0.3 0.45)";
+constexpr const char* kLowPressure = "rgba(0.2 0.9 0.45 0.35)";
+constexpr const char* kMediumPressure = "rgba(0.95 0.85 0.2 0.4)";
+constexpr const char* kHighPressure = "rgba(1 0.35 0.3 0.45)";
 
-INSTANTIATE_TEST_SUITE_P(, PressureMarker,
-                         testing::Values(MarkerRow{"None", 0, kGreenMarker},
-                                         MarkerRow{"JustBelowYellow", 0.5499, kGreenMarker},
-                                         MarkerRow{"ExactlyYellow", 0.55, kYellowMarker},
-                                         MarkerRow{"JustBelowRed", 0.7999, kYellowMarker},
-                                         MarkerRow{"ExactlyRed", 0.8, kRedMarker},
-                                         MarkerRow{"All", 1, kRedMarker}),
-                         rowName<MarkerRow>);
+INSTANTIATE_TEST_SUITE_P(, PressureColor,
+                         testing::Values(PressureRow{"None", 0, kLowPressure},
+                                         PressureRow{"JustBelowYellow", 0.5499, kLowPressure},
+                                         PressureRow{"ExactlyYellow", 0.55, kMediumPressure},
+                                         PressureRow{"JustBelowRed", 0.7999, kMediumPressure},
+                                         PressureRow{"ExactlyRed", 0.8, kHighPressure},
+                                         PressureRow{"All", 1, kHighPressure}),
+                         rowName<PressureRow>);
 
 struct LevelRow {
   const char* name;

@@ -164,7 +164,7 @@ TEST_F(OpenMenu, KeepsItsStripWhileTheMemoryIsUnknown) {
 struct StripRow {
   const char* name;
   int processes;
-  std::size_t bars;
+  std::size_t segmentCount;
 };
 
 class LiveStrip : public ControllerTest, public testing::WithParamInterface<StripRow> {};
@@ -175,7 +175,7 @@ TEST_P(LiveStrip, ShowsTheSixLargest) {
   for (int i = 1; i <= GetParam().processes; ++i) addProcess(i, "tool", 100 * i);
   frontEnd_.advance(5);
   const auto& segments = menu().items[0].strip->segments;
-  ASSERT_EQ(segments.size(), GetParam().bars);
+  ASSERT_EQ(segments.size(), GetParam().segmentCount);
   for (std::size_t i = 0; i < segments.size(); ++i) {
     EXPECT_EQ(segments[i].pid, GetParam().processes - static_cast<int>(i));
   }

@@ -20,7 +20,7 @@ VordaProcess process(std::int32_t pid, double memMB, const char* name = "x") {
   return {.pid = pid, .displayName = name, .product = "App", .memMB = memMB};
 }
 
-TEST(StripSegments, HasABarPerProcessInItsColorAndOrder) {
+TEST(StripSegments, HasASegmentPerProcessInItsColorAndOrder) {
   const VordaProcess small = process(7, 1024, "Mail");
   const VordaProcess large = process(8, 4096, "Safari");
   MemoryPressureView strip = kEarlier;
@@ -42,7 +42,7 @@ TEST(StripSegments, LeavesOutWhatHoldsTwoThousandthsOrLess) {
   EXPECT_EQ(strip.segments[0].pid, 2);
 }
 
-TEST(StripSegments, OfNoProcessesHasNoBars) {
+TEST(StripSegments, OfNoProcessesHasNoSegments) {
   MemoryPressureView strip = kEarlier;
   EXPECT_TRUE(applyPressureStrip(strip, kSixteenGB, {}));
   EXPECT_THAT(strip.segments, IsEmpty());

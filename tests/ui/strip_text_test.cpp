@@ -14,13 +14,13 @@ struct LetterRow {
   char letter;
 };
 
-class BarLetter : public testing::TestWithParam<LetterRow> {};
+class SegmentLetter : public testing::TestWithParam<LetterRow> {};
 
-TEST_P(BarLetter, CountsFromTheLeft) {
-  EXPECT_EQ(barLetter(GetParam().place), GetParam().letter);
+TEST_P(SegmentLetter, CountsFromTheLeft) {
+  EXPECT_EQ(segmentLetter(GetParam().place), GetParam().letter);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, BarLetter,
+INSTANTIATE_TEST_SUITE_P(Table, SegmentLetter,
                          testing::Values(LetterRow{"First", 0, 'A'}, LetterRow{"Second", 1, 'B'},
                                          LetterRow{"Last", 25, 'Z'},
                                          LetterRow{"BeyondTheAlphabet", 26, '+'},
@@ -33,15 +33,15 @@ struct OwnerRow {
   const char* tag;
 };
 
-class BarOfAProcess : public testing::TestWithParam<OwnerRow> {};
+class SegmentOfAProcess : public testing::TestWithParam<OwnerRow> {};
 
-TEST_P(BarOfAProcess, IsItsTag) {
+TEST_P(SegmentOfAProcess, IsItsTag) {
   MemoryPressureView strip;
   strip.segments = {{.pid = 7}, {.pid = 3}};
-  EXPECT_EQ(barTag(strip, GetParam().pid), GetParam().tag);
+  EXPECT_EQ(segmentTag(strip, GetParam().pid), GetParam().tag);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, BarOfAProcess,
+INSTANTIATE_TEST_SUITE_P(Table, SegmentOfAProcess,
                          testing::Values(OwnerRow{"First", 7, "  [A]"},
                                          OwnerRow{"Second", 3, "  [B]"}, OwnerRow{"None", 9, ""}),
                          rowName<OwnerRow>);
@@ -53,20 +53,20 @@ struct LengthRow {
   std::vector<std::size_t> lengths;
 };
 
-class BarLength : public testing::TestWithParam<LengthRow> {};
+class SegmentLength : public testing::TestWithParam<LengthRow> {};
 
-TEST_P(BarLength, IsTheShareOfTheTrack) {
+TEST_P(SegmentLength, IsTheShareOfTheTrack) {
   MemoryPressureView strip;
   for (const double fraction : GetParam().fractions) strip.segments.push_back({fraction});
   std::vector<std::size_t> lengths;
   for (std::size_t place = 0; place < strip.segments.size(); ++place) {
-    lengths.push_back(barLength(strip, place, GetParam().columns));
+    lengths.push_back(segmentLength(strip, place, GetParam().columns));
   }
   EXPECT_EQ(lengths, GetParam().lengths);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Table, BarLength,
+    Table, SegmentLength,
     testing::Values(LengthRow{"HalfAndQuarter", {0.5, 0.25}, 20, {10, 5}},
                     LengthRow{"RoundedDown", {0.19, 0.29}, 10, {1, 2}},
                     LengthRow{"AtLeastOne", {0.003, 0}, 20, {1, 1}},
@@ -83,14 +83,14 @@ MemoryPressureView strip(double pressure, std::vector<Segment> segments) {
   return view;
 }
 
-TEST(StripDescription, namesEveryBarWithItsMemory) {
+TEST(StripDescription, namesEverySegmentWithItsMemory) {
   EXPECT_EQ(stripDescription(strip(0.62, {{.label = "Ollama Server", .memMB = 4198},
                                           {.label = "firefox", .memMB = 312},
                                           {.label = "small", .memMB = 9.5}})),
             "Memory 62 percent used: Ollama Server 4.1 GB, firefox 312 MB, small 9.5 MB");
 }
 
-TEST(StripDescription, withoutBarsSaysHowMuchIsUsed) {
+TEST(StripDescription, withoutSegmentsSaysHowMuchIsUsed) {
   EXPECT_EQ(stripDescription(strip(0.004, {})), "Memory 0 percent used");
   EXPECT_EQ(stripDescription(strip(1, {})), "Memory 100 percent used");
 }

@@ -11,7 +11,7 @@ namespace {
 using Node = ExportedMenu::Node;
 
 void describeStrip(Node& node, const MemoryPressureView& strip) {
-  node.label = barLabel(strip);
+  node.label = stripLabel(strip);
   node.accessibleText = stripDescription(strip);
 }
 

@@ -10,7 +10,7 @@
 #include "ui/menu.h"
 #include "ui/short_menu.h"
 
-/// The menu as a tray host draws it: items with numbers, the strip as a bar of blocks; its short
+/// The menu as a tray host draws it: items with numbers, the strip as a row of blocks; its short
 /// form for a host that can't scroll. A number means the same thing for as long as the program
 /// runs; what means something else gets a number that was never used before. So a click on what the
 /// host still shows never reaches anything else.

@@ -52,7 +52,7 @@ std::string hostMenuLabel(std::string_view title, TrayHostKind host) {
   return withOneMore(std::move(line), '_');
 }
 
-std::string barLabel(const MemoryPressureView& strip) {
+std::string stripLabel(const MemoryPressureView& strip) {
   constexpr int kCells = 10;
   const int filled = static_cast<int>(std::lround(strip.pressure * kCells));
   std::string label;

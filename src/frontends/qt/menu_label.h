@@ -20,7 +20,7 @@ std::string hostMenuLabel(std::string_view title, TrayHostKind host);
 
 /// The strip where only text can stand: ten cells, filled as far as memory is used, and the
 /// percentage. "██████░░░░ 62%"
-std::string barLabel(const MemoryPressureView& strip);
+std::string stripLabel(const MemoryPressureView& strip);
 
 /// A tooltip. Qt would read text that looks like markup as markup; this is the text itself.
 QString plainToolTip(std::string_view text);

@@ -121,7 +121,7 @@ bool CursesScreen::start(const TerminalCheck& check) {
   take();
   colors_.emplace(check.depth);
   look_.colored = check.depth != ColorDepth::none;
-  // A console of eight colours has a font to match; letters divide the bars there.
+  // A console of eight colours has a font to match; letters divide the segments there.
   if (check.depth == ColorDepth::eight) look_.signs.divider = " ";
   prepareKeys();
   curs_set(0);

@@ -21,10 +21,10 @@ constexpr int kLabelX = 1;
 constexpr int kTitleX = 3;  // to the right of the dot
 constexpr Style kFaint{.dim = true};
 
-/// "  [A]" for a process with a bar in the strip.
+/// "  [A]" for a process with a segment in the strip.
 std::string tagOf(const MenuItem& row, const MenuView& view) {
   if (!row.process || view.strip() == nullptr) return {};
-  return barTag(*view.strip(), row.process->pid);
+  return segmentTag(*view.strip(), row.process->pid);
 }
 
 bool isLabel(const MenuItem& item) {

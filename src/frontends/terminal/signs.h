@@ -13,8 +13,8 @@ class Signs {
 
   std::string_view dot;         ///< stands before a process, in its colour
   std::string_view ellipsis;    ///< what was cut off
-  std::string_view divider;     ///< at the right end of a bar
-  std::string_view emptyTrack;  ///< memory that no bar of the strip covers
+  std::string_view divider;     ///< at the right end of a segment
+  std::string_view emptyTrack;  ///< memory that no segment of the strip covers
   std::string_view pressureLow;
   std::string_view pressureMedium;
   std::string_view pressureHigh;

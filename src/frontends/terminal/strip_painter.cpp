@@ -16,7 +16,7 @@ constexpr Rgb kTrack{38, 38, 38};
 constexpr Color kDivider = Color::white(0, 0.5);
 constexpr int kPercentColumns = 6;  // "  100%"
 
-std::string_view markerSign(PressureLevel level, const Signs& signs) {
+std::string_view pressureSign(PressureLevel level, const Signs& signs) {
   switch (level) {
     case PressureLevel::low:
       return signs.pressureLow;
@@ -35,10 +35,10 @@ void paintPlain(CellGrid& grid, const MemoryPressureView& strip, const Box& trac
   grid.write(track.x, track.y, "[", {}, 1);
   int x = track.x + 1;
   for (const StripCell& cell : cells) {
-    if (cell.marker) {
-      grid.write(x, track.y, markerSign(pressureLevel(strip.pressure), look.signs), {}, 1);
+    if (cell.showsPressure) {
+      grid.write(x, track.y, pressureSign(pressureLevel(strip.pressure), look.signs), {}, 1);
     } else if (cell.segment) {
-      grid.write(x, track.y, std::string(1, barLetter(*cell.segment)), {}, 1);
+      grid.write(x, track.y, std::string(1, segmentLetter(*cell.segment)), {}, 1);
     } else {
       grid.write(x, track.y, look.signs.emptyTrack, {}, 1);
     }
@@ -50,16 +50,17 @@ void paintPlain(CellGrid& grid, const MemoryPressureView& strip, const Box& trac
 void paintColored(CellGrid& grid, const MemoryPressureView& strip, const Box& track,
                   const Look& look) {
   const std::vector<StripCell> cells = stripCells(strip, track.width);
-  const Rgb marker = painted(pressureColor(pressureLevel(strip.pressure)).withAlpha(1), kTrack);
+  const Rgb pressure = painted(pressureColor(pressureLevel(strip.pressure)).withAlpha(1), kTrack);
   int x = track.x;
   for (const StripCell& cell : cells) {
-    const Rgb bar = cell.segment ? painted(strip.segments[*cell.segment].color, kTrack) : kTrack;
-    const Rgb ground = cell.marker ? marker : bar;
+    const Rgb segment =
+        cell.segment ? painted(strip.segments[*cell.segment].color, kTrack) : kTrack;
+    const Rgb ground = cell.showsPressure ? pressure : segment;
     Style style{.foreground = readableOn(ground), .background = ground};
     std::string shown = " ";
-    if (cell.startsBar) {
-      shown = barLetter(*cell.segment);
-    } else if (cell.endsBar) {
+    if (cell.startsSegment) {
+      shown = segmentLetter(*cell.segment);
+    } else if (cell.endsSegment) {
       shown = look.signs.divider;
       style.foreground = painted(kDivider, ground);
     }
@@ -77,15 +78,16 @@ std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns) 
 
   std::size_t x = 0;
   for (std::size_t i = 0; i < strip.segments.size() && x < width; ++i) {
-    const std::size_t end = std::min(x + barLength(strip, i, width), width);
-    cells[x].startsBar = true;
+    const std::size_t end = std::min(x + segmentLength(strip, i, width), width);
+    cells[x].startsSegment = true;
     for (; x < end; ++x) cells[x].segment = i;
-    cells[x - 1].endsBar = true;
+    cells[x - 1].endsSegment = true;
   }
 
   const auto marked = static_cast<std::size_t>(
-      std::max(1L, std::lround(MemoryPressureView::kMarkerShare * columns)));
-  for (std::size_t i = width - std::min(marked, width); i < width; ++i) cells[i].marker = true;
+      std::max(1L, std::lround(MemoryPressureView::kPressureShare * columns)));
+  for (std::size_t i = width - std::min(marked, width); i < width; ++i)
+    cells[i].showsPressure = true;
   return cells;
 }
 

@@ -12,20 +12,20 @@ namespace terminal {
 
 /// One column of the strip.
 struct StripCell {
-  std::optional<std::size_t> segment;  ///< the bar that covers it; none: empty track
-  bool startsBar = false;
-  bool endsBar = false;
-  bool marker = false;  ///< the pressure marker lies over it
+  std::optional<std::size_t> segment;  ///< the one that covers it; none: empty track
+  bool startsSegment = false;
+  bool endsSegment = false;
+  bool showsPressure = false;  ///< the pressure is drawn over it
 
   bool operator==(const StripCell&) const = default;
 };
 
-/// The strip in that many columns: each bar its share of them, rounded down but at least one,
-/// as far as there is room; the marker over the rightmost 8 %, at least one.
+/// The strip in that many columns: each segment its share of them, rounded down but at least one,
+/// as far as there is room; the pressure over the rightmost 8 %, at least one.
 std::vector<StripCell> stripCells(const MemoryPressureView& strip, int columns);
 
-/// Draws the strip: bars in the colours of their processes, each begun by its letter. Without
-/// colours each bar is a run of its letter.
+/// Draws the strip: segments in the colours of their processes, each begun by its letter. Without
+/// colours each segment is a run of its letter.
 void paintStrip(CellGrid& grid, const MemoryPressureView& strip, const Box& box, const Look& look);
 
 /// "Memory pressure low", drawn so that it ends at the right end of the box.

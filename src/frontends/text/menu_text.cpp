@@ -27,7 +27,8 @@ std::string itemLine(const MenuItem& item, const MemoryPressureView& strip) {
   std::string line = titleLine(item);
   if (item.process) {
     const std::int32_t pid = item.process->pid;
-    line += std::string(RowParts::kSeparator) + "pid " + std::to_string(pid) + barTag(strip, pid);
+    line +=
+        std::string(RowParts::kSeparator) + "pid " + std::to_string(pid) + segmentTag(strip, pid);
   }
   return line;
 }
@@ -35,14 +36,14 @@ std::string itemLine(const MenuItem& item, const MemoryPressureView& strip) {
 }  // namespace
 
 std::string stripText(const MemoryPressureView& strip) {
-  std::string bars;
+  std::string segments;
   for (std::size_t i = 0; i < strip.segments.size(); ++i) {
-    bars.append(barLength(strip, i, kCells), barLetter(i));
+    segments.append(segmentLength(strip, i, kCells), segmentLetter(i));
   }
-  bars.resize(std::min(bars.size(), kCells));
+  segments.resize(std::min(segments.size(), kCells));
 
-  std::string line = "[" + bars;
-  for (std::size_t cell = bars.size(); cell < kCells; ++cell) line += "·";
+  std::string line = "[" + segments;
+  for (std::size_t cell = segments.size(); cell < kCells; ++cell) line += "·";
   return line + "]  " + text::format("%.0f%%", strip.pressure * 100);
 }
 

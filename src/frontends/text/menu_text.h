@@ -7,12 +7,12 @@
 
 /// The menu as plain text, one line an item, each ended by "\n"; submenus are left out.
 /// A separator is an empty line. A process's line ends in "  ·  pid N" and, when the process
-/// has a bar in the strip, in the bar's letter: "  [A]". Whatever a title holds, it stays one
-/// harmless line, and a name in it that others chose has no two blanks in a row: it can't be taken
-/// for figures.
+/// has a segment in the strip, in the segment's letter: "  [A]". Whatever a title holds, it stays
+/// one harmless line, and a name in it that others chose has no two blanks in a row: it can't be
+/// taken for figures.
 std::string menuText(const Menu& menu);
 
-/// The strip as text: "[AAAAABBC···]  58%". Each bar is a run of one letter (A, B, C … from
+/// The strip as text: "[AAAAABBC···]  58%". Each segment is a run of one letter (A, B, C … from
 /// left to right), as many of the 40 cells as its share of the track, rounded down, but at
 /// least one; what would stand beyond the last cell is cut off. The percentage is the
 /// used share of all memory.

@@ -36,7 +36,7 @@ TEST(ExportedMenu, numbersEveryItemOnce) {
   EXPECT_EQ(std::set<int>(ids.begin(), ids.end()).size(), ids.size());
 }
 
-TEST(ExportedMenu, showsTheStripAsABarAndInWords) {
+TEST(ExportedMenu, showsTheStripAsBlocksAndInWords) {
   ExportedMenu menu;
   menu.show(menuOf(exampleItems()));
   EXPECT_EQ(menu.root().children.front().label, "██████░░░░ 62%");

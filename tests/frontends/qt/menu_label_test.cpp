@@ -80,26 +80,26 @@ INSTANTIATE_TEST_SUITE_P(Titles, HostLabelTest,
                                          "<b>_</b>", "&lt;&amp;_", "50%", "100%% _%s_%d", "%_",
                                          "\\_", "$1_$&", ""));
 
-struct BarRow {
+struct StripLabelRow {
   const char* name;
   double pressure;
   const char* label;
 };
 
-class BarTest : public testing::TestWithParam<BarRow> {};
+class StripLabelTest : public testing::TestWithParam<StripLabelRow> {};
 
-TEST_P(BarTest, fillsTenCells) {
+TEST_P(StripLabelTest, fillsTenCells) {
   MemoryPressureView strip;
   strip.pressure = GetParam().pressure;
-  EXPECT_EQ(barLabel(strip), GetParam().label);
+  EXPECT_EQ(stripLabel(strip), GetParam().label);
 }
 
-INSTANTIATE_TEST_SUITE_P(Pressures, BarTest,
-                         testing::Values(BarRow{"none", 0, "░░░░░░░░░░ 0%"},
-                                         BarRow{"some", 0.62, "██████░░░░ 62%"},
-                                         BarRow{"roundedUp", 0.75, "████████░░ 75%"},
-                                         BarRow{"all", 1, "██████████ 100%"}),
-                         rowName<BarRow>);
+INSTANTIATE_TEST_SUITE_P(Pressures, StripLabelTest,
+                         testing::Values(StripLabelRow{"none", 0, "░░░░░░░░░░ 0%"},
+                                         StripLabelRow{"some", 0.62, "██████░░░░ 62%"},
+                                         StripLabelRow{"roundedUp", 0.75, "████████░░ 75%"},
+                                         StripLabelRow{"all", 1, "██████████ 100%"}),
+                         rowName<StripLabelRow>);
 
 TEST(PlainToolTip, keepsMarkupFromBeingRead) {
   EXPECT_TRUE(plainToolTip("<img src=x> & y").contains("&lt;img src=x&gt; &amp; y"));

@@ -38,7 +38,7 @@ constexpr int kTrackLeft = 10;
 constexpr int kTrackWidth = StripWidget::kWidth - 20;
 constexpr int kBelowTheGloss = 30;
 
-TEST(StripWidget, drawsBarsFromTheLeftByTheirShare) {
+TEST(StripWidget, drawsSegmentsFromTheLeftByTheirShare) {
   StripWidget widget;
   widget.setStrip(halfRedQuarterBlue());
   const QImage image = picture(widget);
@@ -52,8 +52,8 @@ TEST(StripWidget, drawsBarsFromTheLeftByTheirShare) {
 TEST(StripWidget, marksHighPressureInRedAtTheRightEnd) {
   StripWidget widget;
   widget.setStrip(halfRedQuarterBlue());
-  const QColor marker = picture(widget).pixelColor(kTrackLeft + kTrackWidth - 16, kBelowTheGloss);
-  EXPECT_GT(marker.red(), marker.green() + 40);
+  const QColor pressure = picture(widget).pixelColor(kTrackLeft + kTrackWidth - 16, kBelowTheGloss);
+  EXPECT_GT(pressure.red(), pressure.green() + 40);
 }
 
 TEST(StripWidget, isCrispOnADenserScreen) {

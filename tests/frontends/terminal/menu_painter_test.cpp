@@ -117,7 +117,7 @@ TEST(MenuPicture, PaintsTheStripInTheColorsOfItsProcesses) {
   EXPECT_EQ(grid.at(2, 1).style.background, (terminal::Rgb{255, 0, 0}));
   EXPECT_EQ(grid.at(1 + 18, 1).text(), "B");
   EXPECT_EQ(grid.at(1 + 20, 1).style.background, (terminal::Rgb{0, 0, 255}));
-  EXPECT_EQ(grid.at(72, 1).style.background, (terminal::Rgb{242, 217, 51})) << "the marker";
+  EXPECT_EQ(grid.at(72, 1).style.background, (terminal::Rgb{242, 217, 51})) << "the pressure";
   EXPECT_EQ(grid.at(1, 8).style.foreground, (terminal::Rgb{255, 0, 0})) << "the row's dot";
 }
 

@@ -28,7 +28,7 @@ Menu menu(const std::vector<Section>& sections);
 /// A section of processes with these pids, titled "P" and the pid.
 Section topRAM(const std::vector<std::int32_t>& pids);
 
-/// Bars for these processes, `fraction` of the memory each.
+/// Segments for these processes, `fraction` of the memory each.
 void setStrip(Menu& menu, const std::vector<std::int32_t>& pids, double fraction, double pressure);
 
 }  // namespace SampleMenu

@@ -11,7 +11,8 @@ struct Row {
   const char* name;
   std::vector<double> fractions;
   int columns;
-  const char* picture;  ///< a letter a bar, "." the empty track, "#" the marker over the track
+  /// A letter a segment, "." the empty track, "#" the pressure over the track.
+  const char* picture;
 };
 
 class StripCells : public testing::TestWithParam<Row> {};
@@ -25,30 +26,31 @@ MemoryPressureView stripOf(const std::vector<double>& fractions) {
 TEST_P(StripCells, AreInProportion) {
   std::string picture;
   for (const auto& cell : terminal::stripCells(stripOf(GetParam().fractions), GetParam().columns)) {
-    const char bar = cell.segment ? barLetter(*cell.segment) : '.';
-    picture += cell.marker && bar == '.' ? '#' : bar;
+    const char segment = cell.segment ? segmentLetter(*cell.segment) : '.';
+    picture += cell.showsPressure && segment == '.' ? '#' : segment;
   }
   EXPECT_EQ(picture, GetParam().picture);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Table, StripCells,
-    testing::Values(Row{"Empty", {}, 20, "..................##"},
-                    Row{"Quarters", {0.25, 0.25}, 20, "AAAAABBBBB........##"},
-                    Row{"RoundedDown", {0.19, 0.29}, 10, "ABB......#"},
-                    Row{"AtLeastOneCell", {0.003, 0.003}, 20, "AB................##"},
-                    Row{"OverflowShrinks", {0.75, 0.5}, 10, "AAAAAABBBB"},
-                    Row{"BarsUnderTheMarkerAreStillThere", {0.95}, 20, "AAAAAAAAAAAAAAAAAAA#"},
-                    Row{"NoMoreThanThereIsRoomFor", {1.0, 0.003, 0.003}, 10, "AAAAAAAAAB"},
-                    Row{"MarkerIsAtLeastOneCell", {}, 3, "..#"}, Row{"NoRoom", {0.5}, 0, ""}),
+    testing::Values(
+        Row{"Empty", {}, 20, "..................##"},
+        Row{"Quarters", {0.25, 0.25}, 20, "AAAAABBBBB........##"},
+        Row{"RoundedDown", {0.19, 0.29}, 10, "ABB......#"},
+        Row{"AtLeastOneCell", {0.003, 0.003}, 20, "AB................##"},
+        Row{"OverflowShrinks", {0.75, 0.5}, 10, "AAAAAABBBB"},
+        Row{"SegmentsUnderThePressureAreStillThere", {0.95}, 20, "AAAAAAAAAAAAAAAAAAA#"},
+        Row{"NoMoreThanThereIsRoomFor", {1.0, 0.003, 0.003}, 10, "AAAAAAAAAB"},
+        Row{"PressureIsAtLeastOneCell", {}, 3, "..#"}, Row{"NoRoom", {0.5}, 0, ""}),
     rowName<Row>);
 
-TEST(StripCells, KnowWhereABarBeginsAndEnds) {
+TEST(StripCells, KnowWhereASegmentBeginsAndEnds) {
   const auto cells = terminal::stripCells(stripOf({0.2, 0.1}), 10);
-  EXPECT_TRUE(cells[0].startsBar && !cells[0].endsBar);
-  EXPECT_TRUE(!cells[1].startsBar && cells[1].endsBar);
-  EXPECT_TRUE(cells[2].startsBar && cells[2].endsBar);
-  EXPECT_FALSE(cells[3].startsBar || cells[3].endsBar);
+  EXPECT_TRUE(cells[0].startsSegment && !cells[0].endsSegment);
+  EXPECT_TRUE(!cells[1].startsSegment && cells[1].endsSegment);
+  EXPECT_TRUE(cells[2].startsSegment && cells[2].endsSegment);
+  EXPECT_FALSE(cells[3].startsSegment || cells[3].endsSegment);
 }
 
 }  // namespace

@@ -93,7 +93,7 @@ TEST_F(TerminalMenu, ShowsOnlyTheStripMovingWhileASubmenuIsOpen) {
   screen.then([&] {
     EXPECT_FALSE(shows("huge"));
     EXPECT_TRUE(shows("Force Quit"));
-    EXPECT_NE(screen.picture(), before) << "the strip has one more bar";
+    EXPECT_NE(screen.picture(), before) << "the strip has one more segment";
   });
   screen.press(Kind::escape);
   screen.then([&] {

@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(
                         0.5,
                         "[" + times(24, "A") + times(16, "B") + "]  50%"},
                     Row{"FullTrack", {1.0}, 0.9, "[" + times(40, "A") + "]  90%"},
-                    Row{"SmallBarsBeyondTheEndAreCutOff",
+                    Row{"SmallSegmentsBeyondTheEndAreCutOff",
                         {0.98, 0.003, 0.003},
                         0,
                         "[" + times(39, "A") + "B]  0%"},
