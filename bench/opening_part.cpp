@@ -45,7 +45,7 @@ std::vector<Name> names() {
       {"both directions", repeated("aש1م")},
       {"many scripts",
        repeated("अ ঀ ა አ ក ᠠ ꯀ 𐌀 𒀀 𓀀 𝐀 ꙮ 文 가 あ ﷽")},
-      {"no signs of any font", repeated("\U000F0001\U0001FAFF\U00013460\U0001E900")},
+      {"no glyphs of any font", repeated("\U000F0001\U0001FAFF\U00013460\U0001E900")},
   };
 }
 

@@ -7,7 +7,7 @@
 /// lowered command line contains one. To look for something new, write it here; the search
 /// (marker_search.h) and the sets that rules ask for (marker_set.h) are made from these lists.
 
-/// Signs that a command trains a model.
+/// Evidence that a command trains a model.
 inline constexpr auto kTrainingMarkers = std::to_array<std::string_view>({
     "train.py",
     "finetune.py",
@@ -49,7 +49,7 @@ inline constexpr auto kTrainingMarkers = std::to_array<std::string_view>({
     "grad_norm",
 });
 
-/// Signs that a command works on a LoRA adapter or with a library for training adapters.
+/// Evidence that a command works on a LoRA adapter or with a library for training adapters.
 inline constexpr auto kLoraMarkers = std::to_array<std::string_view>({
     "mlx_lm.lora",    "mlx-lm.lora", "mlx_lm lora",  "mlx-lm lora",  "mlx.lora",
     "qlora",          "q-lora",      "q_lora",       "rslora",       "dora",

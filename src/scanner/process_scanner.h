@@ -43,7 +43,7 @@ LabRole classifyLabRole(std::string_view name, std::span<const std::string> cmdl
 
 /// Whether a process trains or fine-tunes a model. All texts are lower case: `exe` the
 /// executable's name, `lower` the command line, `args` the arguments. `isServing`: the
-/// command line looks like a server's, which then needs a stronger sign of training.
+/// command line looks like a server's, which then needs stronger evidence of training.
 bool isTrainingProcess(std::string_view exe, std::string_view lower,
                        std::span<const std::string> args, bool isServing);
 

@@ -13,10 +13,10 @@ namespace {
 
 using Arguments = std::span<const std::string_view>;
 
-/// A way to train: shown when the line holds any of `signs` and, unless it is empty, any of
+/// A way to train: shown when the line holds any of `evidence` and, unless it is empty, any of
 /// `together`.
 struct Method {
-  MarkerSet signs;
+  MarkerSet evidence;
   MarkerSet together;
   std::string_view name;
   bool isShownWithModel = false;
@@ -80,7 +80,7 @@ FriendlyName trainingName(const CommandLine& line) {
   const auto model = modelName(arguments);
 
   for (const Method& method : kMethods) {
-    if (!line.hasAny(method.signs)) continue;
+    if (!line.hasAny(method.evidence)) continue;
     if (!method.together.empty() && !line.hasAny(method.together)) continue;
     std::string name(method.name);
     if (method.isShownWithModel && model) name += ": " + *model;

@@ -19,7 +19,7 @@ bool isBlank(utf8proc_int32_t value) {
   }
 }
 
-/// What changes the signs beside it and is not drawn itself.
+/// What changes the characters beside it and is not drawn itself.
 bool isInvisible(utf8proc_int32_t value) {
   return value == 0x034F ||                       // combining grapheme joiner
          value == 0x17B4 || value == 0x17B5 ||    // Khmer inherent vowels

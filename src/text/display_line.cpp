@@ -45,7 +45,7 @@ bool isHarmless(utf8proc_int32_t value) {
   }
 }
 
-/// Whether the text would stand on the sign before it.
+/// Whether the text would stand on the character before it.
 bool beginsWithMark(std::string_view text) {
   if (text.empty() || !isHarmless(firstScalar(text).value)) return false;
   utf8proc_int32_t state = 0;

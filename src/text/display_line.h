@@ -7,7 +7,7 @@
 /// Text that somebody else chose (a process's name, a file's), made safe to show.
 ///
 /// Whatever could make it look like something that it is not becomes U+FFFD:
-/// - bytes that are not UTF-8, one sign each;
+/// - bytes that are not UTF-8, one character each;
 /// - control characters (C0, DEL, C1), which break lines and steer terminals;
 /// - line and paragraph separators (U+2028, U+2029);
 /// - format characters, which are invisible and reorder or hide what stands around them:
@@ -37,7 +37,7 @@ std::string displayLines(std::string_view text);
 
 /// As displayLine, for the name of a process, a user, a product or a service, of which at most
 /// kMostNameBytes are shown. One that begins with a combining mark begins with U+25CC, the mark's
-/// usual ground, so that it does not stand on a sign of the program's own.
+/// usual ground, so that it does not stand on a character of the program's own.
 std::string displayName(std::string_view text);
 
 }  // namespace text

@@ -5,7 +5,7 @@
 #include <string_view>
 
 /// Unicode text in UTF-8. A "character" is an extended grapheme cluster: what a reader
-/// would call one sign, so that a cut never splits an accent or an emoji.
+/// would call one character, so that a cut never splits an accent or an emoji.
 /// Bytes that are not UTF-8 are passed through unchanged and count as a character each.
 namespace text {
 

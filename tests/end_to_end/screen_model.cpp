@@ -56,12 +56,12 @@ void ScreenModel::feed(std::string_view bytes) {
   }
 }
 
-void ScreenModel::put(const std::string& sign, int columns) {
+void ScreenModel::put(const std::string& character, int columns) {
   if (columns == 0) {  // an accent
     const int before = std::max(x_ - 1, 0);
     Row& row = cells_[static_cast<std::size_t>(y_)];
     const bool rightHalf = row[static_cast<std::size_t>(before)].text.empty();
-    row[static_cast<std::size_t>(rightHalf ? before - 1 : before)].text += sign;
+    row[static_cast<std::size_t>(rightHalf ? before - 1 : before)].text += character;
     return;
   }
   if (x_ + columns > width_) {
@@ -69,10 +69,10 @@ void ScreenModel::put(const std::string& sign, int columns) {
     lineFeed();
   }
   Row& row = cells_[static_cast<std::size_t>(y_)];
-  row[static_cast<std::size_t>(x_)] = {sign, pen_};
+  row[static_cast<std::size_t>(x_)] = {character, pen_};
   if (columns == 2) row[static_cast<std::size_t>(x_ + 1)] = {"", pen_};
   x_ += columns;
-  last_ = sign;
+  last_ = character;
   lastColumns_ = columns;
 }
 

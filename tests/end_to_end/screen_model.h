@@ -45,12 +45,12 @@ class ScreenModel {
     std::string color;
   };
   struct Cell {
-    std::string text = " ";  ///< "" for the right half of a wide sign
+    std::string text = " ";  ///< "" for the right half of a wide character
     Pen pen;
   };
   using Row = std::vector<Cell>;
 
-  void put(const std::string& sign, int columns);
+  void put(const std::string& character, int columns);
   void control(char byte);
   bool escape();
   void sequence(const std::string& parameters, char final);
@@ -63,7 +63,7 @@ class ScreenModel {
   int width_ = 0;
   std::vector<Row> cells_;
   std::string pending_;  ///< the beginning of a sequence whose end has not come yet
-  std::string last_;     ///< the sign that "repeat" repeats
+  std::string last_;     ///< the character that "repeat" repeats
   int lastColumns_ = 1;
   Pen pen_;
   int x_ = 0;

@@ -33,7 +33,7 @@ INSTANTIATE_TEST_SUITE_P(
         ScreenRow{"ARegionMovesTheCursor", "\033[3;2H\033[2;3rx", "x\n2\n3\n4\n"},
         ScreenRow{"ACursorIsKept", "\033[3;1H\0337\033[2;3r\0338\n\033[r", "1\n3\n\n4\n"},
         ScreenRow{"DeleteAndInsertLines", "\033[2;1H\033[M\033[1;1H\033[L", "\n1\n3\n4\n"},
-        ScreenRow{"RepeatASign", "\033[1;1Hx\033[2b", "xxx\n2\n3\n4\n"}),
+        ScreenRow{"RepeatACharacter", "\033[1;1Hx\033[2b", "xxx\n2\n3\n4\n"}),
     rowName<ScreenRow>);
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <clocale>
 
 int main(int argc, char** argv) {
-  std::setlocale(LC_CTYPE, "C.UTF-8");  // the screen model measures signs as a terminal does
+  std::setlocale(LC_CTYPE, "C.UTF-8");  // the screen model measures characters as a terminal does
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -111,7 +111,8 @@ const ExecRow kRows[] = {
     {"AnOpenQuote", "a \"b", std::nullopt},
     {"Nothing", "", std::nullopt},
     {"CodesOnly", "%U", std::nullopt},
-    {"ShellSignsAreWords", "a; b | c > d & $E", Words{"a;", "b", "|", "c", ">", "d", "&", "$E"}},
+    {"ShellOperatorsAreWords", "a; b | c > d & $E",
+     Words{"a;", "b", "|", "c", ">", "d", "&", "$E"}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, ExecCommand, testing::ValuesIn(kRows), rowName<ExecRow>);

@@ -15,7 +15,7 @@ namespace reference {
 
 using Strings = std::vector<std::string>;
 
-/// The texts that are signs of training, of LoRA, and of a training framework.
+/// The texts that are evidence of training, of LoRA, and of a training framework.
 extern const Strings trainingMarkers;
 extern const Strings loraMarkers;
 extern const Strings frameworkMarkers;

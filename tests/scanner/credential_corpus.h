@@ -79,7 +79,7 @@ constexpr MaskedRow kOptions[] = {
     {"AssignedValueThatBeginsLikeAnOption", "--hf-token=--abc", "--hf-token=•••"},
     {"ValueWithQuotationMarks", "--hf-token | \"a\" b", "--hf-token | •••"},
     {"ValueOfOtherLetters", "--password | пароль", "--password | •••"},
-    {"ValueOfOneSign", "--hf-token | x", "--hf-token | •••"},
+    {"ValueOfOneCharacter", "--hf-token | x", "--hf-token | •••"},
     {"SeveralOptions", "--hf-token | a | --port | 80 | --api-key=b",
      "--hf-token | ••• | --port | 80 | --api-key=•••"},
     {"OptionThatHasNoValue", "--token | --secret | abc", "--token | --secret | •••"},

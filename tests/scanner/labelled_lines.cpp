@@ -59,11 +59,11 @@ class StringArray {
 
   void escape(std::string& out) {
     const char c = next();
-    constexpr std::string_view kSigns = "nrtbf";
+    constexpr std::string_view kEscapes = "nrtbf";
     constexpr std::string_view kMeant = "\n\r\t\b\f";
-    const auto sign = kSigns.find(c);
-    if (sign != std::string_view::npos) {
-      out += kMeant[sign];
+    const auto escape = kEscapes.find(c);
+    if (escape != std::string_view::npos) {
+      out += kMeant[escape];
     } else if (c == 'u') {
       const unsigned code =
           static_cast<unsigned>(std::stoul(std::string(text_.substr(at_, 4)), nullptr, 16));

@@ -44,7 +44,7 @@ INSTANTIATE_TEST_SUITE_P(
         ModelRow{"SuffixInside", "a.gguf.x", "a.gguf.x"},
         ModelRow{"OtherSuffix", "a.ckpt", "a.ckpt"},
         ModelRow{"SuffixLoweredByUnicode", "a.bİn", "a"},
-        ModelRow{"SuffixBehindAPrependedSign", "a\u0600.pt", "a"}),
+        ModelRow{"SuffixBehindAPrependedCharacter", "a\u0600.pt", "a"}),
     rowName<ModelRow>);
 
 TEST(BasenameModel, KeepsUpTo48Characters) {

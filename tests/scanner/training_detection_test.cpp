@@ -15,7 +15,7 @@ bool trains(const std::string& exe, const std::string& lower, bool isServing = f
   return isTrainingProcess(exe, lower, words(lower), isServing);
 }
 
-TEST(TrainingSigns, MakeATrainingEvenOfAServerEachForItself) {
+TEST(TrainingEvidence, MakesATrainingEvenOfAServerEachForItself) {
   for (const auto* list :
        {&reference::trainingMarkers, &reference::loraMarkers, &reference::frameworkMarkers}) {
     for (const auto& marker : *list) {
@@ -26,7 +26,7 @@ TEST(TrainingSigns, MakeATrainingEvenOfAServerEachForItself) {
   }
 }
 
-TEST(TrainingSigns, ProveNothingOfOtherPrograms) {
+TEST(TrainingEvidence, ProvesNothingOfOtherPrograms) {
   for (const auto& marker : reference::trainingMarkers) {
     EXPECT_FALSE(isTrainingProcess("perl", "<" + marker + ">", {}, false)) << marker;
   }
@@ -46,7 +46,7 @@ std::ostream& operator<<(std::ostream& out, const DetectionRow& row) {
 
 class TrainingDetection : public testing::TestWithParam<DetectionRow> {};
 
-TEST_P(TrainingDetection, WeighsTheSigns) {
+TEST_P(TrainingDetection, WeighsTheEvidence) {
   const DetectionRow& row = GetParam();
   EXPECT_EQ(trains(row.exe, row.lower, row.isServing), row.trains);
 }
@@ -77,9 +77,9 @@ INSTANTIATE_TEST_SUITE_P(
     rowName<DetectionRow>);
 
 INSTANTIATE_TEST_SUITE_P(
-    Signs, TrainingDetection,
+    Evidence, TrainingDetection,
     testing::Values(
-        DetectionRow{"NoSign", "python", "python x", false, false},
+        DetectionRow{"NoEvidence", "python", "python x", false, false},
         DetectionRow{"ElementTrainFirst", "python", "train", false, true},
         DetectionRow{"ElementTrainLast", "python", "x train", false, true},
         DetectionRow{"ElementTrainOption", "python", "x --train", true, true},

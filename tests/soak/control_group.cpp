@@ -37,7 +37,7 @@ std::string contentOf(const std::filesystem::path& path) {
 ControlGroup::ControlGroup(const std::string& controller) {
   static int count = 0;
   const std::string name = "vorda-soak-" + std::to_string(getpid()) + "-" + std::to_string(++count);
-  const std::string sign = controller == "memory" ? "memory.max" : "cgroup.freeze";
+  const std::string file = controller == "memory" ? "memory.max" : "cgroup.freeze";
   reason_ = "no control group for " + controller + " can be made here";
   for (const bool unified : {true, false}) {
     const auto root = mountOf(controller, unified);
@@ -45,7 +45,7 @@ ControlGroup::ControlGroup(const std::string& controller) {
     if (root.empty() || !std::filesystem::create_directory(root / name, error)) continue;
     folder_ = root / name;
     isUnified_ = unified;
-    if (!unified || std::filesystem::exists(folder_ / sign)) {
+    if (!unified || std::filesystem::exists(folder_ / file)) {
       reason_.clear();
       return;
     }

@@ -15,7 +15,7 @@
 #include "soak/storm.h"
 
 int main(int argc, char** argv) {
-  std::setlocale(LC_CTYPE, "C.UTF-8");  // the screen model measures signs as a terminal does
+  std::setlocale(LC_CTYPE, "C.UTF-8");  // the screen model measures characters as a terminal does
   std::signal(SIGPIPE, SIG_IGN);        // a program that has ended is told by its silence
   testing::InitGoogleTest(&argc, argv);
   for (int i = 1; i < argc; ++i) {

@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Kept, DisplayLine,
     testing::Values(Row{"Empty", "", ""}, Row{"Ascii", " ~Python: train.py", " ~Python: train.py"},
-                    Row{"TheProgramsOwnSigns", "★ x  ·  …  🔒 ↺ — “’”", "★ x  ·  …  🔒 ↺ — “’”"},
+                    Row{"TheProgramsOwnGlyphs", "★ x  ·  …  🔒 ↺ — “’”", "★ x  ·  …  🔒 ↺ — “’”"},
                     Row{"JoinedEmoji", "👩‍👩‍👧", "👩‍👩‍👧"},
                     Row{"EmojiPresentation", "❤️", "❤️"}, Row{"Flag", "🇩🇪", "🇩🇪"},
                     Row{"NonJoiner", "می\u200Cخواهم", "می\u200Cخواهم"},

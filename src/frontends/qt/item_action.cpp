@@ -5,7 +5,7 @@
 
 #include "frontends/qt/dot_icon.h"
 #include "frontends/qt/menu_label.h"
-#include "frontends/qt/missing_signs.h"
+#include "frontends/qt/missing_glyphs.h"
 #include "frontends/qt/strip_widget.h"
 
 ItemAction::ItemAction(std::string key, QMenu* menu) : QWidgetAction(menu), key_(std::move(key)) {}
@@ -18,8 +18,8 @@ void ItemAction::setItem(std::shared_ptr<const MenuItem> item) {
   const bool newDot = item_ == nullptr ? item->dot.has_value() : item->dot != item_->dot;
   item_ = std::move(item);
   setSeparator(item_->kind == MenuItem::Kind::separator);
-  setText(withMissingSignsReplaced(menuLabel(item_->title), [this](const QString& sign) {
-    return isShown(sign, static_cast<QMenu*>(parent())->font());
+  setText(withMissingGlyphsReplaced(menuLabel(item_->title), [this](const QString& glyph) {
+    return isShown(glyph, static_cast<QMenu*>(parent())->font());
   }));
   setEnabled(item_->enabled);
   if (newDot) setIcon(item_->dot ? dotIcon(*item_->dot) : QIcon());

@@ -8,14 +8,16 @@
 #include "ui/memory_pressure_view.h"
 
 /// What an item's title becomes for who draws it, so that the reader sees the title as it
-/// is: each toolkit takes another sign for the mark of an access key. Signs that would break
-/// the row or turn it around become U+FFFD, and a title longer than any screen is wide is cut.
+/// is: each toolkit takes another character for the mark of an access key. Characters that would
+/// break the row or turn it around become U+FFFD, and a title longer than any screen is wide is
+/// cut.
 
 /// For a QMenu, which takes "&" for the mark.
 QString menuLabel(std::string_view title);
 
-/// For a menu that a tray host draws: it takes "_" for the mark. Most take every "__" for the sign
-/// itself; GNOME Shell's extension takes out one "_", the first that another sign follows.
+/// For a menu that a tray host draws: it takes "_" for the mark. Most take every "__" for the
+/// character itself; GNOME Shell's extension takes out one "_", the first that another character
+/// follows.
 std::string hostMenuLabel(std::string_view title, TrayHostKind host);
 
 /// The strip where only text can stand: ten cells, filled as far as memory is used, and the

@@ -26,9 +26,9 @@ QPalette withReadableDisabledText(QPalette palette) {
   return palette;
 }
 
-/// Coloured signs where a font has them: the lock is hard to make out in one colour.
+/// Coloured glyphs where a font has them: the lock is hard to make out in one colour.
 QFont withEmoji(QFont font) {
-  // By its real name: an alias would yield to the signs' font even for digits.
+  // By its real name: an alias would yield to the glyphs' font even for digits.
   font.setFamilies({QFontInfo(font).family(), "Noto Color Emoji"});
   return font;
 }

@@ -42,11 +42,11 @@ void AlertView::layOut(Size screen) {
   for (const auto& button : buttons_) buttonColumns += columnsOf(labelOf(button)) + kButtonGap;
 
   const int room = std::min(screen.width, kWidest) - 4;
-  const std::string text = look_.signs.lines(alert_.informativeText);
-  title_ = wrapped(look_.signs.line(alert_.messageText), room);
+  const std::string text = look_.glyphs.lines(alert_.informativeText);
+  title_ = wrapped(look_.glyphs.line(alert_.messageText), room);
   if (title_.size() > kTitleLines) {
     title_.resize(kTitleLines);
-    title_.back() = fitted(title_.back() + look_.signs.line("…"), room, look_.signs.ellipsis);
+    title_.back() = fitted(title_.back() + look_.glyphs.line("…"), room, look_.glyphs.ellipsis);
   }
   text_ = wrapped(text, room);
 
@@ -75,7 +75,7 @@ void AlertView::layOut(Size screen) {
 void AlertView::paint(CellGrid& grid) const {
   const bool warns = alert_.style == Alert::Style::warning;
   const Style frame{.foreground = warns && look_.colored ? std::optional(kWarning) : std::nullopt};
-  paintFrame(grid, box_, {}, frame, look_.signs);
+  paintFrame(grid, box_, {}, frame, look_.glyphs);
   for (int i = 0; i < titleBox_.height; ++i) {
     grid.write(titleBox_.x, titleBox_.y + i, title_[static_cast<std::size_t>(i)], {.bold = true},
                titleBox_.width);
@@ -85,7 +85,7 @@ void AlertView::paint(CellGrid& grid) const {
                textBox_.width);
   }
   paintScrollBar(grid, box_.right() - 1, textBox_.y, textBox_.height, top_, text_.size(),
-                 look_.signs);
+                 look_.glyphs);
   for (std::size_t i = 0; i < buttonBoxes_.size(); ++i) {
     const Box& place = buttonBoxes_[i];
     const Style style{.bold = i == focused_, .reverse = i == focused_};

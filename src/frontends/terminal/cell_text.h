@@ -7,7 +7,7 @@
 /// Text measured in the columns of a terminal.
 ///
 /// Terminals disagree about sequences that stand for one picture (a family of emoji, a skin
-/// tone, a flag): so of such a sequence only the first sign is shown, whose width all agree
+/// tone, a flag): so of such a sequence only the first character is shown, whose width all agree
 /// about. Accents stay.
 namespace terminal {
 

@@ -91,7 +91,7 @@ std::unique_ptr<CursesScreen> CursesScreen::open(std::string& error) {
 }
 
 CursesScreen::CursesScreen(bool unicode)
-    : look_{unicode ? Signs::unicode() : Signs::ascii(), false} {}
+    : look_{unicode ? Glyphs::unicode() : Glyphs::ascii(), false} {}
 
 CursesScreen::~CursesScreen() {
   if (rescue_) giveBack();
@@ -122,7 +122,7 @@ bool CursesScreen::start(const TerminalCheck& check) {
   colors_.emplace(check.depth);
   look_.colored = check.depth != ColorDepth::none;
   // A console of eight colours has a font to match; letters divide the segments there.
-  if (check.depth == ColorDepth::eight) look_.signs.divider = " ";
+  if (check.depth == ColorDepth::eight) look_.glyphs.divider = " ";
   prepareKeys();
   curs_set(0);
   leaveok(stdscr, TRUE);

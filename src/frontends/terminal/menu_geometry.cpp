@@ -45,7 +45,7 @@ std::optional<Box> boxOfOpenSubmenu(Size screen, const Box& list, const MenuView
   if (!view.submenuIsOpen()) return std::nullopt;
   int width = 0;
   for (const MenuItem& item : view.submenuItems()) {
-    width = std::max(width, columnsOf(look.signs.line(item.title), screen.width));
+    width = std::max(width, columnsOf(look.glyphs.line(item.title), screen.width));
   }
   const auto index = static_cast<int>(*view.cursor().selected());
   const int rowY = list.y + index - static_cast<int>(view.cursor().top());
@@ -77,10 +77,10 @@ std::vector<std::string> noticeLines(Size size, const MenuView& view, const Look
   if (view.notice().empty()) return {};
   const std::size_t most = size.height < kRoomyHeight ? 2 : 4;
   const int room = size.width - 2;
-  std::vector<std::string> lines = wrapped(look.signs.lines(view.notice()), room);
+  std::vector<std::string> lines = wrapped(look.glyphs.lines(view.notice()), room);
   if (lines.size() > most) {
     lines.resize(most);
-    lines.back() = fitted(lines.back() + look.signs.line("…"), room, look.signs.ellipsis);
+    lines.back() = fitted(lines.back() + look.glyphs.line("…"), room, look.glyphs.ellipsis);
   }
   return lines;
 }

@@ -45,11 +45,11 @@ void paintRow(CellGrid& grid, const Box& place, const MenuView& view, std::size_
               const Look& look) {
   const MenuItem& row = view.rows()[index];
   if (row.kind == MenuItem::Kind::separator) return;  // an empty line: the headings divide
-  const std::string title = look.signs.line(row.title);
+  const std::string title = look.glyphs.line(row.title);
   const int room = place.width - 2;  // the last column is the scroll bar's
   if (isLabel(row)) {
     grid.write(kLabelX, place.y, title, labelStyle(view.rows(), index), room - kLabelX,
-               look.signs.ellipsis);
+               look.glyphs.ellipsis);
     return;
   }
 
@@ -60,10 +60,10 @@ void paintRow(CellGrid& grid, const Box& place, const MenuView& view, std::size_
   if (selected) grid.fill({kTitleX - 1, place.y, room - kTitleX + 2, 1}, " ", style);
   if (row.dot) {
     const Style dot{.foreground = painted(*row.dot, Rgb{})};
-    grid.write(kLabelX, place.y, look.signs.dot, look.colored ? dot : Style{}, 1);
+    grid.write(kLabelX, place.y, look.glyphs.dot, look.colored ? dot : Style{}, 1);
   }
   const int written =
-      grid.write(kTitleX, place.y, title, style, room - kTitleX - tagColumns, look.signs.ellipsis);
+      grid.write(kTitleX, place.y, title, style, room - kTitleX - tagColumns, look.glyphs.ellipsis);
   grid.write(kTitleX + written, place.y, tag, selected ? style : kFaint, tagColumns);
 }
 
@@ -74,31 +74,31 @@ void paintList(CellGrid& grid, const MenuView& view, const Box& list, const Look
     if (index >= view.rows().size()) break;
     paintRow(grid, {list.x, list.y + i, list.width, 1}, view, index, look);
   }
-  paintScrollBar(grid, list.right() - 1, list.y, list.height, top, view.rows().size(), look.signs);
+  paintScrollBar(grid, list.right() - 1, list.y, list.height, top, view.rows().size(), look.glyphs);
 }
 
 /// The tooltip's lines in a row. Its first line, the full name, gives way to the facts where
 /// there is no room for both and the row shows it anyway.
-std::string joinedToolTip(const MenuItem& row, int columns, const Signs& signs) {
+std::string joinedToolTip(const MenuItem& row, int columns, const Glyphs& glyphs) {
   std::string_view rest = row.toolTip;
   const std::string_view name = rest.substr(0, rest.find('\n'));
   const bool shown = row.title.find(name) != std::string::npos && name.size() < rest.size();
   std::string joined;
   for (;;) {
     const std::string_view line = rest.substr(0, rest.find('\n'));
-    joined += signs.line(line);
+    joined += glyphs.line(line);
     if (line.size() == rest.size()) break;
-    joined += signs.line(" · ");
+    joined += glyphs.line(" · ");
     rest.remove_prefix(line.size() + 1);
   }
   if (!shown || columnsOf(joined, columns) <= columns) return joined;
-  return joined.substr(signs.line(name).size() + signs.line(" · ").size());
+  return joined.substr(glyphs.line(name).size() + glyphs.line(" · ").size());
 }
 
 void paintToolTip(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
   const MenuItem* row = view.selectedRow();
   if (row == nullptr || row->toolTip.empty()) return;
-  const std::string joined = joinedToolTip(*row, box.width * box.height - 8, look.signs);
+  const std::string joined = joinedToolTip(*row, box.width * box.height - 8, look.glyphs);
   // Wrapping ends where the box does: a name may be a hundred thousand characters long.
   const int room = box.width - 2;
   const std::vector<std::string> lines = wrapped(fitted(joined, room * (box.height + 1)), room);
@@ -106,7 +106,7 @@ void paintToolTip(CellGrid& grid, const MenuView& view, const Box& box, const Lo
   for (std::size_t i = 0; i < shown; ++i) {
     const bool cut = i + 1 == shown && shown < lines.size();
     const std::string line = cut ? lines[i] + " " + lines[i + 1] : lines[i];
-    grid.write(kLabelX, box.y + static_cast<int>(i), line, {}, room, look.signs.ellipsis);
+    grid.write(kLabelX, box.y + static_cast<int>(i), line, {}, room, look.glyphs.ellipsis);
   }
 }
 
@@ -129,11 +129,11 @@ struct KeyHint {
 /// most obvious, give way.
 void paintKeys(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
   if (!view.hint().empty()) {
-    grid.write(kLabelX, box.y, look.signs.line(view.hint()), {.bold = true}, box.width - 2,
-               look.signs.ellipsis);
+    grid.write(kLabelX, box.y, look.glyphs.line(view.hint()), {.bold = true}, box.width - 2,
+               look.glyphs.ellipsis);
     return;
   }
-  std::vector<KeyHint> hints{{std::string(look.signs.upDown), "Move"}};
+  std::vector<KeyHint> hints{{std::string(look.glyphs.upDown), "Move"}};
   if (view.submenuIsOpen()) {
     hints.insert(hints.end(), {{"Enter", "Choose"}, {"Esc", "Back"}});
   } else {
@@ -162,44 +162,44 @@ void paintSubmenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geom
   const Box& box = *geometry.submenu;
   const Items items = view.submenuItems();
   const ListCursor& cursor = view.submenuCursor();
-  paintFrame(grid, box, {}, {}, look.signs);
+  paintFrame(grid, box, {}, {}, look.glyphs);
   for (int i = 0; i < geometry.submenuHeight(); ++i) {
     const std::size_t index = cursor.top() + static_cast<std::size_t>(i);
     if (index >= items.size()) break;
     const int y = box.y + 1 + i;
     const MenuItem& item = items[index];
     if (item.kind == MenuItem::Kind::separator) {
-      grid.fill({box.x + 1, y, box.width - 2, 1}, look.signs.horizontal, kFaint);
+      grid.fill({box.x + 1, y, box.width - 2, 1}, look.glyphs.horizontal, kFaint);
       continue;
     }
     const bool selected = cursor.selected() == index;
     const Style style = isLabel(item) ? kFaint : Style{.reverse = selected};
     if (selected) grid.fill({box.x + 1, y, box.width - 2, 1}, " ", style);
-    grid.write(box.x + 2, y, look.signs.line(item.title), style, box.width - 4,
-               look.signs.ellipsis);
+    grid.write(box.x + 2, y, look.glyphs.line(item.title), style, box.width - 4,
+               look.glyphs.ellipsis);
   }
   paintScrollBar(grid, box.right() - 1, box.y + 1, geometry.submenuHeight(), cursor.top(),
-                 items.size(), look.signs);
+                 items.size(), look.glyphs);
 }
 
 }  // namespace
 
 int columnsOfRow(const MenuItem& row, const MenuView& view, const Look& look) {
-  return kTitleX + columnsOf(look.signs.line(row.title)) + columnsOf(tagOf(row, view));
+  return kTitleX + columnsOf(look.glyphs.line(row.title)) + columnsOf(tagOf(row, view));
 }
 
 void paintMenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geometry,
                const std::string& title, const Look& look) {
   if (geometry.header.height > 0) {
-    grid.write(kLabelX, geometry.header.y, look.signs.line(title), {.bold = true},
-               geometry.header.width, look.signs.ellipsis);
+    grid.write(kLabelX, geometry.header.y, look.glyphs.line(title), {.bold = true},
+               geometry.header.width, look.glyphs.ellipsis);
   }
   if (const MemoryPressureView* strip = view.strip()) {
     paintStrip(grid, *strip, geometry.strip, look);
     if (geometry.header.height > 0) paintPressure(grid, *strip, geometry.header, look);
   }
-  grid.fill(geometry.topRule, look.signs.horizontal, kFaint);
-  grid.fill(geometry.bottomRule, look.signs.horizontal, kFaint);
+  grid.fill(geometry.topRule, look.glyphs.horizontal, kFaint);
+  grid.fill(geometry.bottomRule, look.glyphs.horizontal, kFaint);
   paintList(grid, view, geometry.list, look);
   paintToolTip(grid, view, geometry.toolTip, look);
   paintNotice(grid, view, geometry.notice, look);
@@ -210,7 +210,7 @@ void paintMenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geometr
 void paintTooSmall(CellGrid& grid, const Look& look) {
   const std::string words =
       text::format("Vorda needs %d x %d", kSmallestSize.width, kSmallestSize.height);
-  grid.write(0, 0, words, {}, grid.size().width, look.signs.ellipsis);
+  grid.write(0, 0, words, {}, grid.size().width, look.glyphs.ellipsis);
 }
 
 }  // namespace terminal

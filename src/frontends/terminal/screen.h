@@ -3,14 +3,14 @@
 #include <optional>
 
 #include "frontends/terminal/cell_grid.h"
+#include "frontends/terminal/glyphs.h"
 #include "frontends/terminal/input.h"
-#include "frontends/terminal/signs.h"
 
 namespace terminal {
 
 /// What the terminal can show.
 struct Look {
-  Signs signs = Signs::unicode();
+  Glyphs glyphs = Glyphs::unicode();
   bool colored = true;
 };
 

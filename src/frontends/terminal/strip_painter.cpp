@@ -16,19 +16,19 @@ constexpr Rgb kTrack{38, 38, 38};
 constexpr Color kDivider = Color::white(0, 0.5);
 constexpr int kPercentColumns = 6;  // "  100%"
 
-std::string_view pressureSign(PressureLevel level, const Signs& signs) {
+std::string_view pressureGlyph(PressureLevel level, const Glyphs& glyphs) {
   switch (level) {
     case PressureLevel::low:
-      return signs.pressureLow;
+      return glyphs.pressureLow;
     case PressureLevel::medium:
-      return signs.pressureMedium;
+      return glyphs.pressureMedium;
     case PressureLevel::high:
       break;
   }
-  return signs.pressureHigh;
+  return glyphs.pressureHigh;
 }
 
-/// Letters and signs alone.
+/// Letters and glyphs alone.
 void paintPlain(CellGrid& grid, const MemoryPressureView& strip, const Box& track,
                 const Look& look) {
   const std::vector<StripCell> cells = stripCells(strip, track.width - 2);
@@ -36,11 +36,11 @@ void paintPlain(CellGrid& grid, const MemoryPressureView& strip, const Box& trac
   int x = track.x + 1;
   for (const StripCell& cell : cells) {
     if (cell.showsPressure) {
-      grid.write(x, track.y, pressureSign(pressureLevel(strip.pressure), look.signs), {}, 1);
+      grid.write(x, track.y, pressureGlyph(pressureLevel(strip.pressure), look.glyphs), {}, 1);
     } else if (cell.segment) {
       grid.write(x, track.y, std::string(1, segmentLetter(*cell.segment)), {}, 1);
     } else {
-      grid.write(x, track.y, look.signs.emptyTrack, {}, 1);
+      grid.write(x, track.y, look.glyphs.emptyTrack, {}, 1);
     }
     ++x;
   }
@@ -61,7 +61,7 @@ void paintColored(CellGrid& grid, const MemoryPressureView& strip, const Box& tr
     if (cell.startsSegment) {
       shown = segmentLetter(*cell.segment);
     } else if (cell.endsSegment) {
-      shown = look.signs.divider;
+      shown = look.glyphs.divider;
       style.foreground = painted(kDivider, ground);
     }
     grid.write(x, track.y, shown, style, 1);

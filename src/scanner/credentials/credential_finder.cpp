@@ -76,9 +76,10 @@ class ArgumentSearch {
   }
 
   static bool isSetting(std::string_view text) {
-    const std::size_t sign = text.find('=');
-    return sign != std::string_view::npos && sign > 0 && sign + 2 < text.size() &&
-           std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(sign), isNameSign);
+    const std::size_t separator = text.find('=');
+    return separator != std::string_view::npos && separator > 0 && separator + 2 < text.size() &&
+           std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(separator),
+                       isNameCharacter);
   }
 
   /// "--auth Bearer V", "--auth Basic dTpw"
@@ -102,14 +103,14 @@ class ArgumentSearch {
     if (before.empty() || before.front() == '-' || before.size() > kLongestName) return;
     const std::string_view value = arguments_[i];
     if (value.empty() || value.front() == '-' || value.front() == '/') return;
-    const auto isSign = [](char c) {
+    const auto isAllowed = [](char c) {
       return text::isAlphanumeric(c) || c == '_' || c == '-' || c == '.' || c == '/' || c == ':';
     };
     if (std::none_of(value.begin(),
                      value.begin() + static_cast<std::ptrdiff_t>(
                                          std::min<std::size_t>(value.size(), kLongestName)),
                      text::isDigit) ||
-        !std::all_of(before.begin(), before.end(), isSign)) {
+        !std::all_of(before.begin(), before.end(), isAllowed)) {
       return;
     }
     const NameKind kind = kindOf(before);
@@ -124,10 +125,10 @@ class ArgumentSearch {
     constexpr std::size_t kShortest = 40;
     constexpr std::size_t kLongest = 512;
     if (key.size() < kShortest || key.size() > kLongest) return;
-    const auto isSign = [](char c) {
+    const auto isAllowed = [](char c) {
       return text::isAlphanumeric(c) || c == '+' || c == '/' || c == '=';
     };
-    if (!std::all_of(key.begin(), key.end(), isSign)) return;
+    if (!std::all_of(key.begin(), key.end(), isAllowed)) return;
     if (key.find_first_of("+=") == std::string_view::npos) return;
     if (key.find('=') < key.size() - 2) return;
     if (isPath(key) || kindOf(arguments_[i - 1]) == NameKind::harmless) return;
@@ -150,24 +151,24 @@ class ArgumentSearch {
     const std::string_view text = arguments_[i];
     const std::size_t colon = text.find(':');
     if (colon == std::string_view::npos || colon == 0) return;
-    const std::size_t sign = text.rfind('@');
-    if (sign == std::string_view::npos || sign < colon || sign + 1 == text.size()) return;
-    const std::string_view password = text.substr(colon + 1, sign - colon - 1);
-    const std::string_view host = text.substr(sign + 1);
+    const std::size_t at = text.rfind('@');
+    if (at == std::string_view::npos || at < colon || at + 1 == text.size()) return;
+    const std::string_view password = text.substr(colon + 1, at - colon - 1);
+    const std::string_view host = text.substr(at + 1);
     constexpr std::size_t kLongest = 80;
     constexpr std::size_t kShortest = 6;
     if (password.size() < kShortest || password.size() > kLongest || isNothing(password)) return;
     if (password.find_first_of("/ ") != std::string_view::npos) return;
     if (host.find_first_of(" @=") != std::string_view::npos || host.starts_with("sha256:")) return;
-    const auto isUserSign = [](char c) {
+    const auto isUserCharacter = [](char c) {
       return text::isAlphanumeric(c) || c == '.' || c == '-' || c == '_' || c == '/' || c == '\\';
     };
     const std::string_view user = text.substr(0, colon);
-    if (user.size() > kLongest || !std::all_of(user.begin(), user.end(), isUserSign)) return;
+    if (user.size() > kLongest || !std::all_of(user.begin(), user.end(), isUserCharacter)) return;
     const bool hasBoth = std::any_of(password.begin(), password.end(), text::isDigit) &&
                          std::any_of(password.begin(), password.end(), text::isLetter);
     if (!hasBoth || (text::isDigit(host[0]) && host.find('.') == std::string_view::npos)) return;
-    found_.push_back({i, {colon + 1, sign}});
+    found_.push_back({i, {colon + 1, at}});
   }
 
   /// Programs that nothing is known of: where a user's name is given, what stands behind "-p"

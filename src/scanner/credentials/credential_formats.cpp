@@ -16,12 +16,12 @@ namespace credentials {
 namespace {
 
 /// The characters of an alphabet, as bits of one table.
-constexpr auto kSigns = [] {
-  std::array<std::uint16_t, 256> signs{};
+constexpr auto kCharacters = [] {
+  std::array<std::uint16_t, 256> characters{};
   for (int i = 0; i < 128; ++i) {
     const char c = static_cast<char>(i);
     const auto add = [&](Alphabet alphabet, bool isOf) {
-      if (isOf) signs[static_cast<std::size_t>(i)] |= static_cast<std::uint16_t>(alphabet);
+      if (isOf) characters[static_cast<std::size_t>(i)] |= static_cast<std::uint16_t>(alphabet);
     };
     add(Alphabet::digits, text::isDigit(c));
     add(Alphabet::hex, text::isHexDigit(c));
@@ -39,11 +39,11 @@ constexpr auto kSigns = [] {
     add(Alphabet::any, text::isAlphanumeric(c) || c == '-' || c == '_' || c == '.' || c == '$' ||
                            c == '!' || c == '~' || c == '=' || c == '+' || c == '/');
   }
-  return signs;
+  return characters;
 }();
 
 bool isOf(char c, Alphabet alphabet) {
-  return (kSigns[static_cast<unsigned char>(c)] & static_cast<std::uint16_t>(alphabet)) != 0;
+  return (kCharacters[static_cast<unsigned char>(c)] & static_cast<std::uint16_t>(alphabet)) != 0;
 }
 
 std::size_t lengthOf(std::string_view text, Alphabet alphabet) {
@@ -102,7 +102,7 @@ bool isOddWord(std::string_view word) {
   return word.size() >= 8 && changes >= 3;
 }
 
-/// Whether one of the words that other signs split the text into looks odd.
+/// Whether one of the words that other characters split the text into looks odd.
 bool holdsOddWord(std::string_view text) {
   while (!text.empty()) {
     const std::size_t length = lengthOf(text, Alphabet::letters);
@@ -113,7 +113,7 @@ bool holdsOddWord(std::string_view text) {
 }
 
 /// Tries each place of one text. What was looked through in vain is not looked through
-/// again from a later place, where the same signs would be fewer.
+/// again from a later place, where the same characters would be fewer.
 class Search {
  public:
   Search(std::string_view text, std::vector<TextSpan>& found) : text_(text), found_(found) {}

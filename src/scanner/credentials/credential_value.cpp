@@ -112,7 +112,7 @@ const WordSet& publicKeys() {
 }
 
 /// What stands in patterns alone.
-constexpr std::array kPatternSigns{".*"sv, ".+"sv, "\\s"sv, "\\w"sv, "\\d"sv, "[^"sv, "(?"sv};
+constexpr std::array kPatternParts{".*"sv, ".+"sv, "\\s"sv, "\\w"sv, "\\d"sv, "[^"sv, "(?"sv};
 
 constexpr std::array kSentenceWords{" the "sv,  " is "sv,  " to "sv,   " for "sv, " and "sv,
                                     " not "sv,  " was "sv, " has "sv,  " of "sv,  " in "sv,
@@ -126,13 +126,13 @@ bool any(std::string_view text, auto test) {
   return std::any_of(text.begin(), text.end(), test);
 }
 
-bool isVariableSign(char c) {
+bool isVariableCharacter(char c) {
   return text::isUpper(c) || text::isDigit(c) || c == '_';
 }
-bool isNameSign(char c) {
+bool isNameCharacter(char c) {
   return text::isAlphanumeric(c) || c == '_' || c == '-' || c == '.';
 }
-/// Signs that passwords have and names do not.
+/// Characters that passwords have and names do not.
 bool isSpecial(char c) {
   return "!#$%^&*~?|;`"sv.find(c) != std::string_view::npos;
 }
@@ -143,7 +143,7 @@ bool refersElsewhere(std::string_view value) {
   const std::string_view rest = value.substr(1);
   switch (value.front()) {
     case '$':
-      return !rest.empty() && !text::isDigit(rest.front()) && all(rest, isVariableSign);
+      return !rest.empty() && !text::isDigit(rest.front()) && all(rest, isVariableCharacter);
     case '%':
       return rest == "s" || rest == "d" || (rest.size() > 1 && rest.back() == '%');
     case '@':
@@ -152,13 +152,13 @@ bool refersElsewhere(std::string_view value) {
     case '<':
       return value.back() == '>';
     case '{':
-      return value.back() == '}' && all(rest.substr(0, rest.size() - 1), isNameSign);
+      return value.back() == '}' && all(rest.substr(0, rest.size() - 1), isNameCharacter);
     default:
       return false;
   }
 }
 
-/// "***", "•••", "xxxx", "...": one sign, again and again.
+/// "***", "•••", "xxxx", "...": one character, again and again.
 bool isBlackedOut(std::string_view value) {
   constexpr std::size_t kLongest = 64;
   if (value.size() > kLongest) return false;
@@ -189,14 +189,14 @@ std::size_t digitCount(std::string_view value) {
 bool isHarmless(std::string_view value) {
   return value.empty() || plainWords().holds(value) || isBlackedOut(value) ||
          refersElsewhere(value) || isPath(value) ||
-         std::any_of(kPatternSigns.begin(), kPatternSigns.end(),
-                     [&](auto sign) { return text::contains(value, sign); });
+         std::any_of(kPatternParts.begin(), kPatternParts.end(),
+                     [&](auto part) { return text::contains(value, part); });
 }
 
 bool isUrl(std::string_view value) {
   const auto colon = value.find(':');
   return colon != std::string_view::npos && value.substr(colon, 3) == "://" &&
-         all(value.substr(0, colon), isNameSign);
+         all(value.substr(0, colon), isNameCharacter);
 }
 
 /// Whether a URL leads further than to a host.
@@ -380,10 +380,10 @@ bool isPath(std::string_view text) {
     return !looksRandom(text) || text::contains(text.substr(1), "/.") || isBelowKnownRoot(text);
   }
   // "run/secrets/token"
-  const auto isPathSign = [](char c) {
+  const auto isPathCharacter = [](char c) {
     return text::isLower(c) || text::isDigit(c) || c == '/' || c == '-' || c == '_' || c == '.';
   };
-  return text.find('/') > 1 && text::contains(text, "/") && all(text, isPathSign);
+  return text.find('/') > 1 && text::contains(text, "/") && all(text, isPathCharacter);
 }
 
 bool isOption(std::string_view text) {
@@ -401,11 +401,11 @@ bool isScheme(std::string_view word) {
 
 bool looksEncoded(std::string_view text) {
   if (text.size() < 8 || text.size() % 4 != 0) return false;
-  const auto isSign = [](char c) {
+  const auto isAllowed = [](char c) {
     return text::isAlphanumeric(c) || c == '+' || c == '/' || c == '=';
   };
   text = text.substr(0, kLongestLook);
-  return all(text, isSign) && any(text.substr(1), [](char c) { return !text::isLower(c); });
+  return all(text, isAllowed) && any(text.substr(1), [](char c) { return !text::isLower(c); });
 }
 
 bool isProse(std::string_view text) {

@@ -18,7 +18,7 @@ KeyTree::KeyTree(const std::vector<std::string_view>& keys) {
     std::size_t depth;
   };
   std::vector<Group> groups{{0, order.size(), 0}};
-  sign_.push_back('\0');
+  character_.push_back('\0');
   for (std::size_t node = 0; node < groups.size(); ++node) {
     auto [begin, end, depth] = groups[node];
     const bool endsHere = begin < end && keys[order[begin]].size() == depth;
@@ -27,11 +27,11 @@ KeyTree::KeyTree(const std::vector<std::string_view>& keys) {
 
     const auto firstChild = static_cast<Node>(groups.size());
     while (begin < end) {
-      const char sign = keys[order[begin]][depth];
+      const char character = keys[order[begin]][depth];
       std::size_t behind = begin;
-      while (behind < end && keys[order[behind]][depth] == sign) ++behind;
+      while (behind < end && keys[order[behind]][depth] == character) ++behind;
       groups.push_back({begin, behind, depth + 1});
-      sign_.push_back(sign);
+      character_.push_back(character);
       begin = behind;
     }
     children_.push_back({firstChild, static_cast<Node>(groups.size())});
@@ -39,7 +39,7 @@ KeyTree::KeyTree(const std::vector<std::string_view>& keys) {
 
   first_.fill(kNowhere);
   for (Node child = children_[kRoot].first; child < children_[kRoot].end; ++child) {
-    first_[static_cast<unsigned char>(sign_[child])] = child;
+    first_[static_cast<unsigned char>(character_[child])] = child;
   }
 }
 

@@ -26,7 +26,7 @@ class KeyTree {
     if (node == kRoot) return first_[static_cast<unsigned char>(c)];
     const Children children = children_[node];
     for (Node child = children.first; child < children.end; ++child) {
-      if (sign_[child] == c) return child;
+      if (character_[child] == c) return child;
     }
     return kNowhere;
   }
@@ -45,7 +45,7 @@ class KeyTree {
 
   std::array<Node, 256> first_{};   // by character, from the root
   std::vector<Children> children_;  // by node; the children of one stand side by side
-  std::vector<char> sign_;          // by node: the character that leads to it
+  std::vector<char> character_;     // by node: the character that leads to it
   std::vector<std::int16_t> key_;   // by node
 };
 

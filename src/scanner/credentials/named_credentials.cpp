@@ -34,12 +34,12 @@ class NameSearch {
     const char* const text = text_.data();
     const std::size_t size = text_.size();
     for (std::size_t at = 0; at < size;) {
-      if (!isNameSign(text[at])) {
+      if (!isNameCharacter(text[at])) {
         ++at;
         continue;
       }
       std::size_t end = at + 1;
-      while (end < size && isNameSign(text[end])) ++end;
+      while (end < size && isNameCharacter(text[end])) ++end;
       // What a blank or a slash follows is no name in most texts.
       at = end < size && text[end] == '/' ? end : std::max(end, take(at, end));
     }
@@ -133,9 +133,10 @@ class NameSearch {
 
   /// "NAME=value": what is random in it is the value of NAME.
   static bool isSetting(std::string_view word) {
-    const std::size_t sign = word.find('=');
-    return sign != std::string_view::npos && sign > 0 && sign + 2 < word.size() &&
-           std::all_of(word.begin(), word.begin() + static_cast<std::ptrdiff_t>(sign), isNameSign);
+    const std::size_t separator = word.find('=');
+    return separator != std::string_view::npos && separator > 0 && separator + 2 < word.size() &&
+           std::all_of(word.begin(), word.begin() + static_cast<std::ptrdiff_t>(separator),
+                       isNameCharacter);
   }
 
   /// What holds the secret itself in an object that is named like one.
@@ -211,7 +212,7 @@ class NameSearch {
   }
 
   std::size_t skipName(std::size_t i) const {
-    while (i < text_.size() && isNameSign(text_[i])) ++i;
+    while (i < text_.size() && isNameCharacter(text_[i])) ++i;
     return i;
   }
 
@@ -385,7 +386,7 @@ class NameSearch {
   bool reachesFromStart(std::size_t begin) {
     if (!isArgument_) return false;
     for (; plain_ < begin; ++plain_) {
-      if (!isNameSign(text_[plain_]) && text_[plain_] != '=') return false;
+      if (!isNameCharacter(text_[plain_]) && text_[plain_] != '=') return false;
     }
     return true;
   }
@@ -490,7 +491,7 @@ class NameSearch {
   /// How many characters of the value are the name of a scheme: "Bearer ".
   static std::size_t schemeLength(std::string_view value) {
     std::size_t word = 0;
-    while (word < value.size() && isNameSign(value[word])) ++word;
+    while (word < value.size() && isNameCharacter(value[word])) ++word;
     if (word == value.size() || !isScheme(value.substr(0, word))) return 0;
     std::size_t behind = word;
     while (behind < value.size() && text::isWhiteSpace(value[behind])) ++behind;

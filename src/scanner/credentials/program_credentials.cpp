@@ -44,8 +44,8 @@ bool mayBePassword(std::string_view value) {
   if (looksSecret(value) || looksLikeKey(value)) return true;
   constexpr std::size_t kShortest = 7;
   const auto isSpecial = [](char c) { return std::string_view("!#%^&*+?~").find(c) != npos; };
-  const auto isSign = [&](char c) { return text::isAlphanumeric(c) || isSpecial(c); };
-  return value.size() >= kShortest && std::all_of(value.begin(), value.end(), isSign) &&
+  const auto isAllowed = [&](char c) { return text::isAlphanumeric(c) || isSpecial(c); };
+  return value.size() >= kShortest && std::all_of(value.begin(), value.end(), isAllowed) &&
          std::any_of(value.begin(), value.end(), text::isLetter) &&
          std::any_of(value.begin(), value.end(),
                      [&](char c) { return text::isDigit(c) || isSpecial(c); });
@@ -55,8 +55,8 @@ bool mayBePassword(std::string_view value) {
 std::optional<TextSpan> credentialIn(std::string_view word, std::size_t begin, Part part) {
   TextSpan span = withoutQuotes(word, {begin, word.size()});
   const std::string_view value = word.substr(span.begin, span.end - span.begin);
-  const auto behind = [&](char sign) -> std::optional<TextSpan> {
-    const auto at = value.find(sign);
+  const auto behind = [&](char separator) -> std::optional<TextSpan> {
+    const auto at = value.find(separator);
     if (at == std::string_view::npos) {
       if (!looksLikeKey(value)) return std::nullopt;
       return span;
@@ -86,23 +86,23 @@ std::optional<TextSpan> credentialIn(std::string_view word, std::size_t begin, P
     case Part::behindEquals:
       found = behind('=');
       break;
-    case Part::slashToSign: {
+    case Part::slashToAt: {
       const auto slash = value.find('/');
       if (slash == std::string_view::npos || slash == 0 || value[0] == '@') return std::nullopt;
-      const auto sign = value.rfind('@');
+      const auto at = value.rfind('@');
       found->begin = span.begin + slash + 1;
-      if (sign != std::string_view::npos && sign > slash) found->end = span.begin + sign;
+      if (at != std::string_view::npos && at > slash) found->end = span.begin + at;
       break;
     }
-    case Part::colonToSign: {
+    case Part::colonToAt: {
       // ":pserver:user:password@host" has a method before the user.
       std::size_t colon = value.find(':');
       if (colon == 0) colon = value.find(':', value.find(':', 1) + 1);
-      const auto sign = value.rfind('@');
-      if (colon == std::string_view::npos || sign == std::string_view::npos || sign < colon) {
+      const auto at = value.rfind('@');
+      if (colon == std::string_view::npos || at == std::string_view::npos || at < colon) {
         return std::nullopt;
       }
-      found = TextSpan{span.begin + colon + 1, span.begin + sign};
+      found = TextSpan{span.begin + colon + 1, span.begin + at};
       break;
     }
     case Part::likely:
@@ -200,7 +200,7 @@ class Follower {
                           ((looksSecret(text) || looksLikeKey(text)) && !text::contains(text, "="));
     const bool isAdded = isLikely && add(word, 0, step.part);
     // The word that holds it may still come.
-    if (!isAdded && (step.part == Part::slashToSign || step.part == Part::colonToSign)) {
+    if (!isAdded && (step.part == Part::slashToAt || step.part == Part::colonToAt)) {
       return false;
     }
     ++at;

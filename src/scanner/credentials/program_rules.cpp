@@ -21,8 +21,8 @@ void forEachPart(std::string_view text, char between, Use use) {
   }
 }
 
-Part partOf(char sign) {
-  switch (sign) {
+Part partOf(char character) {
+  switch (character) {
     case ':':
       return Part::behindColon;
     case '%':
@@ -32,9 +32,9 @@ Part partOf(char sign) {
     case '=':
       return Part::behindEquals;
     case '/':
-      return Part::slashToSign;
+      return Part::slashToAt;
     case '@':
-      return Part::colonToSign;
+      return Part::colonToAt;
     case '~':
       return Part::pass;
     case '#':

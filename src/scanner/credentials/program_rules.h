@@ -12,8 +12,8 @@ enum class Part {
   behindPercent,
   behindComma,
   behindEquals,
-  slashToSign,
-  colonToSign,
+  slashToAt,
+  colonToAt,
   pass,
   likely,  ///< the whole of it, if it looks like a credential
 };

@@ -14,7 +14,7 @@ namespace credentials {
 ///   get ? ! behind the word "get": ? any word, ! the credential, # one only if it looks like it
 ///           (options between them are passed over; "get*" is a word that begins with "get")
 ///
-/// Behind an option or "!" a sign says that only a part of the value is the credential: what
+/// Behind an option or "!" a character says that only a part of the value is the credential: what
 /// follows ":", "%", "," or "=" in it, or stands between "/" and the last "@", or between ":" and
 /// the last "@" ("@"), or follows "pass:" ("~"); or that it is one only if it looks like it ("#").
 ///

@@ -71,7 +71,7 @@ std::size_t ValueBounds::closing(std::size_t opening, std::size_t slashes,
 bool ValueBounds::beginsSetting(std::size_t begin) const {
   constexpr std::size_t kLongestName = 40;
   std::size_t i = begin;
-  while (i < begin + kLongestName && i < text_.size() && isNameSign(text_[i])) ++i;
+  while (i < begin + kLongestName && i < text_.size() && isNameCharacter(text_[i])) ++i;
   return i > begin && (at(i) == '=' || isQuote(at(i)));
 }
 

@@ -9,17 +9,18 @@
 namespace credentials {
 
 /// Whether names go on with it: a letter, a digit, "-", "_" or ".".
-inline bool isNameSign(char c) {
-  static constexpr auto kSigns = [] {
-    std::array<bool, 256> signs{};
+inline bool isNameCharacter(char c) {
+  static constexpr auto kCharacters = [] {
+    std::array<bool, 256> characters{};
     for (int i = 0; i < 128; ++i) {
-      const char sign = static_cast<char>(i);
-      signs[static_cast<std::size_t>(i)] =
-          text::isAlphanumeric(sign) || sign == '-' || sign == '_' || sign == '.';
+      const char character = static_cast<char>(i);
+      characters[static_cast<std::size_t>(i)] = text::isAlphanumeric(character) ||
+                                                character == '-' || character == '_' ||
+                                                character == '.';
     }
-    return signs;
+    return characters;
   }();
-  return kSigns[static_cast<unsigned char>(c)];
+  return kCharacters[static_cast<unsigned char>(c)];
 }
 
 /// Whether a quotation may stand between two of them.

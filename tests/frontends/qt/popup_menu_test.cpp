@@ -234,7 +234,7 @@ TEST_F(PopupMenuTest, rowsShowTheirToolTipAfterAWhile) {
   QToolTip::hideText();
 }
 
-TEST_F(PopupMenuTest, aHundredThousandSignsFitTheScreen) {
+TEST_F(PopupMenuTest, aHundredThousandCharactersFitTheScreen) {
   menu.setMenu(menuOf({processRow(11, std::string(100000, 'x'))}));
   open();
   EXPECT_LT(menu.width(), 4000);

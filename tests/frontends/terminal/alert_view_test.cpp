@@ -20,7 +20,7 @@ namespace {
 
 using Kind = Input::Kind;
 
-const terminal::Look kPlain{.signs = terminal::Signs::unicode(), .colored = false};
+const terminal::Look kPlain{.glyphs = terminal::Glyphs::unicode(), .colored = false};
 
 const Alert kQuestion{.messageText = "Force Quit?",
                       .informativeText = "Ollama Server\nPID 7\n\nThis cannot be undone.",

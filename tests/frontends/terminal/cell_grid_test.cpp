@@ -48,7 +48,7 @@ struct OverwriteRow {
 
 class CellGridOverwrites : public testing::TestWithParam<OverwriteRow> {};
 
-TEST_P(CellGridOverwrites, LeaveNoHalfOfAWideSign) {
+TEST_P(CellGridOverwrites, LeaveNoHalfOfAWideCharacter) {
   CellGrid grid({6, 1});
   grid.write(1, 0, "模型", {}, 6);
   grid.write(GetParam().x, 0, GetParam().text, {}, 6);

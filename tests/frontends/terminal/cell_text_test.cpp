@@ -72,8 +72,8 @@ TEST_P(FittedText, NeverTakesMoreColumns) {
 constexpr FitRow kFitRows[] = {
     {"Fits", "Vorda", 5, "Vorda"},
     {"OneTooMany", "Vorda²", 5, "Vord…"},
-    {"WideSignThatStraddles", "模型", 3, "模…"},
-    {"WideSignBeforeTheCut", "模型服", 4, "模…"},
+    {"WideCharacterThatStraddles", "模型", 3, "模…"},
+    {"WideCharacterBeforeTheCut", "模型服", 4, "模…"},
     {"AccentStaysWithItsLetter", "e\u0301abc", 2, "e\u0301…"},
     {"OneColumn", "abc", 1, "…"},
     {"NoColumn", "abc", 0, ""},
@@ -111,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(
                     WrapRow{"InnerBlanksStay", "a  b c", 4, {"a  b", "c"}},
                     WrapRow{"BlanksAtABreakGo", "ab    cd", 4, {"ab", "cd"}},
                     WrapRow{"BlanksAlone", "     ", 3, {"   "}},
-                    WrapRow{"WideSigns", "模型服务", 5, {"模型", "服务"}},
+                    WrapRow{"WideCharacters", "模型服务", 5, {"模型", "服务"}},
                     WrapRow{"Nothing", "", 5, {""}}, WrapRow{"NoRoom", "abc", 1, {}}),
     rowName<WrapRow>);
 

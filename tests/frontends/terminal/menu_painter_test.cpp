@@ -19,9 +19,9 @@ using testing::Not;
 
 namespace {
 
-const Look kPlain{.signs = terminal::Signs::unicode(), .colored = false};
-const Look kColored{.signs = terminal::Signs::unicode(), .colored = true};
-const Look kAscii{.signs = terminal::Signs::ascii(), .colored = false};
+const Look kPlain{.glyphs = terminal::Glyphs::unicode(), .colored = false};
+const Look kColored{.glyphs = terminal::Glyphs::unicode(), .colored = true};
+const Look kAscii{.glyphs = terminal::Glyphs::ascii(), .colored = false};
 
 CellGrid painted(MenuView& view, const Menu& menu, Size size, const Look& look) {
   view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kPlain));

@@ -37,7 +37,7 @@ const std::vector<Input> kEnter{{.kind = Kind::enter}};
 struct Row {
   const char* name;
   std::vector<Input> inputs;
-  std::string taken;  ///< one sign for each: "x" when it is taken, "." when not
+  std::string taken;  ///< one character for each: "x" when it is taken, "." when not
 };
 
 class Pastes : public testing::TestWithParam<Row> {};

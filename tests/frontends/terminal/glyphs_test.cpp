@@ -1,4 +1,4 @@
-#include "frontends/terminal/signs.h"
+#include "frontends/terminal/glyphs.h"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +12,9 @@ struct Row {
   const char* ascii;
 };
 
-class AsciiSigns : public testing::TestWithParam<Row> {};
+class AsciiGlyphs : public testing::TestWithParam<Row> {};
 
-TEST_P(AsciiSigns, StandForUnicode) {
+TEST_P(AsciiGlyphs, StandForUnicode) {
   EXPECT_EQ(terminal::inAscii(GetParam().text), GetParam().ascii);
 }
 
@@ -36,21 +36,21 @@ constexpr Row kRows[] = {
     {"Replacement", "a\uFFFD", "a?"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, AsciiSigns, testing::ValuesIn(kRows), rowName<Row>);
+INSTANTIATE_TEST_SUITE_P(Table, AsciiGlyphs, testing::ValuesIn(kRows), rowName<Row>);
 
-TEST(Signs, MakeForeignTextHarmless) {
-  EXPECT_EQ(terminal::Signs::unicode().line("a\nb\x1B[2J"), "a\uFFFDb\uFFFD[2J");
-  EXPECT_EQ(terminal::Signs::ascii().line("a\nb\x1B[2J"), "a?b?[2J");
-  EXPECT_EQ(terminal::Signs::unicode().lines("a\nb\x1B"), "a\nb\uFFFD");
+TEST(Glyphs, MakeForeignTextHarmless) {
+  EXPECT_EQ(terminal::Glyphs::unicode().line("a\nb\x1B[2J"), "a\uFFFDb\uFFFD[2J");
+  EXPECT_EQ(terminal::Glyphs::ascii().line("a\nb\x1B[2J"), "a?b?[2J");
+  EXPECT_EQ(terminal::Glyphs::unicode().lines("a\nb\x1B"), "a\nb\uFFFD");
 }
 
-TEST(Signs, AreAsciiWhereTheTerminalIs) {
-  const terminal::Signs signs = terminal::Signs::ascii();
-  for (const auto sign :
-       {signs.dot, signs.ellipsis, signs.divider, signs.emptyTrack, signs.pressureLow,
-        signs.pressureMedium, signs.pressureHigh, signs.horizontal, signs.vertical, signs.topLeft,
-        signs.topRight, signs.bottomLeft, signs.bottomRight, signs.thumb, signs.upDown}) {
-    EXPECT_EQ(sign, terminal::inAscii(sign));
+TEST(Glyphs, AreAsciiWhereTheTerminalIs) {
+  const terminal::Glyphs glyphs = terminal::Glyphs::ascii();
+  for (const auto glyph : {glyphs.dot, glyphs.ellipsis, glyphs.divider, glyphs.emptyTrack,
+                           glyphs.pressureLow, glyphs.pressureMedium, glyphs.pressureHigh,
+                           glyphs.horizontal, glyphs.vertical, glyphs.topLeft, glyphs.topRight,
+                           glyphs.bottomLeft, glyphs.bottomRight, glyphs.thumb, glyphs.upDown}) {
+    EXPECT_EQ(glyph, terminal::inAscii(glyph));
   }
 }
 

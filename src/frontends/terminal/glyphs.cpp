@@ -1,4 +1,4 @@
-#include "frontends/terminal/signs.h"
+#include "frontends/terminal/glyphs.h"
 
 #include <algorithm>
 #include <iterator>
@@ -10,7 +10,7 @@ namespace terminal {
 namespace {
 
 struct StandIn {
-  std::string_view sign;
+  std::string_view glyph;
   std::string_view ascii;
 };
 
@@ -22,7 +22,7 @@ constexpr StandIn kStandIns[] = {
 
 std::string_view standInFor(std::string_view character) {
   const auto* found = std::find_if(std::begin(kStandIns), std::end(kStandIns),
-                                   [&](const StandIn& entry) { return entry.sign == character; });
+                                   [&](const StandIn& entry) { return entry.glyph == character; });
   return found == std::end(kStandIns) ? "?" : found->ascii;
 }
 
@@ -45,52 +45,52 @@ std::string inAscii(std::string_view text) {
   return out;
 }
 
-Signs Signs::unicode() {
-  Signs signs;
-  signs.dot = "●";
-  signs.ellipsis = "…";
-  signs.divider = "▕";
-  signs.emptyTrack = "·";
-  signs.pressureLow = "░";
-  signs.pressureMedium = "▒";
-  signs.pressureHigh = "▓";
-  signs.horizontal = "─";
-  signs.vertical = "│";
-  signs.topLeft = "┌";
-  signs.topRight = "┐";
-  signs.bottomLeft = "└";
-  signs.bottomRight = "┘";
-  signs.thumb = "▐";
-  signs.upDown = "↑↓";
-  return signs;
+Glyphs Glyphs::unicode() {
+  Glyphs glyphs;
+  glyphs.dot = "●";
+  glyphs.ellipsis = "…";
+  glyphs.divider = "▕";
+  glyphs.emptyTrack = "·";
+  glyphs.pressureLow = "░";
+  glyphs.pressureMedium = "▒";
+  glyphs.pressureHigh = "▓";
+  glyphs.horizontal = "─";
+  glyphs.vertical = "│";
+  glyphs.topLeft = "┌";
+  glyphs.topRight = "┐";
+  glyphs.bottomLeft = "└";
+  glyphs.bottomRight = "┘";
+  glyphs.thumb = "▐";
+  glyphs.upDown = "↑↓";
+  return glyphs;
 }
 
-Signs Signs::ascii() {
-  Signs signs;
-  signs.dot = "o";
-  signs.ellipsis = "...";
-  signs.divider = " ";
-  signs.emptyTrack = ".";
-  signs.pressureLow = "-";
-  signs.pressureMedium = "=";
-  signs.pressureHigh = "#";
-  signs.horizontal = "-";
-  signs.vertical = "|";
-  signs.topLeft = "+";
-  signs.topRight = "+";
-  signs.bottomLeft = "+";
-  signs.bottomRight = "+";
-  signs.thumb = "#";
-  signs.upDown = "Up/Down";
-  signs.unicode_ = false;
-  return signs;
+Glyphs Glyphs::ascii() {
+  Glyphs glyphs;
+  glyphs.dot = "o";
+  glyphs.ellipsis = "...";
+  glyphs.divider = " ";
+  glyphs.emptyTrack = ".";
+  glyphs.pressureLow = "-";
+  glyphs.pressureMedium = "=";
+  glyphs.pressureHigh = "#";
+  glyphs.horizontal = "-";
+  glyphs.vertical = "|";
+  glyphs.topLeft = "+";
+  glyphs.topRight = "+";
+  glyphs.bottomLeft = "+";
+  glyphs.bottomRight = "+";
+  glyphs.thumb = "#";
+  glyphs.upDown = "Up/Down";
+  glyphs.unicode_ = false;
+  return glyphs;
 }
 
-std::string Signs::line(std::string_view text) const {
+std::string Glyphs::line(std::string_view text) const {
   return unicode_ ? text::displayLine(text) : inAscii(text::displayLine(text));
 }
 
-std::string Signs::lines(std::string_view text) const {
+std::string Glyphs::lines(std::string_view text) const {
   return unicode_ ? text::displayLines(text) : inAscii(text::displayLines(text));
 }
 

@@ -5,11 +5,11 @@
 
 namespace terminal {
 
-/// The signs that a terminal can show: Unicode's, or, where the locale is not UTF-8, ASCII's.
-class Signs {
+/// The glyphs that a terminal can show: Unicode's, or, where the locale is not UTF-8, ASCII's.
+class Glyphs {
  public:
-  static Signs unicode();
-  static Signs ascii();
+  static Glyphs unicode();
+  static Glyphs ascii();
 
   std::string_view dot;         ///< stands before a process, in its colour
   std::string_view ellipsis;    ///< what was cut off
@@ -35,7 +35,7 @@ class Signs {
   bool unicode_ = true;
 };
 
-/// `text` in ASCII: a stand-in for each sign that the menu uses, "?" for any other character.
+/// `text` in ASCII: a stand-in for each glyph that the menu uses, "?" for any other character.
 std::string inAscii(std::string_view text);
 
 }  // namespace terminal

@@ -1,4 +1,4 @@
-#include "frontends/qt/missing_signs.h"
+#include "frontends/qt/missing_glyphs.h"
 
 #include <QGlyphRun>
 #include <QTextLayout>
@@ -6,7 +6,7 @@
 namespace {
 
 struct StandIn {
-  const char* sign;
+  const char* glyph;
   const char* text;
 };
 
@@ -25,9 +25,9 @@ bool isShown(const QString& text, const QFont& font) {
   return true;
 }
 
-QString withMissingSignsReplaced(QString text, const std::function<bool(const QString&)>& shown) {
-  for (const auto& [sign, standIn] : kStandIns) {
-    if (text.contains(sign) && !shown(sign)) text.replace(sign, standIn);
+QString withMissingGlyphsReplaced(QString text, const std::function<bool(const QString&)>& shown) {
+  for (const auto& [glyph, standIn] : kStandIns) {
+    if (text.contains(glyph) && !shown(glyph)) text.replace(glyph, standIn);
   }
   return text;
 }

@@ -1,0 +1,39 @@
+#include "frontends/qt/missing_glyphs.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+namespace {
+
+bool always(const QString&) {
+  return true;
+}
+
+bool never(const QString&) {
+  return false;
+}
+
+TEST(MissingGlyphs, lettersAreShown) {
+  EXPECT_TRUE(isShown("Vorda", QApplication::font()));
+}
+
+TEST(MissingGlyphs, whatUnicodeDoesNotKnowIsNot) {
+  const char32_t unassigned = 0x3fffd;
+  EXPECT_FALSE(isShown(QString::fromUcs4(&unassigned, 1), QApplication::font()));
+}
+
+TEST(MissingGlyphs, shownGlyphsStay) {
+  EXPECT_EQ(withMissingGlyphsReplaced("★ vllm  ·  2.0 GB 🔒 ↺", always), "★ vllm  ·  2.0 GB 🔒 ↺");
+}
+
+TEST(MissingGlyphs, missingGlyphsBecomeWords) {
+  EXPECT_EQ(withMissingGlyphsReplaced("★ vllm  ·  2.0 GB 🔒 ↺", never),
+            "* vllm  ·  2.0 GB [locked] ~");
+}
+
+TEST(MissingGlyphs, textWithoutThemIsNotLookedAt) {
+  EXPECT_EQ(withMissingGlyphsReplaced("vllm  ·  2.0 GB", never), "vllm  ·  2.0 GB");
+}
+
+}  // namespace
