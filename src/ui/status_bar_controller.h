@@ -89,7 +89,7 @@ class StatusBarController : public MenuDelegate {
   void startQuitClock(const ProcessReference& process);
   void updateNotice();
 
-  // Agent actions.
+  // Launch agent actions.
   void unloadLaunchAgent(Sender sender);
   void unloadByLabel(Sender sender);
   void confirmUnload(const VordaLaunchAgent& launchAgent);
