@@ -84,10 +84,10 @@ TEST_F(LaunchAgents, StartRunAndStop) {
 
   const auto started = start("ollama");
   ASSERT_EQ(started.status, 0) << started.errorText;
-  const auto running = loaded();
-  ASSERT_THAT(running, Contains(Key("ollama")));
-  EXPECT_THAT(running, Not(Contains(Key("idle"))));
-  const auto pid = running.at("ollama");
+  const auto held = loaded();
+  ASSERT_THAT(held, Contains(Key("ollama")));
+  EXPECT_THAT(held, Not(Contains(Key("idle"))));
+  const auto pid = held.at("ollama");
   ASSERT_TRUE(pid);
   platform::ProcessFacts facts;
   ASSERT_TRUE(platform::readProcess(*pid, facts));
@@ -146,9 +146,9 @@ TEST_F(LaunchAgents, AFailedOneIsNotLoaded) {
 TEST_F(LaunchAgents, OneWithoutAProcessIsLoadedWithoutAPid) {
   rig_.addService("setup", "Type=oneshot\nRemainAfterExit=yes\nExecStart=/bin/true");
   ASSERT_EQ(start("setup").status, 0);
-  const auto running = loaded();
-  ASSERT_THAT(running, Contains(Key("setup")));
-  EXPECT_EQ(running.at("setup"), std::nullopt);
+  const auto held = loaded();
+  ASSERT_THAT(held, Contains(Key("setup")));
+  EXPECT_EQ(held.at("setup"), std::nullopt);
 }
 
 TEST_F(LaunchAgents, AnAliasIsTheUnitThatItLeadsTo) {
@@ -156,10 +156,10 @@ TEST_F(LaunchAgents, AnAliasIsTheUnitThatItLeadsTo) {
   const auto alias = std::filesystem::path(path).replace_filename("alias.service");
   std::filesystem::create_symlink("real.service", alias);
   ASSERT_EQ(start("real").status, 0);
-  const auto running = loaded();
-  ASSERT_THAT(running, Contains(Key("alias")));
-  EXPECT_TRUE(running.at("alias"));
-  EXPECT_EQ(running.at("alias"), running.at("real"));
+  const auto held = loaded();
+  ASSERT_THAT(held, Contains(Key("alias")));
+  EXPECT_TRUE(held.at("alias"));
+  EXPECT_EQ(held.at("alias"), held.at("real"));
   EXPECT_EQ(stop("alias").status, 0);
   EXPECT_THAT(loaded(), IsEmpty());
 }
