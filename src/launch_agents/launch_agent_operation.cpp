@@ -9,7 +9,7 @@ namespace {
 /// What a manager says of a launch agent that it does not hold.
 bool saysNotLoaded(std::string_view errorText) {
   constexpr std::array<std::string_view, 2> kPhrases{"No such process", "Could not find"};
-  return std::any_of(kPhrases.begin(), kPhrases.end(), [errorText](std::string_view phrase) {
+  return std::ranges::any_of(kPhrases, [errorText](std::string_view phrase) {
     return errorText.find(phrase) != std::string_view::npos;
   });
 }

@@ -60,14 +60,13 @@ std::vector<VordaLaunchAgent> scan() {
 
   std::vector<VordaLaunchAgent> launchAgents;
   launchAgents.reserve(files.size());
-  std::transform(files.begin(), files.end(), std::back_inserter(launchAgents),
-                 [&answer](const auto& file) { return joined(file, *answer); });
+  std::ranges::transform(files, std::back_inserter(launchAgents),
+                         [&answer](const auto& file) { return joined(file, *answer); });
 
   const auto ordinary =
       std::stable_partition(launchAgents.begin(), launchAgents.end(), isInteresting);
-  const auto byLabel = [](const auto& a, const auto& b) { return a.label < b.label; };
-  std::stable_sort(launchAgents.begin(), ordinary, byLabel);
-  std::stable_sort(ordinary, launchAgents.end(), byLabel);
+  std::ranges::stable_sort(launchAgents.begin(), ordinary, {}, &VordaLaunchAgent::label);
+  std::ranges::stable_sort(ordinary, launchAgents.end(), {}, &VordaLaunchAgent::label);
   return launchAgents;
 }
 

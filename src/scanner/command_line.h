@@ -35,8 +35,8 @@ class CommandLine {
   /// is asked: few rules do, and only for few lines.
   template <typename Test>
   bool anyArgument(Test test) const {
-    return std::any_of(arguments_.begin(), arguments_.end(),
-                       [&](std::string_view argument) { return test(lowered(argument)); });
+    return std::ranges::any_of(arguments_,
+                               [&](std::string_view argument) { return test(lowered(argument)); });
   }
 
   /// Whether one whole lowered argument is this text.

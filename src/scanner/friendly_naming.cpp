@@ -73,7 +73,7 @@ std::optional<std::string> bundleName(std::string_view path) {
 
 /// The module or script that Python runs.
 std::optional<std::string_view> pythonProgram(Arguments arguments) {
-  const auto option = std::find(arguments.begin(), arguments.end(), "-m");
+  const auto option = std::ranges::find(arguments, "-m");
   if (option != arguments.end() && option + 1 != arguments.end()) return *(option + 1);
   const auto script =
       std::find_if(arguments.begin() + 1, arguments.end(),

@@ -14,7 +14,7 @@ std::string_view rawValue(LabRole role) {
 }
 
 std::optional<LabRole> labRole(std::string_view rawValue) {
-  const auto* found = std::find(kRawValues.begin(), kRawValues.end(), rawValue);
+  const auto* found = std::ranges::find(kRawValues, rawValue);
   if (found == kRawValues.end()) return std::nullopt;
   return static_cast<LabRole>(found - kRawValues.begin());
 }

@@ -5,8 +5,8 @@
 
 namespace {
 
-static_assert(std::none_of(kMarkers.begin(), kMarkers.end(),
-                           [](std::string_view marker) { return marker.empty(); }));
+static_assert(std::ranges::none_of(kMarkers,
+                                   [](std::string_view marker) { return marker.empty(); }));
 
 constexpr std::size_t kLongestMarker = [] {
   std::size_t longest = 0;
@@ -25,17 +25,16 @@ constexpr std::size_t classCountOf(auto markers) {
   for (const std::string_view marker : markers) {
     for (const char c : marker) held[byteOf(c)] = true;
   }
-  return 1 + static_cast<std::size_t>(std::count(held.begin(), held.end(), true));
+  return 1 + static_cast<std::size_t>(std::ranges::count(held, true));
 }
 
 /// How many nodes their tree has: one for each beginning that any of them has, and the root.
 constexpr std::size_t nodeCountOf(auto markers) {
-  std::sort(markers.begin(), markers.end());
+  std::ranges::sort(markers);
   std::size_t count = 1;
   std::string_view previous;
   for (const std::string_view marker : markers) {
-    const auto shared =
-        std::mismatch(marker.begin(), marker.end(), previous.begin(), previous.end()).first;
+    const auto shared = std::ranges::mismatch(marker, previous).in1;
     count += static_cast<std::size_t>(marker.end() - shared);
     previous = marker;
   }

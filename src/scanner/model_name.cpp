@@ -27,8 +27,8 @@ std::string basenameModel(std::string_view model) {
   }
   if (base.empty()) return "Unknown model";
   std::string name(base);
-  std::replace(name.begin(), name.end(), '_', ' ');
-  std::replace(name.begin(), name.end(), '-', ' ');
+  std::ranges::replace(name, '_', ' ');
+  std::ranges::replace(name, '-', ' ');
   return text::shortened(name, kMostCharacters, kKeptOfLonger);
 }
 

@@ -23,7 +23,7 @@ int rank(LabRole role) {
 }  // namespace
 
 void sortByRoleAndMemory(std::vector<VordaProcess>& processes) {
-  std::stable_sort(processes.begin(), processes.end(), [](const auto& a, const auto& b) {
+  std::ranges::stable_sort(processes, [](const auto& a, const auto& b) {
     if (a.labRole != b.labRole) return rank(a.labRole) < rank(b.labRole);
     return a.memMB > b.memMB;
   });

@@ -4,8 +4,7 @@
 
 void mergeSpans(std::vector<TextSpan>& spans) {
   if (spans.size() < 2) return;
-  std::sort(spans.begin(), spans.end(),
-            [](const TextSpan& a, const TextSpan& b) { return a.begin < b.begin; });
+  std::ranges::sort(spans, {}, &TextSpan::begin);
   auto last = spans.begin();
   for (auto span = last + 1; span != spans.end(); ++span) {
     if (span->begin <= last->end) {

@@ -87,7 +87,7 @@ FriendlyName trainingName(const CommandLine& line) {
     return {std::move(name), "Fine-tune"};
   }
 
-  const auto script = std::find_if(arguments.begin(), arguments.end(), isScriptAboutTraining);
+  const auto script = std::ranges::find_if(arguments, isScriptAboutTraining);
   if (script != arguments.end()) return training(text::lastPathComponent(*script));
   if (line.has("torchrun")) return training("torchrun");
   if (line.has("accelerate")) return training("accelerate");

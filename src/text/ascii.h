@@ -37,8 +37,8 @@ constexpr bool isWhiteSpace(char c) {
 
 /// Whether a text, its capitals lowered, is this one, which has none.
 constexpr bool equalsLowered(std::string_view text, std::string_view lowerCase) {
-  return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
-                    [](char a, char b) { return (isUpper(a) ? a - 'A' + 'a' : a) == b; });
+  return std::ranges::equal(text, lowerCase,
+                            [](char a, char b) { return (isUpper(a) ? a - 'A' + 'a' : a) == b; });
 }
 
 }  // namespace text

@@ -13,8 +13,7 @@ constexpr bool contains(std::string_view text, std::string_view part) {
 
 /// Whether any of `parts` occurs.
 constexpr bool containsAny(std::string_view text, std::initializer_list<std::string_view> parts) {
-  return std::any_of(parts.begin(), parts.end(),
-                     [text](std::string_view part) { return contains(text, part); });
+  return std::ranges::any_of(parts, [text](std::string_view part) { return contains(text, part); });
 }
 
 }  // namespace text

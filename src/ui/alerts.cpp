@@ -43,8 +43,8 @@ Alert forceQuit(const std::string& name, std::int32_t pid, const std::string& me
 bool isShown(std::string_view title) {
   const std::string lower = text::lowered(title);
   constexpr std::array<std::string_view, 3> kWordsOfFailure{"fail", "protect", "cannot"};
-  return std::any_of(kWordsOfFailure.begin(), kWordsOfFailure.end(),
-                     [&lower](auto word) { return lower.find(word) != std::string::npos; });
+  return std::ranges::any_of(kWordsOfFailure,
+                             [&lower](auto word) { return lower.find(word) != std::string::npos; });
 }
 
 Alert notice(const std::string& title, const std::string& message) {

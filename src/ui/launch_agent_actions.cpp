@@ -18,8 +18,7 @@ void StatusBarController::unloadLaunchAgent(Sender sender) {
 void StatusBarController::unloadByLabel(Sender sender) {
   const auto* label = std::get_if<std::string>(&sender.representedObject);
   if (label == nullptr) return;
-  const auto launchAgent = std::find_if(allLaunchAgents_.begin(), allLaunchAgents_.end(),
-                                        [label](const auto& one) { return one.label == *label; });
+  const auto launchAgent = std::ranges::find(allLaunchAgents_, *label, &VordaLaunchAgent::label);
   if (launchAgent == allLaunchAgents_.end()) return;
   confirmUnload(VordaLaunchAgent(*launchAgent));  // a copy: the list changes while it asks
 }
@@ -58,9 +57,9 @@ void StatusBarController::beginOperation(LaunchAgentOperation operation) {
 void StatusBarController::lookAfterOperations() {
   for (LaunchAgentOperation& operation : launchAgentOperations_) operation.poll();
   while (!menuIsOpen_ && actionsUnderWay_ == 0) {
-    const auto ended =
-        std::find_if(launchAgentOperations_.begin(), launchAgentOperations_.end(),
-                     [](const auto& operation) { return operation.outcome().has_value(); });
+    const auto ended = std::ranges::find_if(launchAgentOperations_, [](const auto& operation) {
+      return operation.outcome().has_value();
+    });
     if (ended == launchAgentOperations_.end()) break;
     const LaunchAgentOperation operation = std::move(*ended);
     launchAgentOperations_.erase(ended);

@@ -1,5 +1,6 @@
 #include "ui/menu_construction.h"
 
+#include <algorithm>
 #include <iterator>
 #include <string>
 #include <utility>
@@ -93,7 +94,7 @@ void addLaunchAgentSection(Items& items, const std::vector<VordaLaunchAgent>& la
   if (rows.empty()) return;
   items.push_back(separator());
   items.push_back(label(kLaunchAgentsHeader));
-  std::move(rows.begin(), rows.end(), std::back_inserter(items));
+  std::ranges::move(rows, std::back_inserter(items));
 }
 
 void addCommands(Items& items) {

@@ -103,8 +103,7 @@ void StatusBarController::schedulePostQuitRescans() {
 
 /// Each quit has its own: another one, which puts off the re-scans, does not stop it.
 void StatusBarController::startQuitClock(const ProcessReference& process) {
-  const auto shown = std::find_if(processes_.begin(), processes_.end(),
-                                  [&](const auto& one) { return one.pid == process.pid; });
+  const auto shown = std::ranges::find(processes_, process.pid, &VordaProcess::pid);
   const bool isAsked =
       quitRequests_.add(process, shown == processes_.end() ? "process" : shown->displayName);
   updateNotice();

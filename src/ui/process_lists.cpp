@@ -1,6 +1,7 @@
 #include "ui/process_lists.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 
 namespace ProcessLists {
@@ -9,15 +10,14 @@ ProcessList byMemory(const std::vector<VordaProcess>& sample) {
   ProcessList list;
   list.reserve(sample.size());
   for (const VordaProcess& process : sample) list.push_back(&process);
-  std::stable_sort(list.begin(), list.end(),
-                   [](const auto* a, const auto* b) { return a->memMB > b->memMB; });
+  std::ranges::stable_sort(list, std::ranges::greater(), &VordaProcess::memMB);
   return list;
 }
 
 ProcessList ofRole(const ProcessList& list, LabRole role) {
   ProcessList chosen;
-  std::copy_if(list.begin(), list.end(), std::back_inserter(chosen),
-               [role](const auto* process) { return process->labRole == role; });
+  std::ranges::copy_if(list, std::back_inserter(chosen),
+                       [role](const auto* process) { return process->labRole == role; });
   return chosen;
 }
 

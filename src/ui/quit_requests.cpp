@@ -98,7 +98,6 @@ std::vector<std::string> QuitRequests::linesOf(const ProcessReference& process) 
 }
 
 const QuitRequests::Request* QuitRequests::find(const ProcessReference& process) const {
-  const auto found = std::find_if(requests_.begin(), requests_.end(),
-                                  [&](const Request& one) { return one.process == process; });
+  const auto found = std::ranges::find(requests_, process, &Request::process);
   return found == requests_.end() ? nullptr : &*found;
 }

@@ -35,9 +35,8 @@ Items summary(const Menu& full) {
 
 /// What stands below a header; empty when the menu has no such section.
 Items section(const Menu& full, std::string_view header) {
-  const auto found = std::find_if(
-      full.items.begin(), full.items.end(),
-      [header](const MenuItem& item) { return !item.enabled && item.title == header; });
+  const auto found = std::ranges::find_if(
+      full.items, [header](const MenuItem& item) { return !item.enabled && item.title == header; });
   if (found == full.items.end()) return {};
   const auto first = std::next(found);
   return {first, std::find_if(first, full.items.end(), isSeparator)};
@@ -51,7 +50,7 @@ MenuItem plainRow(MenuItem row) {
 
 Items plainRows(Items rows, std::size_t limit) {
   rows.resize(std::min(rows.size(), limit));
-  std::transform(rows.begin(), rows.end(), rows.begin(), plainRow);
+  std::ranges::transform(rows, rows.begin(), plainRow);
   return rows;
 }
 
@@ -74,7 +73,7 @@ std::string bare(std::string_view header) {
 void addSection(Items& items, const Items& summary, std::string_view beginning,
                 std::string_view header, const Items& rows, std::size_t limit) {
   if (rows.empty()) return;
-  const auto line = std::find_if(summary.begin(), summary.end(), [beginning](const auto& item) {
+  const auto line = std::ranges::find_if(summary, [beginning](const auto& item) {
     return !beginning.empty() && item.title.starts_with(beginning);
   });
   items.push_back(
@@ -82,8 +81,7 @@ void addSection(Items& items, const Items& summary, std::string_view beginning,
 }
 
 void addCommand(Items& items, const Menu& full, Action action) {
-  const auto found = std::find_if(full.items.begin(), full.items.end(),
-                                  [action](const auto& item) { return item.action == action; });
+  const auto found = std::ranges::find(full.items, action, &MenuItem::action);
   if (found != full.items.end()) items.push_back(*found);
 }
 

@@ -90,10 +90,10 @@ void StatusBarController::sample() {
   allLaunchAgents_ = LaunchAgentScanner::scan();
   processes_ = ProcessScanner::scan(kMinMemMB, allLaunchAgents_);
   launchAgents_.clear();
-  std::copy_if(allLaunchAgents_.begin(), allLaunchAgents_.end(), std::back_inserter(launchAgents_),
-               [](const VordaLaunchAgent& launchAgent) {
-                 return launchAgent.keepAlive || LaunchAgentScanner::isInteresting(launchAgent);
-               });
+  std::ranges::copy_if(
+      allLaunchAgents_, std::back_inserter(launchAgents_), [](const VordaLaunchAgent& launchAgent) {
+        return launchAgent.keepAlive || LaunchAgentScanner::isInteresting(launchAgent);
+      });
   updateStatusItem();
   updateNotice();
 }

@@ -14,9 +14,7 @@ std::string beforeSample() {
 
 std::string of(const std::vector<VordaProcess>& processes, double refreshInterval) {
   constexpr double kLeastNamedMB = 512;
-  const auto largest =
-      std::max_element(processes.begin(), processes.end(),
-                       [](const auto& a, const auto& b) { return a.memMB < b.memMB; });
+  const auto largest = std::ranges::max_element(processes, {}, &VordaProcess::memMB);
   if (largest == processes.end() || largest->memMB < kLeastNamedMB) {
     return text::format("Vorda — auto-refresh every %.0fs\nHalvek", refreshInterval);
   }

@@ -27,8 +27,7 @@ char segmentLetter(std::size_t place) {
 }
 
 std::string segmentTag(const MemoryPressureView& strip, std::int32_t pid) {
-  const auto found = std::find_if(strip.segments.begin(), strip.segments.end(),
-                                  [pid](const Segment& segment) { return segment.pid == pid; });
+  const auto found = std::ranges::find(strip.segments, pid, &Segment::pid);
   if (found == strip.segments.end()) return "";
   const char letter = segmentLetter(static_cast<std::size_t>(found - strip.segments.begin()));
   return std::string("  [") + letter + "]";

@@ -40,7 +40,7 @@ void ScriptedFrontEnd::advance(double seconds) {
 
 std::size_t ScriptedFrontEnd::pendingWork() const {
   return static_cast<std::size_t>(
-      std::count_if(work_.begin(), work_.end(), [](const auto& work) { return !work->cancelled; }));
+      std::ranges::count_if(work_, [](const auto& work) { return !work->cancelled; }));
 }
 
 void ScriptedFrontEnd::cancelTracking() {

@@ -44,8 +44,7 @@ void resetMachine() {
 }
 
 ScriptedProcess* ScriptedPlatform::find(std::int32_t pid) {
-  const auto found = std::find_if(processes.begin(), processes.end(),
-                                  [pid](const auto& process) { return process.pid == pid; });
+  const auto found = std::ranges::find(processes, pid, &ScriptedProcess::pid);
   return found == processes.end() ? nullptr : &*found;
 }
 

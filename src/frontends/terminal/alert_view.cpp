@@ -94,7 +94,7 @@ void AlertView::paint(CellGrid& grid) const {
 }
 
 int AlertView::escapeAnswer() const {
-  const auto cancel = std::find(alert_.buttons.begin(), alert_.buttons.end(), "Cancel");
+  const auto cancel = std::ranges::find(alert_.buttons, "Cancel");
   if (cancel == alert_.buttons.end()) return kAlertDismissed;
   return kAlertFirstButtonReturn + static_cast<int>(cancel - alert_.buttons.begin());
 }

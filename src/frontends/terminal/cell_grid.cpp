@@ -30,7 +30,7 @@ void CellGrid::put(int x, int y, std::string_view bytes, int columns, const Styl
     *cell(x + columns, y) = Cell{.style = cell(x + columns, y)->style};
   }
 
-  std::copy(bytes.begin(), bytes.end(), target->bytes.begin());
+  std::ranges::copy(bytes, target->bytes.begin());
   target->length = static_cast<std::uint8_t>(bytes.size());
   target->columns = static_cast<std::uint8_t>(columns);
   target->style = style;

@@ -33,8 +33,8 @@ std::string inAscii(std::string_view text) {
   out.reserve(text.size());
   while (!text.empty()) {
     const CellText next = firstCellText(text);
-    const bool ascii = std::all_of(next.source.begin(), next.source.end(),
-                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    const bool ascii = std::ranges::all_of(
+        next.source, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
     if (ascii) {
       out += next.source;
     } else if (next.columns > 0) {

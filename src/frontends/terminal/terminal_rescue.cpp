@@ -43,13 +43,13 @@ void rescue(int signal) {
 
 bool isCrash(int signal) {
   constexpr std::array kCrashes{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGQUIT, SIGSYS, SIGTRAP};
-  return std::find(kCrashes.begin(), kCrashes.end(), signal) != kCrashes.end();
+  return std::ranges::find(kCrashes, signal) != kCrashes.end();
 }
 
 /// Whether the signal, left alone, does something else than end the program.
 bool isHarmless(int signal) {
   constexpr std::array kHarmless{SIGCHLD, SIGURG, SIGWINCH, SIGCONT, SIGTSTP, SIGTTIN, SIGTTOU};
-  return std::find(kHarmless.begin(), kHarmless.end(), signal) != kHarmless.end();
+  return std::ranges::find(kHarmless, signal) != kHarmless.end();
 }
 
 /// Whether it is this class that answers the signal. A tool that reports crashes is asked after

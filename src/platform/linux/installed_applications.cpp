@@ -36,7 +36,7 @@ class Walk {
       for (const auto& one : level) enter(one, files, below);
       level = std::move(below);
     }
-    std::sort(files.begin(), files.end());
+    std::ranges::sort(files);
     return files;
   }
 
@@ -56,8 +56,8 @@ class Walk {
         folders.push_back(entry->path());
       }
     }
-    std::sort(folders.begin(), folders.end());
-    std::move(folders.begin(), folders.end(), std::back_inserter(below));
+    std::ranges::sort(folders);
+    std::ranges::move(folders, std::back_inserter(below));
   }
 
   std::set<std::pair<dev_t, ino_t>> entered_;
@@ -66,7 +66,7 @@ class Walk {
 
 std::string idOf(const fs::path& file, const fs::path& folder) {
   std::string id = file.lexically_relative(folder).string();
-  std::replace(id.begin(), id.end(), '/', '-');
+  std::ranges::replace(id, '/', '-');
   return id;
 }
 

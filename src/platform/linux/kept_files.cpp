@@ -10,16 +10,13 @@ namespace platform {
 
 void KeptFiles::keepOnly(const std::vector<std::int32_t>& pids) {
   last_ = -1;
-  std::erase_if(kept_, [&pids](const Kept& kept) {
-    return !std::binary_search(pids.begin(), pids.end(), kept.pid);
-  });
+  std::erase_if(kept_,
+                [&pids](const Kept& kept) { return !std::ranges::binary_search(pids, kept.pid); });
 }
 
 std::optional<std::string_view> KeptFiles::read(std::int32_t pid, std::uint32_t owner,
                                                 FileReader& reader) {
-  auto place =
-      std::lower_bound(kept_.begin(), kept_.end(), pid,
-                       [](const Kept& kept, std::int32_t wanted) { return kept.pid < wanted; });
+  auto place = std::ranges::lower_bound(kept_, pid, {}, &Kept::pid);
   if (place != kept_.end() && place->pid == pid) {
     if (place->owner == owner) {
       if (const auto content = reader.read(place->file.get())) {

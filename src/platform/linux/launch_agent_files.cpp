@@ -38,7 +38,7 @@ std::vector<std::string> serviceFilesIn(const std::filesystem::path& folder) {
       names.push_back(std::move(name));
     }
   }
-  std::sort(names.begin(), names.end());
+  std::ranges::sort(names);
   names.resize(std::min(names.size(), kMostFiles));
   return names;
 }

@@ -1,5 +1,6 @@
 #include "platform/launch_agents.h"
 
+#include <algorithm>
 #include <iterator>
 #include <memory>
 
@@ -20,7 +21,7 @@ std::vector<ServiceAttempt> onlyAttempt(ServiceOperation::Verb verb, const std::
 std::vector<LaunchAgentFile> launchAgentFiles() {
   std::vector<LaunchAgentFile> files = launchAgentFilesIn(userUnitFolder());
   auto machine = launchAgentFilesIn("/etc/systemd/user");
-  std::move(machine.begin(), machine.end(), std::back_inserter(files));
+  std::ranges::move(machine, std::back_inserter(files));
   return files;
 }
 

@@ -51,7 +51,7 @@ std::vector<std::int32_t> ProcessReader::pids() {
   blocks_.keepOnly(pids_);
   sizes_.keepOnly(pids_);
   std::erase_if(known_, [this](const Known& process) {
-    return !std::binary_search(pids_.begin(), pids_.end(), process.pid);
+    return !std::ranges::binary_search(pids_, process.pid);
   });
   return pids_;
 }
@@ -167,8 +167,7 @@ ProcessReader::Known& ProcessReader::known(std::int32_t pid) {
 void ProcessReader::learn(Known& process) {
   const auto stat = proc_.read(process.pid, "stat", small_);
   process.stat = stat ? processStat(*stat) : std::nullopt;
-  process.isParentListed =
-      process.stat && std::binary_search(pids_.begin(), pids_.end(), process.stat->parent);
+  process.isParentListed = process.stat && std::ranges::binary_search(pids_, process.stat->parent);
 }
 
 /// A process whose parent ends is given another. So is one whose parent's pid belongs to a
@@ -176,7 +175,7 @@ void ProcessReader::learn(Known& process) {
 bool ProcessReader::isParentOutdated(const Known& process) {
   if (!process.isParentListed) return false;
   const std::int32_t parentPid = process.stat->parent;
-  if (!std::binary_search(pids_.begin(), pids_.end(), parentPid)) return true;
+  if (!std::ranges::binary_search(pids_, parentPid)) return true;
   const Known* parent = find(parentPid);
   return parent != nullptr && parent->stat && parent->stat->startTicks > process.stat->startTicks;
 }

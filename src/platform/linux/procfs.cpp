@@ -52,7 +52,7 @@ std::vector<std::int32_t> ProcFs::pids() const {
   while (const dirent* entry = readdir(entries.get())) {
     if (const std::int32_t pid = pidOf(entry->d_name); pid > 0) pids.push_back(pid);
   }
-  std::sort(pids.begin(), pids.end());
+  std::ranges::sort(pids);
   return pids;
 }
 

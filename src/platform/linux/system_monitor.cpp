@@ -10,12 +10,11 @@ namespace {
 using Names = std::vector<std::string>;
 
 bool holds(const Names& names, std::string_view name) {
-  return std::find(names.begin(), names.end(), name) != names.end();
+  return std::ranges::find(names, name) != names.end();
 }
 
 bool holdsAny(const Names& names, const Names& wanted) {
-  return std::any_of(wanted.begin(), wanted.end(),
-                     [&names](const auto& name) { return holds(names, name); });
+  return std::ranges::any_of(wanted, [&names](const auto& name) { return holds(names, name); });
 }
 
 bool isSystemMonitor(const DesktopEntry& entry) {

@@ -110,7 +110,7 @@ class ArgumentSearch {
                      value.begin() + static_cast<std::ptrdiff_t>(
                                          std::min<std::size_t>(value.size(), kLongestName)),
                      text::isDigit) ||
-        !std::all_of(before.begin(), before.end(), isAllowed)) {
+        !std::ranges::all_of(before, isAllowed)) {
       return;
     }
     const NameKind kind = kindOf(before);
@@ -128,7 +128,7 @@ class ArgumentSearch {
     const auto isAllowed = [](char c) {
       return text::isAlphanumeric(c) || c == '+' || c == '/' || c == '=';
     };
-    if (!std::all_of(key.begin(), key.end(), isAllowed)) return;
+    if (!std::ranges::all_of(key, isAllowed)) return;
     if (key.find_first_of("+=") == std::string_view::npos) return;
     if (key.find('=') < key.size() - 2) return;
     if (isPath(key) || kindOf(arguments_[i - 1]) == NameKind::harmless) return;
@@ -141,7 +141,7 @@ class ArgumentSearch {
                                                      "setenv", "modify", "update", "edit"};
     constexpr std::size_t kFarthest = 8;
     for (std::size_t i = before - std::min(before, kFarthest); i < before; ++i) {
-      if (std::find(kVerbs.begin(), kVerbs.end(), arguments_[i]) != kVerbs.end()) return true;
+      if (std::ranges::find(kVerbs, arguments_[i]) != kVerbs.end()) return true;
     }
     return false;
   }
@@ -164,9 +164,9 @@ class ArgumentSearch {
       return text::isAlphanumeric(c) || c == '.' || c == '-' || c == '_' || c == '/' || c == '\\';
     };
     const std::string_view user = text.substr(0, colon);
-    if (user.size() > kLongest || !std::all_of(user.begin(), user.end(), isUserCharacter)) return;
-    const bool hasBoth = std::any_of(password.begin(), password.end(), text::isDigit) &&
-                         std::any_of(password.begin(), password.end(), text::isLetter);
+    if (user.size() > kLongest || !std::ranges::all_of(user, isUserCharacter)) return;
+    const bool hasBoth = std::ranges::any_of(password, text::isDigit) &&
+                         std::ranges::any_of(password, text::isLetter);
     if (!hasBoth || (text::isDigit(host[0]) && host.find('.') == std::string_view::npos)) return;
     found_.push_back({i, {colon + 1, at}});
   }
@@ -203,7 +203,7 @@ class ArgumentSearch {
     constexpr std::array<std::string_view, 10> kOptions{
         "-u",    "-U",      "--user", "-l",      "--username",
         "-user", "--login", "--auth", "--creds", "--credentials"};
-    return std::find(kOptions.begin(), kOptions.end(), option) != kOptions.end();
+    return std::ranges::find(kOptions, option) != kOptions.end();
   }
 
   /// Of some programs, of which nothing need be known where the value is drawn at random.
@@ -212,8 +212,7 @@ class ArgumentSearch {
                                                        "-pw", "-auth", "-S", "-t"};
     constexpr std::size_t kLongest = 5;
     if (option.size() > kLongest) return false;
-    return isPasswordOption(option) ||
-           std::find(kOptions.begin(), kOptions.end(), option) != kOptions.end();
+    return isPasswordOption(option) || std::ranges::find(kOptions, option) != kOptions.end();
   }
 
   static bool isPasswordOption(std::string_view option) {
@@ -223,8 +222,7 @@ class ArgumentSearch {
   std::vector<InArgument> grouped() {
     std::vector<InArgument> all;
     if (found_.empty()) return all;
-    std::stable_sort(found_.begin(), found_.end(),
-                     [](const auto& a, const auto& b) { return a.argument < b.argument; });
+    std::ranges::stable_sort(found_, {}, &ArgumentSpan::argument);
     for (const ArgumentSpan& part : found_) {
       if (part.span.begin >= part.span.end) continue;
       if (all.empty() || all.back().argument != part.argument) {

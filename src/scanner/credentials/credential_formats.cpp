@@ -94,7 +94,7 @@ const Triples& beginnings() {
 /// of case.
 bool isOddWord(std::string_view word) {
   if (word.size() >= 16) return true;
-  const auto digits = std::count_if(word.begin(), word.end(), text::isDigit);
+  const auto digits = std::ranges::count_if(word, text::isDigit);
   if (word.size() >= 6 && digits >= 3) return true;
   int changes = 0;
   for (std::size_t i = 1; i < word.size(); ++i)

@@ -85,8 +85,8 @@ std::string redacted(std::string_view line, const std::vector<TextSpan>& matches
     while (match != matches.end() && match->end <= value.begin) ++match;
     appendRest(line, value, match, matches.end(), replacements);
   }
-  std::sort(replacements.begin(), replacements.end(),
-            [](const auto& a, const auto& b) { return a.span.begin < b.span.begin; });
+  std::ranges::sort(replacements,
+                    [](const auto& a, const auto& b) { return a.span.begin < b.span.begin; });
 
   std::string out;
   std::size_t at = 0;

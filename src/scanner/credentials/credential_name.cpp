@@ -157,7 +157,7 @@ NameKind kindOf(std::string_view name) {
 
 bool isSwitch(std::string_view name) {
   while (!name.empty() && isSeparator(name.front())) name.remove_prefix(1);
-  const auto end = std::find_if(name.begin(), name.end(), isSeparator);
+  const auto end = std::ranges::find_if(name, isSeparator);
   return switches().holds(name.substr(0, static_cast<std::size_t>(end - name.begin())));
 }
 

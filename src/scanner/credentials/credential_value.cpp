@@ -120,10 +120,10 @@ constexpr std::array kSentenceWords{" the "sv,  " is "sv,  " to "sv,   " for "sv
                                     " from "sv, " are "sv, " it "sv};
 
 bool all(std::string_view text, auto test) {
-  return std::all_of(text.begin(), text.end(), test);
+  return std::ranges::all_of(text, test);
 }
 bool any(std::string_view text, auto test) {
-  return std::any_of(text.begin(), text.end(), test);
+  return std::ranges::any_of(text, test);
 }
 
 bool isVariableCharacter(char c) {
@@ -182,15 +182,14 @@ bool isNumber(std::string_view value) {
 }
 
 std::size_t digitCount(std::string_view value) {
-  return static_cast<std::size_t>(std::count_if(value.begin(), value.end(), text::isDigit));
+  return static_cast<std::size_t>(std::ranges::count_if(value, text::isDigit));
 }
 
 /// Whether it says nothing whatever it stands for.
 bool isHarmless(std::string_view value) {
   return value.empty() || plainWords().holds(value) || isBlackedOut(value) ||
          refersElsewhere(value) || isPath(value) ||
-         std::any_of(kPatternParts.begin(), kPatternParts.end(),
-                     [&](auto part) { return text::contains(value, part); });
+         std::ranges::any_of(kPatternParts, [&](auto part) { return text::contains(value, part); });
 }
 
 bool isUrl(std::string_view value) {
@@ -410,8 +409,7 @@ bool looksEncoded(std::string_view text) {
 
 bool isProse(std::string_view text) {
   text = text.substr(0, kLongestLook);
-  return std::any_of(kSentenceWords.begin(), kSentenceWords.end(),
-                     [&](auto word) { return text::contains(text, word); });
+  return std::ranges::any_of(kSentenceWords, [&](auto word) { return text::contains(text, word); });
 }
 
 }  // namespace credentials

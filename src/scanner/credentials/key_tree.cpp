@@ -8,8 +8,7 @@ namespace credentials {
 KeyTree::KeyTree(const std::vector<std::string_view>& keys) {
   std::vector<std::size_t> order(keys.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
+  std::ranges::stable_sort(order, [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
 
   /// The sorted keys from `begin` to before `end` share all characters that lead to a node.
   struct Group {

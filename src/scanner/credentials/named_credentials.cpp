@@ -18,7 +18,7 @@ using namespace std::string_view_literals;
 bool isTag(std::string_view value) {
   constexpr std::array kTags{"latest"sv, "stable"sv, "edge"sv,    "main"sv, "master"sv, "dev"sv,
                              "prod"sv,   "alpine"sv, "nightly"sv, "slim"sv, "test"sv,   "beta"sv};
-  return std::find(kTags.begin(), kTags.end(), value) != kTags.end();
+  return std::ranges::find(kTags, value) != kTags.end();
 }
 
 bool isStrong(NameKind kind) {
@@ -143,7 +143,7 @@ class NameSearch {
   static bool isNeutral(std::string_view own) {
     constexpr std::array kNeutral{"value"sv,   "data"sv, "content"sv, "plain"sv, "default"sv,
                                   "current"sv, "text"sv, "string"sv,  "raw"sv};
-    return std::find(kNeutral.begin(), kNeutral.end(), own) != kNeutral.end();
+    return std::ranges::find(kNeutral, own) != kNeutral.end();
   }
 
   /// "Name: value", "name:value", "name:=value"
@@ -231,7 +231,7 @@ class NameSearch {
       return beginsValue && looksRandomValue(word, kind) ? takeValue(kind, value, false) : value;
     }
     const std::string_view own = name(begin, end);
-    const bool isOneWord = std::all_of(own.begin(), own.end(), text::isLower);
+    const bool isOneWord = std::ranges::all_of(own, text::isLower);
     const bool isClear = isStrong(kind) && (!isOneWord || kind == NameKind::password);
     const bool isOptionsValue = own.front() == '-' && kind == NameKind::authentication;
     if (!isClear && !isOptionsValue && !looksSecret(word) && !looksLikeKey(word)) return value;
@@ -437,8 +437,8 @@ class NameSearch {
     if (word.find("://") == colon) return value;
     const std::string_view password = word.substr(colon + 1);
     constexpr std::size_t kShortest = 6;
-    const bool hasBoth = std::any_of(password.begin(), password.end(), text::isDigit) &&
-                         std::any_of(password.begin(), password.end(), text::isLetter);
+    const bool hasBoth = std::ranges::any_of(password, text::isDigit) &&
+                         std::ranges::any_of(password, text::isLetter);
     if (password.size() < kShortest || !hasBoth || isNothing(password)) return value;
     return add(begin + colon + 1, begin + word.size());
   }

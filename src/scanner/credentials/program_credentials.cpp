@@ -34,7 +34,7 @@ TextSpan withoutQuotes(std::string_view text, TextSpan span) {
 
 /// "8080:80", "127.0.0.1:80": a port rather than a password.
 bool isPortMapping(std::string_view value) {
-  return text::contains(value, ":") && std::all_of(value.begin(), value.end(), [](char c) {
+  return text::contains(value, ":") && std::ranges::all_of(value, [](char c) {
            return text::isDigit(c) || c == ':' || c == '.' || c == '-';
          });
 }
@@ -45,10 +45,9 @@ bool mayBePassword(std::string_view value) {
   constexpr std::size_t kShortest = 7;
   const auto isSpecial = [](char c) { return std::string_view("!#%^&*+?~").find(c) != npos; };
   const auto isAllowed = [&](char c) { return text::isAlphanumeric(c) || isSpecial(c); };
-  return value.size() >= kShortest && std::all_of(value.begin(), value.end(), isAllowed) &&
-         std::any_of(value.begin(), value.end(), text::isLetter) &&
-         std::any_of(value.begin(), value.end(),
-                     [&](char c) { return text::isDigit(c) || isSpecial(c); });
+  return value.size() >= kShortest && std::ranges::all_of(value, isAllowed) &&
+         std::ranges::any_of(value, text::isLetter) &&
+         std::ranges::any_of(value, [&](char c) { return text::isDigit(c) || isSpecial(c); });
 }
 
 /// The part of `word` from `begin` on that is the credential; empty when there is none.
@@ -333,7 +332,7 @@ class Search {
     if (!word.starts_with("--") || word.size() == 2 || text::contains(word, "=")) return false;
     constexpr std::array<std::string_view, 7> kSwitches{
         "--rm", "--init", "--privileged", "--tty", "--interactive", "--detach", "--read-only"};
-    return std::find(kSwitches.begin(), kSwitches.end(), word) == kSwitches.end();
+    return std::ranges::find(kSwitches, word) == kSwitches.end();
   }
 
   void takeText(std::string_view text, std::size_t argument) {
@@ -437,7 +436,7 @@ class Search {
   /// "gh secret set NAME"
   bool keepsSecret() const {
     constexpr std::array<std::string_view, 5> kFilters{"grep", "sed", "awk", "tee", "jq"};
-    if (std::find(kFilters.begin(), kFilters.end(), command_[0].text) != kFilters.end()) {
+    if (std::ranges::find(kFilters, command_[0].text) != kFilters.end()) {
       return false;
     }
     return std::any_of(command_.begin() + 1, command_.end(), [](const Word& word) {
@@ -451,8 +450,7 @@ class Search {
       return i < command_.size() && readsPipedPassword(text::lastPathComponent(command_[i].text));
     };
     return isReaderAt(0) || (command_[0].text == "sudo" && isReaderAt(1)) ||
-           std::any_of(command_.begin(), command_.end(),
-                       [](const Word& word) { return asksForInput(word.text); });
+           std::ranges::any_of(command_, [](const Word& word) { return asksForInput(word.text); });
   }
 
   void addPiped(const Word& word, std::size_t argument, bool isPair) {

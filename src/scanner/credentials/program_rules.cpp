@@ -115,8 +115,9 @@ class Programs {
       return nullptr;
     }
     std::array<char, kLongestName> lower{};
-    std::transform(word.begin(), word.end(), lower.begin(),
-                   [](char c) { return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c; });
+    std::ranges::transform(word, lower.begin(), [](char c) {
+      return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
+    });
     const auto found = byName_.find(std::string_view(lower.data(), word.size()));
     if (found != byName_.end()) return &all_[found->second];
     const auto exact = byName_.find(word);

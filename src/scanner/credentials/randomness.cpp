@@ -146,7 +146,7 @@ bool looksRandom(std::string_view text) {
 bool looksGenerated(std::string_view text) {
   constexpr std::size_t kShortest = 10;
   if (text.size() < kShortest || text.size() > kLongestLook ||
-      !std::all_of(text.begin(), text.end(), text::isAlphanumeric)) {
+      !std::ranges::all_of(text, text::isAlphanumeric)) {
     return false;
   }
   const Mixture mixture = mixtureOf(text);
@@ -159,8 +159,7 @@ bool isLongHexNumber(std::string_view text) {
   constexpr std::size_t kShortest = 32;
   const auto isPart = [](char c) { return text::isHexDigit(c) || c == '-'; };
   return text.size() >= kShortest && text.size() <= kLongestLook * 2 &&
-         std::all_of(text.begin(), text.end(), isPart) &&
-         std::count(text.begin(), text.end(), '-') <= 4;
+         std::ranges::all_of(text, isPart) && std::ranges::count(text, '-') <= 4;
 }
 
 }  // namespace credentials

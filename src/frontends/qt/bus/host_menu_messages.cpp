@@ -53,7 +53,7 @@ struct AppendValue {
 };
 
 bool wanted(const char* name, const PropertyNames& names) {
-  return names.empty() || std::find(names.begin(), names.end(), name) != names.end();
+  return names.empty() || std::ranges::find(names, name) != names.end();
 }
 
 int appendDictionary(sd_bus_message* message, const Node& node, const PropertyNames& names) {
