@@ -24,9 +24,13 @@ std::vector<std::string> split(std::string_view text) {
   }
 }
 
+CredentialMask::Shown shownOf(const std::vector<std::string>& arguments) {
+  const std::vector<std::string_view> views(arguments.begin(), arguments.end());
+  return CredentialMask::shown(views, joined(arguments));
+}
+
 std::optional<std::vector<std::string>> masked(const std::vector<std::string>& arguments) {
-  return CredentialMask::maskedArguments(
-      std::vector<std::string_view>(arguments.begin(), arguments.end()));
+  return shownOf(arguments).arguments;
 }
 
 std::vector<std::string> shown(const std::vector<std::string>& arguments) {
@@ -34,8 +38,7 @@ std::vector<std::string> shown(const std::vector<std::string>& arguments) {
 }
 
 std::string shownLine(const std::vector<std::string>& arguments) {
-  const std::vector<std::string_view> views(arguments.begin(), arguments.end());
-  return CredentialMask::shown(views, joined(arguments)).commandLine;
+  return shownOf(arguments).commandLine;
 }
 
 class Masked : public testing::TestWithParam<MaskedRow> {};

@@ -57,10 +57,4 @@ void CellGrid::fill(const Box& box, std::string_view character, const Style& sty
   }
 }
 
-std::string CellGrid::row(int y) const {
-  std::string text;
-  for (int x = 0; x < size_.width; ++x) text += at(x, y).text();
-  return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
 }  // namespace terminal

@@ -80,9 +80,6 @@ class CellGrid {
   /// Fills a box with one character that is not wide.
   void fill(const Box& box, std::string_view character, const Style& style);
 
-  /// What a reader sees in one row, without the blanks at its end.
-  std::string row(int y) const;
-
  private:
   Cell* cell(int x, int y);
   void put(int x, int y, std::string_view bytes, int columns, const Style& style);

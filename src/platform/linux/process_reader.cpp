@@ -28,8 +28,6 @@ std::optional<std::uint64_t> inodeOfPidfd(std::int32_t pid) {
 
 }  // namespace
 
-ProcessReader::ProcessReader(const ProcFs& proc) : ProcessReader(proc, nullptr) {}
-
 ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource)
     : ProcessReader(proc, identitySource, platform::filesToKeep()) {}
 

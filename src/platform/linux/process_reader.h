@@ -25,10 +25,9 @@ class ProcessReader {
   /// ProcessFacts::identity of the process that has the pid; none when it can't tell.
   using IdentitySource = std::optional<std::uint64_t> (*)(std::int32_t pid);
 
-  /// Identities are made from what a process runs and when it started.
-  explicit ProcessReader(const ProcFs& proc);
-  /// They are asked of `identitySource`, unless that is null, and of nothing else.
-  ProcessReader(const ProcFs& proc, IdentitySource identitySource);
+  /// Identities come from `identitySource` alone; without one they are made from what a process
+  /// runs and when it started.
+  explicit ProcessReader(const ProcFs& proc, IdentitySource identitySource = nullptr);
 
   std::vector<std::int32_t> pids();
   bool read(std::int32_t pid, ProcessFacts& facts);

@@ -68,11 +68,6 @@ int BusCall::arrived(sd_bus_message* answer, void* self, sd_bus_error*) {
   return 1;
 }
 
-std::string BusCall::answeredBy() const {
-  const char* sender = answer_ ? sd_bus_message_get_sender(answer_.get()) : nullptr;
-  return sender == nullptr ? "" : sender;
-}
-
 std::unique_ptr<UserBus> UserBus::open(const std::vector<std::string>& sockets,
                                        BusFailure& failure) {
   int error = 0;

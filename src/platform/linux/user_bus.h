@@ -47,9 +47,6 @@ class BusCall {
   sd_bus_message* answer() const { return failure_.number == 0 ? answer_.get() : nullptr; }
   const BusFailure& failure() const { return failure_; }
 
-  /// Who answered, as the bus says: no other connection can have this name. "" for nobody.
-  std::string answeredBy() const;
-
  private:
   BusCall(UserBus& bus, BusMessage call);
   static BusMessage request(UserBus& bus, const char* destination, const char* path,

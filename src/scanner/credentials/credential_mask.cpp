@@ -99,11 +99,6 @@ std::string redacted(std::string_view line, const std::vector<TextSpan>& matches
 
 }  // namespace
 
-std::optional<std::vector<std::string>> maskedArguments(
-    std::span<const std::string_view> arguments) {
-  return masked(arguments, credentials::findInArguments(arguments));
-}
-
 std::string maskedLine(std::string_view line) {
   return masked(line, credentials::findInLine(line));
 }

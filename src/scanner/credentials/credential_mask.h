@@ -29,17 +29,13 @@ namespace CredentialMask {
 /// What stands for a value.
 inline constexpr std::string_view kMask = "•••";
 
-/// The arguments with the values masked; none, and nothing allocated, when they hold no
-/// credential. A value is one whole argument, or the whole rest of one, blanks included.
-std::optional<std::vector<std::string>> maskedArguments(
-    std::span<const std::string_view> arguments);
-
 /// A line whose arguments are no longer told apart, with the values masked.
 std::string maskedLine(std::string_view line);
 
 /// What of a process's arguments may be shown.
 struct Shown {
-  /// None when they hold no credential: they may be shown as they are.
+  /// The arguments with the values masked; none, and nothing allocated, when they hold no
+  /// credential. A value is one whole argument, or the whole rest of one, blanks included.
   std::optional<std::vector<std::string>> arguments;
   /// What ProcessScanner::redactSecrets makes of the line, to the character, for what its
   /// pattern matches; the values that the pattern leaves in clear are masked.

@@ -42,13 +42,4 @@ KeyTree::KeyTree(const std::vector<std::string_view>& keys) {
   }
 }
 
-int KeyTree::find(std::string_view text) const {
-  Node node = kRoot;
-  for (const char c : text) {
-    node = next(node, c);
-    if (node == kNowhere) return kNoKey;
-  }
-  return keyAt(node);
-}
-
 }  // namespace credentials

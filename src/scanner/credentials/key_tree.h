@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace credentials {
@@ -33,9 +32,6 @@ class KeyTree {
 
   /// The index of the key that ends here, or kNoKey.
   int keyAt(Node node) const { return key_[node]; }
-
-  /// The index of the key that is the whole text, or kNoKey.
-  int find(std::string_view text) const;
 
  private:
   struct Children {

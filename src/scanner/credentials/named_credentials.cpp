@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <optional>
 
 #include "scanner/credentials/credential_value.h"

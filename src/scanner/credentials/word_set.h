@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <string_view>
-#include <vector>
 
 #include "scanner/credentials/key_tree.h"
 #include "text/ascii.h"

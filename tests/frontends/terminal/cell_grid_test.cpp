@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/row_name.h"
+#include "frontends/terminal/grid_picture.h"
 
 using terminal::CellGrid;
 
@@ -11,8 +12,8 @@ namespace {
 TEST(CellGrid, ShowsWhatWasWritten) {
   CellGrid grid({8, 2});
   EXPECT_EQ(grid.write(1, 1, "模é", {}, 8), 3);
-  EXPECT_EQ(grid.row(0), "");
-  EXPECT_EQ(grid.row(1), " 模é");
+  EXPECT_EQ(rowOf(grid, 0), "");
+  EXPECT_EQ(rowOf(grid, 1), " 模é");
   EXPECT_EQ(grid.at(1, 1).columns, 2);
   EXPECT_EQ(grid.at(2, 1).columns, 0);
 }
@@ -20,7 +21,7 @@ TEST(CellGrid, ShowsWhatWasWritten) {
 TEST(CellGrid, CutsAtItsRightEdge) {
   CellGrid grid({5, 1});
   EXPECT_EQ(grid.write(2, 0, "abcdef", {}, 99), 3);
-  EXPECT_EQ(grid.row(0), "  ab…");
+  EXPECT_EQ(rowOf(grid, 0), "  ab…");
 }
 
 TEST(CellGrid, IgnoresWhatLiesOutside) {
@@ -28,7 +29,7 @@ TEST(CellGrid, IgnoresWhatLiesOutside) {
   grid.write(0, 5, "abc", {}, 3);
   grid.write(9, 0, "abc", {}, 3);
   grid.fill({-1, -1, 9, 9}, "x", {});
-  EXPECT_EQ(grid.row(0), "xxx");
+  EXPECT_EQ(rowOf(grid, 0), "xxx");
 }
 
 TEST(CellGrid, HoldsTheLongestCellThatThereIs) {
@@ -36,7 +37,7 @@ TEST(CellGrid, HoldsTheLongestCellThatThereIs) {
   const std::string marks = "\U0001E8D0\U0001E8D1\U0001E8D2\U0001E8D3\U0001E8D4";
   CellGrid grid({3, 1});
   grid.write(0, 0, marks, {}, 3);
-  EXPECT_EQ(grid.row(0), " " + marks);
+  EXPECT_EQ(rowOf(grid, 0), " " + marks);
 }
 
 struct OverwriteRow {
@@ -52,7 +53,7 @@ TEST_P(CellGridOverwrites, LeaveNoHalfOfAWideCharacter) {
   CellGrid grid({6, 1});
   grid.write(1, 0, "模型", {}, 6);
   grid.write(GetParam().x, 0, GetParam().text, {}, 6);
-  EXPECT_EQ(grid.row(0), GetParam().row);
+  EXPECT_EQ(rowOf(grid, 0), GetParam().row);
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, CellGridOverwrites,

@@ -88,8 +88,8 @@ TEST(MenuPicture, IsAsciiWhereTheTerminalIs) {
   MenuView view;
   const CellGrid grid = painted(view, sample(), {80, 24}, kAscii);
   EXPECT_EQ(pictureOf(grid), terminal::inAscii(pictureOf(grid)));
-  EXPECT_EQ(grid.row(8), " o * Ollama Server  -   4.0 GB [locked]  [A]");
-  EXPECT_THAT(grid.row(0), HasSubstr(" Vorda2  "));
+  EXPECT_EQ(rowOf(grid, 8), " o * Ollama Server  -   4.0 GB [locked]  [A]");
+  EXPECT_THAT(rowOf(grid, 0), HasSubstr(" Vorda2  "));
 }
 
 TEST(MenuPicture, SaysWhatSizeItNeeds) {
@@ -97,11 +97,11 @@ TEST(MenuPicture, SaysWhatSizeItNeeds) {
   EXPECT_TRUE(terminal::isTooSmall(grid.size()));
   EXPECT_FALSE(terminal::isTooSmall({40, 10}));
   terminal::paintTooSmall(grid, kPlain);
-  EXPECT_EQ(grid.row(0), "Vorda needs 40 x 10");
+  EXPECT_EQ(rowOf(grid, 0), "Vorda needs 40 x 10");
 
   CellGrid tiny({8, 1});
   terminal::paintTooSmall(tiny, kPlain);
-  EXPECT_EQ(tiny.row(0), "Vorda n…");
+  EXPECT_EQ(rowOf(tiny, 0), "Vorda n…");
   CellGrid none({0, 0});
   terminal::paintTooSmall(none, kPlain);
 }
@@ -137,7 +137,8 @@ TEST(MenuPicture, CutsLongTitlesButKeepsTheirLetter) {
   top.rows[0].title = std::string(60, 'x');
   Menu menu = SampleMenu::menu({top});
   SampleMenu::setStrip(menu, {1}, 0.5, 0.1);
-  EXPECT_EQ(painted(view, menu, {40, 16}, kPlain).row(8), " ● " + std::string(29, 'x') + "…  [A]");
+  EXPECT_EQ(rowOf(painted(view, menu, {40, 16}, kPlain), 8),
+            " ● " + std::string(29, 'x') + "…  [A]");
 }
 
 TEST(MenuPicture, ShowsForeignTextHarmlessly) {
@@ -146,8 +147,8 @@ TEST(MenuPicture, ShowsForeignTextHarmlessly) {
   top.rows[0].title = "evil\nPID 1 \x1B[2J";
   top.rows[0].toolTip = "evil\x1B]0;x\x07\nOwner: ada";
   const CellGrid grid = painted(view, SampleMenu::menu({top}), {80, 24}, kPlain);
-  EXPECT_EQ(grid.row(8), " ● evil\uFFFDPID 1 \uFFFD[2J");
-  EXPECT_EQ(grid.row(21), " evil\uFFFD]0;x\uFFFD · Owner: ada");
+  EXPECT_EQ(rowOf(grid, 8), " ● evil\uFFFDPID 1 \uFFFD[2J");
+  EXPECT_EQ(rowOf(grid, 21), " evil\uFFFD]0;x\uFFFD · Owner: ada");
 }
 
 TEST(MenuPicture, ReversesTheSelectedRow) {
@@ -187,9 +188,9 @@ TEST_P(SubmenuPicture, StandsOnTheScreenAndLeavesItsRowInSight) {
   CellGrid grid(size);
   paintMenu(grid, view, geometry, "Vorda²", kPlain);
   const auto index = static_cast<int>(*view.cursor().selected() - view.cursor().top());
-  EXPECT_THAT(grid.row(geometry.list.y + index),
+  EXPECT_THAT(rowOf(grid, geometry.list.y + index),
               HasSubstr("● P" + std::to_string(1 + GetParam().downs)));
-  EXPECT_THAT(grid.row(box.y), HasSubstr("┌"));
+  EXPECT_THAT(rowOf(grid, box.y), HasSubstr("┌"));
   const std::string rows = pictureOf(grid);
   EXPECT_THAT(rows, HasSubstr("Force Quit ( 100 MB)"));
   EXPECT_THAT(rows, HasSubstr("Full details…"));
@@ -221,9 +222,10 @@ TEST_P(NoticePicture, StandsAboveTheKeysAndTakesItsRoomFromTheList) {
   const CellGrid grid = painted(view, menu, size, kPlain);
   const auto count = static_cast<int>(GetParam().lines.size());
   for (int i = 0; i < count; ++i) {
-    EXPECT_EQ(grid.row(size.height - 1 - count + i), GetParam().lines[static_cast<std::size_t>(i)]);
+    EXPECT_EQ(rowOf(grid, size.height - 1 - count + i),
+              GetParam().lines[static_cast<std::size_t>(i)]);
   }
-  EXPECT_THAT(grid.row(size.height - 1), HasSubstr("q Quit"));
+  EXPECT_THAT(rowOf(grid, size.height - 1), HasSubstr("q Quit"));
   EXPECT_EQ(listHeight(size, view, kPlain), before - count);
   EXPECT_GE(listHeight(size, view, kPlain), 4);
 }
@@ -277,7 +279,7 @@ TEST(SubmenuPicture, OfALongRowStandsBelowIt) {
   const auto geometry = menuGeometry(size, view, kPlain);
   CellGrid grid(size);
   paintMenu(grid, view, geometry, "Vorda²", kPlain);
-  EXPECT_THAT(grid.row(geometry.submenu->y - 1), HasSubstr("● xxxxxxxx"));
+  EXPECT_THAT(rowOf(grid, geometry.submenu->y - 1), HasSubstr("● xxxxxxxx"));
 }
 
 }  // namespace
