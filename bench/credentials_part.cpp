@@ -2,6 +2,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "cpu_clock.h"
@@ -136,10 +137,12 @@ void measureCredentials(const Options& options, Report& report) {
   std::vector<TextSpan> spans;
   std::vector<credentials::ArgumentSpan> inArguments;
   const std::pair<const char*, Work> works[] = {
-      {"redactSecrets", [](const Worst& w) { ProcessScanner::redactSecrets(w.text); }},
-      {"maskedLine", [](const Worst& w) { CredentialMask::maskedLine(w.text); }},
-      {"shown", [](const Worst& w) { CredentialMask::shown(w.one, w.text); }},
-      {"shown, many arguments", [](const Worst& w) { CredentialMask::shown(w.many, w.joined); }},
+      {"redactSecrets",
+       [](const Worst& w) { std::ignore = ProcessScanner::redactSecrets(w.text); }},
+      {"maskedLine", [](const Worst& w) { std::ignore = CredentialMask::maskedLine(w.text); }},
+      {"shown", [](const Worst& w) { std::ignore = CredentialMask::shown(w.one, w.text); }},
+      {"shown, many arguments",
+       [](const Worst& w) { std::ignore = CredentialMask::shown(w.many, w.joined); }},
       {"names",
        [&](const Worst& w) {
          spans.clear();

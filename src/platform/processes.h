@@ -43,7 +43,7 @@ std::vector<std::int32_t> allPids();
 /// has neither arguments nor an executable. Arguments that are empty or not UTF-8 are
 /// left out; of longer command lines than kLongestCommandLine only the arguments that fit whole
 /// are read (the first of them cut where it alone is too long).
-bool readProcess(std::int32_t pid, ProcessFacts& facts);
+[[nodiscard]] bool readProcess(std::int32_t pid, ProcessFacts& facts);
 
 /// The memory that the process itself keeps busy, in bytes; none when unreadable.
 std::optional<std::uint64_t> physicalFootprint(std::int32_t pid);
@@ -52,7 +52,7 @@ std::optional<std::uint64_t> physicalFootprint(std::int32_t pid);
 /// asked of this pid since then was told of one and the same process. False when it has ended
 /// meanwhile, and the pid may be another's by now: nothing that was read of it counts. Where
 /// it can't be told which process it was, this is true and facts.identity stays empty.
-bool confirmProcess(std::int32_t pid, ProcessFacts& facts);
+[[nodiscard]] bool confirmProcess(std::int32_t pid, ProcessFacts& facts);
 
 /// ProcessFacts::identity of the process that has the pid now; none when it is gone or can't
 /// be told. Linux: the inode of its pidfd where the kernel never gives one twice (6.9 and

@@ -11,7 +11,7 @@ enum class Signal { quit, forceQuit };
 /// One process held fast, so that the process that was examined is the one that is
 /// signalled even when its pid is given to another meanwhile. Where the system can't
 /// hold a process, the pid alone stands for it; what is gone already stays gone.
-class SignalTarget {
+class [[nodiscard]] SignalTarget {
  public:
   /// Never fails: a process that is gone, or can't be held, shows in what follows.
   explicit SignalTarget(std::int32_t pid);
@@ -27,7 +27,7 @@ class SignalTarget {
 
   /// Sends the signal: 0, or the error number. A pid below 1 is never signalled (it
   /// would name a group of processes): EINVAL.
-  int send(Signal signal) const;
+  [[nodiscard]] int send(Signal signal) const;
 
  private:
   std::int32_t pid_;

@@ -16,7 +16,7 @@ namespace ProcessScanner {
 class ProcessSampler {
  public:
   /// Reads the process. False when no name can be found: there is nothing to show.
-  bool sample(std::int32_t pid);
+  [[nodiscard]] bool sample(std::int32_t pid);
 
   /// The last path component of the first argument, else of the executable; never empty.
   std::string_view name() const { return facts_.name; }
@@ -32,7 +32,7 @@ class ProcessSampler {
   std::optional<std::uint64_t> startTime() const { return facts_.startTime; }
   /// Asked last: whether all that was asked since sample() is true of one process. When not,
   /// another has its pid by now, or nobody.
-  bool confirm() { return platform::confirmProcess(pid_, facts_); }
+  [[nodiscard]] bool confirm() { return platform::confirmProcess(pid_, facts_); }
   /// Of the confirmed process; none when it can't be told.
   std::optional<std::uint64_t> identity() const { return facts_.identity; }
   /// 0 when unknown: such a process counts as the superuser's.

@@ -77,6 +77,6 @@ std::optional<std::string> flag(std::span<const std::string> arguments,
 
 /// The command line with every option named like a credential, and its value, replaced by
 /// one and the same text.
-std::string redactSecrets(std::string_view commandLine);
+[[nodiscard]] std::string redactSecrets(std::string_view commandLine);
 
 }  // namespace ProcessScanner

@@ -30,14 +30,14 @@ inline constexpr std::size_t kMostTextBytes = 16 * std::size_t{1024};
 
 /// `text` as one harmless line of at most kMostTextBytes: of a longer one as many characters as
 /// fit, and "…".
-std::string displayLine(std::string_view text);
+[[nodiscard]] std::string displayLine(std::string_view text);
 
 /// As above, but a line feed stays one: for a text whose lines are the program's own.
-std::string displayLines(std::string_view text);
+[[nodiscard]] std::string displayLines(std::string_view text);
 
 /// As displayLine, for the name of a process, a user, a product or a service, of which at most
 /// kMostNameBytes are shown. One that begins with a combining mark begins with U+25CC, the mark's
 /// usual ground, so that it does not stand on a character of the program's own.
-std::string displayName(std::string_view text);
+[[nodiscard]] std::string displayName(std::string_view text);
 
 }  // namespace text

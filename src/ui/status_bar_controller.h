@@ -51,7 +51,7 @@ class StatusBarController : public MenuDelegate {
   using Sender = const MenuItem&;
 
   /// Counts one action for as long as it runs, with all the alerts that it shows.
-  class ActionUnderWay {
+  class [[nodiscard]] ActionUnderWay {
    public:
     explicit ActionUnderWay(int& count) : count_(count) { ++count_; }
     ~ActionUnderWay() { --count_; }

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 
 #include "macos/stage_test.h"
 
@@ -62,7 +63,7 @@ TEST_F(Launchctl, WhatIsNoErrorGoesNowhere) {
   const std::string path = Stage::homePath() + "/output";
   {
     const OutputInFile output(path);
-    platform::runLaunchctl({"x"}, Capture::errors, nextMinute());
+    std::ignore = platform::runLaunchctl({"x"}, Capture::errors, nextMinute());
   }
   EXPECT_EQ(std::filesystem::file_size(path), 0);
 }

@@ -20,5 +20,5 @@ struct TrayTexts {
 /// has shown itself; 1, after one line on standard error, when that one does not answer. Ends
 /// the program with 1 when there is no display. The other instance is waited for as long as
 /// `patience` says.
-int runTray(const TrayTexts& texts, bool opensSettings,
-            std::chrono::milliseconds patience = InstanceName::kPatience);
+[[nodiscard]] int runTray(const TrayTexts& texts, bool opensSettings,
+                          std::chrono::milliseconds patience = InstanceName::kPatience);

@@ -27,7 +27,7 @@ class ChoiceGuard {
   };
   /// Whether this may do what it does. Wants all that comes from the terminal, in its order;
   /// `now` is when it was read.
-  Verdict judge(const Input& input, double now);
+  [[nodiscard]] Verdict judge(const Input& input, double now);
 
  private:
   enum class Effect { moves, commands, chooses, clicks };

@@ -20,7 +20,7 @@ struct TerminalCheck;
 class CursesScreen : public Screen {
  public:
   /// Empty when the terminal can't show a menu; `error` then says why, in one line.
-  static std::unique_ptr<CursesScreen> open(std::string& error);
+  [[nodiscard]] static std::unique_ptr<CursesScreen> open(std::string& error);
   ~CursesScreen() override;
   CursesScreen(const CursesScreen&) = delete;
   CursesScreen& operator=(const CursesScreen&) = delete;

@@ -11,7 +11,7 @@ namespace terminal {
 std::string directColorDescription();
 
 /// While it exists, curses finds this compiled description instead of the installed ones.
-class DescriptionInEnvironment {
+class [[nodiscard]] DescriptionInEnvironment {
  public:
   explicit DescriptionInEnvironment(const std::string& compiled);
   ~DescriptionInEnvironment();

@@ -12,7 +12,7 @@ class PasteFilter {
   /// Whether this is part of a paste, or a bracket. Wants all that comes from the terminal, in
   /// its order. A bracket whose bytes come one by one is known by its last: the Escape that it
   /// begins with has then been taken for the key.
-  bool takes(const Input& input);
+  [[nodiscard]] bool takes(const Input& input);
 
   /// A paste whose end gets lost is over when nothing has come for so many seconds.
   static constexpr double kPatience = 2;

@@ -9,7 +9,7 @@ namespace terminal {
 /// The signals that a terminal program has to answer, made readable: a descriptor to wait
 /// for, and then the signals in their order. While it exists, SIGPIPE does nothing. There is
 /// at most one.
-class SignalPipe {
+class [[nodiscard]] SignalPipe {
  public:
   SignalPipe();
   ~SignalPipe();

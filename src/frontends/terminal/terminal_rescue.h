@@ -11,7 +11,7 @@ namespace terminal {
 /// signal that would end it, but for those that cannot be caught, and those that somebody
 /// ignores or answers when this is made. Armed while the terminal is not in its ordinary state.
 /// There is at most one.
-class TerminalRescue {
+class [[nodiscard]] TerminalRescue {
  public:
   /// `modes` are the ordinary ones; `reset` is at most 512 bytes long.
   TerminalRescue(int terminal, const termios& modes, const std::string& reset);

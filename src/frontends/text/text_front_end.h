@@ -12,7 +12,7 @@ class TextFrontEnd : public FrontEnd {
   /// can't be written (a full disk, a reader that is gone, a closed output), which is told
   /// on standard error in one line. A reader that is gone does not end the process by
   /// SIGPIPE while this prints.
-  int print(const Menu& menu, std::FILE* out);
+  [[nodiscard]] int print(const Menu& menu, std::FILE* out);
 
   void setTitle(const std::string&) override {}
   void setToolTip(const std::string&) override {}
@@ -28,4 +28,4 @@ class TextFrontEnd : public FrontEnd {
 
 /// Takes one sample of the machine and prints its menu, as TextFrontEnd::print does; returns
 /// the program's exit status.
-int runText(std::FILE* out);
+[[nodiscard]] int runText(std::FILE* out);

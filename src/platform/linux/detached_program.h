@@ -12,6 +12,6 @@ std::string findProgram(const std::string& name);
 /// Starts a program that has nothing to do with this one any more: a session of its own, no
 /// terminal, none of our open files, and somebody else's to reap. `command` is not empty, and
 /// no shell sees it; `folder` is where it starts ("": here). 0, or the error number.
-int startDetached(std::vector<std::string> command, const std::string& folder);
+[[nodiscard]] int startDetached(std::vector<std::string> command, const std::string& folder);
 
 }  // namespace platform

@@ -7,7 +7,7 @@
 namespace platform {
 
 /// An open file descriptor, closed at the end of its scope; below 0: none.
-class FileDescriptor {
+class [[nodiscard]] FileDescriptor {
  public:
   explicit FileDescriptor(int fd = -1) : fd_(fd) {}
   ~FileDescriptor() {

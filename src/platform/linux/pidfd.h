@@ -9,11 +9,11 @@ namespace platform {
 
 /// Pins a process: a descriptor, which is never inherited, or minus the error number
 /// (-ESRCH: no such process; -ENOSYS: the kernel is older than 5.3).
-int openPidfd(pid_t pid);
+[[nodiscard]] int openPidfd(pid_t pid);
 
 /// Signals the pinned process, or only looks whether it is still there (signal 0): 0, or the
 /// error number.
-int sendSignal(int pidfd, int signal);
+[[nodiscard]] int sendSignal(int pidfd, int signal);
 
 /// A number that no other process has or will have while the machine is up: the inode of its
 /// pidfd. None where kernels give all pidfds one inode (before 6.9), or one of 32 bits.

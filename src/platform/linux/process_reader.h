@@ -30,9 +30,9 @@ class ProcessReader {
   explicit ProcessReader(const ProcFs& proc, IdentitySource identitySource = nullptr);
 
   std::vector<std::int32_t> pids();
-  bool read(std::int32_t pid, ProcessFacts& facts);
+  [[nodiscard]] bool read(std::int32_t pid, ProcessFacts& facts);
   std::optional<std::uint64_t> footprint(std::int32_t pid);
-  bool confirm(std::int32_t pid, ProcessFacts& facts);
+  [[nodiscard]] bool confirm(std::int32_t pid, ProcessFacts& facts);
   std::optional<std::uint64_t> identity(std::int32_t pid);
   std::optional<ProcessState> state(std::int32_t pid);
   std::optional<std::uint32_t> effectiveUid(std::int32_t pid) const { return proc_.owner(pid); }

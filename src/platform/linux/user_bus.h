@@ -72,8 +72,8 @@ class UserBus {
   /// Begins to talk to the bus at one of these sockets, as connectToUserBus finds it. Calls can be
   /// made at once; they are sent when the bus has greeted. Null, and `failure` filled, where there
   /// is no bus.
-  static std::unique_ptr<UserBus> open(const std::vector<std::string>& sockets,
-                                       BusFailure& failure);
+  [[nodiscard]] static std::unique_ptr<UserBus> open(const std::vector<std::string>& sockets,
+                                                     BusFailure& failure);
 
   /// Works off what comes, until `isDone` or the deadline, whatever the other side sends.
   Progress waitUntil(const std::function<bool()>& isDone, Deadline deadline, BusFailure& failure);

@@ -17,6 +17,6 @@ std::vector<std::string> userBusSockets(const std::filesystem::path& runtime = "
 /// A connection to the first of these sockets at which one of the user's own programs listens.
 /// Never waits: where nobody takes connections at present, `error` is EAGAIN. None, and `error`
 /// says why, where there is no such socket.
-FileDescriptor connectToUserBus(const std::vector<std::string>& sockets, int& error);
+[[nodiscard]] FileDescriptor connectToUserBus(const std::vector<std::string>& sockets, int& error);
 
 }  // namespace platform

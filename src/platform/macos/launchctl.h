@@ -17,7 +17,7 @@ struct LaunchctlReply {
 /// Runs launchctl and waits for its end, but not beyond the deadline: then it is killed. What
 /// it prints is read meanwhile, so that it never waits for a reader; with Capture::errors that
 /// is its standard error alone.
-LaunchctlReply runLaunchctl(const std::vector<std::string>& arguments, Capture capture,
-                            Clock::time_point deadline);
+[[nodiscard]] LaunchctlReply runLaunchctl(const std::vector<std::string>& arguments,
+                                          Capture capture, Clock::time_point deadline);
 
 }  // namespace platform

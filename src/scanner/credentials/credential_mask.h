@@ -30,7 +30,7 @@ namespace CredentialMask {
 inline constexpr std::string_view kMask = "•••";
 
 /// A line whose arguments are no longer told apart, with the values masked.
-std::string maskedLine(std::string_view line);
+[[nodiscard]] std::string maskedLine(std::string_view line);
 
 /// What of a process's arguments may be shown.
 struct Shown {
@@ -43,6 +43,6 @@ struct Shown {
 };
 
 /// `joined`: the arguments, joined by single blanks.
-Shown shown(std::span<const std::string_view> arguments, std::string_view joined);
+[[nodiscard]] Shown shown(std::span<const std::string_view> arguments, std::string_view joined);
 
 }  // namespace CredentialMask

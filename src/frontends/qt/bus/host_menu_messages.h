@@ -13,19 +13,19 @@ namespace HostMenuMessages {
 /// Names of properties that were asked for; empty: all.
 using PropertyNames = std::vector<std::string>;
 
-int readNames(sd_bus_message* call, PropertyNames& names);
-int readIds(sd_bus_message* call, std::vector<int>& ids);
+[[nodiscard]] int readNames(sd_bus_message* call, PropertyNames& names);
+[[nodiscard]] int readIds(sd_bus_message* call, std::vector<int>& ids);
 
 /// Appends "(ia{sv}av)": the item and what is below it, `depth` levels of that (-1: all).
-int appendLayout(sd_bus_message* message, const ExportedMenu::Node& node, int depth,
-                 const PropertyNames& names);
+[[nodiscard]] int appendLayout(sd_bus_message* message, const ExportedMenu::Node& node, int depth,
+                               const PropertyNames& names);
 
 /// Appends "(ia{sv})".
-int appendProperties(sd_bus_message* message, const ExportedMenu::Node& node,
-                     const PropertyNames& names);
+[[nodiscard]] int appendProperties(sd_bus_message* message, const ExportedMenu::Node& node,
+                                   const PropertyNames& names);
 
 /// Appends one property as "v"; an empty string for one that the item does not have.
-int appendProperty(sd_bus_message* message, const ExportedMenu::Node& node,
-                   const std::string& name);
+[[nodiscard]] int appendProperty(sd_bus_message* message, const ExportedMenu::Node& node,
+                                 const std::string& name);
 
 }  // namespace HostMenuMessages

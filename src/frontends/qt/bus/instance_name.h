@@ -27,7 +27,7 @@ class InstanceName : public QObject {
   static constexpr std::chrono::milliseconds kPatience{3000};
 
   /// Takes the name, or activates the one who has it. Needs no event loop; asks a few questions.
-  Outcome claim(std::chrono::milliseconds patience = kPatience);
+  [[nodiscard]] Outcome claim(std::chrono::milliseconds patience = kPatience);
 
   /// Takes the name if it is free, for an instance that runs already.
   void claimLater();

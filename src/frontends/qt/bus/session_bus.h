@@ -20,7 +20,7 @@ class SessionBus : public QObject {
   /// Connects, and waits until the bus has greeted back; nullptr when there is no bus or it
   /// has not answered in that time: the environment hides it then, until a later call finds
   /// it, from whoever else would wait for it. Needs no event loop.
-  static std::unique_ptr<SessionBus> open(std::chrono::milliseconds patience);
+  [[nodiscard]] static std::unique_ptr<SessionBus> open(std::chrono::milliseconds patience);
 
   ~SessionBus() override;
 
@@ -28,7 +28,8 @@ class SessionBus : public QObject {
 
   /// Works off what comes in until `done` is true: false when the time was over first, or
   /// the connection was lost. For the time before there is an event loop.
-  bool waitUntil(const std::function<bool()>& done, std::chrono::milliseconds patience);
+  [[nodiscard]] bool waitUntil(const std::function<bool()>& done,
+                               std::chrono::milliseconds patience);
 
   /// From now on the event loop works off what comes in.
   void serve();
