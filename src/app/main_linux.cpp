@@ -53,5 +53,5 @@ int main(int argc, char**) {
   std::setlocale(LC_CTYPE, "");  // not LC_NUMERIC: figures are written alike everywhere
   const Surroundings surroundings = lookAround();
   if (chooseFrontEnd(surroundings) == FrontEndKind::tray) tryTray(surroundings);
-  return surroundings.onTerminal ? runTerminal(Branding::aboutAlert()) : runText(stdout);
+  return surroundings.onTerminal ? terminal::runTerminal(Branding::aboutAlert()) : runText(stdout);
 }

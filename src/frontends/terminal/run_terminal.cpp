@@ -8,9 +8,11 @@
 #include "frontends/terminal/terminal_front_end.h"
 #include "ui/status_bar_controller.h"
 
+namespace terminal {
+
 int runTerminal(Alert about) {
   std::string error;
-  const auto screen = terminal::CursesScreen::open(error);
+  const auto screen = CursesScreen::open(error);
   if (!screen) {
     std::fprintf(stderr, "vorda: %s\n", error.c_str());
     return 1;
@@ -20,3 +22,5 @@ int runTerminal(Alert about) {
   frontEnd.run(controller);
   return 0;
 }
+
+}  // namespace terminal

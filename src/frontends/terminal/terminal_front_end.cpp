@@ -9,9 +9,7 @@
 #include "frontends/terminal/row_key.h"
 #include "frontends/terminal/targets.h"
 
-using terminal::Input;
-using terminal::MenuRequest;
-
+namespace terminal {
 namespace {
 
 constexpr double kHintSeconds = 2;
@@ -46,7 +44,7 @@ Input TerminalFrontEnd::nextInput() {
 
 /// Whether the user meant what it does. Says so where the user may wonder.
 bool TerminalFrontEnd::counts(const Input& input) {
-  using Verdict = terminal::ChoiceGuard::Verdict;
+  using Verdict = ChoiceGuard::Verdict;
   const Verdict verdict = guard_.judge(input, screen_.now());
   if (paste_.takes(input)) {
     hint("What is pasted does nothing here.");
@@ -65,38 +63,38 @@ void TerminalFrontEnd::hint(const std::string& text) {
   needsDrawing_ = true;
 }
 
-terminal::MenuGeometry TerminalFrontEnd::geometry() const {
-  return terminal::menuGeometry(screen_.size(), view_, screen_.look());
+MenuGeometry TerminalFrontEnd::geometry() const {
+  return menuGeometry(screen_.size(), view_, screen_.look());
 }
 
 void TerminalFrontEnd::draw() {
   needsDrawing_ = false;
-  const terminal::Size size = screen_.size();
-  terminal::CellGrid grid(size);
-  terminal::Targets targets{.size = size};
-  if (terminal::isTooSmall(size)) {
-    terminal::paintTooSmall(grid, screen_.look());
+  const Size size = screen_.size();
+  CellGrid grid(size);
+  Targets targets{.size = size};
+  if (isTooSmall(size)) {
+    paintTooSmall(grid, screen_.look());
   } else {
     if (size != drawnSize_) {
       view_.resized(geometry());
       layOut(alert_);
       drawnSize_ = size;
     }
-    terminal::paintMenu(grid, view_, geometry(), title_, screen_.look());
+    paintMenu(grid, view_, geometry(), title_, screen_.look());
     if (alert_ != nullptr) alert_->paint(grid);
-    targets = terminal::targetsOf(size, view_, geometry(), alert_);
+    targets = targetsOf(size, view_, geometry(), alert_);
   }
   screen_.draw(grid);
   guard_.shown(std::move(targets), screen_.now());
 }
 
-void TerminalFrontEnd::layOut(terminal::AlertView* alert) const {
-  const terminal::Size size = screen_.size();
-  if (alert != nullptr && !terminal::isTooSmall(size)) alert->layOut(size);
+void TerminalFrontEnd::layOut(AlertView* alert) const {
+  const Size size = screen_.size();
+  if (alert != nullptr && !isTooSmall(size)) alert->layOut(size);
 }
 
 void TerminalFrontEnd::handle(const Input& input) {
-  const bool tooSmall = terminal::isTooSmall(screen_.size());
+  const bool tooSmall = isTooSmall(screen_.size());
   const bool quits = input.kind == Input::Kind::character && input.character == U'q';
   if (tooSmall && !quits) return;  // nobody sees what a key would do
   const MenuRequest request = view_.handle(input, geometry());
@@ -124,7 +122,7 @@ void TerminalFrontEnd::handle(const Input& input) {
       }
       break;
     case MenuRequest::Kind::showKeys:
-      runModal(terminal::keysAlert());
+      runModal(keysAlert());
       break;
     case MenuRequest::Kind::quit:
       perform(Action::quitApp);
@@ -135,10 +133,10 @@ void TerminalFrontEnd::handle(const Input& input) {
 /// The menu is brought up to date first. That may move the selected row, so the submenu that
 /// opens is the one of the row that the user chose, or none when it is gone.
 void TerminalFrontEnd::openSubmenu() {
-  const std::optional<terminal::RowKey> chosen = view_.selectedKey();
+  const std::optional<RowKey> chosen = view_.selectedKey();
   reportClosed();
   delegate_->menuNeedsUpdate();
-  if (!chosen || !terminal::findRow(view_.rows(), *chosen)) return;
+  if (!chosen || !findRow(view_.rows(), *chosen)) return;
   reportOpened();
   view_.openSubmenu();
   view_.resized(geometry());
@@ -176,7 +174,7 @@ void TerminalFrontEnd::setTitle(const std::string& title) {
 void TerminalFrontEnd::setToolTip(const std::string&) {}  // the menu itself says it all
 
 void TerminalFrontEnd::menuRebuilt(std::shared_ptr<const Menu> menu) {
-  view_.rebuilt(std::move(menu), terminal::listHeight(screen_.size(), view_, screen_.look()));
+  view_.rebuilt(std::move(menu), listHeight(screen_.size(), view_, screen_.look()));
   needsDrawing_ = true;
 }
 
@@ -199,15 +197,15 @@ void TerminalFrontEnd::cancelTracking() {
 int TerminalFrontEnd::runModal(const Alert& alert) {
   const bool opens = !menuOpen_;
   if (opens) reportOpened();
-  terminal::AlertView view(alert, screen_.look());
-  terminal::AlertView* const below = std::exchange(alert_, &view);
+  AlertView view(alert, screen_.look());
+  AlertView* const below = std::exchange(alert_, &view);
   layOut(alert_);
   needsDrawing_ = true;
 
   std::optional<int> answer;
   while (!answer && !ended_) {
     const Input input = nextInput();
-    const bool seen = !terminal::isTooSmall(screen_.size());
+    const bool seen = !isTooSmall(screen_.size());
     if (seen || input.kind == Input::Kind::escape) answer = view.handle(input);
   }
 
@@ -230,3 +228,5 @@ std::shared_ptr<ScheduledWork> TerminalFrontEnd::after(double seconds, std::func
 void TerminalFrontEnd::terminate() {
   ended_ = true;
 }
+
+}  // namespace terminal

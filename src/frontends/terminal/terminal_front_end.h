@@ -12,13 +12,15 @@
 #include "frontends/terminal/work_queue.h"
 #include "ui/front_end.h"
 
+namespace terminal {
+
 /// The menu on a whole terminal. The menu is always in sight here, so it counts as open
 /// while a submenu or an alert is open: that is when nothing may move under the user's
 /// hands.
 class TerminalFrontEnd : public FrontEnd {
  public:
   /// `screen` outlives it.
-  explicit TerminalFrontEnd(terminal::Screen& screen) : screen_(screen) {}
+  explicit TerminalFrontEnd(Screen& screen) : screen_(screen) {}
 
   /// Shows the menu, and reports to `delegate`, until the user quits or the terminal is gone.
   void run(MenuDelegate& delegate);
@@ -35,12 +37,12 @@ class TerminalFrontEnd : public FrontEnd {
   void terminate() override;
 
  private:
-  terminal::Input nextInput();
+  Input nextInput();
   void draw();
-  terminal::MenuGeometry geometry() const;
-  void layOut(terminal::AlertView* alert) const;
-  void handle(const terminal::Input& input);
-  bool counts(const terminal::Input& input);
+  MenuGeometry geometry() const;
+  void layOut(AlertView* alert) const;
+  void handle(const Input& input);
+  bool counts(const Input& input);
   void hint(const std::string& text);
   void openSubmenu();
   void perform(std::shared_ptr<const MenuItem> item);
@@ -48,17 +50,19 @@ class TerminalFrontEnd : public FrontEnd {
   void reportOpened();
   void reportClosed();
 
-  terminal::Screen& screen_;
-  terminal::WorkQueue work_;
-  terminal::PasteFilter paste_;
-  terminal::ChoiceGuard guard_;
-  terminal::MenuView view_;
-  terminal::AlertView* alert_ = nullptr;  ///< the one that is open
+  Screen& screen_;
+  WorkQueue work_;
+  PasteFilter paste_;
+  ChoiceGuard guard_;
+  MenuView view_;
+  AlertView* alert_ = nullptr;  ///< the one that is open
   MenuDelegate* delegate_ = nullptr;
   std::string title_;
-  terminal::Size drawnSize_;
+  Size drawnSize_;
   bool needsDrawing_ = true;
   bool menuOpen_ = false;  ///< as the delegate was told
   bool ended_ = false;
   std::shared_ptr<ScheduledWork> endOfHint_;
 };
+
+}  // namespace terminal

@@ -16,13 +16,13 @@ void open(NSString* path) {
 
 void openSystemMonitor() {
   @autoreleasepool {
-    open(nsString(places::kActivityMonitor));
+    open(nsString(Places::kActivityMonitor));
   }
 }
 
 void openDockerDesktop() {
   @autoreleasepool {
-    NSString* path = nsString(places::kDockerDesktop);
+    NSString* path = nsString(Places::kDockerDesktop);
     if ([[NSFileManager defaultManager] fileExistsAtPath:path]) open(path);
   }
 }

@@ -35,7 +35,7 @@ std::vector<LaunchAgentFile> launchAgentFiles() {
     std::vector<LaunchAgentFile> files;
     addLaunchAgentFiles([NSHomeDirectory() stringByAppendingPathComponent:@"Library/LaunchAgents"],
                         files);
-    addLaunchAgentFiles(nsString(places::kMachineLaunchAgents), files);
+    addLaunchAgentFiles(nsString(Places::kMachineLaunchAgents), files);
     return files;
   }
 }

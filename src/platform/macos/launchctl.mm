@@ -56,7 +56,7 @@ LaunchctlReply runLaunchctl(const std::vector<std::string>& arguments, Capture c
   @autoreleasepool {
     NSTask* task = [[[NSTask alloc] init] autorelease];
     NSPipe* pipe = [NSPipe pipe];
-    [task setExecutableURL:[NSURL fileURLWithPath:nsString(places::kLaunchctl)]];
+    [task setExecutableURL:[NSURL fileURLWithPath:nsString(Places::kLaunchctl)]];
     [task setArguments:nsArray(arguments)];
     [task setStandardError:pipe];
     if (capture == Capture::everything) {

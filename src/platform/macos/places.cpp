@@ -1,10 +1,10 @@
 #include "platform/macos/places.h"
 
-namespace platform::places {
+namespace platform::Places {
 
 const char* const kLaunchctl = "/bin/launchctl";
 const char* const kMachineLaunchAgents = "/Library/LaunchAgents";
 const char* const kActivityMonitor = "/System/Applications/Utilities/Activity Monitor.app";
 const char* const kDockerDesktop = "/Applications/Docker.app";
 
-}  // namespace platform::places
+}  // namespace platform::Places

@@ -1,11 +1,11 @@
 #pragma once
 
 /// Where things stand on a Mac.
-namespace platform::places {
+namespace platform::Places {
 
 extern const char* const kLaunchctl;
 extern const char* const kMachineLaunchAgents;  ///< the folder of the machine's launch agent files
 extern const char* const kActivityMonitor;
 extern const char* const kDockerDesktop;
 
-}  // namespace platform::places
+}  // namespace platform::Places

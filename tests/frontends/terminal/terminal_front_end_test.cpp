@@ -9,6 +9,7 @@
 #include "ui/status_bar_controller.h"
 
 using terminal::Input;
+using terminal::TerminalFrontEnd;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
