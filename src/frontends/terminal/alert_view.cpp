@@ -12,7 +12,7 @@ namespace {
 constexpr int kWidest = 76;
 constexpr int kNarrowest = 34;
 constexpr std::size_t kTitleLines = 2;
-constexpr int kRoomyText = 8;  // lines of text that go before empty lines around them
+constexpr int kRoomyText = 8;  // so many lines of text must fit before room is spent on empty ones
 constexpr int kButtonGap = 2;
 constexpr Rgb kWarning{230, 160, 30};
 
@@ -115,7 +115,7 @@ bool AlertView::scrolls() const {
   return rowsOf(text_) > textBox_.height;
 }
 
-/// Scrolls as the key says; false when there is nothing to scroll or the key does not.
+/// Scrolls the text if it is longer than the box and the key is one that scrolls; else false.
 bool AlertView::scrolled(const Input& input) {
   if (!scrolls()) return false;
   const int last = rowsOf(text_) - textBox_.height;

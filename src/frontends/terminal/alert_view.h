@@ -12,13 +12,13 @@
 
 namespace terminal {
 
-/// An alert as it is being answered: a box with the text, which scrolls when it is long, and
-/// the buttons below it.
+/// An open alert: a box with its text, which scrolls when it is long, and the buttons below.
 class AlertView {
  public:
   AlertView(Alert alert, const Look& look);
 
-  /// Breaks the text for a screen of that size, which is not too small.
+  /// Breaks the text into lines for a screen of this size, which must not be too small
+  /// (isTooSmall).
   void layOut(Size screen);
   void paint(CellGrid& grid) const;
 

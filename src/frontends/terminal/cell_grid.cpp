@@ -24,7 +24,7 @@ void CellGrid::put(int x, int y, std::string_view bytes, int columns, const Styl
   Cell* const target = cell(x, y);
   if (target == nullptr || bytes.size() > Cell::kCapacity) return;
 
-  // Half of a wide character can't stay.
+  // Writing over half of a wide character erases the other half.
   if (target->columns == 0) *cell(x - 1, y) = Cell{.style = cell(x - 1, y)->style};
   if (Cell* const last = cell(x + columns - 1, y); last != nullptr && last->columns == 2) {
     *cell(x + columns, y) = Cell{.style = cell(x + columns, y)->style};

@@ -10,7 +10,7 @@
 
 namespace terminal {
 
-/// An opaque colour; whoever shows it finds the nearest that the terminal has.
+/// An opaque colour. The screen shows the nearest one that the terminal has.
 struct Rgb {
   std::uint8_t red = 0;
   std::uint8_t green = 0;
@@ -19,7 +19,7 @@ struct Rgb {
   bool operator==(const Rgb&) const = default;
 };
 
-/// How a cell is painted. Without a colour it has the terminal's own.
+/// How a cell is painted. Where a colour is empty, the terminal's own is used.
 struct Style {
   std::optional<Rgb> foreground = {};
   std::optional<Rgb> background = {};
@@ -53,8 +53,8 @@ struct Box {
 
 /// One place on the screen: a character with its accents, or the right half of a wide one.
 struct Cell {
-  /// A character and as many marks as a terminal's cell takes, in UTF-8; before a mark that has
-  /// nothing to stand on, a blank.
+  /// In bytes of UTF-8: a character and as many combining marks as curses keeps in a cell. A mark
+  /// that follows no character is put on a blank.
   static constexpr std::size_t kCapacity = 21;
 
   std::array<char, kCapacity> bytes{' '};
@@ -65,7 +65,7 @@ struct Cell {
   std::string_view text() const { return {bytes.data(), length}; }
 };
 
-/// A screenful of cells. Whatever is written beyond its edges is cut off there.
+/// A screenful of cells. What is written beyond its edges is cut off.
 class CellGrid {
  public:
   explicit CellGrid(Size size);
@@ -77,7 +77,7 @@ class CellGrid {
   /// Text that does not fit ends in "…" (or `ellipsis`).
   int write(int x, int y, std::string_view text, const Style& style, int columns,
             std::string_view ellipsis = "…");
-  /// Fills a box with one character that is not wide.
+  /// Fills a box with one character, which must be one column wide.
   void fill(const Box& box, std::string_view character, const Style& style);
 
  private:

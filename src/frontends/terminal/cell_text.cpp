@@ -64,7 +64,7 @@ std::size_t takeMarks(std::string_view rest, std::string& shown) {
   return taken;
 }
 
-/// Where a line of at most `columns` ends at the latest: in bytes.
+/// How many bytes of the text fit into a line of `columns`.
 std::size_t lengthThatFits(std::string_view text, int columns) {
   std::size_t length = 0;
   while (length < text.size()) {
@@ -76,7 +76,7 @@ std::size_t lengthThatFits(std::string_view text, int columns) {
   return length;
 }
 
-/// As above, but words stay whole where they can.
+/// The same, but breaking between words where that is possible.
 std::size_t lengthOfLine(std::string_view text, int columns) {
   const std::size_t length = lengthThatFits(text, columns);
   if (length == text.size()) return length;
@@ -101,7 +101,7 @@ CellText firstCellText(std::string_view text) {
   CellText cell;
   cell.columns = columnsOf(first.value);
   cell.bytes = text.substr(0, first.length);
-  if (cell.columns == 0) {  // a mark with nothing to stand on
+  if (cell.columns == 0) {  // a mark that follows no character
     cell.bytes = isInvisible(first.value) ? "" : " " + cell.bytes;
     cell.columns = isInvisible(first.value) ? 0 : 1;
   }

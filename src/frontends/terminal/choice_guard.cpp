@@ -12,8 +12,8 @@ using Kind = Input::Kind;
 // In seconds.
 constexpr double kBetweenKeys = 0.05;
 constexpr double kStill = 0.3;
-constexpr double kSlowestRepeat = 0.12;  // of a held key; a console's is 0.09
-constexpr double kFirstRepeat = 0.75;    // how long after the press most keyboards begin at last
+constexpr double kSlowestRepeat = 0.12;  // between a held key's repeats; a console's is 0.09
+constexpr double kFirstRepeat = 0.75;    // most keyboards begin to repeat by then
 
 bool isKey(Kind kind) {
   switch (kind) {
@@ -49,7 +49,8 @@ void ChoiceGuard::shown(Targets targets, double now) {
 ChoiceGuard::Verdict ChoiceGuard::judge(const Input& input, double now) {
   const Verdict verdict = verdictOf(input);
   if (isKey(input.kind)) {
-    // It may have come long before it was read; the next one is to be the later for that.
+    // The key may have come long before it was read. Taking the later time is the strict choice:
+    // the next key then has to come later to count.
     lastKey_ = now;
     lastKind_ = input.kind;
     if (input.kind == Kind::character) lastLetter_ = now;

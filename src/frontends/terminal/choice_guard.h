@@ -8,25 +8,26 @@
 
 namespace terminal {
 
-/// Keeps keys and clicks from choosing what nobody meant: the keys of a text that is pasted or
-/// of one that is held down, and all that comes while what they would choose is still moving.
+/// Ignores keys and clicks by which the user can't have meant to choose something: pasted text,
+/// the repeats of a key that is held down, and what comes so soon after the screen changed that it
+/// was meant for something else.
 ///
-/// A key that does more than move counts 50 ms or more after the key before it, and 300 ms or
-/// more after a letter: letters come in words. One that chooses what is selected counts only
-/// when that has stood still for 300 ms; a click, when the line under it has. A held key chooses
-/// once, and never answers the question that it led to.
+/// A key that does more than move the selection counts only 50 ms or more after the key before it,
+/// and 300 ms or more after a letter, which may be part of a typed word. A key that chooses the
+/// selection counts only if the selection has not changed for 300 ms; a click, if the line under
+/// it has not. A key that is held down chooses once, and does not answer the alert that it opened.
 class ChoiceGuard {
  public:
-  /// This is what is seen from now on.
+  /// Tells the guard what is on screen from now on.
   void shown(Targets targets, double now);
 
   enum class Verdict {
     counts,
-    ignored,  ///< part of a text, or of a key that is held down
-    tooSoon,  ///< the user may well have meant it, and does not know that it did nothing
+    ignored,  ///< pasted, or the repeat of a held key
+    tooSoon,  ///< perhaps meant: tell the user that it did nothing
   };
-  /// Whether this may do what it does. Wants all that comes from the terminal, in its order;
-  /// `now` is when it was read.
+  /// Whether this input may take effect. To be called with every input, in order; `now` is when it
+  /// was read.
   [[nodiscard]] Verdict judge(const Input& input, double now);
 
  private:

@@ -57,7 +57,8 @@ int nearestOf256(Rgb color) {
 int nearestOf8(Rgb color) {
   const auto [low, high] = std::minmax({color.red, color.green, color.blue});
   if (high - low < 40) return high < 100 ? 0 : 7;  // a grey
-  // The hue decides: what lies in the upper half of the range between the components is on.
+  // The hue decides: a component is on if it lies in the upper half between the least and the
+  // greatest of the three.
   const int middle = (high + low) / 2;
   return (color.red > middle ? 1 : 0) + (color.green > middle ? 2 : 0) +
          (color.blue > middle ? 4 : 0);

@@ -13,14 +13,14 @@ enum class ColorDepth { none, eight, palette256, direct };
 /// What a terminal and the user's environment say about colour.
 struct ColorHints {
   int colors = 0;              ///< as the terminal's description counts them; 0: none
-  bool directByName = false;   ///< the description says that numbers are colours (RGB, Tc)
+  bool directByName = false;   ///< the description says that a colour's number is its RGB value
   std::string_view colorTerm;  ///< COLORTERM
   std::string_view noColor;    ///< NO_COLOR: any text at all forbids colour
 };
 
 ColorDepth colorDepth(const ColorHints& hints);
 
-/// The nearest of the fixed colours 16 to 255; the first 16 are the user's own theme.
+/// The nearest of the colours 16 to 255. The first 16 depend on the user's theme.
 int nearestOf256(Rgb color);
 
 /// The nearest of black, red, green, yellow, blue, magenta, cyan and white, 0 to 7.

@@ -7,7 +7,8 @@ namespace {
 
 constexpr int kOwnColor = -1;  // the terminal's
 
-/// On eight colours a ground may turn out darker or lighter than the colour it stands for.
+/// With eight colours the ground that is shown may be darker or lighter than the one asked for, so
+/// what is readable depends on the shown one.
 int readableOnEight(int ground) {
   const bool dark = ground == COLOR_BLACK || ground == COLOR_RED || ground == COLOR_BLUE ||
                     ground == COLOR_MAGENTA;

@@ -7,7 +7,7 @@
 
 namespace terminal {
 
-/// Colours as the curses library has them on this terminal. It wants a terminal to be open.
+/// The curses library's colours on this terminal. curses must have been started.
 class CursesColors {
  public:
   explicit CursesColors(ColorDepth depth);

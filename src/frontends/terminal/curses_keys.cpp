@@ -5,10 +5,10 @@
 namespace terminal {
 namespace {
 
-constexpr int kEscapeDelay = 25;  // milliseconds; the rest of a key's bytes comes at once
+constexpr int kEscapeDelay = 25;  // milliseconds; the bytes of one key come without a pause
 constexpr wint_t kControlL = 0x0C;
 
-// Codes of our own, beyond those that curses gives keys of a terminal's description.
+// Key codes of our own, above those that curses gives the keys of a terminal's description.
 constexpr int kPasteBegin = 0x1000;
 constexpr int kPasteEnd = 0x1001;
 
@@ -17,7 +17,7 @@ struct KeyBytes {
   int key;
 };
 
-/// Some terminals, and programs that play one, send a key's other form.
+/// Some terminals send another sequence for a key than their description says.
 constexpr KeyBytes kOtherForms[] = {
     {"\033[A", KEY_UP},     {"\033OA", KEY_UP},     {"\033[B", KEY_DOWN},  {"\033OB", KEY_DOWN},
     {"\033[C", KEY_RIGHT},  {"\033OC", KEY_RIGHT},  {"\033[D", KEY_LEFT},  {"\033OD", KEY_LEFT},
@@ -104,7 +104,7 @@ void prepareKeys() {
   }
   define_key("\033[200~", kPasteBegin);
   define_key("\033[201~", kPasteEnd);
-  mouseinterval(0);  // a press is a click: nothing to wait for
+  mouseinterval(0);  // report a press at once, without waiting for the release
   mousemask(BUTTON1_PRESSED | BUTTON4_PRESSED | BUTTON5_PRESSED, nullptr);
 }
 

@@ -6,10 +6,10 @@
 
 namespace terminal {
 
-/// Makes the curses library tell keys and the mouse apart. It wants a terminal to be open.
+/// Makes the curses library report keys and the mouse. curses must have been started.
 void prepareKeys();
 
-/// The next key or click that has come, if any. When it came is for the caller to say.
+/// The next key or click that is waiting, if any. The caller fills in when it came.
 std::optional<Input> readKey();
 
 }  // namespace terminal

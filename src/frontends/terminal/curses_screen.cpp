@@ -30,8 +30,8 @@ Size windowSize() {
   return {window.ws_col, window.ws_row};
 }
 
-/// What a cell holds, as wide characters; a blank or "?" where the C library measures it
-/// differently: the picture would shift.
+/// A cell's text as wide characters. A character that the C library measures differently is shown
+/// as "?" and such a mark is left out: else the rest of the row would be shifted.
 std::array<wchar_t, CCHARW_MAX + 1> wideText(const Cell& cell) {
   std::array<wchar_t, CCHARW_MAX + 1> wide{};
   std::size_t count = 0;
@@ -58,13 +58,13 @@ attr_t attributesOf(const Style& style) {
   return attributes;
 }
 
-/// How many bytes nobody has read yet.
+/// How many bytes of input are still to be read.
 int unreadBytes() {
   int unread = 0;
   return ioctl(STDIN_FILENO, FIONREAD, &unread) == 0 ? unread : 0;
 }
 
-/// At once: curses writes its pictures past the standard output's buffer.
+/// Flushes at once, because curses writes to the terminal past the buffer of stdout.
 void send(const std::string& bytes) {
   std::fputs(bytes.c_str(), stdout);
   std::fflush(stdout);
@@ -97,7 +97,7 @@ CursesScreen::~CursesScreen() {
   if (rescue_) giveBack();
 }
 
-/// What curses does not do by itself; it takes the terminal over with the next picture.
+/// Does only what curses does not do itself when it draws next.
 void CursesScreen::take() {
   rescue_->arm();
   send(pasteBrackets(true));
@@ -171,11 +171,11 @@ Input CursesScreen::nextInput(std::optional<double> seconds) {
     if (happened != 0 && ((happened & POLLIN) == 0 || unreadBytes() == 0)) {
       return {.kind = Input::Kind::ended};
     }
-    quietUntil_ = now();  // it was waited for
+    quietUntil_ = now();  // nothing was waiting before that
   }
 }
 
-/// The next key that has come, if any.
+/// The next waiting key, with the earliest time at which it can have come.
 std::optional<Input> CursesScreen::nextKey() {
   auto key = readKey();
   if (key) {
@@ -202,7 +202,8 @@ std::optional<Input> CursesScreen::answer(int signal) {
       suspend();
       break;
     case SIGCONT:
-      // Stopped by someone else, without a chance to give the terminal back.
+      // Somebody stopped the program in a way that it can't catch, so the terminal was not
+      // restored.
       if (!continuedBySuspend_) {
         giveBack();
         take();
@@ -231,7 +232,7 @@ void CursesScreen::suspend() {
   repaint();
 }
 
-/// The next picture is drawn anew, in the window's present size.
+/// Makes the next draw() paint everything, in the window's present size.
 void CursesScreen::repaint() {
   const Size window = windowSize();
   if (window.width > 0 && window != size()) resizeterm(window.height, window.width);

@@ -14,9 +14,9 @@ namespace terminal {
 
 struct TerminalCheck;
 
-/// The terminal on standard input and output, drawn by the curses library. It is taken over when
-/// this is made and given back in its former state when it goes, on suspension, and on a
-/// crash. There is at most one.
+/// The terminal on standard input and output, drawn by the curses library. The constructor takes
+/// it over; the destructor, a suspension and a crash restore its former state. There is at most
+/// one.
 class CursesScreen : public Screen {
  public:
   /// Empty when the terminal can't show a menu; `error` then says why, in one line.
@@ -43,12 +43,12 @@ class CursesScreen : public Screen {
   void suspend();
   void repaint();
 
-  SignalPipe signals_;  // before curses, which then leaves signals alone
+  SignalPipe signals_;  // made before curses starts, which then leaves signals alone
   HeldErrors errors_;
   Look look_;
   std::optional<CursesColors> colors_;
   std::optional<TerminalRescue> rescue_;
-  double quietUntil_ = 0;  ///< when it was last seen that nothing had come
+  double quietUntil_ = 0;  ///< when no input was waiting, the last time we looked
   bool continuedBySuspend_ = false;
 };
 

@@ -2,8 +2,8 @@
 
 #include "frontends/terminal/terminfo.h"
 
-// curses before the terminal's capabilities: term.h needs its types. Both behind our headers:
-// term.h defines macros of ordinary names.
+// curses.h comes before term.h, which needs its types. Both come after our own headers, because
+// term.h defines macros with ordinary names.
 #include <curses.h>
 #include <term.h>
 
@@ -22,7 +22,7 @@ constexpr int kPairs = 1 << 16;
 constexpr char kForeground[] = "\033[38;2;%p1%{65536}%/%d;%p1%{256}%/%{255}%&%d;%p1%{255}%&%dm";
 constexpr char kBackground[] = "\033[48;2;%p1%{65536}%/%d;%p1%{256}%/%{255}%&%d;%p1%{255}%&%dm";
 
-/// A compiled entry while it is written: everything in it is little-endian.
+/// Writes a compiled terminfo entry. Its numbers are little-endian.
 class Entry {
  public:
   void addByte(int value) { bytes_ += static_cast<char>(value); }
@@ -48,7 +48,7 @@ class Entry {
   std::string bytes_;
 };
 
-/// Strings one after the other, each known by where it begins; -1: there is none.
+/// Strings one after the other, with the offset of each; -1 for a string that is missing.
 struct StringTable {
   std::vector<int> offsets;
   std::string bytes;
@@ -73,7 +73,7 @@ const char* stringOf(std::string_view name, const char* capability) {
   if (name == "setaf") return kForeground;
   if (name == "setab") return kBackground;
   if (name == "op") return "\033[39;49m";
-  // There is no palette to change.
+  // With direct colours there is no palette that could be changed.
   if (name == "initc" || name == "initp" || name == "oc") return nullptr;
   return tigetstr(capability);
 }
@@ -84,7 +84,7 @@ std::vector<const char*> names(NCURSES_CONST char* const* table) {
   return all;
 }
 
-/// What is not one of the numbered capabilities: direct colour itself, and the mouse.
+/// The capabilities that have a name in the entry instead of a number: direct colour, the mouse.
 void addExtensions(Entry& entry) {
   StringTable strings;
   strings.add(tigetstr("XM"));

@@ -10,7 +10,7 @@ namespace terminal {
 /// the form that term(5) lays down. "" when there is none.
 std::string directColorDescription();
 
-/// While it exists, curses finds this compiled description instead of the installed ones.
+/// While it exists, curses uses this compiled description instead of the installed ones.
 class [[nodiscard]] DescriptionInEnvironment {
  public:
   explicit DescriptionInEnvironment(const std::string& compiled);

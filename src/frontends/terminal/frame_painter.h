@@ -9,8 +9,8 @@ namespace terminal {
 void paintFrame(CellGrid& grid, const Box& box, std::string_view title, const Style& style,
                 const Glyphs& glyphs);
 
-/// Where one is in a list that is longer than its view: a thumb in the column `x`. Draws
-/// nothing for a list that is all in view.
+/// Draws a scroll bar's thumb in the column `x`: which part of a list is in view. Draws nothing
+/// when all of the list is in view.
 void paintScrollBar(CellGrid& grid, int x, int y, int height, std::size_t top, std::size_t count,
                     const Glyphs& glyphs);
 

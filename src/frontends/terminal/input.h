@@ -6,7 +6,7 @@ namespace terminal {
 struct Input {
   enum class Kind {
     nothing,  ///< the time to wait is over
-    other,    ///< a key that means nothing here
+    other,    ///< a key that does nothing here
     character,
     up,
     down,
@@ -33,10 +33,10 @@ struct Input {
   char32_t character = 0;  ///< of Kind::character
   int x = 0;               ///< of a click or the wheel: column and row, from 0
   int y = 0;
-  /// When it came, in seconds on the screen's clock; where that is not known the earliest time
-  /// that it can have been.
+  /// When it came, in seconds on the screen's clock; the earliest possible time where that is not
+  /// known.
   double came = 0;
-  bool followed = false;  ///< more had come behind it when it was read
+  bool followed = false;  ///< more input was waiting when it was read
 
   bool operator==(const Input&) const = default;
 };

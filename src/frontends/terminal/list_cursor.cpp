@@ -58,7 +58,8 @@ void ListCursor::restBefore(Items items, std::size_t index, int height) {
   clamp(items, height);
 }
 
-/// Where nothing is further on, or further back, what rests takes the nearest that there is.
+/// When nothing is selected and nothing selectable follows in this direction, the nearest item in
+/// the other direction is selected; so in moveUp.
 void ListCursor::moveDown(Items items, int height) {
   const auto next = selectableFrom(items, selected_ ? *selected_ + 1 : restingBefore_);
   if (next) selected_ = next;

@@ -10,7 +10,7 @@ namespace terminal {
 
 using Items = std::span<const MenuItem>;
 
-/// Separators and grey labels can be looked at, not selected.
+/// False for separators and grey labels.
 bool isSelectable(const MenuItem& item);
 
 /// Which of a list's items is selected, and which part of the list is in view. `height` is
@@ -18,23 +18,24 @@ bool isSelectable(const MenuItem& item);
 class ListCursor {
  public:
   std::optional<std::size_t> selected() const { return selected_; }
-  /// Where the next key moves from when nothing is selected: before this item.
+  /// While nothing is selected, the next key starts from just before this item.
   std::size_t restingBefore() const { return restingBefore_; }
   std::size_t top() const { return top_; }  ///< the first item in view
 
   void select(Items items, std::size_t index, int height);
-  /// The selected item stands at another place now: if it was in view it stays in view.
+  /// The selected item is at another index now. If it was in view, it is kept in view.
   void follow(Items items, std::size_t index, int height);
-  /// Selects what stands at that place, or nearest to it; of two the one above.
+  /// Selects the item at this index or, if that can't be selected, the nearest that can; of two
+  /// equally near ones the upper.
   void selectNearest(Items items, std::size_t index, int height);
 
-  /// Selects nothing until the next key moves: Down to this item, Up to the one before it.
+  /// Selects nothing for now. The next Down selects this item, the next Up the one before it.
   void restBefore(Items items, std::size_t index, int height);
 
   /// To the next selectable item, or the one before.
   void moveDown(Items items, int height);
   void moveUp(Items items, int height);
-  /// A view's height further or back.
+  /// By the height of the view.
   void pageDown(Items items, int height);
   void pageUp(Items items, int height);
   void home(Items items, int height);
@@ -42,7 +43,7 @@ class ListCursor {
 
   /// Moves the view alone, at most to the ends of the list.
   void scroll(Items items, int rows, int height);
-  /// Keeps the view within the list, for a list or height that changed.
+  /// Brings the view back within the list, after the list or the height has changed.
   void clamp(Items items, int height);
   /// Brings the selection into view, with the heading above it where there is room.
   void reveal(Items items, int height);

@@ -13,7 +13,7 @@ constexpr int kRoomyHeight = 16;      // from here on there is room for a header
 constexpr int kToolTipColumns = 110;  // what most tooltips take
 constexpr int kTitleKeptInView = 18;  // so much of a row stays visible beside its submenu
 
-/// The header and each rule: none where every row is needed for the list.
+/// The height of the header and of each rule: 0 on a low screen, where the list needs every row.
 int ruleHeight(Size size) {
   return size.height >= kRoomyHeight ? 1 : 0;
 }
@@ -23,8 +23,8 @@ int toolTipLines(Size size) {
   return std::clamp(kToolTipColumns / std::max(size.width, 1) + 1, 1, 3);
 }
 
-/// Where a submenu of that size stands: beside its row where there is room, else below it or
-/// above it, else over it.
+/// Places a submenu of that size beside its row if there is room, else below or above it, else
+/// over it.
 Box submenuBox(Size screen, int rowY, int rowEnd, int width, int height) {
   Box box{rowEnd + 2, rowY - 1, std::min(width, screen.width), std::min(height, screen.height)};
   const int rightmost = screen.width - box.width;

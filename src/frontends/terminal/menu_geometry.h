@@ -19,8 +19,7 @@ constexpr bool isTooSmall(Size size) {
   return size.width < kSmallestSize.width || size.height < kSmallestSize.height;
 }
 
-/// Where everything stands on a screen of a size that is not too small. A box without a
-/// height has no room.
+/// Where everything is on a screen, which must not be too small. A box of height 0 is not shown.
 struct MenuGeometry {
   Box header;
   Box strip;
@@ -34,7 +33,7 @@ struct MenuGeometry {
 
   int submenuHeight() const { return submenu ? submenu->height - 2 : 0; }
 
-  /// The row or submenu item that is seen at a place, if there is one.
+  /// The index of the row or submenu item that is shown at this place, if there is one.
   std::optional<std::size_t> rowAt(int x, int y, const MenuView& view) const;
   std::optional<std::size_t> submenuItemAt(int x, int y, const MenuView& view) const;
 };
@@ -42,7 +41,7 @@ struct MenuGeometry {
 /// How many rows of the list are in view.
 int listHeight(Size size, const MenuView& view, const Look& look);
 
-/// The view's notice, broken for a screen of that size.
+/// The view's notice, broken into lines for a screen of that size.
 std::vector<std::string> noticeLines(Size size, const MenuView& view, const Look& look);
 
 MenuGeometry menuGeometry(Size size, const MenuView& view, const Look& look);

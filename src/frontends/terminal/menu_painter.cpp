@@ -31,8 +31,8 @@ bool isLabel(const MenuItem& item) {
   return item.kind == MenuItem::Kind::item && !item.enabled;
 }
 
-/// The summary at the top reads like the rest, the headings stand out, other grey labels
-/// step back.
+/// The summary at the top looks like any row; headings, which follow a separator, are bold; other
+/// labels are faint.
 Style labelStyle(Items rows, std::size_t index) {
   if (index > 0 && rows[index - 1].kind == MenuItem::Kind::separator) return {.bold = true};
   for (std::size_t i = 0; i < index; ++i) {
@@ -44,7 +44,7 @@ Style labelStyle(Items rows, std::size_t index) {
 void paintRow(CellGrid& grid, const Box& place, const MenuView& view, std::size_t index,
               const Look& look) {
   const MenuItem& row = view.rows()[index];
-  if (row.kind == MenuItem::Kind::separator) return;  // an empty line: the headings divide
+  if (row.kind == MenuItem::Kind::separator) return;  // shown as an empty line
   const std::string title = look.glyphs.line(row.title);
   const int room = place.width - 2;  // the last column is the scroll bar's
   if (isLabel(row)) {
@@ -77,8 +77,8 @@ void paintList(CellGrid& grid, const MenuView& view, const Box& list, const Look
   paintScrollBar(grid, list.right() - 1, list.y, list.height, top, view.rows().size(), look.glyphs);
 }
 
-/// The tooltip's lines in a row. Its first line, the full name, gives way to the facts where
-/// there is no room for both and the row shows it anyway.
+/// The tooltip's lines in a row. Where they do not all fit, the first line is left out if the row
+/// shows it anyway: the full name.
 std::string joinedToolTip(const MenuItem& row, int columns, const Glyphs& glyphs) {
   std::string_view rest = row.toolTip;
   const std::string_view name = rest.substr(0, rest.find('\n'));
@@ -99,7 +99,7 @@ void paintToolTip(CellGrid& grid, const MenuView& view, const Box& box, const Lo
   const MenuItem* row = view.selectedRow();
   if (row == nullptr || row->toolTip.empty()) return;
   const std::string joined = joinedToolTip(*row, box.width * box.height - 8, look.glyphs);
-  // Wrapping ends where the box does: a name may be a hundred thousand characters long.
+  // Cut to what the box holds before wrapping: a name may be a hundred thousand characters long.
   const int room = box.width - 2;
   const std::vector<std::string> lines = wrapped(fitted(joined, room * (box.height + 1)), room);
   const auto shown = std::min(lines.size(), static_cast<std::size_t>(box.height));
@@ -125,8 +125,8 @@ struct KeyHint {
   std::string_view meaning;
 };
 
-/// The hint, or the keys of the moment; where there is little room the first ones, which are the
-/// most obvious, give way.
+/// The hint, if there is one, else the keys that work now. Where there is little room the first
+/// keys, which are the most obvious, are left out.
 void paintKeys(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
   if (!view.hint().empty()) {
     grid.write(kLabelX, box.y, look.glyphs.line(view.hint()), {.bold = true}, box.width - 2,

@@ -15,7 +15,7 @@ struct MenuGeometry;
 void paintMenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geometry,
                const std::string& title, const Look& look);
 
-/// The one line for a window in which nothing else fits.
+/// Draws the one line that is shown in a window that is too small for the menu.
 void paintTooSmall(CellGrid& grid, const Look& look);
 
 /// How many columns a row's dot, title and letter take.

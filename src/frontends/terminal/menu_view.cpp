@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kWheelRows = 3;
 
-/// What a submenu opens on: the details, which change nothing, where it offers them.
+/// What is selected when a submenu opens: the details, which change nothing, if it offers them.
 std::size_t firstChoice(Items items) {
   for (std::size_t i = 0; i < items.size(); ++i) {
     if (items[i].action == Action::showDetails) return i;
@@ -19,7 +19,7 @@ std::size_t firstChoice(Items items) {
 
 using Request = MenuRequest::Kind;
 
-/// Moves a list as the keys that work in every list say; false for any other key.
+/// Handles the keys that work in every list; false for any other key.
 bool moved(ListCursor& cursor, Items items, const Input& input, int height) {
   switch (input.kind) {
     case Input::Kind::up:
@@ -128,10 +128,11 @@ void MenuView::rebuilt(std::shared_ptr<const Menu> menu, int height) {
   remember();
 }
 
-/// Where the selected row was.
+/// The selected row is gone: rests where it was, with nothing selected.
 void MenuView::rest(int height) {
   closeSubmenu();
-  // Rows above it may be gone too. The one below tells the place, unless it went elsewhere.
+  // Rows above it may be gone too, so its index may be wrong. The row that was below it shows the
+  // place, unless that row has moved to another section.
   std::size_t place = cursor_.selected().value_or(cursor_.restingBefore());
   const auto next = nextKey_ ? findRow(rows(), *nextKey_) : std::nullopt;
   if (next && keyOf(rows(), *next).section == nextKey_->section) place = *next;
@@ -149,7 +150,7 @@ void MenuView::closeSubmenu() {
   selectedItem_.reset();
 }
 
-/// A submenu that is empty (by now) closes.
+/// Closes the submenu if it is, or has become, empty.
 void MenuView::selectInSubmenu(std::size_t index) {
   if (submenuItems().empty()) return closeSubmenu();
   submenu_->selectNearest(submenuItems(), index, static_cast<int>(submenuItems().size()));
@@ -177,7 +178,7 @@ MenuRequest MenuView::handle(const Input& input, const MenuGeometry& geometry) {
   return request;
 }
 
-/// The item keeps its menu, which may be built anew before the action runs.
+/// The request keeps its menu alive: a new one may be built before the action runs.
 MenuRequest MenuView::performing(const MenuItem& item) const {
   return {Request::perform, {menu_, &item}};
 }

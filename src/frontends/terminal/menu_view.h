@@ -26,10 +26,9 @@ struct MenuRequest {
 /// row's submenu is open.
 class MenuView {
  public:
-  /// The menu was built anew. The selection stays on what it was about. When that is gone,
-  /// nothing is selected until the user moves: somebody who presses Enter once more meant it.
-  /// An open submenu stays with its row, and its selection on its item; it closes when the row
-  /// is gone.
+  /// The menu was built anew. The selection stays on the same thing. When that is gone, nothing is
+  /// selected until the user moves: an Enter that comes now was meant for what is gone. An open
+  /// submenu stays with its row, and its selection on its item; it closes when the row is gone.
   void rebuilt(std::shared_ptr<const Menu> menu, int height);
 
   Items rows() const;  ///< without the strip, which does not scroll
@@ -55,13 +54,14 @@ class MenuView {
   Items submenuItems() const;
   const ListCursor& submenuCursor() const { return *submenu_; }
 
-  /// Opens the selected row's submenu, if it has one, on what changes nothing: the details.
+  /// Opens the selected row's submenu, if it has one, and selects in it what does no harm: the
+  /// details.
   void openSubmenu();
   void closeSubmenu();
 
-  /// Moves as the key or click says, in the menu as it stands on screen.
+  /// Moves as the key or click says; `geometry` is that of the menu on screen.
   MenuRequest handle(const Input& input, const MenuGeometry& geometry);
-  /// The window has another size: what is selected stays in view.
+  /// The window has another size: keeps the selection in view.
   void resized(const MenuGeometry& geometry);
 
  private:

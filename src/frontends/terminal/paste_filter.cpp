@@ -13,7 +13,7 @@ constexpr std::u32string_view kEnd = U"\033[201~";
 
 }  // namespace
 
-/// Kind::pasteBegin or Kind::pasteEnd when one ends here, else Kind::nothing.
+/// Kind::pasteBegin or Kind::pasteEnd if this input completes such a mark, else Kind::nothing.
 Kind PasteFilter::bracketEndingWith(const Input& input) {
   if (input.kind == Kind::pasteBegin || input.kind == Kind::pasteEnd) return input.kind;
   if (input.kind == Kind::escape) {

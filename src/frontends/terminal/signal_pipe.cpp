@@ -10,7 +10,7 @@ namespace {
 
 int writeEnd = -1;
 
-/// A pipe that is full holds signals enough to wake the reader.
+/// A failed write does no harm: a full pipe already holds enough to wake the reader.
 void passOn(int signal) {
   const int kept = errno;
   const auto byte = static_cast<unsigned char>(signal);
@@ -30,7 +30,7 @@ struct sigaction passingOn() {
 
 SignalPipe::SignalPipe() {
   int ends[2] = {-1, -1};
-  // Signals that nobody would hear of keep what they do by default.
+  // Without a pipe nobody would learn of the signals, so they keep their default action.
   if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return;
   readEnd_ = ends[0];
   writeEnd = ends[1];

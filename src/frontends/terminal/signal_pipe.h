@@ -6,9 +6,9 @@
 
 namespace terminal {
 
-/// The signals that a terminal program has to answer, made readable: a descriptor to wait
-/// for, and then the signals in their order. While it exists, SIGPIPE does nothing. There is
-/// at most one.
+/// Turns the signals that a terminal program has to answer into input: descriptor() becomes
+/// readable when one comes, and next() returns them in their order. While it exists, SIGPIPE is
+/// ignored. There is at most one.
 class [[nodiscard]] SignalPipe {
  public:
   SignalPipe();

@@ -19,7 +19,7 @@ Targets targetsOf(Size size, const AlertView& alert) {
           .lines = std::vector(static_cast<std::size_t>(size.height), any)};
 }
 
-/// Of a line; where the submenu stands in it, of that.
+/// What a click on a line chooses; where the line crosses the submenu, the submenu's item.
 Target targetAt(int y, const MenuView& view, const MenuGeometry& geometry) {
   if (geometry.submenu && geometry.submenu->contains(geometry.submenu->x, y)) {
     const auto item = geometry.submenuItemAt(geometry.submenu->x + 1, y, view);

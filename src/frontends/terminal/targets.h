@@ -22,17 +22,17 @@ struct Target {
   bool operator==(const Target&) const = default;
 };
 
-/// What can be chosen in one picture.
+/// Everything that can be chosen on the screen as it was drawn.
 struct Targets {
-  Size size;                        ///< of the picture
-  std::optional<Target> selection;  ///< of Enter
-  int selectionY = 0;               ///< the line that it stands in
+  Size size;                        ///< of the screen
+  std::optional<Target> selection;  ///< what Enter chooses
+  int selectionY = 0;               ///< the line that the selection is in
   bool asks = false;                ///< an alert with more than one button is open
-  std::vector<Target> lines;        ///< of a click, line by line
+  std::vector<Target> lines;        ///< what a click chooses, by line
 };
 
-/// Of the menu on a screen of that size, which is not too small, and of the alert that is open
-/// above it, if one is.
+/// The targets of the menu, and of the alert over it if one is open, on a screen of that size,
+/// which must not be too small.
 Targets targetsOf(Size size, const MenuView& view, const MenuGeometry& geometry,
                   const AlertView* alert);
 

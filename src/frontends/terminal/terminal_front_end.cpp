@@ -26,8 +26,8 @@ void TerminalFrontEnd::run(MenuDelegate& delegate) {
   delegate_ = nullptr;
 }
 
-/// Shows the present state, waits for what happens next, and does the work that is due. Work
-/// that changes rows never comes between what the user saw and what the user did.
+/// Shows the present state, waits for what happens next, and does the work that is due. Work that
+/// changes rows never runs between the last drawing and the user's answer to it.
 Input TerminalFrontEnd::nextInput() {
   work_.run(screen_.now());
   if (needsDrawing_ && !ended_) draw();
@@ -42,7 +42,7 @@ Input TerminalFrontEnd::nextInput() {
   return input;
 }
 
-/// Whether the user meant what it does. Says so where the user may wonder.
+/// Whether the input may take effect. Shows a hint when it may not and the user may wonder why.
 bool TerminalFrontEnd::counts(const Input& input) {
   using Verdict = ChoiceGuard::Verdict;
   const Verdict verdict = guard_.judge(input, screen_.now());
@@ -96,7 +96,7 @@ void TerminalFrontEnd::layOut(AlertView* alert) const {
 void TerminalFrontEnd::handle(const Input& input) {
   const bool tooSmall = isTooSmall(screen_.size());
   const bool quits = input.kind == Input::Kind::character && input.character == U'q';
-  if (tooSmall && !quits) return;  // nobody sees what a key would do
+  if (tooSmall && !quits) return;  // the user could not see what a key does
   const MenuRequest request = view_.handle(input, geometry());
   switch (request.kind) {
     case MenuRequest::Kind::nothing:
@@ -116,9 +116,9 @@ void TerminalFrontEnd::handle(const Input& input) {
     case MenuRequest::Kind::refresh:
       perform(Action::refreshNow);
       if (view_.submenuIsOpen()) {
-        view_.resized(geometry());  // what is selected stays in sight
+        view_.resized(geometry());  // keeps the selection in view
       } else {
-        reportClosed();  // its process is gone
+        reportClosed();  // the refresh closed it: its process is gone
       }
       break;
     case MenuRequest::Kind::showKeys:
@@ -150,7 +150,7 @@ void TerminalFrontEnd::perform(std::shared_ptr<const MenuItem> item) {
   delegate_->perform(std::move(item));
 }
 
-/// What a key stands for, wherever the selection is.
+/// For keys that do the same wherever the selection is.
 void TerminalFrontEnd::perform(Action action) {
   delegate_->perform(std::make_shared<const MenuItem>(MenuItem{.action = action}));
 }
@@ -171,7 +171,7 @@ void TerminalFrontEnd::setTitle(const std::string& title) {
   title_ = title;
 }
 
-void TerminalFrontEnd::setToolTip(const std::string&) {}  // the menu itself says it all
+void TerminalFrontEnd::setToolTip(const std::string&) {}  // the menu itself shows it
 
 void TerminalFrontEnd::menuRebuilt(std::shared_ptr<const Menu> menu) {
   view_.rebuilt(std::move(menu), listHeight(screen_.size(), view_, screen_.look()));
@@ -184,7 +184,7 @@ void TerminalFrontEnd::stripChanged(const MemoryPressureView&) {
 
 void TerminalFrontEnd::setNotice(const std::string& notice) {
   view_.setNotice(notice);
-  drawnSize_ = {};  // the list has another height
+  drawnSize_ = {};  // makes draw() lay out anew: the list's height has changed
   needsDrawing_ = true;
 }
 
@@ -213,7 +213,7 @@ int TerminalFrontEnd::runModal(const Alert& alert) {
   layOut(alert_);
   needsDrawing_ = true;
   if (opens) reportClosed();
-  if (!ended_) draw();  // what the answer sets off may take a while
+  if (!ended_) draw();  // the alert disappears now: what follows may take a while
   return answer.value_or(kAlertDismissed);
 }
 

@@ -14,9 +14,8 @@
 
 namespace terminal {
 
-/// The menu on a whole terminal. The menu is always in sight here, so it counts as open
-/// while a submenu or an alert is open: that is when nothing may move under the user's
-/// hands.
+/// The menu on a whole terminal. It is always visible here, so it counts as open only while a
+/// submenu or an alert is open: that is when no row may move under the user's hands.
 class TerminalFrontEnd : public FrontEnd {
  public:
   /// `screen` outlives it.
@@ -55,12 +54,12 @@ class TerminalFrontEnd : public FrontEnd {
   PasteFilter paste_;
   ChoiceGuard guard_;
   MenuView view_;
-  AlertView* alert_ = nullptr;  ///< the one that is open
+  AlertView* alert_ = nullptr;  ///< the one that is open, if any
   MenuDelegate* delegate_ = nullptr;
   std::string title_;
   Size drawnSize_;
   bool needsDrawing_ = true;
-  bool menuOpen_ = false;  ///< as the delegate was told
+  bool menuOpen_ = false;  ///< what the delegate was last told
   bool ended_ = false;
   std::shared_ptr<ScheduledWork> endOfHint_;
 };

@@ -22,7 +22,7 @@ struct State {
   termios modes{};
   std::array<char, 512> reset{};
   std::size_t resetLength = 0;
-  std::array<bool, kSignals> taken{};  // by the signal's number, as the next
+  std::array<bool, kSignals> taken{};  // both by the signal's number
   std::array<struct sigaction, kSignals> previous{};
 };
 
@@ -46,14 +46,15 @@ bool isCrash(int signal) {
   return std::ranges::find(kCrashes, signal) != kCrashes.end();
 }
 
-/// Whether the signal, left alone, does something else than end the program.
+/// Whether the signal's default action is something else than to end the program.
 bool isHarmless(int signal) {
   constexpr std::array kHarmless{SIGCHLD, SIGURG, SIGWINCH, SIGCONT, SIGTSTP, SIGTTIN, SIGTTOU};
   return std::ranges::find(kHarmless, signal) != kHarmless.end();
 }
 
-/// Whether it is this class that answers the signal. A tool that reports crashes is asked after
-/// it; whoever else has an answer of its own, or none (SIG_IGN), keeps it.
+/// Whether this class handles the signal. It handles all crashes, and passes them on to a crash
+/// reporter's handler afterwards; any other signal only where nobody handles or ignores it
+/// already.
 bool isOurs(int signal, const struct sigaction& present) {
   return isCrash(signal) || (!isHarmless(signal) && present.sa_handler == SIG_DFL);
 }

@@ -6,10 +6,10 @@
 
 namespace terminal {
 
-/// Leaves the terminal usable when a signal ends the program: its modes are set back and these
-/// bytes are written to it, then the program dies by the same signal. That holds for every
-/// signal that would end it, but for those that cannot be caught, and those that somebody
-/// ignores or answers when this is made. Armed while the terminal is not in its ordinary state.
+/// Leaves the terminal usable when a signal ends the program: while armed, it sets the modes back
+/// and writes the reset bytes, then the program dies by the same signal. This covers every signal
+/// that ends a program, except those that can't be caught and those that are already ignored or
+/// handled when this object is made. To be armed while the terminal is not in its ordinary state.
 /// There is at most one.
 class [[nodiscard]] TerminalRescue {
  public:

@@ -1,6 +1,6 @@
 #include "frontends/terminal/terminfo.h"
 
-// curses before the terminal's capabilities: term.h needs its types.
+// curses.h comes before term.h, which needs its types.
 #include <curses.h>
 #include <term.h>
 #include <unistd.h>
@@ -29,7 +29,7 @@ bool hasDirectColor() {
          tigetflag("Tc") > 0;
 }
 
-/// Of the terminal that is set up.
+/// Checks the terminal that setupterm() has set up.
 TerminalCheck checked(const std::string& quotedName) {
   if (!canMoveCursor()) {
     return {.problem = "a terminal of the kind " + quotedName + " (TERM) can't show a menu"};
@@ -45,7 +45,7 @@ TerminalCheck checked(const std::string& quotedName) {
   return check;
 }
 
-std::string* sink = nullptr;  // tputs() hands on single bytes
+std::string* sink = nullptr;  // where addToSink() puts the single bytes that tputs() gives it
 
 int addToSink(int byte) {
   *sink += static_cast<char>(byte);
@@ -77,8 +77,8 @@ TerminalCheck checkTerminal() {
 
 std::string pasteBrackets(bool on) {
   if (const char* const known = tigetstr(on ? "BE" : "BD"); isPresent(known)) return known;
-  // Many descriptions do not speak of it. Whoever takes commands of this form passes over one
-  // that it does not know.
+  // Many descriptions do not mention it. A terminal that takes control sequences of this form
+  // ignores those that it does not know.
   const bool takesControlSequences =
       isPresent(cursor_address) && std::string_view(cursor_address).starts_with("\033[");
   if (!takesControlSequences) return {};

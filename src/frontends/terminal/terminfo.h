@@ -20,10 +20,11 @@ struct TerminalCheck {
 TerminalCheck checkTerminal();
 
 /// The bytes after which the terminal that curses has opened puts what is pasted in brackets (or
-/// does so no more), so that it can be told from keys. Empty for one that would show them.
+/// does so no more), so that it can be told from keys. Empty for a terminal that would show them
+/// as text.
 std::string pasteBrackets(bool on);
 
-/// The bytes that give the terminal which curses has opened back in its ordinary state: pasting,
+/// The bytes that return the terminal that curses has opened to its ordinary state: pasting,
 /// mouse, colours, keys, cursor and screen. `lastRow` is its lowest row, from 0.
 std::string resetBytes(int lastRow);
 
