@@ -22,7 +22,7 @@ int noSuchItem(sd_bus_error* error, int id) {
 
 }  // namespace
 
-/// How sd-bus reaches the menu.
+/// The handlers that sd-bus calls.
 struct HostMenuVtable {
   static HostMenu& menu(void* data) { return *static_cast<HostMenu*>(data); }
 
@@ -200,7 +200,7 @@ void HostMenu::hostGone() {
 
 bool HostMenu::open() {
   const std::uint32_t before = revision_;
-  isOpen_ = false;  // should it have closed without a word
+  isOpen_ = false;  // in case it was closed unreported
   waiting_.reset();
   Q_EMIT opening();
   isOpen_ = true;

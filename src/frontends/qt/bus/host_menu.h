@@ -13,9 +13,9 @@
 
 /// Serves the menu that tray hosts draw themselves (com.canonical.dbusmenu).
 ///
-/// A host says when it opens the menu, and not always when it closes it. From the opening
-/// until it closes, an item is chosen or, with a host that never said so, half a minute is
-/// over, nothing but the strip's label changes in it.
+/// A host says when it opens the menu, but not every host says when it closes it. While the menu
+/// is open nothing but the strip's label changes in it. It counts as open until the host closes it
+/// or an item is chosen; with a host that has never reported a closing, for half a minute at most.
 class HostMenu : public QObject {
   Q_OBJECT
 
@@ -26,15 +26,16 @@ class HostMenu : public QObject {
   HostMenu(sd_bus* bus, ExportedMenu& menu, int longestTracking = kLongestTracking);
 
   void show(std::shared_ptr<const Menu> menu);
-  /// Who will ask for it. Another one has not opened it yet.
+  /// Which host shows the menu from now on. The menu counts as closed in a new host.
   void setHost(TrayHostKind host);
-  /// The screen has changed: what was open on it is not any more.
+  /// Sets how much room the screen has. The menu counts as closed after the screen has changed.
   void setRoom(ShortMenu::Room room);
   void showStrip(const MemoryPressureView& strip);
 
-  /// The menu cannot be open any more: another one has opened.
+  /// Another menu has opened, so this one can't be open any more.
   void assumeClosed();
-  /// The host has gone, and the menu with it. The next one may never say that it closes it.
+  /// The host has gone, and the menu with it. The next host is not expected to report closings
+  /// until it does.
   void hostGone();
 
  Q_SIGNALS:
@@ -53,10 +54,10 @@ class HostMenu : public QObject {
 
   sd_bus* bus_;
   ExportedMenu& menu_;
-  std::shared_ptr<const Menu> waiting_;  // what is to be shown once the menu has closed
+  std::shared_ptr<const Menu> waiting_;  // shown once the menu has closed
   std::uint32_t revision_ = 1;
   bool isOpen_ = false;
-  bool hostSaysClosed_ = false;  // so it can be trusted to
+  bool hostSaysClosed_ = false;  // this host has reported a closing before
   QTimer longEnough_;
   BusSlot object_;
 };

@@ -16,7 +16,8 @@ struct Property {
   std::variant<std::string, bool, QByteArray> value;
 };
 
-/// What differs from the defaults: a text without a picture that can be chosen.
+/// The properties that differ from the defaults, which describe an item with a text, without a
+/// picture, that can be chosen.
 std::vector<Property> properties(const Node& node) {
   std::vector<Property> all;
   const MenuItem* item = node.item.get();
@@ -28,7 +29,7 @@ std::vector<Property> properties(const Node& node) {
   if (!node.accessibleText.empty()) all.push_back({"accessible-desc", node.accessibleText});
   if (item != nullptr && !item->enabled) all.push_back({"enabled", false});
   if (item != nullptr && item->dot) {
-    constexpr int kPixelsPerPoint = 2;  // hosts shrink well
+    constexpr int kPixelsPerPoint = 2;  // hosts scale it down well
     all.push_back({"icon-data", dotPng(*item->dot, kPixelsPerPoint)});
   }
   if (!node.children.empty()) all.push_back({"children-display", std::string("submenu")});

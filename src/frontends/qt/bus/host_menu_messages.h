@@ -6,8 +6,8 @@
 #include "frontends/qt/exported_menu.h"
 #include "platform/linux/sd_bus_ptr.h"
 
-/// How the exported menu is written into D-Bus messages. Every function answers what sd-bus
-/// answered: negative when the message could not take it.
+/// Writes the exported menu into D-Bus messages. Every function returns what sd-bus returned:
+/// negative when it failed.
 namespace HostMenuMessages {
 
 /// Names of properties that were asked for; empty: all.

@@ -23,7 +23,7 @@ bool waitFor(SessionBus& bus, Answer& answer, milliseconds patience) {
   return bus.waitUntil([&answer] { return answer.message != nullptr; }, patience);
 }
 
-/// Whether the name is ours now; none when the bus did not say.
+/// Whether the name is ours now; none when the bus does not answer in time.
 std::optional<bool> takeName(SessionBus& bus, milliseconds patience) {
   constexpr unsigned kDoNotQueue = 4;
   constexpr unsigned kPrimaryOwner = 1;
@@ -77,7 +77,7 @@ InstanceName::InstanceName(SessionBus& bus) : bus_(bus) {
 }
 
 InstanceName::Outcome InstanceName::claim(milliseconds patience) {
-  // The other one may be ending just now: then the name is free on the next try.
+  // The other instance may just be ending; then the name is free on the next try.
   constexpr int kTries = 3;
   for (int i = 0; i < kTries; ++i) {
     const std::optional<bool> taken = takeName(bus_, patience);

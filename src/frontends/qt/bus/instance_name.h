@@ -20,13 +20,14 @@ class InstanceName : public QObject {
     silent,     ///< another one runs, and does not answer
   };
 
-  /// Serves activation at once: whoever finds the name finds it served.
+  /// Serves activation from the start, so that it works as soon as the name is owned.
   explicit InstanceName(SessionBus& bus);
 
   /// How long each question may take.
   static constexpr std::chrono::milliseconds kPatience{3000};
 
-  /// Takes the name, or activates the one who has it. Needs no event loop; asks a few questions.
+  /// Takes the name, or activates the instance that has it. Waits for a few answers, each for
+  /// `patience` at most. Needs no event loop.
   [[nodiscard]] Outcome claim(std::chrono::milliseconds patience = kPatience);
 
   /// Takes the name if it is free, for an instance that runs already.

@@ -16,11 +16,11 @@ using std::chrono::microseconds;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// How many messages are worked off before the event loop has its turn: somebody may send them
-/// faster than they can be read.
+/// How many messages are handled before the event loop has its turn: somebody may send them faster
+/// than they can be handled.
 constexpr int kMessagesAtOnce = 100;
 
-/// What sd_bus_get_timeout counts in.
+/// The clock that sd_bus_get_timeout uses.
 std::uint64_t monotonicMicroseconds() {
   timespec now = {};
   clock_gettime(CLOCK_MONOTONIC, &now);
@@ -28,7 +28,7 @@ std::uint64_t monotonicMicroseconds() {
          static_cast<std::uint64_t>(now.tv_nsec) / 1000;
 }
 
-/// Where the environment says that the bus is.
+/// The bus's address in the environment, which can be hidden.
 class BusAddress {
  public:
   void show() {
@@ -39,7 +39,8 @@ class BusAddress {
       unsetenv(kVariable);
     }
   }
-  /// Qt, which asks the bus for things of its own, would wait for it for half a minute and more.
+  /// Qt asks the bus for things of its own, and would wait for one that does not answer for half a
+  /// minute and more.
   void hide() {
     hidden_ = true;
     setenv(kVariable, "disabled:", 1);
@@ -99,13 +100,13 @@ void SessionBus::serve() {
   connect(readable_.get(), &QSocketNotifier::activated, this, &SessionBus::process);
   connect(writable_.get(), &QSocketNotifier::activated, this, &SessionBus::process);
   connect(&timeout_, &QTimer::timeout, this, &SessionBus::process);
-  // What was queued since, whoever queued it, is sent before the loop sleeps.
+  // Sends what anybody has queued in the meantime before the event loop sleeps.
   connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
           &SessionBus::process);
 }
 
 void SessionBus::process() {
-  // A handler may run an event loop of its own, as an alert does.
+  // A handler may run an event loop of its own (an alert does), which gets here again.
   if (processing_ || lost_) return;
   processing_ = true;
   int worked = 1;

@@ -10,28 +10,29 @@
 
 #include "platform/linux/sd_bus_ptr.h"
 
-/// One connection to the session bus. Nothing here waits for the bus longer than it says:
-/// calls are sent and their answers come by the event loop, so that a bus that stalls or
-/// dies costs the program its tray host and nothing else.
+/// One connection to the session bus. Only the functions that take a `patience` wait for the bus.
+/// All else is sent and answered through the event loop, so a bus that stalls or dies costs the
+/// program its tray host and nothing else.
 class SessionBus : public QObject {
   Q_OBJECT
 
  public:
-  /// Connects, and waits until the bus has greeted back; nullptr when there is no bus or it
-  /// has not answered in that time: the environment hides it then, until a later call finds
-  /// it, from whoever else would wait for it. Needs no event loop.
+  /// Connects, and waits until the bus has accepted the connection. nullptr when there is no bus
+  /// or it does not answer in that time: its address is then removed from the environment, until a
+  /// later call finds it again, so that nobody else in the program waits for it. Needs no event
+  /// loop.
   [[nodiscard]] static std::unique_ptr<SessionBus> open(std::chrono::milliseconds patience);
 
   ~SessionBus() override;
 
   sd_bus* get() const { return bus_.get(); }
 
-  /// Works off what comes in until `done` is true: false when the time was over first, or
-  /// the connection was lost. For the time before there is an event loop.
+  /// Handles incoming messages until `done` is true. False when the time is over first or the
+  /// connection is lost. For the time before there is an event loop.
   [[nodiscard]] bool waitUntil(const std::function<bool()>& done,
                                std::chrono::milliseconds patience);
 
-  /// From now on the event loop works off what comes in.
+  /// From now on the event loop handles incoming messages.
   void serve();
 
  Q_SIGNALS:

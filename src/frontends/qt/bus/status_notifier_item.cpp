@@ -31,7 +31,7 @@ int appendPicture(sd_bus_message* reply, const QImage& picture) {
 
 }  // namespace
 
-/// How sd-bus reaches the item.
+/// The handlers that sd-bus calls.
 struct StatusNotifierItemVtable {
   using Item = StatusNotifierItem;
 
@@ -73,9 +73,9 @@ struct StatusNotifierItemVtable {
     }
     return result < 0 ? result : sd_bus_message_close_container(reply);
   }
-  /// All of the text is the tooltip's title: hosts take that for plain text, and the
-  /// description for markup. For that reason there is no IconAccessibleDesc either: some
-  /// take it for a missing description.
+  /// All of the text is in the tooltip's title, because hosts show the title as plain text and the
+  /// description as markup. There is no IconAccessibleDesc either: some hosts show it where the
+  /// description is empty.
   static int toolTip(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                      void* data, sd_bus_error*) {
     const char* text = item(data).quiet_ ? "" : item(data).toolTip_.c_str();

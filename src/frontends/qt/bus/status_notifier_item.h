@@ -18,13 +18,12 @@ class StatusNotifierItem : public QObject {
   /// `pictures` is the icon in several sizes; `menuPath` where the menu is served.
   StatusNotifierItem(sd_bus* bus, std::vector<QImage> pictures, std::string menuPath);
 
-  /// What names the icon, also for screen readers: hosts show it only where there is no
-  /// tooltip.
+  /// The icon's name, which screen readers say. Hosts show it only where there is no tooltip.
   void setTitle(const std::string& title);
   void setToolTip(const std::string& toolTip);
 
-  /// Whether the icon says nothing for now. Some hosts leave a tooltip standing over the menu
-  /// that the click on the icon has opened.
+  /// While quiet, the icon has no tooltip. Some hosts would leave it standing over the menu that a
+  /// click on the icon has opened.
   void setQuiet(bool quiet);
 
  Q_SIGNALS:

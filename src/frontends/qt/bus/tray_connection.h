@@ -14,9 +14,10 @@ struct NamedBus {
   std::unique_ptr<InstanceName> name;
 };
 
-/// All that the program is on the session bus: its name, and the icon and the menu for tray hosts.
-/// These are on a connection of their own, which has no other name: GNOME's extension takes an
-/// icon that it finds under another name for another icon. When a connection is lost, all is.
+/// Everything of the program that is on the session bus: its name, and the icon and menu for tray
+/// hosts. Icon and menu have a connection of their own, without a well-known name, because GNOME's
+/// extension takes an icon that it finds under two names for two icons. When one of the
+/// connections is lost, everything has to be made anew.
 struct TrayConnection {
   TrayConnection(NamedBus namedBus, std::unique_ptr<SessionBus> iconsBus,
                  ExportedMenu& exportedMenu);

@@ -17,7 +17,8 @@ TrayHostWatch* watch(void* self) {
   return static_cast<TrayHostWatch*>(self);
 }
 
-/// Anybody may send anybody a signal, whatever was asked for: the bus says truly who did.
+/// Anybody on the bus can send us a signal, whatever we have subscribed to; the sender's name
+/// comes from the bus and can be trusted.
 bool isFrom(sd_bus_message* message, std::string_view name) {
   const char* sender = sd_bus_message_get_sender(message);
   return sender != nullptr && name == sender;
@@ -27,14 +28,14 @@ bool isError(sd_bus_message* reply) {
   return sd_bus_message_is_method_error(reply, nullptr) != 0;
 }
 
-/// How watchers write an item that is served on that unique bus name: the name alone, or with
-/// its object path, which some set off by "@".
+/// Whether `item`, as a watcher lists it, is served on this unique bus name: watchers write the
+/// name alone or with the object path, some with an "@" between them.
 bool speaksOf(std::string_view item, std::string_view name) {
   if (!item.starts_with(name)) return false;
   return item.size() == name.size() || item[name.size()] == '/' || item[name.size()] == '@';
 }
 
-/// Whether the answer's list has the icon; none when it is no such list.
+/// Whether the list in the answer has the icon; none when there is no list in it.
 std::optional<bool> lists(sd_bus_message* reply, std::string_view icon) {
   if (isError(reply) || sd_bus_message_enter_container(reply, 'v', "as") <= 0 ||
       sd_bus_message_enter_container(reply, 'a', "s") < 0) {
@@ -78,8 +79,8 @@ TrayHostWatch::TrayHostWatch(sd_bus* bus, const TrayHostTimes& times)
 
 void TrayHostWatch::addMatch(BusSlot& slot, const std::string& rule, Handler handler) {
   sd_bus_slot* raw = nullptr;
-  // Not waiting for the bus to confirm the rule: it answers in order, so the rule stands
-  // before the question that follows is answered.
+  // There is no need to wait until the bus confirms the rule: it works in order, so the rule is in
+  // force before the question that follows is answered.
   if (sd_bus_add_match_async(bus_, &raw, rule.c_str(), handler, nullptr, this) >= 0) {
     slot.reset(raw);
   }
@@ -94,7 +95,7 @@ int TrayHostWatch::ownerChanged(sd_bus_message* message, void* self, sd_bus_erro
   watch(self)->watcher_ = newOwner;
   watch(self)->watcherIsGone_ = *newOwner == '\0';
   watch(self)->forgetIcon();
-  // What was asked was asked of the one before.
+  // The question was put to the old watcher.
   watch(self)->question_.reset();
   Q_EMIT watch(self)->watcherChanged();
   watch(self)->lookSoon();
@@ -102,7 +103,7 @@ int TrayHostWatch::ownerChanged(sd_bus_message* message, void* self, sd_bus_erro
 }
 
 int TrayHostWatch::watcherSignalled(sd_bus_message* message, void* self, sd_bus_error*) {
-  // Whatever it says has changed: what it says now is asked for.
+  // Whatever the signal says, the present state is asked for.
   if (isFrom(message, watch(self)->watcher_)) watch(self)->lookSoon();
   return 0;
 }
@@ -180,7 +181,7 @@ void TrayHostWatch::askForShell() {
   sent(result, raw);
 }
 
-/// The extension runs inside the shell: the watcher is then the shell itself.
+/// GNOME's extension runs inside the shell, so its watcher has the shell's bus name.
 int TrayHostWatch::shellAnswered(sd_bus_message* reply, void* self, sd_bus_error*) {
   const char* shell = "";
   const bool isShell = !isError(reply) && sd_bus_message_read(reply, "s", &shell) >= 0 &&
@@ -191,8 +192,8 @@ int TrayHostWatch::shellAnswered(sd_bus_message* reply, void* self, sd_bus_error
   return 0;
 }
 
-/// By the unique name: for an icon with a name of its own GNOME's extension waits for that name
-/// as well, and may then lose what it has read of the icon before.
+/// Registers the icon by its unique bus name. If it had a well-known name, GNOME's extension would
+/// wait for that as well, and could lose what it had already read of the icon.
 void TrayHostWatch::registerIcon() {
   sd_bus_slot* raw = nullptr;
   const int result = sd_bus_call_method_async(
@@ -209,7 +210,8 @@ int TrayHostWatch::iconRegistered(sd_bus_message* reply, void* self, sd_bus_erro
     watch(self)->finishLook();
     return 0;
   }
-  // It may take its time to list the icon. Whether it has is looked at when that is over, too.
+  // The watcher may list the icon a little later: allow it the usual time, and look again
+  // afterwards.
   if (watch(self)->missing_ == Missing::no) {
     watch(self)->missing_ = Missing::forAMoment;
     watch(self)->patience_.start(watch(self)->times_.patience);
@@ -220,7 +222,7 @@ int TrayHostWatch::iconRegistered(sd_bus_message* reply, void* self, sd_bus_erro
 }
 
 int TrayHostWatch::itemsAnswered(sd_bus_message* reply, void* self, sd_bus_error*) {
-  // A watcher that keeps no such list has taken the icon, as far as anybody can tell.
+  // Where a watcher keeps no such list, we have to assume that it has the icon.
   if (lists(reply, watch(self)->icon_).value_or(true)) {
     watch(self)->iconIsListed();
   } else {

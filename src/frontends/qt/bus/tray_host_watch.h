@@ -16,31 +16,31 @@ struct TrayHostTimes {
   int longestPause = 30000;  ///< the pause doubles up to this
 };
 
-/// Watches for somebody who shows tray icons: the StatusNotifierWatcher, as long as it says
-/// that a host is registered with it. Registers our icon with it, again with every new
-/// watcher, and again whenever the watcher has dropped it from its list.
+/// Watches for a host that shows tray icons: there is one while a StatusNotifierWatcher says that
+/// a host is registered with it. Registers our icon with it, again with every new watcher, and
+/// again whenever the watcher has dropped it from its list.
 ///
-/// Only the bus and the watcher's owner are believed. However many signals come, the watcher
-/// is asked once in TrayHostTimes::betweenLooks.
+/// Signals count only if they come from the bus itself or from the watcher. However many come, the
+/// watcher is asked at most once in TrayHostTimes::betweenLooks.
 class TrayHostWatch : public QObject {
   Q_OBJECT
 
  public:
-  /// The icon is served on this bus, which has greeted back.
+  /// The icon is served on this bus, which must have accepted the connection.
   explicit TrayHostWatch(sd_bus* bus, const TrayHostTimes& times = {});
 
-  /// Whether a host is there and has been told of the icon, and has not dropped it for longer
-  /// than TrayHostTimes::patience.
+  /// Whether there is a host that the icon is registered with, and that has not been without it
+  /// for longer than TrayHostTimes::patience.
   bool hostShowsIcon() const { return hostShowsIcon_; }
-  /// Whether the watcher has been heard, or there is none: before, nothing is known.
+  /// Whether it is known yet if there is a watcher, and what it says.
   bool decided() const { return decided_; }
-  /// Known before the host is told of the icon.
+  /// Known before the icon is registered.
   TrayHostKind hostKind() const { return hostKind_; }
 
  Q_SIGNALS:
   void changed();
-  /// There is another watcher, or none: what the one before has said of its menu is over. Comes at
-  /// once, where changed() may not come at all because the next one is there so soon.
+  /// The watcher has changed or gone: whatever menu the old one's host had open is gone. Emitted
+  /// at once, even where changed() is not, because the next watcher comes so soon.
   void watcherChanged();
 
  private:
@@ -70,21 +70,21 @@ class TrayHostWatch : public QObject {
 
   sd_bus* bus_;
   TrayHostTimes times_;
-  std::string icon_;     // the unique bus name that it is served on
+  std::string icon_;     // the unique bus name on which the icon is served
   std::string watcher_;  // the watcher's unique bus name; "" for none or not known yet
   bool watcherIsGone_ = false;
   TrayHostKind hostKind_ = TrayHostKind::usual;
   bool hostShowsIcon_ = false;
   bool decided_ = false;
   bool registered_ = false;  // with the present watcher
-  bool listed_ = false;      // by it, when it was asked last
+  bool listed_ = false;      // by the watcher, when it was asked last
   Missing missing_ = Missing::no;
   int pause_;
 
   BusSlot watcherMatch_;
   BusSlot signalMatch_;
-  BusSlot question_;        // the one that waits for its answer
-  bool lookAgain_ = false;  // once it is answered
+  BusSlot question_;        // the call that has not been answered yet
+  bool lookAgain_ = false;  // once the question is answered
   QElapsedTimer sinceLook_;
   QElapsedTimer sinceListed_;
   QTimer nextLook_;

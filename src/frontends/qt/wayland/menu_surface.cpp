@@ -7,7 +7,7 @@
 void letMenuOpenUnasked(QMenu& menu) {
   if (!QGuiApplication::platformName().startsWith("wayland")) return;
   QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu] {
-    menu.winId();  // makes the window, which is asked what it is when it is shown
+    menu.winId();  // creates the window, whose kind is read when it is shown
     QWindow* window = menu.windowHandle();
     window->setFlags((window->flags() & ~Qt::WindowType_Mask) | Qt::ToolTip);
   });

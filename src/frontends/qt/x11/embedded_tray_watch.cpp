@@ -26,8 +26,8 @@ xcb_window_t EmbeddedTrayWatch::owner() const {
   return reply == nullptr ? xcb_window_t{XCB_WINDOW_NONE} : reply->owner;
 }
 
-/// The tray's window, after asking to be told of its end. One that ended in between would
-/// never be told of, so it is asked for until it is the same twice.
+/// The tray's window, after asking the server to report its end. A window that ended before we
+/// asked would never be reported, so this repeats until the owner is the same before and after.
 xcb_window_t EmbeddedTrayWatch::watchOwner() const {
   const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_window_t watched = owner();
@@ -46,8 +46,8 @@ void EmbeddedTrayWatch::update(xcb_window_t owner) {
   Q_EMIT changed();
 }
 
-/// A new tray announces itself to every client by a MANAGER message; Qt's connection listens
-/// for it.
+/// A new tray announces itself to every client by a MANAGER message, which Qt's connection
+/// receives.
 bool EmbeddedTrayWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
   constexpr std::uint8_t kSentBySomebody = 0x80;
   const auto* event = static_cast<const xcb_generic_event_t*>(message);

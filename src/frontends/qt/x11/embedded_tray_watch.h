@@ -5,8 +5,8 @@
 #include <QAbstractNativeEventFilter>
 #include <QObject>
 
-/// Watches for a tray of the older kind, which embeds windows of X11 (XEmbed): the owner of
-/// the selection _NET_SYSTEM_TRAY_S and the screen's number. Never there on Wayland.
+/// Watches for a tray of the older kind (XEmbed), which embeds X11 windows: the owner of the
+/// selection _NET_SYSTEM_TRAY_S<screen number>. On Wayland there never is one.
 class EmbeddedTrayWatch : public QObject, public QAbstractNativeEventFilter {
   Q_OBJECT
 

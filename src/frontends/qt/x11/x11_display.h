@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-/// What libxcb hands out with malloc.
+/// Frees the replies of libxcb, which are allocated with malloc.
 struct XcbFree {
   void operator()(void* reply) const { std::free(reply); }
 };
