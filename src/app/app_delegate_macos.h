@@ -5,7 +5,7 @@
 class AppKitFrontEnd;
 class StatusBarController;
 
-/// Makes the program an accessory once launching has finished, and keeps its one
+/// Makes the program an accessory (no Dock icon) when launching has finished, and owns its one
 /// StatusBarController from then on.
 @interface AppDelegate : NSObject <NSApplicationDelegate> {
  @private

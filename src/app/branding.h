@@ -8,7 +8,6 @@
 /// product configuration (cmake/Product.cmake).
 namespace Branding {
 
-/// As they are shown.
 ///@{
 inline constexpr const char* kProductName = "Vorda";
 inline constexpr const char* kMakerShortName = "Halvek";

@@ -1,6 +1,7 @@
 #pragma once
 
-/// Which face the program shows. It takes no options: it looks where it is.
+/// Which front end the program shows. There are no options for it: it depends on where the program
+/// was started.
 enum class FrontEndKind {
   text,      ///< the menu once, as plain text
   terminal,  ///< the full-screen menu in a terminal
@@ -10,7 +11,7 @@ enum class FrontEndKind {
 /// Where the program was started.
 struct Surroundings {
   bool onTerminal = false;  ///< standard input and output are a terminal
-  bool overSsh = false;     ///< that terminal stands before another machine
+  bool overSsh = false;     ///< the terminal is on another machine
   bool hasDisplay = false;  ///< there is an X11 or Wayland display to show a window on
 };
 

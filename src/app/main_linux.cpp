@@ -29,7 +29,8 @@ Surroundings lookAround() {
           .hasDisplay = isSet("WAYLAND_DISPLAY") || isSet("DISPLAY")};
 }
 
-/// Returns only without a tray.
+/// Becomes the tray's program if the surroundings ask for it; returns only if they do not, or if
+/// that fails.
 void tryTray(const Surroundings& surroundings) {
   const std::string program = findTrayProgram();
   if (program.empty()) return;
@@ -50,7 +51,7 @@ int main(int argc, char**) {
     std::fprintf(stderr, "vorda: %s\n", problem.c_str());
     return kNothingToShow;
   }
-  std::setlocale(LC_CTYPE, "");  // not LC_NUMERIC: figures are written alike everywhere
+  std::setlocale(LC_CTYPE, "");  // but not LC_NUMERIC: figures look the same in every locale
   const Surroundings surroundings = lookAround();
   if (chooseFrontEnd(surroundings) == FrontEndKind::tray) tryTray(surroundings);
   return surroundings.onTerminal ? terminal::runTerminal(Branding::aboutAlert()) : runText(stdout);

@@ -1,5 +1,5 @@
-// vorda-tray: the program on a desktop. With --settings, as its desktop entry's action starts it,
-// it opens the Settings window at once.
+// vorda-tray: the program on a desktop. With --settings, which an action of the desktop entry
+// passes, it opens the Settings window at once.
 #include <cstdio>
 #include <cstdlib>
 #include <string>

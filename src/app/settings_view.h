@@ -4,7 +4,8 @@
 
 #include "ui/settings_line.h"
 
-/// What the Settings window says. It has nothing to set: the program keeps no settings.
+/// The contents of the Settings window. There is nothing to set in it: the program has no
+/// settings.
 namespace SettingsView {
 
 /// From top to bottom.

@@ -70,7 +70,7 @@ Answer outcome(std::int32_t pid, bool force, int error) {
   }
 }
 
-/// 0 and negative pids name groups of processes.
+/// To kill(), 0 and negative pids mean groups of processes.
 Answer notOneProcess(std::int32_t pid) {
   return failed(pid, EINVAL);
 }
@@ -100,8 +100,9 @@ std::pair<bool, std::string> terminate(std::int32_t pid, bool force,
                                        std::optional<std::uint64_t> identity) {
   if (pid < 1) return notOneProcess(pid);
   const platform::SignalTarget target(pid);
-  // The identity comes last: where a process can't be held, nothing may come between it and the
-  // signal. If it is the one that was meant, so was the one whose owner was asked for.
+  // The identity is checked last. Where the system can't hold on to a process, as little time as
+  // possible may pass between this check and the signal; and if the pid still belongs to the
+  // process that was meant, it also did when its owner was read.
   const Owner owner = target.effectiveUid();
   if (!identity || target.identity() != identity) return alreadyGone(pid);
   return terminate(pid, force, target, owner);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-/// Letters, digits and case of ASCII alone, whatever the locale.
+/// Letters, digits and case of ASCII only, independent of the locale.
 namespace text {
 
 /// A to Z.
@@ -30,12 +30,12 @@ constexpr bool isAlphanumeric(char c) {
 constexpr bool isHexDigit(char c) {
   return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
-/// Blank, tab, line feed and the like.
+/// Blank, tab, line feed, vertical tab, form feed, carriage return.
 constexpr bool isWhiteSpace(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-/// Whether a text, its capitals lowered, is this one, which has none.
+/// Whether `text` is `lowerCase` when its capitals are lowered; `lowerCase` has none.
 constexpr bool equalsLowered(std::string_view text, std::string_view lowerCase) {
   return std::ranges::equal(text, lowerCase,
                             [](char a, char b) { return (isUpper(a) ? a - 'A' + 'a' : a) == b; });

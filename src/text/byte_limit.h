@@ -5,7 +5,7 @@
 
 namespace text {
 
-/// At most the first `limit` bytes of `text`, which is UTF-8: no scalar of it is cut.
+/// The beginning of `text`, which is UTF-8, in at most `limit` bytes. No scalar is cut in two.
 inline std::string_view withinBytes(std::string_view text, std::size_t limit) {
   if (text.size() <= limit) return text;
   const auto isInsideScalar = [](char byte) { return (byte & 0xC0) == 0x80; };

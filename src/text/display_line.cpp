@@ -13,7 +13,7 @@ constexpr utf8proc_int32_t kGroundScalar = 0x25CC;
 constexpr std::string_view kGround = "\u25CC";
 constexpr std::string_view kEllipsis = "…";
 
-/// The format characters that are seen, or that spelling needs.
+/// Format characters that are visible, or that writing needs.
 bool isNeededFormat(utf8proc_int32_t value) {
   switch (value) {
     case 0x200C:   // zero width non-joiner
@@ -52,7 +52,7 @@ bool beginsWithMark(std::string_view text) {
   return !utf8proc_grapheme_break_stateful(' ', firstScalar(text).value, &state);
 }
 
-/// Whether a character ends between `text`, which is the beginning of one, and `next`.
+/// Whether a character ends behind `text`, which is the beginning of one, if `next` follows.
 bool breaksBehind(std::string_view text, utf8proc_int32_t next) {
   utf8proc_int32_t state = 0;
   utf8proc_int32_t last = firstScalar(text).value;
@@ -72,10 +72,10 @@ std::size_t lengthOfLastScalar(std::string_view utf8) {
   return length;
 }
 
-/// A text that grows by scalars and holds no character of more than kMostCharacterBytes.
+/// A text to which scalars are added, and in which no character has more than kMostCharacterBytes.
 class BoundedText {
  public:
-  /// `bytes` are the scalar's own, and valid.
+  /// `bytes` is the scalar in UTF-8.
   void add(utf8proc_int32_t scalar, std::string_view bytes) {
     if (previous_ < 0 || utf8proc_grapheme_break_stateful(previous_, scalar, &state_)) {
       begin(scalar);
@@ -85,15 +85,15 @@ class BoundedText {
     if (!isCut_) text_ += bytes;
   }
 
-  /// Of the characters so far, all but the last one.
+  /// The length in bytes of all characters but the last.
   std::size_t lengthBeforeLast() const { return begin_; }
   std::size_t length() const { return text_.size(); }
   void shorten(std::size_t length) { text_.resize(length); }
   std::string take() { return std::move(text_); }
 
  private:
-  /// Begins the next character. What is left of one that was cut must not run into it: a joiner
-  /// or a prefix, which had something else behind it, would make one of the two.
+  /// Begins the next character. If the last one was cut, its rest may end in a joiner or a prefix,
+  /// which would join the two characters into one; this prevents it.
   void begin(utf8proc_int32_t scalar) {
     while (isCut_ && !breaksBehind(std::string_view(text_).substr(begin_), scalar)) {
       text_.resize(text_.size() - lengthOfLastScalar(text_));
@@ -113,7 +113,8 @@ class BoundedText {
   utf8proc_int32_t state_ = 0;
 };
 
-/// The first scalar of `text`, which is not empty, made harmless and put behind `out`; its length.
+/// Makes the first scalar of `text`, which must not be empty, harmless, adds it to `out`, and
+/// returns its length in bytes.
 std::size_t addFirst(std::string_view text, bool keepsLineFeeds, BoundedText& out) {
   const Scalar scalar = firstScalar(text);
   if (isHarmless(scalar.value) || (keepsLineFeeds && scalar.value == '\n')) {
@@ -124,8 +125,8 @@ std::size_t addFirst(std::string_view text, bool keepsLineFeeds, BoundedText& ou
   return scalar.length;
 }
 
-/// `text` behind what `out` holds already, made harmless; of one that would have more than
-/// `mostBytes` in all, as many characters as fit with an ellipsis.
+/// Adds `text`, made harmless, to what `out` already holds and returns all of it. When that would
+/// have more than `mostBytes`, it is as many characters as fit, and an ellipsis.
 std::string bounded(std::string_view text, bool keepsLineFeeds, std::size_t mostBytes,
                     BoundedText out = {}) {
   const std::size_t room = mostBytes - kEllipsis.size();

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-/// Text that somebody else chose (a process's name, a file's), made safe to show.
+/// Makes text that somebody else chose, such as the name of a process or a file, safe to show.
 ///
-/// Whatever could make it look like something that it is not becomes U+FFFD:
+/// Everything by which it could look like something else becomes U+FFFD:
 /// - bytes that are not UTF-8, one character each;
 /// - control characters (C0, DEL, C1), which break lines and steer terminals;
 /// - line and paragraph separators (U+2028, U+2029);
@@ -18,9 +18,9 @@
 /// other scripts. Variation selectors and combining marks are no format characters.
 ///
 /// A "character" (unicode.h) may be a letter with a hundred thousand marks on it, and toolkits
-/// take minutes to lay that out. Of each, kMostCharacterBytes are shown and the rest is dropped:
-/// the longest that anybody writes, a couple of emoji with skin tones, has 35. One whose
-/// beginning would run into the next character becomes U+FFFD.
+/// take minutes to lay that out. Only kMostCharacterBytes of each are shown: the longest that
+/// anybody writes, a couple of emoji with skin tones, has 35. A cut character that would join with
+/// the next one becomes U+FFFD.
 namespace text {
 
 inline constexpr std::size_t kMostCharacterBytes = 64;  ///< in every text that is shown
@@ -28,11 +28,11 @@ inline constexpr std::size_t kMostNameBytes = 1024;     ///< in every name that 
 /// In every text that is shown: more than a command line's details.
 inline constexpr std::size_t kMostTextBytes = 16 * std::size_t{1024};
 
-/// `text` as one harmless line of at most kMostTextBytes: of a longer one as many characters as
+/// `text` as one harmless line of at most kMostTextBytes: of a longer text as many characters as
 /// fit, and "…".
 [[nodiscard]] std::string displayLine(std::string_view text);
 
-/// As above, but a line feed stays one: for a text whose lines are the program's own.
+/// As displayLine, but keeps line feeds: for texts whose line breaks are the program's own.
 [[nodiscard]] std::string displayLines(std::string_view text);
 
 /// As displayLine, for the name of a process, a user, a product or a service, of which at most

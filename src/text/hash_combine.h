@@ -5,7 +5,7 @@
 
 namespace text {
 
-/// Feeds one more value into a running hash.
+/// Adds one more value to a hash.
 template <typename Value>
 void hashCombine(std::size_t& seed, const Value& value) {
   seed ^= std::hash<Value>{}(value) + 0x9e3779b97f4a7c15ULL + (seed << 6) + (seed >> 2);

@@ -17,7 +17,7 @@ constexpr std::string_view lastPathComponent(std::string_view path) {
   return slash == std::string_view::npos ? path : path.substr(slash + 1);
 }
 
-/// The parts of a list such as PATH, which ":" separates; empty ones are left out.
+/// The parts of a list such as PATH, which are separated by ":". Empty parts are left out.
 inline std::vector<std::string_view> colonSeparated(std::string_view list) {
   std::vector<std::string_view> parts;
   for (std::size_t begin = 0; begin < list.size();) {

@@ -13,7 +13,7 @@ struct Scalar {
   std::size_t length;      ///< in bytes, at least 1
 };
 
-/// What `text`, which is not empty, begins with.
+/// The first scalar of `text`, which must not be empty.
 inline Scalar firstScalar(std::string_view text) {
   utf8proc_int32_t value = -1;
   const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),

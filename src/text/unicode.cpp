@@ -9,7 +9,8 @@
 namespace text {
 namespace {
 
-/// Eight bytes of text as one number: nearly all text is ASCII, and goes eight bytes at a time.
+/// Eight bytes of text as one number. Nearly all text is ASCII, which is handled eight bytes at a
+/// time.
 using EightBytes = std::uint64_t;
 
 /// The same byte in all eight places.
@@ -17,7 +18,7 @@ constexpr EightBytes eightTimes(unsigned char byte) {
   return EightBytes{0x0101010101010101} * byte;
 }
 
-/// The eight bytes from here on, in the machine's order; all eight are there.
+/// The eight bytes from `position` on, which must exist, in the machine's byte order.
 EightBytes eightBytesAt(const char* position) {
   EightBytes bytes = 0;
   std::memcpy(&bytes, position, sizeof bytes);
@@ -39,7 +40,8 @@ void lowerAscii(char* text, std::size_t length) {
   std::size_t i = 0;
   for (; i + sizeof(EightBytes) <= length; i += sizeof(EightBytes)) {
     const EightBytes bytes = eightBytesAt(text + i);
-    // The sums reach a byte's top bit from 'A' on, and from the byte behind 'Z' on.
+    // In each byte, the first sum sets the top bit from 'A' on, the second from the one after 'Z'
+    // on.
     const EightBytes fromA = bytes + eightTimes(0x80 - 'A');
     const EightBytes behindZ = bytes + eightTimes(0x80 - 'Z' - 1);
     static_assert('a' - 'A' == 0x80 >> 2);
@@ -55,7 +57,7 @@ bool isAscii(char byte) {
   return static_cast<unsigned char>(byte) < 0x80;
 }
 
-/// How much at the start of a text is neither ASCII nor changed by lower case.
+/// How many bytes at the start of a text are not ASCII and do not change in lower case.
 std::size_t lengthThatStaysWhenLowered(std::string_view text) {
   std::size_t length = 0;
   while (length < text.size() && !isAscii(text[length])) {
@@ -90,7 +92,7 @@ std::size_t lengthOfCharacters(std::string_view text, std::size_t count, std::si
 }  // namespace
 
 bool isUtf8(std::string_view bytes) {
-  bytes.remove_prefix(asciiPrefixLength(bytes));  // nearly always all of it
+  bytes.remove_prefix(asciiPrefixLength(bytes));  // nearly always the whole text
   while (!bytes.empty()) {
     const Scalar scalar = firstScalar(bytes);
     if (scalar.value < 0) return false;
@@ -159,7 +161,7 @@ std::string_view firstCharacters(std::string_view text, std::size_t count) {
 }
 
 std::string shortened(std::string_view text, std::size_t limit, std::size_t kept) {
-  // Counts no further than the limit: a name may be a hundred thousand characters long.
+  // Does not count beyond the limit: a name may be a hundred thousand characters long.
   const bool fits = firstCharacters(text, limit).size() == text.size();
   return fits ? std::string(text) : std::string(firstCharacters(text, kept)) + "…";
 }

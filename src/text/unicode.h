@@ -12,7 +12,7 @@ namespace text {
 /// Whether the bytes are well-formed UTF-8.
 bool isUtf8(std::string_view bytes);
 
-/// The bytes with U+FFFD for each that is not part of well-formed UTF-8.
+/// The bytes, with U+FFFD in place of each that is not part of well-formed UTF-8.
 std::string repairedUtf8(std::string_view bytes);
 
 /// Lower case by Unicode's simple mapping, scalar by scalar.
@@ -21,7 +21,7 @@ std::string lowered(std::string_view text);
 /// Appends lowered(text) to `out`, which keeps its capacity between uses.
 void appendLowered(std::string_view text, std::string& out);
 
-/// `text` with `substitute` for every byte that is not UTF-8; all others keep their places.
+/// `text` with `substitute` in place of every byte that is not UTF-8; the length stays the same.
 std::string withBytesOutsideUtf8Replaced(std::string_view text, char substitute);
 
 /// How many characters the text has.

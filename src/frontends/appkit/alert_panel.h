@@ -2,5 +2,5 @@
 
 #include "ui/alert.h"
 
-/// Shows the alert as AppKit's own and waits for the answer: FrontEnd::runModal.
+/// Shows the alert as an NSAlert and waits for the answer: see FrontEnd::runModal.
 int runAlertPanel(const Alert& alert);

@@ -13,7 +13,7 @@ NSAlert* nsAlert(const Alert& alert) {
   [panel setMessageText:platform::nsString(alert.messageText)];
   [panel setInformativeText:platform::nsString(alert.informativeText)];
   if (alert.style == Alert::Style::warning) [panel setAlertStyle:NSAlertStyleWarning];
-  // Without a badge that is nil, and AppKit's own icon stays.
+  // The image is nil where there is no badge; AppKit then shows its own icon.
   if (alert.icon == Alert::Icon::badge) [panel setIcon:halvekBadgeImage(Alert::kBadgeSide)];
   for (const std::string& title : alert.buttons) {
     [panel addButtonWithTitle:platform::nsString(title)];
@@ -25,7 +25,7 @@ NSAlert* nsAlert(const Alert& alert) {
 
 int runAlertPanel(const Alert& alert) {
   @autoreleasepool {
-    // An alert of a program without a Dock icon may open behind other windows.
+    // The alert of a program without a Dock icon would otherwise open behind other windows.
     if (alert.activatesProgram) {
       [sharedApplication() activateIgnoringOtherApps:YES];
     }

@@ -22,7 +22,7 @@ NSColor* nsColor(const Color& color) {
                                    alpha:color.alpha];
 }
 
-// Not NSRectFill, which replaces what is there.
+// Not NSRectFill, which replaces what is there instead of painting over it.
 void AppKitCanvas::fillRect(const Rectangle& rect, const Color& color) {
   [nsColor(color) setFill];
   [NSBezierPath fillRect:nsRect(rect)];

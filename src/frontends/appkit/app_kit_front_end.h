@@ -9,8 +9,8 @@
 #include "frontends/appkit/menu_target.h"
 #include "ui/front_end.h"
 
-/// The program's item in the menu bar, with the menu that opens below it. A status bar that has
-/// no room gives an item without a button: then title and tooltip are not shown.
+/// The program's item in the menu bar, with the menu that opens below it. When the status bar has
+/// no room, its item has no button: then title and tooltip are not shown.
 class AppKitFrontEnd : public FrontEnd {
  public:
   AppKitFrontEnd();
@@ -18,14 +18,15 @@ class AppKitFrontEnd : public FrontEnd {
   AppKitFrontEnd(const AppKitFrontEnd&) = delete;
   AppKitFrontEnd& operator=(const AppKitFrontEnd&) = delete;
 
-  /// Whom to tell of the menu from now on; nobody: nullptr. To be told before the delegate goes.
+  /// Sets the delegate that is told of the menu from now on; nullptr for none. Has to be set to
+  /// nullptr before the delegate is destroyed.
   void reportTo(MenuDelegate* delegate);
 
   void setTitle(const std::string& title) override;
   void setToolTip(const std::string& toolTip) override;
   void menuRebuilt(std::shared_ptr<const Menu> menu) override;
   void stripChanged(const MemoryPressureView& strip) override;
-  void setNotice(const std::string&) override {}  // the submenu says it, too
+  void setNotice(const std::string&) override {}  // the submenu says it as well
   void cancelTracking() override;
   int runModal(const Alert& alert) override;
   std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;

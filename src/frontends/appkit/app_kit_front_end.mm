@@ -47,8 +47,8 @@ void AppKitFrontEnd::setToolTip(const std::string& toolTip) {
   [[statusItem_ button] setToolTip:platform::nsString(toolTip)];
 }
 
-// AppKit forbids changing a menu while it reports that this has closed: the item that was
-// chosen sends its action only afterwards, when it has faded. Nobody sees the menu meanwhile.
+// AppKit forbids changing a menu while it reports that the menu has closed, because the chosen
+// item sends its action only afterwards. So the change waits; the menu is not visible meanwhile.
 void AppKitFrontEnd::menuRebuilt(std::shared_ptr<const Menu> menu) {
   if (pendingFill_) pendingFill_->cancel();
   if ([target_ reportsClose]) {
@@ -64,7 +64,7 @@ void AppKitFrontEnd::fill(const Menu& menu) {
   }
 }
 
-// The view draws the very strip that has changed; no other item has a view.
+// The view shares the strip, so it only has to be drawn again. No other item has a view.
 void AppKitFrontEnd::stripChanged(const MemoryPressureView&) {
   @autoreleasepool {
     for (NSMenuItem* item in [rootMenu_ itemArray]) [[item view] setNeedsDisplay:YES];

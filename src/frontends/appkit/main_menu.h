@@ -2,6 +2,6 @@
 
 #import <AppKit/AppKit.h>
 
-/// The main menu, which a program without a Dock icon never shows: it is there for its
-/// keys. Command-comma sends `showSettings` to the target, Command-W closes the window.
+/// The main menu. A program without a Dock icon never shows it; it is there for its keyboard
+/// shortcuts. Command-comma sends `showSettings` to the target, Command-W closes the window.
 NSMenu* mainMenu(id target, SEL showSettings);

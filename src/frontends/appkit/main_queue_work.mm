@@ -16,7 +16,7 @@ class MainQueueWork : public ScheduledWork {
 
   void cancel() override { work_ = nullptr; }
 
-  /// Lets go of the work before it runs: it may cancel itself.
+  /// Gives up its own reference to the work before running it, because the work may cancel itself.
   void run() {
     if (const auto work = std::exchange(work_, nullptr)) work();
   }

@@ -7,6 +7,6 @@
 #include "frontends/appkit/menu_target.h"
 #include "ui/menu.h"
 
-/// Puts these items, and nothing else, into the menu. Items with an action send it to the
-/// target; those that speak of a process have its start identity as their tag.
+/// Replaces the menu's items by these. Items with an action send it to the target; an item that is
+/// about a process has the process's start identity as its tag.
 void fillMenu(NSMenu* menu, const std::vector<MenuItem>& items, VordaMenuTarget* target);

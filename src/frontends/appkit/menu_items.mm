@@ -41,7 +41,7 @@ NSMenuItem* nsMenuItem(const MenuItem& value, VordaMenuTarget* target) {
 }  // namespace
 
 void fillMenu(NSMenu* menu, const std::vector<MenuItem>& items, VordaMenuTarget* target) {
-  [menu setAutoenablesItems:NO];  // the items say themselves what is enabled
+  [menu setAutoenablesItems:NO];  // our items say themselves whether they are enabled
   [menu removeAllItems];
   for (const MenuItem& item : items) [menu addItem:nsMenuItem(item, target)];
 }

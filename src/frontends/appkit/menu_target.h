@@ -4,8 +4,8 @@
 
 #include "ui/front_end.h"
 
-/// The delegate of the root menu, and the target of every item: it tells a MenuDelegate what
-/// AppKit tells it. Without one (nullptr) it does nothing.
+/// The delegate of the root menu, and the target of every item: it passes what AppKit reports on
+/// to a MenuDelegate, if it has one.
 @interface VordaMenuTarget : NSObject <NSMenuDelegate> {
  @private
   MenuDelegate* delegate_;
@@ -14,7 +14,7 @@
 }
 - (void)reportTo:(MenuDelegate*)delegate ofMenu:(NSMenu*)rootMenu;
 
-/// Whether it is telling right now that the menu has closed.
+/// Whether it is just reporting that the menu has closed.
 - (BOOL)reportsClose;
 
 - (void)refreshNow;
@@ -30,5 +30,5 @@
 - (void)loadAgent:(NSMenuItem*)sender;
 @end
 
-/// The message that asks VordaMenuTarget for this action; NULL for none.
+/// The message that makes VordaMenuTarget perform this action; NULL where there is none.
 SEL selectorOf(Action action);

@@ -16,7 +16,7 @@ std::optional<std::int32_t> pidOf(const RepresentedObject& value) {
   return std::nullopt;
 }
 
-/// What the sender was made from, as far as an action needs it.
+/// The value that the menu item was made from, with what the action needs of it.
 std::shared_ptr<const MenuItem> itemOf(Action action, NSMenuItem* sender) {
   MenuItem item{.action = action, .representedObject = valueOf([sender representedObject])};
   if (const auto pid = pidOf(item.representedObject)) {

@@ -4,7 +4,7 @@
 
 #include "frontends/appkit/scheduled_work.h"
 
-/// What a timer sends its message to.
+/// The target of a timer, which runs the work.
 @interface VordaTimerTarget : NSObject {
  @private
   const std::function<void()>* work_;

@@ -5,8 +5,8 @@
 
 #include "ui/front_end.h"
 
-/// Runs `work` every `seconds` on the main run loop, whatever that is waiting for: also while
-/// a menu is tracked or an alert is open.
+/// Runs `work` every `seconds` on the main run loop in all its modes: also while a menu or an
+/// alert is open.
 std::shared_ptr<ScheduledWork> repeatOnMainRunLoop(double seconds, std::function<void()> work);
 
 /// Runs `work` once on the main queue, `seconds` from now.

@@ -75,7 +75,7 @@ NSWindow* settingsWindow(const std::vector<SettingsView::Line>& lines) {
   [window setReleasedWhenClosed:NO];
   [window setTitle:platform::nsString(SettingsView::kTitle)];
   NSStackView* content = form(lines);
-  // The window's size is given, and does not follow the texts.
+  // The window's size is fixed, and does not depend on the texts.
   [content setTranslatesAutoresizingMaskIntoConstraints:YES];
   [content setFrame:kContent];
   [window setContentView:content];

@@ -2,5 +2,5 @@
 
 #import <AppKit/AppKit.h>
 
-/// The application object. Without one nothing can go on: the program stops at once.
+/// The application object. Ends the program at once if there is none.
 NSApplication* sharedApplication();

@@ -6,7 +6,8 @@
 
 #include "ui/memory_pressure_view.h"
 
-/// Shows the strip in its menu item. It shares the strip with the item's value.
+/// Shows the strip in its menu item. It shares the strip with the MenuItem that the item was made
+/// from.
 @interface VordaStripView : NSView {
  @private
   const std::shared_ptr<MemoryPressureView>* strip_;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr char kEnd = '\0';
 
-/// Cuts the first string off, and the NULs behind it.
+/// Removes the first string, and the NULs behind it, from `rest` and returns the string.
 std::string_view takeString(std::string_view& rest) {
   const std::string_view first = rest.substr(0, rest.find(kEnd));
   rest.remove_prefix(first.size());

@@ -14,7 +14,7 @@ inline constexpr std::chrono::seconds kListLimit{2};
 /// What a user waits for the stopping or starting of a launch agent, all attempts taken together.
 inline constexpr std::chrono::seconds kActionLimit{10};
 
-/// The same as without a limit, for a caller who waits longer or less long.
+/// As in platform/launch_agents.h, with another limit than these.
 std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::chrono::milliseconds limit);
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path,
                                          std::chrono::milliseconds limit);

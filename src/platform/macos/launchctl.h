@@ -14,9 +14,9 @@ struct LaunchctlReply {
   std::string text;  ///< what it printed, or why it did not start; "" when not UTF-8
 };
 
-/// Runs launchctl and waits for its end, but not beyond the deadline: then it is killed. What
-/// it prints is read meanwhile, so that it never waits for a reader; with Capture::errors that
-/// is its standard error alone.
+/// Runs launchctl and waits for its end; at the deadline it is killed. What it prints is read
+/// while it runs, so that a full pipe never blocks it; with Capture::errors only its standard
+/// error is read.
 [[nodiscard]] LaunchctlReply runLaunchctl(const std::vector<std::string>& arguments,
                                           Capture capture, Clock::time_point deadline);
 

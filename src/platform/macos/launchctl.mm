@@ -18,8 +18,8 @@ NSArray* nsArray(const std::vector<std::string>& texts) {
   return array;
 }
 
-/// Whether it has ended. -[NSTask waitUntilExit] would run the main run loop, and with it the
-/// refresh timer in the middle of a refresh.
+/// Waits for its end; false at the deadline. -[NSTask waitUntilExit] would run the main run loop,
+/// and so the refresh timer in the middle of a refresh.
 bool hasEnded(NSTask* task, Clock::time_point deadline) {
   constexpr std::chrono::milliseconds kPause(1);
   while ([task isRunning]) {
@@ -29,8 +29,8 @@ bool hasEnded(NSTask* task, Clock::time_point deadline) {
   return true;
 }
 
-/// Ends it for good, and gives Foundation the time to notice. One that has ended is reaped, and
-/// its pid may be another's.
+/// Kills it, unless it has ended (then its pid may belong to another process), and gives
+/// Foundation time to notice its end.
 void end(NSTask* task) {
   constexpr std::chrono::milliseconds kGrace(500);
   if (![task isRunning]) return;

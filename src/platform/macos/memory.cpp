@@ -21,10 +21,10 @@ double installedBytes() {
 }
 
 std::optional<MemoryInUse> inUse() {
-  // Later kernels have more to tell than the headers know: there is room for it.
+  // Later kernels return more than these headers declare: leave room for it.
   constexpr mach_msg_type_number_t kWords = 62;
   integer_t words[kWords] = {};
-  static const host_t host = mach_host_self();  // each call would take one more right
+  static const host_t host = mach_host_self();  // every call would take another Mach port right
   mach_msg_type_number_t count = kWords;
   if (host_statistics64(host, HOST_VM_INFO64, words, &count) != KERN_SUCCESS) return std::nullopt;
 

@@ -8,7 +8,7 @@
 namespace platform {
 namespace {
 
-/// Whether there is something to read, or the end, before the deadline.
+/// Waits for something to read, or the end of the pipe; false at the deadline.
 bool waitForBytes(int descriptor, Clock::time_point deadline) {
   for (;;) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();

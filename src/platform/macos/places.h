@@ -1,6 +1,6 @@
 #pragma once
 
-/// Where things stand on a Mac.
+/// Where things are on a Mac.
 namespace platform::Places {
 
 extern const char* const kLaunchctl;

@@ -5,7 +5,7 @@
 
 namespace platform {
 
-/// What the kernel's table says of one process, to every user.
+/// What the kernel's process table says of one process; any user may read it.
 struct ProcessRecord {
   std::uint32_t effectiveUid = 0;
   std::int32_t parent = 0;
@@ -13,8 +13,7 @@ struct ProcessRecord {
   std::uint64_t startTime = 0;  ///< in microseconds since 1970; 0 when there is no such process
 };
 
-/// None when the kernel refuses to answer. For a pid that nobody has it answers with a record
-/// of zeros.
+/// None when the kernel refuses to answer. For a pid that no process has, a record of zeros.
 std::optional<ProcessRecord> processRecord(std::int32_t pid);
 
 }  // namespace platform

@@ -26,9 +26,9 @@ std::string_view argumentBlock(std::int32_t pid, std::vector<char>& buffer) {
   std::size_t size = 0;
   if (sysctl(name, std::size(name), nullptr, &size, nullptr, 0) != 0 || size < 1) return {};
 
-  // A block that does not fit is given from its end, where the environment stands. It may have
-  // grown since it was measured, and a buffer that is not filled shows that it has not. The
-  // kernel refuses a buffer longer than any block.
+  // When a block does not fit, the kernel gives its end, which is the environment. The block may
+  // have grown since it was measured; only if some of the buffer stays unused did all of it fit,
+  // hence the slack. The kernel refuses a buffer that is longer than any block.
   constexpr std::size_t kSlack = 64;
   constexpr std::size_t kLongest = ARG_MAX + sizeof(int);
   const std::size_t room = std::max(size, std::min(size + kSlack, kLongest));
@@ -45,7 +45,7 @@ constexpr std::uint64_t kNanosecondsPerMicrosecond = 1'000;
 /// When the process of the last readProcess started, in microseconds.
 std::optional<std::uint64_t> lastStart;
 
-/// None for a pid that nobody has.
+/// None for a pid that no process has.
 std::optional<std::uint64_t> startTimeOf(const std::optional<ProcessRecord>& record) {
   return record && record->startTime != 0 ? std::optional(record->startTime) : std::nullopt;
 }
@@ -74,8 +74,8 @@ std::vector<std::int32_t> allPids() {
 }
 
 bool readProcess(std::int32_t pid, ProcessFacts& facts) {
-  // First of all: confirmProcess asks again, and all that is read in between is then told of
-  // this process.
+  // This has to be read first: when confirmProcess later finds the same start time, everything
+  // that was read in between belongs to the same process.
   const auto record = processRecord(pid);
   facts.effectiveUid = record ? std::optional(record->effectiveUid) : std::nullopt;
   facts.parent = record ? std::optional(record->parent) : std::nullopt;

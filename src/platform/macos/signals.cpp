@@ -8,7 +8,7 @@
 
 namespace platform {
 
-// Darwin can't hold a process fast.
+// Darwin has no handle that holds on to a process.
 SignalTarget::SignalTarget(std::int32_t pid) : pid_(pid), handle_(-1) {}
 
 SignalTarget::~SignalTarget() = default;

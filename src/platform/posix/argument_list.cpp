@@ -10,7 +10,7 @@ void startArguments(ProcessFacts& facts, std::size_t size) {
   facts.isCut = false;
   facts.arguments.clear();
   facts.commandLine.clear();
-  // The views of the arguments stay valid while it fills.
+  // Reserved at once, so that the views of the arguments stay valid while it fills.
   facts.commandLine.reserve(std::min(size, kLongestCommandLine));
 }
 
