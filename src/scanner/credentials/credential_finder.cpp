@@ -19,7 +19,7 @@ using Form = Announcement::Form;
 
 constexpr std::size_t kMostArguments = 4096;
 
-/// What belongs together among the arguments of one process.
+/// Finds credentials that take several arguments of one process to see: names and their values.
 class ArgumentSearch {
  public:
   explicit ArgumentSearch(std::span<const std::string_view> arguments) : arguments_(arguments) {}
@@ -46,7 +46,8 @@ class ArgumentSearch {
     if (before.form == Form::nothing && i > 0 && spans_.empty()) takeBareKey(i);
   }
 
-  /// The value that the argument before announced. False when this is none.
+  /// Takes this argument as the value that the one before has announced. False when it is no
+  /// value.
   bool takeAnnounced(std::size_t i) {
     const std::string_view argument = arguments_[i];
     const bool isHeader = announced_.form == Form::headerValue;
@@ -67,7 +68,7 @@ class ArgumentSearch {
       return true;
     }
     if (kind == NameKind::harmless || !mayBeSecret(argument, kind)) return false;
-    // "-e NAME=value": what is random in it is the value of NAME.
+    // "-e NAME=value": only the value of NAME can be random here, and NAME decides about it.
     if (kind == NameKind::unknown && isSetting(argument)) return false;
     const std::size_t shown = shownScheme(argument);
     found_.push_back({i, {shown, argument.size()}});
@@ -119,7 +120,7 @@ class ArgumentSearch {
     if (mayBeSecret(value, kind)) found_.push_back({i, {0, value.size()}});
   }
 
-  /// A long random word in base64 that nothing is said of.
+  /// A long random word in base64 without any name.
   void takeBareKey(std::size_t i) {
     const std::string_view key = arguments_[i];
     constexpr std::size_t kShortest = 40;
@@ -171,8 +172,8 @@ class ArgumentSearch {
     found_.push_back({i, {colon + 1, at}});
   }
 
-  /// Programs that nothing is known of: where a user's name is given, what stands behind "-p"
-  /// and looks like a password is one; and so is what follows the user's name and ":".
+  /// For programs that we know nothing of: where a user's name is given, a word behind "-p" that
+  /// looks like a password is taken for one, and so is what follows the user's name and a ":".
   void takeLoneOptions() {
     bool hasUser = false;
     for (std::size_t i = 0; i + 1 < arguments_.size(); ++i) {
@@ -206,7 +207,8 @@ class ArgumentSearch {
     return std::ranges::find(kOptions, option) != kOptions.end();
   }
 
-  /// Of some programs, of which nothing need be known where the value is drawn at random.
+  /// Options that some programs use for a password. No matter which program it is, a value that
+  /// looks random is taken for one.
   static bool mayTakePassword(std::string_view option) {
     constexpr std::array<std::string_view, 8> kOptions{"-a",  "-A",    "-k", "-K",
                                                        "-pw", "-auth", "-S", "-t"};
@@ -239,7 +241,7 @@ class ArgumentSearch {
   std::vector<ArgumentSpan> found_;
   std::vector<TextSpan> spans_;
   Announcement announced_;
-  bool isCarried_ = false;  // "Bearer" stands between what was announced and its value
+  bool isCarried_ = false;  // "Bearer" has come between the name and its value
   int namesLeft_ = kMostNames;
 };
 

@@ -62,7 +62,7 @@ const KeyTree& prefixes() {
   return tree;
 }
 
-/// A short number for three characters; some share theirs.
+/// A small number for three characters; different ones may have the same.
 constexpr std::size_t tripleOf(char first, char second, char third) {
   constexpr auto five = [](char c) { return static_cast<std::size_t>(c) & 31U; };
   return five(first) << 10U | five(second) << 5U | five(third);
@@ -70,7 +70,7 @@ constexpr std::size_t tripleOf(char first, char second, char third) {
 
 using Triples = std::bitset<std::size_t{1} << 15U>;
 
-/// The characters that some credential begins with, so that most words are passed over at once.
+/// The first three characters of all credentials, by which most words can be skipped at once.
 const Triples& beginnings() {
   static const Triples triples = [] {
     Triples made;
@@ -90,8 +90,7 @@ const Triples& beginnings() {
   return triples;
 }
 
-/// Whether nobody would call anything by this word: long, or full of digits or of changes
-/// of case.
+/// Whether the word is too odd to be a name: long, or with many digits or changes of case.
 bool isOddWord(std::string_view word) {
   if (word.size() >= 16) return true;
   const auto digits = std::ranges::count_if(word, text::isDigit);
@@ -119,11 +118,11 @@ class Search {
   Search(std::string_view text, std::vector<TextSpan>& found) : text_(text), found_(found) {}
 
   void run() {
-    // Nearly all of a text is passed over here, so it is read without looking twice.
+    // Nearly all of a text is skipped in this loop, so it does as little as possible.
     const char* const text = text_.data();
     const std::size_t size = text_.size();
     std::size_t at = 0;
-    std::size_t word = 0;  // where the letters and digits begin that this place stands behind
+    std::size_t word = 0;  // the beginning of the run of letters and digits before this place
     while (at < size) {
       const char c = text[at];
       std::size_t end = 0;
@@ -154,14 +153,15 @@ class Search {
     if (begin + 2 >= text_.size()) return 0;
     const char* const text = text_.data() + begin;
     if (!beginnings_[tripleOf(text[0], text[1], text[2])]) return 0;
-    // Few words begin like one: who has so many wants the search to take long. The rest is masked.
+    // Few words begin like a credential. Only somebody who wants to slow the search down has so
+    // many, so the rest is masked.
     constexpr int kMostAttempts = 4000;
     if (++attempts_ > kMostAttempts) return add(begin, text_.size());
     const std::size_t length = lengthAt(begin);
     return length > 0 ? begin + length : 0;
   }
 
-  /// Whether an escape ends inside this word: "%20eyJ…".
+  /// Whether the word begins with the digits of an escape: "%20eyJ…".
   bool isEscaped(std::size_t begin) const {
     return begin > 0 && text_[begin - 1] == '%' && text::isHexDigit(text_[begin]) &&
            text::isHexDigit(at(begin + 1));
@@ -183,7 +183,7 @@ class Search {
     return found_.back().end;
   }
 
-  /// "id:secret": what stands behind a key in the same word belongs to it.
+  /// "id:secret": what follows a key and ":" in the same word belongs to it.
   std::size_t withPartner(std::size_t end) const {
     if (at(end) != ':') return end;
     constexpr std::size_t kShortest = 20;
@@ -191,7 +191,7 @@ class Search {
     return length >= kShortest ? end + 1 + length : end;
   }
 
-  /// The length of the credential that begins at `at` (which it notes), or 0.
+  /// The length of the credential that begins at `begin`, or 0.
   std::size_t lengthAt(std::size_t begin) {
     const KeyTree& tree = prefixes();
     KeyTree::Node node = KeyTree::kRoot;
@@ -218,7 +218,7 @@ class Search {
     const bool isRight = body.size() >= format.shortest &&
                          (format.longest == kAnyLength || body.size() <= format.longest);
     if (isRight && (!format.mustLookOdd || holdsOddWord(body))) return length;
-    // The words of a longer body may hold the beginning of another credential.
+    // Do not skip a longer body: its words may begin another credential.
     if (format.mustLookOdd && format.longest == kAnyLength) passed = begin + length;
     return 0;
   }
@@ -240,7 +240,8 @@ class Search {
     return 0;
   }
 
-  /// What lies between the first and the last line of a private key.
+  /// The end of the private key that begins here: what is between its first and last line is
+  /// added.
   std::size_t privateKeyEnd(std::size_t begin) {
     constexpr std::string_view kBegin = "-----BEGIN ";
     constexpr std::string_view kDashes = "-----";
@@ -260,14 +261,15 @@ class Search {
     return end;
   }
 
-  /// How many characters of the alphabet stand before `end`, looking at no more than `most`.
+  /// How many characters of the alphabet there are directly before `end`, counting to `most` at
+  /// most.
   std::size_t lengthBefore(std::size_t end, Alphabet alphabet, std::size_t most) const {
     std::size_t length = 0;
     while (length < most && length < end && isOf(text_[end - 1 - length], alphabet)) ++length;
     return length;
   }
 
-  /// Keys that are known by what stands in their middle or at their end.
+  /// The end of a key that is recognised by something in its middle or at its end, or 0.
   std::size_t endAroundMiddle(std::size_t middle) {
     const std::size_t word = lengthBefore(middle, Alphabet::letters, 33);
     if (word < 3) return 0;
@@ -298,7 +300,7 @@ class Search {
   const Triples& beginnings_ = beginnings();
   std::string_view text_;
   std::vector<TextSpan>& found_;
-  std::array<std::size_t, 16> passed_{};  // by alphabet: no odd word before here
+  std::array<std::size_t, 16> passed_{};  // by alphabet: before here there is no odd word
   std::size_t noWebTokenBefore_ = 0;
   int attempts_ = 0;
 };

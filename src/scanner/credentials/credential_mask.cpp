@@ -32,7 +32,7 @@ std::optional<std::vector<std::string>> masked(std::span<const std::string_view>
   return shown;
 }
 
-/// The values found in the arguments, as places of the joined line.
+/// The values found in the arguments, as spans of the joined line.
 std::vector<TextSpan> inJoined(std::span<const std::string_view> arguments, const InArguments& in,
                                std::size_t lineEnd) {
   std::vector<TextSpan> values;
@@ -54,8 +54,8 @@ struct Replacement {
   std::string_view text;
 };
 
-/// Appends what has to become of the parts of `value` that no match covers. `match` is the
-/// first that ends behind its beginning.
+/// Appends the replacements for the parts of `value` that no match covers. `match` is the first
+/// match that ends after the value's beginning.
 void appendRest(std::string_view line, const TextSpan& value,
                 std::vector<TextSpan>::const_iterator match,
                 std::vector<TextSpan>::const_iterator end, std::vector<Replacement>& out) {
@@ -67,12 +67,13 @@ void appendRest(std::string_view line, const TextSpan& value,
     begin = match->end;
   }
   if (begin >= value.end) return;
-  // Directly behind a match stands the rest of the value that its text shows as "•••".
+  // The rest of a value directly behind a match is dropped: the match's text already ends in
+  // "•••".
   out.push_back({{begin, value.end}, begin == value.begin ? kMask : ""});
 }
 
-/// The line with each match of the pattern replaced by its text, and what is left of the
-/// values masked. Both are in order.
+/// The line with each match of the pattern replaced by its text, and with what no match covers of
+/// the values masked. `matches` and `values` are in order.
 std::string redacted(std::string_view line, const std::vector<TextSpan>& matches,
                      const std::vector<TextSpan>& values) {
   std::vector<Replacement> replacements;

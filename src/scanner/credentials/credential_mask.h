@@ -6,30 +6,31 @@
 #include <string_view>
 #include <vector>
 
-/// Keeps credentials out of everything that is shown: the one door to this folder. The value
-/// of a credential becomes "•••", the name that it goes by stays:
-/// - the value of what is named like one: an option, variable, header, field or setting;
-/// - what a well-known program takes as one in a way of its own ("mysql -pV", "curl -u user:V");
+/// Keeps credentials out of everything that is shown; all other rooms use this folder through this
+/// header. The value of a credential becomes "•••", its name stays:
+/// - the value of an option, variable, header, field or setting that is named like a credential;
+/// - what well-known programs take as a credential in their own ways ("mysql -pV", "curl -u
+///   user:V");
 /// - the password or token of a URL;
-/// - keys and tokens that their format gives away, private keys, webhooks, wherever they stand;
+/// - keys and tokens that are recognised by their format, private keys, webhooks, anywhere;
 /// - long random values of what is not known to be harmless.
-/// Text without a credential comes out as it went in. All of it is linear in its length. A value
-/// whose end is missing is masked to the end of the text, and so is what comes behind thousands
-/// of names, arguments or commands, which only who wants the search to take long has.
+/// Text without a credential stays as it is. Everything is linear in the length of the text. A
+/// value whose end is missing is masked to the end of the text. So is everything after thousands
+/// of names, arguments or commands: only somebody who wants to slow the search down passes so
+/// many.
 ///
-/// There are two maskers. The specified one, ProcessScanner::redactSecrets, knows seven options
-/// and puts one and the same text in the place of option and value; what it makes of a line is
-/// shown to the character. It leaves most secrets where they are, and takes one word of a value
-/// that has several; hence this one. The order: the mask finds its values in the raw arguments,
-/// where they are still told apart; the pattern finds its matches in the raw line; the matches
-/// are replaced first, and of the values what no match covers is masked then. Neither looks at
-/// what the other has made.
+/// There are two maskers. ProcessScanner::redactSecrets, whose output is fixed to the character,
+/// knows seven options and replaces option and value by one text. It misses most secrets, and only
+/// takes the first word of a value with several; hence this second one. Both search the original:
+/// the mask the arguments, which are still separate there, and redactSecrets' pattern the line.
+/// Then the pattern's matches are replaced, and what no match covers of the mask's values is
+/// masked. Neither sees the other's output.
 namespace CredentialMask {
 
 /// What stands for a value.
 inline constexpr std::string_view kMask = "•••";
 
-/// A line whose arguments are no longer told apart, with the values masked.
+/// A line in which the arguments can't be told apart any more, with the values masked.
 [[nodiscard]] std::string maskedLine(std::string_view line);
 
 /// What of a process's arguments may be shown.
@@ -37,8 +38,8 @@ struct Shown {
   /// The arguments with the values masked; none, and nothing allocated, when they hold no
   /// credential. A value is one whole argument, or the whole rest of one, blanks included.
   std::optional<std::vector<std::string>> arguments;
-  /// What ProcessScanner::redactSecrets makes of the line, to the character, for what its
-  /// pattern matches; the values that the pattern leaves in clear are masked.
+  /// The line. What redactSecrets' pattern matches is exactly as redactSecrets shows it; the
+  /// values that the pattern leaves in clear are masked.
   std::string commandLine;
 };
 

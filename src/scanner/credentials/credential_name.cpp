@@ -16,7 +16,8 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Last words that say nothing new of what stands before them: "TOKEN_VALUE", "password-confirm".
+/// Last words that do not change what the words before them mean: "TOKEN_VALUE",
+/// "password-confirm".
 const WordSet& neutralWords() {
   static const WordSet words(std::array{
       "b64"sv,        "base"sv,    "base64"sv,    "confirm"sv,   "confirmation"sv, "content"sv,
@@ -54,7 +55,7 @@ bool beginsWord(std::string_view name, std::size_t at) {
   return text::isLower(name[at - 1]) || (at + 1 < name.size() && text::isLower(name[at + 1]));
 }
 
-/// The endings as texts that are read from their end.
+/// The endings, reversed, because names are read from their end.
 const KeyTree& endings() {
   static const KeyTree tree = [] {
     std::vector<std::string> reversed;
@@ -66,7 +67,7 @@ const KeyTree& endings() {
   return tree;
 }
 
-/// The kind by the longest ending of the name, or unknown.
+/// The kind that belongs to the longest known ending of the name, or unknown.
 NameKind kindByEnding(std::string_view name) {
   const KeyTree& tree = endings();
   NameKind kind = NameKind::unknown;
@@ -81,7 +82,7 @@ NameKind kindByEnding(std::string_view name) {
     if (!ending.isWord || beginsWord(name, at - 1)) {
       kind = ending.kind;
     } else if (ending.text == "key") {
-      kind = NameKind::unclear;  // of a word that is not known
+      kind = NameKind::unclear;  // the ending of a word that is not known
     }
   }
   return kind;
@@ -115,8 +116,8 @@ std::string_view withoutNumber(std::string_view name) {
 
 using PairRow = std::array<bool, 32>;
 
-/// Two letters of which one pair stands in nearly every word for a credential: most names have
-/// none, so that no word of theirs need be looked at.
+/// Pairs of letters. Nearly every word for a credential has one of them and most names have none,
+/// so most names need no closer look.
 constexpr auto kTellingPairs = [] {
   std::array<PairRow, 32> pairs{};
   for (const std::string_view pair :
@@ -144,7 +145,7 @@ NameKind kindOf(std::string_view name) {
   if (kind != NameKind::unknown) return kind;
   if (!holdsTellingPair(name)) return NameKind::unknown;
   name = withoutNumber(name);
-  // A credential that something is said of, in words that are not known.
+  // Further words that are not known may change what the word for a credential means.
   bool isSure = true;
   for (int word = 0; word < kMostWords && !name.empty(); ++word) {
     kind = kindByEnding(name);

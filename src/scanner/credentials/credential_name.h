@@ -4,34 +4,33 @@
 
 namespace credentials {
 
-/// What the value is of something that goes by a name.
+/// What kind of value something with this name has.
 enum class NameKind {
-  unknown,         ///< the name says nothing of credentials
-  harmless,        ///< no secret, however it looks: an id, a hash, a path, a field to sort by
-  password,        ///< any text, numbers too
-  code,            ///< a password of digits for the most part: a PIN
-  token,           ///< any text but a short number
-  webhook,         ///< a URL that lets everybody in who knows it
+  unknown,   ///< the name says nothing of credentials
+  harmless,  ///< no secret, even if it looks like one: an id, a hash, a path, a field to sort by
+  password,  ///< any text, numbers too
+  code,      ///< a password that is mostly digits: a PIN
+  token,     ///< any text but a short number
+  webhook,   ///< a URL that is itself the secret
   authentication,  ///< a token, or how somebody authenticates ("basic", "none")
-  key,             ///< of a lock, or of a table or keyboard: a secret where it looks like one
-  anyKey,          ///< nothing but "key": any text but what is sorted by, or pressed
-  login,           ///< a user's name, or a token in its place
-  account,         ///< a user's name; behind a colon a password may follow
-  unclear,         ///< a secret where it certainly looks like one
+  key,      ///< to open or to find something, or of a keyboard: a secret if it looks like one
+  anyKey,   ///< named just "key": a secret unless it is a field to sort by or a key to press
+  login,    ///< a user's name, or a token in its place
+  account,  ///< a user's name; behind a colon a password may follow
+  unclear,  ///< a secret where it certainly looks like one
 };
 
-/// The kind of what goes by this name: the name of an option ("--hf-token"), a variable
+/// The kind of value that has this name: the name of an option ("--hf-token"), a variable
 /// ("OPENAI_API_KEY"), a header ("X-Api-Key"), a field ("apiKey") or a setting ("auth.password").
-/// Its end decides, whatever the case and the separators.
+/// The end of the name decides. Case and separators do not matter.
 NameKind kindOf(std::string_view name);
 
-/// Whether a value behind this name is masked in some cases at least.
+/// Whether a value with such a name may have to be masked.
 constexpr bool isCredential(NameKind kind) {
   return kind != NameKind::unknown && kind != NameKind::harmless;
 }
 
-/// Whether an option of this name has no value of its own behind it: "--no-auth",
-/// "--ask-password", "--use-token".
+/// Whether an option of this name takes no value: "--no-auth", "--ask-password", "--use-token".
 bool isSwitch(std::string_view name);
 
 }  // namespace credentials

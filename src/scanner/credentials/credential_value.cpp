@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// A secret shows itself soon: no more of a long value is looked at.
+/// The beginning of a long value is enough to recognise a secret.
 constexpr std::size_t kLongestLook = 160;
 
 const WordSet& plainWords() {
@@ -28,7 +28,7 @@ const WordSet& plainWords() {
   return words;
 }
 
-/// How somebody authenticates.
+/// Names of methods of authentication.
 const WordSet& mechanisms() {
   static const WordSet words(std::array{"adc"sv,           "anonymous"sv,
                                         "any"sv,           "apikey"sv,
@@ -75,7 +75,7 @@ const WordSet& mechanisms() {
   return words;
 }
 
-/// What follows the last dot of a file's name.
+/// Endings of file names.
 const WordSet& fileEndings() {
   static const WordSet words(std::array{
       "asc"sv,      "bin"sv,        "cer"sv,  "cfg"sv,    "conf"sv, "crt"sv,        "csr"sv,
@@ -88,7 +88,7 @@ const WordSet& fileEndings() {
   return words;
 }
 
-/// What a value begins with that only says where the secret is.
+/// Beginnings of values that only say where the secret is.
 const WordSet& references() {
   static const WordSet words(std::array{
       "${"sv,         "$("sv,        "{{"sv,      "%("sv,    "<("sv,          "env:"sv,
@@ -100,7 +100,7 @@ const WordSet& references() {
   return words;
 }
 
-/// What keys begin with that everybody may know.
+/// Beginnings of public keys.
 const WordSet& publicKeys() {
   static const WordSet words(
       std::array{"age1"sv,   "aaaac3nza"sv, "aaaab3nza"sv, "aaaae2vjz"sv, "aaaagnna"sv, "rwq"sv,
@@ -111,7 +111,7 @@ const WordSet& publicKeys() {
   return words;
 }
 
-/// What stands in patterns alone.
+/// Text that only regular expressions hold.
 constexpr std::array kPatternParts{".*"sv, ".+"sv, "\\s"sv, "\\w"sv, "\\d"sv, "[^"sv, "(?"sv};
 
 constexpr std::array kSentenceWords{" the "sv,  " is "sv,  " to "sv,   " for "sv, " and "sv,
@@ -185,7 +185,7 @@ std::size_t digitCount(std::string_view value) {
   return static_cast<std::size_t>(std::ranges::count_if(value, text::isDigit));
 }
 
-/// Whether it says nothing whatever it stands for.
+/// Whether it is no secret whatever its name is.
 bool isHarmless(std::string_view value) {
   return value.empty() || plainWords().holds(value) || isBlackedOut(value) ||
          refersElsewhere(value) || isPath(value) ||
@@ -198,28 +198,27 @@ bool isUrl(std::string_view value) {
          all(value.substr(0, colon), isNameCharacter);
 }
 
-/// Whether a URL leads further than to a host.
+/// Whether a URL has a path.
 bool isUrlWithPath(std::string_view value) {
   const auto slash = value.find('/', value.find("://") + 3);
   return slash != std::string_view::npos && slash + 1 < value.size();
 }
 
-/// "oauth2-proxy": how somebody authenticates, rather than what with.
+/// "oauth2-proxy": names a way to authenticate, and is no credential itself.
 bool isLowerWord(std::string_view value) {
   constexpr std::size_t kShortest = 4;
   return value.size() >= kShortest &&
          all(value, [](char c) { return text::isLower(c) || c == '-' || c == '_' || c == '2'; });
 }
 
-/// What tells which key is meant: the last 4 or 8 bytes of its fingerprint, or all 20.
+/// The id of a key: the last 4 or 8 bytes of its fingerprint, or all 20.
 bool isKeyId(std::string_view value) {
   if (value.starts_with("0x")) value.remove_prefix(2);
   return (value.size() == 8 || value.size() == 16 || value.size() == 40) &&
          all(value, [](char c) { return text::isHexDigit(c) && !text::isLower(c); });
 }
 
-/// What the value of a key looks like that opens something, not of one that things are sorted
-/// or found by.
+/// Whether this looks like a key that opens something, and not like one to sort or find by.
 bool looksLikeKeysValue(std::string_view value) {
   if (isKeyId(value)) return false;
   if (any(value, text::isWhiteSpace)) return false;
@@ -233,7 +232,7 @@ bool looksLikeKeysValue(std::string_view value) {
           (hasDigit || any(value, text::isUpper)));
 }
 
-/// What is sorted or looked up by, or pressed: "2", "3,3nr", "name", "ctrl+c", "F5".
+/// A field to sort or look up by, or a key to press: "2", "3,3nr", "name", "ctrl+c", "F5".
 bool isSortField(std::string_view value) {
   static const WordSet kFields(std::array{
       "color"sv, "count"sv,  "ctrl"sv,     "date"sv,  "email"sv,  "enter"sv,     "escape"sv,
@@ -264,7 +263,7 @@ bool isAddressOrVersion(std::string_view text) {
   return all(ending, text::isLower) || all(ending, text::isDigit);
 }
 
-/// "web-5c7d9f8b6-zx8kp": Kubernetes draws the ends of its names from letters that make no words.
+/// "web-5c7d9f8b6-zx8kp": Kubernetes gives pods random ends, made of letters that form no words.
 bool isPodName(std::string_view text) {
   constexpr std::size_t kEnd = 5;
   if (text.size() < kEnd + 7 || text[text.size() - kEnd - 1] != '-') return false;
@@ -275,7 +274,7 @@ bool isPodName(std::string_view text) {
          all(text, [](char c) { return text::isLower(c) || text::isDigit(c) || c == '-'; });
 }
 
-/// "/nix/store/…", "/var/lib/…": whatever follows, it is a path.
+/// "/nix/store/…", "/var/lib/…": a path, even if random text follows.
 bool isBelowKnownRoot(std::string_view path) {
   static const WordSet roots(std::array{
       "/app/"sv,      "/applications/"sv, "/bin/"sv,   "/boot/"sv, "/data/"sv,    "/dev/"sv,
@@ -292,7 +291,8 @@ bool isBelowKnownRoot(std::string_view path) {
 bool mayBeSecret(std::string_view value, NameKind kind) {
   if (kind == NameKind::harmless || kind == NameKind::account) return false;
   value = value.substr(0, kLongestLook);
-  // Most values are of this kind, and few look random.
+  // Checked first because it decides nearly all values: most are of this kind, and few look
+  // random.
   if (kind == NameKind::unknown && !looksRandom(value)) return false;
   if (isHarmless(value)) return false;
   constexpr std::size_t kShortestNumericPassword = 3;
@@ -352,7 +352,7 @@ bool looksSecret(std::string_view text) {
   if (any(text, isSpecial)) return true;
   const bool isMixed = any(text, text::isUpper) && any(text, text::isLower);
   if (!isMixed && all(text, [](char c) { return text::isHexDigit(c) || c == '-'; })) return false;
-  std::size_t turns = 0;  // between letters and digits
+  std::size_t turns = 0;  // changes between letters and digits
   for (std::size_t i = 1; i < text.size(); ++i) {
     turns += (text::isLetter(text[i - 1]) && text::isDigit(text[i])) ||
              (text::isDigit(text[i - 1]) && text::isLetter(text[i]));

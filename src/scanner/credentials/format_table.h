@@ -6,7 +6,7 @@
 
 namespace credentials {
 
-/// The characters that a credential goes on in.
+/// The characters that a credential may have behind its prefix.
 enum class Alphabet : std::uint16_t {
   digits = 1 << 0,
   hex = 1 << 1,
@@ -17,18 +17,17 @@ enum class Alphabet : std::uint16_t {
   letters = 1 << 6,       ///< and digits
   urlSafe = 1 << 7,       ///< letters, digits, "-", "_"
   dotted = 1 << 8,        ///< and "."
-  base64 = 1 << 9,        ///< of both kinds, "=" too
-  path = 1 << 10,         ///< of a URL
-  any = 1 << 11,          ///< whatever credentials are made of
+  base64 = 1 << 9,        ///< both kinds of base64, and "="
+  path = 1 << 10,         ///< what a URL's path may have
+  any = 1 << 11,          ///< any character that credentials have
 };
 
 using Length = std::uint16_t;
 
 constexpr Length kAnyLength = 0xFFFF;
 
-/// What begins with a prefix of its maker's: in which characters it goes on, and how many
-/// there must be. Prefixes that begin ordinary names as well need a body that nobody would
-/// choose as a name.
+/// A credential that begins with a maker's prefix: which characters follow, and how many. Where
+/// ordinary names may begin with the prefix too, the rest must be too odd for a name.
 struct Format {
   std::string_view prefix;
   Alphabet alphabet;
@@ -391,7 +390,7 @@ constexpr Format kFormats[] = {
     {"canarytokens.com/", Alphabet::path, 20},
 };
 
-/// What is known by something in its middle or at its end.
+/// A credential that is recognised by something in its middle or at its end.
 struct MiddleFormat {
   std::string_view middle;
   Alphabet before;
@@ -401,7 +400,7 @@ struct MiddleFormat {
   Length leastAfter;
   Length mostAfter;
   bool mustLookRandom = false;
-  char lastBefore = '\0';  ///< what must stand directly before the middle, if anything
+  char lastBefore = '\0';  ///< the character that must be directly before the middle, if any
 };
 
 constexpr MiddleFormat kMiddleFormats[] = {
@@ -417,11 +416,11 @@ constexpr MiddleFormat kMiddleFormats[] = {
     {"_mmk", Alphabet::urlSafe, 36, 36, Alphabet::letters, 0, 0},
 };
 
-/// What is known by letters at a place counted from its end: Azure's for its pipelines, New
-/// Relic's.
+/// A credential that is recognised by letters at a fixed distance from its end, such as those of
+/// Azure's pipelines and of New Relic.
 struct EndFormat {
   std::string_view mark;
-  std::size_t behind;  ///< so many characters follow the mark
+  std::size_t behind;  ///< how many characters follow the mark
   std::size_t least;
   std::size_t most;
 };

@@ -10,7 +10,8 @@ KeyTree::KeyTree(const std::vector<std::string_view>& keys) {
   std::iota(order.begin(), order.end(), std::size_t{0});
   std::ranges::stable_sort(order, [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
 
-  /// The sorted keys from `begin` to before `end` share all characters that lead to a node.
+  /// The sorted keys from `begin` to before `end` begin with the same `depth` characters, which
+  /// lead to one node.
   struct Group {
     std::size_t begin;
     std::size_t end;

@@ -8,19 +8,19 @@
 
 namespace credentials {
 
-/// A set of short texts, the keys, that a search walks one character at a time: what is looked
-/// at is told apart from all of them at once. The tables of this room are such sets.
+/// A set of short texts, the keys, as a tree that is walked one character at a time, so that a
+/// text is compared with all of them at once. The tables of this room are such sets.
 class KeyTree {
  public:
   using Node = std::uint16_t;
   static constexpr Node kRoot = 0;
-  static constexpr Node kNowhere = 0xFFFF;  ///< no key goes on like that
+  static constexpr Node kNowhere = 0xFFFF;  ///< no key begins like this
   static constexpr int kNoKey = -1;
 
-  /// The keys must not be empty. Of equal ones the first counts. At most 65,000 characters.
+  /// No key may be empty. Of equal keys the first counts. At most 65,000 characters in all.
   explicit KeyTree(const std::vector<std::string_view>& keys);
 
-  /// Where the walk is after one more character.
+  /// The node that one more character leads to.
   Node next(Node node, char c) const {
     if (node == kRoot) return first_[static_cast<unsigned char>(c)];
     const Children children = children_[node];
@@ -40,7 +40,7 @@ class KeyTree {
   };
 
   std::array<Node, 256> first_{};   // by character, from the root
-  std::vector<Children> children_;  // by node; the children of one stand side by side
+  std::vector<Children> children_;  // by node; the children of a node are neighbours
   std::vector<char> character_;     // by node: the character that leads to it
   std::vector<std::int16_t> key_;   // by node
 };

@@ -6,12 +6,12 @@
 
 namespace credentials {
 
-/// The end of a name, lower case and without separators, and what it makes of the name. Of
-/// several the longest counts.
+/// The end of a name, in lower case and without separators, and the kind that a name with this end
+/// has. Of several endings that fit the longest counts.
 struct Ending {
   std::string_view text;
   NameKind kind;
-  bool isWord = false;  ///< it must begin a word: "pat" is none in "compat"
+  bool isWord = false;  ///< a word must begin here: "pat" does not count in "compat"
 };
 
 constexpr NameKind kHarmless = NameKind::harmless;
@@ -20,7 +20,7 @@ constexpr NameKind kToken = NameKind::token;
 constexpr NameKind kKey = NameKind::key;
 constexpr bool kWord = true;
 
-/// A newcomer's word goes here.
+/// New words go here.
 constexpr Ending kEndings[] = {
     // Passwords, in several languages.
     {"password", kPassword},
@@ -81,7 +81,7 @@ constexpr Ending kEndings[] = {
     {"recoveryphrase", kPassword},
     {"secretphrase", kPassword},
     {"memorableword", kPassword},
-    // What ends like one and is none.
+    // Names that end like a password's but are harmless.
     {"bypass", kHarmless},
     {"askpass", kHarmless},
     {"sshaskpass", kHarmless},
@@ -234,7 +234,7 @@ constexpr Ending kEndings[] = {
     {"connstring", kHarmless},
     {"passin", kHarmless},
     {"passout", kHarmless},
-    // Tokens of what a language model reads and writes, and tokens that are counted.
+    // The tokens that a language model reads and writes, and numbers of tokens.
     {"tokens", kHarmless},
     {"alltoken", kHarmless},
     {"anytoken", kHarmless},
@@ -268,7 +268,7 @@ constexpr Ending kEndings[] = {
     {"unktoken", kHarmless},
     {"videotoken", kHarmless},
     {"wordtoken", kHarmless},
-    // The names of secrets, which are kept elsewhere.
+    // The names of secrets that are kept elsewhere.
     {"existingsecret", kHarmless},
     {"encryptkeysecret", kHarmless},
     {"passwordsecret", kHarmless},
@@ -276,7 +276,7 @@ constexpr Ending kEndings[] = {
     {"pullsecrets", kHarmless},
     {"tlssecret", kHarmless},
     {"httpcookie", kToken},
-    // Keys: those that open something…
+    // Keys that open something.
     {"key", kKey, kWord},
     {"apikey", kToken},
     {"apikeys", kToken},
@@ -320,7 +320,7 @@ constexpr Ending kEndings[] = {
     {"functionskey", kToken},
     {"secretid", kKey},
     {"salt", kKey, kWord},
-    // … and those that something is found by, or pressed.
+    // Keys to find something by, or to press.
     {"recvkeys", kHarmless},
     {"sendkeys", kHarmless},
     {"hotkeys", kHarmless},
@@ -410,7 +410,7 @@ constexpr Ending kEndings[] = {
     {"sshkey", NameKind::unclear},
     {"sslkey", NameKind::unclear},
     {"tlskey", NameKind::unclear},
-    // Where a name or a token can stand, or both with a colon.
+    // What may hold a user's name, a token, or both with a colon between them.
     {"webhook", NameKind::webhook},
     {"webhooks", NameKind::webhook},
     {"webhookurl", NameKind::webhook},

@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Words that a name and a tag have between them: "image:latest".
+/// Words that are the tag in "image:tag", so that the name before them has no secret value.
 bool isTag(std::string_view value) {
   constexpr std::array kTags{"latest"sv, "stable"sv, "edge"sv,    "main"sv, "master"sv, "dev"sv,
                              "prod"sv,   "alpine"sv, "nightly"sv, "slim"sv, "test"sv,   "beta"sv};
@@ -39,7 +39,7 @@ class NameSearch {
       }
       std::size_t end = at + 1;
       while (end < size && isNameCharacter(text[end])) ++end;
-      // What a blank or a slash follows is no name in most texts.
+      // In most texts a word before a blank or a slash is no name; skip it early.
       at = end < size && text[end] == '/' ? end : std::max(end, take(at, end));
     }
     return next_;
@@ -57,7 +57,7 @@ class NameSearch {
     return text_.substr(begin, end - begin);
   }
 
-  /// False when there were too many names: then all that follows is masked.
+  /// False when there have been too many names: everything that follows is then masked.
   bool countName(std::size_t begin) {
     if (namesLeft_ > 0) {
       --namesLeft_;
@@ -67,7 +67,8 @@ class NameSearch {
     return false;
   }
 
-  /// Looks at the name from `begin` to `end`; returns where to go on (0: behind the name).
+  /// Looks at the name from `begin` to `end`. Returns where the search continues; 0 means behind
+  /// the name.
   std::size_t take(std::size_t begin, std::size_t end) {
     const char next = at(end);
     switch (next) {
@@ -110,7 +111,7 @@ class NameSearch {
 
   NameKind kindAt(std::size_t begin, std::size_t end) const {
     const std::string_view own = name(begin, end);
-    // The shell's folders.
+    // PWD and OLDPWD, the shell's folders.
     if (own.ends_with("PWD") && (at(end + 1) == '/' || at(end + 1) == '~')) {
       return NameKind::harmless;
     }
@@ -124,13 +125,13 @@ class NameSearch {
     return kind;
   }
 
-  /// Whether a name stands where settings do, rather than in a program's text.
+  /// Whether the name is where a setting's name would be, and not inside a program's source text.
   bool isSetting(std::size_t begin) const {
     return begin == 0 || text_[begin] == '-' || text_[begin - 1] == '?' ||
            text_[begin - 1] == '&' || isQuote(text_[begin - 1]);
   }
 
-  /// "NAME=value": what is random in it is the value of NAME.
+  /// "NAME=value": only the value of NAME can be random here.
   static bool isSetting(std::string_view word) {
     const std::size_t separator = word.find('=');
     return separator != std::string_view::npos && separator > 0 && separator + 2 < word.size() &&
@@ -138,7 +139,7 @@ class NameSearch {
                        isNameCharacter);
   }
 
-  /// What holds the secret itself in an object that is named like one.
+  /// Field names that hold the secret itself, inside an object that is named like a credential.
   static bool isNeutral(std::string_view own) {
     constexpr std::array kNeutral{"value"sv,   "data"sv, "content"sv, "plain"sv, "default"sv,
                                   "current"sv, "text"sv, "string"sv,  "raw"sv};
@@ -178,17 +179,17 @@ class NameSearch {
       return looksSecret(word) || looksLikeKey(word) ? takeValue(kind, value, false) : value;
     }
     if (isCredential(kind) && isSentence(begin, value)) return value;
-    // «echo "Password: "»: the mark ends what asks for it.
+    // «echo "Password: "»: the quotation mark closes the prompt, and no value follows.
     if (isQuote(at(value)) && quotesBefore(value, at(value)) % 2 == 1) return value;
     if (reachesFromStart(begin)) return takeValue(kind, value, true);
     if (begin > 0 && isQuote(text_[begin - 1]) && !isQuote(at(value))) {
-      // The whole header is quoted: its value goes on to the mark.
+      // The whole header is quoted: its value ends at the closing mark.
       return addIf(kind, value, std::min(text_.find(text_[begin - 1], value), text_.size()));
     }
     return takeValue(kind, value, false);
   }
 
-  /// "password: use another hash": a word with words behind it.
+  /// "password: use another hash": a sentence, in which no value follows.
   bool isSentence(std::size_t begin, std::size_t value) const {
     std::size_t end = begin;
     while (text::isLower(at(end))) ++end;
@@ -200,7 +201,8 @@ class NameSearch {
            at(skipName(word + 1)) != ':' && at(skipName(word + 1)) != '=';
   }
 
-  /// How many of these quotation marks stand before `end`; asked in order.
+  /// How many of these quotation marks there are before `end`, which must never be less than in
+  /// the last call.
   int quotesBefore(std::size_t end, char mark) {
     for (; quotesCountedTo_ < end; ++quotesCountedTo_) {
       const char c = text_[quotesCountedTo_];
@@ -327,7 +329,7 @@ class NameSearch {
     return false;
   }
 
-  /// The last word of the text.
+  /// Takes the last word of the text: its value may be the next argument.
   std::size_t takeLast(std::size_t begin, std::size_t end) {
     if (text_[begin] == '-' && !isInsideWord(begin)) announce(begin, end);
     return end;
@@ -360,7 +362,7 @@ class NameSearch {
     return taken > value ? taken : 0;
   }
 
-  /// "Bearer value" behind the name of any header, or as an argument of its own
+  /// "Bearer value", behind the name of any header or as a whole argument
   std::size_t takeScheme(std::size_t begin, std::size_t end) {
     const std::string_view scheme = name(begin, end);
     const bool isBearer = text::equalsLowered(scheme, "bearer");
@@ -380,8 +382,8 @@ class NameSearch {
     return add(value, bounds_.end(value));
   }
 
-  /// Whether the value of the name at `begin` takes the whole rest of the argument: nothing
-  /// but names and "=" stand before it ("--env=HF_TOKEN=…").
+  /// Whether the value of the name at `begin` is the whole rest of the argument: that is so if
+  /// there are only names and "=" before it ("--env=HF_TOKEN=…").
   bool reachesFromStart(std::size_t begin) {
     if (!isArgument_) return false;
     for (; plain_ < begin; ++plain_) {
@@ -399,7 +401,7 @@ class NameSearch {
     return *isProse_;
   }
 
-  /// Takes or passes over the value at `value`; returns where to go on.
+  /// Takes the value at `value` if it is a secret. Returns where the search continues.
   std::size_t takeValue(NameKind kind, std::size_t value, bool reachesEnd) {
     if (value >= text_.size()) return value;
     if (kind == NameKind::harmless) return value;
@@ -409,7 +411,7 @@ class NameSearch {
     if (at(value) == '{' && isText && !reachesEnd) return enterObject(kind, value);
     if (at(value) == '(' && isText) return takePair(value);
     if (isText && reachesEnd) return addIf(kind, value, endOfSetting(value));
-    // What is only sometimes a secret is judged by the one word, and may hold names itself.
+    // A value that is not always a secret is judged by its first word, and may itself hold names.
     const std::size_t judged = bounds_.judgedEnd(value);
     const std::size_t begin = bounds_.behindOpening(value);
     const std::string_view word = text_.substr(begin, judged > begin ? judged - begin : 0);
@@ -428,7 +430,7 @@ class NameSearch {
   std::size_t takeAccount(std::size_t value, std::size_t begin, std::string_view word) {
     const std::size_t colon = word.find(':');
     if (colon == std::string_view::npos) {
-      // A key in the place of a name.
+      // A key where a user's name is expected.
       const bool isKey =
           word.find('@') == std::string_view::npos && mayBeSecret(word, NameKind::unknown);
       return isKey ? add(begin, begin + word.size()) : value;
@@ -442,7 +444,7 @@ class NameSearch {
     return add(begin + colon + 1, begin + word.size());
   }
 
-  /// "["a", "b"]": what stands between the brackets.
+  /// "["a", "b"]": everything between the brackets.
   std::size_t takeList(std::size_t open) {
     const std::size_t end = std::min(text_.find(']', open), text_.size());
     std::size_t begin = open + 1;
@@ -478,7 +480,7 @@ class NameSearch {
     return text_.size();
   }
 
-  /// Names inside this object that say nothing themselves stand for what it is named.
+  /// Fields of this object whose names say nothing themselves get the kind of the object's name.
   std::size_t enterObject(NameKind kind, std::size_t open) {
     if (open >= nestedUntil_) {
       nestedKind_ = kind;
@@ -487,7 +489,7 @@ class NameSearch {
     return open + 1;
   }
 
-  /// How many characters of the value are the name of a scheme: "Bearer ".
+  /// The length of a scheme's name at the start of the value: "Bearer ".
   static std::size_t schemeLength(std::string_view value) {
     std::size_t word = 0;
     while (word < value.size() && isNameCharacter(value[word])) ++word;
@@ -504,7 +506,7 @@ class NameSearch {
     if (shown > 0 && shown < value.size()) {
       return isNothing(value.substr(shown)) ? end : add(begin + shown, end);
     }
-    // Inside a line the credential is the word behind the scheme.
+    // In a line the credential is the word after the scheme.
     if (isScheme(value) && text::isWhiteSpace(at(end))) {
       const std::size_t behind = skipBlanks(end);
       const std::string_view word = text_.substr(behind, bounds_.judgedEnd(behind) - behind);
@@ -533,7 +535,7 @@ class NameSearch {
   int& namesLeft_;
   std::vector<TextSpan>& found_;
   Announcement next_;
-  std::size_t plain_ = 0;        // up to here there are but names and "="
+  std::size_t plain_ = 0;        // up to here there are only names and "="
   std::size_t nestedUntil_ = 0;  // the end of an object that is named like a credential
   NameKind nestedKind_ = NameKind::unknown;
   std::optional<bool> isProse_;

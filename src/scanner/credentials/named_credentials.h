@@ -9,7 +9,7 @@
 
 namespace credentials {
 
-/// What one argument says of the next.
+/// What an argument tells about the next one: that its value follows there.
 struct Announcement {
   enum class Form {
     nothing,
@@ -17,17 +17,17 @@ struct Announcement {
     headerValue  ///< of a header: "Authorization:"
   };
   Form form = Form::nothing;
-  std::string_view name;  ///< of what the value belongs to
+  std::string_view name;  ///< the name that the value belongs to
 };
 
-/// How many names one process may use up in its arguments. What comes behind the last of
-/// them is masked rather than searched: only who wants the search to take long has so many.
+/// How many names are looked at in the arguments of one process. Everything after the last of them
+/// is masked without a search: only somebody who wants to slow the search down passes so many.
 constexpr int kMostNames = 2000;
 
-/// Appends the values of what is named like a credential in `text`: options, variables, headers,
-/// fields of JSON, YAML and TOML, settings of connection strings. In order. `isArgument`: the
-/// text is one whole argument, so a value may reach to its end. `namesLeft` is counted down.
-/// Linear in the length of the text.
+/// Appends, in order, the values in `text` that are named like a credential: those of options,
+/// variables, headers, fields of JSON, YAML and TOML, settings of connection strings.
+/// `isArgument`: the text is one whole argument, so a value may reach to its end. `namesLeft` is
+/// reduced by the names that were looked at. Linear in the length of the text.
 Announcement appendNamedCredentials(std::string_view text, bool isArgument, int& namesLeft,
                                     std::vector<TextSpan>& found);
 

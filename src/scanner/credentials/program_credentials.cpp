@@ -39,7 +39,7 @@ bool isPortMapping(std::string_view value) {
          });
 }
 
-/// Whether it may be a password where a port, a path or a name could stand as well.
+/// Whether it may be a password, where it could also be a port, a path or a name.
 bool mayBePassword(std::string_view value) {
   if (looksSecret(value) || looksLikeKey(value)) return true;
   constexpr std::size_t kShortest = 7;
@@ -61,7 +61,7 @@ std::optional<TextSpan> credentialIn(std::string_view word, std::size_t begin, P
       return span;
     }
     const TextSpan rest{span.begin + at + 1, span.end};
-    // "TOKEN:", "TOKEN:x": the key stands in the place of the user.
+    // "TOKEN:", "TOKEN:x": the key is where the user's name is expected.
     if (rest.end - rest.begin <= 1 && looksLikeKey(value.substr(0, at))) {
       return TextSpan{span.begin, span.begin + at};
     }
@@ -72,7 +72,7 @@ std::optional<TextSpan> credentialIn(std::string_view word, std::size_t begin, P
     case Part::whole:
       break;
     case Part::behindColon:
-      // A URL's own colon does not count, nor that of a drive.
+      // The colon of a URL or of a drive's letter does not count.
       if (text::contains(value, "://") || isPath(value)) return std::nullopt;
       found = behind(':');
       break;
@@ -120,7 +120,7 @@ std::optional<TextSpan> credentialIn(std::string_view word, std::size_t begin, P
   return found;
 }
 
-/// Follows one program's rules along its words.
+/// Applies one program's rules to its words, one after the other.
 class Follower {
  public:
   explicit Follower(std::vector<ArgumentSpan>& found) : found_(found) {}
@@ -172,7 +172,7 @@ class Follower {
  private:
   /// True when the word was a credential.
   bool advance(const Rule& rule, std::size_t& at, const PlacedWord& word, bool isAnOption) {
-    if (at == rule.size()) return false;  // a rule for the first words has had them
+    if (at == rule.size()) return false;  // this rule is only about words before this one
     const std::string_view text = word.word.text;
     const Step& step = rule[at];
     switch (step.kind) {
@@ -198,7 +198,7 @@ class Follower {
     const bool isLikely = step.kind == StepKind::credential ||
                           ((looksSecret(text) || looksLikeKey(text)) && !text::contains(text, "="));
     const bool isAdded = isLikely && add(word, 0, step.part);
-    // The word that holds it may still come.
+    // The word with the credential may still follow.
     if (!isAdded && (step.part == Part::slashToAt || step.part == Part::colonToAt)) {
       return false;
     }
@@ -216,7 +216,7 @@ class Follower {
   bool takeOption(const Step& option, const PlacedWord& word) {
     const std::string_view text = word.word.text;
     if (!text.starts_with(option.text)) {
-      // "-su user:password": behind options that have no value.
+      // "-su user:password": the option is the last of several in one word.
       if (option.part != Part::whole && endsCluster(text, option.text)) expected_ = &option;
       return expected_ == &option;
     }
@@ -234,8 +234,8 @@ class Follower {
     return add(word, value, option.part);
   }
 
-  /// Whether a value rather than the rest of a longer option's name follows: not for "-pass" in
-  /// "-passwd", nor for "-p" in "-port".
+  /// Whether `rest` can be a value, and not the rest of a longer option's name: "-pass" in
+  /// "-passwd" and "-p" in "-port" have no value.
   static bool mayBeGluedTo(std::string_view option, std::string_view rest) {
     if (option.size() > 2 && option[0] == '-') return false;
     return rest.find_first_not_of("abcdefghijklmnopqrstuvwxyz-") != std::string_view::npos;
@@ -273,13 +273,13 @@ class Follower {
 
   std::vector<ArgumentSpan>& found_;
   const Ways* ways_ = nullptr;
-  std::vector<std::size_t> progress_;  // by rule: the step that comes next
+  std::vector<std::size_t> progress_;  // for each rule, its next step
   const Step* expected_ = nullptr;     // the option whose value comes next
   std::optional<PlacedWord> last_;
   bool hasBatchOption_ = false;
 };
 
-/// Options that have a password read from what is piped in.
+/// Options that make a program read a password from its standard input.
 bool asksForInput(std::string_view word) {
   return word == "-S" || word == "-kS" || word == "-Sk" || text::contains(word, "stdin") ||
          text::contains(word, "passphrase-fd") || text::contains(word, "with-token") ||
@@ -352,7 +352,7 @@ class Search {
       }
       if (word.beginsCommand) endCommand(argument);
       takeWord({word, argument});
-      // What is piped is short.
+      // Long commands need not be kept whole: what is piped into a program is short.
       if (command_.size() < kMostWords) command_.push_back(word);
       hasHereString_ = hasHereString_ || word.isHereString;
     }
@@ -360,7 +360,8 @@ class Search {
     follower_.end();
   }
 
-  /// So many credentials have been found, or programs looked up, that the rest is masked instead.
+  /// Whether so many credentials have been found, or programs looked up, that the rest is masked
+  /// without a search.
   bool isFull() const {
     constexpr std::size_t kMost = 1000;
     constexpr int kMostLookUps = 8192;
@@ -379,7 +380,7 @@ class Search {
       command_.clear();
       return;
     }
-    // Whether it reads a password is asked of few.
+    // Checked first, because few commands have input and the question is costly.
     const bool hasInput = hasHereString_ || (command_[0].isBehindPipe && !written_.empty());
     if (hasInput) takeInput(argument);
     if (command_[0].text == "send" && asksForPassword()) addSent(command_.back(), argument);
@@ -417,7 +418,7 @@ class Search {
     return *asksForPassword_;
   }
 
-  /// What a script of expect answers where it is asked for a password: "send V\r".
+  /// What an expect script sends when it is asked for a password: "send V\r".
   void addSent(Word word, std::size_t argument) {
     for (const std::string_view ending : {"\r", "\n"}) {
       if (word.text.ends_with(ending)) word.text.remove_suffix(ending.size());
@@ -465,11 +466,11 @@ class Search {
   Follower follower_;
   static constexpr std::size_t kMostWords = 64;
   std::string_view text_;
-  std::vector<Word> written_;  // what is echoed before this command
+  std::vector<Word> written_;  // what the command before this one echoes
   bool isGroup_ = false;       // "(echo a; echo b)"
   bool hasHereString_ = false;
-  std::optional<bool> asksForPassword_;  // a script: once it has been looked for
-  std::vector<Word> command_;            // this one, as far as it has been read
+  std::optional<bool> asksForPassword_;  // about a script; empty until it is needed
+  std::vector<Word> command_;            // the words so far of this command
   int lookUps_ = 0;
   bool isBehindDashes_ = false;
   bool isValue_ = false;  // the next word is the value of an option

@@ -94,7 +94,7 @@ Ways waysOf(std::string_view rules) {
   return ways;
 }
 
-/// The table, read.
+/// The table of programs, parsed.
 class Programs {
  public:
   Programs();

@@ -23,11 +23,11 @@ enum class StepKind { literal, anything, credential, likely, option };
 /// One step of a rule, read from the table.
 struct Step {
   StepKind kind = StepKind::literal;
-  std::string_view text;  // of a literal ("*" at an end cut off), or the option
+  std::string_view text;  // a literal (without a "*" at its end), or an option
   Part part = Part::whole;
-  bool isBeginning = false;  // of a literal: the word goes on
+  bool isBeginning = false;  // a literal that the word only begins with
   bool isEnding = false;
-  bool mayBeGlued = false;  // of an option
+  bool mayBeGlued = false;  // an option whose value may be in the same word
   bool mayBeNext = false;
 };
 
@@ -37,17 +37,17 @@ using Rule = std::vector<Step>;
 struct Ways {
   std::vector<Rule> rules;
   bool isCarrier = false;
-  bool isContainer = false;    // a carrier whose options name things like programs
+  bool isContainer = false;    // a carrier with options whose values may look like programs
   bool masksLastWord = false;  // htpasswd -b
   bool masksUrls = false;      // apprise
   bool masksDsns = false;      // "h=host,u=user,p=password"
 };
 
-/// By the name or path of a program; none when nothing is known of it.
+/// The rules for a program, by its name or path; nullptr when none are known.
 const Ways* findProgram(std::string_view word);
 
-/// Whether a program of this name reads a password from what is piped to it, whatever its
-/// options.
+/// Whether a program of this name reads a password from its standard input without any option for
+/// it.
 bool readsPipedPassword(std::string_view name);
 
 }  // namespace credentials

@@ -4,8 +4,8 @@
 
 namespace credentials {
 
-/// Some programs and where a credential stands among their arguments. `rules` are separated by
-/// "|"; a rule is one of:
+/// Some programs, and where among their arguments a credential is. `rules` are separated by "|"; a
+/// rule is one of:
 ///
 ///   -p>     the value of this option, in the next word or in the same one ("-pV", "-p=V")
 ///   -p<     the same, but only in the same word
@@ -18,14 +18,14 @@ namespace credentials {
 /// follows ":", "%", "," or "=" in it, or stands between "/" and the last "@", or between ":" and
 /// the last "@" ("@"), or follows "pass:" ("~"); or that it is one only if it looks like it ("#").
 ///
-/// And for ways that are one program's alone: "!last" is the last word, where an option holds "b"
+/// For single programs there are also: "!last" is the last word, where an option holds "b"
 /// (htpasswd); "!url" what follows "://"; "!dsn" what follows ",p=".
 struct Program {
   std::string_view names;
   std::string_view rules;
 };
 
-// A newcomer's program goes here.
+// New programs go here.
 constexpr Program kPrograms[] = {
     // Databases.
     {"mysql mariadb mysqldump mariadb-dump mysqlimport mysqlcheck mysqlslap mysqlshow mysqlbinlog "
@@ -84,7 +84,7 @@ constexpr Program kPrograms[] = {
     {"elasticsearch-users", "-p>"},
     {"solr", "-u>: | --credentials>:"},
     {"pgbouncer psql pg_dump pg_dumpall pg_restore pgbench createdb pgcli pg_basebackup", ""},
-    // Queues and things.
+    // Queues and the like.
     {"rabbitmqctl", "add_user ? ! | change_password ? ! | authenticate_user ? !"},
     {"rabbitmqadmin", "-p>"},
     {"mosquitto_pub mosquitto_sub mosquitto_rr mqttx", "-P> | --pw>"},
@@ -435,11 +435,11 @@ constexpr Program kPrograms[] = {
     {"kickstart", "-vncpw>"},
     // In PowerShell and SQL.
     {"convertto-securestring", "! | -string>"},
-    // What deluge-console is told.
+    // Commands of deluge-console.
     {"connect", "? ? #"},
 };
 
-/// Programs that run others: what follows may be another one's arguments.
+/// Programs that run other programs, whose names and arguments follow.
 constexpr std::string_view kCarriers =
     "sudo doas su env nohup timeout nice ionice setsid stdbuf time watch xargs parallel chroot "
     "unshare nsenter systemd-run systemd-inhibit docker docker-compose podman nerdctl kubectl oc "
@@ -454,7 +454,7 @@ constexpr std::string_view kCarriers =
     "kubectl.exe wsl xcrun osascript pwsh powershell cmd rtk mpirun srun sbatch torchrun "
     "accelerate op doppler dotenvx infisical chamber aws-vault envconsul vault consul-template";
 
-/// Carriers whose options name things like programs: "--name mysql".
+/// Carriers with options whose values may look like the name of a program: "--name mysql".
 constexpr std::string_view kContainers = "docker podman nerdctl kubectl oc";
 
 /// Programs that read a password from what is piped to them, whatever their options.

@@ -10,12 +10,12 @@ namespace credentials {
 namespace {
 
 constexpr std::size_t kShortestRandom = 20;
-/// What is random is so from its beginning: more need not be looked at.
+/// Random text is random from its beginning, so no more than this is looked at.
 constexpr std::size_t kLongestLook = 128;
 
-/// By letter: those that often follow it in names and words. Counted over the names of files,
-/// functions and manuals of a Linux system, these make up 93 of 100 pairs; of letters drawn at
-/// random, 46.
+/// For each letter, the letters that often follow it in names and words. In the names of files,
+/// functions and manuals of a Linux system 93 % of all pairs are such pairs; of random letters, 46
+/// %.
 constexpr std::array<std::string_view, 26> kFollowing{"bcdfgiklmnprstuvwxy",
                                                       "aeijlorsuy",
                                                       "acdehiklmoprstu",
@@ -49,7 +49,7 @@ constexpr char lowered(char c) {
 
 using Row = std::array<bool, 26>;
 
-/// By two letters: whether they are seen together seldom.
+/// For each two letters, whether the second rarely follows the first.
 constexpr auto kSeldom = [] {
   std::array<Row, 26> seldom{};
   for (std::size_t first = 0; first != seldom.size(); ++first) {
@@ -66,14 +66,14 @@ bool isSeldom(char first, char second) {
                 [static_cast<std::size_t>(lowered(second) - 'a')];
 }
 
-/// What tells a random text from a name.
+/// The figures by which a random text is told from a name.
 struct Mixture {
   std::size_t upper = 0;
   std::size_t lower = 0;
   std::size_t digits = 0;
-  std::size_t pairs = 0;        // of letters and digits side by side
-  std::size_t strange = 0;      // of these, such as no name has
-  std::size_t longestWord = 0;  // of letters and digits
+  std::size_t pairs = 0;        // neighbouring letters and digits
+  std::size_t strange = 0;      // pairs that names do not have
+  std::size_t longestWord = 0;  // run of letters and digits
 };
 
 Mixture mixtureOf(std::string_view text) {
@@ -100,7 +100,7 @@ bool isRandom(const Mixture& mixture) {
   if (mixture.pairs < 10) return false;
   const std::size_t percent = mixture.strange * 100 / mixture.pairs;
   if (mixture.upper >= 2 && mixture.lower >= 2) {
-    // Without digits it takes more: "MACHINERYxyz…" has strange pairs too.
+    // Text without digits needs more strange pairs, because "MACHINERYxyz…" has some too.
     return mixture.digits >= 2 ? percent >= 40 && mixture.longestWord >= 6
                                : percent >= 42 && mixture.longestWord >= kShortestRandom;
   }
@@ -116,8 +116,8 @@ void add(const Mixture& word, Mixture& mixture) {
   mixture.longestWord = std::max(mixture.longestWord, word.longestWord);
 }
 
-/// Without long hexadecimal words: these are numbers (sums, UUIDs, ids of containers), and say
-/// nothing.
+/// The same without long hexadecimal words, which may be sums, UUIDs or ids of containers and
+/// prove nothing.
 Mixture mixtureWithoutNumbers(std::string_view text) {
   constexpr std::size_t kShortestNumber = 8;
   Mixture mixture;

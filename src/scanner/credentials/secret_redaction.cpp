@@ -36,7 +36,8 @@ std::vector<TextSpan> secretMatches(std::string_view commandLine) {
   std::vector<TextSpan> matches;
   if (!text::contains(commandLine, "--")) return matches;
 
-  // A byte that is not UTF-8 would match neither class, and so save the secret it stands in.
+  // A byte that is not UTF-8 matches neither class, and so would keep a secret that contains it
+  // from being found.
   const std::string searched = text::withBytesOutsideUtf8Replaced(commandLine, '?');
   std::size_t at = 0;
   re2::StringPiece match;

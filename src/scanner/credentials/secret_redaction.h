@@ -7,11 +7,11 @@
 
 namespace ProcessScanner {
 
-/// What redactSecrets puts in the place of each match.
+/// The text by which redactSecrets replaces each match.
 inline constexpr std::string_view kRedactedSecret = "--api-key •••";
 
-/// The options named like a credential, each with its value, that redactSecrets replaces;
-/// in order.
+/// The spans that redactSecrets replaces, in order: options named like a credential, each with its
+/// value.
 std::vector<TextSpan> secretMatches(std::string_view commandLine);
 
 }  // namespace ProcessScanner

@@ -20,7 +20,7 @@ bool endsWord(char c) {
   return kEndsWord[static_cast<unsigned char>(c)];
 }
 
-/// Words behind which a command begins as at the beginning: "$(command)", "then command".
+/// Words after which a new command begins: "$(command)", "then command".
 bool leadsToCommand(std::string_view word) {
   return word == "$" || word == "{" || word == "then" || word == "do" || word == "!";
 }
@@ -42,7 +42,7 @@ bool ShellWords::next(Word& word) {
       word.text = word.text.substr(1, word.text.size() - 2);
       ++word.begin;
     }
-    // Variables may be set before a command: "A=b command".
+    // Assignments may come before a command: "A=b command".
     const bool isSetting = word.text.find('=') != std::string_view::npos && !word.text.empty() &&
                            text::isLetter(word.text.front());
     beginsCommand_ = beginsCommand_ && isSetting;

@@ -8,14 +8,14 @@ namespace credentials {
 /// A word of a command, without the quotation marks around it.
 struct Word {
   std::string_view text;
-  std::size_t begin = 0;       ///< its place in the text it was split from
+  std::size_t begin = 0;       ///< its offset in the text
   bool beginsCommand = false;  ///< the first one, and those behind "|", ";", "&&" and the like
   bool isBehindPipe = false;   ///< with beginsCommand: the command before writes to this one
   bool isHereString = false;   ///< behind "<<<"
 };
 
-/// Splits a text into words nearly as a shell does; nothing is expanded, and where a quotation
-/// mark is not closed it is taken for a letter. Linear in the length of the text.
+/// Splits a text into words much as a shell does. Nothing is expanded, and a quotation mark that
+/// is not closed counts as an ordinary character. Linear in the length of the text.
 class ShellWords {
  public:
   explicit ShellWords(std::string_view text) : text_(text) {}
@@ -33,7 +33,8 @@ class ShellWords {
   bool beginsCommand_ = true;
   bool isBehindPipe_ = false;
   bool isHereString_ = false;
-  // No mark of the kind stands behind these places: a search in vain is made but once.
+  // Behind these offsets there is no such quotation mark: remembered so that a search in vain is
+  // made only once.
   std::size_t noDoubleBehind_ = static_cast<std::size_t>(-1);
   std::size_t noSingleBehind_ = static_cast<std::size_t>(-1);
 };

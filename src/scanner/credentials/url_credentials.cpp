@@ -30,9 +30,9 @@ bool isImageDigest(std::string_view behindSeparator) {
   return behindSeparator.substr(0, 7) == "sha256:";
 }
 
-/// Where the "@" stands behind the password that `rest` begins with, or npos. A "/", "?" or
-/// "#" ends the part that a password stands in; one that stands in the password itself all
-/// the same, unescaped, is let pass when the "@" is only found behind it.
+/// The offset of the "@" behind the password that `rest` begins with, or npos. A "/", "?" or "#"
+/// ends the part of a URL that can hold a password. One that is in the password itself, unescaped,
+/// is accepted if there is an "@" only behind it.
 std::size_t separatorBehindPassword(std::string_view rest) {
   const std::size_t partEnd = std::min(rest.find_first_of("/?#"), rest.size());
   const std::size_t separator = rest.substr(0, partEnd).rfind('@');
@@ -41,26 +41,26 @@ std::size_t separatorBehindPassword(std::string_view rest) {
   return rest.find('@', partEnd);
 }
 
-/// Whether so much follows ":" that it can only be a password whose end, "@", has been cut off.
+/// Whether so much follows the ":" that it must be a password, whose "@" has been cut off.
 bool isCutPassword(std::string_view rest) {
   constexpr std::size_t kLongestTag = 1024;
   return rest.size() > kLongestTag && rest.find_first_of("/?#@") == std::string_view::npos;
 }
 
-/// Whether a password is only there because something must be: "x-oauth-basic".
+/// Whether a password is a mere filler, as in "TOKEN:x-oauth-basic@host".
 bool isFiller(std::string_view password) {
   constexpr std::array kFillers{""sv, "x"sv, "x-oauth-basic"sv, "oauth2"sv, "X"sv};
   return std::ranges::find(kFillers, password) != kFillers.end();
 }
 
-/// Whether the scheme that ends before `at` is this one, "rtmps" as well as "rtmp".
+/// Whether this scheme ends before `at`, with or without an "s": "rtmp", "rtmps".
 bool hasScheme(std::string_view text, std::size_t at, std::string_view scheme) {
   std::string_view before = text.substr(0, at);
   if (before.ends_with('s')) before.remove_suffix(1);
   return before.ends_with(scheme);
 }
 
-/// Where the secret part of a webhook's path begins, or npos.
+/// The offset of the secret part of a webhook's path, or npos.
 std::size_t hookKey(std::string_view path) {
   constexpr std::array kHooks{"/hook/"sv, "/hooks/"sv, "/webhook/"sv, "/webhooks/"sv};
   for (const auto hook : kHooks) {
@@ -101,7 +101,7 @@ void appendFromPath(std::string_view text, std::size_t host, std::size_t offset,
   }
 }
 
-/// What opens something in a text without blanks or quotation marks.
+/// Searches a text without blanks or quotation marks.
 void appendFrom(std::string_view text, std::size_t offset, std::vector<TextSpan>& found) {
   for (std::size_t at = text.find(kBehindScheme); at != std::string_view::npos;
        at = text.find(kBehindScheme, at)) {
@@ -148,7 +148,7 @@ void appendUrlCredentials(std::string_view text, std::vector<TextSpan>& found) {
   for (std::size_t at = text.find(kBehindScheme); at != std::string_view::npos;
        at = text.find(kBehindScheme, at)) {
     const std::size_t end = std::min(text.find_first_of(kBehindUrl, at), text.size());
-    // The scheme's last letters are looked at too.
+    // Begins a little earlier, because the scheme's last letters are needed too.
     constexpr std::size_t kLongestScheme = 8;
     const std::size_t begin = at - std::min(at, kLongestScheme);
     appendFrom(text.substr(begin, end - begin), begin, found);

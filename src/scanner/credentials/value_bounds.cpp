@@ -7,7 +7,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// What a value without quotation marks around it may end at.
+/// Characters that may end a value that has no quotation marks around it.
 constexpr auto kEndsOfValues = [] {
   std::array<bool, 256> ends{};
   for (const char c : " \t\n\v\f\r&;,\"'`\\})"sv) ends[static_cast<unsigned char>(c)] = true;
@@ -55,7 +55,7 @@ std::size_t ValueBounds::endOf(std::size_t value, std::size_t limit) const {
 std::size_t ValueBounds::closing(std::size_t opening, std::size_t slashes,
                                  std::size_t limit) const {
   const char mark = text_[opening];
-  std::size_t run = 0;  // of backslashes
+  std::size_t run = 0;  // length of the run of backslashes
   for (std::size_t i = opening + 1; i < limit; ++i) {
     if (text_[i] == '\\') {
       ++run;

@@ -8,7 +8,7 @@
 
 namespace credentials {
 
-/// Whether names go on with it: a letter, a digit, "-", "_" or ".".
+/// Whether it can be part of a name: a letter, a digit, "-", "_" or ".".
 inline bool isNameCharacter(char c) {
   static constexpr auto kCharacters = [] {
     std::array<bool, 256> characters{};
@@ -23,31 +23,31 @@ inline bool isNameCharacter(char c) {
   return kCharacters[static_cast<unsigned char>(c)];
 }
 
-/// Whether a quotation may stand between two of them.
+/// Whether it is a quotation mark.
 constexpr bool isQuote(char c) {
   return c == '"' || c == '\'' || c == '`';
 }
 
-/// How far is looked to judge a value.
+/// How much of a value is looked at to judge it.
 constexpr std::size_t kLongestLook = 160;
 
-/// Where values end in a text that holds names and values: at a blank, at the quotation mark
-/// that closes the one before it, escaped or not, at the next setting. All places are those of
-/// characters in the text.
+/// Finds the ends of values in a text with names and values: a value ends at a blank, at the
+/// quotation mark (escaped or not) that closes the one before it, or at the next setting. All
+/// places are offsets in the text.
 class ValueBounds {
  public:
   explicit ValueBounds(std::string_view text) : text_(text) {}
 
-  /// Where the value itself begins: behind the quotation mark, if there is one.
+  /// The value's beginning without its quotation mark, if it has one.
   std::size_t behindOpening(std::size_t value) const;
 
-  /// The end of the value that begins, with its quotation mark, at `value`.
+  /// The end of the value that begins at `value`, where its quotation mark is if it has one.
   std::size_t end(std::size_t value) const;
 
   /// The same, but at most kLongestLook behind its beginning.
   std::size_t judgedEnd(std::size_t value) const;
 
-  /// Where the quotation ends that opened at `opening` behind so many backslashes, or `limit`.
+  /// The end of the quotation whose mark is at `opening` behind `slashes` backslashes, or `limit`.
   std::size_t closing(std::size_t opening, std::size_t slashes, std::size_t limit) const;
 
   /// Whether the next setting of a list begins here: "name=".
@@ -56,13 +56,13 @@ class ValueBounds {
  private:
   char at(std::size_t i) const { return i < text_.size() ? text_[i] : '\0'; }
 
-  /// Nothing from `limit` on is looked at.
+  /// As end(), but looks at nothing from `limit` on.
   std::size_t endOf(std::size_t value, std::size_t limit) const;
 
-  /// Whether a bracket ends what is around the value: nothing of a word follows.
+  /// Whether the bracket at `i` closes one around the value: no part of a word follows it.
   bool endsBracket(std::size_t i) const;
 
-  /// Whether the quotation mark at `i` ends a text rather than going on in the same word.
+  /// Whether the quotation mark at `i` closes a text, and is not in the middle of a word.
   bool closes(std::size_t i) const;
 
   std::string_view text_;

@@ -8,7 +8,7 @@
 
 namespace credentials {
 
-/// A list of words that texts are looked up in without regard to case. The words are lower case.
+/// A set of words in lower case, in which texts are looked up without regard to case.
 class WordSet {
  public:
   template <typename Words>
