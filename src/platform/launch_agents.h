@@ -29,8 +29,8 @@ using LoadedLaunchAgents = std::map<std::string, std::optional<std::int32_t>, st
 /// What the manager said when it was asked last.
 struct LaunchAgentAnswer {
   LoadedLaunchAgents loaded;
-  /// When it was asked, on processClock(): a process that has one of the pids and is younger is
-  /// another than the one it spoke of.
+  /// When it was asked, on processClock(). A process with one of these pids that started later is
+  /// not the one that the manager meant.
   std::uint64_t askedAt = 0;
 };
 
@@ -43,13 +43,13 @@ std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentF
 /// How one attempt to start or stop a launch agent ended.
 struct ServiceReply {
   int status = 0;         ///< 0: done
-  std::string errorText;  ///< the manager's own words when not
+  std::string errorText;  ///< the manager's own words if it failed
 };
 
-/// One attempt, and what became of it. The first call begins it, each carries it on; none: it
-/// goes on, ask again. Linux: never waits, and no clock ends it: it takes as long as the manager
-/// does, or until the connection is lost. macOS: the first call waits, for at most 10 seconds
-/// for all attempts together, and has the reply.
+/// One attempt. The first call starts it; each call continues it and returns the reply, or none
+/// while it goes on: call again. Linux: never waits; there is no time limit, it ends when the
+/// manager is done or the connection is lost. macOS: the first call waits, at most 10 seconds for
+/// all attempts together, and returns the reply.
 using ServiceAttempt = std::function<std::optional<ServiceReply>()>;
 
 /// The ways to stop (start) one launch agent, in the order in which to try them.

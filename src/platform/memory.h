@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// How the memory is divided. What the kernel keeps only because nobody wants it is in neither.
+/// How the memory is used. Caches that the kernel would give up at once are in neither figure.
 struct MemoryInUse {
   double usedBytes = 0;  ///< held by processes and the kernel
   double freeBytes = 0;  ///< held by nobody

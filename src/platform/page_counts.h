@@ -17,8 +17,8 @@ struct PageCounts {
   std::uint32_t compressor = 0;   ///< that the compressed ones take
 };
 
-/// Used = wired + max(internal - purgeable, 0) + compressed; free = free + speculative:
-/// the terms in which Activity Monitor speaks of memory. `pageSize` is in bytes.
+/// Used = wired + max(internal - purgeable, 0) + compressed; free = free + speculative: the
+/// figures that Activity Monitor shows. `pageSize` is in bytes.
 constexpr MemoryInUse memoryInUse(const PageCounts& pages, double pageSize) {
   const double app = std::max(pageSize * pages.internal - pageSize * pages.purgeable, 0.0);
   return {pageSize * pages.wired + app + pageSize * pages.compressor,

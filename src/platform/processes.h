@@ -34,9 +34,8 @@ struct ProcessFacts {
   std::optional<std::uint64_t> identity;
 };
 
-/// Every process id, each > 0, in the system's order; empty when they can't be listed.
-/// What holds for the whole machine during the scan that follows is looked at here too
-/// (Linux: whether any swap is in use).
+/// Every process id, each > 0, in the system's order; empty when they can't be listed. Also reads
+/// what is needed once for the whole scan that follows (Linux: whether any swap is in use).
 std::vector<std::int32_t> allPids();
 
 /// Reads one process into `facts`. False when there is nothing to show: it is gone, or
@@ -45,13 +44,13 @@ std::vector<std::int32_t> allPids();
 /// are read (the first of them cut where it alone is too long).
 [[nodiscard]] bool readProcess(std::int32_t pid, ProcessFacts& facts);
 
-/// The memory that the process itself keeps busy, in bytes; none when unreadable.
+/// The memory that the process itself uses, in bytes; none when unreadable.
 std::optional<std::uint64_t> physicalFootprint(std::int32_t pid);
 
-/// To be asked last of the process that the last readProcess was about: whether all that was
-/// asked of this pid since then was told of one and the same process. False when it has ended
-/// meanwhile, and the pid may be another's by now: nothing that was read of it counts. Where
-/// it can't be told which process it was, this is true and facts.identity stays empty.
+/// To be called last, for the process of the last readProcess: whether everything that was read of
+/// this pid since then belongs to one process. False when that has ended in the meantime, so that
+/// the pid may belong to another: then nothing that was read may be used. When it is not known
+/// which process it was, returns true and leaves facts.identity empty.
 [[nodiscard]] bool confirmProcess(std::int32_t pid, ProcessFacts& facts);
 
 /// ProcessFacts::identity of the process that has the pid now; none when it is gone or can't
@@ -60,18 +59,18 @@ std::optional<std::uint64_t> physicalFootprint(std::int32_t pid);
 /// when it started, in microseconds.
 std::optional<std::uint64_t> processIdentity(std::int32_t pid);
 
-/// What becomes of a request to end that a process was sent.
+/// How a process can react to a request to quit.
 enum class ProcessState {
   runs,     ///< it can answer
-  stopped,  ///< it answers when somebody makes it go on
-  ended,    ///< it has ended, and only its parent has not taken notice
+  stopped,  ///< it reacts when it is continued
+  ended,    ///< it has ended, but its parent has not reaped it yet
 };
 
-/// Of the process that has the pid now; none when it is gone or can't be told.
+/// The state of the process that has the pid now; none when it is gone or not known.
 std::optional<ProcessState> processState(std::int32_t pid);
 
-/// The present, in nanoseconds, on the clock that start times are on (Linux: since boot,
-/// sleep included; macOS: since 1970).
+/// The present time in nanoseconds, on the clock of the start times (Linux: since boot, sleep
+/// included; macOS: since 1970).
 std::uint64_t processClock();
 
 /// The program's own process id.

@@ -5,15 +5,15 @@
 
 namespace platform {
 
-/// Asks a process to end (SIGTERM); ends it (SIGKILL).
+/// `quit` asks a process to end (SIGTERM), `forceQuit` ends it (SIGKILL).
 enum class Signal { quit, forceQuit };
 
-/// One process held fast, so that the process that was examined is the one that is
-/// signalled even when its pid is given to another meanwhile. Where the system can't
-/// hold a process, the pid alone stands for it; what is gone already stays gone.
+/// Holds on to one process, so that the process that was examined is the one that is signalled,
+/// even if its pid is given to another in the meantime. Where the system can't hold on to a
+/// process, the pid is used; a process that was already gone stays gone.
 class [[nodiscard]] SignalTarget {
  public:
-  /// Never fails: a process that is gone, or can't be held, shows in what follows.
+  /// Never fails: that a process is gone or can't be held shows in the calls that follow.
   explicit SignalTarget(std::int32_t pid);
   ~SignalTarget();
   SignalTarget(const SignalTarget&) = delete;

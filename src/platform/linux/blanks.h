@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// What unit files and desktop entries may have around a line, a key and a value.
+/// The blanks that unit files and desktop entries allow around lines, keys and values.
 inline constexpr std::string_view kBlanks = " \t\r";
 
 /// `text` without the blanks at its ends.

@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-/// What follows a backslash in a value.
+/// Appends what the letter behind a backslash in a value stands for.
 void appendEscape(char letter, std::string& text) {
   switch (letter) {
     case 's':
@@ -43,7 +43,7 @@ std::string unescaped(std::string_view value) {
   return text;
 }
 
-/// The entries of a list, each of which ends with ";"; "\;" is part of one.
+/// The entries of a list. Each ends with ";"; "\;" is a ";" within an entry.
 std::vector<std::string> listOf(std::string_view value) {
   std::vector<std::string> list;
   std::string item;
@@ -81,7 +81,7 @@ void assign(std::string_view key, std::string_view value, DesktopEntry& entry) {
   if (key == "Terminal") entry.needsTerminal = isTrue;
 }
 
-/// The words of a command while they are put together.
+/// Collects the words of a command.
 class Words {
  public:
   explicit Words(const DesktopEntry& entry, std::string_view path) : entry_(entry), path_(path) {}
@@ -92,7 +92,8 @@ class Words {
   }
   void begin() { begun_ = true; }
 
-  /// A word of which nothing but dropped codes was written is none.
+  /// Ends the current word. A word that consists only of field codes that were dropped is left
+  /// out.
   void end() {
     if (begun_) words_.push_back(std::move(word_));
     word_.clear();

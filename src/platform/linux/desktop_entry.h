@@ -12,7 +12,7 @@ struct DesktopEntry {
   std::string name;
   std::string icon;
   std::string exec;     ///< the command, as written
-  std::string tryExec;  ///< a program that must be there; "" for none
+  std::string tryExec;  ///< a program that must be installed; "" for none
   std::string folder;   ///< where to start it; "" for anywhere
   std::vector<std::string> categories;
   std::vector<std::string> onlyShowIn;
@@ -25,9 +25,9 @@ struct DesktopEntry {
 /// Reads a .desktop file; none when it describes no application.
 std::optional<DesktopEntry> desktopEntry(std::string_view bytes);
 
-/// The words to start the application of `entry`, which stands in the file `path`, with no
-/// document: quotes removed, field codes replaced or dropped. None when there is no command,
-/// or a quote is not closed.
+/// The command line that starts the application of `entry`, read from the file `path`, without a
+/// document: quotes removed, field codes replaced or dropped. None when there is no command, or a
+/// quote is not closed.
 std::optional<std::vector<std::string>> commandOf(const DesktopEntry& entry, std::string_view path);
 
 }  // namespace platform

@@ -16,8 +16,8 @@
 namespace platform {
 namespace {
 
-/// How the program is to be started. It is made before the fork: between that and the start
-/// nothing may be allocated.
+/// Everything that starting the program takes. It is prepared before the fork, because nothing may
+/// be allocated between fork and exec.
 class Spawn {
  public:
   explicit Spawn(const std::string& folder) {
@@ -84,13 +84,13 @@ int startDetached(std::vector<std::string> command, const std::string& folder) {
   arguments.push_back(nullptr);
   const Spawn spawn(folder);
 
-  // A child in between, which ends at once: so the program is nobody's child here.
+  // Fork twice: the child in between ends at once, so the program is not our child.
   const pid_t child = fork();
   if (child < 0) return errno;
   if (child == 0) _exit(spawn.run(program.c_str(), arguments.data()));
   int status = 0;
   while (waitpid(child, &status, 0) < 0) {
-    if (errno != EINTR) return 0;  // reaped elsewhere: there is no telling how it went
+    if (errno != EINTR) return 0;  // somebody else has reaped it, so we can't know
   }
   return WIFEXITED(status) ? WEXITSTATUS(status) : ECANCELED;
 }

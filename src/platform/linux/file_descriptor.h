@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// An open file descriptor, closed at the end of its scope; below 0: none.
+/// An open file descriptor, which is closed at the end of its scope. Below 0: none.
 class [[nodiscard]] FileDescriptor {
  public:
   explicit FileDescriptor(int fd = -1) : fd_(fd) {}

@@ -32,7 +32,7 @@ std::optional<std::string_view> FileReader::read(int fd) {
     if (static_cast<std::size_t>(count) < room || length == limit_) break;
     bytes_.resize(std::min(bytes_.size() * 2, limit_));
   }
-  // Several long files in a row share the buffer; behind the last of them it goes.
+  // Several long files in a row keep the long buffer; the first short one gives it back.
   if (length <= kFirstSize && bytes_.size() > kMostKept) {
     bytes_.resize(kFirstSize);
     bytes_.shrink_to_fit();
@@ -43,7 +43,7 @@ std::optional<std::string_view> FileReader::read(int fd) {
 std::optional<std::string_view> readRegularFile(const char* path, FileReader& reader) {
   struct stat status = {};
   if (stat(path, &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-  // Should it become something else just now, opening it does not wait either.
+  // If it has just been replaced by a pipe, say, opening it must not block.
   const FileDescriptor file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   return file.isOpen() ? reader.read(file.get()) : std::nullopt;
 }

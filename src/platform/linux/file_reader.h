@@ -7,17 +7,17 @@
 
 namespace platform {
 
-/// Reads files whole, one after the other, into one buffer. It grows for a long file, and is
-/// handed back with the next short one: a command line of megabytes, seen once, doesn't cost
-/// as much for good. A file's size is not asked: under /proc it says 0.
+/// Reads files whole, one after the other, into one buffer. The buffer grows for a long file and
+/// shrinks again with the next short one, so that one huge command line does not take memory for
+/// good. A file's size is not asked for, because under /proc it is always 0.
 class FileReader {
  public:
-  /// Of a file longer than `limit` bytes only so much is read.
+  /// At most `limit` bytes of a file are read.
   explicit FileReader(std::size_t limit) : limit_(limit) {}
 
-  /// What `fd` holds from its start on, until the next call; none when it can't be read.
-  /// A read that gives less than was asked for has reached the end: so it is with regular
-  /// files and with /proc, and the second read would cost half as much as the first.
+  /// The content of `fd` from its start on, valid until the next call; none when it can't be read.
+  /// A read that returns less than was asked for counts as the end: that holds for regular files
+  /// and for /proc, and saves a second read, which costs half as much as the first.
   std::optional<std::string_view> read(int fd);
 
  private:
@@ -25,8 +25,9 @@ class FileReader {
   std::vector<char> bytes_;
 };
 
-/// What the file at `path` holds, as long as `reader` reads nothing else; none when it can't be
-/// read or is no regular file. Nothing else is opened: a pipe could block, a device act on it.
+/// The content of the file at `path`, valid until `reader` reads something else; none when it
+/// can't be read or is no regular file. Only regular files are opened: a pipe could block, and
+/// opening a device can have effects.
 std::optional<std::string_view> readRegularFile(const char* path, FileReader& reader);
 
 }  // namespace platform

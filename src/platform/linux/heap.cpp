@@ -1,6 +1,6 @@
 #include "platform/linux/heap.h"
 
-#include <cstdlib>  // says whether this is glibc
+#include <cstdlib>  // defines __GLIBC__ where the C library is glibc
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -14,7 +14,7 @@ void keepHeapSmall() {
   mallopt(M_MMAP_THRESHOLD, kBytes);
   mallopt(M_TRIM_THRESHOLD, kBytes);
   constexpr int kPage = 4 << 10;
-  mallopt(M_TOP_PAD, kPage);  // what is left free when it hands memory back
+  mallopt(M_TOP_PAD, kPage);  // what it keeps when it returns memory
 #endif
 }
 

@@ -2,9 +2,9 @@
 
 namespace platform {
 
-/// Makes the C library hand memory back to the system as soon as some of it is free at the
-/// heap's end, instead of keeping what the largest moment took: the program is at rest nearly
-/// all the time. To be called first.
+/// Makes the C library return free memory at the heap's end to the system at once, instead of
+/// keeping what it once needed at most, because the program is idle nearly all the time. To be
+/// called first.
 void keepHeapSmall();
 
 }  // namespace platform

@@ -18,14 +18,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What is looked at, however much there is.
+// Limits on what is read, however much there is.
 constexpr std::size_t kMostEntries = 20'000;  // of all folders together
 constexpr int kDeepest = 8;                   // folders below the first
 constexpr std::size_t kLongestFile = 256 << 10;
 constexpr std::size_t kMostBytes = 32 << 20;  // of all files together
 
-/// Finds the .desktop files below one folder after the other, and enters no folder twice,
-/// whatever links lead to it: the shortest way names it, of two as short the first by name.
+/// Finds the .desktop files below one folder after the other. A folder that several links lead to
+/// is entered once, by its shortest path; of equally short ones by the first in order of names.
 class Walk {
  public:
   std::vector<fs::path> entryFilesBelow(const fs::path& folder) {

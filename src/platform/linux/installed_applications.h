@@ -18,11 +18,10 @@ struct InstalledApplication {
 /// The folders in which .desktop files are looked for, the user's first.
 std::vector<std::filesystem::path> applicationFolders();
 
-/// Every application in these folders and what is below them: folder after folder, by name in
-/// each. Of files with the same id the first counts alone; when that one is hidden, none.
-/// No folder is entered twice, none more than 8 below the first. Of more than 20,000 entries in
-/// all folders together the rest is not looked at, nor what is behind 32 MiB; of a file, 256 KiB
-/// are.
+/// Every application in these folders and below them: folder by folder, sorted by name in each. Of
+/// files with the same id only the first counts; if that one is hidden, the application is left
+/// out. Limits: no folder is entered twice, or at a depth of more than 8; at most 20,000 entries
+/// and 32 MiB in all folders together, and 256 KiB of a file, are read.
 std::vector<InstalledApplication> installedApplications(
     const std::vector<std::filesystem::path>& folders);
 

@@ -43,7 +43,7 @@ std::optional<std::string_view> KeptFiles::read(std::int32_t pid, std::uint32_t 
 
 std::optional<bool> KeptFiles::isStillThere() const {
   if (last_ < 0) return std::nullopt;
-  // The file of a process that is gone gives an error, whoever has the pid then.
+  // Reading the file of a process that is gone fails, even if the pid has a new owner.
   char byte = 0;
   ssize_t count = 0;
   do {

@@ -12,29 +12,30 @@
 namespace platform {
 
 /// One file of every process, kept open from one scan to the next, because opening and closing
-/// costs as much as reading. What is read is as fresh as from a file opened now: the kernel
-/// writes it at each read. And it is of the same process: an open file belongs to the process,
-/// not to its pid, and gives an error once that is gone, whoever has the pid then.
+/// costs as much as reading. The content is as fresh as that of a file opened now, because the
+/// kernel generates it at each read. It is always the same process's: an open file belongs to the
+/// process and not to the pid, and reading it fails once the process is gone, even if the pid has
+/// been given to another.
 class KeptFiles {
  public:
-  /// `file` as in ProcFs::read. Never keeps more than `most` open, and the one read last; the
-  /// files of further processes are opened at each read.
+  /// `file` as in ProcFs::read. Keeps at most `most` files open, and the one read last. The files
+  /// of further processes are opened at each read.
   KeptFiles(const ProcFs& proc, std::string_view file, std::size_t most)
       : proc_(proc), file_(file), most_(most) {}
 
-  /// Closes the files of all processes but these. `pids` ascend.
+  /// Closes the files of all processes but these. `pids` must be in ascending order.
   void keepOnly(const std::vector<std::int32_t>& pids);
 
-  /// The file of the process that has the pid now. `owner`: its effective user, on whom it
-  /// depends what may be read.
+  /// Reads the file of the process that has the pid now. `owner` is its effective user: when that
+  /// changes the file is opened anew, because what may be read depends on it.
   std::optional<std::string_view> read(std::int32_t pid, std::uint32_t owner, FileReader& reader);
 
-  /// Of the file read last: whether it had been open since an earlier read. What was learnt of
-  /// its process then still holds.
+  /// Whether the file read last had been open since an earlier read. Then it is still the same
+  /// process, and what we learnt of it still holds.
   bool wasKept() const { return lastWasKept_; }
 
-  /// Of the file read last: whether its process is still there, so that nobody else has had
-  /// its pid since the file was opened. None when the file could not be opened at all.
+  /// Whether the process of the file read last is still there; then no other process has had its
+  /// pid since the file was opened. None when the file could not be opened.
   std::optional<bool> isStillThere() const;
 
  private:
@@ -48,14 +49,14 @@ class KeptFiles {
   std::string_view file_;
   std::size_t most_;
   std::vector<Kept> kept_;  ///< by pid
-  FileDescriptor unkept_;   ///< the last read's, when that may not be kept
-  int last_ = -1;           ///< the last read's descriptor, of either
+  FileDescriptor unkept_;   ///< the file read last, if it may not be kept
+  int last_ = -1;           ///< the descriptor of the file read last, kept or not
   bool lastWasKept_ = false;
 };
 
-/// How many files a program may keep open all the time without getting in the way of those that
-/// it opens for a moment: for these, a quarter of what the limit allows is left, and never less
-/// than 64. The limit stays as it is.
+/// How many files may be kept open all the time. A quarter of what the limit on open files allows,
+/// and at least 64, is left for files that are opened for a moment. The limit itself is not
+/// changed.
 std::size_t filesToKeep();
 
 }  // namespace platform

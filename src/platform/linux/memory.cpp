@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-/// The kernel's own count of what /proc/meminfo calls MemTotal.
+/// The total from sysinfo(), the same as MemTotal in /proc/meminfo.
 double installedBytes() {
   struct sysinfo info = {};
   if (sysinfo(&info) != 0) return 0;
@@ -27,7 +27,7 @@ MemoryReading memoryIn(std::string_view memInfo) {
 
   MemoryReading reading{.totalBytes = static_cast<double>(total.value_or(0))};
   if (total && available && free) {
-    // A container may be told more available than it has in all.
+    // In a container, MemAvailable may be more than MemTotal.
     const auto used = *total - std::min(*available, *total);
     reading.inUse = {static_cast<double>(used), static_cast<double>(*free)};
   }

@@ -6,17 +6,17 @@
 
 namespace platform {
 
-/// What /proc/meminfo says: used = MemTotal - MemAvailable, free = MemFree. A missing line
-/// leaves empty what needs it.
+/// Reads /proc/meminfo: used = MemTotal - MemAvailable, free = MemFree. Where a line is missing,
+/// the figures that need it are empty.
 MemoryReading memoryIn(std::string_view memInfo);
 
-/// Whether anything is swapped out: SwapTotal and SwapFree differ, or are not told.
+/// Whether anything may be swapped out: SwapTotal and SwapFree differ or are missing.
 bool isSwapInUse(std::string_view memInfo);
 
 class ProcFs;
 
-/// What platform/memory.h promises, from one proc file system. The total is told also where
-/// that holds no meminfo.
+/// As in platform/memory.h, from one proc file system. The total is known even without meminfo
+/// there.
 MemoryReading readMemory(const ProcFs& proc);
 
 }  // namespace platform

@@ -11,7 +11,8 @@
 
 namespace platform {
 
-// By number: the C library has had functions for these since 2.36 only.
+// These system calls are made by number, because the C library has had functions for them only
+// since 2.36.
 
 int openPidfd(pid_t pid) {
   const long fd = syscall(SYS_pidfd_open, pid, 0U);
@@ -30,7 +31,7 @@ std::optional<std::uint64_t> uniqueInode(int pidfd) {
 }
 
 bool hasUniqueInodes() {
-  // With a file system of their own, pidfds got inodes that are never given anew.
+  // Pidfds have inodes that are never used again since they have a file system of their own.
   static const bool has = [] {
     constexpr auto kPidfs = 0x50494446;
     const FileDescriptor own(openPidfd(getpid()));

@@ -7,16 +7,16 @@
 
 namespace platform {
 
-/// Pins a process: a descriptor, which is never inherited, or minus the error number
-/// (-ESRCH: no such process; -ENOSYS: the kernel is older than 5.3).
+/// Opens a pidfd, which pins the process: a descriptor that child processes do not inherit, or
+/// minus the error number (-ESRCH: no such process; -ENOSYS: the kernel is older than 5.3).
 [[nodiscard]] int openPidfd(pid_t pid);
 
-/// Signals the pinned process, or only looks whether it is still there (signal 0): 0, or the
+/// Signals the pinned process; signal 0 only checks whether it is still there. Returns 0 or the
 /// error number.
 [[nodiscard]] int sendSignal(int pidfd, int signal);
 
 /// A number that no other process has or will have while the machine is up: the inode of its
-/// pidfd. None where kernels give all pidfds one inode (before 6.9), or one of 32 bits.
+/// pidfd. None on kernels that give all pidfds the same inode (before 6.9) or one of 32 bits.
 std::optional<std::uint64_t> uniqueInode(int pidfd);
 
 /// Whether this kernel gives every process such a number.

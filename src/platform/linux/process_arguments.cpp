@@ -13,8 +13,7 @@ namespace {
 constexpr char kEnd = '\0';
 constexpr char kBlank = ' ';
 
-/// The one string that the block holds, without the padding behind it; none when it holds
-/// none or several.
+/// The block's only string, without the padding behind it; none if it has no string or several.
 std::optional<std::string_view> onlyString(std::string_view block) {
   const auto begin = block.find_first_not_of(kEnd);
   if (begin == std::string_view::npos) return std::nullopt;
@@ -27,7 +26,7 @@ std::optional<std::string_view> onlyString(std::string_view block) {
   return block.substr(0, block.find_last_not_of(kBlank) + 1);
 }
 
-/// Whether `name` is the program's; comm holds no more than its first 15 bytes.
+/// Whether `name` is the program's name; comm holds only the first 15 bytes of that.
 bool isProgramName(std::string_view name, const ProcessOrigin& origin) {
   if (name.empty()) return false;
   if (!origin.executable.empty()) return name == text::lastPathComponent(origin.executable);
@@ -50,7 +49,7 @@ std::string_view programWord(std::string_view title, const ProcessOrigin& origin
   return isProgramName(name, origin) ? word : std::string_view();
 }
 
-/// What of the block is read: the arguments that end within the limit.
+/// The part of the block that is read: the arguments that end within the limit.
 std::string_view withinLimit(std::string_view block) {
   if (block.size() <= kLongestCommandLine) return block;
   const auto end = block.rfind(kEnd, kLongestCommandLine - 1);
@@ -75,7 +74,7 @@ void appendArguments(std::string_view block, const ProcessOrigin& origin, Proces
   appendAll(title->substr(program.size()), kBlank, facts);
 }
 
-/// Whether a name says too little: "/", or what stands before the words of a title.
+/// Whether a name says too little: one with a "/" in it, or the beginning of a title ("sshd:").
 bool isPoorName(std::string_view name) {
   return name.find('/') != std::string_view::npos || name.ends_with(':');
 }
@@ -86,7 +85,7 @@ void readArguments(std::string_view block, const ProcessOrigin& origin, ProcessF
   startArguments(facts, block.size());
   const std::string_view read = withinLimit(block);
   appendArguments(read, origin, facts);
-  // Behind a title there may be nothing but padding.
+  // What was not read may be only padding behind a title.
   if (block.find_first_not_of(kEnd, read.size()) != std::string_view::npos) facts.isCut = true;
 
   const std::string_view program = text::lastPathComponent(origin.executable);

@@ -6,11 +6,11 @@
 
 namespace platform {
 
-/// What tells a process's program when its arguments don't.
+/// What tells which program a process runs when its arguments do not.
 struct ProcessOrigin {
   std::string_view executable;  ///< its path; "" when unreadable
-  std::string_view comm;        ///< the kernel's own name for it, cut at 15 bytes; of no
-                                ///< account beside a path
+  std::string_view comm;        ///< the kernel's name for it, cut at 15 bytes; ignored
+                                ///< where there is a path
 };
 
 /// Fills name, commandLine, arguments and isCut from what /proc/PID/cmdline holds: strings that end
@@ -24,8 +24,8 @@ struct ProcessOrigin {
 /// The name is empty when there are neither arguments nor an executable.
 void readArguments(std::string_view block, const ProcessOrigin& origin, ProcessFacts& facts);
 
-/// Whether the origin matters to the outcome. When not, `facts` that were read without one
-/// stay as they are, and the two reads that tell it are saved.
+/// Whether the result depends on the origin. If not, `facts` that were read without one are right,
+/// and the two reads that find the origin out are saved.
 bool needsOrigin(std::string_view block, const ProcessFacts& facts);
 
 }  // namespace platform

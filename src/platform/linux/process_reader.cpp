@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kLongestSmallFile = 1 << 20;
 
-/// An open statm holds a page of the kernel's: no more than 1 MiB of them.
+/// An open statm holds one page of kernel memory: these take at most 1 MiB.
 constexpr std::size_t kMostSizesKept = 256;
 
 std::size_t sizesToKeep(std::size_t files) {
@@ -37,7 +37,7 @@ ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource,
       identitySource_(identitySource),
       blocks_(proc, "cmdline", filesToKeep - sizesToKeep(filesToKeep)),
       sizes_(proc, "statm", sizesToKeep(filesToKeep)),
-      block_(kLongestCommandLine + 1),  // the one more tells that it was cut
+      block_(kLongestCommandLine + 1),  // one byte more shows that it was cut
       small_(kLongestSmallFile),
       pageSize_(static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE))),
       tickNanoseconds_(1'000'000'000U / static_cast<std::uint64_t>(sysconf(_SC_CLK_TCK))) {}
@@ -61,11 +61,11 @@ bool ProcessReader::read(std::int32_t pid, ProcessFacts& facts) {
   facts.effectiveUid = proc_.owner(pid);
   if (!facts.effectiveUid) return false;
 
-  // An unreadable block is an empty one: the executable may still tell the name.
+  // Without readable arguments the executable may still tell the name.
   const std::string_view block = blocks_.read(pid, *facts.effectiveUid, block_).value_or("");
   Known& process = known(pid);
   if (!blocks_.wasKept()) {
-    // The owner may have been that of the one who had the pid before.
+    // The owner was read first, perhaps of the process that had the pid before: read it again.
     facts.effectiveUid = proc_.owner(pid);
     if (!facts.effectiveUid) return false;
     process = {.pid = pid};
@@ -85,15 +85,15 @@ bool ProcessReader::read(std::int32_t pid, ProcessFacts& facts) {
                                    : !facts.name.empty();
 }
 
-/// Reads the facts again, with what the executable tells of them.
+/// Reads the facts again, now with the executable's path.
 bool ProcessReader::nameFromExecutable(Known& process, std::string_view block,
                                        ProcessFacts& facts) {
   if (process.stat && process.stat->isKernelThread) return false;
   ProcFs::Path path;
   ProcessOrigin origin{.executable = proc_.executable(process.pid, path)};
   if (origin.executable.empty() && block.empty()) {
-    // A zombie, or a process that goes on although its first thread has ended: the others
-    // still tell of it.
+    // Either a zombie, or a process whose first thread has ended while others go on; these can
+    // still be read.
     learn(process);
     const bool goesOn = process.stat && process.stat->state == 'Z' && process.stat->threads > 1;
     const auto thread = goesOn ? proc_.anotherThread(process.pid) : std::nullopt;
@@ -133,7 +133,7 @@ bool ProcessReader::confirm(std::int32_t pid, ProcessFacts& facts) {
   }
 
   const auto isStillThere = blocks_.isStillThere();
-  if (!isStillThere) return true;  // its file can't be opened: nothing vouches for an identity
+  if (!isStillThere) return true;  // its file can't be opened, so the identity stays unknown
   if (!*isStillThere) return false;
   process.identity = identity;
   facts.identity = identity;
@@ -168,8 +168,8 @@ void ProcessReader::learn(Known& process) {
   process.isParentListed = process.stat && std::ranges::binary_search(pids_, process.stat->parent);
 }
 
-/// A process whose parent ends is given another. So is one whose parent's pid belongs to a
-/// process now that is younger than it.
+/// Whether the parent has ended, so that the process has another by now: the parent's pid is gone,
+/// or belongs to a process that is younger than its supposed child.
 bool ProcessReader::isParentOutdated(const Known& process) {
   if (!process.isParentListed) return false;
   const std::int32_t parentPid = process.stat->parent;
@@ -178,7 +178,8 @@ bool ProcessReader::isParentOutdated(const Known& process) {
   return parent != nullptr && parent->stat && parent->stat->startTicks > process.stat->startTicks;
 }
 
-/// Two processes of one pid that start within one tick are told apart by what they run.
+/// Makes an identity of the start time and, because two processes with the same pid may start
+/// within one tick of the clock, of what the process runs.
 std::uint64_t ProcessReader::makeIdentity(const Known& process, const ProcessFacts& facts) const {
   ProcFs::Path path;
   std::size_t seed = 0;

@@ -13,16 +13,16 @@
 
 namespace platform {
 
-/// What platform/processes.h promises, from one proc file system, which must outlive it. For
-/// one thread.
+/// Implements platform/processes.h for one proc file system, which must outlive it. For one
+/// thread.
 ///
-/// What holds everything together that is read of a process is its file of arguments: an open
-/// file belongs to the process, not to its pid. As long as that can be read nobody else has
-/// had the pid since it was opened, so that what was found by the pid meanwhile is the
-/// process's too.
+/// The open file with a process's arguments proves that everything was read of the same process:
+/// an open file belongs to the process, not to the pid. As long as it can be read, no other
+/// process has had the pid since it was opened, so whatever was read by pid in the meantime is
+/// this process's.
 class ProcessReader {
  public:
-  /// ProcessFacts::identity of the process that has the pid; none when it can't tell.
+  /// Returns ProcessFacts::identity of the process that has the pid; none when it is not known.
   using IdentitySource = std::optional<std::uint64_t> (*)(std::int32_t pid);
 
   /// Identities come from `identitySource` alone; without one they are made from what a process
@@ -38,7 +38,8 @@ class ProcessReader {
   std::optional<std::uint32_t> effectiveUid(std::int32_t pid) const { return proc_.owner(pid); }
 
  private:
-  /// What was learnt of a process and holds as long as it lives; its parent may end before it.
+  /// What we have learnt of a process and stays true as long as it lives, except the parent, which
+  /// may end first.
   struct Known {
     std::int32_t pid = 0;
     std::optional<ProcessStat> stat;
@@ -59,7 +60,7 @@ class ProcessReader {
   IdentitySource identitySource_;
   KeptFiles blocks_;  ///< where arguments are read from
   KeptFiles sizes_;   ///< where memory is read from
-  FileReader block_;  ///< the arguments, of which views are taken
+  FileReader block_;  ///< the arguments, into which views point
   FileReader small_;  ///< everything else
   std::uint64_t pageSize_;
   std::uint64_t tickNanoseconds_;
@@ -67,8 +68,8 @@ class ProcessReader {
   std::vector<Known> known_;        ///< by pid
   std::int32_t lastPid_ = 0;        ///< of the last read()
   std::uint32_t lastOwner_ = 0;     ///< its effective user
-  std::string lastFolder_;          ///< where its memory stands: "", or of a thread "task/TID/"
-  bool swapInUse_ = true;  ///< as of the last pids(); until then the dearer way is the right one
+  std::string lastFolder_;          ///< where its memory is read: "", or a thread's "task/TID/"
+  bool swapInUse_ = true;           ///< as of the last pids(); true is the safe guess
 };
 
 /// The one that reads /proc.

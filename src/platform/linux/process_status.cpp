@@ -26,7 +26,7 @@ std::optional<std::uint64_t> residentFootprint(std::string_view statm, std::uint
   const auto resident = numberInField(statm, 1);
   const auto shared = numberInField(statm, 2);
   if (!resident || !shared) return std::nullopt;
-  // The two are counted one after the other while the process goes on.
+  // The kernel counts the two one after the other while the process runs, so `shared` may be more.
   return *resident > *shared ? (*resident - *shared) * pageSize : 0;
 }
 
@@ -42,7 +42,7 @@ std::optional<ProcessStat> processStat(std::string_view stat) {
   if (nameEnd == std::string_view::npos) return std::nullopt;
   stat.remove_prefix(nameEnd + 2);
 
-  // As proc(5) numbers them; the state is the first behind the name.
+  // Numbered as in proc(5). The state is the first field behind the name.
   constexpr int kState = 3;
   constexpr int kParent = 4;
   constexpr int kFlags = 9;

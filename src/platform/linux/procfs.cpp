@@ -31,7 +31,7 @@ class ProcPath {
   char bytes_[kLongestFile + 16] = {};
 };
 
-/// The pid that a name in /proc stands for; 0 when it is none.
+/// The pid that a name in /proc is; 0 when it is no pid.
 std::int32_t pidOf(std::string_view name) {
   std::int32_t pid = 0;
   const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), pid);

@@ -13,17 +13,17 @@
 
 namespace platform {
 
-/// The files of a proc file system, found from one folder that is opened once. Whatever can't be
-/// read is simply not there: the process is gone, hidden (hidepid) or another user's.
+/// Reads the files of a proc file system, whose root is opened once. What can't be read counts as
+/// missing: the process is gone, hidden (hidepid) or another user's.
 class ProcFs {
  public:
   explicit ProcFs(const char* root);
 
-  /// The numeric names, ascending.
+  /// All pids, ascending.
   std::vector<std::int32_t> pids() const;
 
-  /// The effective user id of a process. It is the owner of the folder, not of a file in
-  /// it: the files of a process that may not be dumped belong to root.
+  /// The effective user id of a process: the owner of its folder. Not of a file in it, because the
+  /// files of a process that must not be dumped belong to root.
   std::optional<std::uint32_t> owner(std::int32_t pid) const;
 
   /// One file of a process, or one of the whole machine; the bytes live in `reader`.
@@ -31,7 +31,7 @@ class ProcFs {
                                        FileReader& reader) const;
   std::optional<std::string_view> read(const char* file, FileReader& reader) const;
 
-  /// A thread of a process that is not its first; none when it has no other.
+  /// Any thread of a process but the first; none when it has no other.
   std::optional<std::int32_t> anotherThread(std::int32_t pid) const;
 
   /// One file of a process, opened to be read.
@@ -52,7 +52,7 @@ class ProcFs {
 /// /proc.
 const ProcFs& systemProc();
 
-/// Why no process can be found there, in one line; "" when processes can.
+/// Why no processes can be found there, in one line; "" when they can.
 std::string problemOfProc(const char* root = "/proc");
 
 }  // namespace platform

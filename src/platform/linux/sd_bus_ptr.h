@@ -11,6 +11,6 @@ struct SdBusUnref {
 };
 
 using BusPtr = std::unique_ptr<sd_bus, SdBusUnref>;
-/// While it is held a match, an object or a pending call lives; dropping it cancels that.
+/// Keeps a match, an object or a pending call alive; releasing it cancels that.
 using BusSlot = std::unique_ptr<sd_bus_slot, SdBusUnref>;
 using BusMessage = std::unique_ptr<sd_bus_message, SdBusUnref>;

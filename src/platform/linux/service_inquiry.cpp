@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t kMostServices = 10'000;
 constexpr std::size_t kMostPids = 256;
 
-/// Whether the manager itself has gone, and not only the unit that it was asked about.
+/// Whether the failure means that the manager itself has gone, and not only the unit.
 bool isFromNobody(const BusFailure& failure) {
   return failure.name.empty() ? failure.number != 0
                               : failure.name == SD_BUS_ERROR_NO_REPLY ||
@@ -98,7 +98,7 @@ std::optional<LoadedServices> ServiceInquiry::takeAnswer() {
   for (const auto& [unit, call] : pids_) {
     if (isFromNobody(call->failure())) return std::nullopt;
     std::uint32_t pid = 0;
-    sd_bus_message* answer = call->answer();  // none for a unit that is gone meanwhile
+    sd_bus_message* answer = call->answer();  // null for a unit that has gone in the meantime
     if (answer != nullptr && sd_bus_message_read(answer, "v", "u", &pid) > 0 && pid != 0 &&
         std::in_range<std::int32_t>(pid)) {
       services_.pids[unit] = static_cast<std::int32_t>(pid);

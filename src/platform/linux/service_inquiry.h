@@ -17,28 +17,28 @@ namespace platform {
 
 /// What the manager said of its services.
 struct LoadedServices {
-  /// Every service that is active or about to start, stop or reload, by its unit's full name,
-  /// with its main process; none: it has none, or was not asked for it.
+  /// The main process of every service that is active, starting, stopping or reloading, by the
+  /// unit's full name; none when it has none or was not asked for.
   std::map<std::string, std::optional<std::int32_t>, std::less<>> pids;
   /// When the first pid was asked for, on processClock().
   std::uint64_t askedAt = 0;
 
-  /// What of it is about these files. A file that is a link to another unit's stands for that
-  /// one: the manager lists an alias under the name of the unit only.
+  /// The part that is about these files. A file that is a link to another unit's file stands for
+  /// that unit: the manager lists a unit only by its own name, not by an alias.
   LoadedLaunchAgents launchAgentsOf(std::span<const LaunchAgentFile> files) const;
 };
 
-/// Asks the user's manager which services it has loaded, and then for the main processes of those
-/// that files are about: of the first 256. Of more than 10,000 services the rest is passed over.
+/// Asks the user's manager which services are loaded, and then for the main processes of those
+/// that have a file, the first 256 of them. At most 10,000 services are looked at.
 class ServiceInquiry {
  public:
   /// Begins it. `bus` outlives it.
   explicit ServiceInquiry(UserBus& bus);
 
-  /// Takes in what was answered, and asks what is to be asked next. True: it is over.
+  /// Handles what was answered and asks the next question. True when it is over.
   bool carryOn(std::span<const LaunchAgentFile> files);
 
-  /// What was said; none when the manager can't be asked. Once, when it is over.
+  /// The answer; none when the manager can't be asked. To be called once, when it is over.
   std::optional<LoadedServices> takeAnswer();
 
  private:
@@ -52,7 +52,7 @@ class ServiceInquiry {
   std::map<std::string, std::string, std::less<>> objects_;  ///< by unit
   LoadedServices services_;
   std::vector<std::pair<std::string, std::unique_ptr<BusCall>>> pids_;  ///< by unit
-  std::size_t answered_ = 0;                                            ///< of them, from the first
+  std::size_t answered_ = 0;  ///< how many of these, from the first, are answered
 };
 
 }  // namespace platform

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What systemd's manager goes by on the user's bus.
+/// The names of systemd's manager on the user's bus.
 namespace platform::ServiceManager {
 
 inline constexpr const char* kName = "org.freedesktop.systemd1";

@@ -15,8 +15,9 @@ int numberOf(Signal signal) {
   return signal == Signal::forceQuit ? SIGKILL : SIGTERM;
 }
 
-/// Whether `value` was read of the pinned process: a pid is not given anew before that one is
-/// reaped, so if it is still there it was there all the time. Without a pin there is no telling.
+/// `value`, which was read by pid, if it is certainly the pinned process's. A pid is not reused
+/// before its process is reaped: if that is still there now, the pid was its own all the time.
+/// Without a pin this can't be known, and `value` is returned.
 template <typename Value>
 std::optional<Value> ifStillThere(int handle, std::optional<Value> value) {
   return handle == -ESRCH || (handle >= 0 && sendSignal(handle, 0) == ESRCH) ? std::nullopt : value;
@@ -47,7 +48,7 @@ std::optional<std::uint64_t> SignalTarget::identity() const {
 int SignalTarget::send(Signal signal) const {
   if (pid_ < 1) return EINVAL;
   if (handle_ >= 0) return sendSignal(handle_, numberOf(signal));
-  if (handle_ == -ESRCH) return ESRCH;  // the pid may be another's by now
+  if (handle_ == -ESRCH) return ESRCH;  // the pid may already belong to another process
   return kill(pid_, numberOf(signal)) == 0 ? 0 : errno;
 }
 

@@ -23,7 +23,7 @@ void appendScalar(std::uint32_t scalar, std::string& word) {
   word.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
 }
 
-/// The bytes that a single letter behind a backslash stands for.
+/// The byte that a letter behind a backslash stands for, if any.
 std::optional<char> simpleEscape(char letter) {
   constexpr std::string_view kLetters = "abfnrtvs\\\"'";
   constexpr std::string_view kMeanings = "\a\b\f\n\r\t\v \\\"'";
@@ -32,8 +32,8 @@ std::optional<char> simpleEscape(char letter) {
   return kMeanings[index];
 }
 
-/// The number of exactly `count` digits at the start of `text`; never 0, as no word can hold a
-/// NUL.
+/// The number in the first `count` characters of `text`, which must all be digits. Never 0,
+/// because a word can't hold a NUL.
 std::optional<std::uint32_t> numberOf(std::string_view text, std::size_t count, int base) {
   if (text.size() < count) return std::nullopt;
   std::uint32_t number = 0;
@@ -42,8 +42,8 @@ std::optional<std::uint32_t> numberOf(std::string_view text, std::size_t count, 
   return number;
 }
 
-/// Reads an escape behind its backslash: how many bytes of `text` it took; 0 when it is none,
-/// and then the backslash stands for itself.
+/// Appends what the escape behind a backslash stands for and returns its length in bytes; 0 when
+/// it is no escape, so that the backslash is an ordinary character.
 std::size_t appendEscape(std::string_view text, std::string& word) {
   if (text.empty()) return 0;
   if (const auto simple = simpleEscape(text.front())) {
@@ -76,8 +76,8 @@ std::size_t appendEscape(std::string_view text, std::string& word) {
   return 0;
 }
 
-/// Takes the next word off the front of `text`, which begins with no blank. False when a quote
-/// is not closed.
+/// Moves the first word of `text`, which must not begin with a blank, to `word`. False when a
+/// quote is not closed.
 bool takeWord(std::string_view& text, std::string& word) {
   char quote = '\0';
   while (!text.empty()) {

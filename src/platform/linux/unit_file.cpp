@@ -14,7 +14,7 @@ using namespace std::string_view_literals;
 
 constexpr auto kLineEnds = "\n\0"sv;
 
-/// Whether the last backslash of the line is not itself escaped by one before it.
+/// Whether the line is continued: it ends in a backslash that is not itself escaped.
 bool goesOn(std::string_view line) {
   const auto last = line.find_last_not_of('\\');
   const auto backslashes = line.size() - (last == std::string_view::npos ? 0 : last + 1);
@@ -36,7 +36,7 @@ class UnitLines {
       const auto begin = line.find_first_not_of(kBlanks);
       const bool isComment =
           begin != std::string_view::npos && (line[begin] == '#' || line[begin] == ';');
-      if (isComment) continue;  // also between the lines of a continued one
+      if (isComment) continue;  // comments may also stand within a continued line
       if (!joined) joined.emplace();
       joined->append(line.substr(std::min(begin, line.size())));
       if (!goesOn(line)) return joined;

@@ -13,8 +13,8 @@ struct ServiceUnit {
 };
 
 /// Reads a unit file as systemd does: comments, continued lines, later values of Restart=
-/// replacing earlier ones, an empty ExecStart= forgetting those before it. Lines that are
-/// not UTF-8 or make no sense are passed over.
+/// replacing earlier ones, an empty ExecStart= discarding those before it. Lines that are not
+/// UTF-8 or not valid are skipped.
 ServiceUnit serviceUnit(std::string_view bytes);
 
 }  // namespace platform

@@ -23,13 +23,14 @@ std::uint64_t microsecondsUntil(Deadline deadline) {
   return static_cast<std::uint64_t>(std::max<std::int64_t>(left.count(), 0));
 }
 
-/// Lets a fresh sd_bus talk over the socket, and begin to.
+/// Gives a new sd_bus its socket and starts it.
 int start(sd_bus* bus, FileDescriptor socket) {
   if (const int error = sd_bus_set_fd(bus, socket.get(), socket.get()); error < 0) return error;
-  socket.release();  // it is the other's now
+  socket.release();  // now owned by `bus`
   sd_bus_set_bus_client(bus, 1);
-  sd_bus_negotiate_fds(bus, 0);  // nobody here wants to be handed files
-  // Not even the greeting: a bus that stands still is no bus that is gone.
+  sd_bus_negotiate_fds(bus, 0);  // we don't want to be sent file descriptors
+  // No time limit, not even for the greeting: a bus that does not answer is not a bus that is
+  // gone.
   sd_bus_set_method_call_timeout(bus, kForever);
   return sd_bus_start(bus);
 }
@@ -51,7 +52,7 @@ BusMessage BusCall::request(UserBus& bus, const char* destination, const char* p
   const int error =
       sd_bus_message_new_method_call(bus.get(), &raw, destination, path, interface, member);
   BusMessage call(raw);
-  // Asking starts nothing: a manager that does not run has nothing loaded.
+  // Never start the manager by asking it: one that does not run has nothing loaded.
   if (error < 0 || sd_bus_message_set_auto_start(raw, 0) < 0 || addArguments(raw) < 0) {
     call.reset();
   }
@@ -103,7 +104,8 @@ UserBus::Progress UserBus::workOff(const std::function<bool()>& isDone, Deadline
     return Progress::lost;
   };
   for (std::size_t pieces = 0;; ++pieces) {
-    // First: what can't be sent over a connection that has ended is answered with that.
+    // Checked first, because calls that can't be sent any more are "answered" with the
+    // connection's end.
     if (sd_bus_is_open(get()) <= 0) return lost(ECONNRESET);
     if (isDone()) return Progress::done;
     const std::uint64_t left = microsecondsUntil(deadline);

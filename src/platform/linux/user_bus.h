@@ -13,20 +13,20 @@
 
 namespace platform {
 
-/// When the caller wants to go on at the latest.
+/// The latest time at which a function returns.
 using Deadline = std::chrono::steady_clock::time_point;
 
 /// Why there is no connection or no answer.
 struct BusFailure {
   int number = 0;    ///< an error number; 0: none
   std::string name;  ///< the D-Bus error that was answered, or ""
-  std::string text;  ///< in the words of who answered
+  std::string text;  ///< the text that came with the error
 };
 
 class UserBus;
 
-/// One call under way. No clock ends it: it is answered, or the connection is lost. Forgetting it
-/// takes the question back.
+/// One call whose answer is awaited. There is no time limit: it is answered or the connection is
+/// lost. Destroying it cancels it.
 class BusCall {
  public:
   /// Sends a call of a method; `signature` and what follows are its arguments, as
@@ -40,7 +40,7 @@ class BusCall {
   BusCall(const BusCall&) = delete;
   BusCall& operator=(const BusCall&) = delete;
 
-  /// Whether the answer has come, or it is certain that none will.
+  /// Whether the answer has come, or can't come any more.
   bool isAnswered() const { return answer_ != nullptr || failure_.number != 0; }
 
   /// The answer; null before there is one, and for an error.
@@ -59,8 +59,8 @@ class BusCall {
   BusSlot slot_;
 };
 
-/// A connection to the user's message bus that never waits unless it is asked to: connecting and
-/// greeting, sending and receiving all go on piece by piece, in waitUntil and catchUp.
+/// A connection to the user's message bus that never blocks by itself: connecting, sending and
+/// receiving go on step by step in waitUntil and catchUp.
 class UserBus {
  public:
   enum class Progress {
@@ -69,16 +69,16 @@ class UserBus {
     lost   ///< the connection has ended, and nothing more will come
   };
 
-  /// Begins to talk to the bus at one of these sockets, as connectToUserBus finds it. Calls can be
-  /// made at once; they are sent when the bus has greeted. Null, and `failure` filled, where there
-  /// is no bus.
+  /// Starts connecting to the bus at one of these sockets (see connectToUserBus). Calls can be
+  /// made at once; they are sent when the bus has accepted the connection. Null, with `failure`
+  /// filled, when there is no bus.
   [[nodiscard]] static std::unique_ptr<UserBus> open(const std::vector<std::string>& sockets,
                                                      BusFailure& failure);
 
-  /// Works off what comes, until `isDone` or the deadline, whatever the other side sends.
+  /// Handles messages until `isDone` or the deadline, however many the other side sends.
   Progress waitUntil(const std::function<bool()>& isDone, Deadline deadline, BusFailure& failure);
 
-  /// The same with what has come already: with `most` messages at most, and for 20 ms.
+  /// Handles the messages that have already come: `most` of them at most, and for at most 20 ms.
   Progress catchUp(const std::function<bool()>& isDone, BusFailure& failure,
                    std::size_t most = 1'000);
 

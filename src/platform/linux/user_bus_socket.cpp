@@ -25,7 +25,8 @@ void addBusOf(const fs::path& folder, std::vector<std::string>& sockets) {
   if (S_ISDIR(status.st_mode) && status.st_uid == ownUid()) sockets.push_back(folder / "bus");
 }
 
-/// Cuts `text` behind the separator; what was before that, or all.
+/// Removes the text up to and including the separator (or all of it), and returns it without the
+/// separator.
 std::string_view takeUntil(char separator, std::string_view& text) {
   const std::string_view taken = text.substr(0, text.find(separator));
   text.remove_prefix(std::min(taken.size() + 1, text.size()));
@@ -68,8 +69,7 @@ void addSocketsOf(std::string_view addresses, std::vector<std::string>& sockets)
   }
 }
 
-/// Whoever opened the socket to take connections is this user: the owner of the folder alone
-/// says nothing of that.
+/// Whether this user listens at the socket: that the folder is the user's does not prove it.
 bool hasOwnListener(int socket) {
   ucred listener = {};
   socklen_t size = sizeof listener;
@@ -85,7 +85,7 @@ FileDescriptor connectTo(const std::string& name, int& error) {
     return FileDescriptor();
   }
   name.copy(address.sun_path, name.size());
-  // A name in no folder has no end but this.
+  // An abstract name may hold NULs, so only the size tells where it ends.
   const auto size =
       name.front() == '\0' ? offsetof(sockaddr_un, sun_path) + name.size() : sizeof address;
   FileDescriptor end(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
