@@ -23,8 +23,8 @@ class LaunchAgentOperation {
   const std::string& label() const { return label_; }
   Kind kind() const { return kind_; }
 
-  /// Carries it on; the first call begins it. How it ended; none while it goes on. Waits only
-  /// where the platform's attempts do.
+  /// Continues it; the first call starts it. Returns how it ended; none while it goes on. Waits
+  /// only where the platform's attempts do.
   const std::optional<Outcome>& poll();
 
   /// What the last poll said.

@@ -8,8 +8,8 @@
 namespace LaunchAgentScanner {
 
 /// Every launch agent file of the user's folder and the machine's, with its state. Those that look
-/// like AI tooling come first; then by label, in byte order; equals as found.
-/// Synchronous; never fails. Empty where the manager can't be asked: what runs is not known.
+/// like AI tooling come first; then by label, in byte order; equals as found. Synchronous; never
+/// fails. Empty when the manager can't be asked, because then nothing is known about what runs.
 std::vector<VordaLaunchAgent> scan();
 
 /// Whether label or program hold one of the words that AI tooling goes by, in any case.

@@ -11,15 +11,15 @@
 
 namespace ProcessScanner {
 
-/// A command line as the rules see it: lowered and searched once, however many rules ask.
-/// Its buffers keep their capacity from one read to the next, so that a scan allocates for
-/// its longest line only. The texts it was given must outlive their use.
+/// A command line as the rules see it: lowered and searched once for all rules. Its buffers keep
+/// their capacity from one read to the next, so that a scan allocates only for its longest line.
+/// The texts that are passed in must live as long as they are used here.
 class CommandLine {
  public:
   /// Starts over with these arguments; `joined` is the line that markers are looked for in.
   void read(std::span<const std::string_view> arguments, std::string_view joined);
 
-  /// The same for texts that are lower case already; they are taken as they are.
+  /// The same for texts that are already in lower case.
   void readLowered(std::span<const std::string_view> arguments, std::string_view lower);
 
   /// As given: neither lowered nor checked.
@@ -31,8 +31,8 @@ class CommandLine {
   /// Whether the lowered line contains any of these markers.
   bool hasAny(const MarkerSet& markers) const { return found_.intersects(markers); }
 
-  /// Whether the test holds for any lowered argument. They are lowered one by one when this
-  /// is asked: few rules do, and only for few lines.
+  /// Whether the test holds for any lowered argument. The arguments are lowered one by one only
+  /// when this is called, which few rules do, and for few lines.
   template <typename Test>
   bool anyArgument(Test test) const {
     return std::ranges::any_of(arguments_,
@@ -56,7 +56,7 @@ class CommandLine {
   bool isLowered_ = false;
   MarkerSet found_;
   std::string line_;              // lowered
-  mutable std::string argument_;  // the one that is being looked at, lowered
+  mutable std::string argument_;  // the lowered argument that is being tested
 };
 
 /// The strings as views; they must outlive the result.

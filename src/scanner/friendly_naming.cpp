@@ -54,8 +54,8 @@ std::string withoutAll(std::string_view text, std::string_view part) {
   return rest.append(text);
 }
 
-/// The name of the application bundle that a path leads into: "Foo" of /Applications/Foo.app/x,
-/// the outermost one where bundles are nested.
+/// The name of the application bundle that a path is in (the outermost if they are nested): "Foo"
+/// for /Applications/Foo.app/x.
 std::optional<std::string> bundleName(std::string_view path) {
   constexpr std::string_view kSuffix = ".app";
   std::size_t slash = path.find('/');
@@ -82,7 +82,7 @@ std::optional<std::string_view> pythonProgram(Arguments arguments) {
   return std::nullopt;
 }
 
-/// The role of what the first argument names.
+/// The role that the line has by itself, with the first argument as the executable.
 LabRole ownRole(const CommandLine& line) {
   const Arguments arguments = line.arguments();
   if (arguments.empty()) return LabRole::none;

@@ -7,11 +7,11 @@
 
 namespace ProcessScanner {
 
-/// friendlyName for a line that is read already, and of which the role is known. The two may
-/// come from different texts: the role from the raw line, the name from what of it may be shown.
+/// As friendlyName, for a line that has already been read and a role that is known. The role may
+/// come from the raw line and `line` from the masked one.
 FriendlyName nameOf(const CommandLine& line, LabRole role, std::string_view fallback);
 
-/// The same with the role that the line itself gives.
+/// The same with the role that the line itself has.
 FriendlyName nameOf(const CommandLine& line, std::string_view fallback);
 
 /// friendlyName for a process whose role is known.

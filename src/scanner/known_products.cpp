@@ -12,8 +12,8 @@ struct Component {
   std::string_view name;  // "" : no component
 };
 
-/// Recognised by any of the markers or by the name of the executable; shown under the name
-/// of the first component whose marker the line holds, else under its own.
+/// A product that is recognised by any of the markers or by the executable's name. It is shown by
+/// the name of the first component whose marker the line contains, else by its own.
 struct Product {
   MarkerSet markers;
   std::string_view exe;  // "" : recognised by markers alone
@@ -30,15 +30,15 @@ constexpr Product kTools[] = {
      "Hermes"},
     {"/ollama", "ollama", {{{"serve", "Ollama Server"}}}, "Ollama", "Ollama"},
     {"/.brevik/", "brevik", {{{"dashboard", "Brevik Dashboard"}}}, "Brevik", "Brevik"},
-    // "zentho.mcp" always holds "mcp": the bare name is for "-m zentho".
+    // "zentho.mcp" always contains "mcp", so the bare name only appears for "-m zentho".
     {{"zentho.mcp", "-m zentho"}, "", {{{"mcp", "Zentho MCP Server"}}}, "Zentho", "Zentho"},
 };
 
 constexpr Product kHelpers[] = {
     {"com.docker.vmnet", "com.docker.vmnetd", {}, "Docker network helper (root)", "Docker"},
     {"com.docker.backend", "com.docker.backend", {}, "Docker Desktop backend", "Docker"},
-    // "/Docker.app/" is never in a lowered line: Docker's own application is named as any
-    // other, after its bundle ("Docker", "App"). It is meant to stay like that.
+    // "/Docker.app/" has a capital, so it never matches a lowered line. That is intended: Docker's
+    // own application is named after its bundle like any other ("Docker", "App").
     {{"/Docker.app/", "com.docker."}, "", {}, "Docker Desktop", "Docker"},
     {"containermanagerd", "containermanagerd", {}, "Apple containermanagerd", "System"},
 };

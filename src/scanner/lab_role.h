@@ -3,8 +3,8 @@
 #include <optional>
 #include <string_view>
 
-/// What an AI workload is. The declaration order is the index; ProcessScanner::scan
-/// sorts by an order of its own.
+/// What an AI workload does. The values index tables in this order; the scan sorts in another one
+/// (process_order.h).
 enum class LabRole {
   inference,  ///< a model server or local inference runtime
   training,   ///< a training or fine-tuning job

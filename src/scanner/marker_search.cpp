@@ -18,8 +18,8 @@ constexpr std::uint8_t byteOf(char c) {
   return static_cast<std::uint8_t>(c);
 }
 
-/// How many classes of bytes the search tells apart, at the most: one for each byte that a
-/// marker holds, and one for all others.
+/// The greatest number of classes of bytes: one for each byte that occurs in a marker, and one for
+/// all others.
 constexpr std::size_t classCountOf(auto markers) {
   std::array<bool, 256> held{};
   for (const std::string_view marker : markers) {
@@ -28,7 +28,8 @@ constexpr std::size_t classCountOf(auto markers) {
   return 1 + static_cast<std::size_t>(std::ranges::count(held, true));
 }
 
-/// How many nodes their tree has: one for each beginning that any of them has, and the root.
+/// The number of nodes in the markers' tree: one for each different beginning of a marker, and the
+/// root.
 constexpr std::size_t nodeCountOf(auto markers) {
   std::ranges::sort(markers);
   std::size_t count = 1;
@@ -41,8 +42,8 @@ constexpr std::size_t nodeCountOf(auto markers) {
   return count;
 }
 
-/// The markers as a tree of their bytes' classes. Node 0 is the root, and also means "none":
-/// it is nobody's child.
+/// The markers as a tree over the classes of their bytes. Node 0 is the root. Being no node's
+/// child, it also stands for "no child".
 class Trie {
  public:
   using Node = std::uint32_t;
@@ -60,9 +61,9 @@ class Trie {
     return next(node, byteClass);
   }
 
-  /// Gives every node a successor for every class: where it has no child, the successor of
-  /// the longest proper suffix of its text that is a node too. Breadth first, so that the
-  /// suffix, being shorter, is complete.
+  /// Gives every node a successor for every class: where it has no child, the successor of the
+  /// longest proper suffix of its text that is a node too. Breadth first, so that the node of the
+  /// suffix, which is shorter, is already complete.
   void completeWithSuffixes() {
     std::vector<Node> suffix(size(), 0);
     std::vector<Node> queue{0};
@@ -133,9 +134,9 @@ MarkerSearch::MarkerSearch() {
 }
 
 MarkerSet MarkerSearch::findIn(std::string_view text) const {
-  // A step needs the step before it, so one walk alone leaves the processor waiting most of
-  // the time: four stretches are walked side by side. They overlap by all but one byte of
-  // the longest marker, so that none is missed (in a short text they are all the same).
+  // Each step depends on the one before, so that a single walk leaves the processor waiting most
+  // of the time: four parts of the text are walked at once. They overlap by one byte less than the
+  // longest marker, so that no marker is missed. In a short text all four are the same.
   constexpr std::size_t kOverlap = kLongestMarker - 1;
   const std::size_t length = std::min(text.size(), (text.size() + 3 * kOverlap + 3) / 4);
   const std::size_t lastStart = text.size() - length;

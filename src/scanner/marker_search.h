@@ -8,8 +8,8 @@
 
 #include "scanner/marker_set.h"
 
-/// Finds all markers in a text at once: an Aho-Corasick automaton, its failure links resolved
-/// into one table, so that every byte costs one look-up whatever the text holds.
+/// Finds all markers in a text at once: an Aho-Corasick automaton, its failure links resolved into
+/// one table, so that every byte costs one look-up, whatever the text.
 class MarkerSearch {
  public:
   /// Which markers occur in `text`. The automaton is built on first use.

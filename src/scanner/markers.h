@@ -86,7 +86,7 @@ inline constexpr auto kFrameworkMarkers = std::to_array<std::string_view>({
     "openai api fine_tunes",
 });
 
-/// What else the rules look for, each where the rule stands.
+/// All other texts that the rules look for.
 inline constexpr auto kOtherMarkers = std::to_array<std::string_view>({
     // servers and local runtimes
     "serve",

@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// The only two ways in which a MiB figure is written. Both round as printf does.
+/// The two ways in which an amount of memory is written. Both round as printf does.
 namespace MemoryFormat {
 
 /// "1.50 GB" from 1024 MiB on, else "512 MB". The threshold is tested before rounding.

@@ -21,7 +21,8 @@ std::string basenameModel(std::string_view model) {
   constexpr std::size_t kKeptOfLonger = 45;
 
   std::string_view base = text::lastPathComponent(model);
-  // Each ending once, in this order: "x.mlx.gguf" loses both, "x.gguf.mlx" only ".mlx".
+  // Each ending is removed once, in this order: from "x.mlx.gguf" both, from "x.gguf.mlx" only
+  // ".mlx".
   for (const std::string_view suffix : kWeightFileSuffixes) {
     if (text::lowered(base).ends_with(suffix)) base = withoutLastCharacters(base, suffix.size());
   }

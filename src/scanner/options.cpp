@@ -10,8 +10,8 @@
 namespace ProcessScanner {
 namespace {
 
-/// The arguments behind the module of `python [interpreter's options] -m MODULE ...`; all of
-/// them for any other command.
+/// For `python [options] -m MODULE ...` the arguments behind the module; for any other command all
+/// arguments.
 std::span<const std::string_view> programArguments(std::span<const std::string_view> arguments) {
   if (arguments.empty()) return arguments;
   const std::string exe = text::lowered(text::lastPathComponent(arguments[0]));

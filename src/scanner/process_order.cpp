@@ -5,7 +5,7 @@
 namespace ProcessScanner {
 namespace {
 
-/// Training jobs first: an order of its own, not that of the declaration.
+/// Training comes first: this is not the order in which the roles are declared.
 int rank(LabRole role) {
   switch (role) {
     case LabRole::training:

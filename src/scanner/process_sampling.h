@@ -20,7 +20,7 @@ class ProcessSampler {
 
   /// The last path component of the first argument, else of the executable; never empty.
   std::string_view name() const { return facts_.name; }
-  /// None of them empty.
+  /// No argument is empty.
   std::span<const std::string_view> arguments() const { return facts_.arguments; }
   /// The arguments joined by single spaces; secrets are still in it.
   std::string_view commandLine() const { return facts_.commandLine; }
@@ -30,12 +30,12 @@ class ProcessSampler {
   std::optional<std::int32_t> parent() const { return facts_.parent; }
   /// platform::ProcessFacts::startTime.
   std::optional<std::uint64_t> startTime() const { return facts_.startTime; }
-  /// Asked last: whether all that was asked since sample() is true of one process. When not,
-  /// another has its pid by now, or nobody.
+  /// To be called last: whether everything that was read since sample() belongs to one process.
+  /// When not, its pid is now another's or nobody's.
   [[nodiscard]] bool confirm() { return platform::confirmProcess(pid_, facts_); }
-  /// Of the confirmed process; none when it can't be told.
+  /// The confirmed process's platform::ProcessFacts::identity; none when it is not known.
   std::optional<std::uint64_t> identity() const { return facts_.identity; }
-  /// 0 when unknown: such a process counts as the superuser's.
+  /// 0 when unknown, so that such a process counts as root's.
   std::uint32_t uid() const { return facts_.effectiveUid.value_or(0); }
   /// In MiB; 0 when unreadable.
   double physicalFootprintMB() const;

@@ -21,7 +21,7 @@ bool isExcluded(std::string_view name) {
   return name == "kernel_task" || name == "launchd" || name == "WindowServer";
 }
 
-/// More than any name or detail needs, and little enough to be kept for thousands.
+/// Longer than any name or detail needs, and short enough to be kept for thousands of processes.
 constexpr std::size_t kLongestStoredLine = 8 << 10;
 
 std::string stored(std::string_view commandLine) {

@@ -12,9 +12,9 @@
 
 struct VordaLaunchAgent;
 
-/// Finds, recognises and names the machine's processes. Every decision is a fixed list of
-/// plain text tests over live process signals; the first test that fires decides. All of
-/// it but scan() is pure, and none of it fails: what can't be read is left out.
+/// Finds, recognises and names the machine's processes. Every decision is a fixed list of text
+/// tests on what a process shows; the first test that fires decides. All functions but scan() are
+/// pure, and none fails: what can't be read is left out.
 ///
 /// These signatures are fixed: other tools compile against them. The program itself calls scan(),
 /// which takes the same steps over views (role_classification.h, training_detection.h,
@@ -35,9 +35,9 @@ std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent
 
 // What a process is: role_classification.cpp, training_detection.cpp.
 
-/// The role of a process, from its executable name (or path), its arguments and its
-/// command line. Training is tested before inference, so a training run that mentions a
-/// server is still training; a shell or another wrapper is never anything.
+/// The role of a process, from its executable name (or path), its arguments and its command line.
+/// Training is tested before inference, so a training run that mentions a server is still
+/// training; a shell or another wrapper never has a role.
 LabRole classifyLabRole(std::string_view name, std::span<const std::string> cmdline,
                         std::string_view joined);
 
@@ -50,7 +50,7 @@ bool isTrainingProcess(std::string_view exe, std::string_view lower,
 /// Executables that only launch or wrap a workload; their processes have no role.
 const std::set<std::string_view>& wrapperExecutables();
 
-// What it is called: friendly_naming.cpp, model_name.cpp, options.cpp.
+// What a process is called: friendly_naming.cpp, model_name.cpp, options.cpp.
 
 /// What a process is called.
 struct FriendlyName {
@@ -67,13 +67,13 @@ FriendlyName friendlyName(std::span<const std::string> cmdline, std::string_view
 /// "Unknown model" when nothing is left.
 std::string basenameModel(std::string_view model);
 
-/// The value given with any of the options `names`: "--opt value" or "--opt=value". The
-/// earliest argument that matches wins, whatever the order of the names; the value may be
-/// empty ("--opt="). An option that stands last without a value is passed over.
+/// The value given with any of the options `names`: "--opt value" or "--opt=value". The first
+/// argument that matches counts, whatever the order of the names. The value may be empty
+/// ("--opt="). An option without a value at the end is ignored.
 std::optional<std::string> flag(std::span<const std::string> arguments,
                                 std::span<const std::string_view> names);
 
-// What of its command line is hidden: credentials/.
+// What is hidden in a command line: credentials/.
 
 /// The command line with every option named like a credential, and its value, replaced by
 /// one and the same text.

@@ -14,7 +14,7 @@ void ProcessTree::countAll() {
     if (Node* const parent = find(node.parent)) ++parent->uncountedChildren;
   }
 
-  // From the leaves up: a process is counted for its parent once all its own are counted.
+  // From the leaves up: a process is added to its parent's count once its own count is complete.
   std::vector<const Node*> counted;
   for (const Node& node : nodes_) {
     if (node.uncountedChildren == 0) counted.push_back(&node);

@@ -7,12 +7,12 @@
 
 namespace ProcessScanner {
 
-/// Which processes run below which: first every process is added, then all are counted, then
-/// it answers. Parents that were never added, and circles (parents are read at different
-/// moments), count for nobody. As dear as sorting the processes.
+/// Counts the processes below each process. First every process is added, then count() is called,
+/// then below() answers. Parents that were never added, and circles (possible because parents are
+/// read at different moments), are ignored. Costs as much as sorting the processes.
 class ProcessTree {
  public:
-  /// At most once for each pid.
+  /// To be called at most once for each pid.
   void add(std::int32_t pid, std::optional<std::int32_t> parent);
 
   void countAll();

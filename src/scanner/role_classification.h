@@ -7,7 +7,7 @@
 
 namespace ProcessScanner {
 
-/// classifyLabRole for a line that is read already. `exe`: the last path component of the
+/// classifyLabRole for a line that has already been read. `exe`: the last path component of the
 /// executable's name, in lower case.
 LabRole roleOf(std::string_view exe, const CommandLine& line);
 

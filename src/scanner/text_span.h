@@ -12,5 +12,5 @@ struct TextSpan {
   bool operator==(const TextSpan&) const = default;
 };
 
-/// Puts them in order and makes one of those that overlap or touch.
+/// Sorts the spans and merges those that overlap or touch.
 void mergeSpans(std::vector<TextSpan>& spans);

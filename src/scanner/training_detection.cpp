@@ -7,7 +7,7 @@
 namespace ProcessScanner {
 namespace {
 
-/// Whether this is the kind of program that trains at all.
+/// Whether this kind of program can train at all.
 bool mayTrain(std::string_view exe, const CommandLine& line) {
   return text::containsAny(exe, {"python", "torch", "deepspeed"}) || exe == "accelerate" ||
          exe == "axolotl" ||
@@ -29,13 +29,13 @@ bool hasTrainSignal(const CommandLine& line) {
 }
 
 bool namesLora(std::string_view argument) {
-  // A weights file that is called after LoRA may just as well be served.
+  // A weights file with LoRA in its name may be served as well as trained.
   return text::contains(argument, "lora") && !argument.ends_with(".gguf") &&
          !argument.ends_with(".safetensors");
 }
 
-/// The signs of LoRA in a line without a train signal. ("lora" or "adapter" anywhere, and an
-/// argument that names LoRA, are signs beside a train signal too; but that one decides alone.)
+/// Signs of LoRA in a line without a training marker. (Beside such a marker "lora" or "adapter"
+/// would count too, but then the marker alone decides.)
 bool hasLoraSignal(const CommandLine& line) {
   return line.hasAny(kLoraMarkers) ||
          (line.hasAny({"peft", "mlx_lm"}) && line.anyArgument(namesLora));

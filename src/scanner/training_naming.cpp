@@ -31,7 +31,7 @@ constexpr Method kMethods[] = {
      {},
      "LoRA fine-tune",
      kWithModel},
-    // "qlora" never gets here: it is above.
+    // A line with "qlora" never gets here: the first row takes it.
     {"lora",
      {"train", "finetune", "fine-tune", "peft", "--lora", "qlora"},
      "LoRA fine-tune",
@@ -44,7 +44,7 @@ constexpr Method kMethods[] = {
     {"torchtune", {}, "TorchTune"},
 };
 
-/// Whether an argument that belongs to no option looks like a model. `argument`: lower case.
+/// Whether an argument that is no option's value looks like a model. `argument`: lower case.
 bool looksLikeModel(std::string_view argument) {
   if (text::containsAny(argument, {"mlx-community", "huggingface"})) return true;
   if (argument.ends_with(".safetensors")) return true;

@@ -9,8 +9,8 @@
 
 #include "scanner/lab_role.h"
 
-/// One sampled process, as the menu shows it. A plain value: it owns nothing of the system.
-/// Two samples of one pid whose memory moved are different values with the same id().
+/// One sampled process, as the menu shows it. A plain value. Two samples of one process whose
+/// memory has changed are different values with the same id().
 struct VordaProcess {
   std::int32_t pid = 0;                    ///< its process id
   std::string displayName;                 ///< the readable name
@@ -24,8 +24,8 @@ struct VordaProcess {
   bool isProtected = false;                ///< owned by another user than the program's own
   std::string ownerName;                   ///< login name, else "uid " and the number
 
-  /// platform::ProcessFacts::identity: no other process with this pid has it; none when it
-  /// could not be told, and then the process is never signalled.
+  /// platform::ProcessFacts::identity: no other process with this pid has the same. None when
+  /// unknown; then the process is never signalled.
   std::optional<std::uint64_t> identity = std::nullopt;
   std::size_t processesBelow = 0;  ///< its children, their children, and so on
   bool isCommandLineCut = false;   ///< the process has more arguments than `commandLine` holds

@@ -12,20 +12,21 @@ struct Alert {
   static constexpr double kBadgeSide = 48;  ///< in points
 
   std::string messageText;             ///< the question or message, in bold
-  std::string informativeText;         ///< what there is to know of it, below
+  std::string informativeText;         ///< the explanation below it
   Style style = Style::informational;  ///< how grave it is
   Icon icon = Icon::standard;          ///< what stands beside the text
-  /// In order; the first is the default. Empty: one button that dismisses the alert. One
-  /// called "Cancel" is what Escape means.
+  /// In order; the first is the default. Empty: one button that dismisses the alert. Escape
+  /// chooses the one called "Cancel".
   std::vector<std::string> buttons;
-  /// Whether the program comes to the front for it, where a program can be behind others.
+  /// Whether the program comes to the front for this alert, on systems where it can be behind
+  /// others.
   bool activatesProgram = true;
 
   /// Field by field.
   bool operator==(const Alert&) const = default;
 };
 
-/// What FrontEnd::runModal answers for the first button; the next ones follow by one each.
+/// What FrontEnd::runModal returns for the first button; one more for each button after it.
 inline constexpr int kAlertFirstButtonReturn = 1000;
 
 /// The answer of an alert that was closed without a button.

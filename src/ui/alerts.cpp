@@ -13,8 +13,7 @@ namespace {
 
 constexpr std::size_t kShownCommandCharacters = 800;
 
-/// The beginning of the command line; where there is more a line of its own says so, and nobody
-/// takes it for the whole.
+/// The beginning of the command line, with a line that says so when it is not all of it.
 std::string shownCommand(const VordaProcess& process) {
   const std::string_view whole = process.commandLine;
   const std::string_view shown = text::firstCharacters(whole, kShownCommandCharacters);

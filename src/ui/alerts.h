@@ -8,13 +8,13 @@
 #include "scanner/vorda_process.h"
 #include "ui/alert.h"
 
-/// Every question and message that the menu's actions show, as values. Names that others
-/// chose are one harmless line each, so that they can't pass for a line of ours; only a
-/// command line, which stands last, keeps its line feeds.
+/// Every question and message that the menu's actions show, as values. A name that others chose is
+/// made one harmless line, so that it can't imitate a line of ours. Only a command line, which
+/// comes last, keeps its line feeds.
 namespace Alerts {
 
-/// Whether an outcome with this title is shown at all: only failures are. The menu's own
-/// change is the feedback of a success.
+/// Whether a result with this title is shown: only failures are. After a success the change in the
+/// menu is feedback enough.
 bool isShown(std::string_view title);
 
 /// How an action ended.

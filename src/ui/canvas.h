@@ -42,11 +42,11 @@ class Canvas {
   virtual void strokeRoundedRect(const Rectangle& rect, double radius, const Color& color,
                                  double lineWidth) = 0;
 
-  /// Keeps the state that clipping changes, until restoreState().
+  /// Saves the state that clipping changes, for restoreState().
   virtual void saveState() = 0;
-  /// Lets nothing be painted outside of this rectangle any more.
+  /// From now on nothing is painted outside of this rectangle.
   virtual void clipToRoundedRect(const Rectangle& rect, double radius) = 0;
-  /// Goes back to the last state that was kept.
+  /// Restores the state that was saved last.
   virtual void restoreState() = 0;
 };
 

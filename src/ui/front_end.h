@@ -7,16 +7,16 @@
 #include "ui/alert.h"
 #include "ui/menu.h"
 
-/// Work that waits for its time. Forgetting the handle does not cancel the work.
+/// Work that will run later. Destroying this handle does not cancel the work.
 class ScheduledWork {
  public:
   virtual ~ScheduledWork() = default;
-  /// From now on the work does not run (any more). Harmless when it has run.
+  /// The work does not run any more. Does nothing when it has already run.
   virtual void cancel() = 0;
 };
 
-/// Whom a front end tells what happens to its menu: the controller, or a test. It tells of the
-/// whole menu alone, not of the submenus.
+/// Is told by a front end what happens to its menu: the controller, or a test. Only the whole
+/// menu's opening and closing is reported, not that of submenus.
 class MenuDelegate {
  public:
   virtual ~MenuDelegate() = default;
@@ -26,13 +26,12 @@ class MenuDelegate {
   virtual void menuWillOpen() = 0;
   virtual void menuDidClose() = 0;
 
-  /// The user chose this item. It shares the life of its menu.
+  /// The user chose this item. The pointer keeps the item's menu alive.
   virtual void perform(std::shared_ptr<const MenuItem> item) = 0;
 };
 
-/// What shows the menu. It shows and reports and decides nothing: it tells a MenuDelegate what
-/// happens to the menu, and does what the controller asks of it here. All calls, both ways, are
-/// on one thread.
+/// Shows the menu. It decides nothing: it reports to a MenuDelegate what happens to the menu, and
+/// does what the controller asks of it here. All calls in both directions are on one thread.
 class FrontEnd {
  public:
   virtual ~FrontEnd() = default;
@@ -43,23 +42,23 @@ class FrontEnd {
   /// Its tooltip: lines joined by "\n".
   virtual void setToolTip(const std::string& toolTip) = 0;
 
-  /// The menu was built anew: this one is shown from now on. Who holds it may still show the one
-  /// before; it never changes, but for the strip.
+  /// There is a new menu, which is to be shown from now on. A menu never changes but for its
+  /// strip, so the old one can still be shown while it is open.
   virtual void menuRebuilt(std::shared_ptr<const Menu> menu) = 0;
 
   /// The strip alone has new segments or pressure: draw it again, touch nothing else.
   virtual void stripChanged(const MemoryPressureView& strip) = 0;
 
-  /// What the user is to know without having asked, beside the menu: lines joined by "\n"; ""
-  /// for nothing (any more). A front end without a place for it leaves it out: what it is about
-  /// says so in its submenu, too.
+  /// A text to show outside of the menu, which the user has not asked for: lines joined by "\n";
+  /// "" removes it. A front end without a place for it ignores it, because the submenu of the
+  /// process says the same.
   virtual void setNotice(const std::string& notice) = 0;
 
   /// Closes the menu if it is open.
   virtual void cancelTracking() = 0;
 
-  /// Shows the alert and waits for the answer: kAlertFirstButtonReturn plus the button's
-  /// place, or kAlertDismissed. Timers go on meanwhile.
+  /// Shows the alert and waits for the answer: kAlertFirstButtonReturn plus the button's place, or
+  /// kAlertDismissed. Timers keep running in the meantime.
   virtual int runModal(const Alert& alert) = 0;
 
   /// Runs `work` every `seconds`, also while the menu is open.

@@ -20,7 +20,8 @@ void StatusBarController::unloadByLabel(Sender sender) {
   if (label == nullptr) return;
   const auto launchAgent = std::ranges::find(allLaunchAgents_, *label, &VordaLaunchAgent::label);
   if (launchAgent == allLaunchAgents_.end()) return;
-  confirmUnload(VordaLaunchAgent(*launchAgent));  // a copy: the list changes while it asks
+  confirmUnload(VordaLaunchAgent(
+      *launchAgent));  // a copy, because the list changes while the question is open
 }
 
 void StatusBarController::confirmUnload(const VordaLaunchAgent& launchAgent) {
@@ -53,7 +54,7 @@ void StatusBarController::beginOperation(LaunchAgentOperation operation) {
   refresh();
 }
 
-/// An outcome waits until nothing is open that its alert, or the menu's change, would disturb.
+/// Outcomes are shown only while neither the menu nor an alert is open, which they would disturb.
 void StatusBarController::lookAfterOperations() {
   for (LaunchAgentOperation& operation : launchAgentOperations_) operation.poll();
   while (!menuIsOpen_ && actionsUnderWay_ == 0) {

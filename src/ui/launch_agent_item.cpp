@@ -11,7 +11,7 @@
 namespace MenuConstruction {
 namespace {
 
-// A pid decides before `loaded` does: the two may disagree, and then both are shown.
+// A pid counts more than `loaded`. The two may disagree, and then both are shown.
 std::string statusText(const VordaLaunchAgent& launchAgent,
                        std::optional<LaunchAgentOperation::Kind> underWay) {
   if (underWay) return *underWay == LaunchAgentOperation::Kind::stop ? "stopping…" : "starting…";
@@ -23,7 +23,8 @@ std::string statusText(const VordaLaunchAgent& launchAgent,
 
 MenuItem launchAgentItem(const VordaLaunchAgent& launchAgent,
                          std::optional<LaunchAgentOperation::Kind> underWay) {
-  // One that is starting can be stopped, loaded or not yet: it may never come to an end.
+  // One that is starting can be stopped even if it is not loaded yet, because its start may never
+  // end.
   const bool stops = launchAgent.loaded || underWay == LaunchAgentOperation::Kind::start;
   MenuItem command =
       stops ? MenuBuilders::command("Stop / unload", Action::unloadLaunchAgent, launchAgent)

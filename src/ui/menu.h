@@ -31,11 +31,12 @@ enum class Action {
   openMenu,  ///< the front end's own: open the whole menu in a window of its own
 };
 
-/// What an item's action acts on, as it was when the menu was built.
+/// What an item's action acts on, copied when the menu was built.
 using RepresentedObject =
     std::variant<std::monostate, std::int32_t, std::string, VordaProcess, VordaLaunchAgent>;
 
-/// A process that an item speaks of, told apart from a later one with the same pid.
+/// The process that an item is about. The identity tells it from a later process with the same
+/// pid.
 struct ProcessReference {
   std::int32_t pid = 0;                   ///< its process id
   std::optional<std::uint64_t> identity;  ///< VordaProcess::identity
@@ -49,13 +50,13 @@ struct MenuItem {
   /// What stands in the line: text, a thin rule, or the strip.
   enum class Kind { item, separator, strip };
 
-  Kind kind = Kind::item;    ///< what stands in the line
-  std::string title;         ///< as the user is to read it: front ends escape it for their toolkit
-  TextSpan name;             ///< the part of the title that somebody else chose; empty for none
-  bool enabled = true;       ///< false: a grey label
-  std::string toolTip;       ///< lines joined by "\n"; "" for none
-  std::optional<Color> dot;  ///< the colour of the dot before the title
-  Action action = Action::none;               ///< what choosing it does
+  Kind kind = Kind::item;        ///< what stands in the line
+  std::string title;             ///< as the user reads it; front ends escape it for their toolkit
+  TextSpan name;                 ///< the part of the title that somebody else chose; empty for none
+  bool enabled = true;           ///< false: a grey label
+  std::string toolTip;           ///< lines joined by "\n"; "" for none
+  std::optional<Color> dot;      ///< the colour of the dot before the title
+  Action action = Action::none;  ///< what choosing it does
   RepresentedObject representedObject;        ///< what the action acts on
   std::optional<ProcessReference> process;    ///< the process of this row or submenu item
   std::shared_ptr<MemoryPressureView> strip;  ///< set on the strip's item alone

@@ -6,10 +6,10 @@
 
 #include "ui/menu.h"
 
-/// The kinds of plain item that the menu is made of.
+/// Makes the plain items of the menu.
 namespace MenuBuilders {
 
-/// A grey line that only tells something.
+/// A grey line that can't be chosen.
 inline MenuItem label(std::string title) {
   return {.title = std::move(title), .enabled = false};
 }
@@ -29,7 +29,6 @@ inline MenuItem named(std::string before, std::string_view name, std::string_vie
   return item;
 }
 
-/// What keeps two sections apart.
 inline MenuItem separator() {
   return {.kind = MenuItem::Kind::separator};
 }

@@ -18,12 +18,12 @@ struct MenuContent {
   const std::vector<VordaProcess>& processes;         ///< in the scan's order
   const std::vector<VordaLaunchAgent>& launchAgents;  ///< those of interest
   SystemMemory::Snapshot sys;                         ///< the whole machine's memory
-  const QuitRequests* quits = nullptr;                ///< what was asked of them, if anything was
+  const QuitRequests* quits = nullptr;                ///< the requests to quit, if there are any
   /// What launch agents are being asked to do; those that have ended count no more.
   std::span<const LaunchAgentOperation> launchAgentOperations = {};
 };
 
-/// Says what stands in the menu: a function of what was sampled, and nothing else.
+/// Builds the menu from what was sampled, and from nothing else.
 namespace MenuConstruction {
 
 /// How many rows a section has at most, and the strip segments.
@@ -42,7 +42,7 @@ inline constexpr const char* kServersHeader = "— Model servers —";
 inline constexpr const char* kToolsHeader = "— Agents & tools —";
 inline constexpr const char* kLaunchAgentsHeader = "— Auto-start agents —";
 ///@}
-/// How the summary's lines begin that add rows up.
+/// The beginnings of the summary's lines that add up a section.
 ///@{
 inline constexpr const char* kLargestSummary = "Largest ";
 inline constexpr const char* kTrainingSummary = "Training / fine-tunes";
@@ -52,8 +52,7 @@ inline constexpr const char* kServersSummary = "Model servers";
 /// Every item of the root menu; the first is the strip's.
 Menu build(const MenuContent& content);
 
-/// A process's row and its submenu, all speaking of this very process. `asked` stands above
-/// Quit, line by line.
+/// A process's row and its submenu. The lines of `asked` are shown above "Quit".
 MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked = {});
 
 /// A launch agent's row and its submenu. `underWay`: what it is being asked to do, and so can't

@@ -10,8 +10,8 @@ namespace {
 
 constexpr double kRescanDelays[] = {0.25, 1.0, 2.5};  // seconds
 
-/// The process with this pid that the sender's row spoke of when the menu was built; for a
-/// sender that is no row's, the one that has the pid now.
+/// The process that the sender's row was about when the menu was built. For a sender that belongs
+/// to no row, the process that has the pid now.
 ProcessReference meantProcess(std::int32_t pid, const MenuItem& sender) {
   if (sender.process && sender.process->pid == pid) return *sender.process;
   return {pid, platform::processIdentity(pid)};
@@ -45,8 +45,8 @@ void StatusBarController::forceProcess(Sender sender) {
 }
 
 void StatusBarController::confirmForceQuit(const Alert& question, const ProcessReference& process) {
-  // A process that has ended needs no question. Its identity is looked at again when the
-  // signal is sent: the question may stand for hours.
+  // A process that has ended needs no question. Its identity is checked again when the signal is
+  // sent, because the question may be open for hours.
   std::pair<bool, std::string> answer = ProcessTerminator::alreadyGone(process.pid);
   if (!isGone(process)) {
     if (frontEnd_.runModal(question) != kAlertFirstButtonReturn) return;
@@ -86,8 +86,8 @@ void StatusBarController::notify(const std::string& title, const std::string& me
 }
 
 void StatusBarController::removeFromListOptimistically(std::int32_t pid) {
-  // First the menu is closed: a front end may report that at once, and the sample that
-  // then follows can still hold the process.
+  // The menu is closed before the process is removed here: a front end may report the closing at
+  // once, and the refresh that follows may still find the process.
   frontEnd_.cancelTracking();
   std::erase_if(processes_, [pid](const VordaProcess& process) { return process.pid == pid; });
   rebuildMenu();
@@ -101,7 +101,8 @@ void StatusBarController::schedulePostQuitRescans() {
   }
 }
 
-/// Each quit has its own: another one, which puts off the re-scans, does not stop it.
+/// Each quit has a clock of its own, so that another quit, which restarts the re-scans, does not
+/// stop it.
 void StatusBarController::startQuitClock(const ProcessReference& process) {
   const auto shown = std::ranges::find(processes_, process.pid, &VordaProcess::pid);
   const bool isAsked =

@@ -23,16 +23,17 @@ constexpr std::array<Color, 8> kPalette{{
 
 constexpr std::int64_t kLeastHash = std::numeric_limits<std::int64_t>::min();
 
-/// The polynomial with its sign.
+/// The polynomial hash before its sign is dropped.
 std::int64_t signedHash(std::string_view text) {
-  std::uint64_t bits = 0;  // unsigned: here wrapping is defined
+  std::uint64_t bits = 0;  // unsigned, because only there wrapping is defined
   for (const char byte : text) bits = bits * 31 + static_cast<unsigned char>(byte);
   return static_cast<std::int64_t>(bits);
 }
 
 std::size_t paletteIndex(std::string_view key) {
   const std::int64_t hash = signedHash(key);
-  if (hash == kLeastHash) return 0;  // whoever names a process may choose such a key
+  if (hash == kLeastHash)
+    return 0;  // stableHash would abort, and anybody can name a process like this
   return static_cast<std::size_t>(hash < 0 ? -hash : hash) % kPalette.size();
 }
 

@@ -17,7 +17,7 @@ using MenuBuilders::label;
 using MenuBuilders::named;
 using MenuBuilders::separator;
 
-/// The words of a process that others chose, as they are shown.
+/// The texts of a process that others chose, made safe to show.
 struct Words {
   explicit Words(const VordaProcess& process)
       : name(text::displayName(process.displayName)),
@@ -41,7 +41,7 @@ std::string processToolTip(const VordaProcess& process, const Words& words) {
          (process.isProtected ? " (protected)" : "") + "\nColor matches the pressure strip above.";
 }
 
-/// Most programs take those that they started with them.
+/// The processes below, which mostly end together with this one.
 std::string belowText(std::size_t processes) {
   return std::to_string(processes) +
          (processes == 1 ? " other process runs below it" : " other processes run below it");

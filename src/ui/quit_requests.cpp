@@ -16,9 +16,10 @@ constexpr std::uint64_t kMinute = 60 * kSecond;
 constexpr std::uint64_t kHour = 60 * kMinute;
 constexpr std::size_t kMostLines = 3;
 
-/// None when this very process is not there any more.
+/// The state of exactly this process; none when it is gone.
 std::optional<ProcessState> stateOf(const ProcessReference& process) {
-  // The identity is read last: the process that has it now has had the pid since it started.
+  // The identity is read after the state: if it is still the same, the state was that of this
+  // process.
   const auto state = platform::processState(process.pid);
   const auto identity = platform::processIdentity(process.pid);
   const bool isSame = identity && identity == process.identity;
@@ -26,7 +27,7 @@ std::optional<ProcessState> stateOf(const ProcessReference& process) {
   return state.value_or(ProcessState::runs);
 }
 
-/// A Mac's clock can be set back.
+/// Never negative, because a Mac's clock can be set back.
 std::uint64_t ageOf(std::uint64_t askedAt) {
   const std::uint64_t now = platform::processClock();
   return now > askedAt ? now - askedAt : 0;

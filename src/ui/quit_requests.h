@@ -10,29 +10,30 @@
 /// The processes that were asked to quit and are still there.
 class QuitRequests {
  public:
-  static constexpr double kPatience = 3;  ///< seconds that a process has before anything is said
+  static constexpr double kPatience =
+      3;  ///< in seconds: after that the user is told that a process is still there
 
-  /// This process was asked to quit just now; `name` is what its row called it. False when it is
-  /// not there any more. An earlier request to it counts no more.
+  /// Notes that this process was just asked to quit; `name` is its name in the menu. False when it
+  /// is already gone. Replaces an earlier request to the same process.
   bool add(const ProcessReference& process, const std::string& name);
 
-  /// The request that this process was sent last is kPatience old.
+  /// Notes that the last request to this process, sent at `askedAt`, is now kPatience old.
   void runOut(const ProcessReference& process, std::uint64_t askedAt);
 
-  /// It was not asked, but forced.
+  /// Forgets the request, because the process was force-quit.
   void forget(const ProcessReference& process);
 
-  /// Forgets those that have ended meanwhile.
+  /// Forgets the processes that have ended.
   void update();
 
   /// When it was asked, on platform::processClock(); 0 when it was not.
   std::uint64_t askedAt(const ProcessReference& process) const;
 
-  /// What to say at once of those that had their time, the latest first: lines joined by "\n",
-  /// three at most, each for a minute; "" for nothing.
+  /// The text to show about processes that are still there after kPatience: lines joined by "\n",
+  /// the latest first, at most three, each for a minute; "" for none.
   std::string notice() const;
 
-  /// What the process's submenu says of it, line by line.
+  /// The lines about the request in the process's submenu.
   std::vector<std::string> linesOf(const ProcessReference& process) const;
 
  private:
@@ -40,7 +41,7 @@ class QuitRequests {
     ProcessReference process;
     std::string name;
     std::uint64_t askedAt = 0;
-    bool isOver = false;  ///< its time
+    bool isOver = false;  ///< its patience has run out
     bool isStopped = false;
   };
   const Request* find(const ProcessReference& process) const;

@@ -2,16 +2,16 @@
 
 #include <string>
 
-/// The parts that a menu's row is made of: a name, a figure, a state. They stand in a fixed order,
-/// and a name may be in a script that is written from right to left.
+/// The parts of a menu's row: a name, a figure, a state. Their order is fixed, even if a name is
+/// in a script that is written from right to left.
 namespace RowParts {
 
-/// What stands between them.
+/// Separates the parts.
 inline constexpr const char* kSeparator = "  ·  ";
 
-/// `row` so that whoever lays it out puts its parts from left to right: one that begins with a
-/// name in Hebrew would be turned around, and show its figure first. Marks that are not seen
-/// (U+200E) are added for that where they are needed; a row in other scripts stays as it is.
+/// `row` with invisible marks (U+200E) where they are needed to keep its parts from left to right.
+/// Without them a row that begins with a Hebrew name would be laid out from right to left, the
+/// figure first. Rows without such scripts are not changed.
 std::string leftToRight(std::string row);
 
 }  // namespace RowParts

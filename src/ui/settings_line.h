@@ -14,7 +14,7 @@ inline constexpr int kHeight = 260;
 inline constexpr int kPadding = 24;
 ///@}
 
-/// The kinds of type, from the largest to the smallest but for `body`, which is the usual one.
+/// The kinds of font: `body` is the usual one; the others go from the largest to the smallest.
 enum class Font { body, title2Bold, caption, caption2 };
 /// How strongly a line stands out.
 enum class Foreground { primary, secondary, tertiary };

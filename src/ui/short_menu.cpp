@@ -33,7 +33,7 @@ Items summary(const Menu& full) {
   return {first, std::find_if(first, full.items.end(), isSeparator)};
 }
 
-/// What stands below a header; empty when the menu has no such section.
+/// The rows below a header; empty when the menu has no such section.
 Items section(const Menu& full, std::string_view header) {
   const auto found = std::ranges::find_if(
       full.items, [header](const MenuItem& item) { return !item.enabled && item.title == header; });
@@ -42,7 +42,8 @@ Items section(const Menu& full, std::string_view header) {
   return {first, std::find_if(first, full.items.end(), isSeparator)};
 }
 
-/// A row that opens its submenu apart. What is no row stays as it is.
+/// The row with the action that opens its submenu as a separate menu. Items without a submenu are
+/// not changed.
 MenuItem plainRow(MenuItem row) {
   if (!row.submenu.empty()) row.action = Action::openRow;
   return row;
@@ -54,7 +55,7 @@ Items plainRows(Items rows, std::size_t limit) {
   return rows;
 }
 
-/// `line` says what the section is.
+/// A section as a submenu; `line` is its title.
 MenuItem sectionItem(const MenuItem& line, const Items& rows, std::size_t limit) {
   MenuItem item{.title = line.title, .name = line.name};
   const bool allFit = rows.size() <= limit;
@@ -69,7 +70,7 @@ std::string bare(std::string_view header) {
   return std::string(header.substr(kDash.size(), header.size() - 2 * kDash.size()));
 }
 
-/// A section under the line of the summary that sums it up, or else under its header.
+/// Adds a section, titled with the summary's line about it if there is one, else with its header.
 void addSection(Items& items, const Items& summary, std::string_view beginning,
                 std::string_view header, const Items& rows, std::size_t limit) {
   if (rows.empty()) return;
@@ -88,7 +89,8 @@ void addCommand(Items& items, const Menu& full, Action action) {
 }  // namespace
 
 Room roomOn(int screenLines) {
-  // The shell's panel and margins, five processes and the rest, eight rows of a section.
+  // The shell's panel and margins; five processes and all other items; eight rows of an open
+  // section.
   constexpr int kLinesForAll = 58 + 605 + 8 * 39;
   return screenLines >= kLinesForAll ? Room::plenty : Room::little;
 }
@@ -102,7 +104,7 @@ Menu of(const Menu& full, Room room) {
   Items& items = menu.items;
   items.push_back(full.items.front());
   items.push_back(MenuBuilders::command("Open Vorda…", Action::openMenu));
-  // Who is the largest stands right below.
+  // The summary's other lines are not needed: the largest processes follow right below.
   if (!lines.empty()) items.push_back(lines.front());
   items.push_back(MenuBuilders::separator());
   Items largest = section(full, kTopHeader);

@@ -4,8 +4,8 @@
 
 #include "ui/menu.h"
 
-/// The menu for somebody who draws it without being able to scroll it, and draws no dot on a row
-/// that has a submenu. It is made of the menu itself, so that the two never disagree.
+/// A short form of the menu, for a host that can't scroll it and draws no dot on a row with a
+/// submenu. It is made from the full menu, so that the two never disagree.
 namespace ShortMenu {
 
 /// How much of it the screen can show.
@@ -14,10 +14,10 @@ enum class Room {
   little,  ///< less: the largest processes have a submenu, too, and submenus are shorter
 };
 
-/// On a screen that many lines high, in points. GNOME Shell's rows are 39 lines high.
+/// For a screen of this height, in points. GNOME Shell's rows are 39 points high.
 Room roomOn(int screenLines);
 
-/// How many processes and how many rows of a section it has at most.
+/// The most processes at the top, and the most rows of a section.
 ///@{
 inline constexpr std::size_t kMaxLargest = 5;
 inline constexpr std::size_t kMaxRows = 8;  ///< where there are more, the last one says so
@@ -25,9 +25,9 @@ inline constexpr std::size_t kMaxRowsInLittleRoom = 5;
 ///@}
 
 /// From top to bottom: the strip, Action::openMenu, the machine's memory, the largest processes,
-/// each section that has rows as a submenu, "About" and "Quit". A section that the summary adds up
-/// has that line for its title. A row acts by Action::openRow; its submenu is what that opens, and
-/// is not meant to be shown in its place.
+/// each section that has rows as a submenu, "About" and "Quit". Where the summary has a line that
+/// adds up a section, that line is the section's title. A process's row has Action::openRow; its
+/// submenu is what that action opens, and is not to be shown as a submenu.
 Menu of(const Menu& full, Room room = Room::plenty);
 
 /// What Action::openRow opens: the row's title, then its submenu.

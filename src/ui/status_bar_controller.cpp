@@ -36,7 +36,7 @@ void StatusBarController::menuDidClose() {
   refresh();
 }
 
-/// `item` stays when the menu is built anew while its action runs.
+/// `item` stays valid even if a new menu is built while its action runs.
 void StatusBarController::perform(std::shared_ptr<const MenuItem> item) {
   const ActionUnderWay performing(actionsUnderWay_);
   const MenuItem& sender = *item;
@@ -86,7 +86,8 @@ void StatusBarController::refreshNow() {
 }
 
 void StatusBarController::sample() {
-  processes_.clear();  // so that long command lines are not held twice
+  processes_
+      .clear();  // before the scan, so that two samples' command lines are never in memory at once
   allLaunchAgents_ = LaunchAgentScanner::scan();
   processes_ = ProcessScanner::scan(kMinMemMB, allLaunchAgents_);
   launchAgents_.clear();

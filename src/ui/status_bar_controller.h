@@ -39,7 +39,7 @@ class StatusBarController : public MenuDelegate {
   const std::vector<VordaProcess>& processes() const { return processes_; }
   const std::vector<VordaLaunchAgent>& launchAgents() const { return launchAgents_; }
   ///@}
-  /// Whether the front end has told that its menu opened, and not yet that it closed.
+  /// Whether the front end has reported that its menu has opened, and not yet that it has closed.
   bool menuIsOpen() const { return menuIsOpen_; }
 
   void menuNeedsUpdate() override;
@@ -50,7 +50,7 @@ class StatusBarController : public MenuDelegate {
  private:
   using Sender = const MenuItem&;
 
-  /// Counts one action for as long as it runs, with all the alerts that it shows.
+  /// Counts an action as running for its lifetime, alerts included.
   class [[nodiscard]] ActionUnderWay {
    public:
     explicit ActionUnderWay(int& count) : count_(count) { ++count_; }
@@ -63,16 +63,16 @@ class StatusBarController : public MenuDelegate {
   };
 
   // Refresh cycle.
-  /// Samples, and shows what was found: in the menu, or while it is open in its strip alone.
+  /// Takes a sample and shows it: in a new menu, or only in the strip while the menu is open.
   void refresh();
   /// The same, in an open menu too.
   void refreshNow();
-  /// Takes the sample, and shows it everywhere but in the menu.
+  /// Takes the sample, and shows it in title, tooltip and notice, not in the menu.
   void sample();
   void updateStatusItem();
   void updateStrip();
   void rebuildMenu();
-  /// refresh(), as long as the controller is there.
+  /// A function that calls refresh(), or does nothing once the controller is destroyed.
   std::function<void()> weakRefresh();
 
   // Process actions.
@@ -111,8 +111,8 @@ class StatusBarController : public MenuDelegate {
   int actionsUnderWay_ = 0;
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
   QuitRequests quitRequests_;
-  std::string notice_;  ///< as the front end was told
+  std::string notice_;  ///< what the front end was last told
   bool menuIsOpen_ = false;
-  /// Timers and delayed work hold this weakly: it is gone when the controller is.
+  /// Timers and delayed work hold a weak pointer to this, which expires with the controller.
   std::shared_ptr<StatusBarController*> self_;
 };

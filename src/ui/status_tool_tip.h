@@ -5,15 +5,14 @@
 
 #include "scanner/vorda_process.h"
 
-/// What the program's icon says when the pointer rests on it. Lines are joined by "\n"; no
-/// process's name makes one of its own.
+/// The tooltip of the program's icon. Lines are joined by "\n"; a process's name can't add a line.
 namespace StatusToolTip {
 
 /// Before the first sample.
 std::string beforeSample();
 
-/// Names the largest of `processes`, the first of equals, when it holds 512 MiB or more; else
-/// says every how many seconds they are looked at.
+/// Names the largest of `processes` (of equal ones the first) if it has 512 MiB or more; else says
+/// how often the processes are sampled.
 std::string of(const std::vector<VordaProcess>& processes, double refreshInterval);
 
 }  // namespace StatusToolTip

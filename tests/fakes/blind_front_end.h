@@ -7,12 +7,11 @@
 
 #include "ui/front_end.h"
 
-/// A front end that shows nothing, and a timer that is wound by hand. It dismisses every alert,
-/// and does no work that waits. Whoever times the program or leads it from outside includes
-/// this: it takes no test framework.
+/// A front end that shows nothing, with a timer that is run by hand. It dismisses every alert and
+/// never runs delayed work. It needs no test framework, so that benchmarks can use it.
 class BlindFrontEnd : public FrontEnd {
  public:
-  /// Does the work that was to be done regularly, as if its time had come. There has to be some.
+  /// Runs the repeated work once, as if its time had come. There must be such work.
   void runTimer() { timer_(); }
 
   void setTitle(const std::string&) override {}

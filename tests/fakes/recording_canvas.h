@@ -6,7 +6,7 @@
 #include "text/format.h"
 #include "ui/canvas.h"
 
-/// Writes down what is drawn, one line a command: "fillRect (x y width height) rgba(r g b a)".
+/// Records what is drawn, one line for each command: "fillRect (x y width height) rgba(r g b a)".
 /// Figures have six significant digits.
 class RecordingCanvas : public Canvas {
  public:

@@ -8,8 +8,8 @@
 
 #include "ui/front_end.h"
 
-/// A front end without a screen and a clock that a test winds by hand. It remembers all that
-/// it was shown.
+/// A front end without a screen, whose clock the test moves. It remembers everything that it was
+/// given to show.
 class ScriptedFrontEnd : public FrontEnd {
  public:
   std::string title;
@@ -20,13 +20,13 @@ class ScriptedFrontEnd : public FrontEnd {
   int terminations = 0;
   std::vector<std::string> notices;  ///< every notice set, in order
   std::vector<Alert> alerts;         ///< every alert shown, in order
-  std::deque<int> answers;           ///< taken one an alert; none left: the first button
+  std::deque<int> answers;  ///< one is taken for each alert; when none is left, the first button
   /// Runs while an alert is open: a test can change the machine meanwhile.
   std::function<void(const Alert&)> whileAlertIsOpen;
   /// Runs when the menu is told to close.
   std::function<void()> whenTrackingIsCancelled;
 
-  /// Winds the clock on; runs what is due, in the order of its time.
+  /// Moves the clock on and runs what is due, in the order of its time.
   void advance(double seconds);
   /// How many pieces of work are waiting.
   std::size_t pendingWork() const;

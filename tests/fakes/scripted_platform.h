@@ -12,7 +12,7 @@
 #include "platform/processes.h"
 #include "platform/words.h"
 
-/// A process, with what the machine tells of it.
+/// A process, with what the machine says about it.
 struct ScriptedProcess {
   std::int32_t pid = 0;
   std::vector<std::string> arguments;
@@ -35,7 +35,7 @@ struct ScriptedSignal {
   bool operator==(const ScriptedSignal&) const = default;
 };
 
-/// A whole machine as a script: it answers every function of platform/*.h for the tests that
+/// A whole machine as a value. It implements every function of platform/*.h for the tests that
 /// link it, and remembers what it was asked to do.
 struct ScriptedPlatform {
   std::int32_t ownPid = 4242;
@@ -53,7 +53,7 @@ struct ScriptedPlatform {
   /// What the attempts to stop and to start a launch agent answer, in their order.
   std::vector<platform::ServiceReply> stopReplies{{0, ""}};
   std::vector<platform::ServiceReply> startReplies{{0, ""}};
-  bool attemptsGoOn = false;  ///< no attempt ends meanwhile
+  bool attemptsGoOn = false;  ///< while true, no attempt ends
 
   platform::Words words = platform::kLinuxWords;
   std::uint64_t clock = 1'000'000'000;  ///< in nanoseconds
@@ -69,14 +69,14 @@ struct ScriptedPlatform {
   std::optional<Fault> fault;
   int calls = 0;  ///< so far
 
-  /// Runs whenever a process is about to be held for a signal: a test can change the machine
-  /// meanwhile.
+  /// Called when a process is about to be held for a signal, so that a test can change the
+  /// machine.
   std::function<void(std::int32_t pid)> beforeSignal;
 
-  /// Runs whenever a process that is held for a signal has told its owner.
+  /// Called when the owner of a process that is held for a signal has been read.
   std::function<void(std::int32_t pid)> afterOwner;
 
-  /// Runs whenever all has been asked of a process but whether it is still the same.
+  /// Called when everything about a process has been read, before confirmProcess.
   std::function<void(std::int32_t pid)> beforeConfirm;
 
   // What the program did.
@@ -90,12 +90,12 @@ struct ScriptedPlatform {
   int dockerDesktopOpened = 0;
 
   ScriptedProcess* find(std::int32_t pid);
-  /// Counts one call; true: it is to fail.
+  /// Counts one call; true if it has to fail.
   bool nextCallFails();
 };
 
-/// The machine that the running test talks to.
+/// The machine that the running test uses.
 ScriptedPlatform& machine();
 
-/// Puts a fresh machine in its place; call it first in each test.
+/// Replaces it by a fresh machine. To be called first in each test.
 void resetMachine();

@@ -34,7 +34,7 @@ QLabel* iconLabel(const Alert& alert, const QWidget& dialog) {
 
 constexpr auto kWrap = QTextOption::WrapAtWordBoundaryOrAnywhere;
 
-/// How high `text` is in lines of `width`; measuring ends once it is more than `limit`.
+/// The height of `text` when wrapped to `width`. Measuring stops when it exceeds `limit`.
 double wrappedHeight(const QString& text, const QFont& font, int width, double limit) {
   double height = 0;
   for (const QString& paragraph : text.split('\n')) {
@@ -55,8 +55,9 @@ double wrappedHeight(const QString& text, const QFont& font, int width, double l
   return height;
 }
 
-/// Text to read and to copy, in a given width: as high as the text needs, up to a limit
-/// from which on it scrolls. Never interprets markup; breaks what has no blanks.
+/// Text to read and to copy. It has a given width and the height that the text needs, up to a
+/// limit; beyond that it scrolls. Markup is not interpreted, and words that are too long are
+/// broken.
 class TextBox : public QPlainTextEdit {
  public:
   TextBox(const QString& text, const QFont& font, int width, int heightLimit);
@@ -82,7 +83,7 @@ TextBox::TextBox(const QString& text, const QFont& font, int width, int heightLi
 
 }  // namespace
 
-// No way to minimize it: it has no place in a task bar to be found again.
+// It can't be minimized, because it is in no task bar where it could be found again.
 AlertDialog::AlertDialog(const Alert& alert)
     : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                            Qt::WindowCloseButtonHint) {

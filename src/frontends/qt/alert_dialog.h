@@ -4,16 +4,16 @@
 
 #include "ui/alert.h"
 
-/// A modal alert: its buttons in the alert's order, the first the default. Whatever the
-/// texts hold, they are shown as plain text, and a long one scrolls.
+/// A modal alert with its buttons in the alert's order, the first as the default. All texts are
+/// shown as plain text; a long one scrolls.
 class AlertDialog : public QDialog {
  public:
   explicit AlertDialog(const Alert& alert);
 
-  /// What FrontEnd::runModal has to answer, once the dialog has closed.
+  /// What FrontEnd::runModal returns, once the dialog has closed.
   int answer() const { return answer_; }
 
-  /// Escape, and closing the window: the button "Cancel" where there is one.
+  /// Called for Escape and when the window is closed: chooses "Cancel" if there is such a button.
   void reject() override;
 
  private:

@@ -24,7 +24,7 @@ std::string displayName() {
   return wayland.empty() || x11.empty() ? wayland + x11 : wayland + " or " + x11;
 }
 
-/// Qt tells in several lines, and then by an abort, what a user can use in one.
+/// Replaces Qt's messages of several lines, followed by an abort, by one line that helps the user.
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
   if (!connected) {
     if (type != QtFatalMsg) return;
@@ -41,8 +41,8 @@ void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& messa
   }
 }
 
-/// Libraries below Qt print these as they are when they can make nothing of them; with control
-/// characters in it, nobody can.
+/// Unsets variables with control characters: libraries below Qt print values that they don't
+/// understand unchanged, and these would reach the terminal.
 void forgetUnusableVariables() {
   for (const char* name : {"FC_LANG", "LANG", "LC_ALL", "LC_CTYPE", "SESSION_MANAGER"}) {
     const std::string value = variable(name);
@@ -50,7 +50,7 @@ void forgetUnusableVariables() {
   }
 }
 
-/// What Qt is to try, in order.
+/// The platforms that Qt tries, in order.
 std::string platforms() {
   const bool wayland = !variable("WAYLAND_DISPLAY").empty();
   const bool x11 = !variable("DISPLAY").empty();
@@ -61,7 +61,7 @@ std::string platforms() {
 }  // namespace
 
 std::unique_ptr<QApplication> openDisplay() {
-  // As Qt keeps them: for as long as the application lives.
+  // Static, because Qt keeps pointers to them as long as the application lives.
   static std::string name = "vorda-tray";
   static std::string option = "-platform";
   static std::string choice = platforms();

@@ -8,8 +8,8 @@
 
 inline constexpr int kDotSquare = static_cast<int>(Dot::kSide);
 
-/// Crisp on every screen: it is drawn anew for each pixel density.
+/// A process's dot. It is drawn for each pixel density, so that it is sharp on every screen.
 QIcon dotIcon(const Color& color);
 
-/// The same as a PNG picture, for a tray host to draw; `scale` pixels per point.
+/// The same as a PNG picture for a tray host, with `scale` pixels per point.
 QByteArray dotPng(const Color& color, int scale);

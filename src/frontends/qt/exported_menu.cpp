@@ -20,7 +20,8 @@ bool looksTheSame(const Node& a, const Node& b) {
          a.item->enabled == b.item->enabled && a.item->dot == b.item->dot;
 }
 
-/// Notes what differs between two versions of one submenu; false when the items do.
+/// Notes the items whose text differs between two versions of a submenu; false when the items
+/// themselves differ.
 bool compare(const std::vector<Node>& before, const std::vector<Node>& after,
              std::vector<int>& relabelled) {
   if (before.size() != after.size()) return false;

@@ -11,29 +11,29 @@
 #include "ui/short_menu.h"
 
 /// The menu as a tray host draws it: items with numbers, the strip as a row of blocks; its short
-/// form for a host that can't scroll. A number means the same thing for as long as the program
-/// runs; what means something else gets a number that was never used before. So a click on what the
-/// host still shows never reaches anything else.
+/// form for a host that can't scroll. As long as the program runs, a number means the same thing,
+/// and an item with another meaning gets a new number. So a click on an outdated item that the
+/// host still shows never acts on anything else.
 class ExportedMenu {
  public:
   static constexpr int kRootId = 0;
 
   struct Node {
     int id = kRootId;
-    std::string label;                     ///< as the host wants it, access keys escaped
-    std::string accessibleText;            ///< where the label is no text to be read out; else ""
+    std::string label;           ///< in the host's form, with access keys escaped
+    std::string accessibleText;  ///< for screen readers, where the label can't be read out; else ""
     std::shared_ptr<const MenuItem> item;  ///< nullptr for the root
     std::vector<Node> children;
   };
 
-  /// What a host has to be told.
+  /// What has changed and has to be reported to the host.
   struct Change {
     bool layout = false;          ///< other items or another order
-    std::vector<int> relabelled;  ///< the same items, which now say something else
+    std::vector<int> relabelled;  ///< items with a new text
   };
 
   Change show(std::shared_ptr<const Menu> menu);
-  /// Who shows it from now on.
+  /// The host that shows it from now on.
   Change setHost(TrayHostKind host);
   /// How much of a short menu the screen can show.
   Change setRoom(ShortMenu::Room room);

@@ -8,8 +8,8 @@
 
 class QMenu;
 
-/// One item in a QMenu. What it means never changes; what it says may. The strip's item
-/// holds the strip as a widget.
+/// One item in a QMenu. Its meaning never changes; its text may. The strip's item holds the strip
+/// as a widget.
 class ItemAction : public QWidgetAction {
  public:
   ItemAction(std::string key, QMenu* menu);

@@ -15,7 +15,7 @@ ItemToolTips::ItemToolTips() {
 void ItemToolTips::watch(QMenu& menu) {
   QMenu* minded = &menu;
   connect(minded, &QMenu::hovered, this, [this, minded](QAction* action) {
-    // A menu passes on what its submenus report.
+    // A menu also emits the signals of its submenus; ignore those.
     if (!minded->actions().contains(action)) return;
     if (action != action_) QToolTip::hideText();
     menu_ = minded;

@@ -7,8 +7,8 @@
 class QAction;
 class QMenu;
 
-/// Shows a menu item's tooltip when the item has been pointed at for a while. QMenu's own
-/// tooltips leave out items that have a submenu.
+/// Shows a menu item's tooltip when the pointer has rested on it for a while. QMenu itself shows
+/// none for items with a submenu.
 class ItemToolTips : public QObject {
   Q_OBJECT
 
@@ -17,7 +17,7 @@ class ItemToolTips : public QObject {
 
   ItemToolTips();
 
-  /// Minds the items of this menu from now on.
+  /// Shows tooltips for the items of this menu from now on.
   void watch(QMenu& menu);
 
  private:

@@ -7,13 +7,13 @@
 
 namespace {
 
-/// The actions that are shown, in order; each is looked for once, never before the last
-/// one found.
+/// The actions that are shown, in order. The search for each begins behind the one found last.
 class ShownActions {
  public:
   explicit ShownActions(const QMenu& menu) : actions_(menu.actions()) {}
 
-  /// The next action that has this key; nullptr for none. What is skipped is obsolete.
+  /// The next action with this key; nullptr if there is none. Actions that are skipped are
+  /// obsolete.
   ItemAction* take(const std::string& key) {
     const auto from = actions_.cbegin() + next_;
     const auto found = std::find_if(from, actions_.cend(), [&key](QAction* action) {
@@ -25,7 +25,7 @@ class ShownActions {
     return static_cast<ItemAction*>(*found);
   }
 
-  /// What stands behind the last one taken; nullptr for the end of the menu.
+  /// The action behind the last one taken; nullptr at the end of the menu.
   QAction* following() const { return next_ < actions_.size() ? actions_[next_] : nullptr; }
 
   QList<QAction*> obsolete() const { return obsolete_ + actions_.mid(next_); }
@@ -60,7 +60,7 @@ void fillMenu(QMenu& menu, const std::shared_ptr<const std::vector<MenuItem>>& i
     fillSubmenu(*action, onNewSubmenu);
     if (isNew) menu.insertAction(shown.following(), action);
   }
-  // Last: a visible menu that is empty for a moment closes.
+  // Removed last, because a visible menu closes when it is empty for a moment.
   for (QAction* action : shown.obsolete()) {
     menu.removeAction(action);
     action->deleteLater();

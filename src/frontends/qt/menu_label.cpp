@@ -18,8 +18,8 @@ std::string cut(std::string_view title, std::size_t limit) {
   return text::shortened(title, limit, limit - 1);
 }
 
-/// A line feed would break the row, a tab begins a column of its own, and a name may be written
-/// from right to left.
+/// Replaces line feeds, which would break the row, and tabs, which begin a new column, and keeps a
+/// name in a right-to-left script from reversing the row.
 std::string oneLine(std::string_view title) {
   return RowParts::leftToRight(text::displayLine(cut(title, kLongestLabel)));
 }
@@ -33,7 +33,7 @@ std::string doubled(const std::string& text, char mark) {
   return result;
 }
 
-/// One more mark where the first stands that something else follows.
+/// Doubles the first mark that is followed by another character.
 std::string withOneMore(std::string text, char mark) {
   const std::size_t other = text.find_first_not_of(mark, std::min(text.find(mark), text.size()));
   if (other != std::string::npos) text.insert(other, 1, mark);

@@ -12,7 +12,7 @@
 /// break the row or turn it around become U+FFFD, and a title longer than any screen is wide is
 /// cut.
 
-/// For a QMenu, which takes "&" for the mark.
+/// For a QMenu, where "&" is the mark.
 QString menuLabel(std::string_view title);
 
 /// For a menu that a tray host draws: it takes "_" for the mark. Most take every "__" for the
@@ -24,5 +24,6 @@ std::string hostMenuLabel(std::string_view title, TrayHostKind host);
 /// percentage. "██████░░░░ 62%"
 std::string stripLabel(const MemoryPressureView& strip);
 
-/// A tooltip. Qt would read text that looks like markup as markup; this is the text itself.
+/// A tooltip's text as HTML that shows exactly this text; Qt would interpret text that looks like
+/// markup.
 QString plainToolTip(std::string_view text);

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// How much of the text's colour is in that of a disabled item; the rest is ground.
+/// The share of the text's colour in a disabled item's; the rest is the background's.
 constexpr float kDisabledStrength = 0.65F;
 
 QColor mixed(const QColor& text, const QColor& ground) {

@@ -4,11 +4,12 @@
 
 class QMenu;
 
-/// How menus look: the user's style, but a menu that is too high scrolls instead of breaking
-/// into columns.
+/// The user's style, except that a menu that is too high scrolls instead of being split into
+/// columns.
 class MenuStyle : public QProxyStyle {
  public:
-  /// Makes `menu` look like that, and its disabled items, which tell most, easy to read.
+  /// Applies this style to `menu`, and makes its disabled items, which hold most of the
+  /// information, easy to read.
   void dress(QMenu& menu);
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -18,8 +18,8 @@ constexpr int kExposurePatience = 2000;  // milliseconds
 }  // namespace
 
 MenuWindow::MenuWindow()
-    // Kept above others and without a way to be minimized: it has no place in a task bar to
-    // be found again.
+    // Always on top and not to be minimized, because it is in no task bar where it could be found
+    // again.
     : QWidget(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                            Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint),
       strip_(new StripWidget),
@@ -42,7 +42,7 @@ MenuWindow::MenuWindow()
   keepOnAllDesktops(*this);
   windowHandle()->installEventFilter(this);
 
-  // A window manager that is just starting may miss that the window wants to be shown.
+  // A window manager that is just starting may miss the request to show the window.
   neverExposed_.setSingleShot(true);
   neverExposed_.setInterval(kExposurePatience);
   connect(&neverExposed_, &QTimer::timeout, this, [this] {
@@ -80,7 +80,7 @@ void MenuWindow::whenExposed(std::function<void()> work) {
 bool MenuWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Expose && windowHandle()->isExposed()) {
     neverExposed_.stop();
-    // Once the first picture is there.
+    // After the window has been drawn for the first time.
     if (onExposed_) QTimer::singleShot(0, this, std::exchange(onExposed_, nullptr));
   }
   return QWidget::eventFilter(watched, event);
@@ -91,7 +91,7 @@ void MenuWindow::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
 }
 
-/// Some window managers minimize it all the same.
+/// Some window managers minimize it anyway; show it again.
 void MenuWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::WindowStateChange && isMinimized()) {
     QTimer::singleShot(0, this, &QWidget::showNormal);

@@ -12,9 +12,8 @@
 class QPushButton;
 class StripWidget;
 
-/// The small window that stands for the icon where there is none, and that holds the menu
-/// where a menu can't stand by itself (Wayland): the live strip above a button that opens
-/// the menu.
+/// The small window that replaces the icon where there is no tray, and that the menu is attached
+/// to where a menu needs a window (Wayland): the live strip above a button that opens the menu.
 class MenuWindow : public QWidget {
   Q_OBJECT
 
@@ -26,7 +25,7 @@ class MenuWindow : public QWidget {
   void setToolTipText(const QString& plainHtml);
   void setStrip(std::shared_ptr<const MemoryPressureView> strip);
 
-  /// Where a menu under the button has its top left corner, in screen coordinates.
+  /// The top left corner of a menu below the button, in screen coordinates.
   QPoint menuPosition() const;
 
   /// Runs `work` when the window is on screen and can hold a menu: now, or later.

@@ -4,8 +4,8 @@
 
 #include "ui/canvas.h"
 
-/// Draws through a QPainter onto a surface `height` points high, turning the origin from the
-/// bottom left to Qt's top left.
+/// Draws with a QPainter onto a surface that is `height` points high, converting from the origin
+/// at the bottom left to Qt's at the top left.
 class PainterCanvas : public Canvas {
  public:
   PainterCanvas(QPainter& painter, double height);

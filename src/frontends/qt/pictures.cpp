@@ -10,7 +10,7 @@ std::vector<QImage> load(std::initializer_list<const char*> names) {
   for (const char* name : names) {
     QImage picture;
     if (!picture.load(":/" + QString(name) + ".png")) continue;
-    // "@2x" in a name makes Qt call the picture half as large as it is.
+    // For a file name with "@2x", Qt halves the picture's size; undo that.
     picture.setDevicePixelRatio(1);
     pictures.push_back(picture);
   }

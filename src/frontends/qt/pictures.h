@@ -4,7 +4,7 @@
 #include <QImage>
 #include <vector>
 
-/// What packaging/icons/ draws and the build renders, in every size.
+/// The pictures in packaging/icons/, which the build renders in every size.
 
 /// The program's badge.
 QIcon badgeIcon();

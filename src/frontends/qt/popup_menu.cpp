@@ -16,7 +16,7 @@ PopupMenu::PopupMenu(QWidget* parent) : QMenu(parent) {
 void PopupMenu::mind(QMenu& menu) {
   style_.dress(menu);
   connect(&menu, &QMenu::triggered, this, [this, &menu](QAction* action) {
-    // A menu passes on what its submenus report.
+    // A menu also emits the signals of its submenus; ignore those.
     if (!menu.actions().contains(action)) return;
     Q_EMIT chosen(static_cast<ItemAction*>(action)->item());
   });
@@ -29,7 +29,8 @@ void PopupMenu::setMenu(const std::shared_ptr<const Menu>& menu) {
   const QPoint before = pointedAt != nullptr ? actionGeometry(activeAction()).topLeft() : QPoint();
   fillMenu(*this, {menu, &menu->items}, [this](QMenu& submenu) { mind(submenu); });
   if (!isVisible()) return;
-  // The menu grew or shrank above the item that the user points at: it moves along.
+  // The menu grew or shrank above the item under the pointer: move the menu so that the item stays
+  // there.
   if (pointedAt != nullptr && activeAction() == pointedAt) {
     move(pos() + before - actionGeometry(activeAction()).topLeft());
   }

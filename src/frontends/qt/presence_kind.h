@@ -1,6 +1,6 @@
 #pragma once
 
-/// What stands for the program on screen.
+/// How the program is present on screen.
 enum class PresenceKind {
   undecided,     ///< for a moment, at the start
   hostIcon,      ///< an icon that a tray host draws (StatusNotifierItem)
@@ -9,9 +9,9 @@ enum class PresenceKind {
 };
 
 struct PresenceFacts {
-  bool hostDecided = false;     ///< it is known whether a tray host is there
-  bool hostShowsIcon = false;   ///< one is, and knows of the icon
-  bool embeddingTray = false;   ///< an XEmbed tray is there
+  bool hostDecided = false;     ///< whether it is known if there is a tray host
+  bool hostShowsIcon = false;   ///< there is one, and it shows the icon
+  bool embeddingTray = false;   ///< there is an XEmbed tray
   bool patienceIsOver = false;  ///< a host that has not answered by now counts as none
 };
 

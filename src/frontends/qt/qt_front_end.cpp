@@ -15,7 +15,7 @@
 
 namespace {
 
-// Milliseconds. A bus that is late at login is there soon; one that is gone may stay away.
+// In milliseconds. At login a bus may be a little late; one that is gone may stay away for long.
 constexpr int kSoonestReconnect = 1000;
 constexpr int kLatestReconnect = 30000;
 constexpr std::chrono::milliseconds kReconnectPatience{300};
@@ -30,7 +30,7 @@ void bringToFront(QWidget& window) {
 
 QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings)
     : settingsLines_(std::move(settings)), menu_(std::make_shared<const Menu>()) {
-  // The program lives without a window, and ends by terminate() alone.
+  // The program goes on without a window; only terminate() ends it.
   QApplication::setQuitOnLastWindowClosed(false);
   connect(&presence_, &TrayPresence::menuRequested, this, &QtFrontEnd::togglePopup);
   connect(&presence_, &TrayPresence::settingsRequested, this, &QtFrontEnd::showSettings);
@@ -87,7 +87,7 @@ void QtFrontEnd::attach(NamedBus bus) {
   connect(&connection_->menu, &HostMenu::chosen, this, &QtFrontEnd::choose, Qt::QueuedConnection);
 }
 
-/// The panel, and with it the menu that it shows, is on the first screen.
+/// The panel, and so the menu that the host shows, is on the first screen.
 void QtFrontEnd::noteScreen() {
   disconnect(screenSize_);
   const QScreen* screen = QGuiApplication::primaryScreen();
@@ -142,7 +142,7 @@ void QtFrontEnd::stripChanged(const MemoryPressureView&) {
   showStrip();
 }
 
-/// Wherever it stands besides the popup, which shows it with its menu.
+/// Updates the strip everywhere except in the popup, which does it with its menu.
 void QtFrontEnd::showStrip() {
   const auto strip = stripOf(*menu_);
   presence_.setStrip(strip);
@@ -207,7 +207,7 @@ void QtFrontEnd::openPopup(const std::shared_ptr<const Menu>& apart, QWidget* pa
   connect(popup_, &PopupMenu::chosen, this, &QtFrontEnd::choose, Qt::QueuedConnection);
   connect(popup_, &PopupMenu::settingsRequested, this, &QtFrontEnd::showSettings,
           Qt::QueuedConnection);
-  // Queued, and before what is chosen: a menu closes before its item acts.
+  // Queued, so that the closing is reported before the chosen item acts.
   connect(popup_, &QMenu::aboutToHide, this, &QtFrontEnd::popupClosed, Qt::QueuedConnection);
   popup_->popup(position);
 }
@@ -233,7 +233,7 @@ void QtFrontEnd::choose(std::shared_ptr<const MenuItem> item) {
   }
 }
 
-/// What a short menu leaves out.
+/// Opens what the short menu leaves out.
 void QtFrontEnd::openInstead(const MenuItem& item) {
   if (popup_) popup_->close();
   const std::shared_ptr<const Menu> apart =
@@ -242,7 +242,7 @@ void QtFrontEnd::openInstead(const MenuItem& item) {
   const auto open = [this, apart](QWidget* parent, QPoint position) {
     openPopup(apart, parent, position);
   };
-  // Once the one that is closing has gone.
+  // Later, when the popup that is closing has gone.
   QMetaObject::invokeMethod(
       this,
       [this, apart, open] { apart ? presence_.providePlace(open) : presence_.provideWindow(open); },

@@ -27,19 +27,20 @@ class QtFrontEnd : public QObject, public FrontEnd {
   Q_OBJECT
 
  public:
-  /// `bus` may be empty: then there is no tray host, until a bus is found later. `settings` is what
-  /// the Settings window says.
+  /// `bus` may be empty: then there is no tray host until a bus is found later. `settings` is the
+  /// text of the Settings window.
   QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings);
   ~QtFrontEnd() override;
 
-  /// Whom to tell of the menu from now on; nobody: nullptr. To be told before the delegate goes.
+  /// Sets the delegate that is told of the menu from now on; nullptr for none. Has to be set to
+  /// nullptr before the delegate is destroyed.
   void reportTo(MenuDelegate* delegate);
 
   void setTitle(const std::string& title) override;
   void setToolTip(const std::string& toolTip) override;
   void menuRebuilt(std::shared_ptr<const Menu> menu) override;
   void stripChanged(const MemoryPressureView& strip) override;
-  void setNotice(const std::string&) override {}  // the submenu says it, too
+  void setNotice(const std::string&) override {}  // the submenu says it as well
   void cancelTracking() override;
   int runModal(const Alert& alert) override;
   std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;
@@ -53,7 +54,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void busLost();
   void reconnect();
   void togglePopup();
-  /// Opens a menu of what is given, or, for nullptr, the whole menu, which later refreshes follow.
+  /// Opens `apart` as a menu or, for nullptr, the whole menu, which is then updated by refreshes.
   void openPopup(const std::shared_ptr<const Menu>& apart, QWidget* parent, QPoint position);
   void openInstead(const MenuItem& item);
   void popupClosed();
@@ -71,7 +72,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
   std::unique_ptr<TrayConnection> connection_;
   TrayPresence presence_;
   QPointer<PopupMenu> popup_;
-  bool popupIsApart_ = false;  // it shows something other than menu_
+  bool popupIsApart_ = false;  // it shows `apart`, not menu_
   QPointer<AlertDialog> alert_;
   QPointer<SettingsWindow> settings_;
   QTimer reconnect_;

@@ -7,6 +7,6 @@
 
 class QObject;
 
-/// Work on one of Qt's timers, which belongs to `owner` and ends with it.
+/// Runs work on a QTimer that belongs to `owner` and ends with it.
 std::shared_ptr<ScheduledWork> scheduleWork(QObject& owner, double seconds, bool repeats,
                                             std::function<void()> work);

@@ -7,7 +7,7 @@
 #include "ui/alert.h"
 #include "ui/settings_line.h"
 
-/// What the program says of itself in the tray.
+/// The program's texts about itself.
 struct TrayTexts {
   Alert about;
   std::vector<SettingsView::Line> settings;
@@ -17,8 +17,8 @@ struct TrayTexts {
 /// Settings window at once where asked to.
 ///
 /// Returns the exit status: 0 after the user quit it, or when another instance runs already and
-/// has shown itself; 1, after one line on standard error, when that one does not answer. Ends
-/// the program with 1 when there is no display. The other instance is waited for as long as
-/// `patience` says.
+/// has shown itself; 1, after one line on standard error, when that one does not answer. Ends the
+/// program with 1 when there is no display. Each question to the other instance waits for
+/// `patience` at most.
 [[nodiscard]] int runTray(const TrayTexts& texts, bool opensSettings,
                           std::chrono::milliseconds patience = InstanceName::kPatience);

@@ -14,7 +14,7 @@ class StripWidget : public QWidget {
 
   explicit StripWidget(QWidget* parent = nullptr);
 
-  /// Draws this strip from now on, and its present state at once.
+  /// Draws this strip from now on, starting at once.
   void setStrip(std::shared_ptr<const MemoryPressureView> strip);
 
   QSize sizeHint() const override { return {kWidth, kHeight}; }

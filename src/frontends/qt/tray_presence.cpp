@@ -12,7 +12,7 @@
 
 namespace {
 
-/// A Wayland client can't place a menu by itself.
+/// A Wayland client can't place a menu without a window.
 bool popupsNeedWindow() {
   return QGuiApplication::platformName().startsWith("wayland");
 }
@@ -21,7 +21,7 @@ bool popupsNeedWindow() {
 
 TrayPresence::TrayPresence() {
   facts_.embeddingTray = embeddingTray_.trayIsThere();
-  // Later: what it is told in the middle of an event may take windows away.
+  // Handled later, because in the middle of an event windows must not be destroyed.
   connect(
       &embeddingTray_, &EmbeddedTrayWatch::changed, this,
       [this] {

@@ -15,27 +15,27 @@ class MenuWindow;
 class QSystemTrayIcon;
 class QWidget;
 
-/// Sees to it that something stands for the program on screen at any time: the icon in
-/// whatever tray there is, else the small window.
+/// Makes sure that the program is always present on screen: by the icon in whatever tray there is,
+/// else by the small window.
 class TrayPresence : public QObject {
   Q_OBJECT
 
  public:
-  /// How long a tray host may take to answer before the window comes.
+  /// How long a tray host may take to answer before the window is shown.
   static constexpr int kPatience = 1000;  // milliseconds
 
   TrayPresence();
   ~TrayPresence() override;
 
-  /// What is known of a tray host.
+  /// Tells what is known about a tray host.
   void setHost(bool decided, bool showsIcon);
 
   void setTitle(const std::string& title);
   void setToolTip(const std::string& toolTip);
   void setStrip(std::shared_ptr<const MemoryPressureView> strip);
 
-  /// Runs `open` with where a popup menu belongs: its parent, if it needs one, and its top
-  /// left corner. It may have to wait until there is such a place.
+  /// Calls `open` with the place for a popup menu: its parent, if it needs one, and its top left
+  /// corner. It may be called later, when there is such a place.
   using OpenPopup = std::function<void(QWidget* parent, QPoint position)>;
   void providePlace(const OpenPopup& open);
   /// The same, always in the window.

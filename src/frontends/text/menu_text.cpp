@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kCells = 40;
 
-/// Whoever reads the lines with a program finds a row's parts by the blanks between them.
+/// Programs that read the lines split them at two blanks, so a name must not contain any.
 std::string titleLine(const MenuItem& item) {
   const std::string_view title = item.title;
   const auto [begin, end] = item.name;

@@ -5,11 +5,11 @@
 #include "ui/memory_pressure_view.h"
 #include "ui/menu.h"
 
-/// The menu as plain text, one line an item, each ended by "\n"; submenus are left out.
-/// A separator is an empty line. A process's line ends in "  ·  pid N" and, when the process
-/// has a segment in the strip, in the segment's letter: "  [A]". Whatever a title holds, it stays
-/// one harmless line, and a name in it that others chose has no two blanks in a row: it can't be
-/// taken for figures.
+/// The menu as plain text, one line an item, each ended by "\n"; submenus are left out. A
+/// separator is an empty line. A process's line ends in "  ·  pid N" and, when the process has a
+/// segment in the strip, in the segment's letter: "  [A]". A title is always one harmless line,
+/// and a name in it that others chose never has two blanks in a row, so that it can't imitate the
+/// columns.
 std::string menuText(const Menu& menu);
 
 /// The strip as text: "[AAAAABBC···]  58%". Each segment is a run of one letter (A, B, C … from

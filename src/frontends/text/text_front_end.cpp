@@ -14,7 +14,7 @@ struct NoWork : ScheduledWork {
   void cancel() override {}
 };
 
-/// Makes a write to a reader that is gone an error, not the end of the process.
+/// While it exists, writing to a pipe without a reader is an error and does not end the process.
 class PipeSignalIgnored {
  public:
   PipeSignalIgnored() : earlier_(std::signal(SIGPIPE, SIG_IGN)) {}
