@@ -6,7 +6,7 @@
 
 namespace {
 
-/// What a manager says of a launch agent that it does not hold.
+/// Whether the manager says that the launch agent is not loaded.
 bool saysNotLoaded(std::string_view errorText) {
   constexpr std::array<std::string_view, 2> kPhrases{"No such process", "Could not find"};
   return std::ranges::any_of(kPhrases, [errorText](std::string_view phrase) {
@@ -36,8 +36,9 @@ const std::optional<LaunchAgentOperation::Outcome>& LaunchAgentOperation::poll()
   return outcome_;
 }
 
-/// What an attempt's reply settles; none: the next one decides. A start's words are not read,
-/// unlike a stop's: a launch agent that is loaded already is a failure to load it.
+/// The outcome that an attempt's reply decides; none when the next attempt decides. Only the text
+/// of a stop's reply matters, where "not loaded" is a success; a start of what is already loaded
+/// is a failure.
 std::optional<LaunchAgentOperation::Outcome> LaunchAgentOperation::decision(
     const platform::ServiceReply& reply) const {
   if (reply.status == 0) return {{true, (kind_ == Kind::stop ? "Unloaded " : "Loaded ") + label_}};

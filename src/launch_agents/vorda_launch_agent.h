@@ -21,10 +21,10 @@ struct VordaLaunchAgent {
   /// What tells it from every other: one label is loaded at most once.
   const std::string& id() const { return label; }
 
-  /// Whether the process that has this pid and started by `startTime` is this launch agent's: the
-  /// manager told its pid, and it was there when the manager was asked. One that is younger, or of
-  /// which that can't be told, may be a stranger that was given the pid since. Both times are on
-  /// platform::processClock().
+  /// Whether the process with this pid, which started at `startTime`, is this launch agent's: the
+  /// manager named the pid, and the process was already there when the manager was asked. A
+  /// process that started later, or at an unknown time, may be another one that was given the pid
+  /// since. Both times are on platform::processClock().
   bool runsAs(std::int32_t process, std::optional<std::uint64_t> startTime) const;
 
   /// The six fields that are shown, from `label` to `pid`, in this order.

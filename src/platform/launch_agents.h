@@ -34,10 +34,10 @@ struct LaunchAgentAnswer {
   std::uint64_t askedAt = 0;
 };
 
-/// Which launch agents the manager holds loaded; it is enough to answer for the given files. None
-/// when it can't be asked, and nothing can be said of them. Linux: asks for 300 ms at most; where
-/// the manager takes longer its last answer stands, and for a minute it is not asked again. macOS:
-/// asks for 2 seconds at most, and takes no answer for "nothing is loaded".
+/// Which of the launch agents in the given files (perhaps of others too) are loaded. None when the
+/// manager can't be asked. Linux: waits for 300 ms at most; when the manager takes longer, its
+/// last answer is returned, and for a minute it is not asked again. macOS: waits for 2 seconds at
+/// most; without an answer nothing counts as loaded.
 std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile> files);
 
 /// How one attempt to start or stop a launch agent ended.

@@ -5,9 +5,10 @@
 
 namespace text {
 
-/// `text`, which is valid UTF-8, with one blank for every run of blanks: of Unicode's spaces,
-/// whatever their width, of the letters and other characters that look like one (Hangul fillers,
-/// the empty Braille pattern), and of what is not seen between them (joiners, variation selectors).
+/// `text`, which must be valid UTF-8, with one blank in place of every run of characters that look
+/// blank: Unicode's spaces of any width, letters and symbols that look like a space (Hangul
+/// fillers, the empty Braille pattern), and the invisible characters between them (joiners,
+/// variation selectors).
 std::string withSingleBlanks(std::string_view text);
 
 }  // namespace text

@@ -7,7 +7,7 @@
 /// Makes text that somebody else chose, such as the name of a process or a file, safe to show.
 ///
 /// Everything by which it could look like something else becomes U+FFFD:
-/// - bytes that are not UTF-8, one character each;
+/// - bytes that are not UTF-8, one U+FFFD for each;
 /// - control characters (C0, DEL, C1), which break lines and steer terminals;
 /// - line and paragraph separators (U+2028, U+2029);
 /// - format characters, which are invisible and reorder or hide what stands around them:
@@ -36,8 +36,8 @@ inline constexpr std::size_t kMostTextBytes = 16 * std::size_t{1024};
 [[nodiscard]] std::string displayLines(std::string_view text);
 
 /// As displayLine, for the name of a process, a user, a product or a service, of which at most
-/// kMostNameBytes are shown. One that begins with a combining mark begins with U+25CC, the mark's
-/// usual ground, so that it does not stand on a character of the program's own.
+/// kMostNameBytes are shown. If it begins with a combining mark, U+25CC (a dotted circle) is put
+/// before it, so that the mark is not drawn on the program's own text.
 [[nodiscard]] std::string displayName(std::string_view text);
 
 }  // namespace text

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-/// Unicode text in UTF-8. A "character" is an extended grapheme cluster: what a reader
-/// would call one character, so that a cut never splits an accent or an emoji.
-/// Bytes that are not UTF-8 are passed through unchanged and count as a character each.
+/// Unicode text in UTF-8. A "character" is an extended grapheme cluster, what a reader sees as one
+/// character, so that a cut never splits an accent or an emoji. Bytes that are not UTF-8 are
+/// passed through unchanged and count as a character each.
 namespace text {
 
 /// Whether the bytes are well-formed UTF-8.

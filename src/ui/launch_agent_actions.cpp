@@ -34,8 +34,8 @@ void StatusBarController::loadLaunchAgent(Sender sender) {
   if (launchAgent != nullptr) beginOperation({*launchAgent, LaunchAgentOperation::Kind::start});
 }
 
-/// What was asked last of a launch agent replaces what was asked of it before, and so does its
-/// outcome.
+/// A new operation on the same launch agent replaces the one before, whose outcome is then never
+/// shown.
 void StatusBarController::beginOperation(LaunchAgentOperation operation) {
   std::erase_if(launchAgentOperations_,
                 [&operation](const auto& one) { return one.label() == operation.label(); });

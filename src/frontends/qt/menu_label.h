@@ -7,17 +7,15 @@
 #include "frontends/qt/tray_host_kind.h"
 #include "ui/memory_pressure_view.h"
 
-/// What an item's title becomes for who draws it, so that the reader sees the title as it
-/// is: each toolkit takes another character for the mark of an access key. Characters that would
-/// break the row or turn it around become U+FFFD, and a title longer than any screen is wide is
-/// cut.
+/// Turns an item's title into the label for those who draw it. Each toolkit has another character
+/// that marks an access key, which is escaped. Characters that would break the row or reverse it
+/// become U+FFFD, and a title that is wider than any screen is cut.
 
 /// For a QMenu, where "&" is the mark.
 QString menuLabel(std::string_view title);
 
-/// For a menu that a tray host draws: it takes "_" for the mark. Most take every "__" for the
-/// character itself; GNOME Shell's extension takes out one "_", the first that another character
-/// follows.
+/// For a menu that a tray host draws, where "_" is the mark. Most hosts show every "__" as "_";
+/// GNOME Shell's extension only removes one "_", the first that is followed by another character.
 std::string hostMenuLabel(std::string_view title, TrayHostKind host);
 
 /// The strip where only text can stand: ten cells, filled as far as memory is used, and the

@@ -26,7 +26,7 @@ bool isPictograph(utf8proc_int32_t value) {
   return utf8proc_get_property(value)->boundclass == UTF8PROC_BOUNDCLASS_EXTENDED_PICTOGRAPHIC;
 }
 
-/// A mark that is not drawn: it asks for another form of the character before it.
+/// Variation selectors and the like: not drawn, they ask for another form of the character before.
 bool isInvisible(utf8proc_int32_t value) {
   return value == kJoiner || value == 0x200C || (value >= 0xFE00 && value <= 0xFE0F) ||
          (value >= 0xE0100 && value <= 0xE01EF);
@@ -41,8 +41,8 @@ int columnsOf(utf8proc_int32_t value) {
   return utf8proc_charwidth(value);
 }
 
-/// The length of what belongs to the character before `rest`; the marks to be shown with it are
-/// appended to `shown`.
+/// The length in bytes of the marks at the start of `rest`, which belong to the character before
+/// it. Those that are shown with it are appended to `shown`.
 std::size_t takeMarks(std::string_view rest, std::string& shown) {
   std::size_t taken = 0;
   std::size_t marks = 0;

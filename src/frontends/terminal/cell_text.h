@@ -6,9 +6,9 @@
 
 /// Text measured in the columns of a terminal.
 ///
-/// Terminals disagree about sequences that stand for one picture (a family of emoji, a skin
-/// tone, a flag): so of such a sequence only the first character is shown, whose width all agree
-/// about. Accents stay.
+/// Terminals disagree about the width of a sequence that stands for one picture (a family of
+/// emoji, a skin tone, a flag). So only its first character is shown, about whose width they
+/// agree. Accents are kept.
 namespace terminal {
 
 /// One character as a cell holds it.

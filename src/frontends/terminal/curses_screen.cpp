@@ -121,7 +121,7 @@ bool CursesScreen::start(const TerminalCheck& check) {
   take();
   colors_.emplace(check.depth);
   look_.colored = check.depth != ColorDepth::none;
-  // A console of eight colours has a font to match; letters divide the segments there.
+  // The font of a console with eight colours lacks the divider; the letters are enough there.
   if (check.depth == ColorDepth::eight) look_.glyphs.divider = " ";
   prepareKeys();
   curs_set(0);

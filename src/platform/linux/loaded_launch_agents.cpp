@@ -26,7 +26,8 @@ void LoadedLaunchAgentsReader::inquire(std::span<const LaunchAgentFile> files, D
   }
   if (inquiry_) disconnect();  // it was never answered
 
-  // A connection that was kept may have been lost since, and shows it only now.
+  // A kept connection may have been lost without our noticing: if it fails, try once with a new
+  // one.
   for (bool isKept = bus_ != nullptr;; isKept = false) {
     if (!connect()) return;
     inquiry_.emplace(*bus_);
@@ -42,7 +43,7 @@ void LoadedLaunchAgentsReader::inquire(std::span<const LaunchAgentFile> files, D
   }
 }
 
-/// False where there is nobody to ask.
+/// False when there is no manager to ask.
 bool LoadedLaunchAgentsReader::connect() {
   if (bus_) return true;
   BusFailure failure;

@@ -15,10 +15,10 @@
 
 namespace platform {
 
-/// Finds out which launch agents the user's manager holds loaded, and lets nobody wait for that
-/// longer than the budget. A manager that is slower is left alone for a while, or every refresh
-/// would freeze the interface for as long; meanwhile what it said last stands, and what it says
-/// late is taken when it has come.
+/// Asks the user's manager which launch agents are loaded, waiting no longer than the budget. A
+/// manager that takes longer is not asked again for a while, because every refresh would freeze
+/// the interface for the whole budget. Until then its last answer is used, and a late answer as
+/// soon as it arrives.
 class LoadedLaunchAgentsReader {
  public:
   struct Options {

@@ -14,7 +14,8 @@ namespace {
 constexpr const char* kBus = "org.freedesktop.DBus";
 constexpr const char* kBusPath = "/org/freedesktop/DBus";
 
-/// In the manager's words alone: those of a system's error could be taken for them.
+/// The text is the manager's own or empty, never that of a system error, which could be taken for
+/// the manager's.
 ServiceReply replyOf(const BusFailure& failure) {
   return {failure.number != 0 ? failure.number : EIO,
           failure.name.empty() ? "can't talk to the service manager" : failure.text};
@@ -31,8 +32,8 @@ bool isSentBy(sd_bus_message* message, std::string_view name) {
 
 }  // namespace
 
-/// What is said over one connection about one operation. The manager is addressed, and listened to,
-/// by the name that its connection alone can have: anybody may say in its common name that a job
+/// The conversation over one connection about one operation. Calls go to the unique name of the
+/// manager's connection, and only signals from it count: anybody could send a signal that a job
 /// has ended.
 class ServiceOperation::Talk {
  public:
@@ -49,7 +50,7 @@ class ServiceOperation::Talk {
     BusFailure failure;
     std::optional<ServiceReply> reply;
     const auto isOver = [&] { return (reply = ended()).has_value(); };
-    // The order is on its way within one look, where the bus is quick; the rest takes its time.
+    // 20 ms are enough to send the order over a quick bus; the rest may take as long as it does.
     constexpr std::chrono::milliseconds kLook(20);
     const auto progress = isTaken()
                               ? bus_->catchUp(isOver, failure)
@@ -59,7 +60,7 @@ class ServiceOperation::Talk {
     return reply;
   }
 
-  /// Whether the bus has greeted: before that, nothing is sent.
+  /// Whether the bus has accepted the connection; nothing is sent before.
   bool isGreeted() const { return sd_bus_is_ready(bus_->get()) > 0; }
 
  private:
@@ -72,7 +73,7 @@ class ServiceOperation::Talk {
 
   void listen(const std::string& rule, sd_bus_message_handler_t handler, BusSlot& slot) {
     sd_bus_slot* raw = nullptr;
-    // Should the bus refuse, sd-bus ends the connection.
+    // If the bus refuses the rule, sd-bus closes the connection.
     if (sd_bus_add_match_async(bus_->get(), &raw, rule.c_str(), handler, nullptr, this) < 0) {
       isDeaf_ = true;
     }
@@ -94,7 +95,7 @@ class ServiceOperation::Talk {
     auto& talk = *static_cast<Talk*>(self);
     const char* job = nullptr;
     const char* result = nullptr;
-    // The manager says which job it has made of an order before it says that it has ended.
+    // The manager answers the order with the job's path before it reports the job's end.
     if (talk.isTaken() && isSentBy(message, talk.manager_) &&
         sd_bus_message_read(message, "uoss", nullptr, &job, nullptr, &result) > 0 &&
         talk.jobOf(*talk.order_) == job) {
@@ -105,7 +106,7 @@ class ServiceOperation::Talk {
 
   bool isTaken() const { return order_ && order_->isAnswered(); }
 
-  /// The job that was made of an order; none when that was refused, or makes no sense.
+  /// The job that answers an order; none when the order was refused or the answer makes no sense.
   static std::optional<std::string> jobOf(const BusCall& order) {
     const char* job = nullptr;
     sd_bus_message* answer = order.answer();
@@ -116,7 +117,7 @@ class ServiceOperation::Talk {
     return job;
   }
 
-  /// How it ended, as far as has been heard; asks what is to be asked next.
+  /// How the operation ended, if it has; else asks the next question.
   std::optional<ServiceReply> ended() {
     if (isDeaf_) return ServiceReply{ENOMEM, "can't listen to the service manager"};
     if (result_) return replyOfJob(*result_);
@@ -136,7 +137,7 @@ class ServiceOperation::Talk {
     listen("type='signal',sender='" + manager_ + "',path='" + ServiceManager::kPath +
                "',interface='" + ServiceManager::kInterface + "',member='JobRemoved'",
            noteJobRemoved, jobRemoved_);
-    // It speaks of its jobs while somebody is subscribed.
+    // The manager only sends signals about jobs while somebody is subscribed.
     subscription_ = ask("Subscribe");
     if (verb_ == Verb::stop) state_ = ask("ListUnitsByNames", "as", 1, unit_.c_str());
     return std::nullopt;
@@ -156,7 +157,7 @@ class ServiceOperation::Talk {
     return std::nullopt;
   }
 
-  /// Of the one unit in the list, or "" of none.
+  /// The active state of the only unit in the list; "" for an empty list.
   static std::optional<std::string> activeState(sd_bus_message* list) {
     const char* state = nullptr;
     if (sd_bus_message_enter_container(list, 'a', ServiceManager::kListedUnit) < 0 ||
@@ -219,7 +220,8 @@ std::optional<ServiceReply> ServiceOperation::poll() {
     const bool isGreeted = talk_->isGreeted();
     auto reply = talk_->carryOn();
     if (reply) talk_.reset();
-    // sd-bus gives a bus that never greets 90 seconds. The manager has not heard of this yet.
+    // sd-bus gives up after 90 seconds on a bus that does not accept the connection. The manager
+    // has not been told of the order then, so it is tried again.
     const bool wasNeverTold = reply && reply->status == ETIMEDOUT && !isGreeted;
     if (!wasNeverTold) reply_ = std::move(reply);
   }

@@ -11,9 +11,9 @@
 
 namespace platform {
 
-/// Stops or starts one service, over a connection of its own, in the background: how that ended is
-/// what the manager says of the job that it makes of the order, or that the connection to it was
-/// lost. No clock ends it.
+/// Stops or starts one service in the background, over a connection of its own. It ends when the
+/// manager reports the end of the job that it has queued for it, or the connection is lost; there
+/// is no time limit.
 class ServiceOperation {
  public:
   enum class Verb { stop, start };
@@ -26,9 +26,9 @@ class ServiceOperation {
   ServiceOperation(const ServiceOperation&) = delete;
   ServiceOperation& operator=(const ServiceOperation&) = delete;
 
-  /// Begins it and carries it on, for 20 ms at most: how it ended, and none before. Stopping what
-  /// the manager doesn't know, or what is not active, "could not find" it; starting what is
-  /// active already is done.
+  /// Starts the operation or continues it, for at most 20 ms. Returns how it ended; none while it
+  /// goes on. Stopping a unit that is unknown or not active fails with "could not find"; starting
+  /// one that is already active succeeds.
   std::optional<ServiceReply> poll();
 
  private:

@@ -8,7 +8,8 @@
 namespace platform {
 namespace {
 
-/// Neither a folder, nor a pipe that would be waited for, nor too much to read every 5 seconds.
+/// No folder, no pipe, which could make the program wait, and not too large to read every 5
+/// seconds.
 bool isSmallFile(const std::string& path) {
   constexpr off_t kMost = 1 << 20;
   struct stat status = {};
@@ -48,7 +49,8 @@ std::vector<std::string> programArguments(NSDictionary* list) {
   return arguments;
 }
 
-/// A Boolean, or any dictionary of conditions. Other numbers are of another class, 0 and 1 too.
+/// True for a Boolean that is true, or for any dictionary of conditions. Foundation has a class of
+/// its own for Booleans: the numbers 0 and 1 are none.
 bool keepAlive(NSDictionary* list) {
   id value = [list objectForKey:@"KeepAlive"];
   if ([value isKindOfClass:[[NSNumber numberWithBool:YES] class]]) return [value boolValue];

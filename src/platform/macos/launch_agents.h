@@ -9,9 +9,10 @@
 
 namespace platform {
 
-/// How long launchctl is waited for when it is asked which launch agents are loaded.
+/// How long we wait for launchctl when it is asked which launch agents are loaded.
 inline constexpr std::chrono::seconds kListLimit{2};
-/// What a user waits for the stopping or starting of a launch agent, all attempts taken together.
+/// How long a user waits at most while a launch agent is stopped or started, for all attempts
+/// together.
 inline constexpr std::chrono::seconds kActionLimit{10};
 
 /// As in platform/launch_agents.h, with another limit than these.
