@@ -27,11 +27,8 @@ inline constexpr auto kMarkers = [] {
 /// the compiler turns these into bits, and refuses a text that no list of markers.h holds.
 class MarkerSet {
  public:
-  /// No marker.
   constexpr MarkerSet() = default;
-  /// One marker.
   consteval MarkerSet(const char* marker) { insert(indexOf(marker)); }
-  /// These markers.
   consteval MarkerSet(std::initializer_list<std::string_view> markers) {
     insertAll({markers.begin(), markers.size()});
   }

@@ -8,7 +8,6 @@ struct TextSpan {
   std::size_t begin = 0;  ///< its first byte
   std::size_t end = 0;    ///< the byte after its last
 
-  /// Field by field.
   bool operator==(const TextSpan&) const = default;
 };
 

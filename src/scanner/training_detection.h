@@ -9,7 +9,7 @@ namespace ProcessScanner {
 /// Whether a process trains or fine-tunes a model.
 enum class Training {
   no,
-  unlessServing,  ///< there is only evidence of LoRA, which a server with an adapter shows too
+  unlessServing,  ///< there is only evidence of LoRA, which a server with an adapter shows as well
   yes,
 };
 

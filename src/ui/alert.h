@@ -22,7 +22,6 @@ struct Alert {
   /// others.
   bool activatesProgram = true;
 
-  /// Field by field.
   bool operator==(const Alert&) const = default;
 };
 

@@ -22,7 +22,6 @@ struct Rectangle {
     return {x + dx, y + dy, width - 2 * dx, height - 2 * dy};
   }
 
-  /// Field by field.
   bool operator==(const Rectangle&) const = default;
 };
 

@@ -17,6 +17,5 @@ struct Color {
   /// The same colour, as opaque as this.
   constexpr Color withAlpha(double value) const { return {red, green, blue, value}; }
 
-  /// Field by field.
   bool operator==(const Color&) const = default;
 };

@@ -28,7 +28,6 @@ struct Segment {
   std::int32_t pid = 0;  ///< ties the segment to its row where colours can't
   double memMB = 0;      ///< the process's memory, for words that stand in for the picture
 
-  /// Field by field.
   bool operator==(const Segment&) const = default;
 };
 
@@ -61,6 +60,5 @@ class MemoryPressureView {
   /// would overflow.
   double scale() const;
 
-  /// Field by field.
   bool operator==(const MemoryPressureView&) const = default;
 };

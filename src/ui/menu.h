@@ -41,7 +41,6 @@ struct ProcessReference {
   std::int32_t pid = 0;                   ///< its process id
   std::optional<std::uint64_t> identity;  ///< VordaProcess::identity
 
-  /// Field by field.
   bool operator==(const ProcessReference&) const = default;
 };
 
@@ -62,7 +61,6 @@ struct MenuItem {
   std::shared_ptr<MemoryPressureView> strip;  ///< set on the strip's item alone
   std::vector<MenuItem> submenu;              ///< what it opens; empty for nothing
 
-  /// Field by field.
   bool operator==(const MenuItem&) const = default;
 };
 

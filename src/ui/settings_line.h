@@ -26,7 +26,6 @@ struct Line {
   Foreground foreground = Foreground::primary;  ///< how strong
   int topPadding = 0;                           ///< in points, besides the usual spacing
 
-  /// Field by field.
   bool operator==(const Line&) const = default;
 };
 
