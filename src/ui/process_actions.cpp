@@ -110,7 +110,7 @@ void StatusBarController::startQuitClock(const ProcessReference& process) {
   updateNotice();
   if (!isAsked) return;
   const std::uint64_t askedAt = quitRequests_.askedAt(process);
-  frontEnd_.after(QuitRequests::kPatience, [weakSelf = std::weak_ptr(self_), process, askedAt] {
+  frontEnd_.after(waits_.quit, [weakSelf = std::weak_ptr(self_), process, askedAt] {
     const auto self = weakSelf.lock();
     if (!self) return;
     (*self)->quitRequests_.runOut(process, askedAt);

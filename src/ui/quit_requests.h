@@ -17,7 +17,8 @@ class QuitRequests {
   /// is already gone. Replaces an earlier request to the same process.
   bool add(const ProcessReference& process, const std::string& name);
 
-  /// Notes that the last request to this process, sent at `askedAt`, is now kPatience old.
+  /// Notes that the last request to this process, sent at `askedAt`, has had its time: kPatience,
+  /// unless a test says otherwise.
   void runOut(const ProcessReference& process, std::uint64_t askedAt);
 
   /// Forgets the request, because the process was force-quit.

@@ -12,13 +12,17 @@
 #include "ui/strip_segments.h"
 
 StatusBarController::StatusBarController(FrontEnd& frontEnd, Alert about)
+    : StatusBarController(frontEnd, std::move(about), Waits{}) {}
+
+StatusBarController::StatusBarController(FrontEnd& frontEnd, Alert about, Waits waits)
     : frontEnd_(frontEnd),
       about_(std::move(about)),
+      waits_(waits),
       self_(std::make_shared<StatusBarController*>(this)) {
   frontEnd_.setTitle(kStatusTitle);
   frontEnd_.setToolTip(StatusToolTip::beforeSample());
   refresh();
-  refreshTimer_ = frontEnd_.every(kRefreshInterval, weakRefresh());
+  refreshTimer_ = frontEnd_.every(waits_.refresh, weakRefresh());
 }
 
 StatusBarController::~StatusBarController() = default;
@@ -101,7 +105,7 @@ void StatusBarController::sample() {
 
 void StatusBarController::updateStatusItem() {
   frontEnd_.setTitle(kStatusTitle);
-  frontEnd_.setToolTip(StatusToolTip::of(processes_, kRefreshInterval));
+  frontEnd_.setToolTip(StatusToolTip::of(processes_, waits_.refresh));
 }
 
 void StatusBarController::updateStrip() {

@@ -25,8 +25,15 @@ class StatusBarController : public MenuDelegate {
   static constexpr double kRefreshInterval = 5.0;        ///< in seconds
   static constexpr const char* kStatusTitle = "Vorda²";  ///< stands in the menu bar
 
+  /// How long it waits, in seconds.
+  struct Waits {
+    double refresh = kRefreshInterval;      ///< from one refresh to the next
+    double quit = QuitRequests::kPatience;  ///< before it says what a quit did not end
+  };
+
   /// Takes the first sample, builds the menu and starts the timer. `frontEnd` outlives it;
   /// `about` is what the "About" item shows.
+  StatusBarController(FrontEnd& frontEnd, Alert about, Waits waits);
   StatusBarController(FrontEnd& frontEnd, Alert about);
   ~StatusBarController() override;
   StatusBarController(const StatusBarController&) = delete;
@@ -100,6 +107,7 @@ class StatusBarController : public MenuDelegate {
 
   FrontEnd& frontEnd_;
   Alert about_;
+  Waits waits_;
   std::shared_ptr<const Menu> rootMenu_;
   std::shared_ptr<ScheduledWork> refreshTimer_;
   std::vector<VordaProcess> processes_;

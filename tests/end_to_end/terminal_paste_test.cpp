@@ -136,20 +136,21 @@ TEST_F(Paste, WithoutAnEndIsOverAfterAWhile) {
 }
 
 TEST_F(Paste, WithoutAnEndDoesNotStopTheProgram) {
-  ASSERT_TRUE(terminal_.walkTo(name()));
-  terminal_.send(kBegin);
+  TerminalSession terminal({.waits = TerminalWaits{.controller = {.refresh = 0.5}}});
+  ASSERT_TRUE(terminal.walkTo(name()));
+  terminal.send(kBegin);
   const ChildProcess another(
       playProcess({"--memory", "120"}, {"llama-server", "--model", "/models/new" + name()}));
-  const auto isListed = [&] { return terminal_.screen().find("new" + name()).x >= 0; };
-  const bool listed = terminal_.waitUntil([&] {
-    if (!isListed()) terminal_.send("pasted\r");
+  const auto isListed = [&] { return terminal.screen().find("new" + name()).x >= 0; };
+  const bool listed = terminal.waitUntil([&] {
+    if (!isListed()) terminal.send("pasted\r");
     return isListed();
   });
   EXPECT_TRUE(listed) << "it refreshes meanwhile";
   EXPECT_TRUE(server_.runs());
-  ASSERT_EQ(kill(terminal_.pid(), SIGTERM), 0);
-  terminal_.send("pasted\r");
-  EXPECT_EQ(terminal_.waitForEnd(), 0);
+  ASSERT_EQ(kill(terminal.pid(), SIGTERM), 0);
+  terminal.send("pasted\r");
+  EXPECT_EQ(terminal.waitForEnd(), 0);
 }
 
 }  // namespace

@@ -45,7 +45,12 @@ class TerminalQuit : public testing::Test {
 
   /// After the processes that it is to show: a later one is shown by the refresh after five
   /// seconds, when a walk to its row may be past it.
-  void open() { session_.emplace(TerminalSession::Options{.width = 120, .height = 40}); }
+  void open() {
+    session_.emplace(TerminalSession::Options{
+        .width = 120,
+        .height = 40,
+        .waits = TerminalWaits{.hint = 0.2, .controller = {.refresh = 1, .quit = 0.2}}});
+  }
   TerminalSession& terminal() { return *session_; }
 
  private:

@@ -56,6 +56,12 @@ void becomeUser(uid_t user) {
   signal(SIGTTOU, SIG_DFL);
   becomeUser(options.user);
   if (options.prepare && !options.prepare()) _exit(126);
+  if (options.waits) {
+    const auto& [hint, controller] = *options.waits;
+    execl(WAITING_PROGRAM, WAITING_PROGRAM, std::to_string(hint).c_str(),
+          std::to_string(controller.refresh).c_str(), std::to_string(controller.quit).c_str(),
+          nullptr);
+  }
   const char* const program = options.program.empty() ? VORDA : options.program.c_str();
   execl(program, program, nullptr);
   _exit(127);

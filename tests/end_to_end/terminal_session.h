@@ -9,6 +9,7 @@
 #include <string>
 
 #include "end_to_end/screen_model.h"
+#include "frontends/terminal/run_terminal.h"
 
 /// The real program in a terminal of the test's own: a pseudo-terminal, a screen model for
 /// eyes, and a small shell that runs the program as its foreground job. All of it is gone at
@@ -21,8 +22,9 @@ class TerminalSession {
     /// Beside these the program has the test's own environment, without a display. An empty
     /// optional unsets.
     std::map<std::string, std::optional<std::string>> environment = {};
-    uid_t user = 0;            ///< runs it as this user; 0: as the test's own
-    std::string program = {};  ///< what to run; "": the program where it was built
+    uid_t user = 0;                           ///< runs it as this user; 0: as the test's own
+    std::string program = {};                 ///< what to run; "": the program where it was built
+    std::optional<TerminalWaits> waits = {};  ///< what it waits in place of its own waits
     /// What the program does before it starts, to itself; false: it does not start.
     std::function<bool()> prepare = {};
   };

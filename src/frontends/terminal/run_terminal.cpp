@@ -5,20 +5,18 @@
 #include <utility>
 
 #include "frontends/terminal/curses_screen.h"
-#include "frontends/terminal/terminal_front_end.h"
-#include "ui/status_bar_controller.h"
 
 namespace terminal {
 
-int runTerminal(Alert about) {
+int runTerminal(Alert about, const TerminalWaits& waits) {
   std::string error;
   const auto screen = CursesScreen::open(error);
   if (!screen) {
     std::fprintf(stderr, "vorda: %s\n", error.c_str());
     return 1;
   }
-  TerminalFrontEnd frontEnd(*screen);
-  StatusBarController controller(frontEnd, std::move(about));
+  TerminalFrontEnd frontEnd(*screen, waits.hint);
+  StatusBarController controller(frontEnd, std::move(about), waits.controller);
   frontEnd.run(controller);
   return 0;
 }

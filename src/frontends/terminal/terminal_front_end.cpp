@@ -12,8 +12,6 @@
 namespace terminal {
 namespace {
 
-constexpr double kHintSeconds = 2;
-
 bool isFromUser(const Input& input) {
   return input.kind != Input::Kind::redraw && input.kind != Input::Kind::ended;
 }
@@ -57,7 +55,7 @@ bool TerminalFrontEnd::counts(const Input& input) {
 
 void TerminalFrontEnd::hint(const std::string& text) {
   if (endOfHint_) endOfHint_->cancel();
-  if (!text.empty()) endOfHint_ = after(kHintSeconds, [this] { hint(""); });
+  if (!text.empty()) endOfHint_ = after(hintSeconds_, [this] { hint(""); });
   if (text == view_.hint()) return;
   view_.setHint(text);
   needsDrawing_ = true;

@@ -18,8 +18,11 @@ namespace terminal {
 /// submenu or an alert is open: that is when no row may move under the user's hands.
 class TerminalFrontEnd : public FrontEnd {
  public:
+  static constexpr double kHintSeconds = 2;  ///< that a hint stands
+
   /// `screen` outlives it.
-  explicit TerminalFrontEnd(Screen& screen) : screen_(screen) {}
+  explicit TerminalFrontEnd(Screen& screen, double hintSeconds = kHintSeconds)
+      : screen_(screen), hintSeconds_(hintSeconds) {}
 
   /// Shows the menu, and reports to `delegate`, until the user quits or the terminal is gone.
   void run(MenuDelegate& delegate);
@@ -50,6 +53,7 @@ class TerminalFrontEnd : public FrontEnd {
   void reportClosed();
 
   Screen& screen_;
+  double hintSeconds_;
   WorkQueue work_;
   PasteFilter paste_;
   ChoiceGuard guard_;
