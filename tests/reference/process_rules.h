@@ -15,10 +15,16 @@ namespace reference {
 
 using Strings = std::vector<std::string>;
 
-/// The texts that are evidence of training, of LoRA, and of a training framework.
+/// The texts that are evidence of training, of LoRA, of a training framework, of a model server and
+/// of an agent: written by hand, not taken from the program, so that one that is mistyped there
+/// shows.
+///@{
 extern const Strings trainingMarkers;
 extern const Strings loraMarkers;
 extern const Strings frameworkMarkers;
+extern const Strings serverMarkers;
+extern const Strings agentMarkers;
+///@}
 
 LabRole classifyLabRole(const std::string& name, const Strings& cmdline, const std::string& joined);
 

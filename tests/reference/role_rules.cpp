@@ -38,9 +38,7 @@ LabRole classifyLabRole(const std::string& name, const Strings& cmdline,
   // 10
   if (contains(lower, "/ollama") && contains(lower, "serve")) return LabRole::inference;
   // 11
-  if (containsAny(lower,
-                  {"lmstudio", ".lmstudio", "lms server", "vllm", "text-generation-inference",
-                   "tgi ", "localai", "jan.ai", "oobabooga", "textgen", "tabbyapi", "kobold"})) {
+  if (containsAny(lower, serverMarkers)) {
     return LabRole::inference;
   }
   // 12
@@ -54,7 +52,7 @@ LabRole classifyLabRole(const std::string& name, const Strings& cmdline,
     }
   }
   // 14
-  if (containsAny(lower, {"langchain", "langgraph", "autogen", "crewai", "openinterpreter"})) {
+  if (containsAny(lower, agentMarkers)) {
     return LabRole::agent;
   }
   // 15

@@ -1,18 +1,41 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <ostream>
+#include <string_view>
 
 #include "fakes/row_name.h"
 #include "reference/process_rules.h"
 #include "scanner/command_words.h"
+#include "scanner/markers.h"
 #include "scanner/process_scanner.h"
 
 namespace {
 
 using ProcessScanner::isTrainingProcess;
+using reference::Strings;
+
+Strings sorted(Strings texts) {
+  std::ranges::sort(texts);
+  return texts;
+}
 
 bool trains(const std::string& exe, const std::string& lower, bool isServing = false) {
   return isTrainingProcess(exe, lower, words(lower), isServing);
+}
+
+template <std::size_t kSize>
+Strings sorted(const std::array<std::string_view, kSize>& markers) {
+  return sorted(Strings(markers.begin(), markers.end()));
+}
+
+/// Random command lines compare the rest of the markers (rules_against_reference_test.cpp).
+TEST(TrainingEvidence, IsThatOfTheReference) {
+  EXPECT_EQ(sorted(kTrainingMarkers), sorted(reference::trainingMarkers));
+  EXPECT_EQ(sorted(kLoraMarkers), sorted(reference::loraMarkers));
+  EXPECT_EQ(sorted(kFrameworkMarkers), sorted(reference::frameworkMarkers));
 }
 
 TEST(TrainingEvidence, MakesATrainingEvenOfAServerEachForItself) {
