@@ -109,7 +109,7 @@ TEST_P(SignalError, IsExplained) {
   EXPECT_EQ(force(), Answer(false, GetParam().isRefusal ? with(kMacRefusal, error) : failure));
 }
 
-INSTANTIATE_TEST_SUITE_P(, SignalError,
+INSTANTIATE_TEST_SUITE_P(Table, SignalError,
                          testing::Values(ErrorRow{"NotPermitted", EPERM, true},
                                          ErrorRow{"AccessDenied", EACCES, true},
                                          ErrorRow{"InvalidArgument", EINVAL, false},
@@ -156,7 +156,7 @@ TEST_P(RootsProcess, IsRefusedInTheSameWordsForQuitAndForceQuit) {
   EXPECT_THAT(machine().signals, IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(, RootsProcess,
+INSTANTIATE_TEST_SUITE_P(Table, RootsProcess,
                          testing::Values(RootRow{"Root", 0, "root"},
                                          RootRow{"UidZeroByAnotherName", 0, "toor"},
                                          RootRow{"UidZeroWithoutAnEntry", 0, std::nullopt},
@@ -197,7 +197,7 @@ TEST_P(ProcessGroup, IsNeverSignalled) {
   EXPECT_THAT(machine().signals, IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(, ProcessGroup,
+INSTANTIATE_TEST_SUITE_P(Table, ProcessGroup,
                          testing::Values(GroupRow{"OnesOwn", 0}, GroupRow{"Everybody", -1},
                                          GroupRow{"Another", -312},
                                          GroupRow{"TheLeast", INT32_MIN}),

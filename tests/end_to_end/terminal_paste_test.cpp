@@ -73,7 +73,7 @@ TEST_P(BracketedPaste, ChoosesNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , BracketedPaste,
+    Table, BracketedPaste,
     testing::Values(
         PasteRow{"AtOnce", {kBegin + kLines + kEnd}},
         PasteRow{"InSingleBytes", inSingleBytes(kBegin + kLines + kEnd), milliseconds(60)},
@@ -110,7 +110,7 @@ TEST_P(PlainPaste, EndsNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , PlainPaste,
+    Table, PlainPaste,
     testing::Values(PasteRow{"AtOnce", {kLines}}, PasteRow{"InSingleBytes", inSingleBytes(kLines)},
                     PasteRow{"SlowlyInSingleBytes", inSingleBytes(kLines), milliseconds(60)},
                     PasteRow{"EntersAtOnce", {std::string(40, '\r')}},

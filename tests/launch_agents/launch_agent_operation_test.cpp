@@ -45,7 +45,7 @@ const Answer kAlreadyUnloaded{true, "hermes already unloaded"};
 const Answer kNotUnloaded{false, "Failed to unload hermes"};
 
 INSTANTIATE_TEST_SUITE_P(
-    , Stopping,
+    Table, Stopping,
     testing::Values(
         Row{"FirstSucceeds", {{0, ""}, {0, ""}, {0, ""}}, kUnloaded, 1},
         Row{"SuccessBeforeWords", {{0, "No such process"}}, kUnloaded, 1},
@@ -80,7 +80,7 @@ const Answer kLoaded{true, "Loaded hermes"};
 const Answer kNotLoaded{false, "Failed to load hermes"};
 
 INSTANTIATE_TEST_SUITE_P(
-    , Starting,
+    Table, Starting,
     testing::Values(
         Row{"FirstSucceeds", {{0, ""}, {0, ""}}, kLoaded, 1},
         Row{"SecondSucceeds", {{5, ""}, {0, ""}}, kLoaded, 2},

@@ -33,7 +33,7 @@ const Texts kEnvironment{"HOME=/Users/ada", "TOKEN=secret"};
 constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 
 INSTANTIATE_TEST_SUITE_P(
-    Rows, ArgumentBlock,
+    Table, ArgumentBlock,
     testing::Values(
         Row{"Plain", argumentBlock("/opt/homebrew/bin/ollama", kOllama, kEnvironment), kOllama},
         Row{"PathWithoutPadding", rawArgumentBlock(2, "/bin/ls\0ls\0-l\0A=1\0"s), {"ls", "-l"}},

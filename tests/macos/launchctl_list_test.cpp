@@ -28,7 +28,7 @@ std::string manyLines() {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Rows, LaunchctlList,
+    Table, LaunchctlList,
     testing::Values(
         Row{"Running", kHeader + "812\t0\tcom.ollama.serve\n", {{"com.ollama.serve", 812}}},
         Row{"DashForAPid", kHeader + "-\t0\tcom.example\n", {{"com.example", kNoPid}}},

@@ -225,7 +225,7 @@ std::string selectorName(const testing::TestParamInfo<ActionRow>& info) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Rows, Actions,
+    Table, Actions,
     testing::Values(ActionRow{"refreshNow", Action::refreshNow, {}, {}},
                     ActionRow{"openAM", Action::openAM, {}, {}},
                     ActionRow{"about", Action::about, {}, {}},

@@ -173,7 +173,7 @@ TEST_P(Footprint, IsTheKernels) {
   EXPECT_EQ(platform::physicalFootprint(5), row.bytes);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, Footprint,
+INSTANTIATE_TEST_SUITE_P(Table, Footprint,
                          testing::Values(FootprintRow{"Footprint", 300, 900, 300},
                                          FootprintRow{"FootprintAlone", 300, {}, 300},
                                          FootprintRow{"ZeroFallsBackToResident", 0, 900, 900},

@@ -115,7 +115,7 @@ const ExecRow kRows[] = {
      Words{"a;", "b", "|", "c", ">", "d", "&", "$E"}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, ExecCommand, testing::ValuesIn(kRows), rowName<ExecRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ExecCommand, testing::ValuesIn(kRows), rowName<ExecRow>);
 
 TEST(ExecCommandWithoutAnIcon, DropsItsCode) {
   DesktopEntry entry;

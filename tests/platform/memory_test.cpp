@@ -85,7 +85,7 @@ constexpr MemInfoRow kMemInfoRows[] = {
     {"Nothing", "", 0, std::nullopt},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, MemoryIn, testing::ValuesIn(kMemInfoRows), rowName<MemInfoRow>);
+INSTANTIATE_TEST_SUITE_P(Table, MemoryIn, testing::ValuesIn(kMemInfoRows), rowName<MemInfoRow>);
 
 TEST(SwapIsInUse, WhenSomethingIsSwappedOutOrNobodyKnows) {
   EXPECT_FALSE(platform::isSwapInUse("SwapTotal: 0 kB\nSwapFree: 0 kB\n"));

@@ -292,7 +292,7 @@ const LongRow kLongRows[] = {
     {"ATitleThatIsTooLong", "tool " + times(kMost, "a "), "a", kMost, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, LongArgumentBlock, testing::ValuesIn(kLongRows), rowName<LongRow>);
+INSTANTIATE_TEST_SUITE_P(Table, LongArgumentBlock, testing::ValuesIn(kLongRows), rowName<LongRow>);
 
 TEST(ArgumentBlockReading, NeedsNoOriginForAnOrdinaryCommand) {
   ProcessFacts facts;

@@ -30,7 +30,7 @@ constexpr FileRow kStatmRows[] = {
     {"Garbage", "a b c", std::nullopt},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, ResidentFootprint, testing::ValuesIn(kStatmRows), rowName<FileRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ResidentFootprint, testing::ValuesIn(kStatmRows), rowName<FileRow>);
 
 class FootprintWithSwap : public testing::TestWithParam<FileRow> {};
 
@@ -50,7 +50,8 @@ constexpr FileRow kStatusRows[] = {
     {"Empty", "", std::nullopt},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, FootprintWithSwap, testing::ValuesIn(kStatusRows), rowName<FileRow>);
+INSTANTIATE_TEST_SUITE_P(Table, FootprintWithSwap, testing::ValuesIn(kStatusRows),
+                         rowName<FileRow>);
 
 struct StatRow {
   const char* name;
@@ -94,7 +95,7 @@ const StatRow kStatRows[] = {
     {"CutBeforeTheStart", "812 (bash) S 800 812 812", std::nullopt},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, ProcessStatText, testing::ValuesIn(kStatRows), rowName<StatRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ProcessStatText, testing::ValuesIn(kStatRows), rowName<StatRow>);
 
 struct StateRow {
   const char* name;
@@ -112,7 +113,7 @@ TEST_P(ProcessStates, TellWhetherARequestIsTaken) {
 
 using platform::ProcessState;
 
-INSTANTIATE_TEST_SUITE_P(Rows, ProcessStates,
+INSTANTIATE_TEST_SUITE_P(Table, ProcessStates,
                          testing::Values(StateRow{"Running", 'R', 1, ProcessState::runs},
                                          StateRow{"Sleeping", 'S', 1, ProcessState::runs},
                                          StateRow{"WaitingForADisk", 'D', 1, ProcessState::runs},

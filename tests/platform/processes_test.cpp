@@ -324,7 +324,7 @@ TEST_P(ProcessIdentity, IsUnknownWhereNothingVouchesForIt) {
             0);
 }
 
-INSTANTIATE_TEST_SUITE_P(, ProcessIdentity, testing::Values(true, false),
+INSTANTIATE_TEST_SUITE_P(Table, ProcessIdentity, testing::Values(true, false),
                          [](const auto& way) { return way.param ? "Inodes" : "StartTimes"; });
 
 TEST(ProcessIdentityAlone, IsTheOneThatWasConfirmed) {

@@ -24,7 +24,7 @@ TEST_P(ProblemOfProc, IsThatItShowsNoProcess) {
   EXPECT_EQ(problem, expected.empty() ? "" : "no process can be seen: " + root + expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(, ProblemOfProc,
+INSTANTIATE_TEST_SUITE_P(Table, ProblemOfProc,
                          testing::Values(Row{"Missing", "other", ": No such file or directory"},
                                          Row{"NoFolder", "proc", ": Not a directory"},
                                          Row{"WithoutProcesses", "proc/self", " is not mounted"},

@@ -73,7 +73,7 @@ const MonitorRow kRows[] = {
     {"NotWhatIsNotListed", "", {{"a", "Categories=System;Monitor;\nNoDisplay=true"}}, {}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, SystemMonitors, testing::ValuesIn(kRows), rowName<MonitorRow>);
+INSTANTIATE_TEST_SUITE_P(Table, SystemMonitors, testing::ValuesIn(kRows), rowName<MonitorRow>);
 
 TEST(DesktopNames, AreCutAtColons) {
   EXPECT_EQ(platform::desktopNames(""), Names{});

@@ -55,6 +55,6 @@ const CommandRow kRows[] = {
     {"SpecifiersAndVariables", "%h/bin/a $HOME ${X} %%", Words{"%h/bin/a", "$HOME", "${X}", "%%"}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, CommandWords, testing::ValuesIn(kRows), rowName<CommandRow>);
+INSTANTIATE_TEST_SUITE_P(Table, CommandWords, testing::ValuesIn(kRows), rowName<CommandRow>);
 
 }  // namespace

@@ -88,7 +88,7 @@ const UnitRow kRows[] = {
     {"AnEqualsSignAlone", "[Service]\n=\n= a\n", {}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, ServiceUnitFile, testing::ValuesIn(kRows), rowName<UnitRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ServiceUnitFile, testing::ValuesIn(kRows), rowName<UnitRow>);
 
 TEST(ServiceUnitFileOfAMebibyte, IsReadToItsEnd) {
   const std::string padding(1 << 20, 'x');

@@ -40,7 +40,7 @@ const TreeRow kRows[] = {
     {"ACircle", {{1, 2}, {2, 1}, {3, 1}}, {1, 0, 0}},
 };
 
-INSTANTIATE_TEST_SUITE_P(, ProcessTreeTest, testing::ValuesIn(kRows), rowName<TreeRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ProcessTreeTest, testing::ValuesIn(kRows), rowName<TreeRow>);
 
 TEST(ProcessTreeOfADeepChain, IsCountedInOneGo) {
   constexpr int kDeep = 200'000;  // a walk up from each would take minutes

@@ -188,7 +188,7 @@ TEST_P(TerminalQuitsOnAKernelWith, EndTheProcessThatIsMeantOrNone) {
   quitAtEachPlace(GetParam(), openTerminal, kTerminals, false);
 }
 
-INSTANTIATE_TEST_SUITE_P(, TerminalQuitsOnAKernelWith, testing::ValuesIn(kIdentityKernels),
+INSTANTIATE_TEST_SUITE_P(Table, TerminalQuitsOnAKernelWith, testing::ValuesIn(kIdentityKernels),
                          rowName<IdentityKernel>);
 
 TEST_F(TerminalQuits, EndTheProcessThatIsMeantOrNoneAtAnyTime) {

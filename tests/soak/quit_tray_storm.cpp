@@ -127,7 +127,7 @@ TEST_P(TrayQuitsOnAKernelWith, EndTheProcessThatIsMeantOrNone) {
   quitAtEachPlace(GetParam(), openTray, 1, true);
 }
 
-INSTANTIATE_TEST_SUITE_P(, TrayQuitsOnAKernelWith, testing::ValuesIn(kIdentityKernels),
+INSTANTIATE_TEST_SUITE_P(Table, TrayQuitsOnAKernelWith, testing::ValuesIn(kIdentityKernels),
                          rowName<IdentityKernel>);
 
 TEST_F(TrayQuits, EndTheProcessThatIsMeantOrNoneAtAnyTime) {

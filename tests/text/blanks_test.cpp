@@ -19,7 +19,7 @@ TEST_P(WithSingleBlanks, HasNoTwoInARow) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , WithSingleBlanks,
+    Table, WithSingleBlanks,
     testing::Values(Row{"Empty", "", ""}, Row{"None", "train.py", "train.py"},
                     Row{"Single", "LoRA fine-tune", "LoRA fine-tune"},
                     Row{"Figures", "x  ·   9.9 GB  ·  pid 1  [A]", "x · 9.9 GB · pid 1 [A]"},

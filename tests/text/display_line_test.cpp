@@ -123,7 +123,7 @@ TEST_P(DisplayName, IsOneHarmlessLineOf1024BytesAtMost) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , DisplayName,
+    Table, DisplayName,
     testing::Values(Row{"Empty", "", ""}, Row{"Short", "LoRA fine-tune", "LoRA fine-tune"},
                     Row{"Harmless", "a\n\xFF\u202E", "a\uFFFD\uFFFD\uFFFD"},
                     Row{"Of1024", times(1024, "x"), times(1024, "x")},

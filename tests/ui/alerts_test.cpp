@@ -26,7 +26,7 @@ TEST_P(Notification, IsShownForFailuresAlone) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , Notification,
+    Table, Notification,
     testing::Values(
         TitleRow{"Failed", "Failed", true}, TitleRow{"CannotForceQuit", "Cannot force quit", true},
         TitleRow{"ProtectedProcess", "Protected process", true},
@@ -130,7 +130,7 @@ constexpr const char* kFirst800 =
     "\n\nThe command line goes on: these are its first 800 characters.";
 
 INSTANTIATE_TEST_SUITE_P(
-    , CommandLine,
+    Table, CommandLine,
     testing::Values(CommandRow{"None", 0, 0}, CommandRow{"Short", 799, 799},
                     CommandRow{"Exactly", 800, 800},
                     CommandRow{"Longer", 801, 800, false, kFirst800},

@@ -95,7 +95,7 @@ TEST_P(BoundedText, HasNoDearCharacterAndNoEnd) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , BoundedText,
+    Table, BoundedText,
     testing::Values(
         // title; tool tip: name, product, owner; submenu: product, launch agent
         Place{"ProcessRow", [] { return processRow(false); }, 6},

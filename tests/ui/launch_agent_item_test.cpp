@@ -40,7 +40,7 @@ TEST_P(LaunchAgentItem, SaysItsStateAndOffersToChangeIt) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , LaunchAgentItem,
+    Table, LaunchAgentItem,
     testing::Values(
         Row{"Off", {.label = "a"}, "a  ·  off", Action::loadLaunchAgent},
         Row{"OffAndKeptAlive",

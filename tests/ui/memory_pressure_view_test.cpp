@@ -110,7 +110,7 @@ TEST_P(SmallStrip, DrawsNothingOnATrackOfFourPoints) {
   EXPECT_EQ(!drawn({}, GetParam().bounds).empty(), GetParam().isDrawn);
 }
 
-INSTANTIATE_TEST_SUITE_P(, SmallStrip,
+INSTANTIATE_TEST_SUITE_P(Table, SmallStrip,
                          testing::Values(SmallRow{"Width24", {0, 0, 24, 36}, false},
                                          SmallRow{"Width25", {0, 0, 25, 36}, true},
                                          SmallRow{"Height16", {0, 0, 280, 16}, false},
@@ -135,7 +135,7 @@ constexpr const char* kLowPressure = "rgba(0.2 0.9 0.45 0.35)";
 constexpr const char* kMediumPressure = "rgba(0.95 0.85 0.2 0.4)";
 constexpr const char* kHighPressure = "rgba(1 0.35 0.3 0.45)";
 
-INSTANTIATE_TEST_SUITE_P(, PressureColor,
+INSTANTIATE_TEST_SUITE_P(Table, PressureColor,
                          testing::Values(PressureRow{"None", 0, kLowPressure},
                                          PressureRow{"JustBelowYellow", 0.5499, kLowPressure},
                                          PressureRow{"ExactlyYellow", 0.55, kMediumPressure},

@@ -187,7 +187,7 @@ TEST_P(SectionLimit, ShowsTheLargest) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , SectionLimit,
+    Table, SectionLimit,
     testing::Values(LimitRow{"EightInAll", LabRole::none, kTop, 8, 8},
                     LimitRow{"NineInAll", LabRole::none, kTop, 9, 8},
                     LimitRow{"TwelveJobs", LabRole::training, kTraining, 12, 12},

@@ -198,7 +198,7 @@ TEST_P(RefusedForceQuit, DoesNothing) {
   EXPECT_EQ(frontEnd_.pendingWork(), 1U);
 }
 
-INSTANTIATE_TEST_SUITE_P(, RefusedForceQuit,
+INSTANTIATE_TEST_SUITE_P(Table, RefusedForceQuit,
                          testing::Values(AnswerRow{"Cancelled", kCancel},
                                          AnswerRow{"Dismissed", kAlertDismissed},
                                          AnswerRow{"AThirdButton", kCancel + 1}),
@@ -349,7 +349,7 @@ TEST_P(WrongObject, IsIgnored) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , WrongObject,
+    Table, WrongObject,
     testing::Values(WrongRow{"QuitOfNothing", Action::quitProcess, {}},
                     WrongRow{"QuitOfARecord", Action::quitProcess, VordaProcess{.pid = 7}},
                     WrongRow{"QuitOfAText", Action::quitProcess, std::string("7")},

@@ -27,7 +27,7 @@ TEST_P(FamilyKey, NamesTheGroup) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , FamilyKey,
+    Table, FamilyKey,
     testing::Values(
         KeyRow{"Inference", process("x", "Ollama", LabRole::inference), "role:inference"},
         KeyRow{"Training", process("x", "Python", LabRole::training), "role:training"},
@@ -62,7 +62,7 @@ TEST_P(StableHash, IsTheSameInEveryRun) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , StableHash,
+    Table, StableHash,
     testing::Values(HashRow{"RoleInference", "role:inference", 3832704456072269291, 3},
                     HashRow{"RoleTraining", "role:training", 471420938876212062, 6},
                     HashRow{"RoleAgent", "role:agent", 3111850584909569, 1},

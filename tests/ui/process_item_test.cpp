@@ -85,7 +85,7 @@ std::string times(int count, const char* text) {
   return result;
 }
 
-INSTANTIATE_TEST_SUITE_P(, ProcessItemName,
+INSTANTIATE_TEST_SUITE_P(Table, ProcessItemName,
                          testing::Values(NameRow{"Empty", "", ""},
                                          NameRow{"Of42", times(42, "x"), times(42, "x")},
                                          NameRow{"Of43", times(43, "x"), times(41, "x") + "…"},
@@ -202,7 +202,7 @@ TEST_P(DockerItem, IsThereForProtectedDockerProcesses) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , DockerItem,
+    Table, DockerItem,
     testing::Values(DockerRow{"ByProduct", "engine", "Docker", true, true},
                     DockerRow{"ByName", "Docker Desktop", "App", true, true},
                     DockerRow{"ByNameInCapitals", "DOCKERD", "Process", true, true},

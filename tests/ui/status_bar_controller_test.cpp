@@ -181,7 +181,7 @@ TEST_P(LiveStrip, ShowsTheSixLargest) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(, LiveStrip,
+INSTANTIATE_TEST_SUITE_P(Table, LiveStrip,
                          testing::Values(StripRow{"Five", 5, 5}, StripRow{"Six", 6, 6},
                                          StripRow{"Seven", 7, 6}),
                          rowName<StripRow>);

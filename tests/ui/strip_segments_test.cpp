@@ -74,7 +74,7 @@ TEST_P(Pressure, IsUsedByTotalFromZeroToOne) {
   EXPECT_DOUBLE_EQ(strip.pressure, GetParam().pressure);
 }
 
-INSTANTIATE_TEST_SUITE_P(, Pressure,
+INSTANTIATE_TEST_SUITE_P(Table, Pressure,
                          testing::Values(PressureRow{"Half", 8, 0.5}, PressureRow{"All", 16, 1},
                                          PressureRow{"MoreThanAll", 20, 1},
                                          PressureRow{"Negative", -1, 0}),

@@ -83,25 +83,25 @@ MemoryPressureView strip(double pressure, std::vector<Segment> segments) {
   return view;
 }
 
-TEST(StripDescription, namesEverySegmentWithItsMemory) {
+TEST(StripDescription, NamesEverySegmentWithItsMemory) {
   EXPECT_EQ(stripDescription(strip(0.62, {{.label = "Ollama Server", .memMB = 4198},
                                           {.label = "firefox", .memMB = 312},
                                           {.label = "small", .memMB = 9.5}})),
             "Memory 62 percent used: Ollama Server 4.1 GB, firefox 312 MB, small 9.5 MB");
 }
 
-TEST(StripDescription, withoutSegmentsSaysHowMuchIsUsed) {
+TEST(StripDescription, WithoutSegmentsSaysHowMuchIsUsed) {
   EXPECT_EQ(stripDescription(strip(0.004, {})), "Memory 0 percent used");
   EXPECT_EQ(stripDescription(strip(1, {})), "Memory 100 percent used");
 }
 
-TEST(StripDescription, shortensLongNames) {
+TEST(StripDescription, ShortensLongNames) {
   const std::string words =
       stripDescription(strip(0.5, {{.label = std::string(100000, 'x'), .memMB = 100}}));
   EXPECT_EQ(words, "Memory 50 percent used: " + std::string(41, 'x') + "… 100 MB");
 }
 
-TEST(StripDescription, isOneHarmlessLine) {
+TEST(StripDescription, IsOneHarmlessLine) {
   EXPECT_EQ(stripDescription(strip(0.5, {{.label = "a\nb\u202Ec", .memMB = 100}})),
             "Memory 50 percent used: a\uFFFDb\uFFFDc 100 MB");
 }

@@ -33,13 +33,13 @@ void press(AlertDialog& dialog, int key) {
   QCoreApplication::sendEvent(&dialog, &down);
 }
 
-TEST(AlertDialog, showsItsTexts) {
+TEST(AlertDialog, ShowsItsTexts) {
   const AlertDialog dialog(forceQuit());
   EXPECT_EQ(texts(dialog),
             QStringList({"Force Quit?", "firefox\nPID 12\n\nThis cannot be undone."}));
 }
 
-TEST(AlertDialog, keepsTheOrderOfItsButtons) {
+TEST(AlertDialog, KeepsTheOrderOfItsButtons) {
   AlertDialog dialog(forceQuit());
   dialog.show();
   const auto shown = buttons(dialog);
@@ -51,7 +51,7 @@ TEST(AlertDialog, keepsTheOrderOfItsButtons) {
   EXPECT_FALSE(shown[1]->isDefault());
 }
 
-TEST(AlertDialog, answersWithTheButtonsPlace) {
+TEST(AlertDialog, AnswersWithTheButtonsPlace) {
   AlertDialog first(forceQuit());
   buttons(first)[0]->click();
   EXPECT_EQ(first.answer(), kAlertFirstButtonReturn);
@@ -60,7 +60,7 @@ TEST(AlertDialog, answersWithTheButtonsPlace) {
   EXPECT_EQ(second.answer(), kAlertFirstButtonReturn + 1);
 }
 
-TEST(AlertDialog, returnChoosesTheFirstButton) {
+TEST(AlertDialog, ReturnChoosesTheFirstButton) {
   AlertDialog dialog(forceQuit());
   dialog.show();
   press(dialog, Qt::Key_Return);
@@ -68,7 +68,7 @@ TEST(AlertDialog, returnChoosesTheFirstButton) {
   EXPECT_FALSE(dialog.isVisible());
 }
 
-TEST(AlertDialog, escapeMeansCancel) {
+TEST(AlertDialog, EscapeMeansCancel) {
   AlertDialog dialog(forceQuit());
   dialog.show();
   press(dialog, Qt::Key_Escape);
@@ -76,34 +76,34 @@ TEST(AlertDialog, escapeMeansCancel) {
   EXPECT_FALSE(dialog.isVisible());
 }
 
-TEST(AlertDialog, closingItMeansCancel) {
+TEST(AlertDialog, ClosingItMeansCancel) {
   AlertDialog dialog(forceQuit());
   dialog.show();
   dialog.close();
   EXPECT_EQ(dialog.answer(), kAlertFirstButtonReturn + 1);
 }
 
-TEST(AlertDialog, escapeWithoutACancelButtonChoosesNothing) {
+TEST(AlertDialog, EscapeWithoutACancelButtonChoosesNothing) {
   AlertDialog dialog({.messageText = "Failed"});
   dialog.show();
   press(dialog, Qt::Key_Escape);
   EXPECT_EQ(dialog.answer(), kAlertDismissed);
 }
 
-TEST(AlertDialog, withoutButtonsHasOneThatDismissesIt) {
+TEST(AlertDialog, WithoutButtonsHasOneThatDismissesIt) {
   const AlertDialog dialog({.messageText = "Failed"});
   ASSERT_EQ(buttons(dialog).size(), 1);
   buttons(dialog)[0]->click();
   EXPECT_EQ(dialog.answer(), kAlertFirstButtonReturn);
 }
 
-TEST(AlertDialog, showsMarkupAsText) {
+TEST(AlertDialog, ShowsMarkupAsText) {
   const char* hostile = "<b>x</b> <img src=/etc/passwd> &amp; a_b & c";
   const AlertDialog dialog({.messageText = hostile, .informativeText = hostile});
   EXPECT_EQ(texts(dialog), QStringList({hostile, hostile}));
 }
 
-TEST(AlertDialog, fitsTheScreenWhateverItSays) {
+TEST(AlertDialog, FitsTheScreenWhateverItSays) {
   const std::string endless(100000, 'x');
   std::string lines;
   for (int i = 0; i < 10000; ++i) lines += "line\n";
@@ -114,7 +114,7 @@ TEST(AlertDialog, fitsTheScreenWhateverItSays) {
   EXPECT_EQ(texts(dialog)[0].size(), 100000);
 }
 
-TEST(AlertDialog, isAsHighAsAWrappedTextNeeds) {
+TEST(AlertDialog, IsAsHighAsAWrappedTextNeeds) {
   const std::string words =
       "Menu bar process manager with a live color-coded memory pressure strip, and more words "
       "than one line of this dialog can hold";
@@ -125,7 +125,7 @@ TEST(AlertDialog, isAsHighAsAWrappedTextNeeds) {
   EXPECT_EQ(text->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
 }
 
-TEST(AlertDialog, showsAPictureForEveryStyle) {
+TEST(AlertDialog, ShowsAPictureForEveryStyle) {
   for (const Alert::Icon icon : {Alert::Icon::standard, Alert::Icon::badge}) {
     for (const Alert::Style style : {Alert::Style::informational, Alert::Style::warning}) {
       const AlertDialog dialog({.messageText = "x", .style = style, .icon = icon});

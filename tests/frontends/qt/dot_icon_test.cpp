@@ -16,7 +16,7 @@ int bluePixels(const QImage& image) {
   return count;
 }
 
-TEST(DotIcon, isEightPointsWideInTheMiddle) {
+TEST(DotIcon, IsEightPointsWideInTheMiddle) {
   const QImage image = dotIcon(kBlue).pixmap(QSize(16, 16), 1).toImage();
   ASSERT_EQ(image.size(), QSize(16, 16));
   EXPECT_EQ(image.pixelColor(8, 8), QColor(Qt::blue));
@@ -26,7 +26,7 @@ TEST(DotIcon, isEightPointsWideInTheMiddle) {
   EXPECT_EQ(image.pixelColor(12, 8).alpha(), 0);
 }
 
-TEST(DotIcon, isDrawnAnewForADenserScreen) {
+TEST(DotIcon, IsDrawnAnewForADenserScreen) {
   const QPixmap pixmap = dotIcon(kBlue).pixmap(QSize(16, 16), 2);
   const QImage image = pixmap.toImage();
   ASSERT_EQ(image.size(), QSize(32, 32));
@@ -37,7 +37,7 @@ TEST(DotIcon, isDrawnAnewForADenserScreen) {
   EXPECT_GT(bluePixels(image), 3 * bluePixels(dotIcon(kBlue).pixmap(QSize(16, 16), 1).toImage()));
 }
 
-TEST(DotIcon, isAPictureForHosts) {
+TEST(DotIcon, IsAPictureForHosts) {
   const QImage image = QImage::fromData(dotPng(kBlue, 2), "PNG");
   ASSERT_EQ(image.size(), QSize(2 * kDotSquare, 2 * kDotSquare));
   EXPECT_EQ(image.pixelColor(kDotSquare, kDotSquare), QColor(Qt::blue));

@@ -27,7 +27,7 @@ void collectIds(const Node& node, std::multiset<int>& ids) {
   for (const Node& child : node.children) collectIds(child, ids);
 }
 
-TEST(ExportedMenu, numbersEveryItemOnce) {
+TEST(ExportedMenu, NumbersEveryItemOnce) {
   ExportedMenu menu;
   menu.show(menuOf(exampleItems()));
   std::multiset<int> ids;
@@ -36,20 +36,20 @@ TEST(ExportedMenu, numbersEveryItemOnce) {
   EXPECT_EQ(std::set<int>(ids.begin(), ids.end()).size(), ids.size());
 }
 
-TEST(ExportedMenu, showsTheStripAsBlocksAndInWords) {
+TEST(ExportedMenu, ShowsTheStripAsBlocksAndInWords) {
   ExportedMenu menu;
   menu.show(menuOf(exampleItems()));
   EXPECT_EQ(menu.root().children.front().label, "██████░░░░ 62%");
   EXPECT_EQ(menu.root().children.front().accessibleText, "Memory 62 percent used");
 }
 
-TEST(ExportedMenu, sameMenuAgainIsNoChange) {
+TEST(ExportedMenu, SameMenuAgainIsNoChange) {
   ExportedMenu menu;
   menu.show(menuOf(exampleItems()));
   EXPECT_FALSE(isChange(menu.show(menuOf(exampleItems()))));
 }
 
-TEST(ExportedMenu, newFiguresRelabelTheSameItems) {
+TEST(ExportedMenu, NewFiguresRelabelTheSameItems) {
   ExportedMenu menu;
   menu.show(menuOf({processRow(11, "ollama", 1, "312 MB")}));
   const int id = idOf(menu, 11);
@@ -60,7 +60,7 @@ TEST(ExportedMenu, newFiguresRelabelTheSameItems) {
   EXPECT_EQ(menu.find(id)->label, "ollama  ·  4.1 GB");
 }
 
-TEST(ExportedMenu, processThatWentLeavesTheOthersTheirNumbers) {
+TEST(ExportedMenu, ProcessThatWentLeavesTheOthersTheirNumbers) {
   ExportedMenu menu;
   menu.show(menuOf({processRow(11, "a"), processRow(12, "b")}));
   const int gone = idOf(menu, 11);
@@ -70,7 +70,7 @@ TEST(ExportedMenu, processThatWentLeavesTheOthersTheirNumbers) {
   EXPECT_EQ(menu.find(gone), nullptr);
 }
 
-TEST(ExportedMenu, numberIsNeverUsedForAnotherProcess) {
+TEST(ExportedMenu, NumberIsNeverUsedForAnotherProcess) {
   ExportedMenu menu;
   menu.show(menuOf({processRow(11, "a", 1)}));
   const int before = idOf(menu, 11);
@@ -80,7 +80,7 @@ TEST(ExportedMenu, numberIsNeverUsedForAnotherProcess) {
   EXPECT_EQ(menu.find(before), nullptr);
 }
 
-TEST(ExportedMenu, stripAloneMoves) {
+TEST(ExportedMenu, StripAloneMoves) {
   ExportedMenu menu;
   menu.show(menuOf(exampleItems()));
   MemoryPressureView strip;
@@ -92,7 +92,7 @@ TEST(ExportedMenu, stripAloneMoves) {
   EXPECT_FALSE(isChange(menu.showStrip(strip)));
 }
 
-TEST(ExportedMenu, stripOfAMenuWithoutOneIsNoChange) {
+TEST(ExportedMenu, StripOfAMenuWithoutOneIsNoChange) {
   ExportedMenu menu;
   menu.show(menuOf({textItem("x")}));
   EXPECT_FALSE(isChange(menu.showStrip({})));
@@ -117,7 +117,7 @@ std::vector<MenuItem> wholeItems() {
           actionItem("Quit Vorda", Action::quitApp)};
 }
 
-TEST(ExportedMenu, isShortForAHostThatCannotScroll) {
+TEST(ExportedMenu, IsShortForAHostThatCannotScroll) {
   ExportedMenu menu;
   menu.setHost(TrayHostKind::gnomeShell);
   menu.show(menuOf(wholeItems()));
@@ -127,7 +127,7 @@ TEST(ExportedMenu, isShortForAHostThatCannotScroll) {
                                       "Quit Vorda"}));
 }
 
-TEST(ExportedMenu, rowsOfTheShortMenuHaveNoSubmenu) {
+TEST(ExportedMenu, RowsOfTheShortMenuHaveNoSubmenu) {
   ExportedMenu menu;
   menu.setHost(TrayHostKind::gnomeShell);
   menu.show(menuOf(wholeItems()));
@@ -137,7 +137,7 @@ TEST(ExportedMenu, rowsOfTheShortMenuHaveNoSubmenu) {
   EXPECT_EQ(row->item->submenu.size(), 4U);
 }
 
-TEST(ExportedMenu, isWholeAgainForAnotherHost) {
+TEST(ExportedMenu, IsWholeAgainForAnotherHost) {
   ExportedMenu menu;
   menu.show(menuOf(wholeItems()));
   const std::vector<std::string> whole = labels(menu);
@@ -148,7 +148,7 @@ TEST(ExportedMenu, isWholeAgainForAnotherHost) {
   EXPECT_EQ(labels(menu), whole);
 }
 
-TEST(ExportedMenu, followsTheRoomOnTheScreen) {
+TEST(ExportedMenu, FollowsTheRoomOnTheScreen) {
   ExportedMenu menu;
   menu.show(menuOf(wholeItems()));
   EXPECT_FALSE(isChange(menu.setRoom(ShortMenu::Room::little)));
@@ -158,7 +158,7 @@ TEST(ExportedMenu, followsTheRoomOnTheScreen) {
   EXPECT_NE(idOf(menu, 11), -1);
 }
 
-TEST(ExportedMenu, stripOfTheShortMenuMoves) {
+TEST(ExportedMenu, StripOfTheShortMenuMoves) {
   ExportedMenu menu;
   menu.setHost(TrayHostKind::gnomeShell);
   menu.show(menuOf(wholeItems()));

@@ -68,7 +68,7 @@ class HostMenuTest : public testing::Test {
   std::vector<std::string> chosen;
 };
 
-TEST_F(HostMenuTest, hostReadsEveryItem) {
+TEST_F(HostMenuTest, HostReadsEveryItem) {
   const HostItem root = layout();
   ASSERT_EQ(root.children.size(), 8U);
   const HostItem& strip = root.children[0];
@@ -84,13 +84,13 @@ TEST_F(HostMenuTest, hostReadsEveryItem) {
   EXPECT_EQ(row.children[2].label, "Quit");
 }
 
-TEST_F(HostMenuTest, hostReadsOneLevelOrOneSubmenu) {
+TEST_F(HostMenuTest, HostReadsOneLevelOrOneSubmenu) {
   EXPECT_TRUE(layout(0, 1).children[3].children.empty());
   const HostItem row = layout(layout().children[3].id);
   EXPECT_EQ(row.children.size(), 4U);
 }
 
-TEST_F(HostMenuTest, hostReadsOnlyWhatItAsksFor) {
+TEST_F(HostMenuTest, HostReadsOnlyWhatItAsksFor) {
   const BusMessage call = newCall("GetGroupProperties");
   sd_bus_message_append(call.get(), "aias", 2, 1, 2, 1, "enabled");
   const BusMessage reply = pair.send(call);
@@ -114,7 +114,7 @@ TEST_F(HostMenuTest, hostReadsOnlyWhatItAsksFor) {
   EXPECT_EQ(items, 2);
 }
 
-TEST_F(HostMenuTest, hostReadsOneProperty) {
+TEST_F(HostMenuTest, HostReadsOneProperty) {
   const BusMessage call = newCall("GetProperty");
   sd_bus_message_append(call.get(), "is", layout().children[6].id, "label");
   const BusMessage reply = pair.send(call);
@@ -123,18 +123,18 @@ TEST_F(HostMenuTest, hostReadsOneProperty) {
   EXPECT_STREQ(label, "Refresh now");
 }
 
-TEST_F(HostMenuTest, itemThatIsNotThereIsAnError) {
+TEST_F(HostMenuTest, ItemThatIsNotThereIsAnError) {
   const BusMessage call = newCall("GetLayout");
   sd_bus_message_append(call.get(), "iias", 4711, -1, 0);
   EXPECT_TRUE(sd_bus_message_is_method_error(pair.send(call).get(), nullptr));
 }
 
-TEST_F(HostMenuTest, clickChoosesTheItem) {
+TEST_F(HostMenuTest, ClickChoosesTheItem) {
   event(layout().children[3].children[2].id, "clicked");
   EXPECT_EQ(chosen, std::vector<std::string>{"Quit"});
 }
 
-TEST_F(HostMenuTest, clicksInAGroupChooseTheirItems) {
+TEST_F(HostMenuTest, ClicksInAGroupChooseTheirItems) {
   const int id = layout().children[6].id;
   const BusMessage call = newCall("EventGroup");
   sd_bus_message_append(call.get(), "a(isvu)", 2, id, "hovered", "i", 0, 0U, id, "clicked", "i", 0,
@@ -143,7 +143,7 @@ TEST_F(HostMenuTest, clicksInAGroupChooseTheirItems) {
   EXPECT_EQ(chosen, std::vector<std::string>{"Refresh now"});
 }
 
-TEST_F(HostMenuTest, clickOnWhatCanNotBeChosenIsIgnored) {
+TEST_F(HostMenuTest, ClickOnWhatCanNotBeChosenIsIgnored) {
   const HostItem root = layout();
   event(root.children[1].id, "clicked");
   event(root.children[2].id, "clicked");
@@ -152,42 +152,42 @@ TEST_F(HostMenuTest, clickOnWhatCanNotBeChosenIsIgnored) {
   EXPECT_TRUE(chosen.empty());
 }
 
-TEST_F(HostMenuTest, clickOnAProcessThatWentReachesNoOther) {
+TEST_F(HostMenuTest, ClickOnAProcessThatWentReachesNoOther) {
   const int id = layout().children[3].children[2].id;
   hostMenu.show(menuOf({processRow(11, "ollama", 2)}));
   event(id, "clicked");
   EXPECT_TRUE(chosen.empty());
 }
 
-TEST_F(HostMenuTest, itemsAreBroughtUpToDateBeforeTheHostShowsThem) {
+TEST_F(HostMenuTest, ItemsAreBroughtUpToDateBeforeTheHostShowsThem) {
   onOpening = [this] { hostMenu.show(menuOf({processRow(13, "new")})); };
   EXPECT_TRUE(aboutToShow());
   EXPECT_EQ(layout().children[0].label, "new  ·  312 MB");
   EXPECT_EQ(openings, 1);
 }
 
-TEST_F(HostMenuTest, openingWithoutNewsIsNoChange) {
+TEST_F(HostMenuTest, OpeningWithoutNewsIsNoChange) {
   EXPECT_FALSE(aboutToShow());
 }
 
-TEST_F(HostMenuTest, openingInAGroupCounts) {
+TEST_F(HostMenuTest, OpeningInAGroupCounts) {
   const BusMessage call = newCall("AboutToShowGroup");
   sd_bus_message_append(call.get(), "ai", 1, 0);
   pair.send(call);
   EXPECT_EQ(openings, 1);
 }
 
-TEST_F(HostMenuTest, openingASubmenuIsNoOpening) {
+TEST_F(HostMenuTest, OpeningASubmenuIsNoOpening) {
   aboutToShow(layout().children[3].id);
   EXPECT_EQ(openings, 0);
 }
 
-TEST_F(HostMenuTest, hostThatOnlySaysOpenedIsHeard) {
+TEST_F(HostMenuTest, HostThatOnlySaysOpenedIsHeard) {
   event(0, "opened");
   EXPECT_EQ(openings, 1);
 }
 
-TEST_F(HostMenuTest, openMenuKeepsItsItems) {
+TEST_F(HostMenuTest, OpenMenuKeepsItsItems) {
   aboutToShow();
   const HostItem before = layout();
   pair.takeSignals();
@@ -196,7 +196,7 @@ TEST_F(HostMenuTest, openMenuKeepsItsItems) {
   EXPECT_THAT(pair.takeSignals(), Not(Contains("LayoutUpdated")));
 }
 
-TEST_F(HostMenuTest, stripMovesInTheOpenMenu) {
+TEST_F(HostMenuTest, StripMovesInTheOpenMenu) {
   aboutToShow();
   pair.takeSignals();
   MemoryPressureView strip;
@@ -206,7 +206,7 @@ TEST_F(HostMenuTest, stripMovesInTheOpenMenu) {
   EXPECT_EQ(layout().children[0].label, "█████████░ 90%");
 }
 
-TEST_F(HostMenuTest, itemsCatchUpWhenTheHostClosesTheMenu) {
+TEST_F(HostMenuTest, ItemsCatchUpWhenTheHostClosesTheMenu) {
   aboutToShow();
   hostMenu.show(menuOf({processRow(13, "new")}));
   pair.takeSignals();
@@ -216,19 +216,19 @@ TEST_F(HostMenuTest, itemsCatchUpWhenTheHostClosesTheMenu) {
   EXPECT_EQ(layout().children.size(), 1U);
 }
 
-TEST_F(HostMenuTest, choosingClosesTheMenu) {
+TEST_F(HostMenuTest, ChoosingClosesTheMenu) {
   aboutToShow();
   event(layout().children[6].id, "clicked");
   EXPECT_EQ(closings, 1);
   EXPECT_EQ(chosen, std::vector<std::string>{"Refresh now"});
 }
 
-TEST_F(HostMenuTest, hostThatNeverSaysClosedIsNotWaitedForForever) {
+TEST_F(HostMenuTest, HostThatNeverSaysClosedIsNotWaitedForForever) {
   aboutToShow();
   EXPECT_TRUE(eventually([this] { return closings == 1; }));
 }
 
-TEST_F(HostMenuTest, hostThatSaysClosedIsWaitedFor) {
+TEST_F(HostMenuTest, HostThatSaysClosedIsWaitedFor) {
   aboutToShow();
   event(0, "closed");
   aboutToShow();
@@ -237,14 +237,14 @@ TEST_F(HostMenuTest, hostThatSaysClosedIsWaitedFor) {
   EXPECT_EQ(closings, 1);
 }
 
-TEST_F(HostMenuTest, anotherMenuThatOpensClosesThisOne) {
+TEST_F(HostMenuTest, AnotherMenuThatOpensClosesThisOne) {
   aboutToShow();
   hostMenu.assumeClosed();
   hostMenu.assumeClosed();
   EXPECT_EQ(closings, 1);
 }
 
-TEST_F(HostMenuTest, hostThatGoesTakesTheMenuAndItsWordWithIt) {
+TEST_F(HostMenuTest, HostThatGoesTakesTheMenuAndItsWordWithIt) {
   aboutToShow();
   event(0, "closed");
   aboutToShow();
@@ -254,7 +254,7 @@ TEST_F(HostMenuTest, hostThatGoesTakesTheMenuAndItsWordWithIt) {
   EXPECT_TRUE(eventually([this] { return closings == 3; }));
 }
 
-TEST_F(HostMenuTest, anotherHostIsToldOfItsMenu) {
+TEST_F(HostMenuTest, AnotherHostIsToldOfItsMenu) {
   aboutToShow();
   pair.takeSignals();
   hostMenu.setHost(TrayHostKind::gnomeShell);
@@ -263,14 +263,14 @@ TEST_F(HostMenuTest, anotherHostIsToldOfItsMenu) {
   EXPECT_EQ(layout().children[1].label, "Open Vorda…");
 }
 
-TEST_F(HostMenuTest, newFiguresTravelInOneSignal) {
+TEST_F(HostMenuTest, NewFiguresTravelInOneSignal) {
   hostMenu.show(menuOf({processRow(11, "a", 1, "1 MB"), processRow(12, "b", 1, "1 MB")}));
   pair.takeSignals();
   hostMenu.show(menuOf({processRow(11, "a", 1, "2 MB"), processRow(12, "b", 1, "2 MB")}));
   EXPECT_EQ(pair.takeSignals(), Signals{"ItemsPropertiesUpdated"});
 }
 
-TEST_F(HostMenuTest, anotherLayoutHasAnotherRevision) {
+TEST_F(HostMenuTest, AnotherLayoutHasAnotherRevision) {
   layout();
   const unsigned before = revision;
   hostMenu.show(menuOf({processRow(13, "new")}));
@@ -278,7 +278,7 @@ TEST_F(HostMenuTest, anotherLayoutHasAnotherRevision) {
   EXPECT_GT(revision, before);
 }
 
-TEST_F(HostMenuTest, withoutNewsTheBusIsLeftAlone) {
+TEST_F(HostMenuTest, WithoutNewsTheBusIsLeftAlone) {
   hostMenu.show(menuOf(exampleItems()));
   EXPECT_TRUE(pair.takeSignals().empty());
 }

@@ -20,28 +20,28 @@ struct LabelRow {
 
 class LabelTest : public testing::TestWithParam<LabelRow> {};
 
-TEST_P(LabelTest, showsTheTitleAsItIs) {
+TEST_P(LabelTest, ShowsTheTitleAsItIs) {
   EXPECT_EQ(menuLabel(GetParam().title).toStdString(), GetParam().inQMenu);
   EXPECT_EQ(hostMenuLabel(GetParam().title, TrayHostKind::usual), GetParam().atHost);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Titles, LabelTest,
-    testing::Values(LabelRow{"plain", "firefox", "firefox", "firefox"},
-                    LabelRow{"underscore", "train_lora.py", "train_lora.py", "train__lora.py"},
-                    LabelRow{"twoUnderscores", "__main__", "__main__", "____main____"},
-                    LabelRow{"ampersand", "R&D", "R&&D", "R&D"},
-                    LabelRow{"twoAmpersands", "a && b", "a &&&& b", "a && b"},
-                    LabelRow{"markup", "<b>x</b>", "<b>x</b>", "<b>x</b>"},
-                    LabelRow{"beyondAscii", "★ é 模型 🔒", "★ é 模型 🔒", "★ é 模型 🔒"},
-                    LabelRow{"rightToLeft", "שלום_  ·  1 MB", "\u200Eשלום_\u200E  ·  1 MB",
+    testing::Values(LabelRow{"Plain", "firefox", "firefox", "firefox"},
+                    LabelRow{"Underscore", "train_lora.py", "train_lora.py", "train__lora.py"},
+                    LabelRow{"TwoUnderscores", "__main__", "__main__", "____main____"},
+                    LabelRow{"Ampersand", "R&D", "R&&D", "R&D"},
+                    LabelRow{"TwoAmpersands", "a && b", "a &&&& b", "a && b"},
+                    LabelRow{"Markup", "<b>x</b>", "<b>x</b>", "<b>x</b>"},
+                    LabelRow{"BeyondAscii", "★ é 模型 🔒", "★ é 模型 🔒", "★ é 模型 🔒"},
+                    LabelRow{"RightToLeft", "שלום_  ·  1 MB", "\u200Eשלום_\u200E  ·  1 MB",
                              "\u200Eשלום__\u200E  ·  1 MB"},
-                    LabelRow{"lineBreakAndTab", "a\nb\tc", "a\uFFFDb\uFFFDc", "a\uFFFDb\uFFFDc"},
-                    LabelRow{"override", "a\u202Eb", "a\uFFFDb", "a\uFFFDb"},
-                    LabelRow{"empty", "", "", ""}),
+                    LabelRow{"LineBreakAndTab", "a\nb\tc", "a\uFFFDb\uFFFDc", "a\uFFFDb\uFFFDc"},
+                    LabelRow{"Override", "a\u202Eb", "a\uFFFDb", "a\uFFFDb"},
+                    LabelRow{"Empty", "", "", ""}),
     rowName<LabelRow>);
 
-TEST(MenuLabel, cutsATitleThatNoScreenCouldShow) {
+TEST(MenuLabel, CutsATitleThatNoScreenCouldShow) {
   const std::string endless(100000, 'x');
   EXPECT_LE(menuLabel(endless).size(), 120);
   EXPECT_LE(text::characterCount(hostMenuLabel(endless, TrayHostKind::usual)), 120U);
@@ -68,7 +68,7 @@ std::string shownByPlasma(const std::string& label) {
 
 class HostLabelTest : public testing::TestWithParam<const char*> {};
 
-TEST_P(HostLabelTest, isShownAsItIsByEveryHost) {
+TEST_P(HostLabelTest, IsShownAsItIsByEveryHost) {
   EXPECT_EQ(shownByGnomeShell(hostMenuLabel(GetParam(), TrayHostKind::gnomeShell)), GetParam());
   EXPECT_EQ(shownByPlasma(hostMenuLabel(GetParam(), TrayHostKind::usual)), GetParam());
 }
@@ -88,32 +88,32 @@ struct StripLabelRow {
 
 class StripLabelTest : public testing::TestWithParam<StripLabelRow> {};
 
-TEST_P(StripLabelTest, fillsTenCells) {
+TEST_P(StripLabelTest, FillsTenCells) {
   MemoryPressureView strip;
   strip.pressure = GetParam().pressure;
   EXPECT_EQ(stripLabel(strip), GetParam().label);
 }
 
 INSTANTIATE_TEST_SUITE_P(Pressures, StripLabelTest,
-                         testing::Values(StripLabelRow{"none", 0, "░░░░░░░░░░ 0%"},
-                                         StripLabelRow{"some", 0.62, "██████░░░░ 62%"},
-                                         StripLabelRow{"roundedUp", 0.75, "████████░░ 75%"},
-                                         StripLabelRow{"all", 1, "██████████ 100%"}),
+                         testing::Values(StripLabelRow{"None", 0, "░░░░░░░░░░ 0%"},
+                                         StripLabelRow{"Some", 0.62, "██████░░░░ 62%"},
+                                         StripLabelRow{"RoundedUp", 0.75, "████████░░ 75%"},
+                                         StripLabelRow{"All", 1, "██████████ 100%"}),
                          rowName<StripLabelRow>);
 
-TEST(PlainToolTip, keepsMarkupFromBeingRead) {
+TEST(PlainToolTip, KeepsMarkupFromBeingRead) {
   EXPECT_TRUE(plainToolTip("<img src=x> & y").contains("&lt;img src=x&gt; &amp; y"));
 }
 
-TEST(PlainToolTip, keepsLines) {
+TEST(PlainToolTip, KeepsLines) {
   EXPECT_TRUE(plainToolTip("one\ntwo").contains("one<br>two"));
 }
 
-TEST(PlainToolTip, isNoneForNoText) {
+TEST(PlainToolTip, IsNoneForNoText) {
   EXPECT_TRUE(plainToolTip("").isEmpty());
 }
 
-TEST(PlainToolTip, cutsWhatFillsTheScreen) {
+TEST(PlainToolTip, CutsWhatFillsTheScreen) {
   EXPECT_LT(plainToolTip(std::string(100000, 'x')).size(), 1100);
 }
 

@@ -17,12 +17,12 @@ class MenuTrackingTest : public testing::Test {
   MenuTracking tracking;
 };
 
-TEST_F(MenuTrackingTest, updatesBeforeItOpens) {
+TEST_F(MenuTrackingTest, UpdatesBeforeItOpens) {
   tracking.begin(Shown::popup);
   EXPECT_EQ(delegate.calls, (Calls{"needsUpdate", "willOpen"}));
 }
 
-TEST_F(MenuTrackingTest, closesOnce) {
+TEST_F(MenuTrackingTest, ClosesOnce) {
   tracking.begin(Shown::popup);
   delegate.calls.clear();
   tracking.end(Shown::popup);
@@ -30,7 +30,7 @@ TEST_F(MenuTrackingTest, closesOnce) {
   EXPECT_EQ(delegate.calls, Calls{"didClose"});
 }
 
-TEST_F(MenuTrackingTest, openingTheOtherMenuClosesTheFirst) {
+TEST_F(MenuTrackingTest, OpeningTheOtherMenuClosesTheFirst) {
   tracking.begin(Shown::hostMenu);
   delegate.calls.clear();
   tracking.begin(Shown::popup);
@@ -42,7 +42,7 @@ TEST_F(MenuTrackingTest, openingTheOtherMenuClosesTheFirst) {
   EXPECT_EQ(delegate.calls, Calls{"didClose"});
 }
 
-TEST_F(MenuTrackingTest, tellsNobodyWhenThereIsNobody) {
+TEST_F(MenuTrackingTest, TellsNobodyWhenThereIsNobody) {
   tracking.reportTo(nullptr);
   tracking.begin(Shown::popup);
   tracking.end(Shown::popup);

@@ -22,7 +22,7 @@ class MenuWindowTest : public testing::Test {
   MenuWindow window;
 };
 
-TEST_F(MenuWindowTest, holdsTheStripAboveTheButton) {
+TEST_F(MenuWindowTest, HoldsTheStripAboveTheButton) {
   const QWidget* strip = nullptr;
   for (QObject* child : window.children()) {
     if (const auto* found = dynamic_cast<StripWidget*>(child)) strip = found;
@@ -33,14 +33,14 @@ TEST_F(MenuWindowTest, holdsTheStripAboveTheButton) {
   EXPECT_EQ(window.windowTitle(), "Vorda²");
 }
 
-TEST_F(MenuWindowTest, cannotBeMinimized) {
+TEST_F(MenuWindowTest, CannotBeMinimized) {
   window.showMinimized();
   settle();
   EXPECT_FALSE(window.isMinimized());
   EXPECT_TRUE(window.isVisible());
 }
 
-TEST_F(MenuWindowTest, buttonAsksForTheMenu) {
+TEST_F(MenuWindowTest, ButtonAsksForTheMenu) {
   int requests = 0;
   QObject::connect(&window, &MenuWindow::menuRequested, [&requests] { ++requests; });
   button()->click();
@@ -48,7 +48,7 @@ TEST_F(MenuWindowTest, buttonAsksForTheMenu) {
   EXPECT_GE(window.menuPosition().y(), window.mapToGlobal(button()->pos()).y());
 }
 
-TEST_F(MenuWindowTest, closingIsLeftToTheProgram) {
+TEST_F(MenuWindowTest, ClosingIsLeftToTheProgram) {
   int dismissals = 0;
   QObject::connect(&window, &MenuWindow::dismissed, [&dismissals] { ++dismissals; });
   window.close();
@@ -56,12 +56,12 @@ TEST_F(MenuWindowTest, closingIsLeftToTheProgram) {
   EXPECT_TRUE(window.isVisible());
 }
 
-TEST_F(MenuWindowTest, canNotBeLostBehindOthersOrMinimized) {
+TEST_F(MenuWindowTest, CanNotBeLostBehindOthersOrMinimized) {
   EXPECT_TRUE(window.windowFlags() & Qt::WindowStaysOnTopHint);
   EXPECT_FALSE(window.windowFlags() & Qt::WindowMinimizeButtonHint);
 }
 
-TEST_F(MenuWindowTest, runsWorkOnceItIsOnScreen) {
+TEST_F(MenuWindowTest, RunsWorkOnceItIsOnScreen) {
   int runs = 0;
   window.whenExposed([&runs] { ++runs; });
   EXPECT_EQ(runs, 1);

@@ -14,25 +14,25 @@ bool never(const QString&) {
   return false;
 }
 
-TEST(MissingGlyphs, lettersAreShown) {
+TEST(MissingGlyphs, LettersAreShown) {
   EXPECT_TRUE(isShown("Vorda", QApplication::font()));
 }
 
-TEST(MissingGlyphs, whatUnicodeDoesNotKnowIsNot) {
+TEST(MissingGlyphs, WhatUnicodeDoesNotKnowIsNot) {
   const char32_t unassigned = 0x3fffd;
   EXPECT_FALSE(isShown(QString::fromUcs4(&unassigned, 1), QApplication::font()));
 }
 
-TEST(MissingGlyphs, shownGlyphsStay) {
+TEST(MissingGlyphs, ShownGlyphsStay) {
   EXPECT_EQ(withMissingGlyphsReplaced("★ vllm  ·  2.0 GB 🔒 ↺", always), "★ vllm  ·  2.0 GB 🔒 ↺");
 }
 
-TEST(MissingGlyphs, missingGlyphsBecomeWords) {
+TEST(MissingGlyphs, MissingGlyphsBecomeWords) {
   EXPECT_EQ(withMissingGlyphsReplaced("★ vllm  ·  2.0 GB 🔒 ↺", never),
             "* vllm  ·  2.0 GB [locked] ~");
 }
 
-TEST(MissingGlyphs, textWithoutThemIsNotLookedAt) {
+TEST(MissingGlyphs, TextWithoutThemIsNotLookedAt) {
   EXPECT_EQ(withMissingGlyphsReplaced("vllm  ·  2.0 GB", never), "vllm  ·  2.0 GB");
 }
 

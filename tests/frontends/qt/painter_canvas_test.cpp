@@ -19,7 +19,7 @@ class PainterCanvasTest : public testing::Test {
   QImage image;
 };
 
-TEST_F(PainterCanvasTest, originIsAtTheBottomLeft) {
+TEST_F(PainterCanvasTest, OriginIsAtTheBottomLeft) {
   QPainter painter(&image);
   PainterCanvas(painter, kSide).fillRect({0, 0, 5, 5}, kRed);
   EXPECT_TRUE(isRed(2, kSide - 3));
@@ -27,14 +27,14 @@ TEST_F(PainterCanvasTest, originIsAtTheBottomLeft) {
   EXPECT_TRUE(isWhite(7, kSide - 3));
 }
 
-TEST_F(PainterCanvasTest, ovalLeavesTheCorners) {
+TEST_F(PainterCanvasTest, OvalLeavesTheCorners) {
   QPainter painter(&image);
   PainterCanvas(painter, kSide).fillOval({0, 0, kSide, kSide}, kRed);
   EXPECT_TRUE(isRed(kSide / 2, kSide / 2));
   EXPECT_TRUE(isWhite(0, 0));
 }
 
-TEST_F(PainterCanvasTest, clipEndsWithTheState) {
+TEST_F(PainterCanvasTest, ClipEndsWithTheState) {
   QPainter painter(&image);
   PainterCanvas canvas(painter, kSide);
   canvas.saveState();
@@ -47,14 +47,14 @@ TEST_F(PainterCanvasTest, clipEndsWithTheState) {
   EXPECT_TRUE(isRed(15, kSide - 3));
 }
 
-TEST_F(PainterCanvasTest, strokeLeavesTheInside) {
+TEST_F(PainterCanvasTest, StrokeLeavesTheInside) {
   QPainter painter(&image);
   PainterCanvas(painter, kSide).strokeRoundedRect({2, 2, 16, 16}, 0, kRed, 2);
   EXPECT_TRUE(isRed(2, 10));
   EXPECT_TRUE(isWhite(10, 10));
 }
 
-TEST_F(PainterCanvasTest, coloursLieOverWhatIsThere) {
+TEST_F(PainterCanvasTest, ColoursLieOverWhatIsThere) {
   QPainter painter(&image);
   PainterCanvas(painter, kSide).fillRect({0, 0, kSide, kSide}, kRed.withAlpha(0.5));
   const QColor mixed = image.pixelColor(10, 10);
@@ -62,7 +62,7 @@ TEST_F(PainterCanvasTest, coloursLieOverWhatIsThere) {
   EXPECT_NEAR(mixed.green(), 128, 1);
 }
 
-TEST_F(PainterCanvasTest, roundedRectLeavesTheCorners) {
+TEST_F(PainterCanvasTest, RoundedRectLeavesTheCorners) {
   QPainter painter(&image);
   PainterCanvas(painter, kSide).fillRoundedRect({0, 0, kSide, kSide}, 8, kRed);
   EXPECT_TRUE(isWhite(0, 0));

@@ -55,7 +55,7 @@ class PopupMenuTest : public testing::Test {
   std::vector<std::string> chosen;
 };
 
-TEST_F(PopupMenuTest, showsEveryItem) {
+TEST_F(PopupMenuTest, ShowsEveryItem) {
   ASSERT_EQ(menu.actions().size(), 8);
   EXPECT_EQ(action(1)->text(), "System  10.0 / 16 GB used");
   EXPECT_FALSE(action(1)->isEnabled());
@@ -66,7 +66,7 @@ TEST_F(PopupMenuTest, showsEveryItem) {
   EXPECT_TRUE(action(6)->icon().isNull());
 }
 
-TEST_F(PopupMenuTest, disabledItemsCanBeRead) {
+TEST_F(PopupMenuTest, DisabledItemsCanBeRead) {
   constexpr int kReadable = 128;  // between two shades of grey, 0 to 255
   const std::vector<const QMenu*> menus{&menu, submenu(3)};
   for (const QMenu* shown : menus) {
@@ -76,7 +76,7 @@ TEST_F(PopupMenuTest, disabledItemsCanBeRead) {
   }
 }
 
-TEST_F(PopupMenuTest, scrollsWhenItIsTooHigh) {
+TEST_F(PopupMenuTest, ScrollsWhenItIsTooHigh) {
   const std::vector<MenuItem> items(200, exampleItems()[6]);
   menu.setMenu(menuOf(items));
   open();
@@ -84,14 +84,14 @@ TEST_F(PopupMenuTest, scrollsWhenItIsTooHigh) {
   EXPECT_LE(menu.height(), menu.screen()->geometry().height());
 }
 
-TEST_F(PopupMenuTest, submenusAreFull) {
+TEST_F(PopupMenuTest, SubmenusAreFull) {
   ASSERT_NE(submenu(3), nullptr);
   ASSERT_EQ(submenu(3)->actions().size(), 4);
   EXPECT_EQ(submenu(3)->actions()[2]->text(), "Quit");
   EXPECT_EQ(submenu(6), nullptr);
 }
 
-TEST_F(PopupMenuTest, stripStandsOnTopAsAWidget) {
+TEST_F(PopupMenuTest, StripStandsOnTopAsAWidget) {
   open();
   auto* widget = static_cast<QWidgetAction*>(action(0))->defaultWidget();
   ASSERT_NE(widget, nullptr);
@@ -101,7 +101,7 @@ TEST_F(PopupMenuTest, stripStandsOnTopAsAWidget) {
   EXPECT_EQ(widget->accessibleName(), "Memory 62 percent used");
 }
 
-TEST_F(PopupMenuTest, stripIsDrawnAnewOnRequest) {
+TEST_F(PopupMenuTest, StripIsDrawnAnewOnRequest) {
   const auto items = exampleItems();
   menu.setMenu(menuOf(items));
   items[0].strip->pressure = 0.9;
@@ -110,19 +110,19 @@ TEST_F(PopupMenuTest, stripIsDrawnAnewOnRequest) {
             "Memory 90 percent used");
 }
 
-TEST_F(PopupMenuTest, clickChoosesAndCloses) {
+TEST_F(PopupMenuTest, ClickChoosesAndCloses) {
   open();
   click(action(7));
   EXPECT_EQ(chosen, std::vector<std::string>{"Quit Vorda"});
   EXPECT_FALSE(menu.isVisible());
 }
 
-TEST_F(PopupMenuTest, choiceInASubmenuIsReportedOnce) {
+TEST_F(PopupMenuTest, ChoiceInASubmenuIsReportedOnce) {
   submenu(3)->actions()[2]->trigger();
   EXPECT_EQ(chosen, std::vector<std::string>{"Quit"});
 }
 
-TEST_F(PopupMenuTest, chosenItemMeansWhatItMeantWhenItWasShown) {
+TEST_F(PopupMenuTest, ChosenItemMeansWhatItMeantWhenItWasShown) {
   std::shared_ptr<const MenuItem> meant;
   QObject::connect(&menu, &PopupMenu::chosen,
                    [&meant](std::shared_ptr<const MenuItem> item) { meant = std::move(item); });
@@ -133,21 +133,21 @@ TEST_F(PopupMenuTest, chosenItemMeansWhatItMeantWhenItWasShown) {
   EXPECT_EQ(meant->process->pid, 12);
 }
 
-TEST_F(PopupMenuTest, clickOnALineChoosesNothing) {
+TEST_F(PopupMenuTest, ClickOnALineChoosesNothing) {
   open();
   click(action(1));
   EXPECT_TRUE(chosen.empty());
   EXPECT_TRUE(menu.isVisible());
 }
 
-TEST_F(PopupMenuTest, refreshNowLeavesItOpen) {
+TEST_F(PopupMenuTest, RefreshNowLeavesItOpen) {
   open();
   click(action(6));
   EXPECT_EQ(chosen, std::vector<std::string>{"Refresh now"});
   EXPECT_TRUE(menu.isVisible());
 }
 
-TEST_F(PopupMenuTest, refreshNowByKeyboardLeavesItOpen) {
+TEST_F(PopupMenuTest, RefreshNowByKeyboardLeavesItOpen) {
   open();
   menu.setActiveAction(action(6));
   press(menu, Qt::Key_Return);
@@ -155,7 +155,7 @@ TEST_F(PopupMenuTest, refreshNowByKeyboardLeavesItOpen) {
   EXPECT_TRUE(menu.isVisible());
 }
 
-TEST_F(PopupMenuTest, keyboardWalksOpensASubmenuAndChooses) {
+TEST_F(PopupMenuTest, KeyboardWalksOpensASubmenuAndChooses) {
   open();
   press(menu, Qt::Key_Down);
   EXPECT_EQ(menu.activeAction(), action(3));
@@ -166,14 +166,14 @@ TEST_F(PopupMenuTest, keyboardWalksOpensASubmenuAndChooses) {
   EXPECT_FALSE(menu.isVisible());
 }
 
-TEST_F(PopupMenuTest, escapeClosesWithoutAChoice) {
+TEST_F(PopupMenuTest, EscapeClosesWithoutAChoice) {
   open();
   press(menu, Qt::Key_Escape);
   EXPECT_FALSE(menu.isVisible());
   EXPECT_TRUE(chosen.empty());
 }
 
-TEST_F(PopupMenuTest, controlCommaAsksForSettings) {
+TEST_F(PopupMenuTest, ControlCommaAsksForSettings) {
   int requests = 0;
   QObject::connect(&menu, &PopupMenu::settingsRequested, [&requests] { ++requests; });
   open();
@@ -182,7 +182,7 @@ TEST_F(PopupMenuTest, controlCommaAsksForSettings) {
   EXPECT_FALSE(menu.isVisible());
 }
 
-TEST_F(PopupMenuTest, newItemsLeaveAnOpenMenuOpen) {
+TEST_F(PopupMenuTest, NewItemsLeaveAnOpenMenuOpen) {
   open();
   menu.setMenu(menuOf(
       {stripItem(0.5), processRow(13, "new"), actionItem("Refresh now", Action::refreshNow)}));
@@ -192,7 +192,7 @@ TEST_F(PopupMenuTest, newItemsLeaveAnOpenMenuOpen) {
   EXPECT_EQ(action(1)->text(), "new  ·  312 MB");
 }
 
-TEST_F(PopupMenuTest, sameProcessKeepsItsRowAndItsOpenSubmenu) {
+TEST_F(PopupMenuTest, SameProcessKeepsItsRowAndItsOpenSubmenu) {
   open();
   QAction* row = action(4);
   menu.setActiveAction(row);
@@ -205,14 +205,14 @@ TEST_F(PopupMenuTest, sameProcessKeepsItsRowAndItsOpenSubmenu) {
   EXPECT_TRUE(row->menu()->isVisible());
 }
 
-TEST_F(PopupMenuTest, rowNeverComesToMeanAnotherProcess) {
+TEST_F(PopupMenuTest, RowNeverComesToMeanAnotherProcess) {
   const QPointer<QAction> row = action(3);
   menu.setMenu(menuOf({processRow(11, "ollama", 2)}));
   settle();
   EXPECT_TRUE(row.isNull());
 }
 
-TEST_F(PopupMenuTest, refreshNowStaysUnderThePointer) {
+TEST_F(PopupMenuTest, RefreshNowStaysUnderThePointer) {
   open();
   menu.setActiveAction(action(6));
   const auto place = [this](int index) {
@@ -225,7 +225,7 @@ TEST_F(PopupMenuTest, refreshNowStaysUnderThePointer) {
   EXPECT_EQ(place(5), before);
 }
 
-TEST_F(PopupMenuTest, rowsShowTheirToolTipAfterAWhile) {
+TEST_F(PopupMenuTest, RowsShowTheirToolTipAfterAWhile) {
   open();
   menu.setActiveAction(action(3));
   action(3)->hover();
@@ -234,7 +234,7 @@ TEST_F(PopupMenuTest, rowsShowTheirToolTipAfterAWhile) {
   QToolTip::hideText();
 }
 
-TEST_F(PopupMenuTest, aHundredThousandCharactersFitTheScreen) {
+TEST_F(PopupMenuTest, AHundredThousandCharactersFitTheScreen) {
   menu.setMenu(menuOf({processRow(11, std::string(100000, 'x'))}));
   open();
   EXPECT_LT(menu.width(), 4000);

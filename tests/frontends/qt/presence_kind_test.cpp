@@ -14,29 +14,29 @@ struct PresenceRow {
 
 class PresenceTest : public testing::TestWithParam<PresenceRow> {};
 
-TEST_P(PresenceTest, isChosenByWhatIsThere) {
+TEST_P(PresenceTest, IsChosenByWhatIsThere) {
   EXPECT_EQ(choosePresence(GetParam().facts), GetParam().kind);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Facts, PresenceTest,
     testing::Values(
-        PresenceRow{"nothingKnownYet", {}, PresenceKind::undecided},
+        PresenceRow{"NothingKnownYet", {}, PresenceKind::undecided},
         PresenceRow{
-            "embeddingTrayWhileAHostMayAnswer", {.embeddingTray = true}, PresenceKind::undecided},
-        PresenceRow{"host", {.hostDecided = true, .hostShowsIcon = true}, PresenceKind::hostIcon},
-        PresenceRow{"hostBeforeEmbeddingTray",
+            "EmbeddingTrayWhileAHostMayAnswer", {.embeddingTray = true}, PresenceKind::undecided},
+        PresenceRow{"Host", {.hostDecided = true, .hostShowsIcon = true}, PresenceKind::hostIcon},
+        PresenceRow{"HostBeforeEmbeddingTray",
                     {.hostDecided = true, .hostShowsIcon = true, .embeddingTray = true},
                     PresenceKind::hostIcon},
-        PresenceRow{"embeddingTrayAlone",
+        PresenceRow{"EmbeddingTrayAlone",
                     {.hostDecided = true, .embeddingTray = true},
                     PresenceKind::embeddedIcon},
-        PresenceRow{"neither", {.hostDecided = true}, PresenceKind::window},
-        PresenceRow{"hostThatNeverAnswers", {.patienceIsOver = true}, PresenceKind::window},
-        PresenceRow{"hostThatNeverAnswersBesideEmbeddingTray",
+        PresenceRow{"Neither", {.hostDecided = true}, PresenceKind::window},
+        PresenceRow{"HostThatNeverAnswers", {.patienceIsOver = true}, PresenceKind::window},
+        PresenceRow{"HostThatNeverAnswersBesideEmbeddingTray",
                     {.embeddingTray = true, .patienceIsOver = true},
                     PresenceKind::embeddedIcon},
-        PresenceRow{"hostThatAnswersLate",
+        PresenceRow{"HostThatAnswersLate",
                     {.hostDecided = true, .hostShowsIcon = true, .patienceIsOver = true},
                     PresenceKind::hostIcon}),
     rowName<PresenceRow>);

@@ -67,26 +67,26 @@ class QtFrontEndTest : public testing::Test {
   QtFrontEnd frontEnd;
 };
 
-TEST_F(QtFrontEndTest, isVisibleWithoutATray) {
+TEST_F(QtFrontEndTest, IsVisibleWithoutATray) {
   ASSERT_NE(shown<MenuWindow>(), nullptr);
   EXPECT_EQ(shown<MenuWindow>()->windowTitle(), "Vorda²");
 }
 
-TEST_F(QtFrontEndTest, menuIsBroughtUpToDateBeforeItOpens) {
+TEST_F(QtFrontEndTest, MenuIsBroughtUpToDateBeforeItOpens) {
   delegate.onNeedsUpdate = [this] { frontEnd.menuRebuilt(menuOf({processRow(13, "new")})); };
   clickTheButton();
   EXPECT_EQ(delegate.calls, (Calls{"needsUpdate", "willOpen"}));
   EXPECT_EQ(openMenu(), QStringList("new  ·  312 MB"));
 }
 
-TEST_F(QtFrontEndTest, buttonClosesAnOpenMenu) {
+TEST_F(QtFrontEndTest, ButtonClosesAnOpenMenu) {
   clickTheButton();
   clickTheButton();
   EXPECT_EQ(shown<PopupMenu>(), nullptr);
   EXPECT_EQ(delegate.calls.back(), "didClose");
 }
 
-TEST_F(QtFrontEndTest, choiceIsPerformedAfterTheMenuHasClosed) {
+TEST_F(QtFrontEndTest, ChoiceIsPerformedAfterTheMenuHasClosed) {
   clickTheButton();
   delegate.calls.clear();
   choose("Quit Vorda");
@@ -94,7 +94,7 @@ TEST_F(QtFrontEndTest, choiceIsPerformedAfterTheMenuHasClosed) {
   EXPECT_EQ(delegate.calls, (Calls{"didClose", "perform Quit Vorda"}));
 }
 
-TEST_F(QtFrontEndTest, refreshNowFillsTheOpenMenuAnew) {
+TEST_F(QtFrontEndTest, RefreshNowFillsTheOpenMenuAnew) {
   delegate.onPerform = [this](const MenuItem&) {
     frontEnd.menuRebuilt(menuOf({processRow(13, "new")}));
   };
@@ -105,7 +105,7 @@ TEST_F(QtFrontEndTest, refreshNowFillsTheOpenMenuAnew) {
   EXPECT_EQ(openMenu(), QStringList("new  ·  312 MB"));
 }
 
-TEST_F(QtFrontEndTest, cancelTrackingClosesTheMenu) {
+TEST_F(QtFrontEndTest, CancelTrackingClosesTheMenu) {
   clickTheButton();
   frontEnd.cancelTracking();
   settle();
@@ -113,14 +113,14 @@ TEST_F(QtFrontEndTest, cancelTrackingClosesTheMenu) {
   EXPECT_EQ(delegate.calls, (Calls{"needsUpdate", "willOpen", "didClose"}));
 }
 
-TEST_F(QtFrontEndTest, alertWaitsForItsAnswer) {
+TEST_F(QtFrontEndTest, AlertWaitsForItsAnswer) {
   frontEnd.after(0, [] { shown<AlertDialog>()->findChildren<QPushButton*>()[1]->click(); });
   EXPECT_EQ(frontEnd.runModal({.messageText = "Sure?", .buttons = {"Yes", "Cancel"}}),
             kAlertFirstButtonReturn + 1);
   EXPECT_EQ(shown<AlertDialog>(), nullptr);
 }
 
-TEST_F(QtFrontEndTest, timersGoOnDuringAnAlert) {
+TEST_F(QtFrontEndTest, TimersGoOnDuringAnAlert) {
   int ticks = 0;
   const auto timer = frontEnd.every(0.001, [&ticks] {
     if (++ticks == 5) shown<AlertDialog>()->reject();
@@ -129,7 +129,7 @@ TEST_F(QtFrontEndTest, timersGoOnDuringAnAlert) {
   timer->cancel();
 }
 
-TEST_F(QtFrontEndTest, menuDoesNotOpenDuringAnAlert) {
+TEST_F(QtFrontEndTest, MenuDoesNotOpenDuringAnAlert) {
   frontEnd.after(0, [] {
     Q_EMIT shown<MenuWindow>()->menuRequested();
     settle();
@@ -140,7 +140,7 @@ TEST_F(QtFrontEndTest, menuDoesNotOpenDuringAnAlert) {
   EXPECT_TRUE(delegate.calls.empty());
 }
 
-TEST_F(QtFrontEndTest, onlyQuittingIsPerformedDuringAnAlert) {
+TEST_F(QtFrontEndTest, OnlyQuittingIsPerformedDuringAnAlert) {
   clickTheButton();
   PopupMenu* menu = shown<PopupMenu>();
   delegate.onPerform = [this](const MenuItem& item) {
@@ -155,7 +155,7 @@ TEST_F(QtFrontEndTest, onlyQuittingIsPerformedDuringAnAlert) {
   EXPECT_THAT(delegate.calls, testing::Contains("perform Quit Vorda"));
 }
 
-TEST_F(QtFrontEndTest, settingsOpenOnceAndCloseWithoutEnding) {
+TEST_F(QtFrontEndTest, SettingsOpenOnceAndCloseWithoutEnding) {
   frontEnd.showSettings();
   frontEnd.showSettings();
   ASSERT_NE(shown<SettingsWindow>(), nullptr);
@@ -167,12 +167,12 @@ TEST_F(QtFrontEndTest, settingsOpenOnceAndCloseWithoutEnding) {
   EXPECT_NE(shown<SettingsWindow>(), nullptr);
 }
 
-TEST_F(QtFrontEndTest, terminateEndsTheProgramWithoutAnError) {
+TEST_F(QtFrontEndTest, TerminateEndsTheProgramWithoutAnError) {
   frontEnd.after(0, [this] { frontEnd.terminate(); });
   EXPECT_EQ(QApplication::exec(), 0);
 }
 
-TEST_F(QtFrontEndTest, terminateDuringAnAlertEndsTheAlertToo) {
+TEST_F(QtFrontEndTest, TerminateDuringAnAlertEndsTheAlertToo) {
   frontEnd.after(0, [this] {
     EXPECT_EQ(frontEnd.runModal({.messageText = "x", .buttons = {"Yes", "No"}}), kAlertDismissed);
   });
@@ -180,7 +180,7 @@ TEST_F(QtFrontEndTest, terminateDuringAnAlertEndsTheAlertToo) {
   EXPECT_EQ(QApplication::exec(), 0);
 }
 
-TEST_F(QtFrontEndTest, closingTheOnlyWindowEndsTheProgram) {
+TEST_F(QtFrontEndTest, ClosingTheOnlyWindowEndsTheProgram) {
   frontEnd.after(0, [] { shown<MenuWindow>()->close(); });
   EXPECT_EQ(QApplication::exec(), 0);
 }
@@ -192,7 +192,7 @@ MenuItem rowThatOpens(std::int32_t pid, const std::string& name) {
   return row;
 }
 
-TEST_F(QtFrontEndTest, rowOfAShortMenuOpensAMenuOfItsOwn) {
+TEST_F(QtFrontEndTest, RowOfAShortMenuOpensAMenuOfItsOwn) {
   const MenuItem row = rowThatOpens(11, "ollama");
   clickTheButton();
   Q_EMIT shown<PopupMenu>()->chosen(std::make_shared<const MenuItem>(row));
@@ -211,7 +211,7 @@ TEST_F(QtFrontEndTest, rowOfAShortMenuOpensAMenuOfItsOwn) {
   EXPECT_EQ(openMenu(), QStringList("new  ·  312 MB"));
 }
 
-TEST_F(QtFrontEndTest, openVordaOpensTheWholeMenu) {
+TEST_F(QtFrontEndTest, OpenVordaOpensTheWholeMenu) {
   const MenuItem open = actionItem("Open Vorda…", Action::openMenu);
   const MenuItem row = rowThatOpens(11, "ollama");
   clickTheButton();
@@ -225,7 +225,7 @@ TEST_F(QtFrontEndTest, openVordaOpensTheWholeMenu) {
   EXPECT_EQ(std::count(delegate.calls.begin(), delegate.calls.end(), "perform Open Vorda…"), 0);
 }
 
-TEST_F(QtFrontEndTest, stripInTheWindowMoves) {
+TEST_F(QtFrontEndTest, StripInTheWindowMoves) {
   const auto menu = menuOf(exampleItems());
   frontEnd.menuRebuilt(menu);
   menu->items[0].strip->pressure = 0.9;
@@ -236,7 +236,7 @@ TEST_F(QtFrontEndTest, stripInTheWindowMoves) {
   }));
 }
 
-TEST_F(QtFrontEndTest, goesWithItsMenuOpen) {
+TEST_F(QtFrontEndTest, GoesWithItsMenuOpen) {
   clickTheButton();
 }
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(QtScheduledWork, runsOnce) {
+TEST(QtScheduledWork, RunsOnce) {
   QObject owner;
   int runs = 0;
   int others = 0;
@@ -16,7 +16,7 @@ TEST(QtScheduledWork, runsOnce) {
   EXPECT_EQ(runs, 1);
 }
 
-TEST(QtScheduledWork, cancelledWorkNeverRuns) {
+TEST(QtScheduledWork, CancelledWorkNeverRuns) {
   QObject owner;
   int runs = 0;
   int others = 0;
@@ -28,7 +28,7 @@ TEST(QtScheduledWork, cancelledWorkNeverRuns) {
   EXPECT_EQ(runs, 0);
 }
 
-TEST(QtScheduledWork, mayCancelItselfWhileItRuns) {
+TEST(QtScheduledWork, MayCancelItselfWhileItRuns) {
   QObject owner;
   int runs = 0;
   int others = 0;
@@ -42,7 +42,7 @@ TEST(QtScheduledWork, mayCancelItselfWhileItRuns) {
   EXPECT_EQ(runs, 1);
 }
 
-TEST(QtScheduledWork, mayBeCancelledAfterItsOwnerWent) {
+TEST(QtScheduledWork, MayBeCancelledAfterItsOwnerWent) {
   auto owner = std::make_unique<QObject>();
   const auto work = scheduleWork(*owner, 0.001, false, [] {});
   owner.reset();

@@ -16,19 +16,19 @@ QList<QLabel*> labels(const SettingsWindow& window) {
   return window.findChildren<QLabel*>();
 }
 
-TEST(SettingsWindow, is400By260) {
+TEST(SettingsWindow, Is400By260) {
   SettingsWindow window({{"Vorda"}});
   window.show();
   EXPECT_EQ(window.size(), QSize(400, 260));
   EXPECT_EQ(window.minimumSize(), window.maximumSize());
 }
 
-TEST(SettingsWindow, isTitledAsSuch) {
+TEST(SettingsWindow, IsTitledAsSuch) {
   const SettingsWindow window({{"Vorda"}});
   EXPECT_EQ(window.windowTitle(), "Vorda Settings");
 }
 
-TEST(SettingsWindow, showsTheLinesFromTopToBottom) {
+TEST(SettingsWindow, ShowsTheLinesFromTopToBottom) {
   SettingsWindow window({{"one"}, {"two"}, {"three"}});
   window.show();
   const auto shown = labels(window);
@@ -40,7 +40,7 @@ TEST(SettingsWindow, showsTheLinesFromTopToBottom) {
   EXPECT_GE(shown[0]->x(), SettingsView::kPadding);
 }
 
-TEST(SettingsWindow, stylesTheLines) {
+TEST(SettingsWindow, StylesTheLines) {
   const SettingsWindow window({{"title", Font::title2Bold},
                                {"body", Font::body, Foreground::secondary},
                                {"caption", Font::caption, Foreground::tertiary},
@@ -59,19 +59,19 @@ TEST(SettingsWindow, stylesTheLines) {
   EXPECT_LT(strength(2), strength(1));
 }
 
-TEST(SettingsWindow, keepsTheRoomAboveALine) {
+TEST(SettingsWindow, KeepsTheRoomAboveALine) {
   SettingsWindow close({{"one"}, {"two"}});
   SettingsWindow apart({{"one"}, {"two", Font::body, Foreground::primary, 8}});
   EXPECT_EQ(labels(close)[1]->contentsMargins().top(), 0);
   EXPECT_EQ(labels(apart)[1]->contentsMargins().top(), 8);
 }
 
-TEST(SettingsWindow, showsMarkupAsText) {
+TEST(SettingsWindow, ShowsMarkupAsText) {
   const SettingsWindow window({{"<b>x</b>"}});
   EXPECT_EQ(labels(window)[0]->textFormat(), Qt::PlainText);
 }
 
-TEST(SettingsWindow, isGoneOnceItIsClosed) {
+TEST(SettingsWindow, IsGoneOnceItIsClosed) {
   QPointer<SettingsWindow> window = new SettingsWindow({{"Vorda"}});
   window->show();
   window->close();

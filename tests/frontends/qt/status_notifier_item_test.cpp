@@ -59,27 +59,27 @@ class StatusNotifierItemTest : public testing::Test {
   int activations = 0;
 };
 
-TEST_F(StatusNotifierItemTest, saysWhatItIs) {
+TEST_F(StatusNotifierItemTest, SaysWhatItIs) {
   EXPECT_EQ(text("Id"), "vorda");
   EXPECT_EQ(text("Category"), "SystemServices");
   EXPECT_EQ(text("Status"), "Active");
   EXPECT_EQ(text("Menu", "o"), "/MenuBar");
 }
 
-TEST_F(StatusNotifierItemTest, newTitleIsTold) {
+TEST_F(StatusNotifierItemTest, NewTitleIsTold) {
   item.setTitle("Vorda² — Memory 62 percent used");
   EXPECT_EQ(pair.takeSignals(), Signals{"NewTitle"});
   EXPECT_EQ(text("Title"), "Vorda² — Memory 62 percent used");
 }
 
-TEST_F(StatusNotifierItemTest, newToolTipIsToldOnce) {
+TEST_F(StatusNotifierItemTest, NewToolTipIsToldOnce) {
   item.setToolTip("Vorda\nHalvek");
   item.setToolTip("Vorda\nHalvek");
   EXPECT_EQ(pair.takeSignals(), Signals{"NewToolTip"});
   EXPECT_EQ(toolTip(), "Vorda\nHalvek");
 }
 
-TEST_F(StatusNotifierItemTest, saysNothingWhileItIsQuiet) {
+TEST_F(StatusNotifierItemTest, SaysNothingWhileItIsQuiet) {
   item.setTitle("Vorda²");
   item.setToolTip("Vorda");
   pair.takeSignals();
@@ -95,7 +95,7 @@ TEST_F(StatusNotifierItemTest, saysNothingWhileItIsQuiet) {
   EXPECT_EQ(text("Title"), "Vorda²");
 }
 
-TEST_F(StatusNotifierItemTest, offersItsPicturesInNetworkByteOrder) {
+TEST_F(StatusNotifierItemTest, OffersItsPicturesInNetworkByteOrder) {
   const BusMessage reply = get("IconPixmap");
   sd_bus_message_enter_container(reply.get(), 'v', "a(iiay)");
   sd_bus_message_enter_container(reply.get(), 'a', "(iiay)");
@@ -117,14 +117,14 @@ TEST_F(StatusNotifierItemTest, offersItsPicturesInNetworkByteOrder) {
   }
 }
 
-TEST_F(StatusNotifierItemTest, everyKindOfClickOpensTheMenu) {
+TEST_F(StatusNotifierItemTest, EveryKindOfClickOpensTheMenu) {
   click("Activate");
   click("ContextMenu");
   click("SecondaryActivate");
   EXPECT_EQ(activations, 3);
 }
 
-TEST_F(StatusNotifierItemTest, scrollingDoesNothing) {
+TEST_F(StatusNotifierItemTest, ScrollingDoesNothing) {
   const BusMessage call = pair.newCall(StatusNotifierItem::kPath, kInterface, "Scroll");
   sd_bus_message_append(call.get(), "is", 1, "vertical");
   EXPECT_FALSE(sd_bus_message_is_method_error(pair.send(call).get(), nullptr));

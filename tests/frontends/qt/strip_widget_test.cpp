@@ -38,7 +38,7 @@ constexpr int kTrackLeft = 10;
 constexpr int kTrackWidth = StripWidget::kWidth - 20;
 constexpr int kBelowTheGloss = 30;
 
-TEST(StripWidget, drawsSegmentsFromTheLeftByTheirShare) {
+TEST(StripWidget, DrawsSegmentsFromTheLeftByTheirShare) {
   StripWidget widget;
   widget.setStrip(halfRedQuarterBlue());
   const QImage image = picture(widget);
@@ -49,14 +49,14 @@ TEST(StripWidget, drawsSegmentsFromTheLeftByTheirShare) {
   EXPECT_FALSE(isBluish(empty));
 }
 
-TEST(StripWidget, marksHighPressureInRedAtTheRightEnd) {
+TEST(StripWidget, MarksHighPressureInRedAtTheRightEnd) {
   StripWidget widget;
   widget.setStrip(halfRedQuarterBlue());
   const QColor pressure = picture(widget).pixelColor(kTrackLeft + kTrackWidth - 16, kBelowTheGloss);
   EXPECT_GT(pressure.red(), pressure.green() + 40);
 }
 
-TEST(StripWidget, isCrispOnADenserScreen) {
+TEST(StripWidget, IsCrispOnADenserScreen) {
   StripWidget widget;
   widget.setStrip(halfRedQuarterBlue());
   const QImage image = picture(widget, 2);
@@ -65,7 +65,7 @@ TEST(StripWidget, isCrispOnADenserScreen) {
   EXPECT_TRUE(isBluish(image.pixelColor(border + 1, 2 * kBelowTheGloss)));
 }
 
-TEST(StripWidget, followsItsStrip) {
+TEST(StripWidget, FollowsItsStrip) {
   StripWidget widget;
   const auto strip = halfRedQuarterBlue();
   widget.setStrip(strip);
@@ -73,14 +73,14 @@ TEST(StripWidget, followsItsStrip) {
   EXPECT_TRUE(isBluish(picture(widget).pixelColor(kTrackLeft + kTrackWidth / 4, kBelowTheGloss)));
 }
 
-TEST(StripWidget, isReadOutInWords) {
+TEST(StripWidget, IsReadOutInWords) {
   StripWidget widget;
   widget.setStrip(halfRedQuarterBlue());
   EXPECT_EQ(widget.accessibleName(),
             "Memory 90 percent used: Ollama Server 4.1 GB, firefox 312 MB");
 }
 
-TEST(StripWidget, withoutAStripIsEmpty) {
+TEST(StripWidget, WithoutAStripIsEmpty) {
   StripWidget widget;
   EXPECT_EQ(picture(widget).pixelColor(100, 20), QColor(Qt::white));
   EXPECT_TRUE(widget.accessibleName().isEmpty());

@@ -54,7 +54,7 @@ TEST_P(Pastes, AreTaken) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , Pastes,
+    Table, Pastes,
     testing::Values(
         Row{"Keys", kEnter + kEnter, ".."}, Row{"Paste", kBegin + kEnter + kEnd + kEnter, "xxx."},
         Row{"Empty", kBegin + kEnd + kEnter, "xx."},

@@ -33,7 +33,7 @@ TEST_P(StripText, HasFortyCellsAndTheUsedShare) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    , StripText,
+    Table, StripText,
     testing::Values(Row{"Empty", {}, 0, "[" + times(40, "·") + "]  0%"},
                     Row{"Half", {0.5}, 0.58, "[" + times(20, "A") + times(20, "·") + "]  58%"},
                     Row{"InStripOrder",

@@ -30,7 +30,7 @@ class TrayActions : public TrayTest {
   }
 };
 
-TEST_F(TrayActions, quitEndsTheProcessAndItsRowGoes) {
+TEST_F(TrayActions, QuitEndsTheProcessAndItsRowGoes) {
   ChildProcess server(modelServer());
   const int pid = server.pid();
   startInTray();
@@ -42,7 +42,7 @@ TEST_F(TrayActions, quitEndsTheProcessAndItsRowGoes) {
   EXPECT_TRUE(rowGoes(pid));
 }
 
-TEST_F(TrayActions, namesWithoutAnEndAreShortLabels) {
+TEST_F(TrayActions, NamesWithoutAnEndAreShortLabels) {
   std::string marks;
   for (int i = 0; i < 30'000; ++i) marks += "\u0301";
   const ChildProcess dear(playProcess({"--memory", "300"}, {"/opt/e" + marks, "vllm", "serve"}));
@@ -54,7 +54,7 @@ TEST_F(TrayActions, namesWithoutAnEndAreShortLabels) {
   EXPECT_TRUE(windowAppears(kDialog));
 }
 
-TEST_F(TrayActions, forceQuitAsksFirst) {
+TEST_F(TrayActions, ForceQuitAsksFirst) {
   ChildProcess server(modelServer({"--ignore-term"}));
   const int pid = server.pid();
   startInTray();
@@ -88,7 +88,7 @@ TEST_F(TrayActions, forceQuitAsksFirst) {
   EXPECT_TRUE(rowGoes(pid));
 }
 
-TEST_F(TrayActions, popupIsWalkedByKeyboard) {
+TEST_F(TrayActions, PopupIsWalkedByKeyboard) {
   startInTray();
   host->activate();
   ASSERT_TRUE(windowAppears(kMenu));
@@ -98,7 +98,7 @@ TEST_F(TrayActions, popupIsWalkedByKeyboard) {
   EXPECT_TRUE(windowGoes(kMenu));
 }
 
-TEST_F(TrayActions, popupQuitsAProcessByKeyboard) {
+TEST_F(TrayActions, PopupQuitsAProcessByKeyboard) {
   ChildProcess server(modelServer());
   startInTray();
   host->activate();
@@ -112,7 +112,7 @@ TEST_F(TrayActions, popupQuitsAProcessByKeyboard) {
   EXPECT_EQ(WTERMSIG(*status), SIGTERM);
 }
 
-TEST_F(TrayActions, clickDuringAnAlertChangesNothing) {
+TEST_F(TrayActions, ClickDuringAnAlertChangesNothing) {
   ChildProcess server(modelServer());
   startInTray();
   choose("About Vorda");
@@ -125,7 +125,7 @@ TEST_F(TrayActions, clickDuringAnAlertChangesNothing) {
   EXPECT_TRUE(host->processRow(server.pid()));
 }
 
-TEST_F(TrayActions, menuThatAHostHasOpenKeepsItsRows) {
+TEST_F(TrayActions, MenuThatAHostHasOpenKeepsItsRows) {
   ChildProcess server(modelServer());
   ChildProcess other(modelServer());
   const int pid = server.pid();
@@ -142,7 +142,7 @@ TEST_F(TrayActions, menuThatAHostHasOpenKeepsItsRows) {
   EXPECT_FALSE(host->processRow(pid));
 }
 
-TEST_F(TrayActions, menuGoesWithItsHost) {
+TEST_F(TrayActions, MenuGoesWithItsHost) {
   ChildProcess server(modelServer());
   const int pid = server.pid();
   startInTray();
@@ -176,7 +176,7 @@ class TrayLaunchAgents : public TrayActions {
   UserManagerRig rig;
 };
 
-TEST_F(TrayLaunchAgents, unloadStopsTheService) {
+TEST_F(TrayLaunchAgents, UnloadStopsTheService) {
   rig.addService("model-gateway", execStart(playProcess({}, {"gateway"})) + "\nRestart=always");
   ASSERT_EQ(runProgram({"systemctl", "--user", "start", "model-gateway"}), 0);
 

@@ -23,12 +23,12 @@ std::string lines(const std::string& text) {
   return std::to_string(std::count(text.begin(), text.end(), '\n')) + " line(s)";
 }
 
-TEST_F(TrayFailures, displayThatIsNotThereIsOneLine) {
+TEST_F(TrayFailures, DisplayThatIsNotThereIsOneLine) {
   program = desktop.startProgram({{"DISPLAY", ":4711"}});
   EXPECT_EQ(program->errorOutput(), "vorda: can't reach the display :4711\n");
 }
 
-TEST_F(TrayFailures, displayThatIsNotThereIsAnError) {
+TEST_F(TrayFailures, DisplayThatIsNotThereIsAnError) {
   program = desktop.startProgram({{"DISPLAY", ":4711"}, {"WAYLAND_DISPLAY", "nowhere"}});
   const auto status = program->wait();
   ASSERT_TRUE(status);
@@ -36,7 +36,7 @@ TEST_F(TrayFailures, displayThatIsNotThereIsAnError) {
   EXPECT_EQ(WEXITSTATUS(*status), 1);
 }
 
-TEST_F(TrayFailures, displayOfControlCharactersIsOneHarmlessLine) {
+TEST_F(TrayFailures, DisplayOfControlCharactersIsOneHarmlessLine) {
   program = desktop.startProgram({{"DISPLAY", ":4\033[2J\n\u009B1A\xFF"}});
   EXPECT_EQ(program->errorOutput(),
             "vorda: can't reach the display :4\uFFFD[2J\uFFFD\uFFFD1A\uFFFD\n");
@@ -49,20 +49,20 @@ struct VariableRow {
 
 class UnusableVariables : public TrayTest, public testing::WithParamInterface<VariableRow> {};
 
-TEST_P(UnusableVariables, areNotPrinted) {
+TEST_P(UnusableVariables, AreNotPrinted) {
   program = desktop.startProgram({{GetParam().name, GetParam().value}});
   ASSERT_TRUE(windowAppears(kWindow));
   program->signal(SIGTERM);
   EXPECT_EQ(program->errorOutput(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(, UnusableVariables,
+INSTANTIATE_TEST_SUITE_P(Table, UnusableVariables,
                          testing::Values(VariableRow{"LC_ALL", "x\033[2J"},
                                          VariableRow{"FC_LANG", "x\033[2J"},
                                          VariableRow{"SESSION_MANAGER", "x\033[2J"}),
                          rowName<VariableRow>);
 
-TEST_F(TrayFailures, withoutProcIsOneLineAndAnError) {
+TEST_F(TrayFailures, WithoutProcIsOneLineAndAnError) {
   if (const auto reason = whyProcStays(); !reason.empty()) GTEST_SKIP() << reason;
   const std::vector<std::string> command = withoutProc(VORDA_TRAY_PROGRAM);
   desktop.setProgram(command.front());
@@ -73,12 +73,12 @@ TEST_F(TrayFailures, withoutProcIsOneLineAndAnError) {
   EXPECT_EQ(program->errorOutput(), "vorda: no process can be seen: /proc is not mounted\n");
 }
 
-TEST_F(TrayFailures, waylandThatIsNotThereLeavesX11) {
+TEST_F(TrayFailures, WaylandThatIsNotThereLeavesX11) {
   program = desktop.startProgram({{"WAYLAND_DISPLAY", "nowhere"}});
   EXPECT_TRUE(windowAppears(kWindow));
 }
 
-TEST_F(TrayFailures, displayThatDiesIsOneLineAndAnError) {
+TEST_F(TrayFailures, DisplayThatDiesIsOneLineAndAnError) {
   startInTray();
   desktop.killScreen();
   const auto status = program->wait();
@@ -89,7 +89,7 @@ TEST_F(TrayFailures, displayThatDiesIsOneLineAndAnError) {
   EXPECT_EQ(lines(errors), "1 line(s)") << errors;
 }
 
-TEST_F(TrayFailures, displayThatDiesUnderAnAlertIsNoHang) {
+TEST_F(TrayFailures, DisplayThatDiesUnderAnAlertIsNoHang) {
   startInTray();
   choose("About Vorda");
   ASSERT_TRUE(windowAppears(kDialog));
@@ -99,13 +99,13 @@ TEST_F(TrayFailures, displayThatDiesUnderAnAlertIsNoHang) {
   EXPECT_EQ(WEXITSTATUS(*status), 1);
 }
 
-TEST_F(TrayFailures, withoutABusItStartsWithTheWindow) {
+TEST_F(TrayFailures, WithoutABusItStartsWithTheWindow) {
   desktop.setBusAddress("unix:path=/nowhere/at/all");
   program = desktop.startProgram();
   EXPECT_TRUE(windowAppears(kWindow));
 }
 
-TEST_F(TrayFailures, withoutABusTwoMayRun) {
+TEST_F(TrayFailures, WithoutABusTwoMayRun) {
   desktop.setBusAddress("unix:path=/nowhere/at/all");
   program = desktop.startProgram();
   ASSERT_TRUE(windowAppears(kWindow));
@@ -115,14 +115,14 @@ TEST_F(TrayFailures, withoutABusTwoMayRun) {
   EXPECT_EQ(program->poll(), std::nullopt);
 }
 
-TEST_F(TrayFailures, busThatDiesGivesTheWindowBack) {
+TEST_F(TrayFailures, BusThatDiesGivesTheWindowBack) {
   startInTray();
   desktop.killBus();
   EXPECT_TRUE(desktop.eventuallyShowsWindow(kWindow));
   EXPECT_EQ(program->poll(), std::nullopt);
 }
 
-TEST_F(TrayFailures, busThatComesLateIsFound) {
+TEST_F(TrayFailures, BusThatComesLateIsFound) {
   const TempFolder folder;
   const std::string address = "unix:path=" + (folder / "late").string();
   desktop.setBusAddress(address);
@@ -137,7 +137,7 @@ TEST_F(TrayFailures, busThatComesLateIsFound) {
   EXPECT_TRUE(windowGoes(kWindow));
 }
 
-TEST_F(TrayFailures, busThatNeverAnswersIsNotWaitedFor) {
+TEST_F(TrayFailures, BusThatNeverAnswersIsNotWaitedFor) {
   const TempFolder folder;
   sockaddr_un address = {};
   address.sun_family = AF_UNIX;
@@ -154,7 +154,7 @@ TEST_F(TrayFailures, busThatNeverAnswersIsNotWaitedFor) {
 }
 
 /// As a second start of the program, which waits less long.
-TEST_F(TrayFailures, instanceThatNeverAnswersIsOneLineAndAnError) {
+TEST_F(TrayFailures, InstanceThatNeverAnswersIsOneLineAndAnError) {
   startInTray();
   program->signal(SIGSTOP);
   const ScopedVariable bus("DBUS_SESSION_BUS_ADDRESS", desktop.busAddress().c_str());

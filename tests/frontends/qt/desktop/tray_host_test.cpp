@@ -11,14 +11,14 @@ using std::chrono::duration_cast;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-TEST_F(TrayHosts, getTheIconByItsUniqueNameAlone) {
+TEST_F(TrayHosts, GetTheIconByItsUniqueNameAlone) {
   startInTray();
   EXPECT_TRUE(host->icon().starts_with(":")) << host->icon();
   // Under a name as well, GNOME's extension would show a second icon.
   EXPECT_NE(host->owner(kName), host->icon());
 }
 
-TEST_F(TrayHosts, thatSignalWithoutEndAreAskedOnceInAWhile) {
+TEST_F(TrayHosts, ThatSignalWithoutEndAreAskedOnceInAWhile) {
   startInTray();
   const int looksBefore = host->looks();
   const auto start = steady_clock::now();
@@ -32,7 +32,7 @@ TEST_F(TrayHosts, thatSignalWithoutEndAreAskedOnceInAWhile) {
   EXPECT_FALSE(desktop.showsWindow(kWindow));
 }
 
-TEST_F(TrayHosts, thatCannotScrollGetAShortMenu) {
+TEST_F(TrayHosts, ThatCannotScrollGetAShortMenu) {
   host->appearAsGnomeShell();
   program = desktop.startProgram();
   ASSERT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
@@ -47,7 +47,7 @@ TEST_F(TrayHosts, thatCannotScrollGetAShortMenu) {
   }
 }
 
-TEST_F(TrayHosts, besideGnomeShellGetTheWholeMenu) {
+TEST_F(TrayHosts, BesideGnomeShellGetTheWholeMenu) {
   TrayHost shell(desktop.busAddress());
   startInTray();
   host->disappear();
@@ -63,7 +63,7 @@ TEST_F(TrayHosts, besideGnomeShellGetTheWholeMenu) {
   EXPECT_NE(findItem(other.layout(), "Refresh now"), nullptr);
 }
 
-TEST_F(TrayHosts, thatCannotScrollLeaveRowsAndTheWholeMenuToTheProgram) {
+TEST_F(TrayHosts, ThatCannotScrollLeaveRowsAndTheWholeMenuToTheProgram) {
   host->appearAsGnomeShell();
   program = desktop.startProgram();
   ASSERT_TRUE(host->eventually([this] { return !host->icon().empty(); }));

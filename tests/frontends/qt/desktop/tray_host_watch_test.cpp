@@ -67,7 +67,7 @@ class WatchedHosts : public testing::Test {
   std::unique_ptr<TrayHostWatch> watch_;
 };
 
-TEST_F(WatchedHosts, haveTheirTimesInTheProgram) {
+TEST_F(WatchedHosts, HaveTheirTimesInTheProgram) {
   const TrayHostTimes usual;
   EXPECT_EQ(usual.betweenLooks, 100);
   EXPECT_EQ(usual.patience, 3000);
@@ -75,7 +75,7 @@ TEST_F(WatchedHosts, haveTheirTimesInTheProgram) {
   EXPECT_EQ(usual.longestPause, 30000);
 }
 
-TEST_F(WatchedHosts, thatDropTheIconGetItAgain) {
+TEST_F(WatchedHosts, ThatDropTheIconGetItAgain) {
   TrayHostTimes patient = kTimes;
   patient.patience = 60000;
   startWatching(patient);
@@ -86,7 +86,7 @@ TEST_F(WatchedHosts, thatDropTheIconGetItAgain) {
   }
 }
 
-TEST_F(WatchedHosts, thatListNoIconShowNoneUntilTheyDo) {
+TEST_F(WatchedHosts, ThatListNoIconShowNoneUntilTheyDo) {
   host_->setList(TrayHost::List::empty);
   startWatching();
   EXPECT_TRUE(watch_->hostShowsIcon()) << "it may take its time";
@@ -95,7 +95,7 @@ TEST_F(WatchedHosts, thatListNoIconShowNoneUntilTheyDo) {
   EXPECT_TRUE(eventually([this] { return watch_->hostShowsIcon(); }));
 }
 
-TEST_F(WatchedHosts, thatListNoIconAreAskedMoreAndMoreRarely) {
+TEST_F(WatchedHosts, ThatListNoIconAreAskedMoreAndMoreRarely) {
   host_->setList(TrayHost::List::empty);
   startWatching();
   pumpFor(std::chrono::milliseconds(600));
@@ -104,7 +104,7 @@ TEST_F(WatchedHosts, thatListNoIconAreAskedMoreAndMoreRarely) {
   EXPECT_LE(host_->registrations(), 6);
 }
 
-TEST_F(WatchedHosts, withoutAListAreBelieved) {
+TEST_F(WatchedHosts, WithoutAListAreBelieved) {
   host_->setList(TrayHost::List::forbidden);
   startWatching();
   pumpFor(std::chrono::milliseconds(400));
@@ -112,7 +112,7 @@ TEST_F(WatchedHosts, withoutAListAreBelieved) {
   EXPECT_TRUE(watch_->hostShowsIcon());
 }
 
-TEST_F(WatchedHosts, areNotSpokenForByStrangers) {
+TEST_F(WatchedHosts, AreNotSpokenForByStrangers) {
   startWatching();
   // Once at first, and once when the icon's time to appear is over.
   ASSERT_TRUE(eventually([this] { return host_->looks() == 2; }));

@@ -7,7 +7,7 @@ namespace {
 
 using TrayPresence = TrayTest;
 
-TEST_F(TrayPresence, hostGetsTheIcon) {
+TEST_F(TrayPresence, HostGetsTheIcon) {
   startInTray();
   EXPECT_TRUE(host->isOwned(host->icon()));
   EXPECT_TRUE(host->toolTip().starts_with("Vorda"));
@@ -16,7 +16,7 @@ TEST_F(TrayPresence, hostGetsTheIcon) {
   EXPECT_FALSE(desktop.showsWindow(kWindow));
 }
 
-TEST_F(TrayPresence, hostThatNeverSaysThatItOpensTheMenuGetsAUsableOne) {
+TEST_F(TrayPresence, HostThatNeverSaysThatItOpensTheMenuGetsAUsableOne) {
   startInTray();
   const HostItem menu = host->layout();
   EXPECT_TRUE(menu.children.front().label.ends_with("%"));
@@ -25,11 +25,11 @@ TEST_F(TrayPresence, hostThatNeverSaysThatItOpensTheMenuGetsAUsableOne) {
   EXPECT_NE(findItem(menu, "Quit Vorda"), nullptr);
 }
 
-TEST_F(TrayPresence, withoutAHostTheWindowIsThere) {
+TEST_F(TrayPresence, WithoutAHostTheWindowIsThere) {
   startWithoutTray();
 }
 
-TEST_F(TrayPresence, windowThatAStartingWindowManagerMissedIsShownAllTheSame) {
+TEST_F(TrayPresence, WindowThatAStartingWindowManagerMissedIsShownAllTheSame) {
   {
     StartingWindowManager manager(desktop.display());
     program = desktop.startProgram();
@@ -38,14 +38,14 @@ TEST_F(TrayPresence, windowThatAStartingWindowManagerMissedIsShownAllTheSame) {
   EXPECT_TRUE(windowAppears(kWindow));
 }
 
-TEST_F(TrayPresence, hostThatComesLaterGetsTheIconAndTheWindowGoes) {
+TEST_F(TrayPresence, HostThatComesLaterGetsTheIconAndTheWindowGoes) {
   startWithoutTray();
   host->appear();
   EXPECT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
   EXPECT_TRUE(windowGoes(kWindow));
 }
 
-TEST_F(TrayPresence, hostThatGoesGivesTheWindowBack) {
+TEST_F(TrayPresence, HostThatGoesGivesTheWindowBack) {
   startInTray();
   host->disappear();
   EXPECT_TRUE(windowAppears(kWindow));
@@ -54,7 +54,7 @@ TEST_F(TrayPresence, hostThatGoesGivesTheWindowBack) {
   EXPECT_TRUE(windowGoes(kWindow));
 }
 
-TEST_F(TrayPresence, watcherWithoutAHostIsNoTray) {
+TEST_F(TrayPresence, WatcherWithoutAHostIsNoTray) {
   host->setHostRegistered(false);
   host->appear();
   startWithoutTray();
@@ -64,7 +64,7 @@ TEST_F(TrayPresence, watcherWithoutAHostIsNoTray) {
   EXPECT_TRUE(windowGoes(kWindow));
 }
 
-TEST_F(TrayPresence, secondWatcherTakesOver) {
+TEST_F(TrayPresence, SecondWatcherTakesOver) {
   startInTray();
   TrayHost second(desktop.busAddress());
   second.appear();
@@ -73,7 +73,7 @@ TEST_F(TrayPresence, secondWatcherTakesOver) {
   EXPECT_TRUE(second.eventually([this] { return !desktop.showsWindow(kWindow); }));
 }
 
-TEST_F(TrayPresence, watcherThatNeverAnswersIsNotWaitedFor) {
+TEST_F(TrayPresence, WatcherThatNeverAnswersIsNotWaitedFor) {
   host->appear();
   program = desktop.startProgram();
   // Nobody works off the watcher's calls meanwhile.
@@ -81,7 +81,7 @@ TEST_F(TrayPresence, watcherThatNeverAnswersIsNotWaitedFor) {
   EXPECT_TRUE(windowGoes(kWindow));
 }
 
-TEST_F(TrayPresence, windowOpensTheMenuAndSettings) {
+TEST_F(TrayPresence, WindowOpensTheMenuAndSettings) {
   startWithoutTray();
   // Nobody manages windows here: a click gives the keyboard.
   desktop.clickInto(kWindow);
@@ -93,7 +93,7 @@ TEST_F(TrayPresence, windowOpensTheMenuAndSettings) {
   EXPECT_TRUE(windowAppears(kSettings));
 }
 
-TEST_F(TrayPresence, secondStartShowsSettingsAndEnds) {
+TEST_F(TrayPresence, SecondStartShowsSettingsAndEnds) {
   startInTray();
   const std::string icon = host->icon();
   const auto second = desktop.startProgram();
@@ -113,14 +113,14 @@ TEST_F(TrayPresence, secondStartShowsSettingsAndEnds) {
   EXPECT_EQ(program->poll(), std::nullopt);
 }
 
-TEST_F(TrayPresence, settingsOpenAtOnceForTheActionOfTheDesktopEntry) {
+TEST_F(TrayPresence, SettingsOpenAtOnceForTheActionOfTheDesktopEntry) {
   host->appear();
   program = desktop.startProgram({}, {"--settings"});
   EXPECT_TRUE(windowAppears(kSettings));
   EXPECT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
 }
 
-TEST_F(TrayPresence, onlySettingsHaveAPlaceInTheTaskBar) {
+TEST_F(TrayPresence, OnlySettingsHaveAPlaceInTheTaskBar) {
   startWithoutTray();
   EXPECT_TRUE(keepsOffTaskbar(desktop.display(), kWindow));
   host->appear();
@@ -137,7 +137,7 @@ TEST_F(TrayPresence, onlySettingsHaveAPlaceInTheTaskBar) {
   EXPECT_FALSE(keepsOffTaskbar(desktop.display(), kSettings));
 }
 
-TEST_F(TrayPresence, quitLeavesNothing) {
+TEST_F(TrayPresence, QuitLeavesNothing) {
   startInTray();
   const std::string icon = host->icon();
   choose("Quit Vorda");
@@ -147,7 +147,7 @@ TEST_F(TrayPresence, quitLeavesNothing) {
   EXPECT_EQ(program->errorOutput(), "");
 }
 
-TEST_F(TrayPresence, quitDuringAnAlertEndsBoth) {
+TEST_F(TrayPresence, QuitDuringAnAlertEndsBoth) {
   startInTray();
   choose("About Vorda");
   ASSERT_TRUE(windowAppears(kDialog));
