@@ -1,12 +1,8 @@
-#include "scanner/friendly_naming.h"
-
 #include <algorithm>
 #include <optional>
 
-#include "scanner/known_products.h"
 #include "scanner/options.h"
-#include "scanner/role_classification.h"
-#include "scanner/training_naming.h"
+#include "scanner/rules.h"
 #include "text/path.h"
 #include "text/unicode.h"
 

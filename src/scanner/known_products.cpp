@@ -1,7 +1,7 @@
-#include "scanner/known_products.h"
-
 #include <array>
 #include <span>
+
+#include "scanner/rules.h"
 
 namespace ProcessScanner {
 namespace {

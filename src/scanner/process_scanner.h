@@ -17,8 +17,8 @@ struct VordaLaunchAgent;
 /// pure, and none fails: what can't be read is left out.
 ///
 /// These signatures are fixed: other tools compile against them. The program itself calls scan(),
-/// which takes the same steps over views (role_classification.h, training_detection.h,
-/// friendly_naming.h, options.h) and reads a command line once for all of them.
+/// which takes the same steps over views (rules.h, options.h) and reads a command line once for
+/// all of them.
 namespace ProcessScanner {
 
 // Which processes are listed: process_scan.cpp.

@@ -1,7 +1,4 @@
-#include "scanner/role_classification.h"
-
-#include "scanner/process_scanner.h"
-#include "scanner/training_detection.h"
+#include "scanner/rules.h"
 #include "text/path.h"
 #include "text/unicode.h"
 

@@ -1,6 +1,4 @@
-#include "scanner/training_detection.h"
-
-#include "scanner/process_scanner.h"
+#include "scanner/rules.h"
 #include "text/contains.h"
 #include "text/path.h"
 

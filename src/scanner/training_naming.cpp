@@ -1,9 +1,8 @@
-#include "scanner/training_naming.h"
-
 #include <algorithm>
 #include <optional>
 
 #include "scanner/options.h"
+#include "scanner/rules.h"
 #include "text/contains.h"
 #include "text/path.h"
 #include "text/unicode.h"
