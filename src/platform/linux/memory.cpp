@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "platform/linux/file_reader.h"
-#include "platform/linux/proc_table.h"
+#include "platform/linux/process_status.h"
 #include "platform/linux/procfs.h"
 
 namespace platform {

@@ -8,27 +8,31 @@
 
 namespace platform {
 
-/// The memory that a process itself uses, in bytes, from /proc/PID/statm: resident - shared pages.
-/// Without what is swapped out.
+/// The amount in a line "key:   123 kB" of /proc/meminfo or /proc/PID/status, in bytes; none
+/// when there is no such line, or it doesn't hold a number of kB.
+std::optional<std::uint64_t> bytesInTable(std::string_view table, std::string_view key);
+
+/// The memory that a process keeps busy, from /proc/PID/statm: resident - shared pages, in
+/// bytes. What is swapped out is not in it.
 std::optional<std::uint64_t> residentFootprint(std::string_view statm, std::uint64_t pageSize);
 
-/// The same from /proc/PID/status, swapped-out memory included: RssAnon + VmSwap; VmRSS alone when
-/// the kernel does not tell these apart. None for a process without memory of its own.
+/// The same from /proc/PID/status, in RAM or swapped out: RssAnon + VmSwap; VmRSS when the
+/// kernel gives no split. None for a process without memory of its own.
 std::optional<std::uint64_t> footprintWithSwap(std::string_view status);
 
-/// The fields of /proc/PID/stat that tell where a process comes from and how it is.
+/// Of /proc/PID/stat, what tells where a process comes from and what has become of it.
 struct ProcessStat {
-  char state = '?';             ///< 'Z': it has ended, or its first thread has
-  std::int32_t parent = 0;      ///< 0: none that can be seen from here
-  bool isKernelThread = false;  ///< it runs no program
-  int threads = 0;  ///< threads that have not ended; the first counts until all have ended
+  char state = '?';              ///< 'Z': it has ended, or its first thread has
+  std::int32_t parent = 0;       ///< 0: none that can be seen from here
+  bool isKernelThread = false;   ///< it runs no program
+  int threads = 0;               ///< those that have not ended; the first counts until all have
   std::uint64_t startTicks = 0;  ///< when it was started, in clock ticks since boot
 };
 
-/// None when the text is incomplete.
+/// None when the text is not whole.
 std::optional<ProcessStat> processStat(std::string_view stat);
 
-/// A process whose first thread has ended still runs as long as another thread does.
+/// A process whose first thread has ended runs as long as another does.
 ProcessState stateOf(const ProcessStat& stat);
 
 }  // namespace platform
