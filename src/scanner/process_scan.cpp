@@ -8,7 +8,6 @@
 #include "scanner/process_scanner.h"
 #include "scanner/process_tree.h"
 #include "scanner/rules.h"
-#include "text/byte_limit.h"
 #include "text/path.h"
 #include "text/unicode.h"
 

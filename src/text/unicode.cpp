@@ -160,6 +160,13 @@ std::string_view firstCharacters(std::string_view text, std::size_t count) {
   return text.substr(0, lengthOfCharacters(text, count, counted));
 }
 
+std::string_view withinBytes(std::string_view text, std::size_t limit) {
+  if (text.size() <= limit) return text;
+  const auto isInsideScalar = [](char byte) { return (byte & 0xC0) == 0x80; };
+  while (limit > 0 && isInsideScalar(text[limit])) --limit;
+  return text.substr(0, limit);
+}
+
 std::string shortened(std::string_view text, std::size_t limit, std::size_t kept) {
   // Does not count beyond the limit: a name may be a hundred thousand characters long.
   const bool fits = firstCharacters(text, limit).size() == text.size();

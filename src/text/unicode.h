@@ -30,6 +30,9 @@ std::size_t characterCount(std::string_view text);
 /// The first `count` characters of `text`, or all of it when it has fewer.
 std::string_view firstCharacters(std::string_view text, std::size_t count);
 
+/// At most the first `limit` bytes of `text`, which is UTF-8: no scalar of it is cut.
+std::string_view withinBytes(std::string_view text, std::size_t limit);
+
 /// `text` when it has at most `limit` characters; else its first `kept` characters and "…".
 std::string shortened(std::string_view text, std::size_t limit, std::size_t kept);
 

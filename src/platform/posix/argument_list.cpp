@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "text/byte_limit.h"
 #include "text/unicode.h"
 
 namespace platform {
