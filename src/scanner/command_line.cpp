@@ -1,7 +1,5 @@
 #include "scanner/command_line.h"
 
-#include "scanner/marker_search.h"
-
 namespace ProcessScanner {
 
 void CommandLine::read(std::span<const std::string_view> arguments, std::string_view joined) {

@@ -1,12 +1,12 @@
 #include "scanner/marker_search.h"
 
-#include <algorithm>
 #include <limits>
+#include <vector>
 
 namespace {
 
-static_assert(std::ranges::none_of(kMarkers,
-                                   [](std::string_view marker) { return marker.empty(); }));
+static_assert(std::none_of(kMarkers.begin(), kMarkers.end(),
+                           [](std::string_view marker) { return marker.empty(); }));
 
 constexpr std::size_t kLongestMarker = [] {
   std::size_t longest = 0;
@@ -18,32 +18,32 @@ constexpr std::uint8_t byteOf(char c) {
   return static_cast<std::uint8_t>(c);
 }
 
-/// The greatest number of classes of bytes: one for each byte that occurs in a marker, and one for
-/// all others.
+/// How many classes of bytes the search tells apart, at the most: one for each byte that a
+/// marker holds, and one for all others.
 constexpr std::size_t classCountOf(auto markers) {
   std::array<bool, 256> held{};
   for (const std::string_view marker : markers) {
     for (const char c : marker) held[byteOf(c)] = true;
   }
-  return 1 + static_cast<std::size_t>(std::ranges::count(held, true));
+  return 1 + static_cast<std::size_t>(std::count(held.begin(), held.end(), true));
 }
 
-/// The number of nodes in the markers' tree: one for each different beginning of a marker, and the
-/// root.
+/// How many nodes their tree has: one for each beginning that any of them has, and the root.
 constexpr std::size_t nodeCountOf(auto markers) {
-  std::ranges::sort(markers);
+  std::sort(markers.begin(), markers.end());
   std::size_t count = 1;
   std::string_view previous;
   for (const std::string_view marker : markers) {
-    const auto shared = std::ranges::mismatch(marker, previous).in1;
+    const auto shared =
+        std::mismatch(marker.begin(), marker.end(), previous.begin(), previous.end()).first;
     count += static_cast<std::size_t>(marker.end() - shared);
     previous = marker;
   }
   return count;
 }
 
-/// The markers as a tree over the classes of their bytes. Node 0 is the root. Being no node's
-/// child, it also stands for "no child".
+/// The markers as a tree of their bytes' classes. Node 0 is the root, and also means "none":
+/// it is nobody's child.
 class Trie {
  public:
   using Node = std::uint32_t;
@@ -61,9 +61,9 @@ class Trie {
     return next(node, byteClass);
   }
 
-  /// Gives every node a successor for every class: where it has no child, the successor of the
-  /// longest proper suffix of its text that is a node too. Breadth first, so that the node of the
-  /// suffix, which is shorter, is already complete.
+  /// Gives every node a successor for every class: where it has no child, the successor of
+  /// the longest proper suffix of its text that is a node too. Breadth first, so that the
+  /// suffix, being shorter, is complete.
   void completeWithSuffixes() {
     std::vector<Node> suffix(size(), 0);
     std::vector<Node> queue{0};
@@ -96,9 +96,26 @@ class Trie {
   std::vector<Node> next_;
 };
 
-}  // namespace
+/// An Aho-Corasick automaton, its failure links resolved into one table, so that every byte costs
+/// one look-up whatever the text holds.
+class Automaton {
+ public:
+  Automaton();
+  MarkerSet findIn(std::string_view text) const;
 
-MarkerSearch::MarkerSearch() {
+ private:
+  /// A row of next_, named by where it starts. Rows that end a marker come last. Two bytes
+  /// are enough for the table (the constructor proves it), and keep it small and fast.
+  using Row = std::uint16_t;
+
+  std::array<std::uint8_t, 256> classes_{};  // of bytes; those in no marker share class 0
+  std::size_t classCount_ = 1;
+  std::vector<Row> next_;         // by row and class
+  Row firstEnding_ = 0;           // the first row that ends a marker
+  std::vector<MarkerSet> ended_;  // by row from there on: the markers that end there
+};
+
+Automaton::Automaton() {
   static_assert(
       nodeCountOf(kMarkers) * classCountOf(kMarkers) - 1 <= std::numeric_limits<Row>::max(),
       "there are too many markers for the type of a row");
@@ -133,10 +150,10 @@ MarkerSearch::MarkerSearch() {
   for (auto node = firstEnding; node != order.end(); ++node) ended_.push_back(trie.ended[*node]);
 }
 
-MarkerSet MarkerSearch::findIn(std::string_view text) const {
-  // Each step depends on the one before, so that a single walk leaves the processor waiting most
-  // of the time: four parts of the text are walked at once. They overlap by one byte less than the
-  // longest marker, so that no marker is missed. In a short text all four are the same.
+MarkerSet Automaton::findIn(std::string_view text) const {
+  // A step needs the step before it, so one walk alone leaves the processor waiting most of
+  // the time: four stretches are walked side by side. They overlap by all but one byte of
+  // the longest marker, so that none is missed (in a short text they are all the same).
   constexpr std::size_t kOverlap = kLongestMarker - 1;
   const std::size_t length = std::min(text.size(), (text.size() + 3 * kOverlap + 3) / 4);
   const std::size_t lastStart = text.size() - length;
@@ -164,7 +181,9 @@ MarkerSet MarkerSearch::findIn(std::string_view text) const {
   return found;
 }
 
+}  // namespace
+
 MarkerSet MarkerSearch::find(std::string_view text) {
-  static const MarkerSearch search;
-  return search.findIn(text);
+  static const Automaton automaton;
+  return automaton.findIn(text);
 }

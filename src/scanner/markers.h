@@ -5,7 +5,7 @@
 
 /// The texts by which command lines are recognised, all in lower case: a rule fires when the
 /// lowered command line contains one. To look for something new, write it here; the search
-/// (marker_search.h) and the sets that rules ask for (marker_set.h) are made from these lists.
+/// and the sets that rules ask for (marker_search.h) are made from these lists.
 
 /// Evidence that a command trains a model.
 inline constexpr auto kTrainingMarkers = std::to_array<std::string_view>({
