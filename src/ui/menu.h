@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "launch_agents/vorda_launch_agent.h"
-#include "scanner/text_span.h"
 #include "scanner/vorda_process.h"
+#include "text/text_span.h"
 #include "ui/color.h"
 #include "ui/memory_pressure_view.h"
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "scanner/text_span.h"
+#include "text/text_span.h"
 
 /// Finds the values of credentials in what a process was started with. All searches are linear in
 /// the length of the text. The spans they return are in order, and neither overlap nor touch.

@@ -4,8 +4,8 @@
 
 #include "scanner/credentials/credential_finder.h"
 #include "scanner/credentials/secret_redaction.h"
-#include "scanner/text_span.h"
 #include "text/ascii.h"
+#include "text/text_span.h"
 
 namespace CredentialMask {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "scanner/credentials/credential_name.h"
-#include "scanner/text_span.h"
+#include "text/text_span.h"
 
 namespace credentials {
 

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "scanner/text_span.h"
+#include "text/text_span.h"
 
 namespace credentials {
 

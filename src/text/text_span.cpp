@@ -1,4 +1,4 @@
-#include "scanner/text_span.h"
+#include "text/text_span.h"
 
 #include <algorithm>
 
