@@ -8,8 +8,15 @@ struct TextSpan {
   std::size_t begin = 0;  ///< its first byte
   std::size_t end = 0;    ///< the byte after its last
 
+  /// Field by field.
   bool operator==(const TextSpan&) const = default;
 };
 
-/// Sorts the spans and merges those that overlap or touch.
+/// A part of one of several arguments.
+struct ArgumentSpan {
+  std::size_t argument = 0;  ///< which of them
+  TextSpan span;             ///< its part
+};
+
+/// Puts them in order and makes one of those that overlap or touch.
 void mergeSpans(std::vector<TextSpan>& spans);
