@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "ui/settings_line.h"
+#include "ui/settings_layout.h"
 
 /// The contents of the Settings window. There is nothing to set in it: the program has no
 /// settings.

@@ -15,7 +15,7 @@
 #include "frontends/qt/settings_window.h"
 #include "frontends/qt/tray_presence.h"
 #include "ui/front_end.h"
-#include "ui/settings_line.h"
+#include "ui/settings_layout.h"
 
 class AlertDialog;
 class PopupMenu;

@@ -5,7 +5,7 @@
 
 #include "frontends/qt/bus/instance_name.h"
 #include "ui/alert.h"
-#include "ui/settings_line.h"
+#include "ui/settings_layout.h"
 
 /// The program's texts about itself.
 struct TrayTexts {

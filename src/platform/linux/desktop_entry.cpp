@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "platform/linux/blanks.h"
+#include "platform/linux/trimmed.h"
 
 namespace platform {
 namespace {

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "platform/linux/file_reader.h"
-#include "platform/linux/home.h"
+#include "platform/linux/user_folders.h"
 #include "text/path.h"
 
 namespace platform {

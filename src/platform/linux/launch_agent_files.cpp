@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "platform/linux/file_reader.h"
-#include "platform/linux/home.h"
 #include "platform/linux/unit_file.h"
+#include "platform/linux/user_folders.h"
 #include "text/unicode.h"
 
 namespace platform {

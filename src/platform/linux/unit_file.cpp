@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "platform/linux/blanks.h"
+#include "platform/linux/trimmed.h"
 #include "platform/linux/unit_command.h"
 #include "text/unicode.h"
 

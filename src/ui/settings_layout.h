@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// What the Settings window is made of, as values; app/settings_view.h says what stands in it.
+/// How the Settings window is laid out, as values; app/settings_view.h says what stands in it.
 namespace SettingsView {
 
 inline constexpr const char* kTitle = "Vorda Settings";  ///< of the window

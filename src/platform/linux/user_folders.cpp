@@ -1,4 +1,4 @@
-#include "platform/linux/home.h"
+#include "platform/linux/user_folders.h"
 
 #include <pwd.h>
 #include <unistd.h>
