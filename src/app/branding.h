@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "ui/alert.h"
+#include "ui/alerts.h"
 
 /// The texts that say whose program this is. The maker's full name and copyright line are
 /// product configuration (cmake/Product.cmake).

@@ -3,10 +3,22 @@
 #include <algorithm>
 #include <array>
 
+#include "launch_agents/vorda_launch_agent.h"
 #include "platform/words.h"
 #include "scanner/memory_format.h"
+#include "scanner/vorda_process.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
+
+std::vector<std::string> Alert::shownButtons() const {
+  return buttons.empty() ? std::vector<std::string>{"OK"} : buttons;
+}
+
+int Alert::escapeAnswer() const {
+  const auto cancel = std::find(buttons.begin(), buttons.end(), kCancel);
+  if (cancel == buttons.end()) return kAlertDismissed;
+  return kAlertFirstButtonReturn + static_cast<int>(cancel - buttons.begin());
+}
 
 namespace Alerts {
 namespace {
@@ -34,7 +46,7 @@ Alert forceQuit(const std::string& name, std::int32_t pid, const std::string& me
           .informativeText =
               name + "\nPID " + std::to_string(pid) + memoryLine + "\n\nThis cannot be undone.",
           .style = Alert::Style::warning,
-          .buttons = {"Force Quit", "Cancel"}};
+          .buttons = {"Force Quit", Alert::kCancel}};
 }
 
 }  // namespace
@@ -83,7 +95,7 @@ Alert unload(const VordaLaunchAgent& launchAgent) {
   return {.messageText = "Unload " + text::displayName(launchAgent.label) + "?",
           .informativeText = "Stops it and prevents KeepAlive restart.\n" +
                              text::displayLine(launchAgent.plistPath),
-          .buttons = {"Unload", "Cancel"}};
+          .buttons = {"Unload", Alert::kCancel}};
 }
 
 }  // namespace Alerts

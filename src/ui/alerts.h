@@ -3,10 +3,46 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "launch_agents/vorda_launch_agent.h"
-#include "scanner/vorda_process.h"
-#include "ui/alert.h"
+struct VordaLaunchAgent;
+struct VordaProcess;
+
+/// A modal question or message. Plain text throughout.
+struct Alert {
+  /// How grave it is.
+  enum class Style { informational, warning };
+  /// The picture beside the text: the style's own, or the program's badge.
+  enum class Icon { standard, badge };
+  static constexpr double kBadgeSide = 48;  ///< in points
+  /// The button that leaves all as it is. A Mac's alerts give Escape to it, by this very title.
+  static constexpr const char* kCancel = "Cancel";
+
+  std::string messageText;             ///< the question or message, in bold
+  std::string informativeText;         ///< what there is to know of it, below
+  Style style = Style::informational;  ///< how grave it is
+  Icon icon = Icon::standard;          ///< what stands beside the text
+  /// In order; the first is the default. Empty: one button that dismisses the alert.
+  std::vector<std::string> buttons;
+  /// Whether the program comes to the front for it, where a program can be behind others.
+  bool activatesProgram = true;
+
+  /// The buttons as they are shown, in order: never empty.
+  std::vector<std::string> shownButtons() const;
+
+  /// What FrontEnd::runModal answers when the user presses Escape or closes the alert: the button
+  /// kCancel; where there is none, kAlertDismissed.
+  int escapeAnswer() const;
+
+  /// Field by field.
+  bool operator==(const Alert&) const = default;
+};
+
+/// What FrontEnd::runModal answers for the first button; the next ones follow by one each.
+inline constexpr int kAlertFirstButtonReturn = 1000;
+
+/// The answer of an alert that was closed without a button.
+inline constexpr int kAlertDismissed = 0;
 
 /// Every question and message that the menu's actions show, as values. A name that others chose is
 /// made one harmless line, so that it can't imitate a line of ours. Only a command line, which

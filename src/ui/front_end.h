@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "ui/alert.h"
+#include "ui/alerts.h"
 #include "ui/menu.h"
 
 /// Work that will run later. Destroying this handle does not cancel the work.

@@ -10,7 +10,7 @@
 #include "launch_agents/launch_agent_operation.h"
 #include "launch_agents/vorda_launch_agent.h"
 #include "scanner/vorda_process.h"
-#include "ui/alert.h"
+#include "ui/alerts.h"
 #include "ui/front_end.h"
 #include "ui/menu.h"
 #include "ui/menu_construction.h"

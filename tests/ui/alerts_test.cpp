@@ -4,9 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "fakes/row_name.h"
 #include "fakes/scripted_platform.h"
+#include "launch_agents/vorda_launch_agent.h"
+#include "scanner/vorda_process.h"
 
 namespace {
 
@@ -37,6 +40,30 @@ INSTANTIATE_TEST_SUITE_P(
         TitleRow{"Unload", "Unload", false}, TitleRow{"Load", "Load", false},
         TitleRow{"Empty", "", false}, TitleRow{"AlmostFail", "Fai led", false}),
     rowName<TitleRow>);
+
+struct ButtonsRow {
+  const char* name;
+  std::vector<std::string> buttons;
+  std::vector<std::string> shown;
+  int escapeAnswer;
+};
+
+class AlertButtons : public testing::TestWithParam<ButtonsRow> {};
+
+TEST_P(AlertButtons, AreShownAndAnswerEscape) {
+  const Alert alert{.buttons = GetParam().buttons};
+  EXPECT_EQ(alert.shownButtons(), GetParam().shown);
+  EXPECT_EQ(alert.escapeAnswer(), GetParam().escapeAnswer);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , AlertButtons,
+    testing::Values(ButtonsRow{"None", {}, {"OK"}, kAlertDismissed},
+                    ButtonsRow{"OneThatIsNoCancel", {"Go"}, {"Go"}, kAlertDismissed},
+                    ButtonsRow{"CancelLast", {"Go", "Cancel"}, {"Go", "Cancel"}, 1001},
+                    ButtonsRow{"CancelFirst", {"Cancel", "Go"}, {"Cancel", "Go"}, 1000},
+                    ButtonsRow{"AnotherWord", {"Go", "cancel"}, {"Go", "cancel"}, kAlertDismissed}),
+    rowName<ButtonsRow>);
 
 class AlertsTest : public testing::Test {
  protected:

@@ -21,7 +21,6 @@ namespace {
 
 constexpr int kIconSize = 48;
 constexpr int kTextWidth = 400;
-constexpr const char* kDismissButton = "OK";
 
 QLabel* iconLabel(const Alert& alert, const QWidget& dialog) {
   const bool warns = alert.style == Alert::Style::warning && alert.icon != Alert::Icon::badge;
@@ -86,7 +85,8 @@ TextBox::TextBox(const QString& text, const QFont& font, int width, int heightLi
 // It can't be minimized, because it is in no task bar where it could be found again.
 AlertDialog::AlertDialog(const Alert& alert)
     : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                           Qt::WindowCloseButtonHint) {
+                           Qt::WindowCloseButtonHint),
+      escapeAnswer_(alert.escapeAnswer()) {
   setWindowTitle("Vorda");
   setWindowIcon(badgeIcon());
   setModal(true);
@@ -117,8 +117,7 @@ AlertDialog::AlertDialog(const Alert& alert)
 }
 
 void AlertDialog::addButtons(const Alert& alert) {
-  const std::vector<std::string> titles =
-      alert.buttons.empty() ? std::vector<std::string>{kDismissButton} : alert.buttons;
+  const std::vector<std::string> titles = alert.shownButtons();
   auto* row = new QHBoxLayout;
   row->addStretch();
   for (std::size_t i = 0; i < titles.size(); ++i) {
@@ -130,7 +129,6 @@ void AlertDialog::addButtons(const Alert& alert) {
       button->setDefault(true);
       button->setFocus();
     }
-    if (titles[i] == "Cancel") cancelAnswer_ = kAlertFirstButtonReturn + index;
   }
   static_cast<QVBoxLayout*>(layout())->addLayout(row);
 }
@@ -141,6 +139,6 @@ void AlertDialog::choose(int index) {
 }
 
 void AlertDialog::reject() {
-  answer_ = cancelAnswer_;
+  answer_ = escapeAnswer_;
   QDialog::reject();
 }

@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-#include "ui/alert.h"
+#include "ui/alerts.h"
 
 /// A modal alert with its buttons in the alert's order, the first as the default. All texts are
 /// shown as plain text; a long one scrolls.
@@ -13,13 +13,13 @@ class AlertDialog : public QDialog {
   /// What FrontEnd::runModal returns, once the dialog has closed.
   int answer() const { return answer_; }
 
-  /// Called for Escape and when the window is closed: chooses "Cancel" if there is such a button.
+  /// Called for Escape and when the window is closed.
   void reject() override;
 
  private:
   void addButtons(const Alert& alert);
   void choose(int index);
 
-  int cancelAnswer_ = kAlertDismissed;
+  int escapeAnswer_;
   int answer_ = kAlertDismissed;
 };

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "frontends/qt/bus/instance_name.h"
-#include "ui/alert.h"
+#include "ui/alerts.h"
 #include "ui/settings_layout.h"
 
 /// The program's texts about itself.

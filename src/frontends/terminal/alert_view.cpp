@@ -32,10 +32,8 @@ int rowsOf(const std::vector<std::string>& lines) {
 
 }  // namespace
 
-AlertView::AlertView(Alert alert, const Look& look) : alert_(std::move(alert)), look_(look) {
-  buttons_ = alert_.buttons;
-  if (buttons_.empty()) buttons_.emplace_back("OK");
-}
+AlertView::AlertView(Alert alert, const Look& look)
+    : alert_(std::move(alert)), look_(look), buttons_(alert_.shownButtons()) {}
 
 void AlertView::layOut(Size screen) {
   int buttonColumns = -kButtonGap;
@@ -91,12 +89,6 @@ void AlertView::paint(CellGrid& grid) const {
     const Style style{.bold = i == focused_, .reverse = i == focused_};
     grid.write(place.x, place.y, labelOf(buttons_[i]), style, place.width);
   }
-}
-
-int AlertView::escapeAnswer() const {
-  const auto cancel = std::ranges::find(alert_.buttons, "Cancel");
-  if (cancel == alert_.buttons.end()) return kAlertDismissed;
-  return kAlertFirstButtonReturn + static_cast<int>(cancel - alert_.buttons.begin());
 }
 
 std::optional<std::size_t> AlertView::buttonAt(int x, int y) const {
@@ -157,7 +149,7 @@ std::optional<int> AlertView::handle(const Input& input) {
   if (scrolled(input)) return std::nullopt;
   switch (input.kind) {
     case Input::Kind::escape:
-      return escapeAnswer();
+      return alert_.escapeAnswer();
     case Input::Kind::enter:
       return kAlertFirstButtonReturn + static_cast<int>(focused_);
     case Input::Kind::character:

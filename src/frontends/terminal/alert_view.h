@@ -8,7 +8,7 @@
 #include "frontends/terminal/cell_grid.h"
 #include "frontends/terminal/input.h"
 #include "frontends/terminal/screen.h"
-#include "ui/alert.h"
+#include "ui/alerts.h"
 
 namespace terminal {
 
@@ -29,7 +29,6 @@ class AlertView {
   std::optional<int> handle(const Input& input);
 
  private:
-  int escapeAnswer() const;
   std::optional<std::size_t> buttonAt(int x, int y) const;
   void moveFocus(int step);
   bool scrolls() const;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/alert.h"
+#include "ui/alerts.h"
 
 namespace terminal {
 

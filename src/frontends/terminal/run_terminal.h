@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frontends/terminal/terminal_front_end.h"
-#include "ui/alert.h"
+#include "ui/alerts.h"
 #include "ui/status_bar_controller.h"
 
 namespace terminal {

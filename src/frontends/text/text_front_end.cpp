@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "frontends/text/menu_text.h"
-#include "ui/alert.h"
+#include "ui/alerts.h"
 #include "ui/status_bar_controller.h"
 
 namespace {
