@@ -69,5 +69,8 @@ struct Menu {
   std::vector<MenuItem> items;  ///< the first is the strip's
 };
 
+/// Whether it is the grey line above a section's rows.
+bool isHeading(const MenuItem& item);
+
 /// The menu's strip; nullptr for a menu without one.
 std::shared_ptr<const MemoryPressureView> stripOf(const Menu& menu);

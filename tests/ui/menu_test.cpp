@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include "ui/menu_construction.h"
+
 namespace {
 
 TEST(StripOfAMenu, IsThatOfItsItem) {
@@ -12,6 +14,14 @@ TEST(StripOfAMenu, IsThatOfItsItem) {
   const MenuItem stripItem{.kind = MenuItem::Kind::strip, .strip = strip};
   EXPECT_EQ(stripOf(Menu{{stripItem, row}}), strip);
   EXPECT_EQ(stripOf(Menu{{row, stripItem}}), strip);
+}
+
+TEST(Heading, IsTheGreyLineAboveASection) {
+  EXPECT_TRUE(isHeading({.title = MenuConstruction::kTopHeader, .enabled = false}));
+  EXPECT_TRUE(isHeading({.title = MenuConstruction::kLaunchAgentsHeader, .enabled = false}));
+  EXPECT_FALSE(isHeading({.title = "— a process —"})) << "a row";
+  EXPECT_FALSE(isHeading({.title = "Model servers  none", .enabled = false}));
+  EXPECT_FALSE(isHeading({.kind = MenuItem::Kind::separator}));
 }
 
 TEST(StripOfAMenu, IsNoneWithoutSuchAnItem) {

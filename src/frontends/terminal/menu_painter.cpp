@@ -34,7 +34,7 @@ bool isLabel(const MenuItem& item) {
 /// The summary at the top looks like any row; headings, which follow a separator, are bold; other
 /// labels are faint.
 Style labelStyle(Items rows, std::size_t index) {
-  if (index > 0 && rows[index - 1].kind == MenuItem::Kind::separator) return {.bold = true};
+  if (isHeading(rows[index])) return {.bold = true};
   for (std::size_t i = 0; i < index; ++i) {
     if (rows[i].kind == MenuItem::Kind::separator) return kFaint;
   }

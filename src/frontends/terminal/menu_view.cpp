@@ -1,6 +1,7 @@
 #include "frontends/terminal/menu_view.h"
 
 #include <utility>
+#include <vector>
 
 #include "frontends/terminal/menu_geometry.h"
 
@@ -98,22 +99,24 @@ void MenuView::remember() {
   selectedKey_.reset();
   selectedItem_.reset();
   nextKey_.reset();
+  const std::vector<ItemKey> keys = itemKeys(rows());
   const auto selected = cursor_.selected();
   for (std::size_t i = selected ? *selected + 1 : cursor_.restingBefore(); i < rows().size(); ++i) {
     if (!isSelectable(rows()[i])) continue;
-    nextKey_ = keyOf(rows(), i);
+    nextKey_ = keys[i];
     break;
   }
   if (selectedRow() == nullptr) return;
-  selectedKey_ = keyOf(rows(), *selected);
-  if (submenu_ && submenu_->selected())
-    selectedItem_ = keyOf(submenuItems()[*submenu_->selected()]);
+  selectedKey_ = keys[*selected];
+  if (submenu_ && submenu_->selected()) {
+    selectedItem_ = itemKeys(submenuItems())[*submenu_->selected()];
+  }
 }
 
 void MenuView::rebuilt(std::shared_ptr<const Menu> menu, int height) {
   const bool isFirst = menu_ == nullptr;
   menu_ = std::move(menu);
-  const auto row = selectedKey_ ? findRow(rows(), *selectedKey_) : std::nullopt;
+  const auto row = selectedKey_ ? findItem(rows(), *selectedKey_) : std::nullopt;
   if (row) {
     cursor_.follow(rows(), *row, height);
   } else if (isFirst) {
@@ -134,8 +137,8 @@ void MenuView::rest(int height) {
   // Rows above it may be gone too, so its index may be wrong. The row that was below it shows the
   // place, unless that row has moved to another section.
   std::size_t place = cursor_.selected().value_or(cursor_.restingBefore());
-  const auto next = nextKey_ ? findRow(rows(), *nextKey_) : std::nullopt;
-  if (next && keyOf(rows(), *next).section == nextKey_->section) place = *next;
+  const auto next = nextKey_ ? findItem(rows(), *nextKey_) : std::nullopt;
+  if (next && itemKeys(rows())[*next].section == nextKey_->section) place = *next;
   cursor_.restBefore(rows(), place, height);
 }
 

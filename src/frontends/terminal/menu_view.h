@@ -7,7 +7,7 @@
 
 #include "frontends/terminal/input.h"
 #include "frontends/terminal/list_cursor.h"
-#include "frontends/terminal/row_key.h"
+#include "ui/item_key.h"
 #include "ui/menu.h"
 
 namespace terminal {
@@ -36,7 +36,7 @@ class MenuView {
   const ListCursor& cursor() const { return cursor_; }
   const MenuItem* selectedRow() const;
   /// What the selected row is about, if one is selected.
-  const std::optional<RowKey>& selectedKey() const { return selectedKey_; }
+  const std::optional<ItemKey>& selectedKey() const { return selectedKey_; }
 
   /// What stands above the last line: lines joined by "\n"; "" for nothing.
   ///@{
@@ -78,8 +78,8 @@ class MenuView {
   std::string notice_;
   std::string hint_;
   ListCursor cursor_;
-  std::optional<RowKey> selectedKey_;
-  std::optional<RowKey> nextKey_;  ///< of the row below the selection
+  std::optional<ItemKey> selectedKey_;
+  std::optional<ItemKey> nextKey_;  ///< of the row below the selection
   std::optional<ListCursor> submenu_;
   std::optional<ItemKey> selectedItem_;  ///< of the submenu, while it is open
 };

@@ -1,6 +1,7 @@
 #include "frontends/terminal/targets.h"
 
 #include <cstddef>
+#include <span>
 
 #include "frontends/terminal/alert_view.h"
 #include "frontends/terminal/menu_geometry.h"
@@ -19,14 +20,15 @@ Targets targetsOf(Size size, const AlertView& alert) {
           .lines = std::vector(static_cast<std::size_t>(size.height), any)};
 }
 
-/// What a click on a line chooses; where the line crosses the submenu, the submenu's item.
-Target targetAt(int y, const MenuView& view, const MenuGeometry& geometry) {
+/// Of a line; where the submenu stands in it, of that. `rows` are the keys of the view's rows.
+Target targetAt(int y, const MenuView& view, std::span<const ItemKey> rows,
+                const MenuGeometry& geometry) {
   if (geometry.submenu && geometry.submenu->contains(geometry.submenu->x, y)) {
     const auto item = geometry.submenuItemAt(geometry.submenu->x + 1, y, view);
     return {.row = view.selectedKey(), .item = item ? view.submenuItems()[*item].title : "frame"};
   }
   const auto row = geometry.rowAt(geometry.list.x, y, view);
-  return row ? Target{.row = keyOf(view.rows(), *row)} : Target{};
+  return row ? Target{.row = rows[*row]} : Target{};
 }
 
 }  // namespace
@@ -35,7 +37,8 @@ Targets targetsOf(Size size, const MenuView& view, const MenuGeometry& geometry,
                   const AlertView* alert) {
   if (alert != nullptr) return targetsOf(size, *alert);
   Targets targets{.size = size};
-  for (int y = 0; y < size.height; ++y) targets.lines.push_back(targetAt(y, view, geometry));
+  const std::vector<ItemKey> rows = itemKeys(view.rows());
+  for (int y = 0; y < size.height; ++y) targets.lines.push_back(targetAt(y, view, rows, geometry));
   if (view.selectedRow() == nullptr) return targets;
 
   targets.selection = Target{.row = view.selectedKey()};

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "frontends/terminal/cell_grid.h"
-#include "frontends/terminal/row_key.h"
+#include "ui/item_key.h"
 
 namespace terminal {
 
@@ -16,7 +16,7 @@ struct MenuGeometry;
 /// What Enter or a click would choose: a row of the list, an item of its submenu, or a button.
 struct Target {
   const void* alert = nullptr;  ///< the alert that is open, if one is
-  std::optional<RowKey> row;
+  std::optional<ItemKey> row;
   std::string item;  ///< the submenu's item or the alert's button; "": the row itself
 
   bool operator==(const Target&) const = default;

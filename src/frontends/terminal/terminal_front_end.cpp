@@ -6,7 +6,6 @@
 
 #include "frontends/terminal/keys_help.h"
 #include "frontends/terminal/menu_painter.h"
-#include "frontends/terminal/row_key.h"
 #include "frontends/terminal/targets.h"
 
 namespace terminal {
@@ -131,10 +130,10 @@ void TerminalFrontEnd::handle(const Input& input) {
 /// The menu is brought up to date first. That may move the selected row, so the submenu that
 /// opens is the one of the row that the user chose, or none when it is gone.
 void TerminalFrontEnd::openSubmenu() {
-  const std::optional<RowKey> chosen = view_.selectedKey();
+  const std::optional<ItemKey> chosen = view_.selectedKey();
   reportClosed();
   delegate_->menuNeedsUpdate();
-  if (!chosen || !findRow(view_.rows(), *chosen)) return;
+  if (!chosen || !findItem(view_.rows(), *chosen)) return;
   reportOpened();
   view_.openSubmenu();
   view_.resized(geometry());

@@ -20,9 +20,8 @@ using Verdict = ChoiceGuard::Verdict;
 
 constexpr int kLine = 3;
 
-Target rowOf(std::int32_t pid) {
-  return {.row = terminal::RowKey{.section = "Top RAM",
-                                  .process = ProcessReference{pid, std::uint64_t{1}}}};
+Target rowOf(std::int32_t pid, std::uint64_t identity = 1) {
+  return {.row = itemKeys({{{.process = ProcessReference{pid, identity}}}}).front()};
 }
 
 /// Four rows, the last of which is selected.
@@ -193,7 +192,7 @@ INSTANTIATE_TEST_SUITE_P(
                    true},
         PictureRow{"OtherRowElsewhere", [](auto& now) { now.lines[0] = rowOf(9); }, false, false},
         PictureRow{"LaterProcessWithTheSamePid",
-                   [](auto& now) { now.lines[kLine].row->process->identity = 2; }, false, true},
+                   [](auto& now) { now.lines[kLine] = rowOf(kLine, 2); }, false, true},
         PictureRow{"SubmenuOpens",
                    [](auto& now) { now.selection->item = now.lines[kLine].item = "Details"; }, true,
                    true},

@@ -235,7 +235,7 @@ TEST(SelectionAfterRebuild, DoesNotTakeALaterProcessForTheSameOne) {
   section.rows.push_back(SampleMenu::process(2, "another P2", 99));
   menu.rebuild(SampleMenu::menu({section}));
   EXPECT_EQ(menu.selected(), "");
-  EXPECT_EQ(terminal::findRow(menu.view.rows(), before), std::nullopt);
+  EXPECT_EQ(findItem(menu.view.rows(), before), std::nullopt);
 }
 
 TEST(RestingSelection, StaysWhereItIsWhenItsProcessComesBack) {
