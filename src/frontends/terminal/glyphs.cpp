@@ -1,34 +1,23 @@
 #include "frontends/terminal/glyphs.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "frontends/terminal/cell_text.h"
 #include "text/display_line.h"
+#include "ui/glyph_stand_ins.h"
 
 namespace terminal {
 namespace {
 
-struct StandIn {
-  std::string_view glyph;
-  std::string_view ascii;
-};
-
-constexpr StandIn kStandIns[] = {
-    {"★", "*"},  {"↺", "~"},  {"🔒", "[locked]"}, {"…", "..."}, {"·", "-"},  {"—", "-"},
-    {"–", "-"},  {"’", "'"},  {"‘", "'"},        {"“", "\""},  {"”", "\""}, {"•", "*"},
-    {"→", "->"}, {"←", "<-"}, {"²", "2"},        {"©", "(c)"}, {"↑", "^"},  {"↓", "v"},
-};
-
-std::string_view standInFor(std::string_view character) {
-  const auto* found = std::find_if(std::begin(kStandIns), std::end(kStandIns),
-                                   [&](const StandIn& entry) { return entry.glyph == character; });
-  return found == std::end(kStandIns) ? "?" : found->ascii;
+bool drawsNone(std::string_view) {
+  return false;
 }
 
 }  // namespace
 
-std::string inAscii(std::string_view text) {
+std::string inAscii(std::string_view unicode) {
+  const std::string ours = withStandIns(unicode, drawsNone);
+  std::string_view text = ours;
   std::string out;
   out.reserve(text.size());
   while (!text.empty()) {
@@ -38,7 +27,7 @@ std::string inAscii(std::string_view text) {
     if (ascii) {
       out += next.source;
     } else if (next.columns > 0) {
-      out += standInFor(next.source);
+      out += '?';
     }
     text.remove_prefix(next.source.size());
   }

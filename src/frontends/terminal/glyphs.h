@@ -35,7 +35,7 @@ class Glyphs {
   bool unicode_ = true;
 };
 
-/// `text` in ASCII: a stand-in for each glyph that the menu uses, "?" for any other character.
-std::string inAscii(std::string_view text);
+/// `unicode` in ASCII: stand-ins for the program's own glyphs, "?" for any other character.
+std::string inAscii(std::string_view unicode);
 
 }  // namespace terminal
