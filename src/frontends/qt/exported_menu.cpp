@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "frontends/qt/menu_keys.h"
 #include "frontends/qt/menu_label.h"
 #include "ui/strip_text.h"
 
@@ -60,8 +59,8 @@ ExportedMenu::Change ExportedMenu::setRoom(ShortMenu::Room room) {
 }
 
 ExportedMenu::Change ExportedMenu::put(const std::shared_ptr<const Menu>& shown) {
-  std::map<std::string, int> ids;
-  std::vector<Node> children = nodes({shown, &shown->items}, "", ids);
+  Ids ids;
+  std::vector<Node> children = nodes({shown, &shown->items}, kRootId, ids);
 
   Change change;
   change.layout = !compare(root_.children, children, change.relabelled);
@@ -87,12 +86,11 @@ const Node* ExportedMenu::find(int id) const {
 }
 
 std::vector<Node> ExportedMenu::nodes(const std::shared_ptr<const std::vector<MenuItem>>& items,
-                                      const std::string& parentKey,
-                                      std::map<std::string, int>& ids) {
-  const std::vector<std::string> keys = menuKeys(*items);
+                                      int parent, Ids& ids) {
+  std::vector<ItemKey> keys = itemKeys(*items);
   std::vector<Node> result;
   for (std::size_t i = 0; i < items->size(); ++i) {
-    const std::string key = parentKey + '/' + keys[i];
+    std::pair key{parent, std::move(keys[i])};
     const auto known = ids_.find(key);
     Node& node = result.emplace_back();
     node.id = known != ids_.end() ? known->second : ++lastId_;
@@ -103,8 +101,8 @@ std::vector<Node> ExportedMenu::nodes(const std::shared_ptr<const std::vector<Me
     } else {
       node.label = hostMenuLabel(item.title, host_);
     }
-    if (item.action != Action::openRow) node.children = nodes({items, &item.submenu}, key, ids);
-    ids.emplace(key, node.id);
+    if (item.action != Action::openRow) node.children = nodes({items, &item.submenu}, node.id, ids);
+    ids.emplace(std::move(key), node.id);
   }
   return result;
 }

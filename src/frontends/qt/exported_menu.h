@@ -3,9 +3,11 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "frontends/qt/tray_host_kind.h"
+#include "ui/item_key.h"
 #include "ui/memory_pressure_view.h"
 #include "ui/menu.h"
 #include "ui/short_menu.h"
@@ -45,14 +47,17 @@ class ExportedMenu {
   const Node* find(int id) const;
 
  private:
+  /// The numbers of items that are shown, by their submenu's and their keys.
+  using Ids = std::map<std::pair<int, ItemKey>, int>;
+
   Change put(const std::shared_ptr<const Menu>& shown);
-  std::vector<Node> nodes(const std::shared_ptr<const std::vector<MenuItem>>& items,
-                          const std::string& parentKey, std::map<std::string, int>& ids);
+  std::vector<Node> nodes(const std::shared_ptr<const std::vector<MenuItem>>& items, int parent,
+                          Ids& ids);
 
   TrayHostKind host_ = TrayHostKind::usual;
   ShortMenu::Room room_ = ShortMenu::Room::plenty;
   std::shared_ptr<const Menu> whole_;
   Node root_;
-  std::map<std::string, int> ids_;  // of the items that are shown, by their keys
+  Ids ids_;
   int lastId_ = kRootId;
 };

@@ -3,9 +3,6 @@
 #include <QMenu>
 #include <QToolTip>
 
-#include "frontends/qt/item_action.h"
-#include "frontends/qt/menu_label.h"
-
 ItemToolTips::ItemToolTips() {
   timer_.setSingleShot(true);
   timer_.setInterval(kDelay);
@@ -29,9 +26,8 @@ void ItemToolTips::watch(QMenu& menu) {
 
 void ItemToolTips::show() {
   if (!menu_ || !menu_->isVisible() || menu_->activeAction() != action_) return;
-  const auto* item = dynamic_cast<ItemAction*>(action_.data());
-  if (item == nullptr || item->item()->toolTip.empty()) return;
+  const QString toolTip = action_->data().toString();
+  if (toolTip.isEmpty()) return;
   const QRect place = menu_->actionGeometry(action_);
-  QToolTip::showText(menu_->mapToGlobal(place.bottomLeft()), plainToolTip(item->item()->toolTip),
-                     menu_, place);
+  QToolTip::showText(menu_->mapToGlobal(place.bottomLeft()), toolTip, menu_, place);
 }

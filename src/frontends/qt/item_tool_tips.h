@@ -7,8 +7,8 @@
 class QAction;
 class QMenu;
 
-/// Shows a menu item's tooltip when the pointer has rested on it for a while. QMenu itself shows
-/// none for items with a submenu.
+/// Shows a menu item's tooltip, which is its action's data, when the item has been pointed at for a
+/// while. QMenu's own tooltips leave out items that have a submenu.
 class ItemToolTips : public QObject {
   Q_OBJECT
 

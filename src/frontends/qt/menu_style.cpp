@@ -1,8 +1,13 @@
 #include "frontends/qt/menu_style.h"
 
 #include <QFontInfo>
+#include <QFontMetrics>
+#include <QGlyphRun>
 #include <QMenu>
+#include <QTextLayout>
 #include <utility>
+
+#include "frontends/qt/qt_text.h"
 
 namespace {
 
@@ -46,4 +51,19 @@ int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
   if (hint == SH_Menu_Scrollable) return 1;
   if (hint == SH_EtchDisabledText) return 0;
   return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
+bool isDrawn(std::string_view glyph, const QFont& font) {
+  const QString text = toQString(glyph);
+  // Mostly the font itself has it, and that is told fast.
+  const QList<uint> characters = text.toUcs4();
+  if (characters.size() == 1 && QFontMetrics(font).inFontUcs4(characters.front())) return true;
+  QTextLayout layout(text, font);
+  layout.beginLayout();
+  layout.createLine();
+  layout.endLayout();
+  for (const QGlyphRun& run : layout.glyphRuns()) {
+    if (run.glyphIndexes().contains(0)) return false;
+  }
+  return true;
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QProxyStyle>
+#include <string_view>
 
+class QFont;
 class QMenu;
 
 /// The user's style, except that a menu that is too high scrolls instead of being split into
@@ -15,3 +17,6 @@ class MenuStyle : public QProxyStyle {
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* returned) const override;
 };
+
+/// Whether this font or one that stands in for it has this glyph, and no empty box is drawn for it.
+bool isDrawn(std::string_view glyph, const QFont& font);

@@ -2,10 +2,133 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QWidgetAction>
+#include <algorithm>
+#include <functional>
+#include <utility>
+#include <vector>
 
-#include "frontends/qt/item_action.h"
-#include "frontends/qt/menu_filling.h"
+#include "frontends/qt/dot_icon.h"
+#include "frontends/qt/menu_label.h"
+#include "frontends/qt/qt_text.h"
+#include "frontends/qt/strip_widget.h"
 #include "frontends/qt/wayland/menu_surface.h"
+#include "ui/glyph_stand_ins.h"
+#include "ui/item_key.h"
+
+namespace {
+
+/// One item in a QMenu. What it is about never changes; what it says may. The strip's item holds
+/// the strip as a widget.
+class ItemAction : public QWidgetAction {
+ public:
+  ItemAction(ItemKey key, QMenu* menu) : QWidgetAction(menu), key_(std::move(key)) {}
+  ~ItemAction() override { delete menu(); }
+
+  const ItemKey& key() const { return key_; }
+  const std::shared_ptr<const MenuItem>& item() const { return item_; }
+
+  /// Shows `item`, which is about the same as what was shown before.
+  void setItem(std::shared_ptr<const MenuItem> item);
+
+  /// Draws the strip anew, if this is its item.
+  void refreshStrip();
+
+ private:
+  ItemKey key_;
+  std::shared_ptr<const MenuItem> item_;
+};
+
+void ItemAction::setItem(std::shared_ptr<const MenuItem> item) {
+  const bool newDot = item_ == nullptr ? item->dot.has_value() : item->dot != item_->dot;
+  item_ = std::move(item);
+  setSeparator(item_->kind == MenuItem::Kind::separator);
+  const QFont font = static_cast<QMenu*>(parent())->font();
+  setText(
+      toQString(withStandIns(menuLabel(item_->title).toStdString(),
+                             [&font](std::string_view glyph) { return isDrawn(glyph, font); })));
+  setData(plainToolTip(item_->toolTip));
+  setEnabled(item_->enabled);
+  if (newDot) setIcon(item_->dot ? dotIcon(*item_->dot) : QIcon());
+  if (item_->strip && defaultWidget() == nullptr) setDefaultWidget(new StripWidget);
+  refreshStrip();
+}
+
+void ItemAction::refreshStrip() {
+  if (!item_->strip) return;
+  static_cast<StripWidget*>(defaultWidget())->setStrip(item_->strip);
+}
+
+using Items = std::shared_ptr<const std::vector<MenuItem>>;
+using OnNewSubmenu = std::function<void(QMenu&)>;
+
+void fillMenu(QMenu& menu, const Items& items, const OnNewSubmenu& onNewSubmenu);
+
+/// The actions that are shown, in order; each is looked for once, never before the last
+/// one found.
+class ShownActions {
+ public:
+  explicit ShownActions(const QMenu& menu) : actions_(menu.actions()) {}
+
+  /// The next action that has this key; nullptr for none. What is skipped is obsolete.
+  ItemAction* take(const ItemKey& key) {
+    const auto from = actions_.cbegin() + next_;
+    const auto found = std::find_if(from, actions_.cend(), [&key](QAction* action) {
+      return static_cast<ItemAction*>(action)->key() == key;
+    });
+    if (found == actions_.cend()) return nullptr;
+    obsolete_.append(QList<QAction*>(from, found));
+    next_ = found - actions_.cbegin() + 1;
+    return static_cast<ItemAction*>(*found);
+  }
+
+  /// What stands behind the last one taken; nullptr for the end of the menu.
+  QAction* following() const { return next_ < actions_.size() ? actions_[next_] : nullptr; }
+
+  QList<QAction*> obsolete() const { return obsolete_ + actions_.mid(next_); }
+
+ private:
+  QList<QAction*> actions_;
+  qsizetype next_ = 0;
+  QList<QAction*> obsolete_;
+};
+
+void fillSubmenu(ItemAction& action, const OnNewSubmenu& onNewSubmenu) {
+  const auto& item = action.item();
+  if (item->submenu.empty()) {
+    delete action.menu();
+    return;
+  }
+  if (action.menu() == nullptr) {
+    action.setMenu(new QMenu);
+    onNewSubmenu(*action.menu());
+  }
+  fillMenu(*action.menu(), {item, &item->submenu}, onNewSubmenu);
+}
+
+/// Makes `menu` show `items`, submenus and all, as ItemActions, each of which shares their life.
+/// An item that is about the same as one that is shown already takes its place, so that the user's
+/// choice and an open submenu stay. A visible menu stays open. `onNewSubmenu` is told of each
+/// submenu made.
+void fillMenu(QMenu& menu, const Items& items, const OnNewSubmenu& onNewSubmenu) {
+  const std::vector<ItemKey> keys = itemKeys(*items);
+  ShownActions shown(menu);
+  for (std::size_t i = 0; i < items->size(); ++i) {
+    ItemAction* action = shown.take(keys[i]);
+    const bool isNew = action == nullptr;
+    if (isNew) action = new ItemAction(keys[i], &menu);
+    action->setItem({items, &(*items)[i]});
+    fillSubmenu(*action, onNewSubmenu);
+    if (isNew) menu.insertAction(shown.following(), action);
+  }
+  // Last: a visible menu that is empty for a moment closes.
+  for (QAction* action : shown.obsolete()) {
+    menu.removeAction(action);
+    action->deleteLater();
+  }
+}
+
+}  // namespace
 
 PopupMenu::PopupMenu(QWidget* parent) : QMenu(parent) {
   setWindowTitle("Vorda menu");

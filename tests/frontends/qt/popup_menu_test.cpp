@@ -91,6 +91,20 @@ TEST_F(PopupMenuTest, SubmenusAreFull) {
   EXPECT_EQ(submenu(6), nullptr);
 }
 
+TEST_F(PopupMenuTest, RowKeepsItsPlaceWhenItOffersSomethingElse) {
+  auto items = exampleItems();
+  const QPointer<QAction> row = action(3);
+  items[3].submenu.erase(items[3].submenu.begin() + 2);
+  menu.setMenu(menuOf(items));
+  EXPECT_EQ(action(3), row);
+  ASSERT_EQ(submenu(3)->actions().size(), 3);
+  EXPECT_EQ(submenu(3)->actions()[2]->text(), "Full details…");
+  items[3].submenu.clear();
+  menu.setMenu(menuOf(items));
+  EXPECT_EQ(action(3), row);
+  EXPECT_EQ(submenu(3), nullptr);
+}
+
 TEST_F(PopupMenuTest, StripStandsOnTopAsAWidget) {
   open();
   auto* widget = static_cast<QWidgetAction*>(action(0))->defaultWidget();

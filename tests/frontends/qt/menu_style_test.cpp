@@ -1,0 +1,18 @@
+#include "frontends/qt/menu_style.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFont>
+
+namespace {
+
+TEST(DrawnGlyphs, lettersAre) {
+  EXPECT_TRUE(isDrawn("V", QApplication::font()));
+}
+
+TEST(DrawnGlyphs, whatUnicodeDoesNotKnowIsNot) {
+  EXPECT_FALSE(isDrawn("\U0003FFFD", QApplication::font()));
+}
+
+}  // namespace
