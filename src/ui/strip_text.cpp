@@ -7,10 +7,13 @@
 #include "text/display_line.h"
 #include "text/unicode.h"
 
+long percentUsed(const MemoryPressureView& strip) {
+  return std::lrint(strip.pressure * 100);
+}
+
 std::string stripDescription(const MemoryPressureView& strip) {
   constexpr std::size_t kLongestName = 42;
-  std::string words =
-      "Memory " + std::to_string(std::lround(strip.pressure * 100)) + " percent used";
+  std::string words = "Memory " + std::to_string(percentUsed(strip)) + " percent used";
   const char* separator = ": ";
   for (const Segment& segment : strip.segments) {
     const std::string figure = MemoryFormat::compact(segment.memMB);

@@ -8,6 +8,9 @@
 
 // The strip where words or a row of characters stand in for the picture.
 
+/// The used share of all memory, in whole percent; half a percent goes to the even neighbour.
+long percentUsed(const MemoryPressureView& strip);
+
 /// The strip in words, for those who can't see it: "Memory 62 percent used: Ollama Server
 /// 4.1 GB, firefox 312 MB".
 std::string stripDescription(const MemoryPressureView& strip);

@@ -8,6 +8,7 @@
 #include "text/display_line.h"
 #include "text/unicode.h"
 #include "ui/row_parts.h"
+#include "ui/strip_text.h"
 
 namespace {
 
@@ -57,7 +58,7 @@ std::string stripLabel(const MemoryPressureView& strip) {
   const int filled = static_cast<int>(std::lround(strip.pressure * kCells));
   std::string label;
   for (int cell = 0; cell < kCells; ++cell) label += cell < filled ? "█" : "░";
-  return label + " " + std::to_string(std::lround(strip.pressure * 100)) + "%";
+  return label + " " + std::to_string(percentUsed(strip)) + "%";
 }
 
 QString plainToolTip(std::string_view text) {

@@ -14,7 +14,6 @@ constexpr int kNarrowest = 34;
 constexpr std::size_t kTitleLines = 2;
 constexpr int kRoomyText = 8;  // so many lines of text must fit before room is spent on empty ones
 constexpr int kButtonGap = 2;
-constexpr Rgb kWarning{230, 160, 30};
 
 int widest(const std::vector<std::string>& lines) {
   int columns = 0;
@@ -72,7 +71,7 @@ void AlertView::layOut(Size screen) {
 
 void AlertView::paint(CellGrid& grid) const {
   const bool warns = alert_.style == Alert::Style::warning;
-  const Style frame{.foreground = warns && look_.colored ? std::optional(kWarning) : std::nullopt};
+  const Style frame{.foreground = warns ? look_.warning() : std::nullopt};
   paintFrame(grid, box_, {}, frame, look_.glyphs);
   for (int i = 0; i < titleBox_.height; ++i) {
     grid.write(titleBox_.x, titleBox_.y + i, title_[static_cast<std::size_t>(i)], {.bold = true},

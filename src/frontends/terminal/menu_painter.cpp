@@ -111,9 +111,7 @@ void paintToolTip(CellGrid& grid, const MenuView& view, const Box& box, const Lo
 }
 
 void paintNotice(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
-  constexpr Rgb kWarning{230, 160, 30};
-  const Style style{.foreground = look.colored ? std::optional(kWarning) : std::nullopt,
-                    .bold = true};
+  const Style style{.foreground = look.warning(), .bold = true};
   const std::vector<std::string> lines = noticeLines(grid.size(), view, look);
   for (std::size_t i = 0; i < lines.size(); ++i) {
     grid.write(kLabelX, box.y + static_cast<int>(i), lines[i], style, box.width - kLabelX);

@@ -12,6 +12,11 @@ namespace terminal {
 struct Look {
   Glyphs glyphs = Glyphs::unicode();
   bool colored = true;
+
+  /// The colour of what warns; none where there are no colours.
+  std::optional<Rgb> warning() const {
+    return colored ? std::optional(Rgb{230, 160, 30}) : std::nullopt;
+  }
 };
 
 /// A terminal with its keys and its clock, as far as the menu needs them.

@@ -99,7 +99,7 @@ void paintStrip(CellGrid& grid, const MemoryPressureView& strip, const Box& box,
   } else {
     paintPlain(grid, strip, track, look);
   }
-  const auto percent = text::format("%5ld%%", std::lround(strip.pressure * 100));
+  const auto percent = text::format("%5ld%%", percentUsed(strip));
   grid.write(track.right(), box.y, percent, {}, kPercentColumns);
 }
 

@@ -4,7 +4,6 @@
 
 #include "text/blanks.h"
 #include "text/display_line.h"
-#include "text/format.h"
 #include "ui/row_parts.h"
 #include "ui/strip_text.h"
 
@@ -44,7 +43,7 @@ std::string stripText(const MemoryPressureView& strip) {
 
   std::string line = "[" + segments;
   for (std::size_t cell = segments.size(); cell < kCells; ++cell) line += "·";
-  return line + "]  " + text::format("%.0f%%", strip.pressure * 100);
+  return line + "]  " + std::to_string(percentUsed(strip)) + "%";
 }
 
 std::string menuText(const Menu& menu) {
