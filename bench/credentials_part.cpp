@@ -135,7 +135,7 @@ void measureCredentials(const Options& options, Report& report) {
   report.section("Credentials: the worst of many texts");
   const auto texts = worstTexts();
   std::vector<TextSpan> spans;
-  std::vector<credentials::ArgumentSpan> inArguments;
+  std::vector<ArgumentSpan> inArguments;
   const std::pair<const char*, Work> works[] = {
       {"redactSecrets",
        [](const Worst& w) { std::ignore = ProcessScanner::redactSecrets(w.text); }},

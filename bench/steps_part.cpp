@@ -22,7 +22,7 @@ namespace {
 
 using namespace ProcessScanner;
 
-constexpr std::size_t kProcesses = 2000;
+constexpr std::size_t kStepProcesses = 2000;
 
 /// The population's texts, as a scan would get them, without a system behind them.
 struct Sample {
@@ -34,7 +34,7 @@ struct Sample {
 
 std::vector<Sample> makeSamples() {
   std::vector<Sample> samples;
-  for (auto& process : planPopulation(kProcesses, Mix::machine)) {
+  for (auto& process : planPopulation(kStepProcesses, Mix::machine)) {
     Sample sample{.name = process.executable, .arguments = std::move(process.arguments)};
     for (const auto& argument : sample.arguments) {
       if (!sample.commandLine.empty()) sample.commandLine += ' ';

@@ -6,19 +6,19 @@
 
 namespace {
 
-struct Row {
+struct FrontEndChoiceRow {
   const char* name;
   Surroundings surroundings;
   FrontEndKind kind;
 };
 
-class FrontEndChoice : public testing::TestWithParam<Row> {};
+class FrontEndChoice : public testing::TestWithParam<FrontEndChoiceRow> {};
 
 TEST_P(FrontEndChoice, FollowsTheSurroundings) {
   EXPECT_EQ(chooseFrontEnd(GetParam().surroundings), GetParam().kind);
 }
 
-constexpr Row kRows[] = {
+constexpr FrontEndChoiceRow kFrontEndChoiceRows[] = {
     {"PipeWithoutDisplay", {}, FrontEndKind::text},
     {"PipeOverSsh", {.overSsh = true}, FrontEndKind::text},
     {"ServerConsole", {.onTerminal = true}, FrontEndKind::terminal},
@@ -31,6 +31,6 @@ constexpr Row kRows[] = {
     {"DesktopAutostartOverSsh", {.overSsh = true, .hasDisplay = true}, FrontEndKind::tray},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, FrontEndChoice, testing::ValuesIn(kRows), rowName<Row>);
+INSTANTIATE_TEST_SUITE_P(Table, FrontEndChoice, testing::ValuesIn(kFrontEndChoiceRows), rowName<FrontEndChoiceRow>);
 
 }  // namespace

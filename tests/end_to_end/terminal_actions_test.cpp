@@ -16,8 +16,6 @@
 
 namespace {
 
-const std::string kEnter = "\r";
-const std::string kEscape = "\033";
 
 /// A name that nothing else on this machine has.
 std::string uniqueName() {

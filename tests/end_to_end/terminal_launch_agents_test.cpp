@@ -15,8 +15,6 @@
 
 namespace {
 
-const std::string kEnter = "\r";
-const std::string kEscape = "\033";
 
 /// The launch agents stand near the end of the menu.
 bool walkToLaunchAgent(TerminalSession& terminal, const std::string& text) {

@@ -136,7 +136,7 @@ TEST_F(Paste, WithoutAnEndIsOverAfterAWhile) {
 }
 
 TEST_F(Paste, WithoutAnEndDoesNotStopTheProgram) {
-  TerminalSession terminal({.waits = TerminalWaits{.controller = {.refresh = 0.5}}});
+  TerminalSession terminal({.waits = terminal::TerminalWaits{.controller = {.refresh = 0.5}}});
   ASSERT_TRUE(terminal.walkTo(name()));
   terminal.send(kBegin);
   const ChildProcess another(

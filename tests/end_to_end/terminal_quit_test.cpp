@@ -12,10 +12,8 @@
 
 namespace {
 
-const std::string kEnter = "\r";
-
 /// The command of a model server that nothing else on this machine is named like.
-std::vector<std::string> modelServer(const std::string& name, std::vector<std::string> options) {
+std::vector<std::string> serverOf(const std::string& name, std::vector<std::string> options) {
   options.insert(options.begin(), {"--memory", "120"});
   return playProcess(options, {"llama-server", "--model", "/models/" + name + ".gguf"});
 }
@@ -49,7 +47,7 @@ class TerminalQuit : public testing::Test {
     session_.emplace(TerminalSession::Options{
         .width = 120,
         .height = 40,
-        .waits = TerminalWaits{.hint = 0.2, .controller = {.refresh = 1, .quit = 0.2}}});
+        .waits = terminal::TerminalWaits{.hint = 0.2, .controller = {.refresh = 1, .quit = 0.2}}});
   }
   TerminalSession& terminal() { return *session_; }
 
@@ -59,9 +57,9 @@ class TerminalQuit : public testing::Test {
 
 TEST_F(TerminalQuit, LeavesNothingSelectedThatTheSameKeyCouldEnd) {
   const std::string name = numbered("stubborn");
-  const ChildProcess stubborn(modelServer(name, {"--ignore-term"}));
-  const ChildProcess above(modelServer(numbered("above"), {"--memory", "140"}));
-  const ChildProcess below(modelServer(numbered("below"), {"--memory", "100"}));
+  const ChildProcess stubborn(serverOf(name, {"--ignore-term"}));
+  const ChildProcess above(serverOf(numbered("above"), {"--memory", "140"}));
+  const ChildProcess below(serverOf(numbered("below"), {"--memory", "100"}));
   open();
   ASSERT_TRUE(quit(name));
   for (int i = 0; i < 4; ++i) {
@@ -76,8 +74,8 @@ TEST_F(TerminalQuit, LeavesNothingSelectedThatTheSameKeyCouldEnd) {
 }
 
 TEST_F(TerminalQuit, SaysOfEachProcessThatItIsStillRunning) {
-  ChildProcess first(modelServer(numbered("first"), {"--ignore-term"}));
-  ChildProcess second(modelServer(numbered("second"), {"--ignore-term"}));
+  ChildProcess first(serverOf(numbered("first"), {"--ignore-term"}));
+  ChildProcess second(serverOf(numbered("second"), {"--ignore-term"}));
   open();
   ASSERT_TRUE(quit(numbered("first")));
   terminal().send("\033[H");
@@ -105,7 +103,7 @@ TEST_F(TerminalQuit, SaysOfEachProcessThatItIsStillRunning) {
 
 TEST_F(TerminalQuit, SaysThatAProcessIsStopped) {
   const std::string name = numbered("asleep");
-  ChildProcess asleep(modelServer(name, {}));
+  ChildProcess asleep(serverOf(name, {}));
   siginfo_t news{};
   kill(asleep.pid(), SIGSTOP);
   ASSERT_EQ(waitid(P_PID, static_cast<id_t>(asleep.pid()), &news, WSTOPPED), 0);

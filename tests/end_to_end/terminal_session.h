@@ -9,6 +9,10 @@
 #include <string>
 
 #include "end_to_end/screen_model.h"
+
+/// What a terminal sends for these keys.
+inline const std::string kEnter = "\r";
+inline const std::string kEscape = "\033";
 #include "frontends/terminal/run_terminal.h"
 
 /// The real program in a terminal of the test's own: a pseudo-terminal, a screen model for
@@ -22,9 +26,9 @@ class TerminalSession {
     /// Beside these the program has the test's own environment, without a display. An empty
     /// optional unsets.
     std::map<std::string, std::optional<std::string>> environment = {};
-    uid_t user = 0;                           ///< runs it as this user; 0: as the test's own
-    std::string program = {};                 ///< what to run; "": the program where it was built
-    std::optional<TerminalWaits> waits = {};  ///< what it waits in place of its own waits
+    uid_t user = 0;            ///< runs it as this user; 0: as the test's own
+    std::string program = {};  ///< what to run; "": the program where it was built
+    std::optional<terminal::TerminalWaits> waits = {};  ///< what it waits in place of its own waits
     /// What the program does before it starts, to itself; false: it does not start.
     std::function<bool()> prepare = {};
   };

@@ -9,7 +9,7 @@ int main(int argc, char** argv) {
   constexpr int kArguments = 4;
   if (argc != kArguments) return EXIT_FAILURE;
   std::setlocale(LC_CTYPE, "");
-  const TerminalWaits waits{
+  const terminal::TerminalWaits waits{
       .hint = std::atof(argv[1]),
       .controller = {.refresh = std::atof(argv[2]), .quit = std::atof(argv[3])}};
   return runTerminal(Branding::aboutAlert(), waits);

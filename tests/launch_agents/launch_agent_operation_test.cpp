@@ -17,7 +17,7 @@ using Replies = std::vector<platform::ServiceReply>;
 
 const VordaLaunchAgent kLaunchAgent{.label = "hermes", .plistPath = "/units/hermes.service"};
 
-struct Row {
+struct LaunchAgentOperationRow {
   const char* name;
   Replies replies;
   Answer answer;
@@ -30,7 +30,7 @@ std::vector<std::string> calls(const std::string& verb, int count) {
   return result;
 }
 
-class Stopping : public testing::TestWithParam<Row> {};
+class Stopping : public testing::TestWithParam<LaunchAgentOperationRow> {};
 
 TEST_P(Stopping, TriesInOrderUntilItIsUnloaded) {
   resetMachine();
@@ -47,26 +47,26 @@ const Answer kNotUnloaded{false, "Failed to unload hermes"};
 INSTANTIATE_TEST_SUITE_P(
     Table, Stopping,
     testing::Values(
-        Row{"FirstSucceeds", {{0, ""}, {0, ""}, {0, ""}}, kUnloaded, 1},
-        Row{"SuccessBeforeWords", {{0, "No such process"}}, kUnloaded, 1},
-        Row{"NoSuchProcess", {{3, "Boot-out failed: 3: No such process\n"}}, kAlreadyUnloaded, 1},
-        Row{"CouldNotFind", {{113, "Could not find service"}, {0, ""}}, kAlreadyUnloaded, 1},
-        Row{"WordsInAnotherCaseDoNotCount",
+        LaunchAgentOperationRow{"FirstSucceeds", {{0, ""}, {0, ""}, {0, ""}}, kUnloaded, 1},
+        LaunchAgentOperationRow{"SuccessBeforeWords", {{0, "No such process"}}, kUnloaded, 1},
+        LaunchAgentOperationRow{"NoSuchProcess", {{3, "Boot-out failed: 3: No such process\n"}}, kAlreadyUnloaded, 1},
+        LaunchAgentOperationRow{"CouldNotFind", {{113, "Could not find service"}, {0, ""}}, kAlreadyUnloaded, 1},
+        LaunchAgentOperationRow{"WordsInAnotherCaseDoNotCount",
             {{3, "no such process"}, {3, "could not find"}},
             kNotUnloaded,
             2},
-        Row{"SecondSucceeds", {{5, "Input/output error"}, {0, ""}, {0, ""}}, kUnloaded, 2},
-        Row{"SecondFindsItNotLoaded", {{5, "x"}, {3, "Could not find it"}}, kAlreadyUnloaded, 2},
-        Row{"ThirdSucceeds", {{5, ""}, {5, ""}, {0, ""}}, kUnloaded, 3},
-        Row{"AllFail", {{5, "a"}, {5, "b"}, {5, "c"}}, kNotUnloaded, 3},
-        Row{"ToolCannotBeStarted",
+        LaunchAgentOperationRow{"SecondSucceeds", {{5, "Input/output error"}, {0, ""}, {0, ""}}, kUnloaded, 2},
+        LaunchAgentOperationRow{"SecondFindsItNotLoaded", {{5, "x"}, {3, "Could not find it"}}, kAlreadyUnloaded, 2},
+        LaunchAgentOperationRow{"ThirdSucceeds", {{5, ""}, {5, ""}, {0, ""}}, kUnloaded, 3},
+        LaunchAgentOperationRow{"AllFail", {{5, "a"}, {5, "b"}, {5, "c"}}, kNotUnloaded, 3},
+        LaunchAgentOperationRow{"ToolCannotBeStarted",
             {{-1, "launch path not accessible"}, {-1, ""}, {-1, ""}},
             kNotUnloaded,
             3},
-        Row{"NoWayToTry", {}, kNotUnloaded, 0}),
-    rowName<Row>);
+        LaunchAgentOperationRow{"NoWayToTry", {}, kNotUnloaded, 0}),
+    rowName<LaunchAgentOperationRow>);
 
-class Starting : public testing::TestWithParam<Row> {};
+class Starting : public testing::TestWithParam<LaunchAgentOperationRow> {};
 
 TEST_P(Starting, TriesInOrderUntilItIsLoaded) {
   resetMachine();
@@ -82,16 +82,16 @@ const Answer kNotLoaded{false, "Failed to load hermes"};
 INSTANTIATE_TEST_SUITE_P(
     Table, Starting,
     testing::Values(
-        Row{"FirstSucceeds", {{0, ""}, {0, ""}}, kLoaded, 1},
-        Row{"SecondSucceeds", {{5, ""}, {0, ""}}, kLoaded, 2},
-        Row{"AlreadyLoaded",
+        LaunchAgentOperationRow{"FirstSucceeds", {{0, ""}, {0, ""}}, kLoaded, 1},
+        LaunchAgentOperationRow{"SecondSucceeds", {{5, ""}, {0, ""}}, kLoaded, 2},
+        LaunchAgentOperationRow{"AlreadyLoaded",
             {{37, "service already loaded"}, {1, "service already loaded"}},
             kNotLoaded,
             2},
-        Row{"WordsAreNotRead", {{3, "No such process"}, {3, "Could not find"}}, kNotLoaded, 2},
-        Row{"ToolCannotBeStarted", {{-1, "x"}, {-1, "x"}}, kNotLoaded, 2},
-        Row{"NoWayToTry", {}, kNotLoaded, 0}),
-    rowName<Row>);
+        LaunchAgentOperationRow{"WordsAreNotRead", {{3, "No such process"}, {3, "Could not find"}}, kNotLoaded, 2},
+        LaunchAgentOperationRow{"ToolCannotBeStarted", {{-1, "x"}, {-1, "x"}}, kNotLoaded, 2},
+        LaunchAgentOperationRow{"NoWayToTry", {}, kNotLoaded, 0}),
+    rowName<LaunchAgentOperationRow>);
 
 TEST(LaunchAgentOperations, GoOnUntilTheirAttemptEnds) {
   resetMachine();

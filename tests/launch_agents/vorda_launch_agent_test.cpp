@@ -12,12 +12,12 @@ VordaLaunchAgent sample() {
   return {"ollama", "/units/ollama.service", "ollama serve", true, true, 7};
 }
 
-struct Row {
+struct VordaLaunchAgentRow {
   const char* name;
   void (*change)(VordaLaunchAgent&);
 };
 
-class VordaLaunchAgentFields : public testing::TestWithParam<Row> {};
+class VordaLaunchAgentFields : public testing::TestWithParam<VordaLaunchAgentRow> {};
 
 TEST_P(VordaLaunchAgentFields, EachCountsForEqualityAndHash) {
   VordaLaunchAgent changed = sample();
@@ -26,7 +26,7 @@ TEST_P(VordaLaunchAgentFields, EachCountsForEqualityAndHash) {
   EXPECT_NE(std::hash<VordaLaunchAgent>{}(changed), std::hash<VordaLaunchAgent>{}(sample()));
 }
 
-constexpr Row kRows[] = {
+constexpr VordaLaunchAgentRow kVordaLaunchAgentRows[] = {
     {"label", [](VordaLaunchAgent& a) { a.label = "other"; }},
     {"plistPath", [](VordaLaunchAgent& a) { a.plistPath = ""; }},
     {"program", [](VordaLaunchAgent& a) { a.program = "ollama"; }},
@@ -36,7 +36,7 @@ constexpr Row kRows[] = {
     {"absentPid", [](VordaLaunchAgent& a) { a.pid.reset(); }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, VordaLaunchAgentFields, testing::ValuesIn(kRows), rowName<Row>);
+INSTANTIATE_TEST_SUITE_P(Table, VordaLaunchAgentFields, testing::ValuesIn(kVordaLaunchAgentRows), rowName<VordaLaunchAgentRow>);
 
 TEST(VordaLaunchAgent, IsIdentifiedByItsLabel) {
   EXPECT_EQ(sample().id(), "ollama");

@@ -14,13 +14,13 @@ using darwin::rawArgumentBlock;
 using namespace std::string_literals;
 using Texts = std::vector<std::string>;
 
-struct Row {
+struct ArgumentBlockRow {
   std::string name;
   std::string block;
   Texts arguments;
 };
 
-class ArgumentBlock : public testing::TestWithParam<Row> {};
+class ArgumentBlock : public testing::TestWithParam<ArgumentBlockRow> {};
 
 TEST_P(ArgumentBlock, YieldsArguments) {
   platform::ProcessFacts facts;
@@ -35,40 +35,40 @@ constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 INSTANTIATE_TEST_SUITE_P(
     Table, ArgumentBlock,
     testing::Values(
-        Row{"Plain", argumentBlock("/opt/homebrew/bin/ollama", kOllama, kEnvironment), kOllama},
-        Row{"PathWithoutPadding", rawArgumentBlock(2, "/bin/ls\0ls\0-l\0A=1\0"s), {"ls", "-l"}},
-        Row{"ArgumentsThatAreNotThePath", argumentBlock("/bin/sh", {"-zsh"}), {"-zsh"}},
-        Row{"NoArguments", argumentBlock("/sbin/launchd", {}, kEnvironment), {}},
-        Row{"NegativeCount", rawArgumentBlock(-1, "/bin/ls\0ls\0"s), {}},
+        ArgumentBlockRow{"Plain", argumentBlock("/opt/homebrew/bin/ollama", kOllama, kEnvironment), kOllama},
+        ArgumentBlockRow{"PathWithoutPadding", rawArgumentBlock(2, "/bin/ls\0ls\0-l\0A=1\0"s), {"ls", "-l"}},
+        ArgumentBlockRow{"ArgumentsThatAreNotThePath", argumentBlock("/bin/sh", {"-zsh"}), {"-zsh"}},
+        ArgumentBlockRow{"NoArguments", argumentBlock("/sbin/launchd", {}, kEnvironment), {}},
+        ArgumentBlockRow{"NegativeCount", rawArgumentBlock(-1, "/bin/ls\0ls\0"s), {}},
         // The step that the empty one would have taken goes to the environment.
-        Row{"EmptyArgumentBetweenTwo",
+        ArgumentBlockRow{"EmptyArgumentBetweenTwo",
             argumentBlock("/bin/sh", {"sh", "", "x"}, kEnvironment),
             {"sh", "x", "HOME=/Users/ada"}},
-        Row{"EmptyArgumentBetweenTwoWithoutEnvironment",
+        ArgumentBlockRow{"EmptyArgumentBetweenTwoWithoutEnvironment",
             argumentBlock("/bin/sh", {"sh", "", "x"}),
             {"sh", "x"}},
-        Row{"TwoEmptyArguments",
+        ArgumentBlockRow{"TwoEmptyArguments",
             argumentBlock("/bin/sh", {"sh", "", ""}, kEnvironment),
             {"sh", "HOME=/Users/ada", "TOKEN=secret"}},
-        Row{"NoEmptyArgumentLeavesTheEnvironmentAlone",
+        ArgumentBlockRow{"NoEmptyArgumentLeavesTheEnvironmentAlone",
             argumentBlock("/bin/sh", {"sh", "x"}, kEnvironment),
             {"sh", "x"}},
         // It is dropped, and was a step all the same.
-        Row{"ArgumentThatIsNotUtf8",
+        ArgumentBlockRow{"ArgumentThatIsNotUtf8",
             argumentBlock("/bin/sh", {"sh", "caf\xe9", "x"}, kEnvironment),
             {"sh", "x"}},
-        Row{"Utf8", argumentBlock("/bin/é", {"é", "日本"}), {"é", "日本"}},
-        Row{"CutInAnArgument", rawArgumentBlock(3, "/bin/ls\0ls\0--colo"s), {"ls", "--colo"}},
-        Row{"CutInACharacter", rawArgumentBlock(2, "/bin/ls\0ls\0caf\xc3"s), {"ls"}},
-        Row{"CutInThePath", rawArgumentBlock(2, "/bin/l"), {}},
-        Row{"CutAfterThePath", rawArgumentBlock(2, "/bin/ls\0"s), {}},
-        Row{"CountAlone", rawArgumentBlock(2, ""), {}}, Row{"ThreeBytes", "\2\0\0"s, {}},
-        Row{"Nothing", "", {}}, Row{"NulsAlone", rawArgumentBlock(2, std::string(64, '\0')), {}},
-        Row{"LargestCount", rawArgumentBlock(kMost, "/bin/ls\0ls\0-l\0"s), {"ls", "-l"}},
-        Row{"SmallestCount",
+        ArgumentBlockRow{"Utf8", argumentBlock("/bin/é", {"é", "日本"}), {"é", "日本"}},
+        ArgumentBlockRow{"CutInAnArgument", rawArgumentBlock(3, "/bin/ls\0ls\0--colo"s), {"ls", "--colo"}},
+        ArgumentBlockRow{"CutInACharacter", rawArgumentBlock(2, "/bin/ls\0ls\0caf\xc3"s), {"ls"}},
+        ArgumentBlockRow{"CutInThePath", rawArgumentBlock(2, "/bin/l"), {}},
+        ArgumentBlockRow{"CutAfterThePath", rawArgumentBlock(2, "/bin/ls\0"s), {}},
+        ArgumentBlockRow{"CountAlone", rawArgumentBlock(2, ""), {}}, ArgumentBlockRow{"ThreeBytes", "\2\0\0"s, {}},
+        ArgumentBlockRow{"Nothing", "", {}}, ArgumentBlockRow{"NulsAlone", rawArgumentBlock(2, std::string(64, '\0')), {}},
+        ArgumentBlockRow{"LargestCount", rawArgumentBlock(kMost, "/bin/ls\0ls\0-l\0"s), {"ls", "-l"}},
+        ArgumentBlockRow{"SmallestCount",
             rawArgumentBlock(std::numeric_limits<std::int32_t>::min(), "/bin/ls\0ls\0"s),
             {}}),
-    rowName<Row>);
+    rowName<ArgumentBlockRow>);
 
 TEST(ArgumentBlock, JoinsArgumentsBySingleBlanks) {
   platform::ProcessFacts facts;

@@ -13,13 +13,13 @@ namespace {
 using namespace std::string_literals;
 using Texts = std::vector<std::string>;
 
-struct Row {
+struct LaunchAgentFileRow {
   std::string name;
   std::string bytes;
   std::optional<platform::LaunchAgentFile> expected;  // without its path
 };
 
-class LaunchAgentFile : public StageTestWith<Row> {};
+class LaunchAgentFile : public StageTestWith<LaunchAgentFileRow> {};
 
 std::string pathOf(const std::string& name) {
   return Stage::userLaunchAgentsPath() + "/" + name;
@@ -85,54 +85,54 @@ const Texts kOllama{"/opt/homebrew/bin/ollama", "serve"};
 INSTANTIATE_TEST_SUITE_P(
     Encodings, LaunchAgentFile,
     testing::Values(
-        Row{"Xml",
+        LaunchAgentFileRow{"Xml",
             dict("<key>Label</key><string>com.ollama.serve</string>"
                  "<key>ProgramArguments</key><array><string>/opt/homebrew/bin/ollama</string>"
                  "<string>serve</string></array><key>KeepAlive</key><true/>"),
             launchAgent("com.ollama.serve", kOllama, true)},
-        Row{"XmlWithEntitiesAndUnicode", dict("<key>Label</key><string>a&amp;b é 日本</string>"),
+        LaunchAgentFileRow{"XmlWithEntitiesAndUnicode", dict("<key>Label</key><string>a&amp;b é 日本</string>"),
             launchAgent("a&b é 日本")},
-        Row{"Binary", kBinary, launchAgent("com.ollama.serve", kOllama, true)},
-        Row{"BinaryOddTypes", kBinaryOddTypes, launchAgent("com.é", {}, true)},
-        Row{"BinaryNumber", kBinaryNumber, launchAgent("com.number")},
-        Row{"EmptyDictionary", dict(""), launchAgent("com.file.name")},
-        Row{"Array", xml("<array><string>a</string></array>"), std::nullopt},
-        Row{"String", xml("<string>a</string>"), std::nullopt},
-        Row{"CutXml", dict("<key>Label</key><string>a</string>").substr(0, 200), std::nullopt},
-        Row{"CutBinary", kBinary.substr(0, kBinary.size() / 2), std::nullopt},
-        Row{"BinaryWithWildOffsets", "bplist00"s + std::string(40, '\xff'), std::nullopt},
-        Row{"Garbage", "\x01\x02 not a property list \xff"s, std::nullopt},
-        Row{"Empty", "", std::nullopt}),
-    rowName<Row>);
+        LaunchAgentFileRow{"Binary", kBinary, launchAgent("com.ollama.serve", kOllama, true)},
+        LaunchAgentFileRow{"BinaryOddTypes", kBinaryOddTypes, launchAgent("com.é", {}, true)},
+        LaunchAgentFileRow{"BinaryNumber", kBinaryNumber, launchAgent("com.number")},
+        LaunchAgentFileRow{"EmptyDictionary", dict(""), launchAgent("com.file.name")},
+        LaunchAgentFileRow{"Array", xml("<array><string>a</string></array>"), std::nullopt},
+        LaunchAgentFileRow{"String", xml("<string>a</string>"), std::nullopt},
+        LaunchAgentFileRow{"CutXml", dict("<key>Label</key><string>a</string>").substr(0, 200), std::nullopt},
+        LaunchAgentFileRow{"CutBinary", kBinary.substr(0, kBinary.size() / 2), std::nullopt},
+        LaunchAgentFileRow{"BinaryWithWildOffsets", "bplist00"s + std::string(40, '\xff'), std::nullopt},
+        LaunchAgentFileRow{"Garbage", "\x01\x02 not a property list \xff"s, std::nullopt},
+        LaunchAgentFileRow{"Empty", "", std::nullopt}),
+    rowName<LaunchAgentFileRow>);
 
 INSTANTIATE_TEST_SUITE_P(
     Types, LaunchAgentFile,
     testing::Values(
-        Row{"LabelOfAnotherType", dict("<key>Label</key><integer>7</integer>"),
+        LaunchAgentFileRow{"LabelOfAnotherType", dict("<key>Label</key><integer>7</integer>"),
             launchAgent("com.file.name")},
-        Row{"LabelEmpty", dict("<key>Label</key><string></string>"), launchAgent("")},
-        Row{"ProgramIsNotRead", dict("<key>Program</key><string>/bin/ollama</string>"),
+        LaunchAgentFileRow{"LabelEmpty", dict("<key>Label</key><string></string>"), launchAgent("")},
+        LaunchAgentFileRow{"ProgramIsNotRead", dict("<key>Program</key><string>/bin/ollama</string>"),
             launchAgent("com.file.name")},
-        Row{"ArgumentsOfAnotherType",
+        LaunchAgentFileRow{"ArgumentsOfAnotherType",
             dict("<key>ProgramArguments</key><string>ollama serve</string>"),
             launchAgent("com.file.name")},
-        Row{"OneArgumentOfAnotherType",
+        LaunchAgentFileRow{"OneArgumentOfAnotherType",
             dict("<key>ProgramArguments</key><array><string>a</string><integer>1</integer>"
                  "</array>"),
             launchAgent("com.file.name")},
-        Row{"NoArguments", dict("<key>ProgramArguments</key><array/>"),
+        LaunchAgentFileRow{"NoArguments", dict("<key>ProgramArguments</key><array/>"),
             launchAgent("com.file.name")},
-        Row{"KeptAlive", keepAlive("<true/>"), launchAgent("com.a", {}, true)},
-        Row{"NotKeptAlive", keepAlive("<false/>"), launchAgent("com.a")},
-        Row{"KeptAliveOnConditions", keepAlive("<dict><key>SuccessfulExit</key><false/></dict>"),
+        LaunchAgentFileRow{"KeptAlive", keepAlive("<true/>"), launchAgent("com.a", {}, true)},
+        LaunchAgentFileRow{"NotKeptAlive", keepAlive("<false/>"), launchAgent("com.a")},
+        LaunchAgentFileRow{"KeptAliveOnConditions", keepAlive("<dict><key>SuccessfulExit</key><false/></dict>"),
             launchAgent("com.a", {}, true)},
-        Row{"KeptAliveOnNoConditions", keepAlive("<dict/>"), launchAgent("com.a", {}, true)},
-        Row{"TheNumber0", keepAlive("<integer>0</integer>"), launchAgent("com.a")},
-        Row{"TheNumber1", keepAlive("<integer>1</integer>"), launchAgent("com.a")},
-        Row{"TheNumber1AsReal", keepAlive("<real>1</real>"), launchAgent("com.a")},
-        Row{"TheWordTrue", keepAlive("<string>true</string>"), launchAgent("com.a")},
-        Row{"AnArray", keepAlive("<array><true/></array>"), launchAgent("com.a")}),
-    rowName<Row>);
+        LaunchAgentFileRow{"KeptAliveOnNoConditions", keepAlive("<dict/>"), launchAgent("com.a", {}, true)},
+        LaunchAgentFileRow{"TheNumber0", keepAlive("<integer>0</integer>"), launchAgent("com.a")},
+        LaunchAgentFileRow{"TheNumber1", keepAlive("<integer>1</integer>"), launchAgent("com.a")},
+        LaunchAgentFileRow{"TheNumber1AsReal", keepAlive("<real>1</real>"), launchAgent("com.a")},
+        LaunchAgentFileRow{"TheWordTrue", keepAlive("<string>true</string>"), launchAgent("com.a")},
+        LaunchAgentFileRow{"AnArray", keepAlive("<array><true/></array>"), launchAgent("com.a")}),
+    rowName<LaunchAgentFileRow>);
 
 class LaunchAgentFileOnDisk : public StageTest {};
 

@@ -92,7 +92,7 @@ TEST_P(ExecCommand, IsCutIntoWords) {
             GetParam().command);
 }
 
-const ExecRow kRows[] = {
+const ExecRow kDesktopEntryRows[] = {
     {"PlainWords", "plasma-systemmonitor --page  x", Words{"plasma-systemmonitor", "--page", "x"}},
     {"Quotes", "\"/opt/My App/app\" \"a b\"c", Words{"/opt/My App/app", "a bc"}},
     {"SingleQuotes", "sh -c 'a \"b\" \\ c'", Words{"sh", "-c", "a \"b\" \\ c"}},
@@ -115,7 +115,7 @@ const ExecRow kRows[] = {
      Words{"a;", "b", "|", "c", ">", "d", "&", "$E"}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, ExecCommand, testing::ValuesIn(kRows), rowName<ExecRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ExecCommand, testing::ValuesIn(kDesktopEntryRows), rowName<ExecRow>);
 
 TEST(ExecCommandWithoutAnIcon, DropsItsCode) {
   DesktopEntry entry;

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <tuple>
 
 #include "tools/temp_folder.h"
 
@@ -143,7 +144,7 @@ TEST_F(ProcessReaderTest, AsksForTheParentAgainWhenThatIsGone) {
   };
   const auto parentNow = [this] {
     reader_.pids();
-    for (const int pid : {5, 7}) reader_.read(pid, facts_);
+    for (const int pid : {5, 7}) std::ignore = reader_.read(pid, facts_);
     return facts_.parent;
   };
   folder_.write("5/cmdline", "parent");

@@ -7,13 +7,13 @@
 
 namespace {
 
-struct Row {
+struct ProcfsRow {
   const char* name;
   const char* entry;  ///< what the folder holds
   const char* problem;
 };
 
-class ProblemOfProc : public testing::TestWithParam<Row> {};
+class ProblemOfProc : public testing::TestWithParam<ProcfsRow> {};
 
 TEST_P(ProblemOfProc, IsThatItShowsNoProcess) {
   const TempFolder folder;
@@ -25,11 +25,11 @@ TEST_P(ProblemOfProc, IsThatItShowsNoProcess) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, ProblemOfProc,
-                         testing::Values(Row{"Missing", "other", ": No such file or directory"},
-                                         Row{"NoFolder", "proc", ": Not a directory"},
-                                         Row{"WithoutProcesses", "proc/self", " is not mounted"},
-                                         Row{"AProcess", "proc/17/stat", ""}),
-                         rowName<Row>);
+                         testing::Values(ProcfsRow{"Missing", "other", ": No such file or directory"},
+                                         ProcfsRow{"NoFolder", "proc", ": Not a directory"},
+                                         ProcfsRow{"WithoutProcesses", "proc/self", " is not mounted"},
+                                         ProcfsRow{"AProcess", "proc/17/stat", ""}),
+                         rowName<ProcfsRow>);
 
 TEST(ProcOfThisMachine, HasNoProblem) {
   EXPECT_EQ(platform::problemOfProc(), "");

@@ -34,7 +34,7 @@ TEST_P(SystemMonitors, AreFoundInTheirOrder) {
   EXPECT_EQ(ids, GetParam().monitors);
 }
 
-const MonitorRow kRows[] = {
+const MonitorRow kSystemMonitorRows[] = {
     {"NeedsBothCategories",
      "",
      {{"a", "Categories=System;"},
@@ -73,7 +73,7 @@ const MonitorRow kRows[] = {
     {"NotWhatIsNotListed", "", {{"a", "Categories=System;Monitor;\nNoDisplay=true"}}, {}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, SystemMonitors, testing::ValuesIn(kRows), rowName<MonitorRow>);
+INSTANTIATE_TEST_SUITE_P(Table, SystemMonitors, testing::ValuesIn(kSystemMonitorRows), rowName<MonitorRow>);
 
 TEST(DesktopNames, AreCutAtColons) {
   EXPECT_EQ(platform::desktopNames(""), Names{});

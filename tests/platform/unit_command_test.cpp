@@ -20,7 +20,7 @@ TEST_P(CommandWords, AreCutAsSystemdDoes) {
   EXPECT_EQ(platform::commandWords(GetParam().value), GetParam().words);
 }
 
-const CommandRow kRows[] = {
+const CommandRow kUnitCommandRows[] = {
     {"PlainWords", "/usr/bin/ollama serve --port 1",
      Words{"/usr/bin/ollama", "serve", "--port", "1"}},
     {"RunsOfBlanks", " \t/bin/a \t b  ", Words{"/bin/a", "b"}},
@@ -55,6 +55,6 @@ const CommandRow kRows[] = {
     {"SpecifiersAndVariables", "%h/bin/a $HOME ${X} %%", Words{"%h/bin/a", "$HOME", "${X}", "%%"}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, CommandWords, testing::ValuesIn(kRows), rowName<CommandRow>);
+INSTANTIATE_TEST_SUITE_P(Table, CommandWords, testing::ValuesIn(kUnitCommandRows), rowName<CommandRow>);
 
 }  // namespace

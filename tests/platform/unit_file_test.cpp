@@ -24,7 +24,7 @@ TEST_P(ServiceUnitFile, TellsCommandAndRestart) {
   EXPECT_EQ(unit.keepAlive, GetParam().keepAlive);
 }
 
-const UnitRow kRows[] = {
+const UnitRow kUnitFileRows[] = {
     {"AnOrdinaryService",
      "[Unit]\nDescription=Ollama\n\n[Service]\nExecStart=/usr/bin/ollama serve\nRestart=always\n"
      "\n[Install]\nWantedBy=default.target\n",
@@ -88,7 +88,7 @@ const UnitRow kRows[] = {
     {"AnEqualsSignAlone", "[Service]\n=\n= a\n", {}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, ServiceUnitFile, testing::ValuesIn(kRows), rowName<UnitRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ServiceUnitFile, testing::ValuesIn(kUnitFileRows), rowName<UnitRow>);
 
 TEST(ServiceUnitFileOfAMebibyte, IsReadToItsEnd) {
   const std::string padding(1 << 20, 'x');

@@ -121,12 +121,12 @@ INSTANTIATE_TEST_SUITE_P(
     rowName<NamingRow>);
 
 TEST(BundleName, IsThatOfTheOutermostBundle) {
-  struct Row {
+  struct FriendlyNamingRow {
     std::vector<std::string> arguments;
     const char* displayName;
     const char* product;
   };
-  const Row rows[] = {
+  const FriendlyNamingRow rows[] = {
       // "/Docker.app/" is looked for in the lowered line, where it is never found.
       {{"/Applications/Docker.app/Contents/MacOS/Docker Desktop"}, "Docker", "App"},
       {{"/Applications/Foo.app/Contents/MacOS/Foo"}, "Foo", "App"},

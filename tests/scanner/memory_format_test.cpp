@@ -6,21 +6,21 @@
 
 namespace {
 
-struct Row {
+struct MemoryFormatRow {
   const char* name;
   double mb;
   const char* detail;
   const char* compact;
 };
 
-class MemoryFormats : public testing::TestWithParam<Row> {};
+class MemoryFormats : public testing::TestWithParam<MemoryFormatRow> {};
 
 TEST_P(MemoryFormats, AreWrittenToTheCharacter) {
   EXPECT_EQ(MemoryFormat::detail(GetParam().mb), GetParam().detail);
   EXPECT_EQ(MemoryFormat::compact(GetParam().mb), GetParam().compact);
 }
 
-constexpr Row kRows[] = {
+constexpr MemoryFormatRow kMemoryFormatRows[] = {
     {"Zero", 0, "0 MB", " 0.0 MB"},
     {"BelowTen", 9.94, "10 MB", " 9.9 MB"},
     {"RoundsUpToTenInTheOneDecimalForm", 9.96, "10 MB", "10.0 MB"},
@@ -35,6 +35,6 @@ constexpr Row kRows[] = {
     {"Wide", 1024 * 1024, "1024.00 GB", "1024.0 GB"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, MemoryFormats, testing::ValuesIn(kRows), rowName<Row>);
+INSTANTIATE_TEST_SUITE_P(Table, MemoryFormats, testing::ValuesIn(kMemoryFormatRows), rowName<MemoryFormatRow>);
 
 }  // namespace

@@ -30,7 +30,7 @@ TEST_P(ProcessTreeTest, CountsWhatRunsBelow) {
   EXPECT_EQ(below, GetParam().below);
 }
 
-const TreeRow kRows[] = {
+const TreeRow kProcessTreeRows[] = {
     {"Empty", {}, {}},
     {"ParentsUnknownOrNotAdded", {{1, {}}, {2, 99}, {3, 0}}, {0, 0, 0}},
     {"AChain", {{1, 0}, {2, 1}, {3, 2}, {4, 3}}, {3, 2, 1, 0}},
@@ -40,7 +40,7 @@ const TreeRow kRows[] = {
     {"ACircle", {{1, 2}, {2, 1}, {3, 1}}, {1, 0, 0}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, ProcessTreeTest, testing::ValuesIn(kRows), rowName<TreeRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ProcessTreeTest, testing::ValuesIn(kProcessTreeRows), rowName<TreeRow>);
 
 TEST(ProcessTreeOfADeepChain, IsCountedInOneGo) {
   constexpr int kDeep = 200'000;  // a walk up from each would take minutes

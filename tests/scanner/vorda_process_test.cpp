@@ -13,12 +13,12 @@ VordaProcess sample() {
           {"ollama"}, false,           "ada"};
 }
 
-struct Row {
+struct VordaProcessRow {
   const char* name;
   void (*change)(VordaProcess&);
 };
 
-class VordaProcessFields : public testing::TestWithParam<Row> {};
+class VordaProcessFields : public testing::TestWithParam<VordaProcessRow> {};
 
 TEST_P(VordaProcessFields, EachCountsForEqualityAndHash) {
   VordaProcess changed = sample();
@@ -27,7 +27,7 @@ TEST_P(VordaProcessFields, EachCountsForEqualityAndHash) {
   EXPECT_NE(std::hash<VordaProcess>{}(changed), std::hash<VordaProcess>{}(sample()));
 }
 
-constexpr Row kRows[] = {
+constexpr VordaProcessRow kVordaProcessRows[] = {
     {"pid", [](VordaProcess& p) { p.pid = 8; }},
     {"displayName", [](VordaProcess& p) { p.displayName = "Ollama"; }},
     {"product", [](VordaProcess& p) { p.product = ""; }},
@@ -44,7 +44,7 @@ constexpr Row kRows[] = {
     {"ownerName", [](VordaProcess& p) { p.ownerName = "grace"; }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, VordaProcessFields, testing::ValuesIn(kRows), rowName<Row>);
+INSTANTIATE_TEST_SUITE_P(Table, VordaProcessFields, testing::ValuesIn(kVordaProcessRows), rowName<VordaProcessRow>);
 
 TEST(VordaProcess, EqualValuesHashEqually) {
   EXPECT_EQ(sample(), sample());

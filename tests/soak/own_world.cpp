@@ -33,17 +33,17 @@ bool mayMakeNamespaces() {
 }
 
 // What processes end with that have no result of `work` to hand on.
-constexpr int kImpossible = 254;
+constexpr int kNoNamespaces = 254;
 constexpr int kCrashed = 255;  // so does one that exits with -1
 
 /// Runs `work` as process 1 of a pid namespace.
 int resultOfFirst(const std::function<int()>& work) {
   return resultOfForked([&] {
     if (!mayMakeNamespaces() || !makeMountsPrivate() || unshare(CLONE_NEWPID) != 0) {
-      return kImpossible;
+      return kNoNamespaces;
     }
     return resultOfForked(
-        [&] { return mount("proc", "/proc", "proc", 0, nullptr) == 0 ? work() : kImpossible; });
+        [&] { return mount("proc", "/proc", "proc", 0, nullptr) == 0 ? work() : kNoNamespaces; });
   });
 }
 
@@ -69,7 +69,7 @@ int beFirst(const std::function<int()>& work) {
 std::optional<int> resultInOwnPids(const std::function<int()>& work) {
   std::fflush(nullptr);  // what is still to be written is not copied
   const int result = resultOfFirst([&] { return beFirst(work); });
-  if (result == kImpossible) return std::nullopt;
+  if (result == kNoNamespaces) return std::nullopt;
   return result < 0 ? kCrashed : result;
 }
 

@@ -21,7 +21,7 @@
 
 namespace {
 
-using Way = QuitMenu::Way;
+using QuitWay = QuitMenu::Way;
 using Clock = std::chrono::steady_clock;
 using Call = CallGate::Call;
 
@@ -63,7 +63,7 @@ enum class Phase { none, listing, opening, choosing, answering };
 /// When the process that is meant ends.
 struct Moment {
   const char* name = "";
-  Way way = Way::quit;
+  QuitWay way = QuitWay::quit;
   Phase phase = Phase::none;
   bool atEachCall = false;  ///< before each call of the phase in turn; else before all of them
   bool late = false;        ///< its successor is started before each later call in turn
@@ -92,18 +92,18 @@ constexpr Moment kMoments[] = {
      .atEachCall = true,
      .inOneTick = true},
     {.name = "after the scan, in one tick", .phase = Phase::opening, .inOneTick = true},
-    {.name = "force: never", .way = Way::forceQuit},
+    {.name = "force: never", .way = QuitWay::forceQuit},
     {.name = "force: during the scan",
-     .way = Way::forceQuit,
+     .way = QuitWay::forceQuit,
      .phase = Phase::opening,
      .atEachCall = true},
     {.name = "force: during the click",
-     .way = Way::forceQuit,
+     .way = QuitWay::forceQuit,
      .phase = Phase::choosing,
      .atEachCall = true},
-    {.name = "force: while it asks", .way = Way::forceQuit, .phase = Phase::answering},
+    {.name = "force: while it asks", .way = QuitWay::forceQuit, .phase = Phase::answering},
     {.name = "force: during the answer",
-     .way = Way::forceQuit,
+     .way = QuitWay::forceQuit,
      .phase = Phase::answering,
      .atEachCall = true},
 };
@@ -146,8 +146,8 @@ class Sweep {
   bool isWhole_ = false;
 };
 
-int signalOf(Way way) {
-  return way == Way::quit ? SIGTERM : SIGKILL;
+int signalOf(QuitWay way) {
+  return way == QuitWay::quit ? SIGTERM : SIGKILL;
 }
 
 /// Runs `work`, with its number, in that many pid namespaces at once.
@@ -310,7 +310,7 @@ void clickAtAnyTime(QuitMenu& menu, PidRelay& relay, std::mt19937& random, QuitT
   const PidRelay::Names& names = relay.names();
   const auto phase =
       std::array{Phase::none, Phase::opening, Phase::choosing, Phase::answering}[random() % 4];
-  const Way way = phase == Phase::answering || random() % 4 == 0 ? Way::forceQuit : Way::quit;
+  const QuitWay way = phase == Phase::answering || random() % 4 == 0 ? QuitWay::forceQuit : QuitWay::quit;
   const auto during = [&](Phase now, auto work) {
     menu.rest();
     std::optional<LatePassing> passing;

@@ -7,18 +7,18 @@
 
 namespace {
 
-struct Row {
+struct PathRow {
   const char* path;
   const char* last;
 };
 
 TEST(LastPathComponent, IsWhatFollowsTheLastSlash) {
-  constexpr Row kRows[] = {
+  constexpr PathRow kPathRows[] = {
       {"", ""},     {"/", "/"},    {"///", "/"},        {"a", "a"},
       {"a/", "a"},  {"a///", "a"}, {"/usr/bin/x", "x"}, {"a/b/", "b"},
       {"//a", "a"}, {"a//b", "b"}, {"a/ ", " "},        {".", "."},
   };
-  for (const auto& row : kRows) EXPECT_EQ(text::lastPathComponent(row.path), row.last) << row.path;
+  for (const auto& row : kPathRows) EXPECT_EQ(text::lastPathComponent(row.path), row.last) << row.path;
 }
 
 TEST(ColonSeparated, LeavesOutWhatIsEmpty) {

@@ -13,16 +13,16 @@ constexpr const char* kFlag = "🇩🇪";                    // two regional ind
 constexpr const char* kAccent = "e\xCC\x81";           // e and a combining acute
 
 TEST(Lowered, IsUnicodesScalarByScalar) {
-  struct Row {
+  struct UnicodeRow {
     const char* text;
     const char* lower;
   };
-  constexpr Row kRows[] = {
+  constexpr UnicodeRow kUnicodeRows[] = {
       {"", ""},         {"LoRA 8B", "lora 8b"}, {"ÄÖÜ", "äöü"}, {"ΣΑΣ", "σασ"},
       {"İ", "i"},       {"\u212A", "k"},        {"ß", "ß"},     {"ＱＷＥＮ", "ｑｗｅｎ"},
       {"@[`{", "@[`{"},
   };
-  for (const auto& row : kRows) EXPECT_EQ(text::lowered(row.text), row.lower) << row.text;
+  for (const auto& row : kUnicodeRows) EXPECT_EQ(text::lowered(row.text), row.lower) << row.text;
 }
 
 TEST(Lowered, PassesOnBytesThatAreNotUtf8) {

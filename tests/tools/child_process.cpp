@@ -17,11 +17,11 @@
 namespace {
 
 using Clock = std::chrono::steady_clock;
-constexpr std::chrono::seconds kPatience{60};
+constexpr std::chrono::seconds kLongestStart{60};
 
 /// Whether `fd` gives "ready\n" before the patience is over.
 bool saysReady(int fd) {
-  const auto deadline = Clock::now() + kPatience;
+  const auto deadline = Clock::now() + kLongestStart;
   std::string heard;
   while (heard.find("ready\n") == std::string::npos) {
     const auto left =
@@ -79,7 +79,7 @@ bool ChildProcess::runs() const {
 }
 
 std::optional<int> ChildProcess::wait() {
-  const auto deadline = Clock::now() + kPatience;
+  const auto deadline = Clock::now() + kLongestStart;
   while (pid_ > 0 && Clock::now() < deadline) {
     int status = 0;
     if (waitpid(pid_, &status, WNOHANG) == pid_) {

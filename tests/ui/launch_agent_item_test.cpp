@@ -10,7 +10,7 @@ namespace {
 
 using Kind = LaunchAgentOperation::Kind;
 
-struct Row {
+struct LaunchAgentItemRow {
   const char* name;
   VordaLaunchAgent launchAgent;
   std::string title;
@@ -18,7 +18,7 @@ struct Row {
   std::optional<Kind> underWay = std::nullopt;
 };
 
-class LaunchAgentItem : public testing::TestWithParam<Row> {};
+class LaunchAgentItem : public testing::TestWithParam<LaunchAgentItemRow> {};
 
 TEST_P(LaunchAgentItem, SaysItsStateAndOffersToChangeIt) {
   const auto& row = GetParam();
@@ -42,44 +42,44 @@ TEST_P(LaunchAgentItem, SaysItsStateAndOffersToChangeIt) {
 INSTANTIATE_TEST_SUITE_P(
     Table, LaunchAgentItem,
     testing::Values(
-        Row{"Off", {.label = "a"}, "a  ·  off", Action::loadLaunchAgent},
-        Row{"OffAndKeptAlive",
+        LaunchAgentItemRow{"Off", {.label = "a"}, "a  ·  off", Action::loadLaunchAgent},
+        LaunchAgentItemRow{"OffAndKeptAlive",
             {.label = "a", .keepAlive = true},
             "a  ·  off ↺",
             Action::loadLaunchAgent},
-        Row{"Loaded", {.label = "a", .loaded = true}, "a  ·  on", Action::unloadLaunchAgent},
-        Row{"Running",
+        LaunchAgentItemRow{"Loaded", {.label = "a", .loaded = true}, "a  ·  on", Action::unloadLaunchAgent},
+        LaunchAgentItemRow{"Running",
             {.label = "a", .keepAlive = true, .loaded = true, .pid = 12345},
             "a  ·  on · pid 12345 ↺",
             Action::unloadLaunchAgent},
-        Row{"PidWithoutBeingLoaded",
+        LaunchAgentItemRow{"PidWithoutBeingLoaded",
             {.label = "a", .pid = 5},
             "a  ·  on · pid 5",
             Action::loadLaunchAgent},
-        Row{"LabelOf40",
+        LaunchAgentItemRow{"LabelOf40",
             {.label = std::string(40, 'x')},
             std::string(40, 'x') + "  ·  off",
             Action::loadLaunchAgent},
-        Row{"LabelOf41",
+        LaunchAgentItemRow{"LabelOf41",
             {.label = std::string(41, 'x')},
             std::string(38, 'x') + "…  ·  off",
             Action::loadLaunchAgent},
-        Row{"Stopping",
+        LaunchAgentItemRow{"Stopping",
             {.label = "a", .keepAlive = true, .loaded = true, .pid = 5},
             "a  ·  stopping… ↺",
             Action::unloadLaunchAgent,
             Kind::stop},
-        Row{"StoppingWhatHasGone",
+        LaunchAgentItemRow{"StoppingWhatHasGone",
             {.label = "a"},
             "a  ·  stopping…",
             Action::loadLaunchAgent,
             Kind::stop},
-        Row{"Starting", {.label = "a"}, "a  ·  starting…", Action::unloadLaunchAgent, Kind::start},
-        Row{"StartingWhatIsLoadedByNow",
+        LaunchAgentItemRow{"Starting", {.label = "a"}, "a  ·  starting…", Action::unloadLaunchAgent, Kind::start},
+        LaunchAgentItemRow{"StartingWhatIsLoadedByNow",
             {.label = "a", .loaded = true, .pid = 5},
             "a  ·  starting…",
             Action::unloadLaunchAgent,
             Kind::start}),
-    rowName<Row>);
+    rowName<LaunchAgentItemRow>);
 
 }  // namespace

@@ -16,7 +16,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 
-constexpr int kCancel = kAlertFirstButtonReturn + 1;
+constexpr int kCancelButton = kAlertFirstButtonReturn + 1;
 
 /// Two processes, 7 and 8, in a menu that is closed.
 class ProcessActions : public ControllerTest {
@@ -199,9 +199,9 @@ TEST_P(RefusedForceQuit, DoesNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, RefusedForceQuit,
-                         testing::Values(AnswerRow{"Cancelled", kCancel},
+                         testing::Values(AnswerRow{"Cancelled", kCancelButton},
                                          AnswerRow{"Dismissed", kAlertDismissed},
-                                         AnswerRow{"AThirdButton", kCancel + 1}),
+                                         AnswerRow{"AThirdButton", kCancelButton + 1}),
                          rowName<AnswerRow>);
 
 TEST_F(ProcessActions, ForceQuitThatFailsIsExplained) {

@@ -33,7 +33,7 @@ bool isInvisible(utf8proc_int32_t value) {
 }
 
 /// As terminals and the C library measure it.
-int columnsOf(utf8proc_int32_t value) {
+int columnsOfScalar(utf8proc_int32_t value) {
   const bool trailingJamo =
       (value >= 0x1160 && value <= 0x11FF) || (value >= 0xD7B0 && value <= 0xD7FF);
   if (trailingJamo) return 0;
@@ -50,11 +50,11 @@ std::size_t takeMarks(std::string_view rest, std::string& shown) {
   while (taken < rest.size()) {
     const auto scalar = text::firstScalar(rest.substr(taken));
     const bool belongs =
-        scalar.value >= 0 && (columnsOf(scalar.value) == 0 || isSkinTone(scalar.value) ||
+        scalar.value >= 0 && (columnsOfScalar(scalar.value) == 0 || isSkinTone(scalar.value) ||
                               (joined && isPictograph(scalar.value)));
     if (!belongs) break;
     joined = scalar.value == kJoiner;
-    const bool drawn = columnsOf(scalar.value) == 0 && !isInvisible(scalar.value);
+    const bool drawn = columnsOfScalar(scalar.value) == 0 && !isInvisible(scalar.value);
     if (drawn && marks < kMarksPerCell) {
       shown += rest.substr(taken, scalar.length);
       ++marks;
@@ -99,7 +99,7 @@ CellText firstCellText(std::string_view text) {
   }
 
   CellText cell;
-  cell.columns = columnsOf(first.value);
+  cell.columns = columnsOfScalar(first.value);
   cell.bytes = text.substr(0, first.length);
   if (cell.columns == 0) {  // a mark that follows no character
     cell.bytes = isInvisible(first.value) ? "" : " " + cell.bytes;

@@ -17,10 +17,10 @@ namespace {
 constexpr std::string_view kSuffix = ".service";
 
 // What is looked at of a folder, however much is in it: it is walked at every refresh.
-constexpr std::size_t kMostEntries = 10'000;
+constexpr std::size_t kMostUnitEntries = 10'000;
 constexpr std::size_t kMostFiles = 1'000;
-constexpr std::size_t kLongestFile = 64 << 10;
-constexpr std::size_t kMostBytes = 8 << 20;  // of all files together
+constexpr std::size_t kLongestUnitFile = 64 << 10;
+constexpr std::size_t kMostUnitBytes = 8 << 20;  // of all files together
 
 bool isServiceFile(std::string_view name) {
   if (!name.ends_with(kSuffix) || !text::isUtf8(name)) return false;
@@ -33,7 +33,7 @@ std::vector<std::string> serviceFilesIn(const std::filesystem::path& folder) {
   std::error_code error;
   std::size_t entries = 0;
   for (std::filesystem::directory_iterator entry(folder, error), end;
-       !error && entry != end && entries < kMostEntries; entry.increment(error), ++entries) {
+       !error && entry != end && entries < kMostUnitEntries; entry.increment(error), ++entries) {
     if (auto name = entry->path().filename().string(); isServiceFile(name)) {
       names.push_back(std::move(name));
     }
@@ -61,14 +61,14 @@ std::optional<std::string_view> bytesOf(const std::string& path, FileReader& rea
 
 std::vector<LaunchAgentFile> launchAgentFilesIn(const std::filesystem::path& folder) {
   std::vector<LaunchAgentFile> files;
-  FileReader reader(kLongestFile);
+  FileReader reader(kLongestUnitFile);
   std::size_t bytesRead = 0;
   for (const auto& name : serviceFilesIn(folder)) {
     std::string path = folder / name;
     const auto bytes = bytesOf(path, reader);
     if (!bytes) continue;
     bytesRead += bytes->size();
-    if (bytesRead > kMostBytes) break;
+    if (bytesRead > kMostUnitBytes) break;
     ServiceUnit unit = serviceUnit(*bytes);
     files.push_back({.label = name.substr(0, name.size() - kSuffix.size()),
                      .path = std::move(path),

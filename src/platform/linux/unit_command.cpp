@@ -11,10 +11,10 @@
 namespace platform {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
+constexpr std::string_view kCommandBlanks = " \t\r\n";
 
 bool isBlank(char byte) {
-  return kBlanks.find(byte) != std::string_view::npos;
+  return kCommandBlanks.find(byte) != std::string_view::npos;
 }
 
 void appendScalar(std::uint32_t scalar, std::string& word) {
@@ -110,7 +110,7 @@ std::optional<std::vector<std::string>> commandWords(std::string_view value) {
   std::vector<std::string> words;
   bool isCommand = true;
   for (;;) {
-    value.remove_prefix(std::min(value.find_first_not_of(kBlanks), value.size()));
+    value.remove_prefix(std::min(value.find_first_not_of(kCommandBlanks), value.size()));
     if (value.empty() || beginsWithWord(value, ";")) return words;
     if (beginsWithWord(value, "\\;")) value.remove_prefix(1);
 

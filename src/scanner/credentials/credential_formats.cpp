@@ -113,9 +113,9 @@ bool holdsOddWord(std::string_view text) {
 
 /// Tries each place of one text. What was looked through in vain is not looked through
 /// again from a later place, where the same characters would be fewer.
-class Search {
+class FormatSearch {
  public:
-  Search(std::string_view text, std::vector<TextSpan>& found) : text_(text), found_(found) {}
+  FormatSearch(std::string_view text, std::vector<TextSpan>& found) : text_(text), found_(found) {}
 
   void run() {
     // Nearly all of a text is skipped in this loop, so it does as little as possible.
@@ -311,7 +311,7 @@ void appendCredentialFormats(std::string_view text, std::vector<TextSpan>& found
   constexpr std::size_t kShortest = 7;  // "ghp_abc"
   if (text.size() < kShortest) return;
   std::vector<TextSpan> own;
-  Search(text, own).run();
+  FormatSearch(text, own).run();
   found.insert(found.end(), own.begin(), own.end());
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "scanner/credentials/randomness.h"
+#include "scanner/credentials/value_bounds.h"
 #include "scanner/credentials/word_set.h"
 #include "text/ascii.h"
 #include "text/contains.h"
@@ -12,9 +13,6 @@ namespace credentials {
 namespace {
 
 using namespace std::string_view_literals;
-
-/// The beginning of a long value is enough to recognise a secret.
-constexpr std::size_t kLongestLook = 160;
 
 const WordSet& plainWords() {
   static const WordSet words(std::array{
@@ -129,7 +127,7 @@ bool any(std::string_view text, auto test) {
 bool isVariableCharacter(char c) {
   return text::isUpper(c) || text::isDigit(c) || c == '_';
 }
-bool isNameCharacter(char c) {
+bool isReferenceCharacter(char c) {
   return text::isAlphanumeric(c) || c == '_' || c == '-' || c == '.';
 }
 /// Characters that passwords have and names do not.
@@ -152,7 +150,7 @@ bool refersElsewhere(std::string_view value) {
     case '<':
       return value.back() == '>';
     case '{':
-      return value.back() == '}' && all(rest.substr(0, rest.size() - 1), isNameCharacter);
+      return value.back() == '}' && all(rest.substr(0, rest.size() - 1), isReferenceCharacter);
     default:
       return false;
   }
@@ -195,7 +193,7 @@ bool isHarmless(std::string_view value) {
 bool isUrl(std::string_view value) {
   const auto colon = value.find(':');
   return colon != std::string_view::npos && value.substr(colon, 3) == "://" &&
-         all(value.substr(0, colon), isNameCharacter);
+         all(value.substr(0, colon), isReferenceCharacter);
 }
 
 /// Whether a URL has a path.

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kShortestRandom = 20;
 /// Random text is random from its beginning, so no more than this is looked at.
-constexpr std::size_t kLongestLook = 128;
+constexpr std::size_t kLongestJudged = 128;
 
 /// For each letter, the letters that often follow it in names and words. In the names of files,
 /// functions and manuals of a Linux system 93 % of all pairs are such pairs; of random letters, 46
@@ -43,7 +43,7 @@ constexpr std::array<std::string_view, 26> kFollowing{"bcdfgiklmnprstuvwxy",
                                                       "lmnpst",
                                                       "e"};
 
-constexpr char lowered(char c) {
+constexpr char loweredLetter(char c) {
   return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
@@ -62,8 +62,8 @@ constexpr auto kSeldom = [] {
 }();
 
 bool isSeldom(char first, char second) {
-  return kSeldom[static_cast<std::size_t>(lowered(first) - 'a')]
-                [static_cast<std::size_t>(lowered(second) - 'a')];
+  return kSeldom[static_cast<std::size_t>(loweredLetter(first) - 'a')]
+                [static_cast<std::size_t>(loweredLetter(second) - 'a')];
 }
 
 /// The figures by which a random text is told from a name.
@@ -139,13 +139,13 @@ Mixture mixtureWithoutNumbers(std::string_view text) {
 
 bool looksRandom(std::string_view text) {
   if (text.size() < kShortestRandom) return false;
-  text = text.substr(0, kLongestLook);
+  text = text.substr(0, kLongestJudged);
   return isRandom(mixtureOf(text)) && isRandom(mixtureWithoutNumbers(text));
 }
 
 bool looksGenerated(std::string_view text) {
   constexpr std::size_t kShortest = 10;
-  if (text.size() < kShortest || text.size() > kLongestLook ||
+  if (text.size() < kShortest || text.size() > kLongestJudged ||
       !std::ranges::all_of(text, text::isAlphanumeric)) {
     return false;
   }
@@ -158,7 +158,7 @@ bool isLongHexNumber(std::string_view text) {
   if (text.starts_with("0x")) text.remove_prefix(2);
   constexpr std::size_t kShortest = 32;
   const auto isPart = [](char c) { return text::isHexDigit(c) || c == '-'; };
-  return text.size() >= kShortest && text.size() <= kLongestLook * 2 &&
+  return text.size() >= kShortest && text.size() <= kLongestJudged * 2 &&
          std::ranges::all_of(text, isPart) && std::ranges::count(text, '-') <= 4;
 }
 

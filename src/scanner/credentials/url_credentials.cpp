@@ -13,7 +13,7 @@ using namespace std::string_view_literals;
 
 constexpr std::string_view kBehindScheme = "://";
 constexpr std::string_view kBehindUrl = " \t\n\v\f\r\"'`<>";
-constexpr std::size_t kLongestLook = 200;
+constexpr std::size_t kLongestUrlLook = 200;
 
 /// The end of the user's name at `at`, when a ":" follows it there; else npos.
 std::size_t colonBehindUser(std::string_view url, std::size_t at) {
@@ -82,7 +82,7 @@ bool anySegmentLooksLikeKey(std::string_view path) {
 /// The keys in the path of the one URL whose host begins at `host`.
 void appendFromPath(std::string_view text, std::size_t host, std::size_t offset,
                     std::vector<TextSpan>& found) {
-  const std::string_view url = text.substr(0, std::min(text.size(), host + kLongestLook));
+  const std::string_view url = text.substr(0, std::min(text.size(), host + kLongestUrlLook));
   const std::size_t slash = url.find('/', host);
   if (slash == std::string_view::npos) return;
   const std::string_view path = url.substr(slash);

@@ -7,11 +7,11 @@
 
 namespace {
 
-TEST(DrawnGlyphs, lettersAre) {
+TEST(DrawnGlyphs, LettersAre) {
   EXPECT_TRUE(isDrawn("V", QApplication::font()));
 }
 
-TEST(DrawnGlyphs, whatUnicodeDoesNotKnowIsNot) {
+TEST(DrawnGlyphs, WhatUnicodeDoesNotKnowIsNot) {
   EXPECT_FALSE(isDrawn("\U0003FFFD", QApplication::font()));
 }
 

@@ -6,12 +6,12 @@
 
 namespace {
 
-const Color kRed{1, 0, 0};
-const Color kBlue{0, 0, 1};
+const Color kStripRed{1, 0, 0};
+const Color kStripBlue{0, 0, 1};
 
 std::shared_ptr<MemoryPressureView> halfRedQuarterBlue() {
   auto strip = std::make_shared<MemoryPressureView>();
-  strip->segments = {{0.5, kRed, "Ollama Server", 11, 4198}, {0.25, kBlue, "firefox", 12, 312}};
+  strip->segments = {{0.5, kStripRed, "Ollama Server", 11, 4198}, {0.25, kStripBlue, "firefox", 12, 312}};
   strip->pressure = 0.9;
   return strip;
 }
@@ -69,7 +69,7 @@ TEST(StripWidget, FollowsItsStrip) {
   StripWidget widget;
   const auto strip = halfRedQuarterBlue();
   widget.setStrip(strip);
-  strip->segments = {{1, kBlue, "firefox", 12, 8192}};
+  strip->segments = {{1, kStripBlue, "firefox", 12, 8192}};
   EXPECT_TRUE(isBluish(picture(widget).pixelColor(kTrackLeft + kTrackWidth / 4, kBelowTheGloss)));
 }
 

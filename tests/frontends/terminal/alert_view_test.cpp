@@ -34,14 +34,14 @@ std::string pictureOf(const AlertView& view, Size size) {
   return pictureOf(grid);
 }
 
-struct Row {
+struct AlertViewRow {
   const char* name;
   Alert alert;
   std::vector<Input> keys;
   std::optional<int> answer;
 };
 
-class AlertKeys : public testing::TestWithParam<Row> {};
+class AlertKeys : public testing::TestWithParam<AlertViewRow> {};
 
 TEST_P(AlertKeys, Answer) {
   AlertView view(GetParam().alert, kPlain);
@@ -59,24 +59,24 @@ constexpr int kFirst = kAlertFirstButtonReturn;
 INSTANTIATE_TEST_SUITE_P(
     Table, AlertKeys,
     testing::Values(
-        Row{"EnterIsTheFirst", kQuestion, {{Kind::enter}}, kFirst},
-        Row{"EscapeIsCancel", kQuestion, {{Kind::escape}}, kFirst + 1},
-        Row{"TabMovesOn", kQuestion, {{Kind::tab}, {Kind::enter}}, kFirst + 1},
-        Row{"RightMovesOn", kQuestion, {{Kind::right}, {Kind::enter}}, kFirst + 1},
-        Row{"LeftMovesBack", kQuestion, {{Kind::tab}, {Kind::left}, {Kind::enter}}, kFirst},
-        Row{"TabGoesAround", kQuestion, {{Kind::tab}, {Kind::tab}, {Kind::enter}}, kFirst},
-        Row{"BackTabGoesAround", kQuestion, {{Kind::backTab}, {Kind::enter}}, kFirst + 1},
-        Row{"DownMovesOn", kQuestion, {{Kind::down}, {Kind::enter}}, kFirst + 1},
-        Row{"SpaceChooses", kQuestion, {{.kind = Kind::character, .character = U' '}}, kFirst},
-        Row{"OtherLettersDoNothing",
+        AlertViewRow{"EnterIsTheFirst", kQuestion, {{Kind::enter}}, kFirst},
+        AlertViewRow{"EscapeIsCancel", kQuestion, {{Kind::escape}}, kFirst + 1},
+        AlertViewRow{"TabMovesOn", kQuestion, {{Kind::tab}, {Kind::enter}}, kFirst + 1},
+        AlertViewRow{"RightMovesOn", kQuestion, {{Kind::right}, {Kind::enter}}, kFirst + 1},
+        AlertViewRow{"LeftMovesBack", kQuestion, {{Kind::tab}, {Kind::left}, {Kind::enter}}, kFirst},
+        AlertViewRow{"TabGoesAround", kQuestion, {{Kind::tab}, {Kind::tab}, {Kind::enter}}, kFirst},
+        AlertViewRow{"BackTabGoesAround", kQuestion, {{Kind::backTab}, {Kind::enter}}, kFirst + 1},
+        AlertViewRow{"DownMovesOn", kQuestion, {{Kind::down}, {Kind::enter}}, kFirst + 1},
+        AlertViewRow{"SpaceChooses", kQuestion, {{.kind = Kind::character, .character = U' '}}, kFirst},
+        AlertViewRow{"OtherLettersDoNothing",
             kQuestion,
             {{.kind = Kind::character, .character = U'q'},
              {.kind = Kind::character, .character = U'r'}},
             std::nullopt},
-        Row{"WithoutButtonsEnterCloses", kNotice, {{Kind::enter}}, kFirst},
-        Row{"WithoutButtonsEscapeDismisses", kNotice, {{Kind::escape}}, kAlertDismissed},
-        Row{"OneButtonKeepsTheFocus", kNotice, {{Kind::tab}, {Kind::enter}}, kFirst}),
-    rowName<Row>);
+        AlertViewRow{"WithoutButtonsEnterCloses", kNotice, {{Kind::enter}}, kFirst},
+        AlertViewRow{"WithoutButtonsEscapeDismisses", kNotice, {{Kind::escape}}, kAlertDismissed},
+        AlertViewRow{"OneButtonKeepsTheFocus", kNotice, {{Kind::tab}, {Kind::enter}}, kFirst}),
+    rowName<AlertViewRow>);
 
 TEST(AlertPicture, HoldsTextAndButtonsInTheirOrder) {
   AlertView view(kQuestion, kPlain);

@@ -6,14 +6,14 @@
 
 namespace {
 
-struct Row {
+struct CellTextRow {
   const char* name;
   const char* text;
   const char* shown;
   int columns;
 };
 
-class CellText : public testing::TestWithParam<Row> {};
+class CellText : public testing::TestWithParam<CellTextRow> {};
 
 TEST_P(CellText, IsMeasuredAsTerminalsDo) {
   std::string shown;
@@ -27,7 +27,7 @@ TEST_P(CellText, IsMeasuredAsTerminalsDo) {
   EXPECT_EQ(terminal::columnsOf(GetParam().text), GetParam().columns);
 }
 
-constexpr Row kRows[] = {
+constexpr CellTextRow kCellTextRows[] = {
     {"Ascii", "Vorda", "Vorda", 5},
     {"Nothing", "", "", 0},
     {"Superscript", "Vorda²", "Vorda²", 6},
@@ -52,7 +52,7 @@ constexpr Row kRows[] = {
     {"NotUtf8", "a\xFFz", "a\uFFFDz", 3},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, CellText, testing::ValuesIn(kRows), rowName<Row>);
+INSTANTIATE_TEST_SUITE_P(Table, CellText, testing::ValuesIn(kCellTextRows), rowName<CellTextRow>);
 
 struct FitRow {
   const char* name;

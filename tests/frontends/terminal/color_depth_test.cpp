@@ -11,19 +11,19 @@ using terminal::ColorDepth;
 
 namespace {
 
-struct Row {
+struct ColorDepthRow {
   const char* name;
   terminal::ColorHints hints;
   ColorDepth depth;
 };
 
-class ColorDepths : public testing::TestWithParam<Row> {};
+class ColorDepths : public testing::TestWithParam<ColorDepthRow> {};
 
 TEST_P(ColorDepths, FollowTheTerminalAndItsUser) {
   EXPECT_EQ(terminal::colorDepth(GetParam().hints), GetParam().depth);
 }
 
-constexpr Row kRows[] = {
+constexpr ColorDepthRow kColorDepthRows[] = {
     {"None", {.colors = -1}, ColorDepth::none},
     {"Two", {.colors = 2}, ColorDepth::none},
     {"Eight", {.colors = 8}, ColorDepth::eight},
@@ -42,7 +42,7 @@ constexpr Row kRows[] = {
      ColorDepth::none},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, ColorDepths, testing::ValuesIn(kRows), rowName<Row>);
+INSTANTIATE_TEST_SUITE_P(Table, ColorDepths, testing::ValuesIn(kColorDepthRows), rowName<ColorDepthRow>);
 
 struct NearRow {
   const char* name;

@@ -6,19 +6,19 @@
 
 namespace {
 
-struct Row {
+struct GlyphsRow {
   const char* name;
   const char* text;
   const char* ascii;
 };
 
-class AsciiGlyphs : public testing::TestWithParam<Row> {};
+class AsciiGlyphs : public testing::TestWithParam<GlyphsRow> {};
 
 TEST_P(AsciiGlyphs, StandForUnicode) {
   EXPECT_EQ(terminal::inAscii(GetParam().text), GetParam().ascii);
 }
 
-constexpr Row kRows[] = {
+constexpr GlyphsRow kGlyphsRows[] = {
     {"AsciiStays", "System  4.0 GB [x]", "System  4.0 GB [x]"},
     {"OwnGlyphs", "★ agent  ·  on ↺", "* agent  -  on ~"},
     {"OtherLetters", "模é", "??"},
@@ -27,7 +27,7 @@ constexpr Row kRows[] = {
     {"Replacement", "a\uFFFD", "a?"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, AsciiGlyphs, testing::ValuesIn(kRows), rowName<Row>);
+INSTANTIATE_TEST_SUITE_P(Table, AsciiGlyphs, testing::ValuesIn(kGlyphsRows), rowName<GlyphsRow>);
 
 TEST(Glyphs, MakeForeignTextHarmless) {
   EXPECT_EQ(terminal::Glyphs::unicode().line("a\nb\x1B[2J"), "a\uFFFDb\uFFFD[2J");

@@ -19,12 +19,12 @@ using testing::Not;
 
 namespace {
 
-const Look kPlain{.glyphs = terminal::Glyphs::unicode(), .colored = false};
+const Look kMonochrome{.glyphs = terminal::Glyphs::unicode(), .colored = false};
 const Look kColored{.glyphs = terminal::Glyphs::unicode(), .colored = true};
 const Look kAscii{.glyphs = terminal::Glyphs::ascii(), .colored = false};
 
 CellGrid painted(MenuView& view, const Menu& menu, Size size, const Look& look) {
-  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kPlain));
+  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kMonochrome));
   CellGrid grid(size);
   terminal::paintMenu(grid, view, terminal::menuGeometry(size, view, look), "Vorda²", look);
   return grid;
@@ -43,7 +43,7 @@ TEST(MenuPicture, FillsAnOrdinaryTerminal) {
   MenuView view;
   std::string rule;
   for (int i = 0; i < 80; ++i) rule += "─";
-  EXPECT_EQ(pictureOf(painted(view, sample(), {80, 24}, kPlain)),
+  EXPECT_EQ(pictureOf(painted(view, sample(), {80, 24}, kMonochrome)),
             " Vorda²                                                  Memory pressure medium\n"
             " [AAAAAAAAAAAAAAAAABBBBBBBBBBBBBBBBB······························▒▒▒▒▒▒]   62%\n" +
                 rule +
@@ -71,7 +71,7 @@ TEST(MenuPicture, FillsAnOrdinaryTerminal) {
 
 TEST(MenuPicture, ScrollsInTheSmallestTerminal) {
   MenuView view;
-  EXPECT_EQ(pictureOf(painted(view, sample(), {40, 10}, kPlain)),
+  EXPECT_EQ(pictureOf(painted(view, sample(), {40, 10}, kMonochrome)),
             " [AAAAAAABBBBBBB··············▒▒]   62%\n"
             " System   4.0 / 16 GB used             ▐\n"
             " Training / fine-tunes  none           ▐\n"
@@ -96,14 +96,14 @@ TEST(MenuPicture, SaysWhatSizeItNeeds) {
   CellGrid grid({39, 9});
   EXPECT_TRUE(terminal::isTooSmall(grid.size()));
   EXPECT_FALSE(terminal::isTooSmall({40, 10}));
-  terminal::paintTooSmall(grid, kPlain);
+  terminal::paintTooSmall(grid, kMonochrome);
   EXPECT_EQ(rowOf(grid, 0), "Vorda needs 40 x 10");
 
   CellGrid tiny({8, 1});
-  terminal::paintTooSmall(tiny, kPlain);
+  terminal::paintTooSmall(tiny, kMonochrome);
   EXPECT_EQ(rowOf(tiny, 0), "Vorda n…");
   CellGrid none({0, 0});
-  terminal::paintTooSmall(none, kPlain);
+  terminal::paintTooSmall(none, kMonochrome);
 }
 
 TEST(MenuPicture, PaintsTheStripInTheColorsOfItsProcesses) {
@@ -123,7 +123,7 @@ TEST(MenuPicture, PaintsTheStripInTheColorsOfItsProcesses) {
 
 TEST(MenuPicture, HasNoColorWhereThereIsNone) {
   MenuView view;
-  const CellGrid grid = painted(view, sample(), {80, 24}, kPlain);
+  const CellGrid grid = painted(view, sample(), {80, 24}, kMonochrome);
   for (int y = 0; y < 24; ++y) {
     for (int x = 0; x < 80; ++x) {
       EXPECT_FALSE(grid.at(x, y).style.foreground || grid.at(x, y).style.background);
@@ -137,7 +137,7 @@ TEST(MenuPicture, CutsLongTitlesButKeepsTheirLetter) {
   top.rows[0].title = std::string(60, 'x');
   Menu menu = SampleMenu::menu({top});
   SampleMenu::setStrip(menu, {1}, 0.5, 0.1);
-  EXPECT_EQ(rowOf(painted(view, menu, {40, 16}, kPlain), 8),
+  EXPECT_EQ(rowOf(painted(view, menu, {40, 16}, kMonochrome), 8),
             " ● " + std::string(29, 'x') + "…  [A]");
 }
 
@@ -146,7 +146,7 @@ TEST(MenuPicture, ShowsForeignTextHarmlessly) {
   SampleMenu::Section top = SampleMenu::topRAM({1});
   top.rows[0].title = "evil\nPID 1 \x1B[2J";
   top.rows[0].toolTip = "evil\x1B]0;x\x07\nOwner: ada";
-  const CellGrid grid = painted(view, SampleMenu::menu({top}), {80, 24}, kPlain);
+  const CellGrid grid = painted(view, SampleMenu::menu({top}), {80, 24}, kMonochrome);
   EXPECT_EQ(rowOf(grid, 8), " ● evil\uFFFDPID 1 \uFFFD[2J");
   EXPECT_EQ(rowOf(grid, 21), " evil\uFFFD]0;x\uFFFD · Owner: ada");
 }
@@ -172,12 +172,12 @@ TEST_P(SubmenuPicture, StandsOnTheScreenAndLeavesItsRowInSight) {
   MenuView view;
   const Menu menu = SampleMenu::menu({SampleMenu::topRAM({1, 2, 3, 4, 5, 6, 7, 8})});
   const Size size = GetParam().size;
-  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kPlain));
+  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kMonochrome));
   for (int i = 0; i < GetParam().downs; ++i) {
-    view.handle({.kind = terminal::Input::Kind::down}, menuGeometry(size, view, kPlain));
+    view.handle({.kind = terminal::Input::Kind::down}, menuGeometry(size, view, kMonochrome));
   }
   view.openSubmenu();
-  const auto geometry = menuGeometry(size, view, kPlain);
+  const auto geometry = menuGeometry(size, view, kMonochrome);
   ASSERT_TRUE(geometry.submenu);
   const terminal::Box box = *geometry.submenu;
   EXPECT_GE(box.x, 0);
@@ -186,7 +186,7 @@ TEST_P(SubmenuPicture, StandsOnTheScreenAndLeavesItsRowInSight) {
   EXPECT_LE(box.bottom(), size.height);
 
   CellGrid grid(size);
-  paintMenu(grid, view, geometry, "Vorda²", kPlain);
+  paintMenu(grid, view, geometry, "Vorda²", kMonochrome);
   const auto index = static_cast<int>(*view.cursor().selected() - view.cursor().top());
   EXPECT_THAT(rowOf(grid, geometry.list.y + index),
               HasSubstr("● P" + std::to_string(1 + GetParam().downs)));
@@ -217,17 +217,17 @@ TEST_P(NoticePicture, StandsAboveTheKeysAndTakesItsRoomFromTheList) {
   MenuView view;
   const Menu menu = SampleMenu::menu({SampleMenu::topRAM({1, 2, 3, 4, 5, 6, 7, 8})});
   const Size size = GetParam().size;
-  const int before = listHeight(size, view, kPlain);
+  const int before = listHeight(size, view, kMonochrome);
   view.setNotice(GetParam().notice);
-  const CellGrid grid = painted(view, menu, size, kPlain);
+  const CellGrid grid = painted(view, menu, size, kMonochrome);
   const auto count = static_cast<int>(GetParam().lines.size());
   for (int i = 0; i < count; ++i) {
     EXPECT_EQ(rowOf(grid, size.height - 1 - count + i),
               GetParam().lines[static_cast<std::size_t>(i)]);
   }
   EXPECT_THAT(rowOf(grid, size.height - 1), HasSubstr("q Quit"));
-  EXPECT_EQ(listHeight(size, view, kPlain), before - count);
-  EXPECT_GE(listHeight(size, view, kPlain), 4);
+  EXPECT_EQ(listHeight(size, view, kMonochrome), before - count);
+  EXPECT_GE(listHeight(size, view, kMonochrome), 4);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -255,13 +255,13 @@ TEST(SubmenuPicture, ScrollsWhenItIsTallerThanTheScreen) {
   }
   const Menu menu = SampleMenu::menu({top});
   const Size size{40, 10};
-  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kPlain));
+  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kMonochrome));
   view.openSubmenu();
-  view.resized(menuGeometry(size, view, kPlain));
-  view.handle({.kind = terminal::Input::Kind::end}, menuGeometry(size, view, kPlain));
+  view.resized(menuGeometry(size, view, kMonochrome));
+  view.handle({.kind = terminal::Input::Kind::end}, menuGeometry(size, view, kMonochrome));
 
   CellGrid grid(size);
-  paintMenu(grid, view, menuGeometry(size, view, kPlain), "Vorda²", kPlain);
+  paintMenu(grid, view, menuGeometry(size, view, kMonochrome), "Vorda²", kMonochrome);
   EXPECT_THAT(pictureOf(grid), HasSubstr("Unload agent29"));
   EXPECT_THAT(pictureOf(grid), Not(HasSubstr("Full details")));
 }
@@ -274,11 +274,11 @@ TEST(SubmenuPicture, OfALongRowStandsBelowIt) {
       SampleMenu::command("Quit Docker Desktop from the menu bar whale", Action::openDockerHelp));
   const Menu menu = SampleMenu::menu({top});
   const Size size{40, 30};
-  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kPlain));
+  view.rebuilt(std::make_shared<const Menu>(menu), terminal::listHeight(size, view, kMonochrome));
   view.openSubmenu();
-  const auto geometry = menuGeometry(size, view, kPlain);
+  const auto geometry = menuGeometry(size, view, kMonochrome);
   CellGrid grid(size);
-  paintMenu(grid, view, geometry, "Vorda²", kPlain);
+  paintMenu(grid, view, geometry, "Vorda²", kMonochrome);
   EXPECT_THAT(rowOf(grid, geometry.submenu->y - 1), HasSubstr("● xxxxxxxx"));
 }
 

@@ -65,14 +65,14 @@ Menu threeProcesses() {
   return SampleMenu::menu({SampleMenu::topRAM({1, 2, 3})});
 }
 
-struct KeyRow {
+struct MenuKeyRow {
   const char* name;
   std::vector<Input> keys;
   const char* selected;
   Request request;  ///< of the last key
 };
 
-class MenuKeys : public testing::TestWithParam<KeyRow> {};
+class MenuKeys : public testing::TestWithParam<MenuKeyRow> {};
 
 TEST_P(MenuKeys, MoveAndAsk) {
   UsedMenu menu(threeProcesses());
@@ -85,38 +85,38 @@ TEST_P(MenuKeys, MoveAndAsk) {
 INSTANTIATE_TEST_SUITE_P(
     Table, MenuKeys,
     testing::Values(
-        KeyRow{"AtFirstTheFirst", {}, "P1", Request::nothing},
-        KeyRow{"Down", {key(Kind::down)}, "P2", Request::nothing},
-        KeyRow{"J", {letter(U'j')}, "P2", Request::nothing},
-        KeyRow{"K", {letter(U'j'), letter(U'j'), letter(U'k')}, "P2", Request::nothing},
-        KeyRow{"End", {key(Kind::end)}, "Quit Vorda", Request::nothing},
-        KeyRow{"Home", {key(Kind::end), key(Kind::home)}, "P1", Request::nothing},
-        KeyRow{"UpSkipsLabelsAndSeparators",
+        MenuKeyRow{"AtFirstTheFirst", {}, "P1", Request::nothing},
+        MenuKeyRow{"Down", {key(Kind::down)}, "P2", Request::nothing},
+        MenuKeyRow{"J", {letter(U'j')}, "P2", Request::nothing},
+        MenuKeyRow{"K", {letter(U'j'), letter(U'j'), letter(U'k')}, "P2", Request::nothing},
+        MenuKeyRow{"End", {key(Kind::end)}, "Quit Vorda", Request::nothing},
+        MenuKeyRow{"Home", {key(Kind::end), key(Kind::home)}, "P1", Request::nothing},
+        MenuKeyRow{"UpSkipsLabelsAndSeparators",
                {key(Kind::end), key(Kind::up), key(Kind::up), key(Kind::up)},
                "P3",
                Request::nothing},
-        KeyRow{"EnterOpensTheSubmenu", {key(Kind::enter)}, "P1", Request::openSubmenu},
-        KeyRow{"RightOpensTheSubmenu", {key(Kind::right)}, "P1", Request::openSubmenu},
-        KeyRow{"EnterPerforms", {key(Kind::end), key(Kind::enter)}, "Quit Vorda", Request::perform},
-        KeyRow{"RightNeverPerforms",
+        MenuKeyRow{"EnterOpensTheSubmenu", {key(Kind::enter)}, "P1", Request::openSubmenu},
+        MenuKeyRow{"RightOpensTheSubmenu", {key(Kind::right)}, "P1", Request::openSubmenu},
+        MenuKeyRow{"EnterPerforms", {key(Kind::end), key(Kind::enter)}, "Quit Vorda", Request::perform},
+        MenuKeyRow{"RightNeverPerforms",
                {key(Kind::end), key(Kind::right)},
                "Quit Vorda",
                Request::nothing},
-        KeyRow{"EscapeDoesNothing", {key(Kind::escape)}, "P1", Request::nothing},
-        KeyRow{"R", {letter(U'r')}, "P1", Request::refresh},
-        KeyRow{"Q", {letter(U'q')}, "P1", Request::quit},
-        KeyRow{"QuestionMark", {letter(U'?')}, "P1", Request::showKeys},
-        KeyRow{"OtherLetters", {letter(U'x')}, "P1", Request::nothing}),
-    rowName<KeyRow>);
+        MenuKeyRow{"EscapeDoesNothing", {key(Kind::escape)}, "P1", Request::nothing},
+        MenuKeyRow{"R", {letter(U'r')}, "P1", Request::refresh},
+        MenuKeyRow{"Q", {letter(U'q')}, "P1", Request::quit},
+        MenuKeyRow{"QuestionMark", {letter(U'?')}, "P1", Request::showKeys},
+        MenuKeyRow{"OtherLetters", {letter(U'x')}, "P1", Request::nothing}),
+    rowName<MenuKeyRow>);
 
-struct SubmenuRow {
+struct MenuSubmenuRow {
   const char* name;
   std::vector<Input> keys;
   const char* selected;  ///< in the submenu; "" when it is closed
   Request request;
 };
 
-class SubmenuKeys : public testing::TestWithParam<SubmenuRow> {};
+class SubmenuKeys : public testing::TestWithParam<MenuSubmenuRow> {};
 
 TEST_P(SubmenuKeys, MoveInTheSubmenuAlone) {
   UsedMenu menu(threeProcesses());
@@ -131,19 +131,19 @@ TEST_P(SubmenuKeys, MoveInTheSubmenuAlone) {
 INSTANTIATE_TEST_SUITE_P(
     Table, SubmenuKeys,
     testing::Values(
-        SubmenuRow{"AtFirstTheDetails", {}, "Full details…", Request::nothing},
-        SubmenuRow{"DownStopsAtTheLast", {key(Kind::down)}, "Full details…", Request::nothing},
-        SubmenuRow{"Up", {key(Kind::up)}, "Force Quit ( 100 MB)", Request::nothing},
-        SubmenuRow{"Home", {key(Kind::home)}, "Quit", Request::nothing},
-        SubmenuRow{"UpStopsAtTheFirst", {key(Kind::home), key(Kind::up)}, "Quit", Request::nothing},
-        SubmenuRow{"End", {key(Kind::home), key(Kind::end)}, "Full details…", Request::nothing},
-        SubmenuRow{"Enter", {key(Kind::enter)}, "Full details…", Request::perform},
-        SubmenuRow{"RightDoesNothing", {key(Kind::right)}, "Full details…", Request::nothing},
-        SubmenuRow{"Left", {key(Kind::left)}, "", Request::closeSubmenu},
-        SubmenuRow{"Escape", {key(Kind::escape)}, "", Request::closeSubmenu},
-        SubmenuRow{"R", {letter(U'r')}, "Full details…", Request::refresh},
-        SubmenuRow{"Q", {letter(U'q')}, "Full details…", Request::quit}),
-    rowName<SubmenuRow>);
+        MenuSubmenuRow{"AtFirstTheDetails", {}, "Full details…", Request::nothing},
+        MenuSubmenuRow{"DownStopsAtTheLast", {key(Kind::down)}, "Full details…", Request::nothing},
+        MenuSubmenuRow{"Up", {key(Kind::up)}, "Force Quit ( 100 MB)", Request::nothing},
+        MenuSubmenuRow{"Home", {key(Kind::home)}, "Quit", Request::nothing},
+        MenuSubmenuRow{"UpStopsAtTheFirst", {key(Kind::home), key(Kind::up)}, "Quit", Request::nothing},
+        MenuSubmenuRow{"End", {key(Kind::home), key(Kind::end)}, "Full details…", Request::nothing},
+        MenuSubmenuRow{"Enter", {key(Kind::enter)}, "Full details…", Request::perform},
+        MenuSubmenuRow{"RightDoesNothing", {key(Kind::right)}, "Full details…", Request::nothing},
+        MenuSubmenuRow{"Left", {key(Kind::left)}, "", Request::closeSubmenu},
+        MenuSubmenuRow{"Escape", {key(Kind::escape)}, "", Request::closeSubmenu},
+        MenuSubmenuRow{"R", {letter(U'r')}, "Full details…", Request::refresh},
+        MenuSubmenuRow{"Q", {letter(U'q')}, "Full details…", Request::quit}),
+    rowName<MenuSubmenuRow>);
 
 TEST(MenuRequests, NameTheChosenItem) {
   UsedMenu menu(threeProcesses());

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "fakes/row_name.h"
@@ -14,14 +15,14 @@ namespace {
 
 using Kind = Input::Kind;
 
-Input letter(char32_t character) {
+Input typedLetter(char32_t character) {
   return {.kind = Kind::character, .character = character};
 }
 
 /// What a terminal that is slow to send a bracket makes of it.
 std::vector<Input> inSingleBytes(std::u32string_view behindTheEscape) {
   std::vector<Input> inputs{{.kind = Kind::escape}};
-  for (const char32_t character : behindTheEscape) inputs.push_back(letter(character));
+  for (const char32_t character : behindTheEscape) inputs.push_back(typedLetter(character));
   return inputs;
 }
 
@@ -31,16 +32,16 @@ std::vector<Input> operator+(std::vector<Input> all, const std::vector<Input>& m
 }
 
 const std::vector<Input> kBegin{{.kind = Kind::pasteBegin}};
-const std::vector<Input> kEnd{{.kind = Kind::pasteEnd}};
+const std::vector<Input> kPasteEnd{{.kind = Kind::pasteEnd}};
 const std::vector<Input> kEnter{{.kind = Kind::enter}};
 
-struct Row {
+struct PasteFilterRow {
   const char* name;
   std::vector<Input> inputs;
   std::string taken;  ///< one character for each: "x" when it is taken, "." when not
 };
 
-class Pastes : public testing::TestWithParam<Row> {};
+class Pastes : public testing::TestWithParam<PasteFilterRow> {};
 
 TEST_P(Pastes, AreTaken) {
   PasteFilter filter;
@@ -56,34 +57,40 @@ TEST_P(Pastes, AreTaken) {
 INSTANTIATE_TEST_SUITE_P(
     Table, Pastes,
     testing::Values(
-        Row{"Keys", kEnter + kEnter, ".."}, Row{"Paste", kBegin + kEnter + kEnd + kEnter, "xxx."},
-        Row{"Empty", kBegin + kEnd + kEnter, "xx."},
-        Row{"Endless", kBegin + kEnter + kEnter, "xxx"},
-        Row{"TwiceBegun", kBegin + kBegin + kEnd + kEnter, "xxx."},
-        Row{"EndAlone", kEnd + kEnter, "x."},
-        Row{"EndTwice", kBegin + kEnd + kEnd + kEnter, "xxx."},
-        Row{"TwoPastes", kBegin + kEnd + kEnter + kBegin + kEnter + kEnd, "xx.xxx"},
-        Row{"BeginInBytes", inSingleBytes(U"[200~") + kEnter + kEnd, ".....xxx"},
-        Row{"EndInBytes", kBegin + inSingleBytes(U"[201~") + kEnter, "xxxxxxx."},
-        Row{"BothInBytes", inSingleBytes(U"[200~") + kEnter + inSingleBytes(U"[201~") + kEnter,
-            ".....xxxxxxxx."},
-        Row{"EndInBytesAlone", inSingleBytes(U"[201~") + kEnter, ".....x."},
-        Row{"EscapeTwice", inSingleBytes(U"") + inSingleBytes(U"[200~") + kEnter, "......xx"},
-        Row{"OtherSequence", inSingleBytes(U"[202~") + kEnter, "......."},
-        Row{"BrokenOff", inSingleBytes(U"[20") + kEnter + inSingleBytes(U"0~") + kEnter,
-            "........."},
-        Row{"WithoutEscape",
-            {letter(U'['), letter(U'2'), letter(U'0'), letter(U'0'), letter(U'~')},
-            "....."},
-        Row{"EscapeInsideAPaste", kBegin + inSingleBytes(U"") + kEnter + kEnd + kEnter, "xxxx."}),
-    rowName<Row>);
+        PasteFilterRow{"Keys", kEnter + kEnter, ".."},
+        PasteFilterRow{"Paste", kBegin + kEnter + kPasteEnd + kEnter, "xxx."},
+        PasteFilterRow{"Empty", kBegin + kPasteEnd + kEnter, "xx."},
+        PasteFilterRow{"Endless", kBegin + kEnter + kEnter, "xxx"},
+        PasteFilterRow{"TwiceBegun", kBegin + kBegin + kPasteEnd + kEnter, "xxx."},
+        PasteFilterRow{"EndAlone", kPasteEnd + kEnter, "x."},
+        PasteFilterRow{"EndTwice", kBegin + kPasteEnd + kPasteEnd + kEnter, "xxx."},
+        PasteFilterRow{"TwoPastes", kBegin + kPasteEnd + kEnter + kBegin + kEnter + kPasteEnd,
+                       "xx.xxx"},
+        PasteFilterRow{"BeginInBytes", inSingleBytes(U"[200~") + kEnter + kPasteEnd, ".....xxx"},
+        PasteFilterRow{"EndInBytes", kBegin + inSingleBytes(U"[201~") + kEnter, "xxxxxxx."},
+        PasteFilterRow{"BothInBytes",
+                       inSingleBytes(U"[200~") + kEnter + inSingleBytes(U"[201~") + kEnter,
+                       ".....xxxxxxxx."},
+        PasteFilterRow{"EndInBytesAlone", inSingleBytes(U"[201~") + kEnter, ".....x."},
+        PasteFilterRow{"EscapeTwice", inSingleBytes(U"") + inSingleBytes(U"[200~") + kEnter,
+                       "......xx"},
+        PasteFilterRow{"OtherSequence", inSingleBytes(U"[202~") + kEnter, "......."},
+        PasteFilterRow{"BrokenOff", inSingleBytes(U"[20") + kEnter + inSingleBytes(U"0~") + kEnter,
+                       "........."},
+        PasteFilterRow{"WithoutEscape",
+                       {typedLetter(U'['), typedLetter(U'2'), typedLetter(U'0'), typedLetter(U'0'),
+                        typedLetter(U'~')},
+                       "....."},
+        PasteFilterRow{"EscapeInsideAPaste",
+                       kBegin + inSingleBytes(U"") + kEnter + kPasteEnd + kEnter, "xxxx."}),
+    rowName<PasteFilterRow>);
 
 TEST(PasteWithoutAnEnd, IsOverWhenNothingHasComeForAWhile) {
   PasteFilter filter;
   const auto takesEnterAt = [&](double when) {
     return filter.takes({.kind = Kind::enter, .came = when});
   };
-  filter.takes({.kind = Kind::pasteBegin, .came = 100});
+  std::ignore = filter.takes({.kind = Kind::pasteBegin, .came = 100});
   EXPECT_TRUE(takesEnterAt(101.9)) << "a slow line";
   EXPECT_TRUE(takesEnterAt(103.8));
   EXPECT_FALSE(takesEnterAt(105.9));

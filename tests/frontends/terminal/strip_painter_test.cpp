@@ -7,7 +7,7 @@
 
 namespace {
 
-struct Row {
+struct StripPainterRow {
   const char* name;
   std::vector<double> fractions;
   int columns;
@@ -15,7 +15,7 @@ struct Row {
   const char* picture;
 };
 
-class StripCells : public testing::TestWithParam<Row> {};
+class StripCells : public testing::TestWithParam<StripPainterRow> {};
 
 MemoryPressureView stripOf(const std::vector<double>& fractions) {
   MemoryPressureView strip;
@@ -35,15 +35,15 @@ TEST_P(StripCells, AreInProportion) {
 INSTANTIATE_TEST_SUITE_P(
     Table, StripCells,
     testing::Values(
-        Row{"Empty", {}, 20, "..................##"},
-        Row{"Quarters", {0.25, 0.25}, 20, "AAAAABBBBB........##"},
-        Row{"RoundedDown", {0.19, 0.29}, 10, "ABB......#"},
-        Row{"AtLeastOneCell", {0.003, 0.003}, 20, "AB................##"},
-        Row{"OverflowShrinks", {0.75, 0.5}, 10, "AAAAAABBBB"},
-        Row{"SegmentsUnderThePressureAreStillThere", {0.95}, 20, "AAAAAAAAAAAAAAAAAAA#"},
-        Row{"NoMoreThanThereIsRoomFor", {1.0, 0.003, 0.003}, 10, "AAAAAAAAAB"},
-        Row{"PressureIsAtLeastOneCell", {}, 3, "..#"}, Row{"NoRoom", {0.5}, 0, ""}),
-    rowName<Row>);
+        StripPainterRow{"Empty", {}, 20, "..................##"},
+        StripPainterRow{"Quarters", {0.25, 0.25}, 20, "AAAAABBBBB........##"},
+        StripPainterRow{"RoundedDown", {0.19, 0.29}, 10, "ABB......#"},
+        StripPainterRow{"AtLeastOneCell", {0.003, 0.003}, 20, "AB................##"},
+        StripPainterRow{"OverflowShrinks", {0.75, 0.5}, 10, "AAAAAABBBB"},
+        StripPainterRow{"SegmentsUnderThePressureAreStillThere", {0.95}, 20, "AAAAAAAAAAAAAAAAAAA#"},
+        StripPainterRow{"NoMoreThanThereIsRoomFor", {1.0, 0.003, 0.003}, 10, "AAAAAAAAAB"},
+        StripPainterRow{"PressureIsAtLeastOneCell", {}, 3, "..#"}, StripPainterRow{"NoRoom", {0.5}, 0, ""}),
+    rowName<StripPainterRow>);
 
 TEST(StripCells, KnowWhereASegmentBeginsAndEnds) {
   const auto cells = terminal::stripCells(stripOf({0.2, 0.1}), 10);

@@ -6,7 +6,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr const char* kInterface = "org.freedesktop.Application";
+constexpr const char* kApplicationInterface = "org.freedesktop.Application";
 
 /// Waits for the answer to a call that was just sent.
 struct Answer {
@@ -46,7 +46,7 @@ std::optional<bool> takeName(SessionBus& bus, milliseconds patience) {
 bool activateOther(SessionBus& bus, bool& vanished, milliseconds patience) {
   Answer answer;
   sd_bus_slot* raw = nullptr;
-  sd_bus_call_method_async(bus.get(), &raw, InstanceName::kName, InstanceName::kPath, kInterface,
+  sd_bus_call_method_async(bus.get(), &raw, InstanceName::kName, InstanceName::kPath, kApplicationInterface,
                            "Activate", &Answer::arrived, &answer, "a{sv}", 0);
   const BusSlot slot(raw);
   if (!waitFor(bus, answer, patience)) return false;
@@ -72,7 +72,7 @@ const sd_bus_vtable InstanceNameVtable::table[] = {
 
 InstanceName::InstanceName(SessionBus& bus) : bus_(bus) {
   sd_bus_slot* raw = nullptr;
-  sd_bus_add_object_vtable(bus.get(), &raw, kPath, kInterface, InstanceNameVtable::table, this);
+  sd_bus_add_object_vtable(bus.get(), &raw, kPath, kApplicationInterface, InstanceNameVtable::table, this);
   object_.reset(raw);
 }
 

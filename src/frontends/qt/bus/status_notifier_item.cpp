@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr const char* kInterface = "org.kde.StatusNotifierItem";
+constexpr const char* kItemInterface = "org.kde.StatusNotifierItem";
 
 int appendString(sd_bus_message* reply, const std::string& text) {
   return sd_bus_message_append(reply, "s", text.c_str());
@@ -126,25 +126,25 @@ StatusNotifierItem::StatusNotifierItem(sd_bus* bus, std::vector<QImage> pictures
                                        std::string menuPath)
     : bus_(bus), pictures_(std::move(pictures)), menuPath_(std::move(menuPath)) {
   sd_bus_slot* raw = nullptr;
-  sd_bus_add_object_vtable(bus_, &raw, kPath, kInterface, StatusNotifierItemVtable::table, this);
+  sd_bus_add_object_vtable(bus_, &raw, kPath, kItemInterface, StatusNotifierItemVtable::table, this);
   object_.reset(raw);
 }
 
 void StatusNotifierItem::setTitle(const std::string& title) {
   if (title == title_) return;
   title_ = title;
-  if (!quiet_) sd_bus_emit_signal(bus_, kPath, kInterface, "NewTitle", "");
+  if (!quiet_) sd_bus_emit_signal(bus_, kPath, kItemInterface, "NewTitle", "");
 }
 
 void StatusNotifierItem::setToolTip(const std::string& toolTip) {
   if (toolTip == toolTip_) return;
   toolTip_ = toolTip;
-  if (!quiet_) sd_bus_emit_signal(bus_, kPath, kInterface, "NewToolTip", "");
+  if (!quiet_) sd_bus_emit_signal(bus_, kPath, kItemInterface, "NewToolTip", "");
 }
 
 void StatusNotifierItem::setQuiet(bool quiet) {
   if (quiet == quiet_) return;
   quiet_ = quiet;
-  sd_bus_emit_signal(bus_, kPath, kInterface, "NewTitle", "");
-  sd_bus_emit_signal(bus_, kPath, kInterface, "NewToolTip", "");
+  sd_bus_emit_signal(bus_, kPath, kItemInterface, "NewTitle", "");
+  sd_bus_emit_signal(bus_, kPath, kItemInterface, "NewToolTip", "");
 }
