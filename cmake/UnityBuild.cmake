@@ -1,0 +1,34 @@
+# Up to ten sources of one folder are read by the compiler in one go, so that what they all
+# include (the standard library, Qt, GoogleTest) is read once: a whole build takes a third of the
+# time. So what stands in a folder's anonymous namespaces has a name of its own in that folder.
+# The presets debug and lint compile each source alone.
+
+# vorda_join_sources(FOLDER): those of all targets in FOLDER and below it.
+function(vorda_join_sources folder)
+  get_property(below DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
+  foreach(subfolder ${below})
+    vorda_join_sources(${subfolder})
+  endforeach()
+  get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
+  foreach(target ${targets})
+    get_target_property(sources ${target} SOURCES)
+    get_target_property(type ${target} TYPE)
+    if(sources AND NOT type STREQUAL "UTILITY")
+      vorda_join_sources_of(${target} ${sources})
+    endif()
+  endforeach()
+endfunction()
+
+function(vorda_join_sources_of target)
+  get_target_property(folder ${target} SOURCE_DIR)
+  foreach(source ${ARGN})
+    cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${folder} NORMALIZE)
+    cmake_path(GET source PARENT_PATH group)
+    string(MAKE_C_IDENTIFIER "in_${group}" group)
+    math(EXPR count_${group} "0${count_${group}} + 1")
+    math(EXPR part "(${count_${group}} - 1) / 10")
+    set_property(SOURCE ${source} TARGET_DIRECTORY ${target}
+                 PROPERTY UNITY_GROUP "${group}_${part}")
+  endforeach()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+endfunction()
