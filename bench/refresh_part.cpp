@@ -1,33 +1,58 @@
+#include <algorithm>
+#include <limits>
 #include <stdexcept>
 #include <string>
 
+#include "allocation_counter.h"
 #include "cpu_clock.h"
 #include "floor.h"
+#include "launch_agents/launch_agent_scanner.h"
 #include "parts.h"
 #include "peers.h"
 #include "population.h"
 #include "refresh_cycle.h"
 #include "rounds.h"
 #include "scanner/process_scanner.h"
+#include "scanner/repeated_scan.h"
 
 namespace bench {
 namespace {
 
 constexpr double kMinMemMB = 50;  // the program's own threshold
 
-/// What is compared: what the kernel takes, the scan, and the whole refresh.
+/// What is compared: what the kernel takes, the scan, a scan to which everything is new, and the
+/// whole refresh.
 class Own {
  public:
   std::vector<Contestant> contestants() {
     return {
         {"floor", [this] { return cpuSecondsOfWork([this] { floor_.read(); }); }},
-        {"scan", [] { return cpuSecondsOfWork([] { ProcessScanner::scan(kMinMemMB); }); }},
+        {"scan",
+         [this] {
+           return cpuSecondsOfWork(
+               [this] { scan_.scan(kMinMemMB, LaunchAgentScanner::scan(), processes_); });
+         }},
+        {"storm", [] { return cpuSecondsOfWork([] { ProcessScanner::scan(kMinMemMB); }); }},
         {"refresh", [this] { return cpuSecondsOfWork([this] { cycle_.tick(); }); }},
     };
   }
 
+  /// The fewest of a few scans: other processes come and go.
+  double allocationsOfScan() {
+    const auto agents = LaunchAgentScanner::scan();
+    double fewest = std::numeric_limits<double>::max();
+    for (int i = 0; i < 10; ++i) {
+      const auto before = allocationCount();
+      scan_.scan(kMinMemMB, agents, processes_);
+      fewest = std::min(fewest, static_cast<double>(allocationCount() - before));
+    }
+    return fewest;
+  }
+
  private:
   Floor floor_;
+  ProcessScanner::RepeatedScan scan_;
+  std::vector<VordaProcess> processes_;
   RefreshCycle cycle_;
 };
 
@@ -41,7 +66,7 @@ void againstFloor(Own& own, int rounds, const std::string& at, Report& report) {
   for (const auto& [name, seconds] : measured) {
     report.figure("milliseconds", name + at, inMilliseconds(seconds));
   }
-  for (const std::string name : {"scan", "refresh"}) {
+  for (const std::string name : {"scan", "storm", "refresh"}) {
     const std::string quotient = name + "/floor";
     report.ratio(quotient + at, ratio(measured.at(name), measured.at("floor")));
   }
@@ -68,6 +93,7 @@ void measureAt(const std::string& at, const Options& options, Report& report) {
   Own own;
   if (options.wants("refresh")) {
     againstFloor(own, options.rounds, at, report);
+    report.figure("growth", "allocations of an unchanged scan" + at, own.allocationsOfScan());
     report.figure("memory", "sampler memory" + at + " (MB)",
                   sampledMemoryOfFreshProgram() / 1048576);
   }

@@ -2,18 +2,21 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "launch_agents/launch_agent_scanner.h"
 #include "memory_in_use.h"
 #include "parts.h"
-#include "scanner/process_scanner.h"
+#include "scanner/repeated_scan.h"
 
 namespace bench {
 
 double sampledMemory() {
   const double before = memoryInUse("self").anonymous;
-  // As the controller does: the last sample lives until the next one is there.
-  auto processes = ProcessScanner::scan(50);
-  for (int i = 0; i < 5; ++i) processes = ProcessScanner::scan(50);
+  // As the controller does.
+  ProcessScanner::RepeatedScan scan;
+  std::vector<VordaProcess> processes;
+  for (int i = 0; i < 6; ++i) scan.scan(50, LaunchAgentScanner::scan(), processes);
   return memoryInUse("self").anonymous - before;
 }
 

@@ -3,6 +3,7 @@
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
 pkg_check_modules(re2 REQUIRED IMPORTED_TARGET re2)
+pkg_check_modules(xxhash REQUIRED libxxhash)  # its header alone: nothing is linked
 
 if(VORDA_PLATFORM STREQUAL "linux")
   pkg_check_modules(ncursesw REQUIRED IMPORTED_TARGET ncursesw)

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,46 +13,84 @@ namespace platform {
 /// How much of a command line is read, in bytes.
 inline constexpr std::size_t kLongestCommandLine = 64 << 10;
 
-/// What the system tells of one process. The buffers keep their capacity from one
-/// readProcess to the next, so that a scan allocates for its largest process only.
+/// Stands for bytes that were read: those of two equal fingerprints are equal. Made with a number
+/// of chance, so that nobody can choose bytes that share one; it means nothing to another program.
+struct Fingerprint {
+  std::uint64_t low = 0;
+  std::uint64_t high = 0;
+  bool operator==(const Fingerprint&) const = default;
+};
+
+/// What the system tells of one process. The buffers keep their capacity from one process to the
+/// next, so that a scan allocates for its largest process only.
 struct ProcessFacts {
   ProcessFacts() = default;
   ProcessFacts(const ProcessFacts&) = delete;  // `arguments` points into `commandLine`
   ProcessFacts& operator=(const ProcessFacts&) = delete;
 
-  std::string name;                           ///< last path component of the first argument,
-                                              ///< else of the executable's path; never empty
-  std::string commandLine;                    ///< the arguments joined by single spaces
-  std::vector<std::string_view> arguments;    ///< each valid UTF-8 and not empty
-  bool isCut = false;                         ///< there were more arguments than are read
+  // Set by lookAtProcess.
+
   std::optional<std::uint32_t> effectiveUid;  ///< whose rights it has; none when unknown
   std::optional<std::int32_t> parent;         ///< whose child it is; none when unknown
   /// When it started, or up to one tick of the system's clock later, on the clock of
   /// processClock(); none when unknown.
   std::optional<std::uint64_t> startTime;
+  /// Of when it started and of its arguments as they are now. While this and what
+  /// executableOfProcess() answers stay the same, readCommandLine would tell the same. None:
+  /// that has to be read each time.
+  std::optional<Fingerprint> fingerprint;
+
+  // Set by readCommandLine.
+
+  std::string name;                         ///< last path component of the first argument,
+                                            ///< else of the executable's path; never empty
+  std::string commandLine;                  ///< the arguments joined by single spaces
+  std::vector<std::string_view> arguments;  ///< each valid UTF-8 and not empty
+  bool isCut = false;                       ///< there were more arguments than are read
+  /// Of the executable, where that has a say in how the arguments are read; else none.
+  std::optional<Fingerprint> executable;
+  /// Where it has no other say than whether these words are one argument or several: the words,
+  /// until another process is looked at. Else "".
+  std::string_view title;
+
   /// A number that no other process has or will have together with this pid while the
   /// machine is up; none when it can't be told. Set by confirmProcess alone.
   std::optional<std::uint64_t> identity;
 };
 
-/// Every process id, each > 0, in the system's order; empty when they can't be listed. Also reads
-/// what is needed once for the whole scan that follows (Linux: whether any swap is in use).
-std::vector<std::int32_t> allPids();
+/// Every process id, each > 0, in the system's order, until the next call; empty when they can't
+/// be listed.
+/// What holds for the whole machine during the scan that follows is looked at here too
+/// (Linux: whether any swap is in use).
+std::span<const std::int32_t> allPids();
 
-/// Reads one process into `facts`. False when there is nothing to show: it is gone, or
-/// has neither arguments nor an executable. Arguments that are empty or not UTF-8 are
-/// left out; of longer command lines than kLongestCommandLine only the arguments that fit whole
-/// are read (the first of them cut where it alone is too long).
-[[nodiscard]] bool readProcess(std::int32_t pid, ProcessFacts& facts);
+/// Looks at one process, and leaves what it runs unread. False when there is nothing to show: it
+/// is gone, or runs no program.
+bool lookAtProcess(std::int32_t pid, ProcessFacts& facts);
+
+/// Reads what the process runs that was looked at last, as it was then. False when there is
+/// nothing to show: it has neither arguments nor an executable. Arguments that are empty or not
+/// UTF-8 are left out; of longer command lines than kLongestCommandLine only the arguments that
+/// fit whole are read (the first of them cut where it alone is too long).
+bool readCommandLine(ProcessFacts& facts);
+
+/// Both.
+inline bool readProcess(std::int32_t pid, ProcessFacts& facts) {
+  return lookAtProcess(pid, facts) && readCommandLine(facts);
+}
+
+/// ProcessFacts::executable of the process that was looked at last, as it is now, for one of
+/// which readCommandLine has told one.
+std::optional<Fingerprint> executableOfProcess();
 
 /// The memory that the process itself uses, in bytes; none when unreadable.
 std::optional<std::uint64_t> physicalFootprint(std::int32_t pid);
 
-/// To be called last, for the process of the last readProcess: whether everything that was read of
-/// this pid since then belongs to one process. False when that has ended in the meantime, so that
-/// the pid may belong to another: then nothing that was read may be used. When it is not known
-/// which process it was, returns true and leaves facts.identity empty.
-[[nodiscard]] bool confirmProcess(std::int32_t pid, ProcessFacts& facts);
+/// To be asked last of the process that was looked at last: whether all that was
+/// asked of this pid since then was told of one and the same process. False when it has ended
+/// meanwhile, and the pid may be another's by now: nothing that was read of it counts. Where
+/// it can't be told which process it was, this is true and facts.identity stays empty.
+bool confirmProcess(std::int32_t pid, ProcessFacts& facts);
 
 /// ProcessFacts::identity of the process that has the pid now; none when it is gone or can't
 /// be told. Linux: the inode of its pidfd where the kernel never gives one twice (6.9 and

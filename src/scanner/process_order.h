@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "scanner/vorda_process.h"
@@ -9,5 +10,8 @@ namespace ProcessScanner {
 /// The order of a scan: training first, then inference, agent, none; larger first within a
 /// role; equals stay as they are.
 void sortByRoleAndMemory(std::vector<VordaProcess>& processes);
+
+/// The same with a buffer that keeps its capacity from one call to the next.
+void sortByRoleAndMemory(std::vector<VordaProcess>& processes, std::vector<std::size_t>& order);
 
 }  // namespace ProcessScanner

@@ -1,12 +1,14 @@
 #include "scanner/process_sampling.h"
 
+#include <algorithm>
+
 #include "platform/users.h"
 
 namespace ProcessScanner {
 
-bool ProcessSampler::sample(std::int32_t pid) {
+bool ProcessSampler::look(std::int32_t pid) {
   pid_ = pid;
-  return platform::readProcess(pid, facts_);
+  return platform::lookAtProcess(pid, facts_);
 }
 
 double ProcessSampler::physicalFootprintMB() const {
@@ -15,9 +17,10 @@ double ProcessSampler::physicalFootprintMB() const {
 }
 
 const std::string& ProcessSampler::ownerName() {
-  const auto [owner, isNew] = ownerNames_.try_emplace(uid());
-  if (isNew) owner->second = platform::nameOfUser(uid());
-  return owner->second;
+  const auto owner =
+      std::ranges::find(ownerNames_, uid(), [](const auto& one) { return one.first; });
+  if (owner != ownerNames_.end()) return owner->second;
+  return ownerNames_.emplace_back(uid(), platform::nameOfUser(uid())).second;
 }
 
 }  // namespace ProcessScanner

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "platform/processes.h"
 
@@ -15,8 +16,30 @@ namespace ProcessScanner {
 /// owner's name) is asked for only when it is wanted: most processes are never shown.
 class ProcessSampler {
  public:
-  /// Reads the process. False when no name can be found: there is nothing to show.
-  [[nodiscard]] bool sample(std::int32_t pid);
+  /// Looks at the process, and leaves its command line unread. False when it is gone.
+  bool look(std::int32_t pid);
+  /// Reads the command line of the process that was looked at last. False when no name can be
+  /// found: there is nothing to show.
+  bool read() { return platform::readCommandLine(facts_); }
+  /// Forgets the owners' names, which may be given to others: once a scan.
+  void forgetNames() { ownerNames_.clear(); }
+
+  // Once it was looked at:
+
+  /// platform::ProcessFacts::fingerprint.
+  std::optional<platform::Fingerprint> fingerprint() const { return facts_.fingerprint; }
+  /// None when unknown.
+  std::optional<std::int32_t> parent() const { return facts_.parent; }
+  /// platform::ProcessFacts::startTime.
+  std::optional<std::uint64_t> startTime() const { return facts_.startTime; }
+  /// 0 when unknown: such a process counts as the superuser's.
+  std::uint32_t uid() const { return facts_.effectiveUid.value_or(0); }
+  /// In MiB; 0 when unreadable.
+  double physicalFootprintMB() const;
+  /// The owner's login name, or "uid " and the number; looked up once per user.
+  const std::string& ownerName();
+
+  // Once its command line was read:
 
   /// The last path component of the first argument, else of the executable; never empty.
   std::string_view name() const { return facts_.name; }
@@ -26,26 +49,21 @@ class ProcessSampler {
   std::string_view commandLine() const { return facts_.commandLine; }
   /// Whether there are more arguments than that.
   bool isCut() const { return facts_.isCut; }
-  /// None when unknown.
-  std::optional<std::int32_t> parent() const { return facts_.parent; }
-  /// platform::ProcessFacts::startTime.
-  std::optional<std::uint64_t> startTime() const { return facts_.startTime; }
-  /// To be called last: whether everything that was read since sample() belongs to one process.
-  /// When not, its pid is now another's or nobody's.
-  [[nodiscard]] bool confirm() { return platform::confirmProcess(pid_, facts_); }
-  /// The confirmed process's platform::ProcessFacts::identity; none when it is not known.
+  /// platform::ProcessFacts::executable.
+  std::optional<platform::Fingerprint> executable() const { return facts_.executable; }
+  /// platform::ProcessFacts::title.
+  std::string_view title() const { return facts_.title; }
+
+  /// Asked last: whether all that was asked since look() is true of one process. When not,
+  /// another has its pid by now, or nobody.
+  bool confirm() { return platform::confirmProcess(pid_, facts_); }
+  /// Of the confirmed process; none when it can't be told.
   std::optional<std::uint64_t> identity() const { return facts_.identity; }
-  /// 0 when unknown, so that such a process counts as root's.
-  std::uint32_t uid() const { return facts_.effectiveUid.value_or(0); }
-  /// In MiB; 0 when unreadable.
-  double physicalFootprintMB() const;
-  /// The owner's login name, or "uid " and the number; looked up once per user.
-  const std::string& ownerName();
 
  private:
   std::int32_t pid_ = 0;
   platform::ProcessFacts facts_;
-  std::map<std::uint32_t, std::string> ownerNames_;
+  std::vector<std::pair<std::uint32_t, std::string>> ownerNames_;  ///< few
 };
 
 }  // namespace ProcessScanner

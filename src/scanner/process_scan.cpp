@@ -1,13 +1,16 @@
+#include <algorithm>
+#include <optional>
+#include <utility>
+
 #include "launch_agents/launch_agent_scanner.h"
 #include "platform/processes.h"
 #include "platform/users.h"
-#include "scanner/command_line.h"
 #include "scanner/credentials/credential_mask.h"
 #include "scanner/process_order.h"
-#include "scanner/process_sampling.h"
 #include "scanner/process_scanner.h"
-#include "scanner/process_tree.h"
-#include "scanner/rules.h"
+#include "scanner/repeated_scan.h"
+#include "scanner/role_classification.h"
+#include "text/byte_limit.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
@@ -15,7 +18,7 @@ namespace ProcessScanner {
 namespace {
 
 /// The kernel and what runs the session: never shown.
-bool isExcluded(std::string_view name) {
+bool isExcludedName(std::string_view name) {
   return name == "kernel_task" || name == "launchd" || name == "WindowServer";
 }
 
@@ -26,13 +29,16 @@ std::string stored(std::string_view commandLine) {
   return std::string(text::withinBytes(commandLine, kLongestStoredLine));
 }
 
-std::vector<std::string> labelsOf(std::span<const VordaLaunchAgent> launchAgents, std::int32_t pid,
-                                  std::optional<std::uint64_t> startTime) {
-  std::vector<std::string> labels;
+/// Strings that are there already are used again.
+void setLabels(std::vector<std::string>& labels, std::span<const VordaLaunchAgent> launchAgents,
+               std::int32_t pid, std::optional<std::uint64_t> startTime) {
+  std::size_t count = 0;
   for (const auto& launchAgent : launchAgents) {
-    if (launchAgent.runsAs(pid, startTime)) labels.push_back(launchAgent.label);
+    if (!launchAgent.runsAs(pid, startTime)) continue;
+    if (count == labels.size()) labels.emplace_back();
+    labels[count++] = launchAgent.label;
   }
-  return labels;
+  labels.resize(count);
 }
 
 }  // namespace
@@ -42,52 +48,130 @@ std::vector<VordaProcess> scan(double minMemMB) {
 }
 
 std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents) {
-  const std::uint32_t ownUid = platform::ownUid();
-  const std::int32_t ownPid = platform::ownPid();
-
   std::vector<VordaProcess> processes;
-  ProcessTree tree;
-  ProcessSampler sampler;
-  CommandLine line;
-  std::string exe;
-  for (const std::int32_t pid : platform::allPids()) {
-    if (pid < 1 || !sampler.sample(pid)) continue;
-    tree.add(pid, sampler.parent());
-    if (pid == ownPid || isExcluded(sampler.name())) continue;
-    const bool isProtected = sampler.uid() != ownUid;
-
-    line.read(sampler.arguments(), sampler.commandLine());
-    exe.clear();
-    text::appendLowered(text::lastPathComponent(sampler.name()), exe);
-    const LabRole role = roleOf(exe, line);
-    if (isProtected && role == LabRole::none) continue;
-    const double memMB = sampler.physicalFootprintMB();
-    if (memMB < minMemMB && role == LabRole::none) continue;
-    if (!sampler.confirm()) continue;
-
-    auto shown = CredentialMask::shown(sampler.arguments(), sampler.commandLine());
-    FriendlyName name = shown.arguments
-                            ? friendlyName(*shown.arguments, role, {})
-                            : nameOf(line, role, CredentialMask::maskedLine(sampler.name()));
-    processes.push_back(
-        {.pid = pid,
-         .displayName = std::move(name.displayName),
-         .product = std::move(name.product),
-         .memMB = memMB,
-         .cpu = 0,
-         .commandLine = stored(shown.commandLine),
-         .labRole = role,
-         .matchedAgents = labelsOf(launchAgents, pid, sampler.startTime()),
-         .isProtected = isProtected,
-         .ownerName = sampler.ownerName(),
-         .identity = sampler.identity(),
-         .isCommandLineCut = sampler.isCut() || shown.commandLine.size() > kLongestStoredLine});
-  }
-
-  tree.countAll();
-  for (VordaProcess& process : processes) process.processesBelow = tree.below(process.pid);
-  sortByRoleAndMemory(processes);
+  RepeatedScan().scan(minMemMB, launchAgents, processes);
   return processes;
+}
+
+void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents,
+                        std::vector<VordaProcess>& processes) {
+  const std::int32_t ownPid = platform::ownPid();
+  ownUid_ = platform::ownUid();
+  sampler_.forgetNames();
+  tree_.clear();
+  known_.begin(processes);
+  for (const std::int32_t pid : platform::allPids()) {
+    if (pid < 1 || !sampler_.look(pid)) continue;
+    KnownProcess& process = known_.of(pid);
+    isRead_ = false;
+    memMB_.reset();
+    const auto fingerprint = sampler_.fingerprint();
+    if ((!fingerprint || process.fingerprint != fingerprint) && !learn(process)) continue;
+    tree_.add(pid, sampler_.parent());
+    const bool isListed = pid != ownPid && this->isListed(process, minMemMB) && sampler_.confirm();
+    if (!isListed) {
+      process.row.drop();
+      continue;
+    }
+    if (!process.row.isHere()) makeRow(process);
+    fillRow(process, launchAgents);
+    processes.push_back(process.row.lend());
+  }
+  known_.end();
+
+  tree_.countAll();
+  for (VordaProcess& process : processes) process.processesBelow = tree_.below(process.pid);
+  sortByRoleAndMemory(processes, order_);
+}
+
+/// Finds everything out anew. False when there is nothing to show.
+bool RepeatedScan::learn(KnownProcess& process) {
+  process.forget();
+  if (!sampler_.read()) return false;
+  isRead_ = true;
+  process.fingerprint = sampler_.fingerprint();
+  process.executable = sampler_.executable();
+  process.isExcluded = isExcludedName(sampler_.name());
+  line_.read(sampler_.arguments(), sampler_.commandLine());
+  process.role = roleAs(sampler_.name(), line_);
+  process.dependsOnExecutable =
+      process.executable &&
+      (process.isExcluded || process.role != LabRole::none || !isOrdinaryAnyway(sampler_.title()));
+  return true;
+}
+
+LabRole RepeatedScan::roleAs(std::string_view name, const CommandLine& line) {
+  exe_.clear();
+  text::appendLowered(text::lastPathComponent(name), exe_);
+  return roleOf(exe_, line);
+}
+
+/// Whether a title is that of an ordinary process, be it one argument or several.
+bool RepeatedScan::isOrdinaryAnyway(std::string_view title) {
+  if (title.empty()) return false;  // the executable has more to say
+  const auto isOrdinary = [this](std::string_view joined) {
+    const std::string_view name = text::lastPathComponent(words_.front());
+    otherLine_.read(words_, joined);
+    return !isExcludedName(name) && roleAs(name, otherLine_) == LabRole::none;
+  };
+  words_.assign(1, title);
+  if (!isOrdinary(title)) return false;
+
+  words_.clear();
+  joinedWords_.clear();
+  for (std::size_t begin = 0; begin < title.size();) {
+    const std::size_t end = std::min(title.find(' ', begin), title.size());
+    if (end > begin) {
+      words_.push_back(title.substr(begin, end - begin));
+      if (!joinedWords_.empty()) joinedWords_ += ' ';
+      joinedWords_ += words_.back();
+    }
+    begin = end + 1;
+  }
+  return isOrdinary(joinedWords_);
+}
+
+/// Asks the system for what decides, and no more.
+bool RepeatedScan::isListed(KnownProcess& process, double minMemMB) {
+  const auto hasOtherExecutable = [&process] {
+    return process.executable && platform::executableOfProcess() != process.executable;
+  };
+  if (!isRead_ && process.dependsOnExecutable && hasOtherExecutable() && !learn(process)) {
+    return false;
+  }
+  if (process.isExcluded) return false;
+  if (process.role == LabRole::none && sampler_.uid() != ownUid_) return false;
+  if (!memMB_) memMB_ = sampler_.physicalFootprintMB();
+  if (process.role == LabRole::none && *memMB_ < minMemMB) return false;
+  // Of what is listed the name is shown, in which the executable always has its say.
+  const bool isNew =
+      !process.row.isHere() || (!process.dependsOnExecutable && hasOtherExecutable());
+  if (!isRead_ && isNew) return learn(process) && isListed(process, minMemMB);
+  return true;
+}
+
+void RepeatedScan::makeRow(KnownProcess& process) {
+  auto shown = CredentialMask::shown(sampler_.arguments(), sampler_.commandLine());
+  FriendlyName name =
+      shown.arguments ? friendlyName(*shown.arguments, process.role, {})
+                      : nameOf(line_, process.role, CredentialMask::maskedLine(sampler_.name()));
+  process.row.make(
+      {.displayName = std::move(name.displayName),
+       .product = std::move(name.product),
+       .commandLine = stored(shown.commandLine),
+       .labRole = process.role,
+       .isCommandLineCut = sampler_.isCut() || shown.commandLine.size() > kLongestStoredLine});
+}
+
+/// What may be another at each scan.
+void RepeatedScan::fillRow(KnownProcess& process, std::span<const VordaLaunchAgent> launchAgents) {
+  VordaProcess& row = *process.row;
+  row.pid = process.pid;
+  row.memMB = *memMB_;
+  setLabels(row.matchedAgents, launchAgents, process.pid, sampler_.startTime());
+  row.isProtected = sampler_.uid() != ownUid_;
+  row.ownerName = sampler_.ownerName();
+  row.identity = sampler_.identity();
 }
 
 }  // namespace ProcessScanner

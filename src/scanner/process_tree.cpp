@@ -14,18 +14,18 @@ void ProcessTree::countAll() {
     if (Node* const parent = find(node.parent)) ++parent->uncountedChildren;
   }
 
-  // From the leaves up: a process is added to its parent's count once its own count is complete.
-  std::vector<const Node*> counted;
+  // From the leaves up: a process is counted for its parent once all its own are counted_.
+  counted_.clear();
   for (const Node& node : nodes_) {
-    if (node.uncountedChildren == 0) counted.push_back(&node);
+    if (node.uncountedChildren == 0) counted_.push_back(&node);
   }
-  while (!counted.empty()) {
-    const Node& node = *counted.back();
-    counted.pop_back();
+  while (!counted_.empty()) {
+    const Node& node = *counted_.back();
+    counted_.pop_back();
     Node* const parent = find(node.parent);
     if (parent == nullptr) continue;
     parent->below += node.below + 1;
-    if (--parent->uncountedChildren == 0) counted.push_back(parent);
+    if (--parent->uncountedChildren == 0) counted_.push_back(parent);
   }
 }
 

@@ -12,7 +12,10 @@ namespace ProcessScanner {
 /// read at different moments), are ignored. Costs as much as sorting the processes.
 class ProcessTree {
  public:
-  /// To be called at most once for each pid.
+  /// Starts over; the memory is kept.
+  void clear() { nodes_.clear(); }
+
+  /// At most once for each pid.
   void add(std::int32_t pid, std::optional<std::int32_t> parent);
 
   void countAll();
@@ -31,6 +34,7 @@ class ProcessTree {
   Node* find(std::optional<std::int32_t> pid);
 
   std::vector<Node> nodes_;  ///< by pid, once they are counted
+  std::vector<const Node*> counted_;
 };
 
 }  // namespace ProcessScanner

@@ -5,7 +5,6 @@
 
 #include "launch_agents/launch_agent_scanner.h"
 #include "platform/applications.h"
-#include "scanner/process_scanner.h"
 #include "scanner/system_memory.h"
 #include "ui/process_lists.h"
 #include "ui/status_tool_tip.h"
@@ -90,10 +89,8 @@ void StatusBarController::refreshNow() {
 }
 
 void StatusBarController::sample() {
-  processes_
-      .clear();  // before the scan, so that two samples' command lines are never in memory at once
   allLaunchAgents_ = LaunchAgentScanner::scan();
-  processes_ = ProcessScanner::scan(kMinMemMB, allLaunchAgents_);
+  scan_.scan(kMinMemMB, allLaunchAgents_, processes_);
   launchAgents_.clear();
   std::ranges::copy_if(
       allLaunchAgents_, std::back_inserter(launchAgents_), [](const VordaLaunchAgent& launchAgent) {

@@ -9,6 +9,7 @@
 
 #include "launch_agents/launch_agent_operation.h"
 #include "launch_agents/vorda_launch_agent.h"
+#include "scanner/repeated_scan.h"
 #include "scanner/vorda_process.h"
 #include "ui/alerts.h"
 #include "ui/front_end.h"
@@ -110,6 +111,7 @@ class StatusBarController : public MenuDelegate {
   Waits waits_;
   std::shared_ptr<const Menu> rootMenu_;
   std::shared_ptr<ScheduledWork> refreshTimer_;
+  ProcessScanner::RepeatedScan scan_;
   std::vector<VordaProcess> processes_;
   std::vector<VordaLaunchAgent> allLaunchAgents_;  ///< as they were scanned
   std::vector<VordaLaunchAgent> launchAgents_;     ///< those of interest

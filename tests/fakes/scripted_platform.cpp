@@ -13,9 +13,27 @@
 namespace {
 
 ScriptedPlatform scripted;
-std::optional<std::uint64_t> lastRead;  ///< the identity of the process that was read last
+// Of the process that was looked at last.
+std::int32_t lastPid = 0;
+std::optional<std::uint64_t> lastIdentity;
 
 constexpr double kBytesPerMB = 1048576;
+
+std::optional<platform::Fingerprint> fingerprintOf(const std::string& text) {
+  if (text.empty()) return std::nullopt;
+  return platform::Fingerprint{std::hash<std::string>{}(text), text.size()};
+}
+
+/// Of the arguments, as the system hands them over; the executable has no part in it.
+std::optional<platform::Fingerprint> fingerprintOf(const ScriptedProcess& process) {
+  if (process.noFingerprint) return std::nullopt;
+  std::string block = process.title;
+  if (process.isCut) block += "...";
+  for (const auto& argument : process.arguments) {
+    if (process.title.empty()) block += argument + '\0';
+  }
+  return fingerprintOf(block);
+}
 
 std::vector<platform::ServiceAttempt> attempts(const char* verb, const std::string& label,
                                                const std::vector<platform::ServiceReply>& replies) {
@@ -55,17 +73,32 @@ bool ScriptedPlatform::nextCallFails() {
 
 namespace platform {
 
-std::vector<std::int32_t> allPids() {
+std::span<const std::int32_t> allPids() {
   ++scripted.pidListings;
   if (scripted.nextCallFails()) return {};
-  std::vector<std::int32_t> pids;
+  static std::vector<std::int32_t> pids;
+  pids.clear();
   for (const auto& process : scripted.processes) pids.push_back(process.pid);
   return pids;
 }
 
-bool readProcess(std::int32_t pid, ProcessFacts& facts) {
+bool lookAtProcess(std::int32_t pid, ProcessFacts& facts) {
   const ScriptedProcess* process = scripted.find(pid);
   if (scripted.nextCallFails() || process == nullptr || process->unreadable) return false;
+  lastPid = pid;
+  lastIdentity = process->identity;
+  facts.effectiveUid = process->effectiveUid;
+  facts.parent = process->parent;
+  facts.startTime = process->startTime;
+  facts.fingerprint = fingerprintOf(*process);
+  facts.identity.reset();
+  return true;
+}
+
+bool readCommandLine(ProcessFacts& facts) {
+  const ScriptedProcess* process = scripted.find(lastPid);
+  if (scripted.nextCallFails() || process == nullptr) return false;
+  ++scripted.commandLinesRead;
 
   facts.commandLine.clear();
   for (const auto& argument : process->arguments) {
@@ -81,13 +114,17 @@ bool readProcess(std::int32_t pid, ProcessFacts& facts) {
   facts.name = !process->name.empty() || process->arguments.empty()
                    ? process->name
                    : std::string(text::lastPathComponent(process->arguments.front()));
-  facts.effectiveUid = process->effectiveUid;
-  facts.parent = process->parent;
-  facts.startTime = process->startTime;
   facts.isCut = process->isCut;
-  facts.identity.reset();
-  lastRead = process->identity;
+  facts.executable = fingerprintOf(process->executable);
+  facts.title = process->title;
   return !facts.name.empty();
+}
+
+std::optional<Fingerprint> executableOfProcess() {
+  const ScriptedProcess* process = scripted.find(lastPid);
+  if (scripted.nextCallFails() || process == nullptr) return std::nullopt;
+  scripted.executablesAsked.push_back(lastPid);
+  return fingerprintOf(process->executable);
 }
 
 std::optional<std::uint64_t> physicalFootprint(std::int32_t pid) {
@@ -102,7 +139,7 @@ bool confirmProcess(std::int32_t pid, ProcessFacts& facts) {
   if (scripted.beforeConfirm) scripted.beforeConfirm(pid);
   if (scripted.nextCallFails()) return true;  // it can't be told
   const ScriptedProcess* process = scripted.find(pid);
-  if (process == nullptr || process->identity != lastRead) return false;
+  if (process == nullptr || process->identity != lastIdentity) return false;
   facts.identity = process->identity;
   return true;
 }

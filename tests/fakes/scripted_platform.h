@@ -22,7 +22,12 @@ struct ScriptedProcess {
   std::optional<std::uint64_t> identity = 1;
   std::optional<std::int32_t> parent;
   std::optional<std::uint64_t> startTime = 1;
-  bool isCut = false;       ///< it has more arguments than these
+  bool isCut = false;  ///< it has more arguments than these
+  /// Where the executable has a say in what the arguments are.
+  std::string executable;
+  /// Where it only says whether these words are one argument or several.
+  std::string title;
+  bool noFingerprint = false;
   bool unreadable = false;  ///< listed, but gone when it is read
   int signalError = 0;      ///< what sending a signal answers; 0 ends the process
   platform::ProcessState state = platform::ProcessState::runs;
@@ -84,6 +89,8 @@ struct ScriptedPlatform {
   std::vector<std::string> serviceCalls;  ///< "stop LABEL 1", "start LABEL 2", …
   int launchAgentFileListings = 0;
   int pidListings = 0;
+  int commandLinesRead = 0;
+  std::vector<std::int32_t> executablesAsked;  ///< but for those asked with a command line
   std::vector<std::int32_t> footprintsRead;
   int loginNameLookups = 0;
   int systemMonitorOpened = 0;

@@ -12,7 +12,8 @@
 #include <utility>
 #include <vector>
 
-#include "scanner/process_scanner.h"
+#include "launch_agents/launch_agent_scanner.h"
+#include "scanner/repeated_scan.h"
 #include "tools/puppet.h"
 #include "tools/record_line.h"
 
@@ -22,8 +23,11 @@ namespace {
 using Records = std::map<pid_t, std::string>;
 
 Records recordsOfThisProgram() {
+  static ProcessScanner::RepeatedScan scan;
+  static std::vector<VordaProcess> processes;
+  scan.scan(0, LaunchAgentScanner::scan(), processes);
   Records records;
-  for (const auto& process : ProcessScanner::scan(0)) {
+  for (const auto& process : processes) {
     records.emplace(process.pid, recordLine(process));
   }
   return records;

@@ -15,12 +15,14 @@ class ProcessSampling : public testing::Test {
  protected:
   ProcessSampling() { resetMachine(); }
 
+  bool sample(std::int32_t pid) { return sampler.look(pid) && sampler.read(); }
+
   ProcessSampler sampler;
 };
 
 TEST_F(ProcessSampling, TellsNameArgumentsLineAndOwner) {
   machine().processes = {{.pid = 7, .arguments = {"/usr/bin/python3", "a b", "c"}}};
-  ASSERT_TRUE(sampler.sample(7));
+  ASSERT_TRUE(sample(7));
   EXPECT_EQ(sampler.name(), "python3");
   EXPECT_THAT(sampler.arguments(), ElementsAre("/usr/bin/python3", "a b", "c"));
   EXPECT_EQ(sampler.commandLine(), "/usr/bin/python3 a b c");
@@ -30,7 +32,7 @@ TEST_F(ProcessSampling, TellsNameArgumentsLineAndOwner) {
 
 TEST_F(ProcessSampling, OfAProcessWithoutArgumentsGoesByItsExecutable) {
   machine().processes = {{.pid = 7, .name = "worker"}};
-  ASSERT_TRUE(sampler.sample(7));
+  ASSERT_TRUE(sample(7));
   EXPECT_EQ(sampler.name(), "worker");
   EXPECT_THAT(sampler.arguments(), IsEmpty());
   EXPECT_EQ(sampler.commandLine(), "");
@@ -38,16 +40,16 @@ TEST_F(ProcessSampling, OfAProcessWithoutArgumentsGoesByItsExecutable) {
 
 TEST_F(ProcessSampling, OfAProcessWithoutANameGivesNothing) {
   machine().processes = {{.pid = 7}, {.pid = 8, .arguments = {"x"}, .unreadable = true}};
-  EXPECT_FALSE(sampler.sample(7));
-  EXPECT_FALSE(sampler.sample(8));
-  EXPECT_FALSE(sampler.sample(9));
+  EXPECT_FALSE(sample(7));
+  EXPECT_FALSE(sample(8));
+  EXPECT_FALSE(sample(9));
 }
 
 TEST_F(ProcessSampling, LeavesNothingOfTheProcessBefore) {
   machine().processes = {{.pid = 7, .arguments = {"a", "b"}, .effectiveUid = 1001},
                          {.pid = 8, .name = "c", .effectiveUid = 0}};
-  ASSERT_TRUE(sampler.sample(7));
-  ASSERT_TRUE(sampler.sample(8));
+  ASSERT_TRUE(sample(7));
+  ASSERT_TRUE(sample(8));
   EXPECT_EQ(sampler.name(), "c");
   EXPECT_THAT(sampler.arguments(), IsEmpty());
   EXPECT_EQ(sampler.ownerName(), "root");
@@ -55,14 +57,14 @@ TEST_F(ProcessSampling, LeavesNothingOfTheProcessBefore) {
 
 TEST_F(ProcessSampling, CountsAnUnknownOwnerAsTheSuperuser) {
   machine().processes = {{.pid = 7, .arguments = {"x"}, .effectiveUid = std::nullopt}};
-  ASSERT_TRUE(sampler.sample(7));
+  ASSERT_TRUE(sample(7));
   EXPECT_EQ(sampler.uid(), 0U);
   EXPECT_EQ(sampler.ownerName(), "root");
 }
 
 TEST_F(ProcessSampling, NamesAnOwnerWithoutLoginByNumber) {
   machine().processes = {{.pid = 7, .arguments = {"x"}, .effectiveUid = 4294967294U}};
-  ASSERT_TRUE(sampler.sample(7));
+  ASSERT_TRUE(sample(7));
   EXPECT_EQ(sampler.ownerName(), "uid 4294967294");
 }
 
@@ -71,7 +73,7 @@ TEST_F(ProcessSampling, LooksEachOwnerUpOnce) {
                          {.pid = 8, .arguments = {"y"}},
                          {.pid = 9, .arguments = {"z"}, .effectiveUid = 55}};
   for (const int pid : {7, 8, 9, 9}) {
-    ASSERT_TRUE(sampler.sample(pid));
+    ASSERT_TRUE(sample(pid));
     sampler.ownerName();
   }
   EXPECT_EQ(machine().loginNameLookups, 2);
@@ -80,9 +82,9 @@ TEST_F(ProcessSampling, LooksEachOwnerUpOnce) {
 TEST_F(ProcessSampling, MeasuresMemoryInMebibytes) {
   machine().processes = {{.pid = 7, .arguments = {"x"}, .footprintMB = 1.5},
                          {.pid = 8, .arguments = {"x"}, .footprintMB = std::nullopt}};
-  ASSERT_TRUE(sampler.sample(7));
+  ASSERT_TRUE(sample(7));
   EXPECT_EQ(sampler.physicalFootprintMB(), 1.5);
-  ASSERT_TRUE(sampler.sample(8));
+  ASSERT_TRUE(sample(8));
   EXPECT_EQ(sampler.physicalFootprintMB(), 0);
 }
 

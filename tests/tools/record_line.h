@@ -14,6 +14,8 @@ inline std::string recordLine(const VordaProcess& process) {
        << rawValue(process.labRole) << '\t' << process.matchedAgents.size();
   for (const auto& launchAgent : process.matchedAgents) line << '\t' << launchAgent;
   line << '\t' << process.isProtected << '\t' << process.ownerName;
+  line << '\t' << process.identity.value_or(0) << '\t' << process.processesBelow << '\t'
+       << process.isCommandLineCut;
   std::string text = line.str();
   std::replace(text.begin(), text.end(), '\n', '\x1e');
   return text;

@@ -105,4 +105,20 @@ bool needsOrigin(std::string_view block, const ProcessFacts& facts) {
          onlyString(block).value_or("").find(kBlank) != std::string_view::npos;
 }
 
+std::string_view openTitle(std::string_view block) {
+  const std::string_view title = onlyString(block).value_or("");
+  const auto blank = title.find(kBlank);
+  if (blank == std::string_view::npos || blank == 0) return {};
+  if (title.size() > kLongestCommandLine || !text::isUtf8(title)) return {};
+
+  const std::string_view program = title.substr(0, blank);
+  for (const std::string_view first : {title, program}) {
+    if (isPoorName(text::lastPathComponent(first))) return {};
+  }
+  // The executable's path may go on behind the blank; behind one that an option follows, only
+  // that of a file that is named as nobody names one.
+  const bool mayGoOn = program.find('/') != std::string_view::npos && title[blank + 1] != '-';
+  return mayGoOn ? std::string_view() : title;
+}
+
 }  // namespace platform

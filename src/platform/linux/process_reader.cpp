@@ -7,6 +7,7 @@
 #include "platform/linux/memory.h"
 #include "platform/linux/pidfd.h"
 #include "platform/linux/process_arguments.h"
+#include "platform/posix/fingerprint.h"
 #include "text/hash_combine.h"
 
 namespace platform {
@@ -26,6 +27,13 @@ std::optional<std::uint64_t> inodeOfPidfd(std::int32_t pid) {
   return process.isOpen() ? uniqueInode(process.get()) : std::nullopt;
 }
 
+Fingerprint fingerprintOf(const ProcessOrigin& origin) {
+  if (!origin.executable.empty()) return platform::fingerprintOf(origin.executable);
+  Fingerprint ofComm = platform::fingerprintOf(origin.comm);
+  ++ofComm.low;  // a path that reads the same tells more
+  return ofComm;
+}
+
 }  // namespace
 
 ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource)
@@ -42,10 +50,10 @@ ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource,
       pageSize_(static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE))),
       tickNanoseconds_(1'000'000'000U / static_cast<std::uint64_t>(sysconf(_SC_CLK_TCK))) {}
 
-std::vector<std::int32_t> ProcessReader::pids() {
+const std::vector<std::int32_t>& ProcessReader::pids() {
   const auto memInfo = proc_.read("meminfo", small_);
   swapInUse_ = !memInfo || isSwapInUse(*memInfo);
-  pids_ = proc_.pids();
+  proc_.listPids(pids_);
   blocks_.keepOnly(pids_);
   sizes_.keepOnly(pids_);
   std::erase_if(known_, [this](const Known& process) {
@@ -54,15 +62,16 @@ std::vector<std::int32_t> ProcessReader::pids() {
   return pids_;
 }
 
-bool ProcessReader::read(std::int32_t pid, ProcessFacts& facts) {
+bool ProcessReader::lookAt(std::int32_t pid, ProcessFacts& facts) {
   facts.identity.reset();
+  facts.fingerprint.reset();
   lastPid_ = 0;
   lastFolder_.clear();
   facts.effectiveUid = proc_.owner(pid);
   if (!facts.effectiveUid) return false;
 
-  // Without readable arguments the executable may still tell the name.
-  const std::string_view block = blocks_.read(pid, *facts.effectiveUid, block_).value_or("");
+  // An unreadable block is an empty one: the executable may still tell the name.
+  lastBlock_ = blocks_.read(pid, *facts.effectiveUid, block_).value_or("");
   Known& process = known(pid);
   if (!blocks_.wasKept()) {
     // The owner was read first, perhaps of the process that had the pid before: read it again.
@@ -79,36 +88,52 @@ bool ProcessReader::read(std::int32_t pid, ProcessFacts& facts) {
     facts.parent = process.stat->parent;
     facts.startTime = (process.stat->startTicks + 1) * tickNanoseconds_;
   }
-
-  readArguments(block, {}, facts);
-  return needsOrigin(block, facts) ? nameFromExecutable(process, block, facts)
-                                   : !facts.name.empty();
+  if (!lastBlock_.empty())
+    facts.fingerprint = fingerprintOf(lastBlock_, facts.startTime.value_or(0));
+  return !(lastBlock_.empty() && process.stat && process.stat->isKernelThread);
 }
 
-/// Reads the facts again, now with the executable's path.
-bool ProcessReader::nameFromExecutable(Known& process, std::string_view block,
-                                       ProcessFacts& facts) {
-  if (process.stat && process.stat->isKernelThread) return false;
+bool ProcessReader::readCommandLine(ProcessFacts& facts) {
+  facts.executable.reset();
+  facts.title = {};
+  if (lastPid_ == 0) return false;
+  readArguments(lastBlock_, {}, facts);
+  if (!needsOrigin(lastBlock_, facts)) return !facts.name.empty();
+
+  Known& process = known(lastPid_);
   ProcFs::Path path;
   ProcessOrigin origin{.executable = proc_.executable(process.pid, path)};
-  if (origin.executable.empty() && block.empty()) {
-    // Either a zombie, or a process whose first thread has ended while others go on; these can
-    // still be read.
+  if (origin.executable.empty() && lastBlock_.empty()) {
+    // A zombie, or a process that goes on although its first thread has ended: the others
+    // still tell of it.
     learn(process);
     const bool goesOn = process.stat && process.stat->state == 'Z' && process.stat->threads > 1;
     const auto thread = goesOn ? proc_.anotherThread(process.pid) : std::nullopt;
     if (!thread) return false;
     lastFolder_ = "task/" + std::to_string(*thread) + "/";
-    block = proc_.read(process.pid, lastFolder_ + "cmdline", block_).value_or("");
+    lastBlock_ = proc_.read(process.pid, lastFolder_ + "cmdline", block_).value_or("");
     origin.executable = proc_.executable(process.pid, path, lastFolder_ + "exe");
   }
-  if (origin.executable.empty()) {
-    if (block.empty()) return false;
-    origin.comm = proc_.read(process.pid, lastFolder_ + "comm", small_).value_or("");
-    if (origin.comm.ends_with('\n')) origin.comm.remove_suffix(1);
-  }
-  readArguments(block, origin, facts);
+  if (origin.executable.empty() && lastBlock_.empty()) return false;
+  if (origin.executable.empty()) origin.comm = comm();
+  facts.executable = fingerprintOf(origin);
+  facts.title = openTitle(lastBlock_);
+  readArguments(lastBlock_, origin, facts);
   return !facts.name.empty();
+}
+
+std::optional<Fingerprint> ProcessReader::executable() {
+  ProcFs::Path path;
+  ProcessOrigin origin{.executable = proc_.executable(lastPid_, path, lastFolder_ + "exe")};
+  if (origin.executable.empty()) origin.comm = comm();
+  return fingerprintOf(origin);
+}
+
+/// Of the process that was looked at last; "" when unreadable.
+std::string_view ProcessReader::comm() {
+  std::string_view name = proc_.read(lastPid_, lastFolder_ + "comm", small_).value_or("");
+  if (name.ends_with('\n')) name.remove_suffix(1);
+  return name;
 }
 
 std::optional<std::uint64_t> ProcessReader::footprint(std::int32_t pid) {
@@ -129,7 +154,7 @@ bool ProcessReader::confirm(std::int32_t pid, ProcessFacts& facts) {
   if (!identity && identitySource_) {
     identity = identitySource_(pid);
   } else if (!identity && process.stat) {
-    identity = makeIdentity(process, facts);
+    identity = makeIdentity(process);
   }
 
   const auto isStillThere = blocks_.isStillThere();
@@ -178,14 +203,13 @@ bool ProcessReader::isParentOutdated(const Known& process) {
   return parent != nullptr && parent->stat && parent->stat->startTicks > process.stat->startTicks;
 }
 
-/// Makes an identity of the start time and, because two processes with the same pid may start
-/// within one tick of the clock, of what the process runs.
-std::uint64_t ProcessReader::makeIdentity(const Known& process, const ProcessFacts& facts) const {
+/// Two processes of one pid that start within one tick are told apart by what they run.
+std::uint64_t ProcessReader::makeIdentity(const Known& process) const {
   ProcFs::Path path;
   std::size_t seed = 0;
   text::hashCombine(seed, process.stat->startTicks);
   text::hashCombine(seed, proc_.executable(process.pid, path));
-  text::hashCombine(seed, std::string_view(facts.commandLine));
+  text::hashCombine(seed, lastBlock_);
   return seed;
 }
 

@@ -29,8 +29,13 @@ class ProcessReader {
   /// runs and when it started.
   explicit ProcessReader(const ProcFs& proc, IdentitySource identitySource = nullptr);
 
-  std::vector<std::int32_t> pids();
-  [[nodiscard]] bool read(std::int32_t pid, ProcessFacts& facts);
+  const std::vector<std::int32_t>& pids();
+  bool lookAt(std::int32_t pid, ProcessFacts& facts);
+  bool readCommandLine(ProcessFacts& facts);
+  bool read(std::int32_t pid, ProcessFacts& facts) {
+    return lookAt(pid, facts) && readCommandLine(facts);
+  }
+  std::optional<Fingerprint> executable();
   std::optional<std::uint64_t> footprint(std::int32_t pid);
   [[nodiscard]] bool confirm(std::int32_t pid, ProcessFacts& facts);
   std::optional<std::uint64_t> identity(std::int32_t pid);
@@ -53,8 +58,8 @@ class ProcessReader {
   Known& known(std::int32_t pid);
   void learn(Known& process);
   bool isParentOutdated(const Known& process);
-  bool nameFromExecutable(Known& process, std::string_view block, ProcessFacts& facts);
-  std::uint64_t makeIdentity(const Known& process, const ProcessFacts& facts) const;
+  std::string_view comm();
+  std::uint64_t makeIdentity(const Known& process) const;
 
   const ProcFs& proc_;
   IdentitySource identitySource_;
@@ -66,10 +71,11 @@ class ProcessReader {
   std::uint64_t tickNanoseconds_;
   std::vector<std::int32_t> pids_;  ///< of the last listing, ascending
   std::vector<Known> known_;        ///< by pid
-  std::int32_t lastPid_ = 0;        ///< of the last read()
+  std::int32_t lastPid_ = 0;        ///< of the process that was looked at last; 0: it is gone
   std::uint32_t lastOwner_ = 0;     ///< its effective user
-  std::string lastFolder_;          ///< where its memory is read: "", or a thread's "task/TID/"
-  bool swapInUse_ = true;           ///< as of the last pids(); true is the safe guess
+  std::string_view lastBlock_;      ///< its arguments, in `block_`
+  std::string lastFolder_;          ///< where its memory stands: "", or of a thread "task/TID/"
+  bool swapInUse_ = true;  ///< as of the last pids(); until then the dearer way is the right one
 };
 
 /// The one that reads /proc.

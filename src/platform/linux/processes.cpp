@@ -8,12 +8,20 @@
 
 namespace platform {
 
-std::vector<std::int32_t> allPids() {
+std::span<const std::int32_t> allPids() {
   return processReader().pids();
 }
 
-bool readProcess(std::int32_t pid, ProcessFacts& facts) {
-  return processReader().read(pid, facts);
+bool lookAtProcess(std::int32_t pid, ProcessFacts& facts) {
+  return processReader().lookAt(pid, facts);
+}
+
+bool readCommandLine(ProcessFacts& facts) {
+  return processReader().readCommandLine(facts);
+}
+
+std::optional<Fingerprint> executableOfProcess() {
+  return processReader().executable();
 }
 
 std::optional<std::uint64_t> physicalFootprint(std::int32_t pid) {

@@ -19,8 +19,8 @@ class ProcFs {
  public:
   explicit ProcFs(const char* root);
 
-  /// All pids, ascending.
-  std::vector<std::int32_t> pids() const;
+  /// The numeric names, ascending, into `pids`; none when they can't be listed.
+  void listPids(std::vector<std::int32_t>& pids) const;
 
   /// The effective user id of a process: the owner of its folder. Not of a file in it, because the
   /// files of a process that must not be dumped belong to root.

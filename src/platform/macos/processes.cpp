@@ -14,6 +14,7 @@
 
 #include "platform/macos/argument_block.h"
 #include "platform/macos/process_record.h"
+#include "platform/posix/fingerprint.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
@@ -42,8 +43,10 @@ std::string_view argumentBlock(std::int32_t pid, std::vector<char>& buffer) {
 constexpr std::uint64_t kMicrosecondsPerSecond = 1'000'000;
 constexpr std::uint64_t kNanosecondsPerMicrosecond = 1'000;
 
-/// When the process of the last readProcess started, in microseconds.
-std::optional<std::uint64_t> lastStart;
+// Of the process that was looked at last.
+std::int32_t lastPid = 0;
+std::optional<std::uint64_t> lastStart;  ///< in microseconds
+std::string_view lastBlock;
 
 /// None for a pid that no process has.
 std::optional<std::uint64_t> startTimeOf(const std::optional<ProcessRecord>& record) {
@@ -59,12 +62,13 @@ std::string executablePath(std::int32_t pid) {
 
 }  // namespace
 
-std::vector<std::int32_t> allPids() {
+std::span<const std::int32_t> allPids() {
   constexpr std::size_t kHeadroom = 16;
   const int wanted = proc_listpids(PROC_ALL_PIDS, 0, nullptr, 0);
   if (wanted < 1) return {};
 
-  std::vector<std::int32_t> pids(static_cast<std::size_t>(wanted) / sizeof(pid_t) + kHeadroom);
+  static std::vector<std::int32_t> pids;
+  pids.resize(static_cast<std::size_t>(wanted) / sizeof(pid_t) + kHeadroom);
   const int filled =
       proc_listpids(PROC_ALL_PIDS, 0, pids.data(), static_cast<int>(pids.size() * sizeof(pid_t)));
   const std::size_t count = static_cast<std::size_t>(std::max(filled, 0)) / sizeof(pid_t);
@@ -73,9 +77,9 @@ std::vector<std::int32_t> allPids() {
   return pids;
 }
 
-bool readProcess(std::int32_t pid, ProcessFacts& facts) {
-  // This has to be read first: when confirmProcess later finds the same start time, everything
-  // that was read in between belongs to the same process.
+bool lookAtProcess(std::int32_t pid, ProcessFacts& facts) {
+  // First of all: confirmProcess asks again, and all that is read in between is then told of
+  // this process.
   const auto record = processRecord(pid);
   facts.effectiveUid = record ? std::optional(record->effectiveUid) : std::nullopt;
   facts.parent = record ? std::optional(record->parent) : std::nullopt;
@@ -85,11 +89,28 @@ bool readProcess(std::int32_t pid, ProcessFacts& facts) {
   facts.identity.reset();
 
   static std::vector<char> buffer;
-  readArgumentBlock(argumentBlock(pid, buffer), facts);
+  lastPid = pid;
+  lastBlock = argumentBlock(pid, buffer);
+  // Without arguments the executable's path is read: no block stands for that.
+  facts.fingerprint = lastBlock.empty()
+                          ? std::nullopt
+                          : std::optional(fingerprintOf(lastBlock, lastStart.value_or(0)));
+  return true;
+}
+
+bool readCommandLine(ProcessFacts& facts) {
+  facts.executable.reset();
+  facts.title = {};
+  readArgumentBlock(lastBlock, facts);
   facts.name = facts.arguments.empty()
-                   ? text::repairedUtf8(text::lastPathComponent(executablePath(pid)))
+                   ? text::repairedUtf8(text::lastPathComponent(executablePath(lastPid)))
                    : std::string(text::lastPathComponent(facts.arguments.front()));
+  if (facts.arguments.empty()) facts.fingerprint.reset();
   return !facts.name.empty();
+}
+
+std::optional<Fingerprint> executableOfProcess() {
+  return std::nullopt;
 }
 
 std::optional<std::uint64_t> physicalFootprint(std::int32_t pid) {

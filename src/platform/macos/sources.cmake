@@ -15,6 +15,7 @@ set(MACOS_PLATFORM_SOURCES
   signals.cpp
   words.cpp
   ../posix/argument_list.cpp
+  ../posix/fingerprint.cpp
   ../posix/users.cpp
 )
 list(TRANSFORM MACOS_PLATFORM_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/)

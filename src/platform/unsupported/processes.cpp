@@ -2,12 +2,20 @@
 
 namespace platform {
 
-std::vector<std::int32_t> allPids() {
+std::span<const std::int32_t> allPids() {
   return {};
 }
 
-bool readProcess(std::int32_t, ProcessFacts&) {
+bool lookAtProcess(std::int32_t, ProcessFacts&) {
   return false;
+}
+
+bool readCommandLine(ProcessFacts&) {
+  return false;
+}
+
+std::optional<Fingerprint> executableOfProcess() {
+  return std::nullopt;
 }
 
 std::optional<std::uint64_t> physicalFootprint(std::int32_t) {

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/processes.h"
+#include "scanner/lab_role.h"
+#include "scanner/vorda_process.h"
+
+namespace ProcessScanner {
+
+/// A process's row in the list. It is made once and lent to the list from scan to scan, so that
+/// its texts are neither made nor copied again.
+class LentRow {
+ public:
+  /// Whether there is one, and it is not lent.
+  bool isHere() const { return row_ != nullptr && row_->pid != kLent; }
+  VordaProcess& operator*() { return *row_; }
+  VordaProcess* operator->() { return row_.get(); }
+
+  void make(VordaProcess row);
+  VordaProcess lend();
+  /// Nothing is kept of a row that was dropped since.
+  void takeBack(VordaProcess&& row);
+  void drop() { row_.reset(); }
+
+ private:
+  static constexpr std::int32_t kLent = 0;
+
+  std::unique_ptr<VordaProcess> row_;  ///< null: none; with the pid kLent: an empty shell
+};
+
+/// What was found out about one process. It holds as long as `fingerprint` does, and where the
+/// executable has a say, as long as `executable` does.
+struct KnownProcess {
+  std::int32_t pid = 0;
+  LabRole role = LabRole::none;
+  bool isExcluded = false;  ///< its name is one that is never shown
+  /// With another executable it might have another role, or another name that is never shown.
+  /// When not, the executable need not be asked while the process is not listed.
+  bool dependsOnExecutable = false;
+  std::optional<platform::Fingerprint> fingerprint;  ///< none: nothing was found out
+  std::optional<platform::Fingerprint> executable;   ///< none: it has no say
+  LentRow row;                                       ///< while it is listed
+
+  /// Starts over: nothing was found out.
+  void forget() { *this = {.pid = pid}; }
+};
+
+/// What is known of the processes that run, from one scan to the next. It knows no more of them
+/// than the system lists, and forgets those that are gone.
+class KnownProcesses {
+ public:
+  /// Starts a scan. The list of the last one is given back, and left empty.
+  void begin(std::vector<VordaProcess>& rows);
+
+  /// The process with this pid, which is listed in this scan; once a scan for each pid. Until
+  /// the next call.
+  KnownProcess& of(std::int32_t pid);
+
+  /// Ends the scan: forgets the processes that it did not ask for.
+  void end();
+
+  /// Of how many processes something is known, when no scan is under way.
+  std::size_t size() const { return known_.size(); }
+
+ private:
+  struct Entry {
+    KnownProcess process;
+    bool isThere = false;  ///< the scan has asked for it
+  };
+
+  Entry* find(std::int32_t pid);
+
+  std::vector<Entry> known_;  ///< by pid
+  std::vector<Entry> born_;   ///< those that the scan found first
+  std::size_t next_ = 0;      ///< where the next pid is, when the system lists them in order
+};
+
+}  // namespace ProcessScanner

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "launch_agents/vorda_launch_agent.h"
+#include "scanner/command_line.h"
+#include "scanner/known_processes.h"
+#include "scanner/process_sampling.h"
+#include "scanner/process_tree.h"
+#include "scanner/vorda_process.h"
+
+namespace ProcessScanner {
+
+/// Scans again and again. What it tells is what ProcessScanner::scan tells at that moment; but it
+/// keeps what it has found out about each process, and looks only at what is new. Where nothing
+/// is, it allocates nothing.
+class RepeatedScan {
+ public:
+  /// Puts what ProcessScanner::scan(minMemMB, launchAgents) returns into `processes`: empty at
+  /// first, then the list of the last scan, from which processes may have been taken.
+  void scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents,
+            std::vector<VordaProcess>& processes);
+
+ private:
+  bool learn(KnownProcess& process);
+  LabRole roleAs(std::string_view name, const CommandLine& line);
+  bool isOrdinaryAnyway(std::string_view title);
+  bool isListed(KnownProcess& process, double minMemMB);
+  void makeRow(KnownProcess& process);
+  void fillRow(KnownProcess& process, std::span<const VordaLaunchAgent> launchAgents);
+
+  std::uint32_t ownUid_ = 0;
+  ProcessSampler sampler_;
+  KnownProcesses known_;
+  ProcessTree tree_;
+
+  // Of the process that is being looked at.
+  bool isRead_ = false;  ///< its command line, into `line_`
+  CommandLine line_;
+  std::optional<double> memMB_;
+
+  // Buffers.
+  CommandLine otherLine_;
+  std::string exe_;
+  std::vector<std::string_view> words_;
+  std::string joinedWords_;
+  std::vector<std::size_t> order_;
+};
+
+}  // namespace ProcessScanner
