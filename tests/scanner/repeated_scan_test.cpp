@@ -126,7 +126,7 @@ TEST_F(RepeatedScan, AsksTheExecutableOfATitleWhereItMatters) {
       << "not of those that are ordinary however they are read, and not listed";
 
   setTitle(machine().processes[3], "tee --log vllm", "/bin/other");
-  EXPECT_THAT(pids(), ElementsAre(4, 5, 3)) << "no tee any more, but a program that wrote a title";
+  ASSERT_THAT(pids(), ElementsAre(4, 5, 3)) << "no tee any more, but a program that wrote a title";
   setTitle(machine().processes[2], "app --type=renderer", "/bin/other");
   EXPECT_EQ(scanned()[2].displayName, "app --type=renderer");
 }
