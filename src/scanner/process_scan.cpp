@@ -9,8 +9,7 @@
 #include "scanner/process_order.h"
 #include "scanner/process_scanner.h"
 #include "scanner/repeated_scan.h"
-#include "scanner/role_classification.h"
-#include "text/byte_limit.h"
+#include "scanner/rules.h"
 #include "text/path.h"
 #include "text/unicode.h"
 

@@ -84,18 +84,18 @@ TEST_F(ServiceOperations, AreLookedAfterAFewMessagesAtATime) {
                                 "JobRemoved", hear, &heard),
             0);
   constexpr int kMany = 200;
-  constexpr int kMost = 10;
+  constexpr int kMostSignals = 10;
   manager_.endOtherJobs(kMany);
   const auto deadline = Clock::now() + 60s;
   int most = 0;
   while (heard < kMany && Clock::now() < deadline) {
     std::this_thread::sleep_for(5ms);  // so that more has come than is taken
     const int before = heard;
-    bus->catchUp([] { return false; }, failure, kMost);
+    bus->catchUp([] { return false; }, failure, kMostSignals);
     most = std::max(most, heard - before);
   }
   EXPECT_EQ(heard, kMany);
-  EXPECT_EQ(most, kMost);
+  EXPECT_EQ(most, kMostSignals);
 }
 
 struct ResultRow {
