@@ -34,6 +34,11 @@ std::size_t ProcessTree::below(std::int32_t pid) const {
   return node != nodes_.end() && node->pid == pid ? node->below : 0;
 }
 
+std::optional<std::int32_t> ProcessTree::parentOf(std::int32_t pid) const {
+  const auto node = std::ranges::lower_bound(nodes_, pid, {}, &Node::pid);
+  return node != nodes_.end() && node->pid == pid ? node->parent : std::nullopt;
+}
+
 ProcessTree::Node* ProcessTree::find(std::optional<std::int32_t> pid) {
   if (!pid) return nullptr;
   const auto node = std::ranges::lower_bound(nodes_, *pid, {}, &Node::pid);

@@ -20,6 +20,9 @@ class ProcessTree {
 
   void countAll();
 
+  /// None when unknown, or when it was never added.
+  std::optional<std::int32_t> parentOf(std::int32_t pid) const;
+
   /// How many processes are children of this one, their children, and so on.
   std::size_t below(std::int32_t pid) const;
 

@@ -73,6 +73,13 @@ bool ScriptedPlatform::nextCallFails() {
 
 namespace platform {
 
+std::vector<ModelManifest> readModelManifests(const std::string& modelFolder, std::uint32_t owner) {
+  scripted.manifestsRead.emplace_back(modelFolder, owner);
+  if (scripted.nextCallFails()) return {};
+  const auto found = scripted.modelManifests.find(modelFolder);
+  return found == scripted.modelManifests.end() ? std::vector<ModelManifest>() : found->second;
+}
+
 std::span<const std::int32_t> allPids() {
   ++scripted.pidListings;
   if (scripted.nextCallFails()) return {};

@@ -5,10 +5,12 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/launch_agents.h"
 #include "platform/memory.h"
+#include "platform/model_manifests.h"
 #include "platform/processes.h"
 #include "platform/words.h"
 
@@ -84,7 +86,11 @@ struct ScriptedPlatform {
   /// Called when everything about a process has been read, before confirmProcess.
   std::function<void(std::int32_t pid)> beforeConfirm;
 
+  /// By model folder.
+  std::map<std::string, std::vector<platform::ModelManifest>> modelManifests;
+
   // What the program did.
+  std::vector<std::pair<std::string, std::uint32_t>> manifestsRead;  ///< folder and owner
   std::vector<ScriptedSignal> signals;
   std::vector<std::string> serviceCalls;  ///< "stop LABEL 1", "start LABEL 2", …
   int launchAgentFileListings = 0;

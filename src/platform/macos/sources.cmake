@@ -16,6 +16,7 @@ set(MACOS_PLATFORM_SOURCES
   words.cpp
   ../posix/argument_list.cpp
   ../posix/fingerprint.cpp
+  ../posix/model_manifests.cpp
   ../posix/users.cpp
 )
 list(TRANSFORM MACOS_PLATFORM_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/)

@@ -1,0 +1,10 @@
+#include "platform/model_manifests.h"
+
+namespace platform {
+
+std::vector<ModelManifest> readModelManifests(const std::string& /*modelFolder*/,
+                                              std::uint32_t /*owner*/) {
+  return {};
+}
+
+}  // namespace platform

@@ -1,0 +1,572 @@
+#include "scanner/second_look/invocation.h"
+
+#include <algorithm>
+#include <optional>
+#include <unordered_map>
+
+#include "scanner/process_scanner.h"
+#include "scanner/second_look/bystanders.h"
+#include "scanner/second_look/carriers.h"
+#include "scanner/second_look/name_words.h"
+#include "text/path.h"
+#include "text/unicode.h"
+
+namespace second_look {
+namespace {
+
+constexpr int kMostCarriers = 8;
+
+bool isOption(std::string_view word) {
+  return word.size() > 1 && word.front() == '-';
+}
+
+/// NAME=value, as env and sudo take it.
+bool isAssignment(std::string_view word) {
+  const auto equals = word.find('=');
+  return equals != std::string_view::npos && equals > 0 &&
+         word.substr(0, equals).find_first_of("/-. ") == std::string_view::npos;
+}
+
+/// The name of a file without what says in which language it is written.
+std::string_view withoutSuffix(std::string_view name) {
+  for (const std::string_view suffix :
+       {".py", ".js", ".mjs", ".cjs", ".ts", ".mts", ".pyc", ".sh", ".rb", ".pl", ".jar", ".dll"}) {
+    if (name.size() > suffix.size() && name.ends_with(suffix)) {
+      return name.substr(0, name.size() - suffix.size());
+    }
+  }
+  return name;
+}
+
+bool isSource(std::string_view name) {
+  return withoutSuffix(name).size() < name.size();
+}
+
+/// "pkg@latest", "pkg==1.2", "pkg[extra]", "@scope/pkg@1": the package alone.
+std::string packageName(std::string_view word) {
+  for (const std::string_view scheme : {"git+https://github.com/", "github:"}) {
+    if (word.starts_with(scheme)) word.remove_prefix(scheme.size());
+  }
+  const auto end = word.find_first_of("[=<>~", 0);
+  if (end != std::string_view::npos) word = word.substr(0, end);
+  const auto version = word.rfind('@');
+  if (version != std::string_view::npos && version > 0) word = word.substr(0, version);
+  if (word.ends_with(".git")) word.remove_suffix(4);
+  return normalized(word);
+}
+
+/// What a folder adds to a script of a name that says nothing: the nearest one that says more.
+std::string tellingFolder(std::string_view path) {
+  constexpr std::string_view kGeneral =
+      "main app server run start index cli launch webui api bot worker __main__ bundle serve "
+      "entry program mcp inference demo";
+  constexpr std::string_view kPlaces =
+      "src dist build lib bin out scripts cli app server packages cjs esm js target release debug "
+      "output node";
+  const std::string script = normalized(withoutSuffix(text::lastPathComponent(path)));
+  if (!isListed(kGeneral, script) && script != "--main--") return {};
+  while (true) {
+    const auto slash = path.find_last_not_of('/');
+    if (slash == std::string_view::npos) return {};
+    path = path.substr(0, slash + 1);
+    const auto before = path.rfind('/');
+    if (before == std::string_view::npos) return {};
+    path = path.substr(0, before);
+    const std::string_view folder = text::lastPathComponent(path);
+    if (folder.empty() || folder == "/" || folder == "." || folder == "..") return {};
+    if (!isListed(kPlaces, normalized(folder))) return normalized(folder);
+  }
+}
+
+/// "pkg.mod" of …/site-packages/pkg/mod.py.
+std::string installedModule(std::string_view path) {
+  for (const std::string_view place : {"/site-packages/", "/dist-packages/"}) {
+    const auto found = path.rfind(place);
+    if (found == std::string_view::npos) continue;
+    std::string module = normalized(withoutSuffix(path.substr(found + place.size())));
+    std::replace(module.begin(), module.end(), '/', '.');
+    return module;
+  }
+  return {};
+}
+
+/// Of a path into node_modules what stands behind it; none for another path.
+std::optional<std::string_view> inNodeModules(std::string_view path) {
+  constexpr std::string_view kPlace = "node_modules/";
+  constexpr std::string_view kLink = ".bin/../";
+  const auto found = path.rfind(kPlace);
+  if (found == std::string_view::npos) return std::nullopt;
+  path.remove_prefix(found + kPlace.size());
+  if (path.starts_with(kLink)) path.remove_prefix(kLink.size());
+  return path;
+}
+
+/// "@scope/pkg" of "@scope/pkg/dist/cli.js".
+std::string_view packageOfPath(std::string_view path) {
+  auto slash = path.find('/');
+  if (path.starts_with('@') && slash != std::string_view::npos) slash = path.find('/', slash + 1);
+  return path.substr(0, slash);
+}
+
+/// Null: none is called so.
+const Carrier* carrierCalled(std::string_view name) {
+  static const auto carriers = [] {
+    std::unordered_map<std::string_view, const Carrier*> byName;
+    for (const Carrier& carrier : kCarriers) {
+      for (const std::string_view word : listed(carrier.names)) byName.emplace(word, &carrier);
+    }
+    return byName;
+  }();
+  const auto found = carriers.find(name);
+  return found == carriers.end() ? nullptr : found->second;
+}
+
+class Unwrapping {
+ public:
+  explicit Unwrapping(Arguments arguments) {
+    if (arguments.empty()) return;
+    const std::string_view first = arguments.front();
+    // Node's tools write their command line as a title, in one piece.
+    if (first.starts_with("npm exec ") || first.starts_with("npx ") ||
+        first.starts_with("npm run ")) {
+      result_.isTitle = true;
+      result_.titleWords = listed(text::withinBytes(first, 4096));
+      all_ = result_.titleWords;
+      rest_ = all_;
+      take();
+      return;
+    }
+    all_ = arguments;
+    rest_ = arguments;
+    const auto colon = first.find(':');
+    if (colon != std::string_view::npos && colon > 0 &&
+        first.substr(0, colon).find_first_of("/\\=") == std::string_view::npos) {
+      title(first.substr(0, colon), first.substr(colon));
+      return;
+    }
+    take();
+  }
+
+  Invocation result() { return std::move(result_); }
+
+ private:
+  /// "nginx: worker process", "VLLM::EngineCore": who it is stands before the colon.
+  void title(std::string_view name, std::string_view part) {
+    result_.isTitle = true;
+    result_.program = normalized(name);
+    result_.path = all_.front();
+    result_.arguments = all_.subspan(1);
+    while (part.starts_with(':')) part.remove_prefix(1);
+  }
+
+  void take() {
+    for (int depth = 0; depth < kMostCarriers; ++depth) {
+      if (rest_.empty() || !step()) return;
+    }
+  }
+
+  /// Settles on the program at the front of what is left; true when it only carries another.
+  bool step() {
+    settle(rest_.front(), programName(rest_.front()));
+    const std::string name = result_.program;
+    if (ProcessScanner::wrapperExecutables().contains(name)) {
+      result_.isWrapper = true;
+      return false;
+    }
+    if (const Carried what = carriedBy(name); what != Carried::nothing) {
+      return what == Carried::another;
+    }
+    if (isListed("python pypy python3-dbg python-dbg pythonw ipython-script", name)) {
+      return python();
+    }
+    if (isListed("node nodejs bun deno tsx ts-node electron", name)) return node(name);
+    if (name == "java") return java();
+    if (isListed("ruby perl php rscript dotnet julia lua", name)) return scriptOf();
+    host();
+    return false;
+  }
+
+  void settle(std::string_view path, std::string program) {
+    result_.path = path;
+    result_.carriers =
+        static_cast<std::size_t>(path.data() == nullptr ? 0 : all_.size() - rest_.size());
+    result_.program = std::move(program);
+    result_.arguments = rest_.subspan(1);
+  }
+
+  enum class Carried {
+    nothing,  ///< it is no carrier, or one that carries nothing
+    another,  ///< rest_ begins with what it carries
+    settled,  ///< it is known already what that is
+  };
+
+  static Carried carried(bool goesOn) { return goesOn ? Carried::another : Carried::settled; }
+
+  /// Goes on to what a carrier of this name carries.
+  Carried carriedBy(std::string_view name) {
+    const Carrier* const found = carrierCalled(name);
+    if (found == nullptr) return Carried::nothing;
+    const Carrier& carrier = *found;
+    Arguments rest = rest_.subspan(1);
+    if (!carrier.verbs.empty() && !takeVerb(carrier, rest)) return Carried::nothing;
+    bool isModule = false;
+    if (!skipOptions(carrier, rest, isModule)) return Carried::nothing;
+    for (int i = 0; i < carrier.operands && !rest.empty(); ++i) rest = rest.subspan(1);
+    if (rest.empty()) return Carried::nothing;
+    result_.waits = result_.waits || carrier.waits;
+    if (carrier.isDistributed) {
+      result_.isDistributed = true;
+      result_.isPython = true;
+      rest_ = rest;
+      return carried(distributed(isModule));
+    }
+    if (isModule) {
+      rest_ = rest;
+      return carried(module(rest.front()));
+    }
+    rest_ = rest;
+    if (carrier.runsPackage) return carried(package());
+    return Carried::another;
+  }
+
+  /// Passes the carrier's verb, and its options before it. False when there is none.
+  static bool takeVerb(const Carrier& carrier, Arguments& rest) {
+    std::size_t first = 0;
+    while (first < rest.size() && isOption(rest[first])) {
+      const bool hasValue = isListed(carrier.valued, normalized(rest[first])) ||
+                            isListed(carrier.valued, rest[first]);
+      first += hasValue ? 2 : 1;
+    }
+    first = std::min(first, rest.size());
+    for (std::string_view verbs = carrier.verbs; !verbs.empty();) {
+      const auto bar = verbs.find('|');
+      const auto words = listed(verbs.substr(0, bar));
+      verbs = bar == std::string_view::npos ? std::string_view() : verbs.substr(bar + 1);
+      if (rest.size() - first >= words.size() &&
+          std::equal(words.begin(), words.end(), rest.begin() + static_cast<long>(first))) {
+        rest = rest.subspan(first + words.size());
+        return true;
+      }
+    }
+    return false;
+  }
+
+  /// Passes the carrier's own options and assignments. False when nothing is left.
+  static bool skipOptions(const Carrier& carrier, Arguments& rest, bool& isModule) {
+    while (!rest.empty()) {
+      const std::string_view word = rest.front();
+      if (word == "--") {
+        rest = rest.subspan(1);
+        break;
+      }
+      if (word == "-m" || word == "--module") {
+        if (carrier.isDistributed || carrier.names == "debugpy" || carrier.names == "uv") {
+          isModule = true;
+          rest = rest.subspan(1);
+          if (carrier.isDistributed) continue;
+          break;
+        }
+      }
+      if (!isOption(word)) {
+        if (!isAssignment(word)) break;
+        rest = rest.subspan(1);
+        continue;
+      }
+      const std::string option = normalized(word);
+      const bool hasValue = word.find('=') == std::string_view::npos &&
+                            (carrier.valued == "*" ? !isListed(carrier.flags, option)
+                                                   : isListed(carrier.valued, option) ||
+                                                         isListed(carrier.valued, word));
+      rest = rest.subspan(1);
+      if (hasValue && !rest.empty() && !isOption(rest.front()) &&
+          !(carrier.valued == "*" && isSource(rest.front()))) {
+        rest = rest.subspan(1);
+      }
+    }
+    return !rest.empty();
+  }
+
+  /// What a package runner runs: a package, or a program or script of the project.
+  bool package() {
+    std::string_view word = rest_.front();
+    for (const std::string_view scheme : {"npm:", "jsr:"}) {
+      if (word.starts_with(scheme)) word.remove_prefix(scheme.size());
+    }
+    const std::string name = packageName(word);
+    const std::string_view base = text::lastPathComponent(name);
+    if (word.find('/') != std::string_view::npos && !word.starts_with('@')) return true;  // a path
+    if (isListed("python node bun java deno", programName(base)) || isSource(word)) {
+      if (!isSource(word)) return true;
+      settle(word, "python");
+      result_.isPython = word.ends_with(".py");
+      script(word);
+      return false;
+    }
+    if (word.starts_with('@')) {
+      settle(word, std::string(base));
+      result_.package = name;
+      return false;
+    }
+    if (carrierCalled(base) != nullptr) return true;
+    settle(word, std::string(base));
+    result_.package = name;
+    host();
+    return false;
+  }
+
+  bool distributed(bool isModule) {
+    if (isModule) return module(rest_.front());
+    const std::string_view word = rest_.front();
+    if (!isSource(word) && text::lastPathComponent(word).find('.') == std::string_view::npos) {
+      return true;  // a program
+    }
+    settle(word, "python");
+    script(word);
+    return false;
+  }
+
+  bool python() {
+    result_.isPython = true;
+    for (std::size_t i = 1; i < rest_.size(); ++i) {
+      const std::string_view word = rest_[i];
+      if (!isOption(word)) {
+        rest_ = rest_.subspan(i);
+        return pythonScript(word);
+      }
+      if (word == "-W" || word == "-X" || word == "--check-hash-based-pycs") {
+        ++i;
+        continue;
+      }
+      if (word.starts_with("--") || word.starts_with("-W") || word.starts_with("-X")) continue;
+      const auto letter = word.find_first_of("mc");
+      if (letter == std::string_view::npos) continue;
+      if (word[letter] == 'c') {
+        result_.isCode = true;
+        result_.arguments = rest_.subspan(i);
+        return false;
+      }
+      if (letter + 1 < word.size()) {  // -mpkg
+        rest_ = rest_.subspan(i);
+        return module(word.substr(letter + 1));
+      }
+      if (i + 1 >= rest_.size()) return false;
+      rest_ = rest_.subspan(i + 1);
+      return module(rest_.front());
+    }
+    return false;
+  }
+
+  bool module(std::string_view word) {
+    result_.isPython = true;
+    const std::string name = normalized(word);
+    if (const Carried what = carriedBy(name); what != Carried::nothing) {
+      return what == Carried::another;
+    }
+    settle(word, std::string(name.substr(0, name.find('.'))));
+    result_.module = name;
+    host();
+    return false;
+  }
+
+  bool pythonScript(std::string_view path) {
+    const std::string_view base = text::lastPathComponent(path);
+    const std::string installed = isSource(base) ? installedModule(path) : std::string();
+    if (!installed.empty()) {
+      if (const Carried what = carriedBy(installed); what != Carried::nothing) {
+        return what == Carried::another;
+      }
+      settle(path, std::string(installed.substr(0, installed.find('.'))));
+      result_.module = installed;
+      result_.script = normalized(base);
+      host();
+      return false;
+    }
+    if (isSource(base)) {
+      settle(path, "python");
+      script(path);
+      return false;
+    }
+    return true;  // a program that is written in Python
+  }
+
+  void script(std::string_view path) {
+    result_.script = normalized(text::lastPathComponent(path));
+    result_.folder = tellingFolder(path);
+  }
+
+  bool node(std::string_view name) {
+    std::size_t i = 1;
+    if (i < rest_.size() && (name == "deno" || name == "bun") &&
+        (rest_[i] == "run" || rest_[i] == "serve")) {
+      ++i;
+    }
+    for (; i < rest_.size() && isOption(rest_[i]); ++i) {
+      const std::string_view word = rest_[i];
+      if (isListed("-e --eval -p --print", word)) {
+        result_.isCode = true;
+        result_.arguments = rest_.subspan(i);
+        return false;
+      }
+      if (isListed("-r --require --import --loader --experimental-loader --env-file -C "
+                   "--conditions --title --cwd",
+                   word)) {
+        ++i;
+      }
+    }
+    if (i >= rest_.size()) return false;
+    rest_ = rest_.subspan(i);
+    const std::string_view path = rest_.front();
+    if (path.starts_with("npm:") || path.starts_with("jsr:")) return package();
+    if (const auto inside = inNodeModules(path)) return nodePackage(path, *inside);
+    const std::string_view base = text::lastPathComponent(path);
+    if (!isSource(base)) return true;  // a program that is written in JavaScript
+    settle(path, std::string("node"));
+    script(path);
+    return false;
+  }
+
+  bool nodePackage(std::string_view path, std::string_view inside) {
+    if (inside.starts_with(".bin/")) return true;
+    const std::string package = normalized(packageOfPath(inside));
+    const std::string_view base = text::lastPathComponent(inside);
+    const std::string stem = normalized(withoutSuffix(base));
+    if (isListed("npm pnpm yarn", package)) {
+      // npm-cli.js and npx-cli.js are npm and npx
+      const std::string tool = stem.starts_with("npx") ? "npx" : package;
+      settle(path, tool);
+      return carriedBy(tool) == Carried::another;
+    }
+    settle(path, std::string(text::lastPathComponent(package)));
+    result_.package = package;
+    result_.script = normalized(base);
+    return false;
+  }
+
+  bool java() {
+    for (std::size_t i = 1; i < rest_.size(); ++i) {
+      const std::string_view word = rest_[i];
+      if (word == "-jar") {
+        if (i + 1 >= rest_.size()) return false;
+        rest_ = rest_.subspan(i + 1);
+        settle(rest_.front(), programName(withoutSuffix(text::lastPathComponent(rest_.front()))));
+        return false;
+      }
+      if (isListed("-cp -classpath --class-path -p --module-path --add-opens --add-exports "
+                   "--add-modules",
+                   word)) {
+        ++i;
+      } else if (!isOption(word)) {
+        rest_ = rest_.subspan(i);
+        settle(word, "java");
+        result_.module = normalized(word);
+        return false;
+      }
+    }
+    return false;
+  }
+
+  bool scriptOf() {
+    std::size_t i = 1;
+    while (i < rest_.size() && isOption(rest_[i])) {
+      if (rest_[i] == "-e" || rest_[i] == "-r") {
+        result_.isCode = true;
+        return false;
+      }
+      ++i;
+    }
+    if (i >= rest_.size()) return false;
+    rest_ = rest_.subspan(i);
+    settle(rest_.front(), programName(withoutSuffix(text::lastPathComponent(rest_.front()))));
+    return false;
+  }
+
+  /// A server of applications: who it is says the application that it was given.
+  void host() {
+    const std::string& name = result_.program;
+    const bool hasVerb = isListed("fastapi streamlit chainlit flask panel bokeh", name);
+    if (!hasVerb &&
+        !isListed("uvicorn gunicorn hypercorn granian daphne waitress-serve uwsgi", name)) {
+      return;
+    }
+    for (const std::string_view word : result_.arguments) {
+      if (isOption(word)) continue;
+      const std::string_view base = text::lastPathComponent(word);
+      if (hasVerb && base.ends_with(".py")) {
+        script(word);
+        result_.isServedByHost = true;
+        return;
+      }
+      const auto colon = word.find(':');
+      if (hasVerb || colon == std::string_view::npos || colon == 0 ||
+          word.find('/') != std::string_view::npos || word.find('.') > colon + kLongestName) {
+        continue;
+      }
+      const std::string_view target = word.substr(0, colon);
+      if (target.find_first_not_of("0123456789.") == std::string_view::npos)
+        continue;  // an address
+      result_.module = normalized(target);
+      result_.isServedByHost = true;
+      return;
+    }
+  }
+
+  Invocation result_;
+  Arguments all_;
+  Arguments rest_;
+};
+
+}  // namespace
+
+std::vector<std::string> Invocation::names() const {
+  std::vector<std::string> names;
+  const auto add = [&names](std::string name) {
+    if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
+      names.push_back(std::move(name));
+    }
+  };
+  // "a.b.c", then "a.b", then "a"
+  const auto addWithParents = [&add](std::string name) {
+    while (!name.empty()) {
+      add(name);
+      const auto dot = name.rfind('.');
+      if (dot == std::string::npos) break;
+      name.resize(dot);
+    }
+  };
+  addWithParents(module);
+  add(package);
+  add(std::string(text::lastPathComponent(package)));
+  if (!folder.empty()) {
+    add(folder + "/" + script);
+    add(folder);
+  }
+  if (!script.empty() && package.empty()) {
+    // A script of a general name is known by an option that nobody else has.
+    if (isListed("main.py launch.py server.py webui.py app.py run.py api.py", script)) {
+      for (std::size_t i = 0; i < std::min<std::size_t>(arguments.size(), 64); ++i) {
+        if (!isOption(arguments[i])) continue;
+        std::string option = script + "+" + normalized(arguments[i]);
+        if (i + 1 < arguments.size() && arguments[i] == "--port")
+          option += "=" + normalized(arguments[i + 1]);
+        add(std::move(option));
+      }
+    }
+    add(script);
+  }
+  // The main program of a bundle is the application, not the command of the same name.
+  if (path.find(".app/Contents/MacOS/") != std::string_view::npos && script.empty() &&
+      module.empty() && package.empty()) {
+    add(program + ".app");
+  } else if (!program.empty() && !isServedByHost) {
+    const auto dot = program.rfind('.');
+    if (dot != std::string::npos) add("*" + program.substr(dot));
+    addWithParents(program);
+  }
+  return names;
+}
+
+Invocation invocationOf(Arguments arguments) {
+  return Unwrapping(arguments).result();
+}
+
+}  // namespace second_look

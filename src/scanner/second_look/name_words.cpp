@@ -1,0 +1,105 @@
+#include "scanner/second_look/name_words.h"
+
+#include <algorithm>
+
+#include "text/ascii.h"
+#include "text/path.h"
+#include "text/unicode.h"
+
+namespace second_look {
+namespace {
+
+constexpr std::string_view kVersionSigns = "0123456789.";
+
+/// The name without the machine it was built for, word by word from its end.
+std::string_view withoutMachine(std::string_view name) {
+  constexpr std::string_view kMachines =
+      "linux darwin macos mac windows win x64 x86 64 amd64 arm64 aarch64 cuda cu11 cu12 nocuda "
+      "oldpc oldcpu rocm vulkan musl gnu static universal";
+  while (true) {
+    const auto dash = name.find_last_of("-_");
+    if (dash == std::string_view::npos || dash == 0) return name;
+    if (!isListed(kMachines, name.substr(dash + 1))) return name;
+    name = name.substr(0, dash);
+  }
+}
+
+bool isVersion(std::string_view name) {
+  return !name.empty() && name.find_first_not_of(kVersionSigns) == std::string_view::npos;
+}
+
+/// "python3.11" → "python", "clang-17" → "clang"; but "stage2" and "h2" keep their digit, and so
+/// does everything that is not an interpreter or has no sign before its version.
+std::string_view withoutVersion(std::string_view name) {
+  const auto last = name.find_last_not_of(kVersionSigns);
+  if (last == std::string_view::npos || last + 1 == name.size()) return name;
+  if (name[last] == '-') return name.substr(0, last);
+  const std::string_view stem = name.substr(0, last + 1);
+  return isListed("python pypy node java ruby perl php lua pip python3-dbg", stem) ? stem : name;
+}
+
+}  // namespace
+
+std::string normalized(std::string_view name) {
+  std::string out = text::lowered(text::withinBytes(name, kLongestName));
+  std::replace_if(
+      out.begin(), out.end(), [](char c) { return c == '_' || c == ' '; }, '-');
+  return out;
+}
+
+std::string programName(std::string_view path) {
+  std::string_view name = text::lastPathComponent(path);
+  while (isVersion(name)) {
+    const auto before = path.rfind(name);
+    if (before == std::string_view::npos || before == 0) break;
+    path = path.substr(0, before);
+    name = text::lastPathComponent(path);
+    if (name == "versions" || name == "bin" || name == "current") {
+      path = path.substr(0, path.rfind(name));
+      name = text::lastPathComponent(path);
+    }
+  }
+  if (name.size() > 1 && name.front() == '-') name.remove_prefix(1);  // a shell of a login
+  std::string out = normalized(name);
+  if (out.ends_with(".exe")) out.resize(out.size() - 4);
+  return std::string(withoutMachine(withoutVersion(out)));
+}
+
+std::vector<std::string_view> wordsOf(std::string_view name) {
+  std::vector<std::string_view> words;
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i <= name.size(); ++i) {
+    if (i < name.size() && text::isAlphanumeric(name[i])) continue;
+    if (i > begin) words.push_back(name.substr(begin, i - begin));
+    begin = i + 1;
+  }
+  return words;
+}
+
+bool hasWord(std::string_view name, std::string_view word) {
+  const auto words = wordsOf(name);
+  return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+bool isListed(std::string_view list, std::string_view word) {
+  if (word.empty() || word.find(' ') != std::string_view::npos) return false;
+  for (auto at = list.find(word); at != std::string_view::npos; at = list.find(word, at + 1)) {
+    const bool begins = at == 0 || list[at - 1] == ' ';
+    const std::size_t end = at + word.size();
+    if (begins && (end == list.size() || list[end] == ' ')) return true;
+  }
+  return false;
+}
+
+std::vector<std::string_view> listed(std::string_view list) {
+  std::vector<std::string_view> words;
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i <= list.size(); ++i) {
+    if (i < list.size() && list[i] != ' ') continue;
+    if (i > begin) words.push_back(list.substr(begin, i - begin));
+    begin = i + 1;
+  }
+  return words;
+}
+
+}  // namespace second_look
