@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "platform/processes.h"
@@ -33,6 +34,14 @@ class LentRow {
   std::unique_ptr<VordaProcess> row_;  ///< null: none; with the pid kLent: an empty shell
 };
 
+/// For processes whose name may become another without their command line.
+struct OtherName {
+  /// Of one that waits: what it is called while the program that it has started has the role.
+  std::string ofLauncher;
+  /// second_look::Verdict::blob, while no model's name was found for it.
+  std::string blob;
+};
+
 /// What was found out about one process. It holds as long as `fingerprint` does, and where the
 /// executable has a say, as long as `executable` does.
 struct KnownProcess {
@@ -44,7 +53,9 @@ struct KnownProcess {
   bool dependsOnExecutable = false;
   std::optional<platform::Fingerprint> fingerprint;  ///< none: nothing was found out
   std::optional<platform::Fingerprint> executable;   ///< none: it has no say
-  LentRow row;                                       ///< while it is listed
+  bool waits = false;  ///< second_look::Verdict::waits, of a process that has a role
+  std::unique_ptr<OtherName> otherName;  ///< null for nearly all
+  LentRow row;                           ///< while it is listed
 
   /// Starts over: nothing was found out.
   void forget() { *this = {.pid = pid}; }
@@ -63,6 +74,12 @@ class KnownProcesses {
 
   /// Ends the scan: forgets the processes that it did not ask for.
   void end();
+
+  /// The process with this pid, when no scan is under way; null: it is not known.
+  KnownProcess* known(std::int32_t pid) {
+    Entry* const entry = find(pid);
+    return entry == nullptr ? nullptr : &entry->process;
+  }
 
   /// Of how many processes something is known, when no scan is under way.
   std::size_t size() const { return known_.size(); }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -10,6 +11,7 @@
 #include "scanner/process_scanner.h"
 #include "scanner/repeated_scan.h"
 #include "scanner/rules.h"
+#include "scanner/waiting_launchers.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
@@ -40,6 +42,25 @@ void setLabels(std::vector<std::string>& labels, std::span<const VordaLaunchAgen
   labels.resize(count);
 }
 
+/// What a launcher is called that has no role of its own: after itself.
+std::string launcherName(std::span<const std::string_view> arguments) {
+  CommandLine line;
+  line.read(arguments.first(1), arguments.front());
+  return nameOf(line, LabRole::none, {}).displayName;
+}
+
+/// A launcher's row as it was made, and as it is without the role. Both names are kept, the one
+/// that is not shown with the process.
+void takeRole(KnownProcess& process, VordaProcess& row) {
+  row.labRole = LabRole::none;
+  std::swap(row.displayName, process.otherName->ofLauncher);
+}
+void giveRole(KnownProcess& process) {
+  if (process.row->labRole == process.role) return;
+  process.row->labRole = process.role;
+  std::swap(process.row->displayName, process.otherName->ofLauncher);
+}
+
 }  // namespace
 
 std::vector<VordaProcess> scan(double minMemMB) {
@@ -59,6 +80,7 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
   sampler_.forgetNames();
   tree_.clear();
   known_.begin(processes);
+  waiting_.clear();
   for (const std::int32_t pid : platform::allPids()) {
     if (pid < 1 || !sampler_.look(pid)) continue;
     KnownProcess& process = known_.of(pid);
@@ -74,11 +96,13 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
     }
     if (!process.row.isHere()) makeRow(process);
     fillRow(process, launchAgents);
+    if (process.waits) waiting_.push_back(pid);
     processes.push_back(process.row.lend());
   }
   known_.end();
 
   tree_.countAll();
+  if (!waiting_.empty()) leaveRolesToChildren(processes, minMemMB);
   for (VordaProcess& process : processes) process.processesBelow = tree_.below(process.pid);
   sortByRoleAndMemory(processes, order_);
 }
@@ -92,17 +116,29 @@ bool RepeatedScan::learn(KnownProcess& process) {
   process.executable = sampler_.executable();
   process.isExcluded = isExcludedName(sampler_.name());
   line_.read(sampler_.arguments(), sampler_.commandLine());
-  process.role = roleAs(sampler_.name(), line_);
+  verdict_ = verdictAs(sampler_.name(), line_);
+  process.role = verdict_.role;
+  process.waits = verdict_.waits && verdict_.role != LabRole::none;
+  if (process.waits || !verdict_.blob.empty()) {
+    process.otherName = std::make_unique<OtherName>(OtherName{{}, std::string(verdict_.blob)});
+  }
   process.dependsOnExecutable =
       process.executable &&
       (process.isExcluded || process.role != LabRole::none || !isOrdinaryAnyway(sampler_.title()));
   return true;
 }
 
-LabRole RepeatedScan::roleAs(std::string_view name, const CommandLine& line) {
+/// What both looks say: the rules, and the second look beside them.
+second_look::Verdict RepeatedScan::verdictAs(std::string_view name, const CommandLine& line) {
+  const std::string_view exe = exeOf(name);
+  return second_look::verdictOn(exe, line.arguments(), roleOf(exe, line));
+}
+
+/// An executable's name as the rules are asked about it, until the next call.
+std::string_view RepeatedScan::exeOf(std::string_view name) {
   exe_.clear();
   text::appendLowered(text::lastPathComponent(name), exe_);
-  return roleOf(exe_, line);
+  return exe_;
 }
 
 /// Whether a title is that of an ordinary process, be it one argument or several.
@@ -111,7 +147,7 @@ bool RepeatedScan::isOrdinaryAnyway(std::string_view title) {
   const auto isOrdinary = [this](std::string_view joined) {
     const std::string_view name = text::lastPathComponent(words_.front());
     otherLine_.read(words_, joined);
-    return !isExcludedName(name) && roleAs(name, otherLine_) == LabRole::none;
+    return !isExcludedName(name) && verdictAs(name, otherLine_).role == LabRole::none;
   };
   words_.assign(1, title);
   if (!isOrdinary(title)) return false;
@@ -151,19 +187,37 @@ bool RepeatedScan::isListed(KnownProcess& process, double minMemMB) {
 
 void RepeatedScan::makeRow(KnownProcess& process) {
   auto shown = CredentialMask::shown(sampler_.arguments(), sampler_.commandLine());
-  FriendlyName name =
-      shown.arguments ? friendlyName(*shown.arguments, process.role, {})
-                      : nameOf(line_, process.role, CredentialMask::maskedLine(sampler_.name()));
+  std::optional<FriendlyName> name = std::move(verdict_.name);
+  if (shown.arguments) {
+    // The name is made of what may be shown.
+    const auto arguments = viewsOf(*shown.arguments);
+    auto verdict = second_look::verdictOn(exeOf(sampler_.name()), arguments, verdict_.byRules);
+    name = verdict.role == process.role ? std::move(verdict.name) : std::nullopt;
+    if (!name) name = friendlyName(*shown.arguments, process.role, {});
+  } else if (!name) {
+    name = nameOf(line_, process.role, CredentialMask::maskedLine(sampler_.name()));
+  }
+  if (process.waits) process.otherName->ofLauncher = launcherName(sampler_.arguments());
   process.row.make(
-      {.displayName = std::move(name.displayName),
-       .product = std::move(name.product),
+      {.displayName = std::move(name->displayName),
+       .product = std::move(name->product),
        .commandLine = stored(shown.commandLine),
        .labRole = process.role,
        .isCommandLineCut = sampler_.isCut() || shown.commandLine.size() > kLongestStoredLine});
 }
 
+/// Ollama's runners are called after their model, as soon as a manifest tells which it is.
+void RepeatedScan::nameModel(KnownProcess& process) {
+  if (!process.otherName || process.otherName->blob.empty()) return;
+  const auto model = ollama_.nameOf(process.otherName->blob, sampler_.uid());
+  if (!model) return;
+  process.row->displayName = "Ollama: " + basenameModel(*model);
+  process.otherName->blob.clear();
+}
+
 /// What may be another at each scan.
 void RepeatedScan::fillRow(KnownProcess& process, std::span<const VordaLaunchAgent> launchAgents) {
+  nameModel(process);
   VordaProcess& row = *process.row;
   row.pid = process.pid;
   row.memMB = *memMB_;
@@ -171,6 +225,23 @@ void RepeatedScan::fillRow(KnownProcess& process, std::span<const VordaLaunchAge
   row.isProtected = sampler_.uid() != ownUid_;
   row.ownerName = sampler_.ownerName();
   row.identity = sampler_.identity();
+  if (process.waits) giveRole(process);
+}
+
+/// Of a launcher and the program that it waits for one has the role: the launcher only while no
+/// process below it has. Without it, it is listed as any other process.
+void RepeatedScan::leaveRolesToChildren(std::vector<VordaProcess>& processes, double minMemMB) {
+  const auto without = launchersOfOthers(processes, waiting_, tree_);
+  for (const std::int32_t pid : without) {
+    const auto row = std::ranges::find(processes, pid, &VordaProcess::pid);
+    KnownProcess* const process = known_.known(pid);
+    if (row == processes.end() || process == nullptr) continue;
+    takeRole(*process, *row);
+    if (row->isProtected || row->memMB < minMemMB) {
+      process->row.takeBack(std::move(*row));
+      processes.erase(row);
+    }
+  }
 }
 
 }  // namespace ProcessScanner

@@ -13,6 +13,8 @@
 #include "scanner/known_processes.h"
 #include "scanner/process_sampling.h"
 #include "scanner/process_tree.h"
+#include "scanner/second_look/ollama_models.h"
+#include "scanner/second_look/second_look.h"
 #include "scanner/vorda_process.h"
 
 namespace ProcessScanner {
@@ -29,20 +31,26 @@ class RepeatedScan {
 
  private:
   bool learn(KnownProcess& process);
-  LabRole roleAs(std::string_view name, const CommandLine& line);
+  second_look::Verdict verdictAs(std::string_view name, const CommandLine& line);
+  std::string_view exeOf(std::string_view name);
   bool isOrdinaryAnyway(std::string_view title);
   bool isListed(KnownProcess& process, double minMemMB);
   void makeRow(KnownProcess& process);
+  void nameModel(KnownProcess& process);
   void fillRow(KnownProcess& process, std::span<const VordaLaunchAgent> launchAgents);
+  void leaveRolesToChildren(std::vector<VordaProcess>& processes, double minMemMB);
 
   std::uint32_t ownUid_ = 0;
   ProcessSampler sampler_;
   KnownProcesses known_;
   ProcessTree tree_;
+  second_look::OllamaModels ollama_;
+  std::vector<std::int32_t> waiting_;  ///< the pids of the rows that wait
 
   // Of the process that is being looked at.
   bool isRead_ = false;  ///< its command line, into `line_`
   CommandLine line_;
+  second_look::Verdict verdict_;  ///< on that
   std::optional<double> memMB_;
 
   // Buffers.

@@ -58,16 +58,24 @@ TEST(CredentialsInAScan, AreMaskedInTheCommandLine) {
 }
 
 TEST(CredentialsInAScan, LeaveTheRoleAsItIs) {
-  EXPECT_EQ(scanned({"x", "--hf-token", "vllm"}).labRole, LabRole::inference);
+  EXPECT_EQ(scanned({"vllm", "--hf-token", "y"}).labRole, LabRole::inference);
   EXPECT_EQ(scanned({"x", "--hf-token", "y"}).labRole, LabRole::none);
 }
 
-/// A word that is masked tells what the process is, and is not shown.
-TEST(CredentialsInAScan, AreHeardByTheNameThroughTheRoleAlone) {
+/// A credential is no word about the process that is given it.
+TEST(CredentialsInAScan, TellNothingOfTheRole) {
   const auto process = scanned({"python3", "run.py", "--hf-token", "axolotl"});
-  EXPECT_EQ(process.labRole, LabRole::training);
-  EXPECT_EQ(process.displayName, "Model training");
+  EXPECT_EQ(process.labRole, LabRole::none);
+  EXPECT_EQ(process.displayName, "python3");
   EXPECT_EQ(process.commandLine, "python3 run.py --hf-token •••");
+}
+
+/// The model is told by an option whose value is masked: the name does not tell it either.
+TEST(CredentialsInAScan, AreMaskedInTheNameOfAProduct) {
+  const auto process = scanned({"vllm", "serve", "https://u:pass@h/m", "--port", "8000"});
+  EXPECT_EQ(process.labRole, LabRole::inference);
+  EXPECT_EQ(process.product, "vLLM");
+  EXPECT_EQ(process.displayName.find("pass"), std::string::npos);
 }
 
 TEST(CredentialsInAScan, LeaveNameAndProductAsTheyAreWhenTheyHoldNone) {

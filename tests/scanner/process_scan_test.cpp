@@ -44,8 +44,8 @@ TEST_F(ProcessScan, FillsEveryField) {
   machine().loadedLaunchAgents = {{"vllm", 7}};
   EXPECT_THAT(scan(200), ElementsAre(VordaProcess{
                              .pid = 7,
-                             .displayName = "vllm",
-                             .product = "Process",
+                             .displayName = "vLLM: a",
+                             .product = "vLLM",
                              .memMB = 2048.25,
                              .cpu = 0,
                              .commandLine = "/usr/bin/vllm serve --model a --api-key •••",

@@ -74,7 +74,7 @@ TEST_F(RepeatedScan, ReadsACommandLineOnce) {
   EXPECT_THAT(pids(), ElementsAre(3, 4, 1));
   EXPECT_EQ(machine().commandLinesRead, 1) << "what was not listed has no name yet";
   machine().find(3)->arguments = {"jupyter", "lab"};
-  EXPECT_EQ(scanned()[0].displayName, "jupyter");
+  EXPECT_EQ(scanned()[0].displayName, "JupyterLab");
   EXPECT_EQ(machine().commandLinesRead, 1);
 }
 
@@ -119,7 +119,7 @@ TEST_F(RepeatedScan, AsksTheExecutableOfATitleWhereItMatters) {
   setTitle(machine().processes[1], "app --type=renderer", "/bin/app");
   setTitle(machine().processes[2], "app --type=renderer", "/bin/app");
   setTitle(machine().processes[3], "tee --log vllm", "/bin/tee");
-  setTitle(machine().processes[4], "app --type=vllm", "/bin/app");
+  setTitle(machine().processes[4], "app vllm", "/bin/app");
   EXPECT_THAT(pids(), ElementsAre(5, 3));
   EXPECT_THAT(pids(), ElementsAre(5, 3));
   EXPECT_THAT(machine().executablesAsked, ElementsAre(3, 4, 5))
