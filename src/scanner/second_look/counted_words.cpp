@@ -97,10 +97,12 @@ bool takesModel(std::string_view option) {
 
 std::vector<std::string> countedWords(Arguments arguments, const Invocation& invocation) {
   std::vector<std::string> counted;
-  const auto add = [&counted](std::string_view word) { counted.push_back(withOwnTerms(word)); };
+  const auto add = [&counted](std::string_view word) {
+    counted.push_back(withOwnTerms(text::withinBytes(word, kLongestName)));
+  };
 
   // What carries it: names alone.
-  for (std::size_t i = 0; i < std::min(invocation.carriers, kMostArguments); ++i) {
+  for (std::size_t i = 0; i < std::min(invocation.carriers, arguments.size()); ++i) {
     const std::string_view word = arguments[i];
     if (word == "-m") {
       add(word);
@@ -127,7 +129,7 @@ std::vector<std::string> countedWords(Arguments arguments, const Invocation& inv
          invocation.arguments.first(std::min<std::size_t>(invocation.arguments.size(), 2))) {
       const std::string_view code = text::withinBytes(word, budget);
       budget -= code.size();
-      add(code);
+      counted.push_back(withOwnTerms(code));
     }
     return counted;
   }

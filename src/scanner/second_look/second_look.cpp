@@ -1,5 +1,6 @@
 #include "scanner/second_look/second_look.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -205,6 +206,9 @@ class SecondLook {
 
 Verdict verdictOn(std::string_view exe, Arguments arguments, LabRole byRules,
                   const Products& products) {
+  // Nobody says who he is behind hundreds of arguments; whoever writes more costs no more.
+  constexpr std::size_t kMostArguments = 256;
+  arguments = arguments.first(std::min(arguments.size(), kMostArguments));
   if (arguments.empty()) return {.role = byRules, .byRules = byRules};
   if (ProcessScanner::wrapperExecutables().contains(exe)) return {.byRules = byRules};
   return SecondLook(exe, arguments, byRules, products).verdict();
