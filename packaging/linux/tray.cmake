@@ -1,10 +1,10 @@
 # The desktop's half: the tray program, and all by which a desktop knows the program.
 
-install(TARGETS vorda-tray DESTINATION ${VORDA_TRAY_FOLDER} COMPONENT tray_program)
+install(TARGETS vorda-tray DESTINATION ${VORDA_PROGRAM_FOLDER} COMPONENT tray_program)
 
 # The entry names the program by its path, which is known once it is known where to.
 install(CODE "
-  set(VORDA_TRAY_PROGRAM \"\${CMAKE_INSTALL_PREFIX}/${VORDA_TRAY_FOLDER}/vorda-tray\")
+  set(VORDA_TRAY_PROGRAM \"\${CMAKE_INSTALL_PREFIX}/${VORDA_PROGRAM_FOLDER}/vorda-tray\")
   configure_file(\"${CMAKE_CURRENT_SOURCE_DIR}/vorda.desktop.in\"
                  \"${CMAKE_CURRENT_BINARY_DIR}/vorda.desktop\" @ONLY)"
   COMPONENT tray_program)

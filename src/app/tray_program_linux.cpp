@@ -4,9 +4,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 
 #include "app/tray_program.h"
+#include "platform/linux/own_program.h"
 #include "text/display_line.h"
 
 namespace {
@@ -16,15 +16,7 @@ constexpr const char* kName = "vorda-tray";
 }  // namespace
 
 std::string findTrayProgram() {
-  std::error_code error;
-  const auto self = std::filesystem::read_symlink("/proc/self/exe", error);
-  if (error) return {};
-  const auto folder = self.parent_path();
-  for (const auto& candidate :
-       {folder / kName, folder.parent_path() / "libexec" / "vorda" / kName}) {
-    if (access(candidate.c_str(), X_OK) == 0) return candidate.string();
-  }
-  return {};
+  return platform::findOwnProgram(kName);
 }
 
 void becomeTrayProgram(const std::string& path) {

@@ -4,6 +4,7 @@
 #include <cerrno>
 
 #include "control/process_terminator.h"
+#include "platform/gpus.h"
 #include "platform/launch_agents.h"
 #include "platform/memory.h"
 #include "platform/processes.h"
@@ -32,6 +33,12 @@ TEST(UnsupportedPlatform, KnowsNoMemory) {
   EXPECT_EQ(reading.totalBytes, 0);
   EXPECT_FALSE(reading.inUse);
   EXPECT_EQ(SystemMemory::snapshot().totalGB, 0);
+}
+
+TEST(UnsupportedPlatform, KnowsNoCard) {
+  platform::awaitGpus();
+  EXPECT_THAT(platform::readGpus({.isWatched = true}).devices, IsEmpty());
+  EXPECT_THAT(platform::readGpus({}).uses, IsEmpty());
 }
 
 TEST(UnsupportedPlatform, KnowsNoLaunchAgent) {

@@ -3,6 +3,7 @@ set(MACOS_PLATFORM_SOURCES
   applications.mm
   argument_block.cpp
   foundation_text.mm
+  gpus.cpp
   launch_agent_file.mm
   launchctl_list.cpp
   launch_agents.mm

@@ -1,0 +1,106 @@
+#include "platform/linux/gpu_answer.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+#include "platform/linux/file_tree.h"
+#include "text/unicode.h"
+
+namespace platform {
+namespace {
+
+/// Cuts the first word off `line`.
+std::string_view nextWord(std::string_view& line) {
+  const auto blank = line.find(' ');
+  const std::string_view word = line.substr(0, blank);
+  line.remove_prefix(blank == std::string_view::npos ? line.size() : blank + 1);
+  return word;
+}
+
+std::optional<GpuDevice> cardIn(std::string_view line) {
+  constexpr std::size_t kLongestText = 256;
+  const std::string_view id = nextWord(line);
+  const std::string_view total = nextWord(line);
+  const std::string_view used = nextWord(line);
+  if (id.empty() || id.size() > kLongestText) return std::nullopt;
+  GpuDevice card{.id = text::repairedUtf8(id),
+                 .name = text::repairedUtf8(line.substr(0, kLongestText))};
+  if (total == "-" && used == "-") return card;
+  const auto totalBytes = decimal(total);
+  const auto usedBytes = decimal(used);
+  if (!totalBytes || *totalBytes == 0 || !usedBytes) return std::nullopt;
+  card.capacity = {*totalBytes, std::min(*usedBytes, *totalBytes)};
+  return card;
+}
+
+std::optional<int> signedNumber(std::string_view word) {
+  int number = 0;
+  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+  if (error != std::errc() || end != word.data() + word.size()) return std::nullopt;
+  return number;
+}
+
+/// False where the line makes no sense.
+bool takeUse(std::string_view line, GpuAnswer& answer) {
+  const auto device = decimal(nextWord(line));
+  const auto pid = decimal(nextWord(line));
+  const auto bytes = decimal(nextWord(line));
+  if (!device || !pid || !bytes || !line.empty()) return false;
+  const bool isPossible = *device < answer.devices.size() && *pid > 0 &&
+                          *pid <= std::numeric_limits<std::int32_t>::max() && *bytes > 0 &&
+                          *bytes < std::numeric_limits<std::uint64_t>::max();
+  if (isPossible) {
+    answer.uses.push_back(
+        {static_cast<std::int32_t>(*pid), static_cast<std::size_t>(*device), *bytes, 0});
+  }
+  return true;
+}
+
+bool takeLine(std::string_view line, GpuAnswer& answer) {
+  const std::string_view kind = nextWord(line);
+  if (kind == "use") return takeUse(line, answer);
+  if (kind == "error") return (answer.error = signedNumber(line)).has_value();
+  if (kind != "card" || answer.devices.size() == kMostGpuCards) return false;
+  auto card = cardIn(line);
+  if (!card) return false;
+  answer.devices.push_back(std::move(*card));
+  return true;
+}
+
+}  // namespace
+
+std::string cardLine(const GpuDevice& card) {
+  std::string name = card.name;
+  std::replace_if(
+      name.begin(), name.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+  const std::string figures = card.capacity ? std::to_string(card.capacity->totalBytes) + " " +
+                                                  std::to_string(card.capacity->usedBytes)
+                                            : "- -";
+  return "card " + card.id + " " + figures + " " + name + "\n";
+}
+
+std::string useLine(const GpuUse& use) {
+  return "use " + std::to_string(use.device) + " " + std::to_string(use.pid) + " " +
+         std::to_string(use.bytes) + "\n";
+}
+
+std::string errorLine(int error) {
+  return "error " + std::to_string(error) + "\n";
+}
+
+std::optional<GpuAnswer> parseGpuAnswer(std::string_view text) {
+  if (text.size() > kLongestGpuAnswer || !text.ends_with(kLastLine)) return std::nullopt;
+  text.remove_suffix(kLastLine.size());
+  GpuAnswer answer;
+  while (!text.empty()) {
+    const auto lineEnd = text.find('\n');
+    if (lineEnd == std::string_view::npos || !takeLine(text.substr(0, lineEnd), answer)) {
+      return std::nullopt;
+    }
+    text.remove_prefix(lineEnd + 1);
+  }
+  return answer;
+}
+
+}  // namespace platform

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/gpus.h"
+#include "platform/linux/drm_cards.h"
+#include "platform/linux/drm_clients.h"
+#include "platform/linux/file_tree.h"
+#include "platform/linux/gpu_helper.h"
+#include "platform/linux/procfs.h"
+
+namespace platform {
+
+/// What platform/gpus.h promises, from one /sys, one /proc and one vorda-gpu. For one thread.
+class GpuReader {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  struct Options {
+    GpuHelper::Options helper;
+    DrmClients::Options clients;
+    /// findNvidiaLibrary(); asked again after a minute where it finds none.
+    std::function<std::string()> library;
+    std::function<Clock::time_point()> now = Clock::now;
+    std::chrono::seconds interval{10};        ///< between two questions
+    std::chrono::seconds watchedInterval{5};  ///< the same while somebody looks
+    /// How long an answer stands that was followed by none, unless a card sleeps.
+    std::chrono::seconds longestStanding{300};
+    /// Processes have the pids here by which drivers call them.
+    bool pidsAreTheDrivers = true;
+  };
+  GpuReader(const FileTree& sys, const ProcFs& proc, Options options);
+
+  GpuReading read(const GpuQuestion& question);
+  void await();
+
+ private:
+  /// The time of the last question, and whether there may be another.
+  class Pace {
+   public:
+    bool allows(Clock::time_point now, std::chrono::seconds interval);
+
+   private:
+    std::optional<Clock::time_point> last_;
+  };
+
+  const std::string& library(Clock::time_point now);
+  void askDriver(Clock::time_point now);
+  void hearDriver(Clock::time_point now);
+  void askKernel(std::span<const std::int32_t> pids);
+  GpuReading reading() const;
+
+  const FileTree& sys_;
+  Options options_;
+
+  // NVIDIA's, as the driver said.
+  GpuHelper helper_;
+  std::string library_;
+  std::optional<Clock::time_point> lookedForLibrary_;
+  Pace driverPace_;
+  GpuReading nvidia_;
+  Clock::time_point heard_;  ///< when it said so
+
+  // All others, as the kernel said.
+  Pace kernelPace_;
+  std::vector<DrmCard> cards_;
+  DrmClients clients_;
+  /// What kfd told of one process.
+  struct KfdUse {
+    std::int32_t pid = 0;
+    std::string card;  ///< DrmCard::id
+    std::uint64_t bytes = 0;
+    std::uint64_t askedAt = 0;
+  };
+  std::vector<KfdUse> kfd_;
+};
+
+/// Whether this process is in the machine's first pid namespace.
+bool isInFirstPidNamespace();
+
+}  // namespace platform
