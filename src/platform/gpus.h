@@ -52,7 +52,7 @@ struct GpuQuestion {
   /// Somebody looks at the answer now: it may be 5 seconds old, else 10.
   bool isWatched = false;
   /// Of which processes it is wanted most. Where it has to be asked of one process after the
-  /// other, it is asked of these alone.
+  /// other, it is asked of these alone; without any it is not asked.
   std::span<const std::int32_t> pids = {};
 };
 

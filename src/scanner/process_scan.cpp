@@ -67,14 +67,16 @@ std::vector<VordaProcess> scan(double minMemMB) {
   return scan(minMemMB, LaunchAgentScanner::scan());
 }
 
-std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents) {
+std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents,
+                               std::span<const std::int32_t> alsoPids) {
   std::vector<VordaProcess> processes;
-  RepeatedScan().scan(minMemMB, launchAgents, processes);
+  RepeatedScan().scan(minMemMB, launchAgents, processes, alsoPids);
   return processes;
 }
 
 void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents,
-                        std::vector<VordaProcess>& processes) {
+                        std::vector<VordaProcess>& processes,
+                        std::span<const std::int32_t> alsoPids) {
   const std::int32_t ownPid = platform::ownPid();
   ownUid_ = platform::ownUid();
   sampler_.forgetNames();
@@ -89,7 +91,9 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
     const auto fingerprint = sampler_.fingerprint();
     if ((!fingerprint || process.fingerprint != fingerprint) && !learn(process)) continue;
     tree_.add(pid, sampler_.parent());
-    const bool isListed = pid != ownPid && this->isListed(process, minMemMB) && sampler_.confirm();
+    const bool isWanted = std::binary_search(alsoPids.begin(), alsoPids.end(), pid);
+    const double leastMB = isWanted ? 0 : minMemMB;
+    const bool isListed = pid != ownPid && this->isListed(process, leastMB) && sampler_.confirm();
     if (!isListed) {
       process.row.drop();
       continue;
@@ -225,6 +229,7 @@ void RepeatedScan::fillRow(KnownProcess& process, std::span<const VordaLaunchAge
   row.isProtected = sampler_.uid() != ownUid_;
   row.ownerName = sampler_.ownerName();
   row.identity = sampler_.identity();
+  row.startTime = sampler_.startTime();
   if (process.waits) giveRole(process);
 }
 

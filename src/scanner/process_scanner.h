@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <set>
 #include <span>
@@ -31,7 +32,10 @@ std::vector<VordaProcess> scan(double minMemMB);
 
 /// The same for a caller that has asked already what starts by itself: `launchAgents` are all that
 /// LaunchAgentScanner::scan() has found, for the labels of those that run as a process.
-std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents);
+/// `alsoPids`, ascending: of the user's own ordinary processes these are listed whatever their
+/// memory.
+std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents,
+                               std::span<const std::int32_t> alsoPids = {});
 
 // What a process is: role_classification.cpp, training_detection.cpp.
 

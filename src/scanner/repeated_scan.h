@@ -24,10 +24,10 @@ namespace ProcessScanner {
 /// is, it allocates nothing.
 class RepeatedScan {
  public:
-  /// Puts what ProcessScanner::scan(minMemMB, launchAgents) returns into `processes`: empty at
-  /// first, then the list of the last scan, from which processes may have been taken.
+  /// Puts what ProcessScanner::scan(minMemMB, launchAgents, alsoPids) returns into `processes`:
+  /// empty at first, then the list of the last scan, from which processes may have been taken.
   void scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents,
-            std::vector<VordaProcess>& processes);
+            std::vector<VordaProcess>& processes, std::span<const std::int32_t> alsoPids = {});
 
  private:
   bool learn(KnownProcess& process);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "scanner/gpu_memory.h"
 #include "scanner/lab_role.h"
 
 /// One sampled process, as the menu shows it. A plain value. Two samples of one process whose
@@ -29,6 +30,10 @@ struct VordaProcess {
   std::optional<std::uint64_t> identity = std::nullopt;
   std::size_t processesBelow = 0;  ///< its children, their children, and so on
   bool isCommandLineCut = false;   ///< the process has more arguments than `commandLine` holds
+  /// platform::ProcessFacts::startTime.
+  std::optional<std::uint64_t> startTime = std::nullopt;
+  /// What it holds of graphics cards' memory; none when it holds nothing, or that isn't known.
+  std::optional<GpuMemory> gpuMemory = std::nullopt;
 
   /// The same from one sample to the next.
   std::int32_t id() const { return pid; }

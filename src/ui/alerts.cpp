@@ -9,6 +9,7 @@
 #include "scanner/vorda_process.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
+#include "ui/gpu_lines.h"
 
 std::vector<std::string> Alert::shownButtons() const {
   return buttons.empty() ? std::vector<std::string>{"OK"} : buttons;
@@ -35,6 +36,12 @@ std::string shownCommand(const VordaProcess& process) {
             std::to_string(text::characterCount(shown)) + " characters.";
   }
   return text;
+}
+
+std::string gpuLinesBelow(const VordaProcess& process) {
+  std::string lines;
+  for (const std::string& line : gpuLines(process)) lines += "\n" + line;
+  return lines;
 }
 
 std::string systemMonitor() {
@@ -80,8 +87,9 @@ Alert details(const VordaProcess& process) {
   return {.messageText = text::displayName(process.displayName),
           .informativeText =
               "Memory: " + MemoryFormat::detail(process.memMB) + "  (" + systemMonitor() +
-              " scale)\nKind: " + text::displayName(process.product) + "\nPID: " +
-              std::to_string(process.pid) + "\nOwner: " + text::displayName(process.ownerName) +
+              " scale)\nKind: " + text::displayName(process.product) +
+              "\nPID: " + std::to_string(process.pid) +
+              "\nOwner: " + text::displayName(process.ownerName) + gpuLinesBelow(process) +
               (process.isProtected ? "\n\nProtected: cannot Force Quit from Vorda." : "") +
               "\n\nCommand:\n" + shownCommand(process)};
 }

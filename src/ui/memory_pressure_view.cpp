@@ -12,10 +12,10 @@ constexpr double kDividerWidth = 1;
 
 constexpr double kGlossRadius = 4;
 
-void drawSegments(Canvas& canvas, const Rectangle& track, const MemoryPressureView& view) {
-  const double scale = view.scale();
+void drawSegments(Canvas& canvas, const Rectangle& track, std::span<const Segment> segments) {
+  const double scale = scaleOf(segments);
   double x = track.minX();
-  for (const Segment& segment : view.segments) {
+  for (const Segment& segment : segments) {
     const double width = scale * segment.fraction * track.width;
     if (width <= kNarrowestSegment) continue;
     canvas.fillRect({x, track.minY(), width, track.height}, segment.color.withAlpha(kSegmentAlpha));
@@ -24,6 +24,26 @@ void drawSegments(Canvas& canvas, const Rectangle& track, const MemoryPressureVi
     x += width;
     if (x >= track.maxX()) break;
   }
+}
+
+void drawTrack(Canvas& canvas, const Rectangle& track, std::span<const Segment> segments,
+               double pressure) {
+  if (track.width <= kSmallestTrack || track.height <= kSmallestTrack) return;
+
+  const double radius = track.height / 2;
+  canvas.fillRoundedRect(track, radius, Color::white(0.12, 0.85));
+  canvas.strokeRoundedRect(track, radius, Color::white(1, 0.12), 1);
+
+  canvas.saveState();
+  canvas.clipToRoundedRect(track, radius);
+  drawSegments(canvas, track, segments);
+  const double pressureWidth = MemoryPressureView::kPressureShare * track.width;
+  canvas.fillRect({track.maxX() - pressureWidth, track.minY(), pressureWidth, track.height},
+                  pressureColor(pressureLevel(pressure)));
+  canvas.restoreState();
+
+  const Rectangle gloss{track.minX() + 1, track.midY(), track.width - 2, track.height * 0.5 - 1};
+  canvas.fillRoundedRect(gloss, kGlossRadius, Color::white(1, 0.06));
 }
 
 }  // namespace
@@ -45,28 +65,20 @@ Color pressureColor(PressureLevel level) {
   return {1.0, 0.35, 0.3, 0.45};
 }
 
-double MemoryPressureView::scale() const {
+double scaleOf(std::span<const Segment> segments) {
   double sum = 0;
   for (const Segment& segment : segments) sum += segment.fraction;
   return sum > 1 ? 1 / sum : 1;
 }
 
 void MemoryPressureView::draw(Canvas& canvas, const Rectangle& bounds) const {
-  const Rectangle track = bounds.insetBy(kInsetX, kInsetY);
-  if (track.width <= kSmallestTrack || track.height <= kSmallestTrack) return;
-
-  const double radius = track.height / 2;
-  canvas.fillRoundedRect(track, radius, Color::white(0.12, 0.85));
-  canvas.strokeRoundedRect(track, radius, Color::white(1, 0.12), 1);
-
-  canvas.saveState();
-  canvas.clipToRoundedRect(track, radius);
-  drawSegments(canvas, track, *this);
-  const double pressureWidth = kPressureShare * track.width;
-  canvas.fillRect({track.maxX() - pressureWidth, track.minY(), pressureWidth, track.height},
-                  pressureColor(pressureLevel(pressure)));
-  canvas.restoreState();
-
-  const Rectangle gloss{track.minX() + 1, track.midY(), track.width - 2, track.height * 0.5 - 1};
-  canvas.fillRoundedRect(gloss, kGlossRadius, Color::white(1, 0.06));
+  Rectangle own = bounds;
+  if (gpu) {
+    own.y += kGpuHeight;
+    own.height -= kGpuHeight;
+    Rectangle below = bounds.insetBy(kInsetX, kInsetY);
+    below.height = kGpuHeight - kInsetY;
+    drawTrack(canvas, below, gpu->segments, gpu->pressure);
+  }
+  drawTrack(canvas, own.insetBy(kInsetX, kInsetY), segments, pressure);
 }

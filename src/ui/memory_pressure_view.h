@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -31,8 +33,21 @@ struct Segment {
   bool operator==(const Segment&) const = default;
 };
 
-/// The strip: who holds the memory, one coloured segment per large process, and the pressure at the
-/// right end, as a colour.
+/// The share of its track that one unit of fraction takes: 1, or less when the segments would
+/// overflow.
+double scaleOf(std::span<const Segment> segments);
+
+/// A thinner track below the strip's: who holds the cards' memory.
+struct GpuTrack {
+  std::vector<Segment> segments;  ///< left to right; fractions of all cards' memory together
+  double pressure = 0;            ///< used memory divided by all memory, 0 to 1
+
+  /// Field by field.
+  bool operator==(const GpuTrack&) const = default;
+};
+
+/// The strip: the track of the machine's memory, with the pressure at its right end, as a colour;
+/// below it, where there are graphics cards, a thinner one of theirs.
 class MemoryPressureView {
  public:
   /// The size that it asks for, in points.
@@ -45,20 +60,25 @@ class MemoryPressureView {
   static constexpr double kItemWidth = 304;
   static constexpr double kItemHeight = 40;
   ///@}
+  /// So much more height it has with a track of the cards.
+  static constexpr double kGpuHeight = 16;
 
   /// How much of the track the pressure covers, at its right end.
   static constexpr double kPressureShare = 0.08;
 
-  std::vector<Segment> segments;  ///< left to right
-  double pressure = 0;            ///< used memory divided by all memory, 0 to 1
+  std::vector<Segment> segments;               ///< left to right
+  double pressure = 0;                         ///< used memory divided by all memory, 0 to 1
+  std::optional<GpuTrack> gpu = std::nullopt;  ///< none without a card
+
+  /// The height that its place in the menu has.
+  double itemHeight() const { return kItemHeight + (gpu ? kGpuHeight : 0); }
 
   /// Draws the strip into `bounds`. Segments that would overflow the track together are shrunk
   /// to fit; they are never stretched.
   void draw(Canvas& canvas, const Rectangle& bounds) const;
 
-  /// The share of the track that one unit of fraction takes: 1, or less when the segments
-  /// would overflow.
-  double scale() const;
+  /// scaleOf() its segments.
+  double scale() const { return scaleOf(segments); }
 
   bool operator==(const MemoryPressureView&) const = default;
 };

@@ -25,9 +25,10 @@ using Items = std::vector<MenuItem>;
 
 constexpr double kGBPerMB = 0.0009765625;
 
-MenuItem stripItem(const SystemMemory::Snapshot& sys, const ProcessList& bySize) {
+MenuItem stripItem(const MenuContent& content, const ProcessList& bySize) {
   auto strip = std::make_shared<MemoryPressureView>();
-  applyPressureStrip(*strip, sys, ProcessLists::first(bySize, kMaxStripSegments));
+  applyPressureStrip(*strip, content.sys, ProcessLists::first(bySize, kMaxStripSegments));
+  if (content.gpus != nullptr) strip->gpu = gpuTrack(*content.gpus, kMaxStripSegments);
   return {.kind = MenuItem::Kind::strip, .enabled = false, .strip = std::move(strip)};
 }
 
@@ -37,15 +38,43 @@ std::string roleSummary(const std::string& title, const ProcessList& list) {
          text::format("  %zu  ·  %.1f GB", list.size(), ProcessLists::totalMB(list) * kGBPerMB);
 }
 
-void addSummary(Items& items, const SystemMemory::Snapshot& sys, const ProcessList& bySize,
+std::string usage(const std::string& what, double usedGB, double totalGB) {
+  return what + text::format("  %4.1f / %.0f GB used", usedGB, totalGB);
+}
+
+/// A line for each card, and for more than there is room for their sum.
+void addGpuLines(Items& items, const std::vector<GpuCard>& cards) {
+  GpuCard sum;
+  for (std::size_t i = 0; i < cards.size(); ++i) {
+    sum.usedGB += cards[i].usedGB;
+    sum.totalGB += cards[i].totalGB;
+    if (i >= kMaxGpuLines) continue;
+    items.push_back(label(usage("GPU", cards[i].usedGB, cards[i].totalGB)));
+    items.back().toolTip = text::displayName(cards[i].name);
+  }
+  if (cards.size() <= kMaxGpuLines) return;
+  items.push_back(
+      label(usage("All " + std::to_string(cards.size()) + " GPUs", sum.usedGB, sum.totalGB)));
+}
+
+MenuItem largestLine(const char* beginning, double memMB, const VordaProcess& largest) {
+  MenuItem item = named(beginning + MemoryFormat::compact(memMB) + "  ",
+                        text::shortened(text::displayName(largest.displayName), 34, 32), {});
+  item.enabled = false;
+  return item;
+}
+
+void addSummary(Items& items, const MenuContent& content, const ProcessList& bySize,
                 const ProcessList& training, const ProcessList& servers) {
   constexpr double kLeastLargestMB = 100;
-  items.push_back(label(text::format("System  %4.1f / %.0f GB used", sys.usedGB, sys.totalGB)));
+  items.push_back(label(usage("System", content.sys.usedGB, content.sys.totalGB)));
+  if (content.gpus != nullptr) addGpuLines(items, content.gpus->cards);
   if (!bySize.empty() && bySize.front()->memMB >= kLeastLargestMB) {
-    const VordaProcess& largest = *bySize.front();
-    items.push_back(named(kLargestSummary + MemoryFormat::compact(largest.memMB) + "  ",
-                          text::shortened(text::displayName(largest.displayName), 34, 32), {}));
-    items.back().enabled = false;
+    items.push_back(largestLine(kLargestSummary, bySize.front()->memMB, *bySize.front()));
+  }
+  if (content.gpus != nullptr && !content.gpus->processes.empty()) {
+    const VordaProcess& largest = content.gpus->processes.front();
+    items.push_back(largestLine(kLargestOnGpuSummary, largest.gpuMemory->memMB, largest));
   }
   items.push_back(label(roleSummary(kTrainingSummary, training)));
   items.push_back(label(roleSummary(kServersSummary, servers)));
@@ -66,12 +95,17 @@ void addTopSection(Items& items, const ProcessList& bySize, const QuitRequests* 
   addProcessItems(items, ProcessLists::first(bySize, kMaxTopRAM), quits);
 }
 
-void addRoleSection(Items& items, const char* header, const ProcessList& list,
-                    const QuitRequests* quits) {
+void addSection(Items& items, const char* header, const ProcessList& list,
+                const QuitRequests* quits) {
   if (list.empty()) return;
   items.push_back(separator());
   items.push_back(label(header));
-  addProcessItems(items, ProcessLists::first(list, kMaxAI), quits);
+  addProcessItems(items, list, quits);
+}
+
+void addRoleSection(Items& items, const char* header, const ProcessList& list,
+                    const QuitRequests* quits) {
+  addSection(items, header, ProcessLists::first(list, kMaxAI), quits);
 }
 
 std::optional<LaunchAgentOperation::Kind> operationOf(
@@ -109,6 +143,21 @@ void addCommands(Items& items) {
 
 }  // namespace
 
+std::vector<std::int32_t> shownPids(const std::vector<VordaProcess>& processes) {
+  const ProcessList bySize = ProcessLists::byMemory(processes);
+  std::vector<std::int32_t> pids;
+  const auto add = [&pids](const ProcessList& list) {
+    for (const VordaProcess* process : list) pids.push_back(process->pid);
+  };
+  add(ProcessLists::first(bySize, kMaxTopRAM));
+  for (const LabRole role : {LabRole::training, LabRole::inference, LabRole::agent}) {
+    add(ProcessLists::first(ProcessLists::ofRole(bySize, role), kMaxAI));
+  }
+  std::sort(pids.begin(), pids.end());
+  pids.erase(std::unique(pids.begin(), pids.end()), pids.end());
+  return pids;
+}
+
 Menu build(const MenuContent& content) {
   const ProcessList bySize = ProcessLists::byMemory(content.processes);
   const ProcessList training = ProcessLists::ofRole(bySize, LabRole::training);
@@ -117,9 +166,12 @@ Menu build(const MenuContent& content) {
 
   Menu menu;
   Items& items = menu.items;
-  items.push_back(stripItem(content.sys, bySize));
-  addSummary(items, content.sys, bySize, training, servers);
+  items.push_back(stripItem(content, bySize));
+  addSummary(items, content, bySize, training, servers);
   addTopSection(items, bySize, content.quits);
+  if (content.gpus != nullptr) {
+    addSection(items, kTopGpuHeader, ProcessLists::all(content.gpus->processes), content.quits);
+  }
   addRoleSection(items, kTrainingHeader, training, content.quits);
   addRoleSection(items, kServersHeader, servers, content.quits);
   addRoleSection(items, kToolsHeader, agentProcesses, content.quits);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -8,6 +9,7 @@
 
 #include "launch_agents/launch_agent_operation.h"
 #include "launch_agents/vorda_launch_agent.h"
+#include "scanner/gpu_sample.h"
 #include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
 #include "ui/menu.h"
@@ -21,6 +23,7 @@ struct MenuContent {
   const QuitRequests* quits = nullptr;                ///< the requests to quit, if there are any
   /// What launch agents are being asked to do; those that have ended count no more.
   std::span<const LaunchAgentOperation> launchAgentOperations = {};
+  const GpuSample* gpus = nullptr;  ///< what graphics cards hold, where there are any
 };
 
 /// Builds the menu from what was sampled, and from nothing else.
@@ -32,11 +35,13 @@ inline constexpr std::size_t kMaxTopRAM = 8;
 inline constexpr std::size_t kMaxAI = 12;  ///< in each AI section
 inline constexpr std::size_t kMaxLaunchAgents = 6;
 inline constexpr std::size_t kMaxStripSegments = 6;
+inline constexpr std::size_t kMaxGpuLines = 4;  ///< cards of which each has a line of its own
 ///@}
 
 /// What stands above a section's rows.
 ///@{
 inline constexpr const char* kTopHeader = "— Top RAM (colors match graph) —";
+inline constexpr const char* kTopGpuHeader = "— Top GPU —";
 inline constexpr const char* kTrainingHeader = "— Training & fine-tunes (LoRA, SFT, …) —";
 inline constexpr const char* kServersHeader = "— Model servers —";
 inline constexpr const char* kToolsHeader = "— Agents & tools —";
@@ -45,12 +50,16 @@ inline constexpr const char* kLaunchAgentsHeader = "— Auto-start agents —";
 /// The beginnings of the summary's lines that add up a section.
 ///@{
 inline constexpr const char* kLargestSummary = "Largest ";
+inline constexpr const char* kLargestOnGpuSummary = "Largest on GPU  ";
 inline constexpr const char* kTrainingSummary = "Training / fine-tunes";
 inline constexpr const char* kServersSummary = "Model servers";
 ///@}
 
 /// Every item of the root menu; the first is the strip's.
 Menu build(const MenuContent& content);
+
+/// The processes that would have a row but for what graphics cards hold, by pid.
+std::vector<std::int32_t> shownPids(const std::vector<VordaProcess>& processes);
 
 /// A process's row and its submenu. The lines of `asked` are shown above "Quit".
 MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked = {});

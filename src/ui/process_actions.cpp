@@ -89,7 +89,9 @@ void StatusBarController::removeFromListOptimistically(std::int32_t pid) {
   // The menu is closed before the process is removed here: a front end may report the closing at
   // once, and the refresh that follows may still find the process.
   frontEnd_.cancelTracking();
-  std::erase_if(processes_, [pid](const VordaProcess& process) { return process.pid == pid; });
+  const auto isMeant = [pid](const VordaProcess& process) { return process.pid == pid; };
+  std::erase_if(processes_, isMeant);
+  std::erase_if(gpus_.processes, isMeant);
   rebuildMenu();
 }
 
@@ -104,9 +106,13 @@ void StatusBarController::schedulePostQuitRescans() {
 /// Each quit has a clock of its own, so that another quit, which restarts the re-scans, does not
 /// stop it.
 void StatusBarController::startQuitClock(const ProcessReference& process) {
-  const auto shown = std::ranges::find(processes_, process.pid, &VordaProcess::pid);
-  const bool isAsked =
-      quitRequests_.add(process, shown == processes_.end() ? "process" : shown->displayName);
+  std::string name = "process";
+  for (const auto* list : {&gpus_.processes, &processes_}) {
+    for (const VordaProcess& one : *list) {
+      if (one.pid == process.pid) name = one.displayName;
+    }
+  }
+  const bool isAsked = quitRequests_.add(process, name);
   updateNotice();
   if (!isAsked) return;
   const std::uint64_t askedAt = quitRequests_.askedAt(process);

@@ -1,9 +1,11 @@
 #include <string>
+#include <utility>
 
 #include "platform/words.h"
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
+#include "ui/gpu_lines.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
 #include "ui/process_color.h"
@@ -29,16 +31,25 @@ struct Words {
   std::string owner;
 };
 
+std::string gpuEnding(const VordaProcess& process) {
+  if (!process.gpuMemory) return {};
+  return std::string(RowParts::kSeparator) + "GPU " +
+         MemoryFormat::compact(process.gpuMemory->memMB);
+}
+
 MenuItem processRow(const VordaProcess& process, const Words& words) {
   return named(process.labRole == LabRole::none ? "" : "★ ", text::shortened(words.name, 42, 41),
                RowParts::kSeparator + MemoryFormat::compact(process.memMB) +
-                   (process.isProtected ? " 🔒" : ""));
+                   (process.isProtected ? " 🔒" : "") + gpuEnding(process));
 }
 
 std::string processToolTip(const VordaProcess& process, const Words& words) {
-  return words.name + "\n" + MemoryFormat::detail(process.memMB) + " · " + words.product +
-         " · pid " + std::to_string(process.pid) + "\nOwner: " + words.owner +
-         (process.isProtected ? " (protected)" : "") + "\nColor matches the pressure strip above.";
+  std::string lines = words.name + "\n" + MemoryFormat::detail(process.memMB) + " · " +
+                      words.product + " · pid " + std::to_string(process.pid) +
+                      "\nOwner: " + words.owner + (process.isProtected ? " (protected)" : "") +
+                      "\nColor matches the pressure strip above.";
+  for (const std::string& line : gpuLines(process)) lines += "\n" + line;
+  return lines;
 }
 
 /// The processes below, which mostly end together with this one.
@@ -58,6 +69,7 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& w
   items.push_back(
       label(MemoryFormat::detail(process.memMB) + " · pid " + std::to_string(process.pid)));
   items.push_back(label(words.product + (process.isProtected ? " · " + words.owner : "")));
+  for (std::string& line : gpuLines(process)) items.push_back(label(std::move(line)));
   items.push_back(separator());
   if (process.isProtected) {
     items.push_back(label("Protected (" + words.owner + ") — cannot quit from Vorda"));

@@ -6,10 +6,15 @@
 
 namespace ProcessLists {
 
-ProcessList byMemory(const std::vector<VordaProcess>& sample) {
+ProcessList all(const std::vector<VordaProcess>& sample) {
   ProcessList list;
   list.reserve(sample.size());
   for (const VordaProcess& process : sample) list.push_back(&process);
+  return list;
+}
+
+ProcessList byMemory(const std::vector<VordaProcess>& sample) {
+  ProcessList list = all(sample);
   std::ranges::stable_sort(list, std::ranges::greater(), &VordaProcess::memMB);
   return list;
 }

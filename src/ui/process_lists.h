@@ -10,6 +10,9 @@ using ProcessList = std::vector<const VordaProcess*>;
 
 namespace ProcessLists {
 
+/// All processes, in the sample's order.
+ProcessList all(const std::vector<VordaProcess>& sample);
+
 /// All processes, largest first; equals in the sample's order.
 ProcessList byMemory(const std::vector<VordaProcess>& sample);
 

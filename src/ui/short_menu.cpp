@@ -14,11 +14,13 @@ namespace ShortMenu {
 namespace {
 
 using Items = std::vector<MenuItem>;
+using MenuConstruction::kLargestOnGpuSummary;
 using MenuConstruction::kLargestSummary;
 using MenuConstruction::kLaunchAgentsHeader;
 using MenuConstruction::kServersHeader;
 using MenuConstruction::kServersSummary;
 using MenuConstruction::kToolsHeader;
+using MenuConstruction::kTopGpuHeader;
 using MenuConstruction::kTopHeader;
 using MenuConstruction::kTrainingHeader;
 using MenuConstruction::kTrainingSummary;
@@ -75,7 +77,8 @@ void addSection(Items& items, const Items& summary, std::string_view beginning,
                 std::string_view header, const Items& rows, std::size_t limit) {
   if (rows.empty()) return;
   const auto line = std::ranges::find_if(summary, [beginning](const auto& item) {
-    return !beginning.empty() && item.title.starts_with(beginning);
+    return !beginning.empty() && item.title.starts_with(beginning) &&
+           (beginning == kLargestOnGpuSummary || !item.title.starts_with(kLargestOnGpuSummary));
   });
   items.push_back(
       sectionItem(line != summary.end() ? *line : MenuBuilders::label(bare(header)), rows, limit));
@@ -117,7 +120,8 @@ Menu of(const Menu& full, Room room) {
     addSection(items, lines, kLargestSummary, kTopHeader, largest, limit);
   }
   for (const auto& [header, summarised] :
-       {std::pair{kTrainingHeader, kTrainingSummary}, std::pair{kServersHeader, kServersSummary},
+       {std::pair{kTopGpuHeader, kLargestOnGpuSummary},
+        std::pair{kTrainingHeader, kTrainingSummary}, std::pair{kServersHeader, kServersSummary},
         std::pair{kToolsHeader, ""}, std::pair{kLaunchAgentsHeader, ""}}) {
     addSection(items, lines, summarised, header, section(full, header), limit);
   }

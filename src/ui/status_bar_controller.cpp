@@ -90,7 +90,10 @@ void StatusBarController::refreshNow() {
 
 void StatusBarController::sample() {
   allLaunchAgents_ = LaunchAgentScanner::scan();
-  scan_.scan(kMinMemMB, allLaunchAgents_, processes_);
+  const std::vector<std::int32_t> holders = GpuSampling::holders(menuIsOpen_);
+  scan_.scan(kMinMemMB, allLaunchAgents_, processes_, holders);
+  gpus_ = GpuSampling::take(processes_, kMinMemMB, menuIsOpen_,
+                            MenuConstruction::shownPids(processes_));
   launchAgents_.clear();
   std::ranges::copy_if(
       allLaunchAgents_, std::back_inserter(launchAgents_), [](const VordaLaunchAgent& launchAgent) {
@@ -109,13 +112,18 @@ void StatusBarController::updateStrip() {
   MemoryPressureView& strip = *rootMenu_->items.front().strip;
   const ProcessList top =
       ProcessLists::first(ProcessLists::byMemory(processes_), MenuConstruction::kMaxStripSegments);
-  if (applyPressureStrip(strip, SystemMemory::snapshot(), top)) frontEnd_.stripChanged(strip);
+  // One that is not there, or not any more, comes or goes when the menu is built.
+  const auto gpus = gpuTrack(gpus_, MenuConstruction::kMaxStripSegments);
+  const bool hasGpus = strip.gpu && gpus;
+  if (hasGpus) strip.gpu = gpus;
+  const bool isKnown = applyPressureStrip(strip, SystemMemory::snapshot(), top);
+  if (isKnown || hasGpus) frontEnd_.stripChanged(strip);
 }
 
 void StatusBarController::rebuildMenu() {
   rootMenu_ = std::make_shared<const Menu>(
       MenuConstruction::build({processes_, launchAgents_, SystemMemory::snapshot(), &quitRequests_,
-                               launchAgentOperations_}));
+                               launchAgentOperations_, &gpus_}));
   frontEnd_.menuRebuilt(rootMenu_);
 }
 

@@ -9,6 +9,7 @@
 
 #include "launch_agents/launch_agent_operation.h"
 #include "launch_agents/vorda_launch_agent.h"
+#include "scanner/gpu_sample.h"
 #include "scanner/repeated_scan.h"
 #include "scanner/vorda_process.h"
 #include "ui/alerts.h"
@@ -113,6 +114,7 @@ class StatusBarController : public MenuDelegate {
   std::shared_ptr<ScheduledWork> refreshTimer_;
   ProcessScanner::RepeatedScan scan_;
   std::vector<VordaProcess> processes_;
+  GpuSample gpus_;
   std::vector<VordaLaunchAgent> allLaunchAgents_;  ///< as they were scanned
   std::vector<VordaLaunchAgent> launchAgents_;     ///< those of interest
   /// Under way, or ended and not told yet.

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+
+#include "scanner/gpu_sample.h"
 #include "scanner/system_memory.h"
 #include "ui/memory_pressure_view.h"
 #include "ui/process_lists.h"
@@ -9,3 +13,7 @@
 /// stays as it was, when the machine's memory is not known.
 bool applyPressureStrip(MemoryPressureView& strip, const SystemMemory::Snapshot& sys,
                         const ProcessList& top);
+
+/// The strip's track of the cards: a segment for each of the first `most` processes that holds more
+/// than 0.2 % of the cards' memory together. None where it is not known how much they have.
+std::optional<GpuTrack> gpuTrack(const GpuSample& gpus, std::size_t most);

@@ -80,6 +80,16 @@ std::vector<ModelManifest> readModelManifests(const std::string& modelFolder, st
   return found == scripted.modelManifests.end() ? std::vector<ModelManifest>() : found->second;
 }
 
+GpuReading readGpus(const GpuQuestion& question) {
+  scripted.gpusAreWatched = question.isWatched;
+  scripted.pidsOnGpus.assign(question.pids.begin(), question.pids.end());
+  return scripted.nextCallFails() ? GpuReading() : scripted.gpus;
+}
+
+void awaitGpus() {
+  ++scripted.gpusAwaited;
+}
+
 std::span<const std::int32_t> allPids() {
   ++scripted.pidListings;
   if (scripted.nextCallFails()) return {};

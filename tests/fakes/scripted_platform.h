@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/gpus.h"
 #include "platform/launch_agents.h"
 #include "platform/memory.h"
 #include "platform/model_manifests.h"
@@ -53,6 +54,8 @@ struct ScriptedPlatform {
   platform::MemoryReading memory{16 * 1073741824.0,
                                  platform::MemoryInUse{8 * 1073741824.0, 4 * 1073741824.0}};
 
+  platform::GpuReading gpus;
+
   std::vector<platform::LaunchAgentFile> launchAgentFiles;
   platform::LoadedLaunchAgents loadedLaunchAgents;
   std::uint64_t loadedAskedAt = 1'000'000'000;  ///< platform::LaunchAgentAnswer::askedAt
@@ -94,6 +97,9 @@ struct ScriptedPlatform {
   std::vector<ScriptedSignal> signals;
   std::vector<std::string> serviceCalls;  ///< "stop LABEL 1", "start LABEL 2", …
   int launchAgentFileListings = 0;
+  bool gpusAreWatched = false;           ///< the last question about them
+  std::vector<std::int32_t> pidsOnGpus;  ///< whom the last question about them was about
+  int gpusAwaited = 0;
   int pidListings = 0;
   int commandLinesRead = 0;
   std::vector<std::int32_t> executablesAsked;  ///< but for those asked with a command line

@@ -51,6 +51,23 @@ TEST(MemoryPressureView, DrawsWhereItIsTold) {
                           "fillRoundedRect (111 66 98 9) r4 rgba(1 1 1 0.06)"));
 }
 
+TEST(MemoryPressureView, DrawsAThinnerTrackOfTheCardsBelow) {
+  MemoryPressureView view;
+  const Commands alone = drawn(view, {0, 16, 280, 36});
+  view.gpu = GpuTrack{{{0.5, kBlue, "a"}}, 0.9};
+  const Commands both = drawn(view, {0, 0, 280, 52});
+  const Commands below(both.begin(), both.end() - static_cast<std::ptrdiff_t>(alone.size()));
+  EXPECT_THAT(below, ElementsAre("fillRoundedRect (10 6 260 10) r5 rgba(0.12 0.12 0.12 0.85)",
+                                 "strokeRoundedRect (10 6 260 10) r5 rgba(1 1 1 0.12) w1",
+                                 "saveState", "clipToRoundedRect (10 6 260 10) r5",
+                                 "fillRect (10 6 130 10) rgba(0 0 1 0.92)",
+                                 "fillRect (139 6 1 10) rgba(0 0 0 0.25)",
+                                 "fillRect (249.2 6 20.8 10) rgba(1 0.35 0.3 0.45)", "restoreState",
+                                 "fillRoundedRect (11 11 258 4) r4 rgba(1 1 1 0.06)"));
+  // And the strip itself as without cards.
+  EXPECT_EQ(Commands(both.begin() + static_cast<std::ptrdiff_t>(below.size()), both.end()), alone);
+}
+
 TEST(MemoryPressureView, DrawsSegmentsFromLeftToRightEachWithADivider) {
   EXPECT_THAT(
       segmentsDrawn({{0.25, kBlue, "a"}, {0.1, kRed, "b"}}),

@@ -60,7 +60,7 @@ TEST_P(SegmentLength, IsTheShareOfTheTrack) {
   for (const double fraction : GetParam().fractions) strip.segments.push_back({fraction});
   std::vector<std::size_t> lengths;
   for (std::size_t place = 0; place < strip.segments.size(); ++place) {
-    lengths.push_back(segmentLength(strip, place, GetParam().columns));
+    lengths.push_back(segmentLength(strip.segments, place, GetParam().columns));
   }
   EXPECT_EQ(lengths, GetParam().lengths);
 }

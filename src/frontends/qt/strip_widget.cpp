@@ -11,9 +11,14 @@ StripWidget::StripWidget(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
 }
 
+QSize StripWidget::sizeHint() const {
+  return {kWidth, strip_ ? static_cast<int>(strip_->itemHeight()) : kHeight};
+}
+
 void StripWidget::setStrip(std::shared_ptr<const MemoryPressureView> strip) {
   strip_ = std::move(strip);
   setAccessibleName(strip_ ? toQString(stripDescription(*strip_)) : QString());
+  updateGeometry();
   update();
 }
 

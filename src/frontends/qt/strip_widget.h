@@ -8,7 +8,7 @@
 /// The strip as a widget, as wide as its place. Screen readers hear it in words.
 class StripWidget : public QWidget {
  public:
-  /// The size that the menu gives the strip.
+  /// The size that the menu gives the strip; more height with the track of graphics cards.
   static constexpr int kWidth = static_cast<int>(MemoryPressureView::kItemWidth);
   static constexpr int kHeight = static_cast<int>(MemoryPressureView::kItemHeight);
 
@@ -17,7 +17,7 @@ class StripWidget : public QWidget {
   /// Draws this strip from now on, starting at once.
   void setStrip(std::shared_ptr<const MemoryPressureView> strip);
 
-  QSize sizeHint() const override { return {kWidth, kHeight}; }
+  QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
 
  protected:

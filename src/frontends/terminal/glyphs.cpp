@@ -40,6 +40,7 @@ Glyphs Glyphs::unicode() {
   glyphs.ellipsis = "…";
   glyphs.divider = "▕";
   glyphs.emptyTrack = "·";
+  glyphs.thin = "▀";
   glyphs.pressureLow = "░";
   glyphs.pressureMedium = "▒";
   glyphs.pressureHigh = "▓";
@@ -60,6 +61,7 @@ Glyphs Glyphs::ascii() {
   glyphs.ellipsis = "...";
   glyphs.divider = " ";
   glyphs.emptyTrack = ".";
+  glyphs.thin = " ";
   glyphs.pressureLow = "-";
   glyphs.pressureMedium = "=";
   glyphs.pressureHigh = "#";

@@ -15,6 +15,7 @@ class Glyphs {
   std::string_view ellipsis;    ///< what was cut off
   std::string_view divider;     ///< at the right end of a segment
   std::string_view emptyTrack;  ///< memory that no segment of the strip covers
+  std::string_view thin;  ///< a track that is half as high; " " where there is no glyph for it
   std::string_view pressureLow;
   std::string_view pressureMedium;
   std::string_view pressureHigh;

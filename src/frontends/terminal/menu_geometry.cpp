@@ -18,6 +18,10 @@ int ruleHeight(Size size) {
   return size.height >= kRoomyHeight ? 1 : 0;
 }
 
+int gpuTrackHeight(const MenuView& view) {
+  return view.strip() != nullptr && view.strip()->gpu ? 1 : 0;
+}
+
 int toolTipLines(Size size) {
   if (size.height < kRoomyHeight) return 1;
   return std::clamp(kToolTipColumns / std::max(size.width, 1) + 1, 1, 3);
@@ -87,7 +91,8 @@ std::vector<std::string> noticeLines(Size size, const MenuView& view, const Look
 
 int listHeight(Size size, const MenuView& view, const Look& look) {
   const auto notice = static_cast<int>(noticeLines(size, view, look).size());
-  return size.height - 3 * ruleHeight(size) - 2 - toolTipLines(size) - notice;
+  return size.height - 3 * ruleHeight(size) - 2 - gpuTrackHeight(view) - toolTipLines(size) -
+         notice;
 }
 
 MenuGeometry menuGeometry(Size size, const MenuView& view, const Look& look) {
@@ -100,6 +105,7 @@ MenuGeometry menuGeometry(Size size, const MenuView& view, const Look& look) {
   };
   geometry.header = next(ruleHeight(size));
   geometry.strip = next(1);
+  geometry.gpuTrack = next(gpuTrackHeight(view));
   geometry.topRule = next(ruleHeight(size));
   geometry.list = next(listHeight(size, view, look));
   geometry.bottomRule = next(ruleHeight(size));

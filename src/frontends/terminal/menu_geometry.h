@@ -23,6 +23,7 @@ constexpr bool isTooSmall(Size size) {
 struct MenuGeometry {
   Box header;
   Box strip;
+  Box gpuTrack;
   Box topRule;
   Box list;
   Box bottomRule;

@@ -194,6 +194,7 @@ void paintMenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geometr
   }
   if (const MemoryPressureView* strip = view.strip()) {
     paintStrip(grid, *strip, geometry.strip, look);
+    paintGpuTrack(grid, *strip, geometry.gpuTrack, look);
     if (geometry.header.height > 0) paintPressure(grid, *strip, geometry.header, look);
   }
   grid.fill(geometry.topRule, look.glyphs.horizontal, kFaint);

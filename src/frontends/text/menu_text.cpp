@@ -1,6 +1,8 @@
 #include "frontends/text/menu_text.h"
 
 #include <algorithm>
+#include <functional>
+#include <span>
 
 #include "text/blanks.h"
 #include "text/display_line.h"
@@ -32,18 +34,26 @@ std::string itemLine(const MenuItem& item, const MemoryPressureView& strip) {
   return line;
 }
 
+std::string trackText(std::span<const Segment> segments, double pressure,
+                      const std::function<char(std::size_t)>& letterOf) {
+  std::string cells;
+  for (std::size_t i = 0; i < segments.size(); ++i) {
+    cells.append(segmentLength(segments, i, kCells), letterOf(i));
+  }
+  cells.resize(std::min(cells.size(), kCells));
+
+  std::string line = "[" + cells;
+  for (std::size_t cell = cells.size(); cell < kCells; ++cell) line += "·";
+  return line + "]  " + std::to_string(percentUsed(pressure)) + "%";
+}
+
 }  // namespace
 
 std::string stripText(const MemoryPressureView& strip) {
-  std::string segments;
-  for (std::size_t i = 0; i < strip.segments.size(); ++i) {
-    segments.append(segmentLength(strip, i, kCells), segmentLetter(i));
-  }
-  segments.resize(std::min(segments.size(), kCells));
-
-  std::string line = "[" + segments;
-  for (std::size_t cell = segments.size(); cell < kCells; ++cell) line += "·";
-  return line + "]  " + std::to_string(percentUsed(strip)) + "%";
+  std::string lines = trackText(strip.segments, strip.pressure, segmentLetter);
+  if (!strip.gpu) return lines;
+  const auto letter = [&strip](std::size_t place) { return gpuSegmentLetter(strip, place); };
+  return lines + "\n" + trackText(strip.gpu->segments, strip.gpu->pressure, letter) + "  GPU";
 }
 
 std::string menuText(const Menu& menu) {

@@ -15,5 +15,6 @@ std::string menuText(const Menu& menu);
 /// The strip as text: "[AAAAABBC···]  58%". Each segment is a run of one letter (A, B, C … from
 /// left to right), as many of the 40 cells as its share of the track, rounded down, but at
 /// least one; what would stand beyond the last cell is cut off. The percentage is the
-/// used share of all memory.
+/// used share of all memory. A second line, which ends in "GPU", is that of the cards, where there
+/// are any: who is in both has one letter.
 std::string stripText(const MemoryPressureView& strip);

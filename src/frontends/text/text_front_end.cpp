@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "frontends/text/menu_text.h"
+#include "platform/gpus.h"
 #include "ui/alerts.h"
 #include "ui/status_bar_controller.h"
 
@@ -49,6 +50,7 @@ std::shared_ptr<ScheduledWork> TextFrontEnd::after(double, std::function<void()>
 
 int runText(std::FILE* out) {
   TextFrontEnd frontEnd;
+  platform::awaitGpus();                                    // there is no second look
   const StatusBarController controller(frontEnd, Alert{});  // nobody can choose "About"
   return frontEnd.print(*controller.rootMenu(), out);
 }

@@ -97,7 +97,10 @@ GpuReading GpuReader::read(const GpuQuestion& question) {
   const auto interval = question.isWatched ? options_.watchedInterval : options_.interval;
   hearDriver(now);
   if (driverPace_.allows(now, interval)) askDriver(now);
-  if (kernelPace_.allows(now, interval)) askKernel(question.pids);
+  if (kernelPace_.allows(now, interval)) askKernel();
+  if (!question.pids.empty() && clientsPace_.allows(now, interval)) {
+    clients_.look(cards_, question.pids);
+  }
   return reading();
 }
 
@@ -146,7 +149,7 @@ void GpuReader::hearDriver(Clock::time_point now) {
   }
 }
 
-void GpuReader::askKernel(std::span<const std::int32_t> pids) {
+void GpuReader::askKernel() {
   std::vector<DrmCard> cards = drmCards(sys_);
   for (DrmCard& card : cards) {
     const auto before = std::find_if(cards_.begin(), cards_.end(),
@@ -154,7 +157,6 @@ void GpuReader::askKernel(std::span<const std::int32_t> pids) {
     if (card.sleeps && before != cards_.end()) card.capacity = before->capacity;
   }
   cards_ = std::move(cards);
-  clients_.look(cards_, pids);
 
   std::erase_if(kfd_, [this](const KfdUse& use) {
     return std::none_of(cards_.begin(), cards_.end(),

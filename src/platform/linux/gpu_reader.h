@@ -51,7 +51,7 @@ class GpuReader {
   const std::string& library(Clock::time_point now);
   void askDriver(Clock::time_point now);
   void hearDriver(Clock::time_point now);
-  void askKernel(std::span<const std::int32_t> pids);
+  void askKernel();
   GpuReading reading() const;
 
   const FileTree& sys_;
@@ -67,6 +67,7 @@ class GpuReader {
 
   // All others, as the kernel said.
   Pace kernelPace_;
+  Pace clientsPace_;
   std::vector<DrmCard> cards_;
   DrmClients clients_;
   /// What kfd told of one process.

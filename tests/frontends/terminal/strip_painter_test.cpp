@@ -25,7 +25,8 @@ MemoryPressureView stripOf(const std::vector<double>& fractions) {
 
 TEST_P(StripCells, AreInProportion) {
   std::string picture;
-  for (const auto& cell : terminal::stripCells(stripOf(GetParam().fractions), GetParam().columns)) {
+  for (const auto& cell :
+       terminal::stripCells(stripOf(GetParam().fractions).segments, GetParam().columns)) {
     const char segment = cell.segment ? segmentLetter(*cell.segment) : '.';
     picture += cell.showsPressure && segment == '.' ? '#' : segment;
   }
@@ -40,13 +41,15 @@ INSTANTIATE_TEST_SUITE_P(
         StripPainterRow{"RoundedDown", {0.19, 0.29}, 10, "ABB......#"},
         StripPainterRow{"AtLeastOneCell", {0.003, 0.003}, 20, "AB................##"},
         StripPainterRow{"OverflowShrinks", {0.75, 0.5}, 10, "AAAAAABBBB"},
-        StripPainterRow{"SegmentsUnderThePressureAreStillThere", {0.95}, 20, "AAAAAAAAAAAAAAAAAAA#"},
+        StripPainterRow{
+            "SegmentsUnderThePressureAreStillThere", {0.95}, 20, "AAAAAAAAAAAAAAAAAAA#"},
         StripPainterRow{"NoMoreThanThereIsRoomFor", {1.0, 0.003, 0.003}, 10, "AAAAAAAAAB"},
-        StripPainterRow{"PressureIsAtLeastOneCell", {}, 3, "..#"}, StripPainterRow{"NoRoom", {0.5}, 0, ""}),
+        StripPainterRow{"PressureIsAtLeastOneCell", {}, 3, "..#"},
+        StripPainterRow{"NoRoom", {0.5}, 0, ""}),
     rowName<StripPainterRow>);
 
 TEST(StripCells, KnowWhereASegmentBeginsAndEnds) {
-  const auto cells = terminal::stripCells(stripOf({0.2, 0.1}), 10);
+  const auto cells = terminal::stripCells(stripOf({0.2, 0.1}).segments, 10);
   EXPECT_TRUE(cells[0].startsSegment && !cells[0].endsSegment);
   EXPECT_TRUE(!cells[1].startsSegment && cells[1].endsSegment);
   EXPECT_TRUE(cells[2].startsSegment && cells[2].endsSegment);

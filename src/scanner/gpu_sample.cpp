@@ -1,0 +1,94 @@
+#include "scanner/gpu_sample.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/gpus.h"
+
+namespace GpuSampling {
+namespace {
+
+constexpr double kBytesPerMB = 1048576;
+constexpr double kBytesPerGB = 1073741824;
+
+/// One card needs no more than its name; of several that are alike the place tells which.
+std::string nameOf(const platform::GpuDevice& device, std::size_t devices) {
+  if (device.name.empty()) return devices == 1 ? std::string() : device.id;
+  return devices == 1 ? device.name : device.name + " (" + device.id + ")";
+}
+
+std::vector<GpuCard> cardsOf(const platform::GpuReading& reading) {
+  std::vector<GpuCard> cards;
+  for (const platform::GpuDevice& device : reading.devices) {
+    if (!device.capacity) continue;
+    cards.push_back({nameOf(device, reading.devices.size()),
+                     static_cast<double>(device.capacity->usedBytes) / kBytesPerGB,
+                     static_cast<double>(device.capacity->totalBytes) / kBytesPerGB});
+  }
+  return cards;
+}
+
+/// None when it holds nothing, or what was said is about an earlier process with its pid.
+std::optional<GpuMemory> memoryOf(const VordaProcess& process,
+                                  const platform::GpuReading& reading) {
+  const auto [first, last] = std::equal_range(
+      reading.uses.begin(), reading.uses.end(), platform::GpuUse{.pid = process.pid},
+      [](const auto& a, const auto& b) { return a.pid < b.pid; });
+  GpuMemory memory;
+  for (auto use = first; use != last; ++use) {
+    if (process.startTime && *process.startTime > use->askedAt) continue;
+    const double memMB = static_cast<double>(use->bytes) / kBytesPerMB;
+    memory.memMB += memMB;
+    memory.shares.push_back({nameOf(reading.devices[use->device], reading.devices.size()), memMB});
+  }
+  if (memory.shares.empty()) return std::nullopt;
+  return memory;
+}
+
+bool isOfInterest(const VordaProcess& process) {
+  if (!process.gpuMemory) return false;
+  if (process.labRole != LabRole::none) return true;
+  return !process.isProtected && process.gpuMemory->memMB >= kMinMemMB;
+}
+
+bool holdsMore(const VordaProcess* a, const VordaProcess* b) {
+  return a->gpuMemory->memMB > b->gpuMemory->memMB;
+}
+
+}  // namespace
+
+std::vector<std::int32_t> holders(bool isWatched) {
+  std::map<std::int32_t, double> sums;
+  for (const auto& use : platform::readGpus({.isWatched = isWatched}).uses) {
+    sums[use.pid] += static_cast<double>(use.bytes) / kBytesPerMB;
+  }
+  std::vector<std::int32_t> pids;
+  for (const auto& [pid, memMB] : sums) {
+    if (memMB >= kMinMemMB) pids.push_back(pid);
+  }
+  return pids;
+}
+
+GpuSample take(std::vector<VordaProcess>& scanned, double minMemMB, bool isWatched,
+               std::span<const std::int32_t> shown) {
+  const platform::GpuReading reading = platform::readGpus({.isWatched = isWatched, .pids = shown});
+  std::vector<const VordaProcess*> largest;
+  for (VordaProcess& process : scanned) {
+    process.gpuMemory = memoryOf(process, reading);
+    if (isOfInterest(process)) largest.push_back(&process);
+  }
+  std::stable_sort(largest.begin(), largest.end(), holdsMore);
+  largest.resize(std::min(largest.size(), kMost));
+
+  GpuSample sample{.cards = cardsOf(reading)};
+  for (const VordaProcess* process : largest) sample.processes.push_back(*process);
+  std::erase_if(scanned, [minMemMB](const VordaProcess& process) {
+    return process.labRole == LabRole::none && process.memMB < minMemMB;
+  });
+  return sample;
+}
+
+}  // namespace GpuSampling

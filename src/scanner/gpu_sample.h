@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "scanner/gpu_memory.h"
+#include "scanner/vorda_process.h"
+
+/// What the graphics cards hold, and for whom.
+struct GpuSample {
+  std::vector<GpuCard> cards;  ///< those of which it is known how much memory they have
+  /// Who holds most, that first: AI workloads, and the user's own processes from
+  /// GpuSampling::kMinMemMB on; at most GpuSampling::kMost. Copies: some are in no other list.
+  std::vector<VordaProcess> processes;
+};
+
+/// Finds out what graphics cards hold. Does not wait for their drivers.
+namespace GpuSampling {
+
+/// From so much of cards' memory on an ordinary process is of interest, in MiB.
+inline constexpr double kMinMemMB = 50;
+inline constexpr std::size_t kMost = 8;
+
+/// Which processes hold so much, as far as that is known before they are looked at.
+/// `isWatched`: platform::GpuQuestion.
+std::vector<std::int32_t> holders(bool isWatched);
+
+/// Sets VordaProcess::gpuMemory of all `scanned`, of which those with the pids `shown` are asked
+/// one by one where that is the only way. Ordinary processes that were scanned for their cards'
+/// memory alone, and have less than `minMemMB` MiB, are taken out of `scanned`.
+GpuSample take(std::vector<VordaProcess>& scanned, double minMemMB, bool isWatched,
+               std::span<const std::int32_t> shown);
+
+}  // namespace GpuSampling
