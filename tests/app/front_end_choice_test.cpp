@@ -31,6 +31,7 @@ constexpr FrontEndChoiceRow kFrontEndChoiceRows[] = {
     {"DesktopAutostartOverSsh", {.overSsh = true, .hasDisplay = true}, FrontEndKind::tray},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, FrontEndChoice, testing::ValuesIn(kFrontEndChoiceRows), rowName<FrontEndChoiceRow>);
+INSTANTIATE_TEST_SUITE_P(Table, FrontEndChoice, testing::ValuesIn(kFrontEndChoiceRows),
+                         rowName<FrontEndChoiceRow>);
 
 }  // namespace

@@ -16,7 +16,6 @@
 
 namespace {
 
-
 /// A name that nothing else on this machine has.
 std::string uniqueName() {
   static int count = 0;

@@ -15,7 +15,6 @@
 
 namespace {
 
-
 /// The launch agents stand near the end of the menu.
 bool walkToLaunchAgent(TerminalSession& terminal, const std::string& text) {
   if (!terminal.waitFor("q Quit")) return false;

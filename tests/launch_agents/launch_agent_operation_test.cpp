@@ -49,20 +49,24 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         LaunchAgentOperationRow{"FirstSucceeds", {{0, ""}, {0, ""}, {0, ""}}, kUnloaded, 1},
         LaunchAgentOperationRow{"SuccessBeforeWords", {{0, "No such process"}}, kUnloaded, 1},
-        LaunchAgentOperationRow{"NoSuchProcess", {{3, "Boot-out failed: 3: No such process\n"}}, kAlreadyUnloaded, 1},
-        LaunchAgentOperationRow{"CouldNotFind", {{113, "Could not find service"}, {0, ""}}, kAlreadyUnloaded, 1},
+        LaunchAgentOperationRow{
+            "NoSuchProcess", {{3, "Boot-out failed: 3: No such process\n"}}, kAlreadyUnloaded, 1},
+        LaunchAgentOperationRow{
+            "CouldNotFind", {{113, "Could not find service"}, {0, ""}}, kAlreadyUnloaded, 1},
         LaunchAgentOperationRow{"WordsInAnotherCaseDoNotCount",
-            {{3, "no such process"}, {3, "could not find"}},
-            kNotUnloaded,
-            2},
-        LaunchAgentOperationRow{"SecondSucceeds", {{5, "Input/output error"}, {0, ""}, {0, ""}}, kUnloaded, 2},
-        LaunchAgentOperationRow{"SecondFindsItNotLoaded", {{5, "x"}, {3, "Could not find it"}}, kAlreadyUnloaded, 2},
+                                {{3, "no such process"}, {3, "could not find"}},
+                                kNotUnloaded,
+                                2},
+        LaunchAgentOperationRow{
+            "SecondSucceeds", {{5, "Input/output error"}, {0, ""}, {0, ""}}, kUnloaded, 2},
+        LaunchAgentOperationRow{
+            "SecondFindsItNotLoaded", {{5, "x"}, {3, "Could not find it"}}, kAlreadyUnloaded, 2},
         LaunchAgentOperationRow{"ThirdSucceeds", {{5, ""}, {5, ""}, {0, ""}}, kUnloaded, 3},
         LaunchAgentOperationRow{"AllFail", {{5, "a"}, {5, "b"}, {5, "c"}}, kNotUnloaded, 3},
         LaunchAgentOperationRow{"ToolCannotBeStarted",
-            {{-1, "launch path not accessible"}, {-1, ""}, {-1, ""}},
-            kNotUnloaded,
-            3},
+                                {{-1, "launch path not accessible"}, {-1, ""}, {-1, ""}},
+                                kNotUnloaded,
+                                3},
         LaunchAgentOperationRow{"NoWayToTry", {}, kNotUnloaded, 0}),
     rowName<LaunchAgentOperationRow>);
 
@@ -85,10 +89,11 @@ INSTANTIATE_TEST_SUITE_P(
         LaunchAgentOperationRow{"FirstSucceeds", {{0, ""}, {0, ""}}, kLoaded, 1},
         LaunchAgentOperationRow{"SecondSucceeds", {{5, ""}, {0, ""}}, kLoaded, 2},
         LaunchAgentOperationRow{"AlreadyLoaded",
-            {{37, "service already loaded"}, {1, "service already loaded"}},
-            kNotLoaded,
-            2},
-        LaunchAgentOperationRow{"WordsAreNotRead", {{3, "No such process"}, {3, "Could not find"}}, kNotLoaded, 2},
+                                {{37, "service already loaded"}, {1, "service already loaded"}},
+                                kNotLoaded,
+                                2},
+        LaunchAgentOperationRow{
+            "WordsAreNotRead", {{3, "No such process"}, {3, "Could not find"}}, kNotLoaded, 2},
         LaunchAgentOperationRow{"ToolCannotBeStarted", {{-1, "x"}, {-1, "x"}}, kNotLoaded, 2},
         LaunchAgentOperationRow{"NoWayToTry", {}, kNotLoaded, 0}),
     rowName<LaunchAgentOperationRow>);

@@ -36,7 +36,8 @@ constexpr VordaLaunchAgentRow kVordaLaunchAgentRows[] = {
     {"absentPid", [](VordaLaunchAgent& a) { a.pid.reset(); }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, VordaLaunchAgentFields, testing::ValuesIn(kVordaLaunchAgentRows), rowName<VordaLaunchAgentRow>);
+INSTANTIATE_TEST_SUITE_P(Table, VordaLaunchAgentFields, testing::ValuesIn(kVordaLaunchAgentRows),
+                         rowName<VordaLaunchAgentRow>);
 
 TEST(VordaLaunchAgent, IsIdentifiedByItsLabel) {
   EXPECT_EQ(sample().id(), "ollama");

@@ -115,7 +115,8 @@ const ExecRow kDesktopEntryRows[] = {
      Words{"a;", "b", "|", "c", ">", "d", "&", "$E"}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, ExecCommand, testing::ValuesIn(kDesktopEntryRows), rowName<ExecRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ExecCommand, testing::ValuesIn(kDesktopEntryRows),
+                         rowName<ExecRow>);
 
 TEST(ExecCommandWithoutAnIcon, DropsItsCode) {
   DesktopEntry entry;

@@ -24,12 +24,13 @@ TEST_P(ProblemOfProc, IsThatItShowsNoProcess) {
   EXPECT_EQ(problem, expected.empty() ? "" : "no process can be seen: " + root + expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, ProblemOfProc,
-                         testing::Values(ProcfsRow{"Missing", "other", ": No such file or directory"},
-                                         ProcfsRow{"NoFolder", "proc", ": Not a directory"},
-                                         ProcfsRow{"WithoutProcesses", "proc/self", " is not mounted"},
-                                         ProcfsRow{"AProcess", "proc/17/stat", ""}),
-                         rowName<ProcfsRow>);
+INSTANTIATE_TEST_SUITE_P(
+    Table, ProblemOfProc,
+    testing::Values(ProcfsRow{"Missing", "other", ": No such file or directory"},
+                    ProcfsRow{"NoFolder", "proc", ": Not a directory"},
+                    ProcfsRow{"WithoutProcesses", "proc/self", " is not mounted"},
+                    ProcfsRow{"AProcess", "proc/17/stat", ""}),
+    rowName<ProcfsRow>);
 
 TEST(ProcOfThisMachine, HasNoProblem) {
   EXPECT_EQ(platform::problemOfProc(), "");

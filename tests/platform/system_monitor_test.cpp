@@ -73,7 +73,8 @@ const MonitorRow kSystemMonitorRows[] = {
     {"NotWhatIsNotListed", "", {{"a", "Categories=System;Monitor;\nNoDisplay=true"}}, {}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, SystemMonitors, testing::ValuesIn(kSystemMonitorRows), rowName<MonitorRow>);
+INSTANTIATE_TEST_SUITE_P(Table, SystemMonitors, testing::ValuesIn(kSystemMonitorRows),
+                         rowName<MonitorRow>);
 
 TEST(DesktopNames, AreCutAtColons) {
   EXPECT_EQ(platform::desktopNames(""), Names{});

@@ -55,6 +55,7 @@ const CommandRow kUnitCommandRows[] = {
     {"SpecifiersAndVariables", "%h/bin/a $HOME ${X} %%", Words{"%h/bin/a", "$HOME", "${X}", "%%"}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, CommandWords, testing::ValuesIn(kUnitCommandRows), rowName<CommandRow>);
+INSTANTIATE_TEST_SUITE_P(Table, CommandWords, testing::ValuesIn(kUnitCommandRows),
+                         rowName<CommandRow>);
 
 }  // namespace

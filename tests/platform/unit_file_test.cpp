@@ -88,7 +88,8 @@ const UnitRow kUnitFileRows[] = {
     {"AnEqualsSignAlone", "[Service]\n=\n= a\n", {}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, ServiceUnitFile, testing::ValuesIn(kUnitFileRows), rowName<UnitRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ServiceUnitFile, testing::ValuesIn(kUnitFileRows),
+                         rowName<UnitRow>);
 
 TEST(ServiceUnitFileOfAMebibyte, IsReadToItsEnd) {
   const std::string padding(1 << 20, 'x');

@@ -35,6 +35,7 @@ constexpr MemoryFormatRow kMemoryFormatRows[] = {
     {"Wide", 1024 * 1024, "1024.00 GB", "1024.0 GB"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, MemoryFormats, testing::ValuesIn(kMemoryFormatRows), rowName<MemoryFormatRow>);
+INSTANTIATE_TEST_SUITE_P(Table, MemoryFormats, testing::ValuesIn(kMemoryFormatRows),
+                         rowName<MemoryFormatRow>);
 
 }  // namespace

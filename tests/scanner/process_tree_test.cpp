@@ -40,7 +40,8 @@ const TreeRow kProcessTreeRows[] = {
     {"ACircle", {{1, 2}, {2, 1}, {3, 1}}, {1, 0, 0}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, ProcessTreeTest, testing::ValuesIn(kProcessTreeRows), rowName<TreeRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ProcessTreeTest, testing::ValuesIn(kProcessTreeRows),
+                         rowName<TreeRow>);
 
 TEST(ProcessTreeOfADeepChain, IsCountedInOneGo) {
   constexpr int kDeep = 200'000;  // a walk up from each would take minutes

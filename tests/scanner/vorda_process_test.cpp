@@ -44,7 +44,8 @@ constexpr VordaProcessRow kVordaProcessRows[] = {
     {"ownerName", [](VordaProcess& p) { p.ownerName = "grace"; }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, VordaProcessFields, testing::ValuesIn(kVordaProcessRows), rowName<VordaProcessRow>);
+INSTANTIATE_TEST_SUITE_P(Table, VordaProcessFields, testing::ValuesIn(kVordaProcessRows),
+                         rowName<VordaProcessRow>);
 
 TEST(VordaProcess, EqualValuesHashEqually) {
   EXPECT_EQ(sample(), sample());

@@ -310,7 +310,8 @@ void clickAtAnyTime(QuitMenu& menu, PidRelay& relay, std::mt19937& random, QuitT
   const PidRelay::Names& names = relay.names();
   const auto phase =
       std::array{Phase::none, Phase::opening, Phase::choosing, Phase::answering}[random() % 4];
-  const QuitWay way = phase == Phase::answering || random() % 4 == 0 ? QuitWay::forceQuit : QuitWay::quit;
+  const QuitWay way =
+      phase == Phase::answering || random() % 4 == 0 ? QuitWay::forceQuit : QuitWay::quit;
   const auto during = [&](Phase now, auto work) {
     menu.rest();
     std::optional<LatePassing> passing;

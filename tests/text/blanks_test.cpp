@@ -23,7 +23,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(BlanksRow{"Empty", "", ""}, BlanksRow{"None", "train.py", "train.py"},
                     BlanksRow{"Single", "LoRA fine-tune", "LoRA fine-tune"},
                     BlanksRow{"Figures", "x  ·   9.9 GB  ·  pid 1  [A]", "x · 9.9 GB · pid 1 [A]"},
-                    BlanksRow{"Many", "a          b", "a b"}, BlanksRow{"AtTheEnds", "  a  ", " a "},
+                    BlanksRow{"Many", "a          b", "a b"},
+                    BlanksRow{"AtTheEnds", "  a  ", " a "},
                     BlanksRow{"NoBreakSpaces", "a\u00A0\u202F\u2007b", "a b"},
                     BlanksRow{"OfEveryWidth", "a\u2000\u2003\u2009\u200A\u205Fb", "a b"},
                     BlanksRow{"OneOfTwoColumns", "a\u3000b", "a b"},
@@ -34,7 +35,7 @@ INSTANTIATE_TEST_SUITE_P(
                     BlanksRow{"JoinersBetween", "a \u200D \u200C b", "a b"},
                     BlanksRow{"SelectorsBetween", "a \uFE0F \U000E0100 \u180B \u034F b", "a b"},
                     BlanksRow{"JoinersInAWord", "می\u200Cخواهم 👩‍👩‍👧",
-                        "می\u200Cخواهم 👩‍👩‍👧"},
+                              "می\u200Cخواهم 👩‍👩‍👧"},
                     BlanksRow{"AccentOnABlank", "a \u0301 b", "a \u0301 b"}),
     rowName<BlanksRow>);
 

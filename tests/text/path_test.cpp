@@ -18,7 +18,8 @@ TEST(LastPathComponent, IsWhatFollowsTheLastSlash) {
       {"a/", "a"},  {"a///", "a"}, {"/usr/bin/x", "x"}, {"a/b/", "b"},
       {"//a", "a"}, {"a//b", "b"}, {"a/ ", " "},        {".", "."},
   };
-  for (const auto& row : kPathRows) EXPECT_EQ(text::lastPathComponent(row.path), row.last) << row.path;
+  for (const auto& row : kPathRows)
+    EXPECT_EQ(text::lastPathComponent(row.path), row.last) << row.path;
 }
 
 TEST(ColonSeparated, LeavesOutWhatIsEmpty) {

@@ -11,7 +11,8 @@ const Color kStripBlue{0, 0, 1};
 
 std::shared_ptr<MemoryPressureView> halfRedQuarterBlue() {
   auto strip = std::make_shared<MemoryPressureView>();
-  strip->segments = {{0.5, kStripRed, "Ollama Server", 11, 4198}, {0.25, kStripBlue, "firefox", 12, 312}};
+  strip->segments = {{0.5, kStripRed, "Ollama Server", 11, 4198},
+                     {0.25, kStripBlue, "firefox", 12, 312}};
   strip->pressure = 0.9;
   return strip;
 }

@@ -42,7 +42,8 @@ constexpr ColorDepthRow kColorDepthRows[] = {
      ColorDepth::none},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, ColorDepths, testing::ValuesIn(kColorDepthRows), rowName<ColorDepthRow>);
+INSTANTIATE_TEST_SUITE_P(Table, ColorDepths, testing::ValuesIn(kColorDepthRows),
+                         rowName<ColorDepthRow>);
 
 struct NearRow {
   const char* name;

@@ -58,22 +58,26 @@ TEST_P(ListCursorMoves, SkipWhatCannotBeSelectedAndKeepTheSelectionInView) {
 INSTANTIATE_TEST_SUITE_P(
     Table, ListCursorMoves,
     testing::Values(
-        ListCursorRow{"Down", "ooo", 0, {kDown}, 1, 0}, ListCursorRow{"DownOverASeparator", "o-.o", 0, {kDown}, 3, 0},
+        ListCursorRow{"Down", "ooo", 0, {kDown}, 1, 0},
+        ListCursorRow{"DownOverASeparator", "o-.o", 0, {kDown}, 3, 0},
         ListCursorRow{"DownAtTheEndStays", "oo", 1, {kDown}, 1, 0},
         ListCursorRow{"DownScrolls", "oooooo", 3, {kDown}, 4, 1},
         ListCursorRow{"UpOverASeparator", "o-.o", 3, {kUp}, 0, 0},
         ListCursorRow{"UpAtTheStartStays", "oo", 0, {kUp}, 0, 0},
         ListCursorRow{"UpShowsTheHeading", "ooo-.oooo", 8, {kUp, kUp, kUp}, 5, 3},
-        ListCursorRow{"UpToTheFirstShowsAllAboveIt", "...oooooo", 8, {kUp, kUp, kUp, kUp, kUp}, 3, 0},
+        ListCursorRow{
+            "UpToTheFirstShowsAllAboveIt", "...oooooo", 8, {kUp, kUp, kUp, kUp, kUp}, 3, 0},
         ListCursorRow{"PageDown", "oooooooooo", 0, {kPageDown}, 3, 0},
         ListCursorRow{"PageDownPastTheEnd", "oooooo", 4, {kPageDown}, 5, 2},
         ListCursorRow{"PageDownOntoASeparator", "ooo-.ooo", 0, {kPageDown}, 5, 2},
         ListCursorRow{"PageUp", "oooooooooo", 9, {kPageUp}, 6, 6},
         ListCursorRow{"PageUpPastTheStart", ".ooooo", 2, {kPageUp}, 1, 0},
-        ListCursorRow{"Home", ".ooooooo", 7, {kHome}, 1, 0}, ListCursorRow{"End", "ooooooo", 0, {kEnd}, 6, 3},
+        ListCursorRow{"Home", ".ooooooo", 7, {kHome}, 1, 0},
+        ListCursorRow{"End", "ooooooo", 0, {kEnd}, 6, 3},
         ListCursorRow{"EndShowsLabelsBelow", "oooooo.", 0, {kEnd}, 5, 3},
         ListCursorRow{"WheelLeavesTheSelection", "oooooooooo", 1, {kWheelDown}, 1, 3},
-        ListCursorRow{"WheelStopsAtTheEnd", "oooooooo", 0, {kWheelDown, kWheelDown, kWheelDown}, 0, 4},
+        ListCursorRow{
+            "WheelStopsAtTheEnd", "oooooooo", 0, {kWheelDown, kWheelDown, kWheelDown}, 0, 4},
         ListCursorRow{"WheelBack", "oooooooooo", 0, {kWheelDown, kWheelUp, kWheelUp}, 0, 0},
         ListCursorRow{"AKeyAfterTheWheelComesBack", "oooooooooo", 0, {kWheelDown, kDown}, 1, 1}),
     rowName<ListCursorRow>);

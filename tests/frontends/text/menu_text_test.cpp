@@ -34,26 +34,27 @@ TEST_P(StripText, HasFortyCellsAndTheUsedShare) {
 
 INSTANTIATE_TEST_SUITE_P(
     Table, StripText,
-    testing::Values(MenuTextRow{"Empty", {}, 0, "[" + times(40, "·") + "]  0%"},
-                    MenuTextRow{"Half", {0.5}, 0.58, "[" + times(20, "A") + times(20, "·") + "]  58%"},
-                    MenuTextRow{"InStripOrder",
-                        {0.25, 0.5, 0.1},
-                        1,
-                        "[" + times(10, "A") + times(20, "B") + times(4, "C") + times(6, "·") +
-                            "]  100%"},
-                    MenuTextRow{"RoundedDown", {0.049, 0.0999}, 0, "[ABBB" + times(36, "·") + "]  0%"},
-                    MenuTextRow{"AtLeastOneCell", {0.003, 0.0021}, 0, "[AB" + times(38, "·") + "]  0%"},
-                    MenuTextRow{"ShrunkWhenTheyOverflow",
-                        {0.75, 0.5},
-                        0.5,
-                        "[" + times(24, "A") + times(16, "B") + "]  50%"},
-                    MenuTextRow{"FullTrack", {1.0}, 0.9, "[" + times(40, "A") + "]  90%"},
-                    MenuTextRow{"SmallSegmentsBeyondTheEndAreCutOff",
-                        {0.98, 0.003, 0.003},
-                        0,
-                        "[" + times(39, "A") + "B]  0%"},
-                    MenuTextRow{"PercentageIsRounded", {}, 0.585, "[" + times(40, "·") + "]  58%"},
-                    MenuTextRow{"PercentageIsRoundedUp", {}, 0.996, "[" + times(40, "·") + "]  100%"}),
+    testing::Values(
+        MenuTextRow{"Empty", {}, 0, "[" + times(40, "·") + "]  0%"},
+        MenuTextRow{"Half", {0.5}, 0.58, "[" + times(20, "A") + times(20, "·") + "]  58%"},
+        MenuTextRow{
+            "InStripOrder",
+            {0.25, 0.5, 0.1},
+            1,
+            "[" + times(10, "A") + times(20, "B") + times(4, "C") + times(6, "·") + "]  100%"},
+        MenuTextRow{"RoundedDown", {0.049, 0.0999}, 0, "[ABBB" + times(36, "·") + "]  0%"},
+        MenuTextRow{"AtLeastOneCell", {0.003, 0.0021}, 0, "[AB" + times(38, "·") + "]  0%"},
+        MenuTextRow{"ShrunkWhenTheyOverflow",
+                    {0.75, 0.5},
+                    0.5,
+                    "[" + times(24, "A") + times(16, "B") + "]  50%"},
+        MenuTextRow{"FullTrack", {1.0}, 0.9, "[" + times(40, "A") + "]  90%"},
+        MenuTextRow{"SmallSegmentsBeyondTheEndAreCutOff",
+                    {0.98, 0.003, 0.003},
+                    0,
+                    "[" + times(39, "A") + "B]  0%"},
+        MenuTextRow{"PercentageIsRounded", {}, 0.585, "[" + times(40, "·") + "]  58%"},
+        MenuTextRow{"PercentageIsRoundedUp", {}, 0.996, "[" + times(40, "·") + "]  100%"}),
     rowName<MenuTextRow>);
 
 Menu menuOf(std::vector<MenuItem> items) {

@@ -46,8 +46,9 @@ std::optional<bool> takeName(SessionBus& bus, milliseconds patience) {
 bool activateOther(SessionBus& bus, bool& vanished, milliseconds patience) {
   Answer answer;
   sd_bus_slot* raw = nullptr;
-  sd_bus_call_method_async(bus.get(), &raw, InstanceName::kName, InstanceName::kPath, kApplicationInterface,
-                           "Activate", &Answer::arrived, &answer, "a{sv}", 0);
+  sd_bus_call_method_async(bus.get(), &raw, InstanceName::kName, InstanceName::kPath,
+                           kApplicationInterface, "Activate", &Answer::arrived, &answer, "a{sv}",
+                           0);
   const BusSlot slot(raw);
   if (!waitFor(bus, answer, patience)) return false;
   vanished = answer.isError();
@@ -72,7 +73,8 @@ const sd_bus_vtable InstanceNameVtable::table[] = {
 
 InstanceName::InstanceName(SessionBus& bus) : bus_(bus) {
   sd_bus_slot* raw = nullptr;
-  sd_bus_add_object_vtable(bus.get(), &raw, kPath, kApplicationInterface, InstanceNameVtable::table, this);
+  sd_bus_add_object_vtable(bus.get(), &raw, kPath, kApplicationInterface, InstanceNameVtable::table,
+                           this);
   object_.reset(raw);
 }
 

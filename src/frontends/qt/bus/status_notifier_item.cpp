@@ -126,7 +126,8 @@ StatusNotifierItem::StatusNotifierItem(sd_bus* bus, std::vector<QImage> pictures
                                        std::string menuPath)
     : bus_(bus), pictures_(std::move(pictures)), menuPath_(std::move(menuPath)) {
   sd_bus_slot* raw = nullptr;
-  sd_bus_add_object_vtable(bus_, &raw, kPath, kItemInterface, StatusNotifierItemVtable::table, this);
+  sd_bus_add_object_vtable(bus_, &raw, kPath, kItemInterface, StatusNotifierItemVtable::table,
+                           this);
   object_.reset(raw);
 }
 
