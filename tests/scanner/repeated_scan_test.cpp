@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
@@ -36,8 +37,8 @@ class RepeatedScan : public testing::Test {
   }
 
   static std::vector<std::string> lines(const std::vector<VordaProcess>& processes) {
-    std::vector<std::string> result;
-    for (const auto& process : processes) result.push_back(recordLine(process));
+    std::vector<std::string> result(processes.size());
+    std::ranges::transform(processes, result.begin(), recordLine);
     return result;
   }
 
