@@ -32,6 +32,7 @@ struct ProcessFacts {
 
   std::optional<std::uint32_t> effectiveUid;  ///< whose rights it has; none when unknown
   std::optional<std::int32_t> parent;         ///< whose child it is; none when unknown
+  std::optional<std::int32_t> session;        ///< the pid that began its session; none when unknown
   /// When it started, or up to one tick of the system's clock later, on the clock of
   /// processClock(); none when unknown.
   std::optional<std::uint64_t> startTime;

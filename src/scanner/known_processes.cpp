@@ -21,11 +21,15 @@ void LentRow::takeBack(VordaProcess&& row) {
 }
 
 void KnownProcesses::begin(std::vector<VordaProcess>& rows) {
+  giveBack(rows);
+  next_ = 0;
+}
+
+void KnownProcesses::giveBack(std::vector<VordaProcess>& rows) {
   for (VordaProcess& row : rows) {
     if (Entry* const entry = find(row.pid)) entry->process.row.takeBack(std::move(row));
   }
   rows.clear();
-  next_ = 0;
 }
 
 KnownProcess& KnownProcesses::of(std::int32_t pid) {

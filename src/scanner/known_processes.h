@@ -47,7 +47,10 @@ struct OtherName {
 struct KnownProcess {
   std::int32_t pid = 0;
   LabRole role = LabRole::none;
-  bool isExcluded = false;  ///< its name is one that is never shown
+  bool isExcluded = false;      ///< its name is one that is never shown
+  bool isFamilyBorder = false;  ///< family_borders.h
+  /// It is shown beside its family although it is not listed.
+  bool isUnlistedMember = false;
   /// With another executable it might have another role, or another name that is never shown.
   /// When not, the executable need not be asked while the process is not listed.
   bool dependsOnExecutable = false;
@@ -55,7 +58,7 @@ struct KnownProcess {
   std::optional<platform::Fingerprint> executable;   ///< none: it has no say
   bool waits = false;  ///< second_look::Verdict::waits, of a process that has a role
   std::unique_ptr<OtherName> otherName;  ///< null for nearly all
-  LentRow row;                           ///< while it is listed
+  LentRow row;                           ///< while it is listed, or such a member
 
   /// Starts over: nothing was found out.
   void forget() { *this = {.pid = pid}; }
@@ -67,6 +70,8 @@ class KnownProcesses {
  public:
   /// Starts a scan. The list of the last one is given back, and left empty.
   void begin(std::vector<VordaProcess>& rows);
+  /// Gives back another list, before the scan's first process.
+  void giveBack(std::vector<VordaProcess>& rows);
 
   /// The process with this pid, which is listed in this scan; once a scan for each pid. Until
   /// the next call.

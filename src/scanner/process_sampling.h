@@ -30,6 +30,8 @@ class ProcessSampler {
   std::optional<platform::Fingerprint> fingerprint() const { return facts_.fingerprint; }
   /// None when unknown.
   std::optional<std::int32_t> parent() const { return facts_.parent; }
+  /// None when unknown.
+  std::optional<std::int32_t> session() const { return facts_.session; }
   /// platform::ProcessFacts::startTime.
   std::optional<std::uint64_t> startTime() const { return facts_.startTime; }
   /// 0 when unknown: such a process counts as the superuser's.

@@ -7,6 +7,7 @@
 #include "platform/processes.h"
 #include "platform/users.h"
 #include "scanner/credentials/credential_mask.h"
+#include "scanner/family_borders.h"
 #include "scanner/process_order.h"
 #include "scanner/process_scanner.h"
 #include "scanner/repeated_scan.h"
@@ -83,6 +84,8 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
   tree_.clear();
   known_.begin(processes);
   waiting_.clear();
+  known_.giveBack(unlisted_);
+  families_.begin(ownPid);
   for (const std::int32_t pid : platform::allPids()) {
     if (pid < 1 || !sampler_.look(pid)) continue;
     KnownProcess& process = known_.of(pid);
@@ -91,11 +94,13 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
     const auto fingerprint = sampler_.fingerprint();
     if ((!fingerprint || process.fingerprint != fingerprint) && !learn(process)) continue;
     tree_.add(pid, sampler_.parent());
+    families_.add({pid, sampler_.parent(), sampler_.session(), sampler_.startTime(), process.role,
+                   process.isFamilyBorder});
     const bool isWanted = std::binary_search(alsoPids.begin(), alsoPids.end(), pid);
     const double leastMB = isWanted ? 0 : minMemMB;
     const bool isListed = pid != ownPid && this->isListed(process, leastMB) && sampler_.confirm();
     if (!isListed) {
-      process.row.drop();
+      if (!std::exchange(process.isUnlistedMember, false)) process.row.drop();
       continue;
     }
     if (!process.row.isHere()) makeRow(process);
@@ -108,7 +113,60 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
   tree_.countAll();
   if (!waiting_.empty()) leaveRolesToChildren(processes, minMemMB);
   for (VordaProcess& process : processes) process.processesBelow = tree_.below(process.pid);
+  fillFamilies(processes, launchAgents);
   sortByRoleAndMemory(processes, order_);
+}
+
+void RepeatedScan::fillFamilies(std::vector<VordaProcess>& processes,
+                                std::span<const VordaLaunchAgent> launchAgents) {
+  families_.find();
+  listedHeads_.clear();
+  listedPids_.clear();
+  for (VordaProcess& process : processes) {
+    process.family = families_.headOf(process.pid);
+    process.leftBehindBy = families_.leftBehindBy(process.pid);
+    listedPids_.push_back(process.pid);
+    if (process.family) listedHeads_.push_back(*process.family);
+  }
+  std::ranges::sort(listedPids_);
+  std::ranges::sort(listedHeads_);
+  findUnlistedMembers(launchAgents);
+}
+
+void RepeatedScan::findUnlistedMembers(std::span<const VordaLaunchAgent> launchAgents) {
+  wanted_.clear();
+  if (!listedHeads_.empty()) {
+    families_.forEachMember([this](std::int32_t pid, std::int32_t head) {
+      if (std::ranges::binary_search(listedHeads_, head) &&
+          !std::ranges::binary_search(listedPids_, pid) && wanted_.size() < kMostUnlistedMembers) {
+        wanted_.push_back(pid);
+      }
+    });
+  }
+  for (const std::int32_t pid : wanted_) {
+    KnownProcess* const process = known_.known(pid);
+    if (process == nullptr || !lookAtMember(*process)) continue;
+    if (!process->row.isHere()) makeRow(*process);
+    fillRow(*process, launchAgents);
+    process->isUnlistedMember = true;
+    unlisted_.push_back(process->row.lend());
+    if (process->waits) takeRole(*process, unlisted_.back());
+    unlisted_.back().processesBelow = tree_.below(pid);
+    unlisted_.back().family = families_.headOf(pid);
+    unlisted_.back().leftBehindBy = families_.leftBehindBy(pid);
+  }
+}
+
+/// False when it is somebody else's, or gone.
+bool RepeatedScan::lookAtMember(KnownProcess& process) {
+  if (!sampler_.look(process.pid)) return false;
+  isRead_ = false;
+  const auto fingerprint = sampler_.fingerprint();
+  if ((!fingerprint || process.fingerprint != fingerprint) && !learn(process)) return false;
+  if (process.isExcluded || sampler_.uid() != ownUid_) return false;
+  memMB_ = sampler_.physicalFootprintMB();
+  if (!isRead_ && !process.row.isHere() && !learn(process)) return false;
+  return sampler_.confirm();
 }
 
 /// Finds everything out anew. False when there is nothing to show.
@@ -119,6 +177,7 @@ bool RepeatedScan::learn(KnownProcess& process) {
   process.fingerprint = sampler_.fingerprint();
   process.executable = sampler_.executable();
   process.isExcluded = isExcludedName(sampler_.name());
+  process.isFamilyBorder = isFamilyBorder(sampler_.name(), sampler_.arguments());
   line_.read(sampler_.arguments(), sampler_.commandLine());
   verdict_ = verdictAs(sampler_.name(), line_);
   process.role = verdict_.role;

@@ -10,6 +10,7 @@
 
 #include "launch_agents/vorda_launch_agent.h"
 #include "scanner/command_line.h"
+#include "scanner/families.h"
 #include "scanner/known_processes.h"
 #include "scanner/process_sampling.h"
 #include "scanner/process_tree.h"
@@ -29,12 +30,21 @@ class RepeatedScan {
   void scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents,
             std::vector<VordaProcess>& processes, std::span<const std::int32_t> alsoPids = {});
 
+  /// The user's own processes that the last scan has not listed, but that belong to the family of
+  /// one that it has; at most kMostUnlistedMembers of them.
+  const std::vector<VordaProcess>& unlistedMembers() const { return unlisted_; }
+  static constexpr std::size_t kMostUnlistedMembers = 512;
+
  private:
   bool learn(KnownProcess& process);
   second_look::Verdict verdictAs(std::string_view name, const CommandLine& line);
   std::string_view exeOf(std::string_view name);
   bool isOrdinaryAnyway(std::string_view title);
   bool isListed(KnownProcess& process, double minMemMB);
+  void fillFamilies(std::vector<VordaProcess>& processes,
+                    std::span<const VordaLaunchAgent> launchAgents);
+  void findUnlistedMembers(std::span<const VordaLaunchAgent> launchAgents);
+  bool lookAtMember(KnownProcess& process);
   void makeRow(KnownProcess& process);
   void nameModel(KnownProcess& process);
   void fillRow(KnownProcess& process, std::span<const VordaLaunchAgent> launchAgents);
@@ -46,6 +56,8 @@ class RepeatedScan {
   ProcessTree tree_;
   second_look::OllamaModels ollama_;
   std::vector<std::int32_t> waiting_;  ///< the pids of the rows that wait
+  Families families_;
+  std::vector<VordaProcess> unlisted_;
 
   // Of the process that is being looked at.
   bool isRead_ = false;  ///< its command line, into `line_`
@@ -59,6 +71,9 @@ class RepeatedScan {
   std::vector<std::string_view> words_;
   std::string joinedWords_;
   std::vector<std::size_t> order_;
+  std::vector<std::int32_t> listedHeads_;  ///< ascending: families of which one is listed
+  std::vector<std::int32_t> listedPids_;   ///< ascending
+  std::vector<std::int32_t> wanted_;       ///< members that are not listed
 };
 
 }  // namespace ProcessScanner

@@ -9,6 +9,8 @@
 #include "scanner/vorda_process.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
+#include "ui/family_items.h"
+#include "ui/family_view.h"
 #include "ui/gpu_lines.h"
 
 std::vector<std::string> Alert::shownButtons() const {
@@ -42,6 +44,11 @@ std::string gpuLinesBelow(const VordaProcess& process) {
   std::string lines;
   for (const std::string& line : gpuLines(process)) lines += "\n" + line;
   return lines;
+}
+
+std::string leftBehindBelow(const VordaProcess& process) {
+  const std::string line = leftBehindLine(process);
+  return line.empty() ? "" : "\n" + line;
 }
 
 std::string systemMonitor() {
@@ -83,13 +90,40 @@ Alert forceQuit(std::int32_t pid) {
   return forceQuit("process", pid, "");
 }
 
+Alert endFamily(const FamilyView& family, bool force) {
+  constexpr std::size_t kMostNamed = 20;
+  std::string names;
+  std::size_t own = 0;
+  for (const VordaProcess* member : family.members) {
+    if (member->isProtected || ++own > kMostNamed) continue;
+    names += "\n" + text::shortened(text::displayName(member->displayName), 42, 41) + "  ·  pid " +
+             std::to_string(member->pid);
+  }
+  if (own > kMostNamed) names += "\nand " + std::to_string(own - kMostNamed) + " more";
+  const std::size_t others = family.members.size() - own;
+  if (others > 0) {
+    names += "\n\n" + std::to_string(others) +
+             (others == 1 ? " more belongs to somebody else, and stays."
+                          : " more belong to somebody else, and stay.");
+  }
+  const std::string verb = force ? "Force Quit" : "Quit";
+  return {
+      .messageText = verb + " all " + std::to_string(own) + " processes of " + family.name + "?",
+      .informativeText =
+          names.substr(1) + (force ? "\n\nThis cannot be undone."
+                                   : "\n\nThe first is asked to end; after 5 seconds, "
+                                     "those that are still there."),
+      .style = Alert::Style::warning,
+      .buttons = {verb + " all", Alert::kCancel}};
+}
+
 Alert details(const VordaProcess& process) {
   return {.messageText = text::displayName(process.displayName),
           .informativeText =
               "Memory: " + MemoryFormat::detail(process.memMB) + "  (" + systemMonitor() +
-              " scale)\nKind: " + text::displayName(process.product) +
-              "\nPID: " + std::to_string(process.pid) +
-              "\nOwner: " + text::displayName(process.ownerName) + gpuLinesBelow(process) +
+              " scale)\nKind: " + text::displayName(process.product) + "\nPID: " +
+              std::to_string(process.pid) + "\nOwner: " + text::displayName(process.ownerName) +
+              gpuLinesBelow(process) + leftBehindBelow(process) +
               (process.isProtected ? "\n\nProtected: cannot Force Quit from Vorda." : "") +
               "\n\nCommand:\n" + shownCommand(process)};
 }

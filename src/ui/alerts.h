@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+struct FamilyView;
 struct VordaLaunchAgent;
 struct VordaProcess;
 
@@ -63,6 +64,10 @@ std::string protectedMessage(const VordaProcess& process);
 Alert forceQuit(const VordaProcess& process);
 /// The same for a process of which only the pid is known.
 Alert forceQuit(std::int32_t pid);
+
+/// The question before all of a family that are the user's own are ended, which names them; the
+/// first button does it.
+Alert endFamily(const FamilyView& family, bool force);
 
 /// All that is known of a process; of its command line the first 800 characters, and
 /// a line that says so where there are more.

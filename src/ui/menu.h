@@ -23,11 +23,14 @@ enum class Action {
   quitProcess,   ///< represents the pid
   forceProcess,  ///< represents the VordaProcess; a pid is accepted
   showDetails,   ///< represents the VordaProcess
+  quitFamily,    ///< represents the pid of its head
+  forceFamily,   ///< represents the pid of its head
   openDockerHelp,
   unloadByLabel,      ///< represents the launch agent's label
   unloadLaunchAgent,  ///< represents the VordaLaunchAgent
   loadLaunchAgent,    ///< represents the VordaLaunchAgent
-  openRow,   ///< the front end's own: open the row's submenu as a menu of its own (short_menu.h)
+  openRow,   ///< the front end's own: open the row's submenu, or what it `opens`, as a menu of its
+             ///< own
   openMenu,  ///< the front end's own: open the whole menu in a window of its own
 };
 
@@ -60,6 +63,12 @@ struct MenuItem {
   std::optional<ProcessReference> process;    ///< the process of this row or submenu item
   std::shared_ptr<MemoryPressureView> strip;  ///< set on the strip's item alone
   std::vector<MenuItem> submenu;              ///< what it opens; empty for nothing
+  /// Of Action::openRow: what it opens, where many items share that; else nullptr.
+  std::shared_ptr<const std::vector<MenuItem>> opens;
+  /// The row that stands for this one and the others of its family, where families are folded;
+  /// nullptr for a row that stands for itself. A family's rows share it.
+  std::shared_ptr<const MenuItem> folded;
+  bool isLeftBehind = false;  ///< a row: VordaProcess::leftBehindBy
 
   bool operator==(const MenuItem&) const = default;
 };

@@ -14,6 +14,8 @@
 #include "ui/process_lists.h"
 #include "ui/strip_segments.h"
 
+const std::vector<VordaProcess> MenuContent::kNoProcesses;
+
 namespace MenuConstruction {
 namespace {
 
@@ -80,32 +82,52 @@ void addSummary(Items& items, const MenuContent& content, const ProcessList& byS
   items.push_back(label(roleSummary(kServersSummary, servers)));
 }
 
-void addProcessItems(Items& items, const ProcessList& list, const QuitRequests* quits) {
-  for (const VordaProcess* process : list) {
-    const ProcessReference reference{process->pid, process->identity};
-    items.push_back(quits == nullptr ? processItem(*process)
-                                     : processItem(*process, quits->linesOf(reference)));
+/// Makes the rows of processes.
+class Rows {
+ public:
+  explicit Rows(const MenuContent& content)
+      : quits_(content.quits),
+        families_(content.processes, content.unlistedMembers),
+        familyItems_(families_, [this](const auto& process, const auto* entries) {
+          return make(process, entries);
+        }) {}
+  Rows(const Rows&) = delete;
+  Rows& operator=(const Rows&) = delete;
+
+  MenuItem of(const VordaProcess& process) { return make(process, familyItems_.of(process)); }
+
+ private:
+  MenuItem make(const VordaProcess& process, const FamilyEntries* family) const {
+    const ProcessReference reference{process.pid, process.identity};
+    if (quits_ == nullptr) return processItem(process, {}, family);
+    return processItem(process, quits_->linesOf(reference), family);
   }
+
+  const QuitRequests* quits_;
+  FamilyViews families_;
+  FamilyItems familyItems_;
+};
+
+void addProcessItems(Items& items, const ProcessList& list, Rows& rows) {
+  for (const VordaProcess* process : list) items.push_back(rows.of(*process));
 }
 
-void addTopSection(Items& items, const ProcessList& bySize, const QuitRequests* quits) {
+void addTopSection(Items& items, const ProcessList& bySize, Rows& rows) {
   items.push_back(separator());
   items.push_back(label(kTopHeader));
   if (bySize.empty()) items.push_back(label("  (nothing above threshold)"));
-  addProcessItems(items, ProcessLists::first(bySize, kMaxTopRAM), quits);
+  addProcessItems(items, ProcessLists::first(bySize, kMaxTopRAM), rows);
 }
 
-void addSection(Items& items, const char* header, const ProcessList& list,
-                const QuitRequests* quits) {
+void addSection(Items& items, const char* header, const ProcessList& list, Rows& rows) {
   if (list.empty()) return;
   items.push_back(separator());
   items.push_back(label(header));
-  addProcessItems(items, list, quits);
+  addProcessItems(items, list, rows);
 }
 
-void addRoleSection(Items& items, const char* header, const ProcessList& list,
-                    const QuitRequests* quits) {
-  addSection(items, header, ProcessLists::first(list, kMaxAI), quits);
+void addRoleSection(Items& items, const char* header, const ProcessList& list, Rows& rows) {
+  addSection(items, header, ProcessLists::first(list, kMaxAI), rows);
 }
 
 std::optional<LaunchAgentOperation::Kind> operationOf(
@@ -166,15 +188,16 @@ Menu build(const MenuContent& content) {
 
   Menu menu;
   Items& items = menu.items;
+  Rows rows(content);
   items.push_back(stripItem(content, bySize));
   addSummary(items, content, bySize, training, servers);
-  addTopSection(items, bySize, content.quits);
+  addTopSection(items, bySize, rows);
   if (content.gpus != nullptr) {
-    addSection(items, kTopGpuHeader, ProcessLists::all(content.gpus->processes), content.quits);
+    addSection(items, kTopGpuHeader, ProcessLists::all(content.gpus->processes), rows);
   }
-  addRoleSection(items, kTrainingHeader, training, content.quits);
-  addRoleSection(items, kServersHeader, servers, content.quits);
-  addRoleSection(items, kToolsHeader, agentProcesses, content.quits);
+  addRoleSection(items, kTrainingHeader, training, rows);
+  addRoleSection(items, kServersHeader, servers, rows);
+  addRoleSection(items, kToolsHeader, agentProcesses, rows);
   addLaunchAgentSection(items, content.launchAgents, content.launchAgentOperations);
   addCommands(items);
   return menu;

@@ -12,6 +12,7 @@
 #include "scanner/gpu_sample.h"
 #include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
+#include "ui/family_items.h"
 #include "ui/menu.h"
 #include "ui/quit_requests.h"
 
@@ -24,6 +25,10 @@ struct MenuContent {
   /// What launch agents are being asked to do; those that have ended count no more.
   std::span<const LaunchAgentOperation> launchAgentOperations = {};
   const GpuSample* gpus = nullptr;  ///< what graphics cards hold, where there are any
+  /// Members of families that are not in `processes`.
+  const std::vector<VordaProcess>& unlistedMembers = kNoProcesses;
+
+  static const std::vector<VordaProcess> kNoProcesses;
 };
 
 /// Builds the menu from what was sampled, and from nothing else.
@@ -61,8 +66,10 @@ Menu build(const MenuContent& content);
 /// The processes that would have a row but for what graphics cards hold, by pid.
 std::vector<std::int32_t> shownPids(const std::vector<VordaProcess>& processes);
 
-/// A process's row and its submenu. The lines of `asked` are shown above "Quit".
-MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked = {});
+/// A process's row and its submenu. The lines of `asked` are shown above "Quit". `family`: what
+/// stands there about its family, if it has one.
+MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked = {},
+                     const FamilyEntries* family = nullptr);
 
 /// A launch agent's row and its submenu. `underWay`: what it is being asked to do, and so can't
 /// be asked for again.

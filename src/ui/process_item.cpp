@@ -5,6 +5,7 @@
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
+#include "ui/family_items.h"
 #include "ui/gpu_lines.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
@@ -92,15 +93,31 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& w
   return items;
 }
 
+/// What is said of the processes that it belongs to.
+void addFamily(MenuItem& item, const VordaProcess& process, const FamilyEntries* family) {
+  if (const std::string line = leftBehindLine(process); !line.empty()) {
+    constexpr std::ptrdiff_t kBelowOwner = 2;
+    item.isLeftBehind = true;
+    item.toolTip += "\n" + line;
+    item.submenu.insert(item.submenu.begin() + kBelowOwner, label(line));
+  }
+  if (family == nullptr) return;
+  item.toolTip += "\n" + family->toolTip;
+  item.submenu.insert(item.submenu.end(), family->items.begin(), family->items.end());
+  item.folded = family->folded;
+}
+
 }  // namespace
 
-MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked) {
+MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked,
+                     const FamilyEntries* family) {
   const Words words(process);
   MenuItem item = processRow(process, words);
   item.toolTip = processToolTip(process, words);
   item.dot = ProcessColor::color(process);
   item.process = ProcessReference{process.pid, process.identity};
   item.submenu = processSubmenu(process, words, asked);
+  addFamily(item, process, family);
   for (MenuItem& entry : item.submenu) entry.process = item.process;
   return item;
 }

@@ -139,7 +139,8 @@ Menu ofRow(const MenuItem& row) {
 
   Menu menu;
   menu.items.push_back(std::move(title));
-  menu.items.insert(menu.items.end(), row.submenu.begin(), row.submenu.end());
+  const Items& opened = row.opens ? *row.opens : row.submenu;
+  menu.items.insert(menu.items.end(), opened.begin(), opened.end());
   return menu;
 }
 

@@ -30,7 +30,7 @@ inline constexpr std::size_t kMaxRowsInLittleRoom = 5;
 /// submenu is what that action opens, and is not to be shown as a submenu.
 Menu of(const Menu& full, Room room = Room::plenty);
 
-/// What Action::openRow opens: the row's title, then its submenu.
+/// What Action::openRow opens: the row's title, then its submenu or what it `opens`.
 Menu ofRow(const MenuItem& row);
 
 }  // namespace ShortMenu

@@ -63,6 +63,9 @@ void StatusBarController::perform(std::shared_ptr<const MenuItem> item) {
       return forceProcess(sender);
     case Action::showDetails:
       return showDetails(sender);
+    case Action::quitFamily:
+    case Action::forceFamily:
+      return endFamily(sender, sender.action == Action::forceFamily);
     case Action::openDockerHelp:
       return openDockerHelp();
     case Action::unloadByLabel:
@@ -123,7 +126,7 @@ void StatusBarController::updateStrip() {
 void StatusBarController::rebuildMenu() {
   rootMenu_ = std::make_shared<const Menu>(
       MenuConstruction::build({processes_, launchAgents_, SystemMemory::snapshot(), &quitRequests_,
-                               launchAgentOperations_, &gpus_}));
+                               launchAgentOperations_, &gpus_, scan_.unlistedMembers()}));
   frontEnd_.menuRebuilt(rootMenu_);
 }
 

@@ -24,7 +24,9 @@
 class StatusBarController : public MenuDelegate {
  public:
   static constexpr double kMinMemMB = 50.0;  ///< ordinary processes are shown from this on, in MiB
-  static constexpr double kRefreshInterval = 5.0;        ///< in seconds
+  static constexpr double kRefreshInterval = 5.0;  ///< in seconds
+  /// In seconds: so long the head of a family has before the others are asked to quit.
+  static constexpr double kFamilyPatience = 5;
   static constexpr const char* kStatusTitle = "Vorda²";  ///< stands in the menu bar
 
   /// How long it waits, in seconds.
@@ -97,6 +99,22 @@ class StatusBarController : public MenuDelegate {
   void schedulePostQuitRescans();
   void startQuitClock(const ProcessReference& process);
   void updateNotice();
+
+  // Family actions.
+  /// Processes that are being ended together.
+  struct FamilyEnding {
+    std::string name = {};                       ///< of their work
+    std::vector<ProcessReference> members = {};  ///< as they were named, the head first
+    bool force = false;
+    std::string reason = {};  ///< why one could not be told; "" when all could
+  };
+  void endFamily(Sender sender, bool force);
+  static void tell(FamilyEnding& ending, const ProcessReference& process);
+  void askRestOfFamily(FamilyEnding ending);
+  void tellLater(FamilyEnding ending, double seconds);
+  void tellFamilyOutcome(FamilyEnding ending);
+  void afterFamily(double seconds, FamilyEnding ending,
+                   void (StatusBarController::*next)(FamilyEnding));
 
   // Launch agent actions.
   void unloadLaunchAgent(Sender sender);

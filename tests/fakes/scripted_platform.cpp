@@ -106,6 +106,7 @@ bool lookAtProcess(std::int32_t pid, ProcessFacts& facts) {
   lastIdentity = process->identity;
   facts.effectiveUid = process->effectiveUid;
   facts.parent = process->parent;
+  facts.session = process->session;
   facts.startTime = process->startTime;
   facts.fingerprint = fingerprintOf(*process);
   facts.identity.reset();

@@ -24,6 +24,7 @@ struct ScriptedProcess {
   std::optional<double> footprintMB = 100;
   std::optional<std::uint64_t> identity = 1;
   std::optional<std::int32_t> parent;
+  std::optional<std::int32_t> session;
   std::optional<std::uint64_t> startTime = 1;
   bool isCut = false;  ///< it has more arguments than these
   /// Where the executable has a say in what the arguments are.

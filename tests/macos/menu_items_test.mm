@@ -54,6 +54,16 @@ TEST_F(MenuItems, StandInTheirOrder) {
   EXPECT_THAT(appkit::titles(menu), ElementsAre("a", "-", "b"));
 }
 
+TEST_F(MenuItems, FillASharedMenuWhenItOpens) {
+  MenuItem item{.title = "Its 2 processes…", .action = Action::openRow};
+  item.opens = std::make_shared<const std::vector<MenuItem>>(
+      std::vector<MenuItem>{{.title = "a"}, {.title = "b"}});
+  NSMenu* submenu = [only(item) submenu];
+  EXPECT_EQ([submenu numberOfItems], 0);
+  [[submenu delegate] menuNeedsUpdate:submenu];
+  EXPECT_THAT(appkit::titles(submenu), ElementsAre("a", "b"));
+}
+
 TEST_F(MenuItems, SayThemselvesWhetherTheyAreEnabled) {
   EXPECT_FALSE([only({.title = "a", .enabled = false}) isEnabled]);
   EXPECT_TRUE([only({.title = "a"}) isEnabled]);
@@ -236,6 +246,8 @@ INSTANTIATE_TEST_SUITE_P(
                     ActionRow{"forceProcess:", Action::forceProcess, process(), kProcess},
                     ActionRow{"forceProcess:", Action::forceProcess, std::int32_t{5}, kProcess},
                     ActionRow{"showDetails:", Action::showDetails, process(), kUnidentified},
+                    ActionRow{"quitFamily:", Action::quitFamily, std::int32_t{5}, kProcess},
+                    ActionRow{"forceFamily:", Action::forceFamily, std::int32_t{5}, kProcess},
                     ActionRow{"unloadByLabel:", Action::unloadByLabel, std::string("com.a"), {}},
                     ActionRow{"unloadAgent:", Action::unloadLaunchAgent, launchAgent(), {}},
                     ActionRow{"loadAgent:", Action::loadLaunchAgent, launchAgent(), {}}),

@@ -71,21 +71,22 @@ TEST_P(ProcessStatText, TellsWhereAProcessComesFrom) {
   EXPECT_EQ(stat->isKernelThread, expected->isKernelThread);
   EXPECT_EQ(stat->threads, expected->threads);
   EXPECT_EQ(stat->startTicks, expected->startTicks);
+  EXPECT_EQ(stat->session, expected->session);
 }
 
 const StatRow kStatRows[] = {
     {"AnOrdinaryProcess",
-     "812 (bash) S 800 812 812 34816 812 4194304 1 2 3 4 5 6 7 8 20 0 1 0 12345 9 9 9\n",
-     {{'S', 800, false, 1, 12345}}},
+     "812 (bash) S 800 812 811 34816 812 4194304 1 2 3 4 5 6 7 8 20 0 1 0 12345 9 9 9\n",
+     {{'S', 800, false, 1, 12345, 811}}},
     {"ANameWithBlanksAndParentheses",
      "812 (a) b (c) S) S 800 812 812 34816 812 4194304 1 2 3 4 5 6 7 8 20 0 4 0 777 9 9 9\n",
-     {{'S', 800, false, 4, 777}}},
+     {{'S', 800, false, 4, 777, 812}}},
     {"AKernelThread",
      "2 (kthreadd) S 0 0 0 0 -1 2129984 0 0 0 0 0 0 0 0 20 0 1 0 0 0 0\n",
      {{'S', 0, true, 1, 0}}},
     {"AZombie",
      "9 (sh) Z 8 9 9 0 -1 4227084 0 0 0 0 0 0 0 0 20 0 2 0 42 0 0\n",
-     {{'Z', 8, false, 2, 42}}},
+     {{'Z', 8, false, 2, 42, 9}}},
     {"NegativeFieldsBefore",
      "1 (x) S 0 -1 -1 0 -1 0 0 0 0 0 0 0 0 0 20 -5 1 0 42 9\n",
      {{'S', 0, false, 1, 42}}},

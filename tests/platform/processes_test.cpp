@@ -221,6 +221,7 @@ TEST(ReadProcess, TellsParentAndStart) {
   ProcessFacts facts;
   ASSERT_TRUE(platform::readProcess(odd.pid(), facts));
   EXPECT_EQ(facts.parent, getpid());
+  EXPECT_EQ(facts.session, getsid(0));
   constexpr std::uint64_t kTick = 10'000'000;  // nanoseconds
   ASSERT_TRUE(facts.startTime);
   EXPECT_GE(*facts.startTime, before);

@@ -1,11 +1,48 @@
 #include "frontends/appkit/menu_items.h"
 
+#include <memory>
+#include <vector>
+
 #include "frontends/appkit/pictures.h"
 #include "frontends/appkit/represented_object.h"
 #include "frontends/appkit/strip_view.h"
 #include "platform/macos/foundation_text.h"
 #include "text/display_line.h"
 #include "ui/row_parts.h"
+
+/// A submenu that many items share: it is filled when it is about to open.
+@interface VordaLateMenu : NSMenu <NSMenuDelegate> {
+ @private
+  const std::shared_ptr<const std::vector<MenuItem>>* values_;
+  VordaMenuTarget* itemTarget_;
+}
+- (instancetype)initWithValues:(const std::shared_ptr<const std::vector<MenuItem>>&)values
+                        target:(VordaMenuTarget*)target;
+@end
+
+@implementation VordaLateMenu
+
+- (instancetype)initWithValues:(const std::shared_ptr<const std::vector<MenuItem>>&)values
+                        target:(VordaMenuTarget*)target {
+  self = [super init];
+  if (self != nil) {
+    values_ = new std::shared_ptr<const std::vector<MenuItem>>(values);
+    itemTarget_ = target;
+    [self setDelegate:self];
+  }
+  return self;
+}
+
+- (void)dealloc {
+  delete values_;
+  [super dealloc];
+}
+
+- (void)menuNeedsUpdate:(NSMenu*)menu {
+  if ([menu numberOfItems] == 0) fillMenu(menu, **values_, itemTarget_);
+}
+
+@end
 
 namespace {
 
@@ -30,7 +67,10 @@ NSMenuItem* nsMenuItem(const MenuItem& value, VordaMenuTarget* target) {
   if (value.strip) {
     [item setView:[[[VordaStripView alloc] initWithStrip:value.strip] autorelease]];
   }
-  if (!value.submenu.empty()) {
+  if (value.opens) {
+    [item setSubmenu:[[[VordaLateMenu alloc] initWithValues:value.opens
+                                                     target:target] autorelease]];
+  } else if (!value.submenu.empty()) {
     NSMenu* submenu = [[[NSMenu alloc] init] autorelease];
     fillMenu(submenu, value.submenu, target);
     [item setSubmenu:submenu];

@@ -24,6 +24,8 @@
 - (void)openDockerHelp;
 - (void)quitProcess:(NSMenuItem*)sender;
 - (void)forceProcess:(NSMenuItem*)sender;
+- (void)quitFamily:(NSMenuItem*)sender;
+- (void)forceFamily:(NSMenuItem*)sender;
 - (void)showDetails:(NSMenuItem*)sender;
 - (void)unloadByLabel:(NSMenuItem*)sender;
 - (void)unloadAgent:(NSMenuItem*)sender;

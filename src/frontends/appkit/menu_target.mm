@@ -48,6 +48,10 @@ SEL selectorOf(Action action) {
       return @selector(forceProcess:);
     case Action::showDetails:
       return @selector(showDetails:);
+    case Action::quitFamily:
+      return @selector(quitFamily:);
+    case Action::forceFamily:
+      return @selector(forceFamily:);
     case Action::openDockerHelp:
       return @selector(openDockerHelp);
     case Action::unloadByLabel:
@@ -120,6 +124,14 @@ SEL selectorOf(Action action) {
 
 - (void)forceProcess:(NSMenuItem*)sender {
   [self perform:Action::forceProcess sender:sender];
+}
+
+- (void)quitFamily:(NSMenuItem*)sender {
+  [self perform:Action::quitFamily sender:sender];
+}
+
+- (void)forceFamily:(NSMenuItem*)sender {
+  [self perform:Action::forceFamily sender:sender];
 }
 
 - (void)showDetails:(NSMenuItem*)sender {

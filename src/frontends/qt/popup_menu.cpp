@@ -93,8 +93,21 @@ class ShownActions {
   QList<QAction*> obsolete_;
 };
 
+/// What many rows share is made when it is looked at.
+void fillLater(ItemAction& action, const OnNewSubmenu& onNewSubmenu) {
+  if (action.menu() != nullptr) return;
+  auto* const menu = new QMenu;
+  action.setMenu(menu);
+  onNewSubmenu(*menu);
+  QObject::connect(menu, &QMenu::aboutToShow, &action, [&action, menu, onNewSubmenu] {
+    const auto& item = action.item();
+    if (item->opens) fillMenu(*menu, item->opens, onNewSubmenu);
+  });
+}
+
 void fillSubmenu(ItemAction& action, const OnNewSubmenu& onNewSubmenu) {
   const auto& item = action.item();
+  if (item->opens) return fillLater(action, onNewSubmenu);
   if (item->submenu.empty()) {
     delete action.menu();
     return;

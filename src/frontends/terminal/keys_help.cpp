@@ -13,6 +13,7 @@ Alert keysAlert() {
               "← Esc        Close it again\n"
               "Tab          Next button\n"
               "r            Refresh now\n"
+              "f            Fold families, unfold\n"
               "?            This list\n"
               "q            Quit Vorda\n"
               "\n"

@@ -21,10 +21,11 @@ constexpr int kLabelX = 1;
 constexpr int kTitleX = 3;  // to the right of the dot
 constexpr Style kFaint{.dim = true};
 
-/// "  [A]" for a process with a segment in the strip.
+/// "  [A]" for a process with a segment in the strip; and whether it was left behind.
 std::string tagOf(const MenuItem& row, const MenuView& view) {
-  if (!row.process || view.strip() == nullptr) return {};
-  return segmentTag(*view.strip(), row.process->pid);
+  const std::string mark = row.isLeftBehind ? "  left behind" : "";
+  if (!row.process || view.strip() == nullptr) return mark;
+  return segmentTag(*view.strip(), row.process->pid) + mark;
 }
 
 bool isLabel(const MenuItem& item) {
@@ -136,6 +137,7 @@ void paintKeys(CellGrid& grid, const MenuView& view, const Box& box, const Look&
     hints.insert(hints.end(), {{"Enter", "Choose"}, {"Esc", "Back"}});
   } else {
     hints.insert(hints.end(), {{"Enter", "Open"}, {"r", "Refresh"}});
+    if (view.canFold()) hints.push_back({"f", view.isFolded() ? "Unfold" : "Fold"});
   }
   hints.insert(hints.end(), {{"?", "Keys"}, {"q", "Quit"}});
 

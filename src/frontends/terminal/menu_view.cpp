@@ -1,9 +1,12 @@
 #include "frontends/terminal/menu_view.h"
 
+#include <algorithm>
+#include <memory>
 #include <utility>
 #include <vector>
 
 #include "frontends/terminal/menu_geometry.h"
+#include "ui/folded_menu.h"
 
 namespace terminal {
 namespace {
@@ -16,6 +19,10 @@ std::size_t firstChoice(Items items) {
     if (items[i].action == Action::showDetails) return i;
   }
   return 0;
+}
+
+Items itemsBelow(const MenuItem& item) {
+  return item.opens ? Items(*item.opens) : Items(item.submenu);
 }
 
 using Request = MenuRequest::Kind;
@@ -91,8 +98,21 @@ const MenuItem* MenuView::selectedRow() const {
   return index && *index < rows().size() ? &rows()[*index] : nullptr;
 }
 
+bool MenuView::canFold() const {
+  return whole_ != nullptr && std::ranges::any_of(whole_->items, [](const MenuItem& item) {
+           return item.folded != nullptr;
+         });
+}
+
 Items MenuView::submenuItems() const {
-  return selectedRow() != nullptr ? Items(selectedRow()->submenu) : Items();
+  if (selectedRow() == nullptr) return {};
+  Items items(selectedRow()->submenu);
+  for (const Outer& outer : outer_) {
+    const auto index = findItem(items, outer.key);
+    if (!index) return {};
+    items = itemsBelow(items[*index]);
+  }
+  return items;
 }
 
 void MenuView::remember() {
@@ -115,7 +135,8 @@ void MenuView::remember() {
 
 void MenuView::rebuilt(std::shared_ptr<const Menu> menu, int height) {
   const bool isFirst = menu_ == nullptr;
-  menu_ = std::move(menu);
+  whole_ = std::move(menu);
+  menu_ = isFolded_ ? std::make_shared<const Menu>(foldedMenu(*whole_)) : whole_;
   const auto row = selectedKey_ ? findItem(rows(), *selectedKey_) : std::nullopt;
   if (row) {
     cursor_.follow(rows(), *row, height);
@@ -123,6 +144,11 @@ void MenuView::rebuilt(std::shared_ptr<const Menu> menu, int height) {
     cursor_.selectNearest(rows(), 0, height);
   } else {
     rest(height);
+  }
+  while (!outer_.empty() && submenuItems().empty()) {
+    selectedItem_ = outer_.back().key;
+    submenu_ = outer_.back().cursor;
+    outer_.pop_back();
   }
   if (submenu_) {
     const auto item = selectedItem_ ? findItem(submenuItems(), *selectedItem_) : std::nullopt;
@@ -150,6 +176,7 @@ void MenuView::openSubmenu() {
 
 void MenuView::closeSubmenu() {
   submenu_.reset();
+  outer_.clear();
   selectedItem_.reset();
 }
 
@@ -168,7 +195,9 @@ void MenuView::resized(const MenuGeometry& geometry) {
 MenuRequest MenuView::handle(const Input& input, const MenuGeometry& geometry) {
   const Input key = translated(input);
   MenuRequest request;
-  if (key.kind == Input::Kind::character) {
+  if (key.kind == Input::Kind::character && key.character == U'f') {
+    if (!submenu_) fold(geometry.list.height);
+  } else if (key.kind == Input::Kind::character) {
     request = requestOf(key.character);
   } else if (key.kind == Input::Kind::click) {
     request = handleClick(key, geometry);
@@ -195,6 +224,12 @@ MenuRequest MenuView::choose(bool performs) {
   return {};
 }
 
+void MenuView::fold(int height) {
+  if (whole_ == nullptr || (!isFolded_ && !canFold())) return;
+  isFolded_ = !isFolded_;
+  rebuilt(whole_, height);
+}
+
 MenuRequest MenuView::handleInList(const Input& input, int height) {
   if (moved(cursor_, rows(), input, height)) return {};
   const bool enter = input.kind == Input::Kind::enter;
@@ -204,12 +239,29 @@ MenuRequest MenuView::handleInList(const Input& input, int height) {
 MenuRequest MenuView::handleInSubmenu(const Input& input, int height) {
   if (moved(*submenu_, submenuItems(), input, height)) return {};
   if (input.kind == Input::Kind::left || input.kind == Input::Kind::escape) {
+    if (!outer_.empty()) {
+      submenu_ = outer_.back().cursor;
+      outer_.pop_back();
+      return {};
+    }
     closeSubmenu();
     return {Request::closeSubmenu};
   }
   const auto index = submenu_->selected();
-  if (input.kind != Input::Kind::enter || !index) return {};
-  return performing(submenuItems()[*index]);
+  const bool opens =
+      input.kind == Input::Kind::right && index && !itemsBelow(submenuItems()[*index]).empty();
+  if (!index || (input.kind != Input::Kind::enter && !opens)) return {};
+  return chooseInSubmenu(*index);
+}
+
+/// Performs the item, or opens what is below it.
+MenuRequest MenuView::chooseInSubmenu(std::size_t index) {
+  const MenuItem& item = submenuItems()[index];
+  if (itemsBelow(item).empty()) return performing(item);
+  outer_.push_back({*submenu_, itemKeys(submenuItems())[index]});
+  submenu_.emplace();
+  selectInSubmenu(firstChoice(submenuItems()));
+  return {};
 }
 
 MenuRequest MenuView::handleClick(const Input& input, const MenuGeometry& geometry) {
@@ -217,7 +269,7 @@ MenuRequest MenuView::handleClick(const Input& input, const MenuGeometry& geomet
     const auto index = geometry.submenuItemAt(input.x, input.y, *this);
     if (!index || !isSelectable(submenuItems()[*index])) return {};
     submenu_->select(submenuItems(), *index, geometry.submenuHeight());
-    return performing(submenuItems()[*index]);
+    return chooseInSubmenu(*index);
   }
 
   const bool wasOpen = submenu_.has_value();

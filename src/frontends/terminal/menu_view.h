@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "frontends/terminal/input.h"
 #include "frontends/terminal/list_cursor.h"
@@ -50,9 +51,15 @@ class MenuView {
   void setHint(std::string hint) { hint_ = std::move(hint); }
   ///@}
 
+  /// Whether there are families, and whether each is folded into one row.
+  ///@{
+  bool canFold() const;
+  bool isFolded() const { return isFolded_; }
+  ///@}
+
   bool submenuIsOpen() const { return submenu_.has_value(); }
-  Items submenuItems() const;
-  const ListCursor& submenuCursor() const { return *submenu_; }
+  Items submenuItems() const;                                    ///< of the innermost
+  const ListCursor& submenuCursor() const { return *submenu_; }  ///< of the innermost
 
   /// Opens the selected row's submenu, if it has one, and selects in it what does no harm: the
   /// details.
@@ -70,18 +77,29 @@ class MenuView {
   MenuRequest handleClick(const Input& input, const MenuGeometry& geometry);
   MenuRequest choose(bool performs);
   MenuRequest performing(const MenuItem& item) const;
+  MenuRequest chooseInSubmenu(std::size_t index);
   void selectInSubmenu(std::size_t index);
+  void fold(int height);
   void rest(int height);
   void remember();
 
-  std::shared_ptr<const Menu> menu_;
+  /// A submenu in which another one is open.
+  struct Outer {
+    ListCursor cursor;
+    ItemKey key;  ///< of the item whose submenu is open
+  };
+
+  std::shared_ptr<const Menu> whole_;
+  std::shared_ptr<const Menu> menu_;  ///< as it is shown: whole, or with families folded
+  bool isFolded_ = false;
   std::string notice_;
   std::string hint_;
   ListCursor cursor_;
   std::optional<ItemKey> selectedKey_;
   std::optional<ItemKey> nextKey_;  ///< of the row below the selection
   std::optional<ListCursor> submenu_;
-  std::optional<ItemKey> selectedItem_;  ///< of the submenu, while it is open
+  std::vector<Outer> outer_;             ///< outermost first
+  std::optional<ItemKey> selectedItem_;  ///< of the innermost submenu, while it is open
 };
 
 }  // namespace terminal

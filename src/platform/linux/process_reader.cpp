@@ -83,9 +83,11 @@ bool ProcessReader::lookAt(std::int32_t pid, ProcessFacts& facts) {
   lastOwner_ = *facts.effectiveUid;
   if (!process.stat || isParentOutdated(process)) learn(process);
   facts.parent.reset();
+  facts.session.reset();
   facts.startTime.reset();
   if (process.stat) {
     facts.parent = process.stat->parent;
+    if (process.stat->session > 0) facts.session = process.stat->session;
     facts.startTime = (process.stat->startTicks + 1) * tickNanoseconds_;
   }
   if (!lastBlock_.empty())

@@ -71,10 +71,12 @@ std::optional<ProcessStat> processStat(std::string_view stat) {
   // Numbered as in proc(5). The state is the first field behind the name.
   constexpr int kState = 3;
   constexpr int kParent = 4;
+  constexpr int kSession = 6;
   constexpr int kFlags = 9;
   constexpr int kThreads = 20;
   constexpr int kStartTime = 22;
   const auto parent = numberInField(stat, kParent - kState);
+  const auto session = numberInField(stat, kSession - kState);
   const auto flags = numberInField(stat, kFlags - kState);
   const auto threads = numberInField(stat, kThreads - kState);
   const auto start = numberInField(stat, kStartTime - kState);
@@ -84,7 +86,8 @@ std::optional<ProcessStat> processStat(std::string_view stat) {
                      .parent = static_cast<std::int32_t>(*parent),
                      .isKernelThread = (*flags & kKernelThreadFlag) != 0,
                      .threads = static_cast<int>(*threads),
-                     .startTicks = *start};
+                     .startTicks = *start,
+                     .session = static_cast<std::int32_t>(session.value_or(0))};
 }
 
 ProcessState stateOf(const ProcessStat& stat) {

@@ -27,6 +27,7 @@ struct ProcessStat {
   bool isKernelThread = false;   ///< it runs no program
   int threads = 0;               ///< those that have not ended; the first counts until all have
   std::uint64_t startTicks = 0;  ///< when it was started, in clock ticks since boot
+  std::int32_t session = 0;      ///< the pid that began its session; 0: none that can be seen
 };
 
 /// None when the text is not whole.

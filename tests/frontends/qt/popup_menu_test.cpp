@@ -254,4 +254,25 @@ TEST_F(PopupMenuTest, AHundredThousandCharactersFitTheScreen) {
   EXPECT_LT(menu.width(), 4000);
 }
 
+TEST_F(PopupMenuTest, WhatRowsShareIsMadeWhenItOpens) {
+  MenuItem row = processRow(11, "torchrun");
+  row.submenu = {actionItem("Its 2 processes…", Action::openRow)};
+  row.submenu[0].opens = std::make_shared<const std::vector<MenuItem>>(
+      std::vector{processRow(12, "rank"), processRow(13, "rank")});
+  menu.setMenu(menuOf({row}));
+  open();
+  press(menu, Qt::Key_Down);
+  press(menu, Qt::Key_Right);
+  QMenu* const members = submenu(0)->actions()[0]->menu();
+  ASSERT_NE(members, nullptr);
+  EXPECT_TRUE(members->actions().isEmpty());
+  press(*submenu(0), Qt::Key_Right);
+  ASSERT_TRUE(members->isVisible());
+  ASSERT_EQ(members->actions().size(), 2);
+  EXPECT_EQ(members->actions()[1]->text(), "rank  ·  312 MB");
+  press(*members, Qt::Key_Right);
+  press(*members->actions()[0]->menu(), Qt::Key_Return);
+  EXPECT_EQ(chosen, std::vector<std::string>{"Quit"});
+}
+
 }  // namespace

@@ -69,6 +69,19 @@ TEST(MenuPicture, FillsAnOrdinaryTerminal) {
                 " ↑↓ Move  Enter Open  r Refresh  ? Keys  q Quit\n");
 }
 
+TEST(MenuPicture, MarksWhoWasLeftBehindAndTellsOfFolding) {
+  MenuView view;
+  Menu menu = sample();
+  for (MenuItem& item : menu.items) {
+    if (item.title != "P2") continue;
+    item.isLeftBehind = true;
+    item.folded = std::make_shared<MenuItem>(item);
+  }
+  const std::string picture = pictureOf(painted(view, menu, {80, 24}, kMonochrome));
+  EXPECT_THAT(picture, HasSubstr(" ● P2  [B]  left behind\n"));
+  EXPECT_THAT(picture, HasSubstr("r Refresh  f Fold  ? Keys"));
+}
+
 TEST(MenuPicture, ScrollsInTheSmallestTerminal) {
   MenuView view;
   EXPECT_EQ(pictureOf(painted(view, sample(), {40, 10}, kMonochrome)),

@@ -387,4 +387,77 @@ TEST(EmptyMenu, CanBeUsed) {
   EXPECT_EQ(menu.selected(), "");
 }
 
+/// A family of two rows, P1 and P2, that share a menu of their own and a folded row; and P3.
+Menu withFamily() {
+  Menu menu = threeProcesses();
+  const auto members = std::make_shared<const std::vector<MenuItem>>(
+      std::vector{SampleMenu::process(1, "M1"), SampleMenu::process(2, "M2")});
+  auto folded = std::make_shared<MenuItem>(SampleMenu::process(1, "Both"));
+  for (MenuItem& item : menu.items) {
+    if (item.title != "P1" && item.title != "P2") continue;
+    item.submenu.push_back({.title = "Its 2 processes…", .action = Action::openRow});
+    item.submenu.back().opens = members;
+    item.folded = folded;
+  }
+  return menu;
+}
+
+TEST(MenuViewWithFamilies, OpensAMembersMenuWithinTheMenu) {
+  UsedMenu menu(withFamily());
+  ASSERT_EQ(menu.selected(), "P1");
+  menu.view.openSubmenu();
+  menu.press(key(Kind::end));
+  ASSERT_EQ(menu.selectedInSubmenu(), "Its 2 processes…");
+  EXPECT_EQ(menu.press(key(Kind::enter)).kind, Request::nothing);
+  EXPECT_EQ(menu.selectedInSubmenu(), "M1");
+  menu.press(key(Kind::down));
+  EXPECT_EQ(menu.press(key(Kind::right)).kind, Request::nothing);
+  EXPECT_EQ(menu.selectedInSubmenu(), "Full details…");
+  const MenuRequest request = menu.press(key(Kind::enter));
+  EXPECT_EQ(request.kind, Request::perform);
+  EXPECT_EQ(request.item->action, Action::showDetails);
+
+  menu.rebuild(withFamily());
+  EXPECT_EQ(menu.selectedInSubmenu(), "Full details…") << "it stays where it is";
+  EXPECT_EQ(menu.press(key(Kind::escape)).kind, Request::nothing);
+  EXPECT_EQ(menu.selectedInSubmenu(), "M2");
+  menu.press(key(Kind::left));
+  EXPECT_EQ(menu.selectedInSubmenu(), "Its 2 processes…");
+  EXPECT_EQ(menu.press(key(Kind::left)).kind, Request::closeSubmenu);
+}
+
+TEST(MenuViewWithFamilies, GoesBackFromAMenuThatIsGone) {
+  UsedMenu menu(withFamily());
+  menu.view.openSubmenu();
+  menu.press(key(Kind::end));
+  menu.press(key(Kind::enter));
+  menu.rebuild(threeProcesses());
+  ASSERT_TRUE(menu.view.submenuIsOpen());
+  EXPECT_EQ(menu.selectedInSubmenu(), "Full details…");
+}
+
+TEST(MenuViewWithFamilies, FoldsAndUnfoldsThem) {
+  const auto titles = [](const MenuView& view) {
+    std::string all;
+    for (const MenuItem& item : view.rows()) {
+      if (item.process) all += item.title + " ";
+    }
+    return all;
+  };
+  UsedMenu menu(withFamily());
+  EXPECT_TRUE(menu.view.canFold());
+  menu.press(letter(U'f'));
+  EXPECT_EQ(titles(menu.view), "Both P3 ");
+  EXPECT_EQ(menu.selected(), "Both") << "the selection is still about the same process";
+  menu.rebuild(withFamily());
+  EXPECT_EQ(titles(menu.view), "Both P3 ");
+  menu.press(letter(U'f'));
+  EXPECT_EQ(titles(menu.view), "P1 P2 P3 ");
+
+  menu.rebuild(threeProcesses());
+  EXPECT_FALSE(menu.view.canFold());
+  menu.press(letter(U'f'));
+  EXPECT_FALSE(menu.view.isFolded());
+}
+
 }  // namespace

@@ -1,0 +1,70 @@
+#include "ui/family_items.h"
+
+#include "scanner/memory_format.h"
+#include "ui/menu_builders.h"
+#include "ui/row_parts.h"
+
+namespace {
+
+using MenuBuilders::command;
+using MenuBuilders::label;
+using MenuBuilders::named;
+using MenuBuilders::separator;
+
+/// The compact form within a sentence.
+std::string size(double memMB) {
+  const std::string text = MemoryFormat::compact(memMB);
+  return text.substr(text.find_first_not_of(' '));
+}
+
+}  // namespace
+
+const FamilyEntries* FamilyItems::of(const VordaProcess& process) {
+  const FamilyView* const family = families_.of(process);
+  if (family == nullptr) return nullptr;
+  const auto [entries, isNew] = made_.try_emplace(family->head);
+  if (isNew) entries->second = entriesOf(*family);
+  return &entries->second;
+}
+
+FamilyEntries FamilyItems::entriesOf(const FamilyView& family) const {
+  const std::string count = std::to_string(family.members.size());
+  std::vector<MenuItem> members;
+  std::size_t own = 0;
+  for (const VordaProcess* member : family.members) {
+    if (!member->isProtected) ++own;
+    if (members.size() < kMaxMembers) members.push_back(makeRow_(*member, nullptr));
+  }
+  if (family.members.size() > kMaxMembers) {
+    members.push_back(
+        label("and " + std::to_string(family.members.size() - kMaxMembers) + " more"));
+  }
+
+  FamilyEntries entries{.toolTip = "One of " + count + " of " + family.name};
+  entries.items.push_back(separator());
+  entries.items.push_back(label("Runs as " + count + " processes" + RowParts::kSeparator +
+                                "up to " + size(family.memMB)));
+  entries.items.push_back(command("Its " + count + " processes…", Action::openRow));
+  entries.items.back().opens = std::make_shared<const std::vector<MenuItem>>(std::move(members));
+  if (own > 1) {
+    const std::string all = "Quit all " + std::to_string(own) + "…";
+    entries.items.push_back(command(all, Action::quitFamily, family.head));
+    entries.items.push_back(command("Force " + all, Action::forceFamily, family.head));
+  }
+
+  const VordaProcess& main = family.main();
+  MenuItem folded = makeRow_(main, &entries);
+  const MenuItem title =
+      named(main.labRole == LabRole::none ? "" : "★ ", family.name,
+            "  (" + count + ")" + RowParts::kSeparator + MemoryFormat::compact(family.memMB));
+  folded.title = title.title;
+  folded.name = title.name;
+  entries.folded = std::make_shared<const MenuItem>(std::move(folded));
+  return entries;
+}
+
+std::string leftBehindLine(const VordaProcess& process) {
+  if (!process.leftBehindBy) return {};
+  return "Left behind: pid " + std::to_string(*process.leftBehindBy) +
+         ", which started it, has ended";
+}

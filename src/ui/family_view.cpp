@@ -1,0 +1,54 @@
+#include "ui/family_view.h"
+
+#include <algorithm>
+
+#include "text/display_line.h"
+#include "text/unicode.h"
+
+namespace {
+
+/// The head, then the largest first.
+void sortMembers(FamilyView& family) {
+  std::ranges::stable_sort(family.members, [&family](const auto* a, const auto* b) {
+    const bool aIsHead = a->pid == family.head;
+    const bool bIsHead = b->pid == family.head;
+    return aIsHead != bIsHead ? aIsHead : a->memMB > b->memMB;
+  });
+}
+
+}  // namespace
+
+const VordaProcess& FamilyView::main() const {
+  const VordaProcess& first = *members.front();
+  if (first.labRole != LabRole::none) return first;
+  const auto known = std::ranges::find_if(
+      members, [](const auto* process) { return process->labRole != LabRole::none; });
+  return known == members.end() ? first : **known;
+}
+
+FamilyViews::FamilyViews(const std::vector<VordaProcess>& listed,
+                         const std::vector<VordaProcess>& unlisted) {
+  for (const auto* list : {&listed, &unlisted}) {
+    for (const VordaProcess& process : *list) {
+      if (!process.family) continue;
+      FamilyView& family = families_[*process.family];
+      family.head = *process.family;
+      family.members.push_back(&process);
+      family.memMB += process.memMB;
+    }
+  }
+  std::erase_if(families_, [](const auto& entry) { return entry.second.members.size() < 2; });
+  for (auto& [head, family] : families_) {
+    sortMembers(family);
+    family.name = text::shortened(text::displayName(family.main().displayName), 42, 41);
+  }
+}
+
+const FamilyView* FamilyViews::headedBy(std::int32_t head) const {
+  const auto found = families_.find(head);
+  return found == families_.end() ? nullptr : &found->second;
+}
+
+const FamilyView* FamilyViews::of(const VordaProcess& process) const {
+  return process.family ? headedBy(*process.family) : nullptr;
+}

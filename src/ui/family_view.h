@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "scanner/vorda_process.h"
+#include "ui/process_lists.h"
+
+/// The processes of one piece of work, of which there are two at least.
+struct FamilyView {
+  std::int32_t head = 0;  ///< the pid of the process that began it, which may be nobody's row
+  std::string name;       ///< what the work is called, made safe to show
+  /// The one that began it first, where it is known, then the largest first. Points into the
+  /// sample.
+  ProcessList members;
+  double memMB = 0;  ///< the sum of their footprints, in MiB: what they share counts for each
+
+  /// The one whose name and colour stand for all: the head, unless another's work is known better.
+  const VordaProcess& main() const;
+};
+
+/// The families of a sample.
+class FamilyViews {
+ public:
+  /// `unlisted`: the members that are not in `listed`. Both outlive it.
+  FamilyViews(const std::vector<VordaProcess>& listed, const std::vector<VordaProcess>& unlisted);
+
+  /// By the pid of the head, or of the process; nullptr for none.
+  ///@{
+  const FamilyView* headedBy(std::int32_t head) const;
+  const FamilyView* of(const VordaProcess& process) const;
+  ///@}
+
+ private:
+  std::map<std::int32_t, FamilyView> families_;  ///< by the head's pid
+};
