@@ -9,6 +9,7 @@
 
 #include "platform/processes.h"
 #include "scanner/lab_role.h"
+#include "scanner/mapped_sampling.h"
 #include "scanner/vorda_process.h"
 
 namespace ProcessScanner {
@@ -51,6 +52,7 @@ struct KnownProcess {
   bool isFamilyBorder = false;  ///< family_borders.h
   /// It is shown beside its family although it is not listed.
   bool isUnlistedMember = false;
+  std::optional<MappedFilesRead> mappedFiles;  ///< none: it was not asked
   /// With another executable it might have another role, or another name that is never shown.
   /// When not, the executable need not be asked while the process is not listed.
   bool dependsOnExecutable = false;

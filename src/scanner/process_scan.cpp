@@ -64,6 +64,24 @@ void giveRole(KnownProcess& process) {
 
 }  // namespace
 
+namespace {
+
+/// A server whose command line names no model is called after the one that it has mapped.
+void nameMappedModel(VordaProcess& row) {
+  if (row.labRole != LabRole::inference || !row.mapped || row.mapped->modelMB == 0) return;
+  const std::string& file = row.mapped->files.front().name;
+  if (file.starts_with("sha256-")) return;
+  constexpr std::string_view kNoModel = ": LLM";
+  const std::size_t end = std::min(row.displayName.find("  (:"), row.displayName.size());
+  const std::string_view name = std::string_view(row.displayName).substr(0, end);
+  const bool isUnnamed = name.ends_with(kNoModel);
+  if (!isUnnamed && name.find(": ") != std::string_view::npos) return;
+  const std::size_t begin = isUnnamed ? end - kNoModel.size() : end;
+  row.displayName.replace(begin, end - begin, ": " + basenameModel(file));
+}
+
+}  // namespace
+
 std::vector<VordaProcess> scan(double minMemMB) {
   return scan(minMemMB, LaunchAgentScanner::scan());
 }
@@ -290,6 +308,8 @@ void RepeatedScan::fillRow(KnownProcess& process, std::span<const VordaLaunchAge
   row.identity = sampler_.identity();
   row.startTime = sampler_.startTime();
   if (process.waits) giveRole(process);
+  row.mapped = mappedMemory(process.pid, row.memMB, !row.isProtected, process.mappedFiles);
+  nameMappedModel(row);
 }
 
 /// Of a launcher and the program that it waits for one has the role: the launcher only while no

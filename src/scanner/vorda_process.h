@@ -9,6 +9,7 @@
 
 #include "scanner/gpu_memory.h"
 #include "scanner/lab_role.h"
+#include "scanner/mapped_memory.h"
 
 /// One sampled process, as the menu shows it. A plain value. Two samples of one process whose
 /// memory has changed are different values with the same id().
@@ -39,6 +40,8 @@ struct VordaProcess {
   std::optional<std::int32_t> family = std::nullopt;
   /// The pid of the process that started it, or its family, when that was seen and has ended.
   std::optional<std::int32_t> leftBehindBy = std::nullopt;
+  /// What it has mapped and shares; none where that is not worth a word.
+  std::optional<MappedMemory> mapped = std::nullopt;
 
   /// The same from one sample to the next.
   std::int32_t id() const { return pid; }

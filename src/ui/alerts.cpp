@@ -12,6 +12,7 @@
 #include "ui/family_items.h"
 #include "ui/family_view.h"
 #include "ui/gpu_lines.h"
+#include "ui/mapped_lines.h"
 
 std::vector<std::string> Alert::shownButtons() const {
   return buttons.empty() ? std::vector<std::string>{"OK"} : buttons;
@@ -49,6 +50,14 @@ std::string gpuLinesBelow(const VordaProcess& process) {
 std::string leftBehindBelow(const VordaProcess& process) {
   const std::string line = leftBehindLine(process);
   return line.empty() ? "" : "\n" + line;
+}
+
+std::string sharedBelow(const VordaProcess& process, const std::vector<std::string>& shares) {
+  std::string below;
+  for (const auto& lines : {explainedMappedLines(process), mappedFileLines(process), shares}) {
+    for (const std::string& line : lines) below += "\n" + line;
+  }
+  return below;
 }
 
 std::string systemMonitor() {
@@ -117,13 +126,13 @@ Alert endFamily(const FamilyView& family, bool force) {
       .buttons = {verb + " all", Alert::kCancel}};
 }
 
-Alert details(const VordaProcess& process) {
+Alert details(const VordaProcess& process, const std::vector<std::string>& shares) {
   return {.messageText = text::displayName(process.displayName),
           .informativeText =
               "Memory: " + MemoryFormat::detail(process.memMB) + "  (" + systemMonitor() +
               " scale)\nKind: " + text::displayName(process.product) + "\nPID: " +
               std::to_string(process.pid) + "\nOwner: " + text::displayName(process.ownerName) +
-              gpuLinesBelow(process) + leftBehindBelow(process) +
+              gpuLinesBelow(process) + leftBehindBelow(process) + sharedBelow(process, shares) +
               (process.isProtected ? "\n\nProtected: cannot Force Quit from Vorda." : "") +
               "\n\nCommand:\n" + shownCommand(process)};
 }

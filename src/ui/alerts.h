@@ -71,7 +71,8 @@ Alert endFamily(const FamilyView& family, bool force);
 
 /// All that is known of a process; of its command line the first 800 characters, and
 /// a line that says so where there are more.
-Alert details(const VordaProcess& process);
+/// `shares`: lines about memory that it shares with others.
+Alert details(const VordaProcess& process, const std::vector<std::string>& shares = {});
 
 /// How to quit Docker Desktop.
 Alert quitDocker();

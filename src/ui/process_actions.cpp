@@ -1,9 +1,14 @@
 #include <algorithm>
+#include <chrono>
+#include <iterator>
 
 #include "control/process_terminator.h"
 #include "platform/applications.h"
+#include "platform/mapped_memory.h"
 #include "platform/processes.h"
+#include "scanner/memory_format.h"
 #include "ui/alerts.h"
+#include "ui/family_view.h"
 #include "ui/status_bar_controller.h"
 
 namespace {
@@ -72,8 +77,42 @@ void StatusBarController::finishQuit(std::int32_t pid, const std::string& title,
 
 void StatusBarController::showDetails(Sender sender) {
   if (const auto* process = std::get_if<VordaProcess>(&sender.representedObject)) {
-    frontEnd_.runModal(Alerts::details(*process));
+    frontEnd_.runModal(Alerts::details(*process, fairShareLines(*process)));
   }
+}
+
+/// How much of all memory is its and its family's, where that is another figure than the footprint.
+/// The kernel takes a while to count: what it has not counted in time is left out.
+std::vector<std::string> StatusBarController::fairShareLines(const VordaProcess& process) const {
+  constexpr std::chrono::milliseconds kBudget{250};
+  constexpr std::size_t kMostMembers = 64;
+  if (process.isProtected || (!process.mapped && !process.family)) return {};
+  std::vector<const VordaProcess*> asked{&process};
+  const FamilyViews families(processes_, scan_.unlistedMembers());
+  if (const FamilyView* family = families.of(process);
+      family != nullptr && family->members.size() <= kMostMembers) {
+    std::ranges::copy(family->members, std::back_inserter(asked));
+  }
+  std::vector<std::int32_t> pids;
+  for (const VordaProcess* one : asked) pids.push_back(one->pid);
+  const auto shares = platform::fairShares(pids, kBudget);
+
+  std::vector<std::string> lines;
+  double sum = 0;
+  bool isWhole = asked.size() > 1;
+  for (std::size_t i = 0; i < asked.size(); ++i) {
+    // A pid that is still the same process's was so while it was read.
+    const bool isKnown = shares[i] && !isGone({asked[i]->pid, asked[i]->identity});
+    const double memMB = static_cast<double>(shares[i].value_or(0)) / 1048576;
+    if (i == 0 && isKnown) lines.push_back("Its fair share: " + MemoryFormat::detail(memMB));
+    if (i > 0) sum += memMB;
+    isWhole = isWhole && (isKnown || i == 0);
+  }
+  if (isWhole) {
+    lines.push_back("Its " + std::to_string(asked.size() - 1) +
+                    " processes together: " + MemoryFormat::detail(sum));
+  }
+  return lines;
 }
 
 void StatusBarController::openDockerHelp() {

@@ -7,6 +7,7 @@
 #include "text/unicode.h"
 #include "ui/family_items.h"
 #include "ui/gpu_lines.h"
+#include "ui/mapped_lines.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
 #include "ui/process_color.h"
@@ -41,7 +42,7 @@ std::string gpuEnding(const VordaProcess& process) {
 MenuItem processRow(const VordaProcess& process, const Words& words) {
   return named(process.labRole == LabRole::none ? "" : "★ ", text::shortened(words.name, 42, 41),
                RowParts::kSeparator + MemoryFormat::compact(process.memMB) +
-                   (process.isProtected ? " 🔒" : "") + gpuEnding(process));
+                   (process.isProtected ? " 🔒" : "") + gpuEnding(process) + mappedEnding(process));
 }
 
 std::string processToolTip(const VordaProcess& process, const Words& words) {
@@ -93,10 +94,18 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& w
   return items;
 }
 
+constexpr std::ptrdiff_t kBelowOwner = 2;  // in the submenu
+
+void addMapped(MenuItem& item, const VordaProcess& process) {
+  for (const std::string& line : explainedMappedLines(process)) item.toolTip += "\n" + line;
+  std::vector<MenuItem> labels;
+  for (std::string& line : mappedLines(process)) labels.push_back(label(std::move(line)));
+  item.submenu.insert(item.submenu.begin() + kBelowOwner, labels.begin(), labels.end());
+}
+
 /// What is said of the processes that it belongs to.
 void addFamily(MenuItem& item, const VordaProcess& process, const FamilyEntries* family) {
   if (const std::string line = leftBehindLine(process); !line.empty()) {
-    constexpr std::ptrdiff_t kBelowOwner = 2;
     item.isLeftBehind = true;
     item.toolTip += "\n" + line;
     item.submenu.insert(item.submenu.begin() + kBelowOwner, label(line));
@@ -117,6 +126,7 @@ MenuItem processItem(const VordaProcess& process, const std::vector<std::string>
   item.dot = ProcessColor::color(process);
   item.process = ProcessReference{process.pid, process.identity};
   item.submenu = processSubmenu(process, words, asked);
+  addMapped(item, process);
   addFamily(item, process, family);
   for (MenuItem& entry : item.submenu) entry.process = item.process;
   return item;

@@ -93,6 +93,7 @@ class StatusBarController : public MenuDelegate {
   void finishQuit(std::int32_t pid, const std::string& title, const std::string& failureTitle,
                   const std::pair<bool, std::string>& answer);
   void showDetails(Sender sender);
+  std::vector<std::string> fairShareLines(const VordaProcess& process) const;
   void openDockerHelp();
   void notify(const std::string& title, const std::string& message);
   void removeFromListOptimistically(std::int32_t pid);

@@ -153,6 +153,35 @@ std::optional<std::uint64_t> physicalFootprint(std::int32_t pid) {
   return static_cast<std::uint64_t>(*process->footprintMB * kBytesPerMB);
 }
 
+std::optional<SharedMemory> sharedMemory(std::int32_t pid) {
+  const ScriptedProcess* process = scripted.find(pid);
+  if (process == nullptr) return std::nullopt;
+  const SharedMemory memory{static_cast<std::uint64_t>(process->fileMB * kBytesPerMB),
+                            static_cast<std::uint64_t>(process->sharedMB * kBytesPerMB)};
+  const bool isMuch =
+      memory.fileBytes >= kLeastSharedBytes || memory.sharedBytes >= kLeastSharedBytes;
+  return isMuch ? std::optional(memory) : std::nullopt;
+}
+
+std::vector<MappedFile> mappedFiles(std::int32_t pid, std::size_t) {
+  ++scripted.mapsRead;
+  return scripted.find(pid)->mappedFiles;
+}
+
+std::vector<std::optional<std::uint64_t>> fairShares(std::span<const std::int32_t> pids,
+                                                     std::chrono::milliseconds) {
+  ++scripted.fairSharesAsked;
+  std::vector<std::optional<std::uint64_t>> shares;
+  for (const std::int32_t pid : pids) {
+    const ScriptedProcess* process = scripted.find(pid);
+    const bool isKnown = process != nullptr && process->fairMB;
+    shares.push_back(isKnown
+                         ? std::optional(static_cast<std::uint64_t>(*process->fairMB * kBytesPerMB))
+                         : std::nullopt);
+  }
+  return shares;
+}
+
 bool confirmProcess(std::int32_t pid, ProcessFacts& facts) {
   if (scripted.beforeConfirm) scripted.beforeConfirm(pid);
   if (scripted.nextCallFails()) return true;  // it can't be told

@@ -10,6 +10,7 @@
 
 #include "platform/gpus.h"
 #include "platform/launch_agents.h"
+#include "platform/mapped_memory.h"
 #include "platform/memory.h"
 #include "platform/model_manifests.h"
 #include "platform/processes.h"
@@ -33,7 +34,11 @@ struct ScriptedProcess {
   std::string title;
   bool noFingerprint = false;
   bool unreadable = false;  ///< listed, but gone when it is read
-  int signalError = 0;      ///< what sending a signal answers; 0 ends the process
+  double fileMB = 0;        ///< of mapped files, in memory
+  double sharedMB = 0;      ///< of shared memory
+  std::vector<platform::MappedFile> mappedFiles;
+  std::optional<double> fairMB;  ///< its fair share of all memory
+  int signalError = 0;           ///< what sending a signal answers; 0 ends the process
   platform::ProcessState state = platform::ProcessState::runs;
   bool ignoresQuit = false;  ///< only a forced quit ends it
 };
@@ -102,6 +107,8 @@ struct ScriptedPlatform {
   std::vector<std::int32_t> pidsOnGpus;  ///< whom the last question about them was about
   int gpusAwaited = 0;
   int pidListings = 0;
+  int mapsRead = 0;
+  int fairSharesAsked = 0;
   int commandLinesRead = 0;
   std::vector<std::int32_t> executablesAsked;  ///< but for those asked with a command line
   std::vector<std::int32_t> footprintsRead;

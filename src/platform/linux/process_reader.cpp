@@ -140,13 +140,23 @@ std::string_view ProcessReader::comm() {
 
 std::optional<std::uint64_t> ProcessReader::footprint(std::int32_t pid) {
   const std::string folder = pid == lastPid_ ? lastFolder_ : std::string();
+  sharesMuch_ = 0;
   if (swapInUse_) {
     const auto status = proc_.read(pid, folder + "status", small_);
+    if (status && sharedInStatus(*status)) sharesMuch_ = pid;
     return status ? footprintWithSwap(*status) : std::nullopt;
   }
   const auto statm = pid == lastPid_ && folder.empty() ? sizes_.read(pid, lastOwner_, small_)
                                                        : proc_.read(pid, folder + "statm", small_);
+  if (statm && sharedInStatm(*statm, pageSize_) >= kLeastSharedBytes) sharesMuch_ = pid;
   return statm ? residentFootprint(*statm, pageSize_) : std::nullopt;
+}
+
+std::optional<SharedMemory> ProcessReader::sharedMemory(std::int32_t pid) {
+  if (pid != sharesMuch_) return std::nullopt;
+  const std::string folder = pid == lastPid_ ? lastFolder_ : std::string();
+  const auto status = proc_.read(pid, folder + "status", small_);
+  return status ? sharedInStatus(*status) : std::nullopt;
 }
 
 bool ProcessReader::confirm(std::int32_t pid, ProcessFacts& facts) {

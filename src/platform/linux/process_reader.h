@@ -9,6 +9,7 @@
 #include "platform/linux/kept_files.h"
 #include "platform/linux/process_status.h"
 #include "platform/linux/procfs.h"
+#include "platform/mapped_memory.h"
 #include "platform/processes.h"
 
 namespace platform {
@@ -37,6 +38,8 @@ class ProcessReader {
   }
   std::optional<Fingerprint> executable();
   std::optional<std::uint64_t> footprint(std::int32_t pid);
+  /// platform/mapped_memory.h.
+  std::optional<SharedMemory> sharedMemory(std::int32_t pid);
   [[nodiscard]] bool confirm(std::int32_t pid, ProcessFacts& facts);
   std::optional<std::uint64_t> identity(std::int32_t pid);
   std::optional<ProcessState> state(std::int32_t pid);
@@ -75,6 +78,8 @@ class ProcessReader {
   std::uint32_t lastOwner_ = 0;     ///< its effective user
   std::string_view lastBlock_;      ///< its arguments, in `block_`
   std::string lastFolder_;          ///< where its memory stands: "", or of a thread "task/TID/"
+  /// Of the footprint that was asked last: whose it was, and whether much of it is shared.
+  std::int32_t sharesMuch_ = 0;
   bool swapInUse_ = true;  ///< as of the last pids(); until then the dearer way is the right one
 };
 

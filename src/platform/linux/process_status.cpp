@@ -62,6 +62,19 @@ std::optional<std::uint64_t> footprintWithSwap(std::string_view status) {
   return *anonymous + bytesInTable(status, "VmSwap").value_or(0);
 }
 
+std::uint64_t sharedInStatm(std::string_view statm, std::uint64_t pageSize) {
+  const auto shared = numberInField(statm, 2).value_or(0);
+  return shared > std::numeric_limits<std::uint64_t>::max() / pageSize ? 0 : shared * pageSize;
+}
+
+std::optional<SharedMemory> sharedInStatus(std::string_view status) {
+  const SharedMemory memory{bytesInTable(status, "RssFile").value_or(0),
+                            bytesInTable(status, "RssShmem").value_or(0)};
+  const bool isMuch =
+      memory.fileBytes >= kLeastSharedBytes || memory.sharedBytes >= kLeastSharedBytes;
+  return isMuch ? std::optional(memory) : std::nullopt;
+}
+
 std::optional<ProcessStat> processStat(std::string_view stat) {
   // The second field is a name in parentheses, which may itself hold blanks and ")".
   const auto nameEnd = stat.rfind(") ");

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/mapped_memory.h"
 #include "platform/processes.h"
 
 namespace platform {
@@ -19,6 +20,12 @@ std::optional<std::uint64_t> residentFootprint(std::string_view statm, std::uint
 /// The same from /proc/PID/status, in RAM or swapped out: RssAnon + VmSwap; VmRSS when the
 /// kernel gives no split. None for a process without memory of its own.
 std::optional<std::uint64_t> footprintWithSwap(std::string_view status);
+
+/// The shared pages in /proc/PID/statm, in bytes; 0 where they can't be told.
+std::uint64_t sharedInStatm(std::string_view statm, std::uint64_t pageSize);
+
+/// RssFile and RssShmem of /proc/PID/status; none when they are less than kLeastSharedBytes.
+std::optional<SharedMemory> sharedInStatus(std::string_view status);
 
 /// Of /proc/PID/stat, what tells where a process comes from and what has become of it.
 struct ProcessStat {

@@ -9,6 +9,7 @@ set(MACOS_PLATFORM_SOURCES
   launch_agents.mm
   launchctl.mm
   launchctl_attempts.cpp
+  mapped_memory.cpp
   memory.cpp
   pipe_reader.cpp
   process_record.cpp

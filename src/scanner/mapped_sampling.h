@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/mapped_memory.h"
+#include "scanner/mapped_memory.h"
+
+namespace ProcessScanner {
+
+/// What is remembered of a process's mapped files.
+struct MappedFilesRead {
+  std::uint64_t at = 0;  ///< on platform::processClock()
+  std::vector<platform::MappedFile> files;
+};
+
+/// From so many MiB on, and from this part of the footprint on, it is worth a word.
+///@{
+inline constexpr double kLeastMappedMB = 256;
+inline constexpr double kLeastPartOfFootprint = 0.2;
+///@}
+
+/// So long what was read of mapped files stands, in nanoseconds.
+inline constexpr std::uint64_t kMappedFilesStand = 60'000'000'000;
+
+/// What the process that was looked at last has mapped and shares, where that is a lot. Its files
+/// are read where they may be (`isOwn`), once and then once a minute; `known` remembers them.
+std::optional<MappedMemory> mappedMemory(std::int32_t pid, double footprintMB, bool isOwn,
+                                         std::optional<MappedFilesRead>& known);
+
+/// Whether a file with this path holds a model's weights.
+bool isModelFile(std::string_view path);
+
+}  // namespace ProcessScanner

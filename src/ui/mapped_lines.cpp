@@ -1,0 +1,48 @@
+#include "ui/mapped_lines.h"
+
+#include "scanner/memory_format.h"
+#include "text/display_line.h"
+#include "text/unicode.h"
+#include "ui/row_parts.h"
+
+namespace {
+
+/// The compact form within a sentence.
+std::string inSentence(double memMB) {
+  const std::string text = MemoryFormat::compact(memMB);
+  return text.substr(text.find_first_not_of(' '));
+}
+
+}  // namespace
+
+std::vector<std::string> mappedLines(const VordaProcess& process) {
+  std::vector<std::string> lines;
+  if (!process.mapped) return lines;
+  if (process.mapped->mappedMB > 0)
+    lines.push_back("Mapped: " + inSentence(process.mapped->mappedMB));
+  if (process.mapped->sharedMB > 0)
+    lines.push_back("Shared: " + inSentence(process.mapped->sharedMB));
+  return lines;
+}
+
+std::vector<std::string> explainedMappedLines(const VordaProcess& process) {
+  std::vector<std::string> lines = mappedLines(process);
+  for (std::string& line : lines) line += ", not counted above: others may use the same";
+  return lines;
+}
+
+std::vector<std::string> mappedFileLines(const VordaProcess& process) {
+  std::vector<std::string> lines;
+  if (!process.mapped) return lines;
+  for (const MappedMemory::File& file : process.mapped->files) {
+    lines.push_back("  " + text::shortened(text::displayName(file.name), 60, 59) +
+                    RowParts::kSeparator + inSentence(file.memMB));
+  }
+  return lines;
+}
+
+std::string mappedEnding(const VordaProcess& process) {
+  if (process.labRole == LabRole::none || !process.mapped) return {};
+  if (process.mapped->modelMB < 1) return {};
+  return std::string(RowParts::kSeparator) + "+" + inSentence(process.mapped->modelMB) + " mapped";
+}

@@ -1,0 +1,80 @@
+// Of the test's own process, which maps a file and shares memory.
+#include "platform/mapped_memory.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <string>
+
+#include "platform/processes.h"
+#include "tools/child_process.h"
+#include "tools/temp_folder.h"
+
+namespace {
+
+constexpr std::size_t kSize = 320 << 20;
+
+/// Memory that is mapped and touched.
+class Mapping {
+ public:
+  explicit Mapping(int fd) : at_(mmap(nullptr, kSize, PROT_READ, MAP_SHARED, fd, 0)) {
+    const auto* bytes = static_cast<const volatile char*>(at_);
+    for (std::size_t i = 0; i < kSize; i += 4096) static_cast<void>(bytes[i]);
+  }
+  ~Mapping() { munmap(at_, kSize); }
+  Mapping(const Mapping&) = delete;
+  Mapping& operator=(const Mapping&) = delete;
+
+ private:
+  void* at_;
+};
+
+std::optional<platform::SharedMemory> ownShared() {
+  platform::physicalFootprint(getpid());
+  return platform::sharedMemory(getpid());
+}
+
+TEST(MappedMemory, IsToldOfWhereThereIsMuch) {
+  EXPECT_FALSE(ownShared()) << "a test program maps little";
+  const TempFolder folder;
+  const std::string path = folder / "weights.gguf";
+  const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  ASSERT_EQ(ftruncate(file, kSize), 0);
+  const Mapping mapping(file);
+  close(file);
+
+  const auto shared = ownShared();
+  ASSERT_TRUE(shared);
+  EXPECT_GE(shared->fileBytes + shared->sharedBytes, kSize);  // a tmpfs counts as shared memory
+  const auto files = platform::mappedFiles(getpid(), 1);
+  ASSERT_EQ(files.size(), 1U);
+  EXPECT_EQ(files[0], (platform::MappedFile{path, kSize}));
+}
+
+TEST(MappedMemory, TellsSharedMemoryApart) {
+  const int memory = memfd_create("pool", MFD_CLOEXEC);
+  ASSERT_EQ(ftruncate(memory, kSize), 0);
+  const Mapping mapping(memory);
+  close(memory);
+  const auto shared = ownShared();
+  ASSERT_TRUE(shared);
+  EXPECT_GE(shared->sharedBytes, kSize);
+  EXPECT_LT(shared->fileBytes, kSize);
+}
+
+TEST(FairShares, AreOfEachProcessThatCanBeRead) {
+  ChildProcess child(playProcess({"--memory", "64"}));
+  const std::int32_t pids[] = {child.pid(), 1 << 30, getpid()};
+  const auto shares = platform::fairShares(pids, std::chrono::minutes(1));
+  ASSERT_EQ(shares.size(), 3U);
+  ASSERT_TRUE(shares[0]);
+  EXPECT_GE(*shares[0], 64U << 20);
+  EXPECT_LE(*shares[0], 80U << 20);
+  EXPECT_FALSE(shares[1]);
+  EXPECT_TRUE(shares[2]);
+}
+
+}  // namespace
