@@ -1,6 +1,7 @@
 # Where each library is found; docs/dependencies.md says what it is for.
 
 find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
 pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
 pkg_check_modules(re2 REQUIRED IMPORTED_TARGET re2)
 pkg_check_modules(xxhash REQUIRED libxxhash)  # its header alone: nothing is linked

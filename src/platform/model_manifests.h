@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,12 @@ struct ModelManifest {
 /// "manifests": regular files that can be read, belong to `owner` or to root, and are at most
 /// kLongestModelManifest long; of more than kMostModelManifests some. All of it UTF-8. No link is
 /// followed below `modelFolder`. Empty where there are none.
-std::vector<ModelManifest> readModelManifests(const std::string& modelFolder, std::uint32_t owner);
+///
+/// Whoever names the folder may have it on a file system that does not answer. None: it has not
+/// answered yet, within 50 ms, or at once while it is waited for already or another one does not
+/// answer either. The reading goes on meanwhile, a few at a time; who asks again for the same
+/// folder and owner is told what it found.
+std::optional<std::vector<ModelManifest>> readModelManifests(const std::string& modelFolder,
+                                                             std::uint32_t owner);
 
 }  // namespace platform

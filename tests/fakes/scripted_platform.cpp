@@ -73,9 +73,10 @@ bool ScriptedPlatform::nextCallFails() {
 
 namespace platform {
 
-std::vector<ModelManifest> readModelManifests(const std::string& modelFolder, std::uint32_t owner) {
+std::optional<std::vector<ModelManifest>> readModelManifests(const std::string& modelFolder,
+                                                             std::uint32_t owner) {
   scripted.manifestsRead.emplace_back(modelFolder, owner);
-  if (scripted.nextCallFails()) return {};
+  if (scripted.nextCallFails() || scripted.manifestsHang) return std::nullopt;
   const auto found = scripted.modelManifests.find(modelFolder);
   return found == scripted.modelManifests.end() ? std::vector<ModelManifest>() : found->second;
 }

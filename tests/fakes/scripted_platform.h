@@ -97,6 +97,7 @@ struct ScriptedPlatform {
 
   /// By model folder.
   std::map<std::string, std::vector<platform::ModelManifest>> modelManifests;
+  bool manifestsHang = false;  ///< their file system does not answer
 
   // What the program did.
   std::vector<std::pair<std::string, std::uint32_t>> manifestsRead;  ///< folder and owner

@@ -5,7 +5,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <future>
+#include <thread>
+
 #include "platform/users.h"
+#include "tools/hanging_folder.h"
 #include "tools/temp_folder.h"
 
 namespace {
@@ -13,9 +18,22 @@ namespace {
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
+using platform::readModelManifests;
+
+/// Asks again until there is an answer.
+std::vector<platform::ModelManifest> manifestsIn(const std::string& folder, std::uint32_t owner) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+  while (std::chrono::steady_clock::now() < end) {
+    if (auto manifests = readModelManifests(folder, owner)) return *manifests;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  ADD_FAILURE() << folder << " does not answer";
+  return {};
+}
+
 std::vector<std::string> pathsIn(const TempFolder& folder, std::uint32_t owner) {
   std::vector<std::string> paths;
-  for (const auto& manifest : platform::readModelManifests(folder.path().string(), owner)) {
+  for (const auto& manifest : manifestsIn(folder.path().string(), owner)) {
     paths.push_back(manifest.path);
   }
   return paths;
@@ -29,9 +47,7 @@ TEST(ModelManifests, AreReadBelowTheirFolder) {
   EXPECT_THAT(pathsIn(folder, platform::ownUid()),
               UnorderedElementsAre("registry.ollama.ai/library/llama3.1/8b",
                                    "hf.co/someone/a-GGUF/Q4_K_M"));
-  EXPECT_EQ(
-      platform::readModelManifests(folder.path().string(), platform::ownUid())[0].text.front(),
-      '{');
+  EXPECT_EQ(manifestsIn(folder.path().string(), platform::ownUid())[0].text.front(), '{');
 }
 
 TEST(ModelManifests, AreSmallRegularFilesOfTheOwnerOrRoot) {
@@ -69,9 +85,36 @@ TEST(ModelManifests, AreNoMoreThanAFew) {
 }
 
 TEST(ModelManifests, OfNoFolderAreNone) {
-  EXPECT_THAT(platform::readModelManifests("/no/such/folder", 0), IsEmpty());
-  EXPECT_THAT(platform::readModelManifests("relative", 0), IsEmpty());
-  EXPECT_THAT(platform::readModelManifests("", 0), IsEmpty());
+  EXPECT_THAT(manifestsIn("/no/such/folder", 0), IsEmpty());
+  EXPECT_THAT(manifestsIn("relative", 0), IsEmpty());
+  EXPECT_THAT(manifestsIn("", 0), IsEmpty());
+}
+
+TEST(ModelManifests, OfAFolderThatHangsAreNotWaitedFor) {
+  const TempFolder folder;
+  std::filesystem::create_directory(folder / "mount");
+  folder.write("models/manifests/r/n/m/t", "x");
+  HangingFolder hanging(folder / "mount");
+  if (!hanging.hangs()) GTEST_SKIP() << "only root mounts a file system, where containers may";
+  // Should the program wait after all, it fails instead of waiting for ever.
+  std::promise<void> isOver;
+  std::thread watch([&, over = isOver.get_future()] {
+    if (over.wait_for(std::chrono::minutes(1)) == std::future_status::timeout) hanging.answers();
+  });
+
+  const std::uint32_t owner = platform::ownUid();
+  for (const char* const path : {"mount/models", "mount/models", "mount/a", "mount/b"}) {
+    EXPECT_FALSE(readModelManifests((folder / path).string(), owner)) << path;
+  }
+  EXPECT_EQ(manifestsIn((folder / "models").string(), owner).size(), 1U) << "beside them";
+  EXPECT_FALSE(readModelManifests((folder / "mount/c").string(), owner));
+  EXPECT_FALSE(readModelManifests((folder / "models").string(), owner)) << "too many hang";
+
+  isOver.set_value();
+  watch.join();
+  hanging.answers();
+  EXPECT_THAT(manifestsIn((folder / "mount/models").string(), owner), IsEmpty());
+  EXPECT_EQ(manifestsIn((folder / "models").string(), owner).size(), 1U);
 }
 
 }  // namespace

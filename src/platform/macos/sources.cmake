@@ -18,6 +18,7 @@ set(MACOS_PLATFORM_SOURCES
   words.cpp
   ../posix/argument_list.cpp
   ../posix/fingerprint.cpp
+  ../posix/manifest_files.cpp
   ../posix/model_manifests.cpp
   ../posix/users.cpp
 )

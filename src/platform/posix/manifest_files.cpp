@@ -1,4 +1,4 @@
-#include "platform/model_manifests.h"
+#include "platform/posix/manifest_files.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -96,8 +96,7 @@ class Reading {
 
 }  // namespace
 
-std::vector<ModelManifest> readModelManifests(const std::string& modelFolder, std::uint32_t owner) {
-  if (!modelFolder.starts_with('/')) return {};
+std::vector<ModelManifest> manifestFiles(const std::string& modelFolder, std::uint32_t owner) {
   Reading reading(owner);
   constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
   reading.readFolder(folderOf(open((modelFolder + "/manifests").c_str(), kFlags)), {}, 1);

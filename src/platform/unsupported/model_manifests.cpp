@@ -2,9 +2,9 @@
 
 namespace platform {
 
-std::vector<ModelManifest> readModelManifests(const std::string& /*modelFolder*/,
-                                              std::uint32_t /*owner*/) {
-  return {};
+std::optional<std::vector<ModelManifest>> readModelManifests(const std::string& /*modelFolder*/,
+                                                             std::uint32_t /*owner*/) {
+  return std::vector<ModelManifest>();
 }
 
 }  // namespace platform

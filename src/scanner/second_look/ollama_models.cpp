@@ -28,12 +28,13 @@ bool saysMore(const std::string& name, const std::string& than) {
   return hasTag != otherHasTag ? hasTag : name < than;
 }
 
-void read(const std::string& folder, std::uint32_t owner,
-          std::unordered_map<std::string, std::string>& names) {
+/// By digest.
+std::unordered_map<std::string, std::string> namesIn(
+    const std::vector<platform::ModelManifest>& manifests) {
   constexpr std::string_view kDigest = "sha256:";
   constexpr int kMostLayers = 32;
-  names.clear();
-  for (const platform::ModelManifest& manifest : platform::readModelManifests(folder, owner)) {
+  std::unordered_map<std::string, std::string> names;
+  for (const platform::ModelManifest& manifest : manifests) {
     const std::string name = modelOfPath(manifest.path);
     const std::string_view text = manifest.text;
     int layers = 0;
@@ -45,9 +46,17 @@ void read(const std::string& folder, std::uint32_t owner,
       if (!isNew && saysMore(name, place->second)) place->second = name;
     }
   }
+  return names;
 }
 
 }  // namespace
+
+void OllamaModels::Folder::ask(std::uint64_t now) {
+  if (!isAwaited) askedAt = now;
+  const auto manifests = platform::readModelManifests(path, owner);
+  isAwaited = !manifests;
+  if (manifests) names = namesIn(*manifests);
+}
 
 std::optional<std::string> OllamaModels::nameOf(std::string_view blob, std::uint32_t owner) {
   const auto at = blob.rfind(kBlobs);
@@ -55,8 +64,8 @@ std::optional<std::string> OllamaModels::nameOf(std::string_view blob, std::uint
   const std::string digest(blob.substr(at + kBlobs.size()));
   if (digest.size() != kDigestLength) return std::nullopt;
   const std::uint64_t now = platform::processClock();
-  const auto isFresh = [now](std::uint64_t readAt) {
-    return readAt <= now && now - readAt < kMinute;
+  const auto isFresh = [now](std::uint64_t askedAt) {
+    return askedAt <= now && now - askedAt < kMinute;
   };
 
   const std::string_view path = blob.substr(0, at);
@@ -68,20 +77,20 @@ std::optional<std::string> OllamaModels::nameOf(std::string_view blob, std::uint
       // Whoever names folder after folder waits until the oldest may be read again.
       folder =
           std::min_element(folders_.begin(), folders_.end(),
-                           [](const Folder& a, const Folder& b) { return a.readAt < b.readAt; });
-      if (isFresh(folder->readAt)) return std::nullopt;
+                           [](const Folder& a, const Folder& b) { return a.askedAt < b.askedAt; });
+      if (isFresh(folder->askedAt)) return std::nullopt;
       *folder = {.path = std::string(path), .owner = owner};
     } else {
       folders_.push_back({.path = std::string(path), .owner = owner});
       folder = folders_.end() - 1;
     }
-    read(folder->path, owner, folder->names);
-    folder->readAt = now;
+    folder->ask(now);
+  } else if (folder->isAwaited) {
+    folder->ask(now);
   }
   auto name = folder->names.find(digest);
-  if (name == folder->names.end() && !isFresh(folder->readAt)) {
-    read(folder->path, owner, folder->names);
-    folder->readAt = now;
+  if (name == folder->names.end() && !isFresh(folder->askedAt)) {
+    folder->ask(now);
     name = folder->names.find(digest);
   }
   if (name == folder->names.end()) return std::nullopt;

@@ -317,6 +317,16 @@ TEST_F(OllamasRunners, AreCalledAfterTheirBlobUntilAManifestTells) {
   EXPECT_EQ(machine().manifestsRead.size(), 2U) << "what is known is not asked again";
 }
 
+TEST_F(OllamasRunners, AreCalledAfterTheirModelOnceItsFolderAnswers) {
+  tell("registry.ollama.ai/library/gemma3/4b");
+  machine().manifestsHang = true;
+  run({"ollama", "runner"});
+  EXPECT_THAT(listed(0), ElementsAre("inference Ollama Ollama"));
+  EXPECT_THAT(listed(0), ElementsAre("inference Ollama Ollama"));
+  machine().manifestsHang = false;
+  EXPECT_THAT(listed(0), ElementsAre("inference Ollama: gemma3 4b Ollama"));
+}
+
 TEST_F(OllamasRunners, KeepTheirNameWithoutAManifest) {
   run({"ollama", "runner"});
   EXPECT_THAT(listed(0), ElementsAre("inference Ollama Ollama"));
