@@ -38,6 +38,17 @@ constexpr std::string_view kNeitherByName =
     "bench benchmark tokenize tokenizer prepare dataset data plot visualize analyze analyse infer "
     "inference "
     "generate predict demo reduce nccl check summarize report collect";
+/// Whoever is called after one of these first makes ready what others train with.
+constexpr std::string_view kPrepares =
+    "prepare preprocess preprocessing convert tokenize download split build make create extract "
+    "clean filter merge quantize export generate collect inspect fetch upload";
+/// What a name that holds "train" speaks of, when it ends so: no training.
+constexpr std::string_view kThings =
+    "data dataset datasets set sets split splits list lists tokenizer schedule timetable station "
+    "stations ticket tickets delay delays log logs stats results utils test service server portal "
+    "app api";
+/// What may follow the word for it in the name of a program that trains.
+constexpr std::string_view kOfPrograms = "cli main gpu cuda cpu mpi";
 constexpr std::string_view kServesByName =
     "serve server serving api apiserver chat generate app inference infer webui deploy";
 
@@ -76,6 +87,23 @@ std::optional<LabRole> generalRole(std::string_view word, LabRole ofProduct) {
     return LabRole::inference;
   }
   return std::nullopt;
+}
+
+bool beginsWithOneOf(std::string_view list, const std::vector<std::string>& words) {
+  return !words.empty() && isListed(list, words.front());
+}
+
+bool endsWithOneOf(std::string_view list, const std::vector<std::string>& words) {
+  return !words.empty() && isListed(list, words.back());
+}
+
+/// A program's name says that it trains where that is its last word: "train-tickets" does not.
+bool trainsAsProgram(std::vector<std::string> words, const Invocation& invocation) {
+  for (const std::string_view ending : {".jar", ".dll", ".rb", ".pl", ".js"}) {
+    if (invocation.path.ends_with(ending)) return false;
+  }
+  while (words.size() > 1 && endsWithOneOf(kOfPrograms, words)) words.pop_back();
+  return words.size() > 1 && endsWithOneOf(kTrainsByName, words);
 }
 
 bool isBareWord(std::string_view word) {
@@ -173,7 +201,9 @@ Activity activityOf(const Invocation& invocation) {
   if (invocation.isTitle || invocation.isCode) return {};
 
   // Whose name says what it does: a script's, a module's last part, a program's.
-  std::string name = withJoinedWords(invocation.script);
+  std::string_view script = invocation.script;
+  if (script.ends_with(".py")) script.remove_suffix(3);
+  std::string name = withJoinedWords(script);
   if (name.empty() || !invocation.module.empty()) {
     const std::string& module = invocation.module;
     name = withJoinedWords(module.substr(module.rfind('.') + 1));
@@ -185,17 +215,27 @@ Activity activityOf(const Invocation& invocation) {
   const bool trains =
       isAnyListed(kTrainsByName, words) || (isAnyListed("lora", words) && namesModel(invocation));
   const bool neither = isAnyListed(kNeitherByName, words);
+  const bool listens = hasOption(invocation,
+                                 "--port --host --hostname --listen --uds-path "
+                                 "--http-port --grpc-port --num-shard");
+  // Launchers of several devices tell only their own children which of them they are.
+  const bool isDistributed =
+      invocation.isDistributed || (invocation.isPython && hasOption(invocation, "--local-rank"));
 
   if (invocation.isPython && runsScript && !invocation.isServedByHost) {
     const bool onlyEvaluates =
         hasOption(invocation, "--eval-only --evaluate --test-only --only-eval --inference-only") ||
         (hasOption(invocation, "--do-eval --do-predict") && !hasOption(invocation, "--do-train"));
     if (onlyEvaluates) return {LabRole::none, "eval", {}};
+    if (!listens &&
+        (beginsWithOneOf(kPrepares, words) || (trains && endsWithOneOf(kThings, words)))) {
+      return {LabRole::none, name, {}};
+    }
     if (trains && (!neither || !isListed(kNeitherByName, words.front()) ||
-                   (invocation.isDistributed && words.front() == "test"))) {
+                   (isDistributed && words.front() == "test"))) {
       return {LabRole::training, name, {}};
     }
-    if (neither && (trains || invocation.isDistributed)) return {LabRole::none, name, {}};
+    if (neither && (trains || isDistributed)) return {LabRole::none, name, {}};
     // Options that only a training has.
     const bool hasSchedule =
         hasOption(invocation,
@@ -211,7 +251,9 @@ Activity activityOf(const Invocation& invocation) {
     }
   } else if (!invocation.isServedByHost) {
     // A program that is called after training ("lerobot-train", "train_gpt2cu").
-    if (trains && !neither && words.size() > 1) return {LabRole::training, name, {}};
+    if (trains && !neither && trainsAsProgram(words, invocation)) {
+      return {LabRole::training, name, {}};
+    }
     constexpr std::string_view kMethods =
         "sft dpo grpo kto orpo ppo rlhf finetune finetuning pretrain qlora";
     const bool hasMethod =
@@ -245,16 +287,13 @@ Activity activityOf(const Invocation& invocation) {
                    looksLikeModel));
   if (serves && takesModel) return {LabRole::inference, "serve", {}};
   // So does a port, and so does a program that is given a file of weights.
-  const bool listens = hasOption(invocation,
-                                 "--port --host --hostname --listen --uds-path "
-                                 "--http-port --grpc-port --num-shard");
   if (takesModel && !trains && !neither) {
     const bool isRoleNoun = isAnyListed("launcher router worker supervisor", words);
     if (listens || isRoleNoun) return {LabRole::inference, "serve", {}};
     if (!invocation.isPython && givesWeights(invocation)) return {LabRole::inference, {}, {}};
   }
   // What several devices are started for is a training, where nothing says otherwise.
-  if (invocation.isDistributed && runsScript) return {LabRole::training, {}, {}};
+  if (isDistributed && runsScript) return {LabRole::training, {}, {}};
   return {};
 }
 

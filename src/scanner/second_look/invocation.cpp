@@ -8,6 +8,7 @@
 #include "scanner/second_look/bystanders.h"
 #include "scanner/second_look/carriers.h"
 #include "scanner/second_look/name_words.h"
+#include "text/contains.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
@@ -15,6 +16,7 @@ namespace second_look {
 namespace {
 
 constexpr int kMostCarriers = 8;
+constexpr std::size_t kLongestPath = 4096;
 
 bool isOption(std::string_view word) {
   return word.size() > 1 && word.front() == '-';
@@ -55,16 +57,11 @@ std::string packageName(std::string_view word) {
   return normalized(word);
 }
 
-/// What a folder adds to a script of a name that says nothing: the nearest one that says more.
-std::string tellingFolder(std::string_view path) {
-  constexpr std::string_view kGeneral =
-      "main app server run start index cli launch webui api bot worker __main__ bundle serve "
-      "entry program mcp inference demo";
+/// The nearest folder on the way to a file whose name says whose it is.
+std::string nearestFolder(std::string_view path) {
   constexpr std::string_view kPlaces =
       "src dist build lib bin out scripts cli app server packages cjs esm js target release debug "
-      "output node";
-  const std::string script = normalized(withoutSuffix(text::lastPathComponent(path)));
-  if (!isListed(kGeneral, script) && script != "--main--") return {};
+      "output node venv .venv env .env installer-files";
   while (true) {
     const auto slash = path.find_last_not_of('/');
     if (slash == std::string_view::npos) return {};
@@ -76,6 +73,16 @@ std::string tellingFolder(std::string_view path) {
     if (folder.empty() || folder == "/" || folder == "." || folder == "..") return {};
     if (!isListed(kPlaces, normalized(folder))) return normalized(folder);
   }
+}
+
+/// What a folder adds to a script of a name that says nothing.
+std::string tellingFolder(std::string_view path) {
+  constexpr std::string_view kGeneral =
+      "main app server run start index cli launch webui api bot worker __main__ bundle serve "
+      "entry program mcp inference demo";
+  const std::string script = normalized(withoutSuffix(text::lastPathComponent(path)));
+  if (!isListed(kGeneral, script) && script != "--main--") return {};
+  return nearestFolder(path);
 }
 
 /// "pkg.mod" of …/site-packages/pkg/mod.py.
@@ -327,6 +334,7 @@ class Unwrapping {
 
   bool python() {
     result_.isPython = true;
+    result_.project = projectOf(rest_.front());
     for (std::size_t i = 1; i < rest_.size(); ++i) {
       const std::string_view word = rest_[i];
       if (!isOption(word)) {
@@ -354,6 +362,13 @@ class Unwrapping {
       return module(rest_.front());
     }
     return false;
+  }
+
+  /// Of a Python in an environment of a project's own the project's folder.
+  static std::string projectOf(std::string_view python) {
+    const auto folder = text::withinBytes(python, kLongestPath);
+    const bool isOwn = text::containsAny(folder, {"/venv/", "/.venv/", "/env/"});
+    return isOwn ? nearestFolder(folder) : std::string();
   }
 
   bool module(std::string_view word) {
@@ -551,6 +566,10 @@ std::vector<std::string> Invocation::names() const {
         add(std::move(option));
       }
     }
+    // A script of a known folder, by its path or by the Python of that folder's own.
+    const bool isInFolder = path.find('/') != std::string_view::npos;
+    const std::string home = isInFolder ? nearestFolder(path) : project;
+    if (!home.empty()) add(home + "/" + script);
     add(script);
   }
   // The main program of a bundle is the application, not the command of the same name.

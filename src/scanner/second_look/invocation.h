@@ -25,6 +25,7 @@ struct Invocation {
   std::string module;           ///< "vllm.entrypoints.openai.api-server", "org.pytorch.serve"
   std::string script;           ///< its file's name: "train.py"
   std::string folder;           ///< what its folder adds to a name such as main.py or index.js
+  std::string project;          ///< the folder of a project whose own Python runs it
   std::string_view path;        ///< the word that named it, as given
   Arguments arguments;          ///< what it was given
   std::size_t carriers = 0;     ///< how many words of the line stand before `path`

@@ -69,8 +69,17 @@ std::optional<std::string_view> keyedModel(Arguments arguments) {
   return std::nullopt;
 }
 
+/// Where a server may be told its port, after its own options.
+constexpr std::string_view kPortOptions =
+    "--port --listen-port --server-port --http-port --api-port --address --listen --bind --host";
+
+bool isPortOption(std::string_view word) {
+  return word == "-p" || isListed(kPortOptions, word);
+}
+
 bool isRecipe(std::string_view word) {
-  return word.ends_with(".yaml") || word.ends_with(".yml") || word.ends_with(".toml");
+  return word.ends_with(".yaml") || word.ends_with(".yml") || word.ends_with(".toml") ||
+         word.ends_with(".cfg");
 }
 
 bool isWeights(std::string_view word) {
@@ -85,7 +94,8 @@ std::optional<std::string_view> operand(Arguments arguments, std::string_view ve
     if (at == arguments.size()) return std::nullopt;
     ++at;
   }
-  // "serve api_server MODEL"
+  // "serve api_server MODEL", "serve -p 8080 MODEL"
+  while (at + 1 < arguments.size() && isPortOption(arguments[at])) at += 2;
   while (at < arguments.size() && isListed("api_server serve server", arguments[at])) ++at;
   if (at >= arguments.size()) return std::nullopt;
   const std::string_view word = arguments[at];
@@ -110,7 +120,10 @@ std::optional<std::string_view> modelOf(const Invocation& invocation, std::strin
       if (const auto model = valueOf(arguments, option)) return model;
     }
   }
-  if (const auto word = operand(arguments, verb); word && !isRecipe(*word)) return word;
+  if (const auto word = operand(arguments, verb);
+      word && !isRecipe(*word) && !word->ends_with(".py")) {
+    return word;
+  }
   if (const auto model = valueOf(arguments, kModelOptions)) return model;
   if (const auto model = valueOf(arguments, "-m")) return model;
   return keyedModel(arguments);
@@ -130,9 +143,13 @@ std::optional<std::string_view> recipeOf(const Invocation& invocation) {
     return value;
   }
   std::string_view before;
+  // Of programs that are no scripts of somebody's a recipe may be written in Python.
+  const auto isPython = [&invocation](std::string_view word) {
+    return invocation.script.empty() && word.ends_with(".py");
+  };
   for (const std::string_view word : lookedAt(invocation)) {
     const bool isValue = before.starts_with('-') && before.find('=') == std::string_view::npos;
-    if (!isValue && isRecipe(word) && !word.starts_with('-') &&
+    if (!isValue && (isRecipe(word) || isPython(word)) && !word.starts_with('-') &&
         word.find('=') == std::string_view::npos && tellsName(word)) {
       return word;
     }
@@ -143,17 +160,18 @@ std::optional<std::string_view> recipeOf(const Invocation& invocation) {
 
 std::optional<std::string_view> portOf(const Invocation& invocation, std::string_view options) {
   const Arguments arguments = lookedAt(invocation);
-  std::optional<std::string_view> value;
-  for (const std::string_view option : listed(options)) {
-    if (!value) value = valueOf(arguments, option);
+  for (const std::string_view list : {options, kPortOptions}) {
+    for (const std::string_view option : listed(list)) {
+      auto value = valueOf(arguments, option);
+      if (!value) continue;
+      const auto colon = value->rfind(':');
+      if (colon != std::string_view::npos) value = value->substr(colon + 1);
+      const bool isNumber = !value->empty() && value->size() <= 5 &&
+                            std::all_of(value->begin(), value->end(), text::isDigit);
+      if (isNumber) return value;
+    }
   }
-  if (!value) value = valueOf(arguments, "--port");
-  if (!value) return std::nullopt;
-  const auto colon = value->rfind(':');
-  if (colon != std::string_view::npos) value = value->substr(colon + 1);
-  const bool isNumber = !value->empty() && value->size() <= 5 &&
-                        std::all_of(value->begin(), value->end(), text::isDigit);
-  return isNumber ? value : std::nullopt;
+  return std::nullopt;
 }
 
 bool namesModel(const Invocation& invocation) {

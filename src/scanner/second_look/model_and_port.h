@@ -14,12 +14,11 @@ namespace second_look {
 std::optional<std::string_view> modelOf(const Invocation& invocation, std::string_view options,
                                         std::string_view verb);
 
-/// The recipe of a training: the name of a YAML, TOML or JSON file, where it says more than
-/// "config".
+/// The recipe of a training: the name of a file of settings, where it says more than "config".
 std::optional<std::string_view> recipeOf(const Invocation& invocation);
 
-/// The port that it listens at: the value of one of `options`, else of --port; of an address its
-/// port. Digits alone.
+/// The port that it listens at: the value of one of `options`, else of those by which most servers
+/// take one; of an address its port. Digits alone.
 std::optional<std::string_view> portOf(const Invocation& invocation, std::string_view options);
 
 /// Whether an option gives it a model.

@@ -170,7 +170,10 @@ class SecondLook {
       verdict_.name = isNamed ? std::move(name) : mcpServerName(invocation_);
       return std::move(verdict_);
     }
-    verdict_.name = withModelAndPort(std::move(name), verdict_.role, "", invocation_);
+    verdict_.name = verdict_.role == LabRole::training ? lightningName(invocation_) : std::nullopt;
+    if (!verdict_.name) {
+      verdict_.name = withModelAndPort(std::move(name), verdict_.role, "", invocation_);
+    }
     return withRank();
   }
 

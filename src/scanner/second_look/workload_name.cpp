@@ -12,8 +12,14 @@ namespace {
 
 using ProcessScanner::FriendlyName;
 
-std::string portSuffix(const Invocation& invocation, std::string_view options) {
-  const auto port = portOf(invocation, options);
+std::string portSuffix(const Invocation& invocation, std::string_view options,
+                       LabRole role = LabRole::none) {
+  auto port = portOf(invocation, options);
+  // Of a server of models "-p" is a port as well; others have prompts and projects.
+  if (!port && role == LabRole::inference) {
+    port = portOf(invocation, "-p");
+    if (port && port->size() < 4) port.reset();
+  }
   return port ? "  (:" + std::string(*port) + ")" : "";
 }
 
@@ -63,7 +69,7 @@ std::string_view methodOf(const Activity& activity, const Invocation& invocation
 
 std::string recipeName(std::string_view path) {
   std::string_view file = text::lastPathComponent(path);
-  for (const std::string_view ending : {".yaml", ".yml", ".toml", ".json"}) {
+  for (const std::string_view ending : {".yaml", ".yml", ".toml", ".json", ".cfg", ".py"}) {
     if (file.ends_with(ending)) file.remove_suffix(ending.size());
   }
   return ProcessScanner::basenameModel(file);
@@ -75,12 +81,20 @@ std::string trainingName(const Product& product, const Activity& activity,
   const std::string_view method = methodOf(activity, invocation);
   const bool saysAlready = std::any_of(name.begin(), name.end(), [](char c) { return c == ' '; });
   if (!method.empty() && !saysAlready) name += " " + std::string(method);
-  if (const auto model = modelOf(invocation, product.modelOptions, "\n")) {
+  // "finetune MODEL"; but "run RECIPE"
+  const bool takesOperand = !activity.verb.empty() && activity.verb != "run";
+  const std::string_view verb = takesOperand ? std::string_view(activity.verb) : "\n";
+  if (const auto model = modelOf(invocation, product.modelOptions, verb)) {
     name += ": " + modelName(*model);
   } else if (const auto recipe = recipeOf(invocation)) {
     name += ": " + recipeName(*recipe);
   }
   return name;
+}
+
+/// A name that says only by what it was launched.
+bool isLauncher(std::string_view name) {
+  return name == "Training: torchrun" || name == "Training: accelerate";
 }
 
 }  // namespace
@@ -89,7 +103,8 @@ std::optional<FriendlyName> productName(const Product& product, const Activity& 
                                         const Invocation& invocation) {
   if (product.naming == Naming::byRules || product.name.empty()) return std::nullopt;
   const std::string group(product.name);
-  const std::string port = portSuffix(invocation, product.portOptions);
+  const std::string port =
+      portSuffix(invocation, product.portOptions, activity.role.value_or(LabRole::none));
   if (activity.role == LabRole::none) {
     if (!activity.name.empty()) return FriendlyName{std::string(activity.name), group};
     if (activity.verb.empty() || activity.verb.front() == '-') return std::nullopt;
@@ -118,6 +133,16 @@ std::optional<FriendlyName> productName(const Product& product, const Activity& 
     name += ": " + modelName(invocation.path);
   }
   return FriendlyName{name + port, group};
+}
+
+std::optional<FriendlyName> lightningName(const Invocation& invocation) {
+  const Arguments arguments = invocation.arguments;
+  if (invocation.script.empty() || arguments.empty() || arguments.front() != "fit") {
+    return std::nullopt;
+  }
+  const auto recipe = recipeOf(invocation);
+  if (!recipe) return std::nullopt;
+  return FriendlyName{"Lightning fit: " + recipeName(*recipe), "Lightning"};
 }
 
 FriendlyName mcpServerName(const Invocation& invocation) {
@@ -161,14 +186,17 @@ FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view 
                                       name.displayName.substr(0, name.displayName.find(' ')));
     if (takesModel && (model || recipe)) {
       name.displayName += ": " + (model ? modelName(*model) : recipeName(*recipe));
-    } else if (name.displayName == "Model training") {
+    }
+    const bool runs = !invocation.module.empty() || !invocation.script.empty();
+    const std::string own = "Training: " + std::string(text::lastPathComponent(invocation.path));
+    if (name.displayName == "Model training") {
       if (model) {
         name.displayName = "Training: " + modelName(*model);
-      } else if (!invocation.module.empty()) {
-        name.displayName = "Training: " + std::string(text::lastPathComponent(invocation.path));
-      } else if (!invocation.script.empty()) {
-        name.displayName = "Training: " + std::string(text::lastPathComponent(invocation.path));
+      } else if (runs) {
+        name.displayName = own;
       }
+    } else if (runs && isLauncher(name.displayName)) {
+      name.displayName = own;
     }
     return name;
   }

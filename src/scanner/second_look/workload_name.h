@@ -15,6 +15,10 @@ std::optional<ProcessScanner::FriendlyName> productName(const Product& product,
                                                         const Activity& activity,
                                                         const Invocation& invocation);
 
+/// "Lightning fit: vit", of a script that has Lightning's command line ("main.py fit --config
+/// vit.yaml"); none for another.
+std::optional<ProcessScanner::FriendlyName> lightningName(const Invocation& invocation);
+
 /// "MCP: filesystem", of a server that is known by the word alone.
 ProcessScanner::FriendlyName mcpServerName(const Invocation& invocation);
 
