@@ -208,7 +208,11 @@ Activity activityOf(const Invocation& invocation) {
     const std::string& module = invocation.module;
     name = withJoinedWords(module.substr(module.rfind('.') + 1));
   }
-  if (name.empty()) name = withJoinedWords(invocation.program);
+  if (name.empty()) {
+    // A title of several words in one argument is called by the first.
+    const std::string_view program = invocation.program;
+    name = withJoinedWords(program.substr(0, program.find("---")));
+  }
   const auto words = strings(wordsOf(name));
   const bool runsScript = !invocation.script.empty() || !invocation.module.empty();
   // "lora" is a radio as well: it counts beside a model.
@@ -278,18 +282,17 @@ Activity activityOf(const Invocation& invocation) {
                           isListed("serve server api chat infer inference deploy run generate app",
                                    subcommands.front());
   const bool serves = isAnyListed(kServesByName, words) || verbServes;
-  const bool takesModel =
-      namesModel(invocation) ||
-      (verbServes &&
-       std::any_of(invocation.arguments.begin(),
-                   invocation.arguments.begin() +
-                       std::min<long>(3, static_cast<long>(invocation.arguments.size())),
-                   looksLikeModel));
-  if (serves && takesModel) return {LabRole::inference, "serve", {}};
+  const auto takesModel = [&invocation, verbServes] {
+    if (namesModel(invocation)) return true;
+    const Arguments first =
+        invocation.arguments.first(std::min<std::size_t>(invocation.arguments.size(), 3));
+    return verbServes && std::any_of(first.begin(), first.end(), looksLikeModel);
+  };
+  if (serves && takesModel()) return {LabRole::inference, "serve", {}};
   // So does a port, and so does a program that is given a file of weights.
-  if (takesModel && !trains && !neither) {
-    const bool isRoleNoun = isAnyListed("launcher router worker supervisor", words);
-    if (listens || isRoleNoun) return {LabRole::inference, "serve", {}};
+  if (!trains && !neither) {
+    const bool isServer = listens || isAnyListed("launcher router worker supervisor", words);
+    if (isServer && takesModel()) return {LabRole::inference, "serve", {}};
     if (!invocation.isPython && givesWeights(invocation)) return {LabRole::inference, {}, {}};
   }
   // What several devices are started for is a training, where nothing says otherwise.

@@ -137,11 +137,10 @@ bool isBystander(std::string_view name) {
   const auto dash = name.rfind('-');
   if (dash != std::string_view::npos) {
     const std::string_view last = name.substr(dash + 1);
-    const bool hasTarget = text::containsAny(
-        name, {"-linux-", "-apple-", "-w64-", "-none-", "-unknown-", "-elf-", "-eabi-"});
-    if (hasTarget &&
-        isListed("gcc g++ c++ cc cpp ld as ar nm strip ranlib objcopy objdump clang clang++",
-                 last)) {
+    const bool isTool =
+        isListed("gcc g++ c++ cc cpp ld as ar nm strip ranlib objcopy objdump clang clang++", last);
+    if (isTool && text::containsAny(name, {"-linux-", "-apple-", "-w64-", "-none-", "-unknown-",
+                                           "-elf-", "-eabi-"})) {
       return true;
     }
     if (last == "lsp") return true;

@@ -38,8 +38,9 @@ std::optional<std::string_view> valueOf(Arguments arguments, std::string_view op
     if (word.empty() || word.front() != '-') continue;
     const auto equals = word.find('=');
     const std::string_view written = word.substr(0, equals);
-    if (written.size() > kLongestName) continue;
-    if (!isListed(options, written) && !isListed(options, normalized(written))) continue;
+    const NormalizedOption option(written);
+    const bool isWritten = option.name() == written;
+    if (!isListed(options, written) && (isWritten || !isListed(options, option.name()))) continue;
     if (equals != std::string_view::npos) {
       if (equals + 1 < word.size()) return word.substr(equals + 1);
     } else if (i + 1 < arguments.size() && !arguments[i + 1].starts_with('-')) {

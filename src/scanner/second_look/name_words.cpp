@@ -1,6 +1,7 @@
 #include "scanner/second_look/name_words.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "text/ascii.h"
 #include "text/path.h"
@@ -77,18 +78,37 @@ std::vector<std::string_view> wordsOf(std::string_view name) {
 }
 
 bool hasWord(std::string_view name, std::string_view word) {
-  const auto words = wordsOf(name);
-  return std::find(words.begin(), words.end(), word) != words.end();
+  for (auto at = name.find(word); at != std::string_view::npos; at = name.find(word, at + 1)) {
+    const std::size_t behind = at + word.size();
+    const bool begins = at == 0 || !text::isAlphanumeric(name[at - 1]);
+    if (begins && (behind == name.size() || !text::isAlphanumeric(name[behind]))) return true;
+  }
+  return false;
 }
 
 bool isListed(std::string_view list, std::string_view word) {
   if (word.empty() || word.find(' ') != std::string_view::npos) return false;
-  for (auto at = list.find(word); at != std::string_view::npos; at = list.find(word, at + 1)) {
-    const bool begins = at == 0 || list[at - 1] == ' ';
-    const std::size_t end = at + word.size();
-    if (begins && (end == list.size() || list[end] == ' ')) return true;
+  const char* const end = list.data() + list.size();
+  for (const char* at = list.data(); at < end; ++at) {
+    // Most lists do not hold the word: it is looked for in one go.
+    const auto left = static_cast<std::size_t>(end - at);
+    at = static_cast<const char*>(memmem(at, left, word.data(), word.size()));
+    if (at == nullptr) return false;
+    const bool begins = at == list.data() || at[-1] == ' ';
+    const char* const behind = at + word.size();
+    if (begins && (behind == end || *behind == ' ')) return true;
   }
   return false;
+}
+
+NormalizedOption::NormalizedOption(std::string_view written) {
+  written = written.substr(0, written.find('='));
+  if (written.size() > buffer_.size()) return;
+  std::transform(written.begin(), written.end(), buffer_.begin(), [](char c) {
+    if (c == '_' || c == ' ') return '-';
+    return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
+  });
+  size_ = written.size();
 }
 
 std::vector<std::string_view> listed(std::string_view list) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -27,6 +28,19 @@ bool hasWord(std::string_view name, std::string_view word);
 
 /// Whether `list`, words with blanks between them, holds this one.
 bool isListed(std::string_view list, std::string_view word);
+
+/// An option's name as the tables write it, without the value behind "=".
+class NormalizedOption {
+ public:
+  explicit NormalizedOption(std::string_view written);
+
+  /// "" for one that is longer than any that is known. It points into this.
+  std::string_view name() const { return {buffer_.data(), size_}; }
+
+ private:
+  std::array<char, 64> buffer_{};
+  std::size_t size_ = 0;
+};
 
 /// The words of `list`, which has blanks between them.
 std::vector<std::string_view> listed(std::string_view list);
