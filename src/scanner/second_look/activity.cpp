@@ -258,7 +258,7 @@ Activity activityOf(const Invocation& invocation) {
     if (trains && !neither && trainsAsProgram(words, invocation)) {
       return {LabRole::training, name, {}};
     }
-    constexpr std::string_view kMethods =
+    static constexpr std::string_view kMethods =
         "sft dpo grpo kto orpo ppo rlhf finetune finetuning pretrain qlora";
     const bool hasMethod =
         !subcommands.empty() &&
