@@ -1,7 +1,9 @@
 #pragma once
 
-#include <span>
+#include <optional>
 #include <string_view>
+
+#include "scanner/second_look/invocation.h"
 
 namespace second_look {
 
@@ -130,5 +132,17 @@ inline constexpr Carrier kCarriers[] = {
     {.names = "debugpy", .valued = "--listen --connect --log-to --pid", .waits = false},
     {.names = "memray scalene viztracer", .verbs = "run"},
 };
+
+/// Null: none is called so.
+const Carrier* carrierCalled(std::string_view name);
+
+/// What a carrier carries.
+struct Carriage {
+  Arguments rest;         ///< begins with it; never empty
+  bool isModule = false;  ///< it is a Python module's name
+};
+
+/// Of a line that begins with the carrier; none where it carries nothing.
+std::optional<Carriage> carriage(const Carrier& carrier, Arguments line);
 
 }  // namespace second_look

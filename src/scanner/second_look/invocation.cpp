@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <optional>
-#include <unordered_map>
 
 #include "scanner/process_scanner.h"
 #include "scanner/second_look/bystanders.h"
 #include "scanner/second_look/carriers.h"
 #include "scanner/second_look/name_words.h"
+#include "scanner/second_look/program_paths.h"
 #include "text/contains.h"
 #include "text/path.h"
 #include "text/unicode.h"
@@ -17,116 +17,6 @@ namespace {
 
 constexpr int kMostCarriers = 8;
 constexpr std::size_t kLongestPath = 4096;
-
-bool isOption(std::string_view word) {
-  return word.size() > 1 && word.front() == '-';
-}
-
-/// NAME=value, as env and sudo take it.
-bool isAssignment(std::string_view word) {
-  const auto equals = word.find('=');
-  return equals != std::string_view::npos && equals > 0 &&
-         word.substr(0, equals).find_first_of("/-. ") == std::string_view::npos;
-}
-
-/// The name of a file without what says in which language it is written.
-std::string_view withoutSuffix(std::string_view name) {
-  for (const std::string_view suffix :
-       {".py", ".js", ".mjs", ".cjs", ".ts", ".mts", ".pyc", ".sh", ".rb", ".pl", ".jar", ".dll"}) {
-    if (name.size() > suffix.size() && name.ends_with(suffix)) {
-      return name.substr(0, name.size() - suffix.size());
-    }
-  }
-  return name;
-}
-
-bool isSource(std::string_view name) {
-  return withoutSuffix(name).size() < name.size();
-}
-
-/// "pkg@latest", "pkg==1.2", "pkg[extra]", "@scope/pkg@1": the package alone.
-std::string packageName(std::string_view word) {
-  for (const std::string_view scheme : {"git+https://github.com/", "github:"}) {
-    if (word.starts_with(scheme)) word.remove_prefix(scheme.size());
-  }
-  const auto end = word.find_first_of("[=<>~", 0);
-  if (end != std::string_view::npos) word = word.substr(0, end);
-  const auto version = word.rfind('@');
-  if (version != std::string_view::npos && version > 0) word = word.substr(0, version);
-  if (word.ends_with(".git")) word.remove_suffix(4);
-  return normalized(word);
-}
-
-/// The nearest folder on the way to a file whose name says whose it is.
-std::string nearestFolder(std::string_view path) {
-  constexpr std::string_view kPlaces =
-      "src dist build lib bin out scripts cli app server packages cjs esm js target release debug "
-      "output node venv .venv env .env installer-files";
-  while (true) {
-    const auto slash = path.find_last_not_of('/');
-    if (slash == std::string_view::npos) return {};
-    path = path.substr(0, slash + 1);
-    const auto before = path.rfind('/');
-    if (before == std::string_view::npos) return {};
-    path = path.substr(0, before);
-    const std::string_view folder = text::lastPathComponent(path);
-    if (folder.empty() || folder == "/" || folder == "." || folder == "..") return {};
-    if (!isListed(kPlaces, normalized(folder))) return normalized(folder);
-  }
-}
-
-/// What a folder adds to a script of a name that says nothing.
-std::string tellingFolder(std::string_view path) {
-  constexpr std::string_view kGeneral =
-      "main app server run start index cli launch webui api bot worker __main__ bundle serve "
-      "entry program mcp inference demo";
-  const std::string script = normalized(withoutSuffix(text::lastPathComponent(path)));
-  if (!isListed(kGeneral, script) && script != "--main--") return {};
-  return nearestFolder(path);
-}
-
-/// "pkg.mod" of …/site-packages/pkg/mod.py.
-std::string installedModule(std::string_view path) {
-  for (const std::string_view place : {"/site-packages/", "/dist-packages/"}) {
-    const auto found = path.rfind(place);
-    if (found == std::string_view::npos) continue;
-    std::string module = normalized(withoutSuffix(path.substr(found + place.size())));
-    std::replace(module.begin(), module.end(), '/', '.');
-    return module;
-  }
-  return {};
-}
-
-/// Of a path into node_modules what stands behind it; none for another path.
-std::optional<std::string_view> inNodeModules(std::string_view path) {
-  constexpr std::string_view kPlace = "node_modules/";
-  constexpr std::string_view kLink = ".bin/../";
-  const auto found = path.rfind(kPlace);
-  if (found == std::string_view::npos) return std::nullopt;
-  path.remove_prefix(found + kPlace.size());
-  if (path.starts_with(kLink)) path.remove_prefix(kLink.size());
-  return path;
-}
-
-/// "@scope/pkg" of "@scope/pkg/dist/cli.js".
-std::string_view packageOfPath(std::string_view path) {
-  auto slash = path.find('/');
-  if (path.starts_with('@') && slash != std::string_view::npos) slash = path.find('/', slash + 1);
-  return path.substr(0, slash);
-}
-
-/// Null: none is called so.
-const Carrier* carrierCalled(std::string_view name) {
-  static const auto carriers = [] {
-    std::unordered_map<std::string_view, const Carrier*> byName;
-    for (const Carrier& carrier : kCarriers) {
-      for (const std::string_view word : listed(carrier.names)) byName.emplace(word, &carrier);
-    }
-    return byName;
-  }();
-  const auto found = carriers.find(name);
-  return found == carriers.end() ? nullptr : found->second;
-}
 
 class Unwrapping {
  public:
@@ -214,83 +104,18 @@ class Unwrapping {
     const Carrier* const found = carrierCalled(name);
     if (found == nullptr) return Carried::nothing;
     const Carrier& carrier = *found;
-    Arguments rest = rest_.subspan(1);
-    if (!carrier.verbs.empty() && !takeVerb(carrier, rest)) return Carried::nothing;
-    bool isModule = false;
-    if (!skipOptions(carrier, rest, isModule)) return Carried::nothing;
-    for (int i = 0; i < carrier.operands && !rest.empty(); ++i) rest = rest.subspan(1);
-    if (rest.empty()) return Carried::nothing;
+    const auto what = carriage(carrier, rest_);
+    if (!what) return Carried::nothing;
+    rest_ = what->rest;
     result_.waits = result_.waits || carrier.waits;
     if (carrier.isDistributed) {
       result_.isDistributed = true;
       result_.isPython = true;
-      rest_ = rest;
-      return carried(distributed(isModule));
+      return carried(distributed(what->isModule));
     }
-    if (isModule) {
-      rest_ = rest;
-      return carried(module(rest.front()));
-    }
-    rest_ = rest;
+    if (what->isModule) return carried(module(rest_.front()));
     if (carrier.runsPackage) return carried(package());
     return Carried::another;
-  }
-
-  /// Passes the carrier's verb, and its options before it. False when there is none.
-  static bool takeVerb(const Carrier& carrier, Arguments& rest) {
-    std::size_t first = 0;
-    while (first < rest.size() && isOption(rest[first])) {
-      const bool hasValue = isListed(carrier.valued, normalized(rest[first])) ||
-                            isListed(carrier.valued, rest[first]);
-      first += hasValue ? 2 : 1;
-    }
-    first = std::min(first, rest.size());
-    for (std::string_view verbs = carrier.verbs; !verbs.empty();) {
-      const auto bar = verbs.find('|');
-      const auto words = listed(verbs.substr(0, bar));
-      verbs = bar == std::string_view::npos ? std::string_view() : verbs.substr(bar + 1);
-      if (rest.size() - first >= words.size() &&
-          std::equal(words.begin(), words.end(), rest.begin() + static_cast<long>(first))) {
-        rest = rest.subspan(first + words.size());
-        return true;
-      }
-    }
-    return false;
-  }
-
-  /// Passes the carrier's own options and assignments. False when nothing is left.
-  static bool skipOptions(const Carrier& carrier, Arguments& rest, bool& isModule) {
-    while (!rest.empty()) {
-      const std::string_view word = rest.front();
-      if (word == "--") {
-        rest = rest.subspan(1);
-        break;
-      }
-      if (word == "-m" || word == "--module") {
-        if (carrier.isDistributed || carrier.names == "debugpy" || carrier.names == "uv") {
-          isModule = true;
-          rest = rest.subspan(1);
-          if (carrier.isDistributed) continue;
-          break;
-        }
-      }
-      if (!isOption(word)) {
-        if (!isAssignment(word)) break;
-        rest = rest.subspan(1);
-        continue;
-      }
-      const std::string option = normalized(word);
-      const bool hasValue = word.find('=') == std::string_view::npos &&
-                            (carrier.valued == "*" ? !isListed(carrier.flags, option)
-                                                   : isListed(carrier.valued, option) ||
-                                                         isListed(carrier.valued, word));
-      rest = rest.subspan(1);
-      if (hasValue && !rest.empty() && !isOption(rest.front()) &&
-          !(carrier.valued == "*" && isSource(rest.front()))) {
-        rest = rest.subspan(1);
-      }
-    }
-    return !rest.empty();
   }
 
   /// What a package runner runs: a package, or a program or script of the project.
@@ -531,58 +356,6 @@ class Unwrapping {
 };
 
 }  // namespace
-
-std::vector<std::string> Invocation::names() const {
-  std::vector<std::string> names;
-  const auto add = [&names](std::string name) {
-    if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
-      names.push_back(std::move(name));
-    }
-  };
-  // "a.b.c", then "a.b", then "a"
-  const auto addWithParents = [&add](std::string name) {
-    while (!name.empty()) {
-      add(name);
-      const auto dot = name.rfind('.');
-      if (dot == std::string::npos) break;
-      name.resize(dot);
-    }
-  };
-  addWithParents(module);
-  add(package);
-  add(std::string(text::lastPathComponent(package)));
-  if (!folder.empty()) {
-    add(folder + "/" + script);
-    add(folder);
-  }
-  if (!script.empty() && package.empty()) {
-    // A script of a general name is known by an option that nobody else has.
-    if (isListed("main.py launch.py server.py webui.py app.py run.py api.py", script)) {
-      for (std::size_t i = 0; i < std::min<std::size_t>(arguments.size(), 64); ++i) {
-        if (!isOption(arguments[i])) continue;
-        std::string option = script + "+" + normalized(arguments[i]);
-        if (i + 1 < arguments.size() && arguments[i] == "--port")
-          option += "=" + normalized(arguments[i + 1]);
-        add(std::move(option));
-      }
-    }
-    // A script of a known folder, by its path or by the Python of that folder's own.
-    const bool isInFolder = path.find('/') != std::string_view::npos;
-    const std::string home = isInFolder ? nearestFolder(path) : project;
-    if (!home.empty()) add(home + "/" + script);
-    add(script);
-  }
-  // The main program of a bundle is the application, not the command of the same name.
-  if (path.find(".app/Contents/MacOS/") != std::string_view::npos && script.empty() &&
-      module.empty() && package.empty()) {
-    add(program + ".app");
-  } else if (!program.empty() && !isServedByHost) {
-    const auto dot = program.rfind('.');
-    if (dot != std::string::npos) add("*" + program.substr(dot));
-    addWithParents(program);
-  }
-  return names;
-}
 
 Invocation invocationOf(Arguments arguments) {
   return Unwrapping(arguments).result();

@@ -77,6 +77,10 @@ std::vector<std::string_view> wordsOf(std::string_view name) {
   return words;
 }
 
+bool isOption(std::string_view word) {
+  return word.size() > 1 && word.front() == '-';
+}
+
 bool hasWord(std::string_view name, std::string_view word) {
   for (auto at = name.find(word); at != std::string_view::npos; at = name.find(word, at + 1)) {
     const std::size_t behind = at + word.size();

@@ -23,6 +23,9 @@ std::string programName(std::string_view path);
 /// What stands between signs that are neither letters nor digits.
 std::vector<std::string_view> wordsOf(std::string_view name);
 
+/// Whether a word of a command line is an option, with or without a value behind "=".
+bool isOption(std::string_view word);
+
 /// Whether one of the words of `name` is this one.
 bool hasWord(std::string_view name, std::string_view word);
 

@@ -1,6 +1,7 @@
 #include "scanner/second_look/products.h"
 
 #include "scanner/second_look/name_words.h"
+#include "scanner/second_look/product_table.h"
 
 namespace second_look {
 

@@ -5,7 +5,7 @@
 #include <unordered_map>
 
 #include "scanner/second_look/invocation.h"
-#include "scanner/second_look/product_table.h"
+#include "scanner/second_look/product.h"
 
 namespace second_look {
 
