@@ -16,7 +16,7 @@ using testing::Not;
 
 class HostMenuTest : public testing::Test {
  protected:
-  HostMenuTest() : hostMenu(pair.served(), model, kPatience) {
+  HostMenuTest() : hostMenu(pair.served(), model, kTimes) {
     QObject::connect(&hostMenu, &HostMenu::opening, [this] {
       ++openings;
       if (onOpening) onOpening();
@@ -57,6 +57,8 @@ class HostMenuTest : public testing::Test {
   }
 
   static constexpr int kPatience = 50;  // milliseconds
+  /// Each announcement is an opening of its own.
+  static constexpr HostMenuTimes kTimes{.longestTracking = kPatience, .oneOpening = 0};
 
   mutable unsigned revision = 0;
   BusPair pair;
@@ -164,6 +166,74 @@ TEST_F(HostMenuTest, ItemsAreBroughtUpToDateBeforeTheHostShowsThem) {
   EXPECT_TRUE(aboutToShow());
   EXPECT_EQ(layout().children[0].label, "new  ·  312 MB");
   EXPECT_EQ(openings, 1);
+}
+
+TEST_F(HostMenuTest, NewsOfAnOpeningAreTheAnswerAndNoSignal) {
+  onOpening = [this] { hostMenu.show(menuOf({processRow(13, "new")})); };
+  EXPECT_TRUE(aboutToShow());
+  hostMenu.show(menuOf({processRow(14, "newer")}));
+  EXPECT_EQ(layout().children[0].label, "new  ·  312 MB");
+  EXPECT_TRUE(pair.takeSignals().empty());
+}
+
+TEST_F(HostMenuTest, NewsThatOnlyAnAnswerToldAreSignalledAfterTheClosing) {
+  onOpening = [this] { hostMenu.show(menuOf({processRow(13, "new")})); };
+  aboutToShow();
+  event(0, "closed");
+  EXPECT_EQ(pair.takeSignals(), Signals{"LayoutUpdated"});
+  onOpening = nullptr;
+  aboutToShow();
+  event(0, "closed");
+  EXPECT_TRUE(pair.takeSignals().empty());
+}
+
+TEST_F(HostMenuTest, NewsOfAnOpeningThatWaitsForNoAnswerAreSignalled) {
+  onOpening = [this] { hostMenu.show(menuOf({processRow(13, "new")})); };
+  const BusMessage call = newCall("AboutToShow");
+  sd_bus_message_append(call.get(), "i", 0);
+  sd_bus_message_set_expect_reply(call.get(), 0);
+  sd_bus_send(pair.caller(), call.get(), nullptr);
+  layout();
+  EXPECT_EQ(pair.takeSignals(), Signals{"LayoutUpdated"});
+}
+
+TEST_F(HostMenuTest, SecondAnnouncementOfAnOpeningChangesNothing) {
+  HostMenuTimes slow = kTimes;
+  slow.oneOpening = 60000;
+  ExportedMenu other;
+  BusPair otherPair;
+  int updates = 0;
+  HostMenu plasma(otherPair.served(), other, slow);
+  QObject::connect(&plasma, &HostMenu::opening,
+                   [&] { plasma.show(menuOf({processRow(100 + ++updates, "new")})); });
+  const auto announce = [&otherPair] {
+    const BusMessage call =
+        otherPair.newCall(HostMenu::kPath, "com.canonical.dbusmenu", "AboutToShow");
+    sd_bus_message_append(call.get(), "i", 0);
+    int changed = 0;
+    sd_bus_message_read(otherPair.send(call).get(), "b", &changed);
+    return changed != 0;
+  };
+  EXPECT_TRUE(announce());
+  EXPECT_TRUE(announce()) << "nobody has read it yet";
+  const BusMessage call = otherPair.newCall(HostMenu::kPath, "com.canonical.dbusmenu", "GetLayout");
+  sd_bus_message_append(call.get(), "iias", 0, -1, 0);
+  otherPair.send(call);
+  EXPECT_FALSE(announce());
+  EXPECT_EQ(updates, 1);
+  EXPECT_TRUE(otherPair.takeSignals().empty());
+}
+
+TEST_F(HostMenuTest, NextAnnouncementIsTheNextOpening) {
+  aboutToShow();
+  aboutToShow();
+  EXPECT_EQ(openings, 2);
+}
+
+TEST_F(HostMenuTest, HasItsTimesInTheProgram) {
+  const HostMenuTimes usual;
+  EXPECT_EQ(usual.longestTracking, 5 * 60 * 1000);
+  EXPECT_EQ(usual.oneOpening, 1000);
 }
 
 TEST_F(HostMenuTest, OpeningWithoutNewsIsNoChange) {

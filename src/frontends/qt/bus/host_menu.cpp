@@ -16,6 +16,11 @@ int sendReply(int result, sd_bus_message* reply) {
   return result < 0 ? result : sd_bus_send(nullptr, reply, nullptr);
 }
 
+/// Whether the caller waits for the answer.
+bool isAnswered(sd_bus_message* call) {
+  return sd_bus_message_get_expect_reply(call) > 0;
+}
+
 int noSuchItem(sd_bus_error* error, int id) {
   return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "no menu item %d", id);
 }
@@ -35,6 +40,7 @@ struct HostMenuVtable {
     if (result < 0) return result;
     const ExportedMenu::Node* node = menu(data).menu_.find(id);
     if (node == nullptr) return noSuchItem(error, id);
+    if (id == ExportedMenu::kRootId) menu(data).readRevision_ = menu(data).revision_;
 
     sd_bus_message* reply = nullptr;
     result = sd_bus_message_new_method_return(call, &reply);
@@ -102,7 +108,7 @@ struct HostMenuVtable {
     int id = 0;
     const int result = sd_bus_message_read(call, "i", &id);
     if (result < 0) return result;
-    const bool changed = id == ExportedMenu::kRootId && menu(data).open();
+    const bool changed = id == ExportedMenu::kRootId && menu(data).announced(isAnswered(call));
     return sd_bus_reply_method_return(call, "b", changed ? 1 : 0);
   }
 
@@ -111,7 +117,9 @@ struct HostMenuVtable {
     const int result = HostMenuMessages::readIds(call, ids);
     if (result < 0) return result;
     bool changed = false;
-    for (const int id : ids) changed |= id == ExportedMenu::kRootId && menu(data).open();
+    for (const int id : ids) {
+      changed |= id == ExportedMenu::kRootId && menu(data).announced(isAnswered(call));
+    }
     return changed ? sd_bus_reply_method_return(call, "aiai", 1, ExportedMenu::kRootId, 0)
                    : sd_bus_reply_method_return(call, "aiai", 0, 0);
   }
@@ -156,12 +164,13 @@ const sd_bus_vtable HostMenuVtable::table[] = {
     SD_BUS_VTABLE_END,
 };
 
-HostMenu::HostMenu(sd_bus* bus, ExportedMenu& menu, int longestTracking) : bus_(bus), menu_(menu) {
+HostMenu::HostMenu(sd_bus* bus, ExportedMenu& menu, const HostMenuTimes& times)
+    : bus_(bus), menu_(menu), times_(times) {
   sd_bus_slot* raw = nullptr;
   sd_bus_add_object_vtable(bus_, &raw, kPath, kInterface, HostMenuVtable::table, this);
   object_.reset(raw);
   longEnough_.setSingleShot(true);
-  longEnough_.setInterval(longestTracking);
+  longEnough_.setInterval(times.longestTracking);
   connect(&longEnough_, &QTimer::timeout, this, &HostMenu::close);
 }
 
@@ -198,14 +207,24 @@ void HostMenu::hostGone() {
   assumeClosed();
 }
 
-bool HostMenu::open() {
-  const std::uint32_t before = revision_;
+/// What AboutToShow answers: whether there is a layout that no host has read yet. Plasma announces
+/// each opening twice, and shows the menu in between.
+bool HostMenu::announced(bool isAnswered) {
+  if (!isOpen_ || sinceOpening_.elapsed() >= times_.oneOpening) {
+    isAnswering_ = isAnswered;
+    open();
+    isAnswering_ = false;
+  }
+  return signalIsDue_ && revision_ != readRevision_;
+}
+
+void HostMenu::open() {
   isOpen_ = false;  // in case it was closed unreported
   waiting_.reset();
   Q_EMIT opening();
   isOpen_ = true;
+  sinceOpening_.start();
   if (!hostSaysClosed_) longEnough_.start();
-  return revision_ != before;
 }
 
 void HostMenu::close() {
@@ -213,6 +232,7 @@ void HostMenu::close() {
   isOpen_ = false;
   if (waiting_) show(std::exchange(waiting_, nullptr));
   Q_EMIT closed();
+  if (signalIsDue_) tellLayout();
 }
 
 void HostMenu::handle(int id, std::string_view event) {
@@ -234,8 +254,12 @@ void HostMenu::handle(int id, std::string_view event) {
 
 void HostMenu::tell(const ExportedMenu::Change& change) {
   if (change.layout) {
-    sd_bus_emit_signal(bus_, kPath, kInterface, "LayoutUpdated", "ui", ++revision_,
-                       ExportedMenu::kRootId);
+    ++revision_;
+    if (isAnswering_) {
+      signalIsDue_ = true;
+    } else {
+      tellLayout();
+    }
     return;
   }
   if (change.relabelled.empty()) return;
@@ -252,4 +276,10 @@ void HostMenu::tell(const ExportedMenu::Change& change) {
   if (result >= 0) result = sd_bus_message_close_container(signal);
   if (result >= 0) result = sd_bus_message_append(signal, "a(ias)", 0);
   if (result >= 0) sd_bus_send(bus_, signal, nullptr);
+}
+
+void HostMenu::tellLayout() {
+  signalIsDue_ = false;
+  sd_bus_emit_signal(bus_, kPath, kInterface, "LayoutUpdated", "ui", revision_,
+                     ExportedMenu::kRootId);
 }

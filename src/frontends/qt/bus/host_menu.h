@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 #include <cstdint>
@@ -11,19 +12,28 @@
 #include "ui/memory_pressure_view.h"
 #include "ui/menu.h"
 
+/// What a HostMenu waits for, in milliseconds.
+struct HostMenuTimes {
+  int longestTracking = 300000;  ///< how long the menu counts as open where no host closes it
+  int oneOpening = 1000;         ///< a host that announces the menu again so soon still opens it
+};
+
 /// Serves the menu that tray hosts draw themselves (com.canonical.dbusmenu).
 ///
 /// A host says when it opens the menu, but not every host says when it closes it. While the menu
 /// is open nothing but the strip's label changes in it. It counts as open until the host closes it
-/// or an item is chosen; with a host that has never reported a closing, for half a minute at most.
+/// or opens it again, or an item is chosen; with a host that has never reported a closing, for five
+/// minutes at most.
+///
+/// A host that announces the menu (AboutToShow) gets its news as the answer and not as a signal
+/// besides: Plasma would fill a menu anew that it shows already, and no longer scroll it.
 class HostMenu : public QObject {
   Q_OBJECT
 
  public:
   static constexpr const char* kPath = "/MenuBar";
-  static constexpr int kLongestTracking = 30000;  // milliseconds
 
-  HostMenu(sd_bus* bus, ExportedMenu& menu, int longestTracking = kLongestTracking);
+  HostMenu(sd_bus* bus, ExportedMenu& menu, const HostMenuTimes& times = {});
 
   void show(std::shared_ptr<const Menu> menu);
   /// Which host shows the menu from now on. The menu counts as closed in a new host.
@@ -47,17 +57,24 @@ class HostMenu : public QObject {
  private:
   friend struct HostMenuVtable;
 
-  bool open();
+  bool announced(bool isAnswered);
+  void open();
   void close();
   void handle(int id, std::string_view event);
   void tell(const ExportedMenu::Change& change);
+  void tellLayout();
 
   sd_bus* bus_;
   ExportedMenu& menu_;
+  HostMenuTimes times_;
   std::shared_ptr<const Menu> waiting_;  // shown once the menu has closed
   std::uint32_t revision_ = 1;
+  std::uint32_t readRevision_ = 0;  // the last one that was read
+  bool isAnswering_ = false;        // the answer under way will tell of another layout
+  bool signalIsDue_ = false;        // only an answer has told of the layout: others don't know it
   bool isOpen_ = false;
   bool hostSaysClosed_ = false;  // this host has reported a closing before
+  QElapsedTimer sinceOpening_;
   QTimer longEnough_;
   BusSlot object_;
 };
