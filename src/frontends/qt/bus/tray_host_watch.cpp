@@ -11,6 +11,8 @@ constexpr const char* kBus = "org.freedesktop.DBus";
 constexpr const char* kBusPath = "/org/freedesktop/DBus";
 constexpr const char* kWatcher = "org.kde.StatusNotifierWatcher";
 constexpr const char* kWatcherPath = "/StatusNotifierWatcher";
+/// What hosts call themselves, followed by their pid and more.
+constexpr std::string_view kHostNames = "org.kde.StatusNotifierHost-";
 constexpr const char* kGnomeShell = "org.gnome.Shell";
 
 TrayHostWatch* watch(void* self) {
@@ -33,6 +35,16 @@ bool isError(sd_bus_message* reply) {
 bool speaksOf(std::string_view item, std::string_view name) {
   if (!item.starts_with(name)) return false;
   return item.size() == name.size() || item[name.size()] == '/' || item[name.size()] == '@';
+}
+
+/// Whether some host's name is among all names on the bus.
+bool namesHost(sd_bus_message* reply) {
+  if (isError(reply) || sd_bus_message_enter_container(reply, 'a', "s") < 0) return false;
+  const char* name = nullptr;
+  while (sd_bus_message_read(reply, "s", &name) > 0) {
+    if (std::string_view(name).starts_with(kHostNames)) return true;
+  }
+  return false;
 }
 
 /// Whether the list in the answer has the icon; none when there is no list in it.
@@ -70,6 +82,11 @@ TrayHostWatch::TrayHostWatch(sd_bus* bus, const TrayHostTimes& times)
            std::string("type='signal',sender='") + kBus + "',interface='" + kBus +
                "',member='NameOwnerChanged',arg0=" + watcher,
            &TrayHostWatch::ownerChanged);
+  // Their names differ in what is no part of a namespace.
+  addMatch(hostMatch_,
+           std::string("type='signal',sender='") + kBus + "',interface='" + kBus +
+               "',member='NameOwnerChanged',arg0namespace='org.kde'",
+           &TrayHostWatch::hostNameChanged);
   addMatch(
       signalMatch_,
       "type='signal',sender=" + watcher + ",interface=" + watcher + ",path='" + kWatcherPath + "'",
@@ -102,6 +119,15 @@ int TrayHostWatch::ownerChanged(sd_bus_message* message, void* self, sd_bus_erro
   return 0;
 }
 
+int TrayHostWatch::hostNameChanged(sd_bus_message* message, void* self, sd_bus_error*) {
+  const char* name = "";
+  if (isFrom(message, kBus) && sd_bus_message_read(message, "s", &name) >= 0 &&
+      std::string_view(name).starts_with(kHostNames)) {
+    watch(self)->lookSoon();
+  }
+  return 0;
+}
+
 int TrayHostWatch::watcherSignalled(sd_bus_message* message, void* self, sd_bus_error*) {
   // Whatever the signal says, the present state is asked for.
   if (isFrom(message, watch(self)->watcher_)) watch(self)->lookSoon();
@@ -109,6 +135,7 @@ int TrayHostWatch::watcherSignalled(sd_bus_message* message, void* self, sd_bus_
 }
 
 void TrayHostWatch::forgetIcon() {
+  hostsHaveNames_ = false;
   registered_ = false;
   listed_ = false;
   missing_ = Missing::no;
@@ -165,12 +192,40 @@ int TrayHostWatch::hostAnswered(sd_bus_message* reply, void* self, sd_bus_error*
   if (hostIsThere == 0) {
     watch(self)->settle(false);
     watch(self)->finishLook();
-  } else if (watch(self)->registered_) {
-    watch(self)->ask("RegisteredStatusNotifierItems", &TrayHostWatch::itemsAnswered);
   } else {
-    watch(self)->askForShell();
+    watch(self)->askForHosts();
   }
   return 0;
+}
+
+void TrayHostWatch::askForHosts() {
+  sd_bus_slot* raw = nullptr;
+  const int result = sd_bus_call_method_async(bus_, &raw, kBus, kBusPath, kBus, "ListNames",
+                                              &TrayHostWatch::namesAnswered, this, "");
+  sent(result, raw);
+}
+
+/// Some hosts have no names, and Plasma's gets its own a moment after the watcher has come: only
+/// where there has been a name does it mean anything that there is none.
+int TrayHostWatch::namesAnswered(sd_bus_message* reply, void* self, sd_bus_error*) {
+  if (namesHost(reply)) {
+    watch(self)->hostsHaveNames_ = true;
+  } else if (watch(self)->hostsHaveNames_ && !isError(reply)) {
+    watch(self)->settle(false);
+    watch(self)->finishLook();
+    return 0;
+  }
+  watch(self)->seeToIcon();
+  return 0;
+}
+
+/// There is a host: sees to it that it has the icon.
+void TrayHostWatch::seeToIcon() {
+  if (registered_) {
+    ask("RegisteredStatusNotifierItems", &TrayHostWatch::itemsAnswered);
+  } else {
+    askForShell();
+  }
 }
 
 void TrayHostWatch::askForShell() {

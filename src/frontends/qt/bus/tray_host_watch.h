@@ -17,7 +17,9 @@ struct TrayHostTimes {
 };
 
 /// Watches for a host that shows tray icons: there is one while a StatusNotifierWatcher says that
-/// a host is registered with it. Registers our icon with it, again with every new watcher, and
+/// a host is registered with it, and the last host's bus name has not gone, where hosts have
+/// names: Plasma's watcher is no part of its panel, and never says that the panel has died.
+/// Registers our icon with it, again with every new watcher, and
 /// again whenever the watcher has dropped it from its list.
 ///
 /// Signals count only if they come from the bus itself or from the watcher. However many come, the
@@ -52,6 +54,8 @@ class TrayHostWatch : public QObject {
   void lookSoon();
   void look();
   void ask(const char* property, Handler handler);
+  void askForHosts();
+  void seeToIcon();
   void askForShell();
   void registerIcon();
   void iconIsListed();
@@ -63,7 +67,9 @@ class TrayHostWatch : public QObject {
 
   static int ownerChanged(sd_bus_message* message, void* self, sd_bus_error*);
   static int watcherSignalled(sd_bus_message* message, void* self, sd_bus_error*);
+  static int hostNameChanged(sd_bus_message* message, void* self, sd_bus_error*);
   static int hostAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
+  static int namesAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
   static int shellAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
   static int iconRegistered(sd_bus_message* reply, void* self, sd_bus_error*);
   static int itemsAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
@@ -74,6 +80,7 @@ class TrayHostWatch : public QObject {
   std::string watcher_;  // the watcher's unique bus name; "" for none or not known yet
   bool watcherIsGone_ = false;
   TrayHostKind hostKind_ = TrayHostKind::usual;
+  bool hostsHaveNames_ = false;  // those of the present watcher
   bool hostShowsIcon_ = false;
   bool decided_ = false;
   bool registered_ = false;  // with the present watcher
@@ -82,6 +89,7 @@ class TrayHostWatch : public QObject {
   int pause_;
 
   BusSlot watcherMatch_;
+  BusSlot hostMatch_;
   BusSlot signalMatch_;
   BusSlot question_;        // the call that has not been answered yet
   bool lookAgain_ = false;  // once the question is answered

@@ -112,6 +112,34 @@ TEST_F(WatchedHosts, WithoutAListAreBelieved) {
   EXPECT_TRUE(watch_->hostShowsIcon());
 }
 
+TEST_F(WatchedHosts, ThatDieBesideTheirWatcherShowNoIcon) {
+  BusPtr panel = connectedBus(address_);
+  ASSERT_GE(sd_bus_request_name(panel.get(), "org.kde.StatusNotifierHost-1-1", 0), 0);
+  startWatching();
+  ASSERT_TRUE(eventually([this] { return watch_->hostShowsIcon(); }));
+  ASSERT_TRUE(eventually([this] { return host_->looks() == 2; }));
+
+  panel.reset();
+  EXPECT_TRUE(eventually([this] { return !watch_->hostShowsIcon(); }));
+  panel = connectedBus(address_);
+  ASSERT_GE(sd_bus_request_name(panel.get(), "org.kde.StatusNotifierHost-2-1", 0), 0);
+  EXPECT_TRUE(eventually([this] { return watch_->hostShowsIcon(); }));
+  EXPECT_EQ(host_->registrations(), 1) << "the watcher has kept it";
+}
+
+TEST_F(WatchedHosts, CountWhileOneOfThemIsThere) {
+  BusPtr first = connectedBus(address_);
+  const BusPtr second = connectedBus(address_);
+  ASSERT_GE(sd_bus_request_name(first.get(), "org.kde.StatusNotifierHost-1-1", 0), 0);
+  ASSERT_GE(sd_bus_request_name(second.get(), "org.kde.StatusNotifierHost-2-1", 0), 0);
+  startWatching();
+  ASSERT_TRUE(eventually([this] { return host_->looks() == 2; }));
+  first.reset();
+  EXPECT_TRUE(eventually([this] { return host_->looks() == 3; }));
+  pumpFor(std::chrono::milliseconds(100));
+  EXPECT_TRUE(watch_->hostShowsIcon());
+}
+
 TEST_F(WatchedHosts, AreNotSpokenForByStrangers) {
   startWatching();
   // Once at first, and once when the icon's time to appear is over.
