@@ -1,6 +1,7 @@
 #include "frontends/qt/menu_window.h"
 
 #include <QCloseEvent>
+#include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -14,17 +15,24 @@
 namespace {
 
 constexpr int kExposurePatience = 2000;  // milliseconds
+constexpr const char* kWayBack =
+    "Closing this window puts it away. To get it back, start Vorda again.";
 
 }  // namespace
 
 MenuWindow::MenuWindow()
-    // Always on top and not to be minimized, because it is in no task bar where it could be found
-    // again.
     : QWidget(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                           Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint),
+                           Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint),
       strip_(new StripWidget),
-      button_(new QPushButton) {
+      button_(new QPushButton),
+      wayBack_(new QLabel(kWayBack)) {
   setWindowIcon(badgeIcon());
+  wayBack_->setTextFormat(Qt::PlainText);
+  wayBack_->setWordWrap(true);
+  wayBack_->setAlignment(Qt::AlignHCenter);
+  QFont small = wayBack_->font();
+  small.setPointSizeF(small.pointSizeF() * 0.85);
+  wayBack_->setFont(small);
   button_->setDefault(true);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(4, 4, 4, 8);
@@ -32,14 +40,14 @@ MenuWindow::MenuWindow()
   column->setSizeConstraint(QLayout::SetFixedSize);
   column->addWidget(strip_);
   column->addWidget(button_, 0, Qt::AlignHCenter);
+  column->addWidget(wayBack_);
 
   connect(button_, &QPushButton::clicked, this, &MenuWindow::menuRequested);
   const auto* settings = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma), this);
   connect(settings, &QShortcut::activated, this, &MenuWindow::settingsRequested);
 
   create();
-  keepOffTaskbar(*this);
-  keepOnAllDesktops(*this);
+  setReplacesIcon(true);
   windowHandle()->installEventFilter(this);
 
   // A window manager that is just starting may miss the request to show the window.
@@ -50,6 +58,10 @@ MenuWindow::MenuWindow()
     hide();
     show();
   });
+}
+
+void MenuWindow::setReplacesIcon(bool replaces) {
+  wayBack_->setVisible(replaces);
 }
 
 void MenuWindow::setTitle(const QString& title) {
@@ -87,16 +99,11 @@ bool MenuWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MenuWindow::showEvent(QShowEvent* event) {
+  // Each time: window managers forget it when a window is hidden.
+  setInTaskbar(*this, !wayBack_->isHidden());
+  keepOnAllDesktops(*this);
   neverExposed_.start();
   QWidget::showEvent(event);
-}
-
-/// Some window managers minimize it anyway; show it again.
-void MenuWindow::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::WindowStateChange && isMinimized()) {
-    QTimer::singleShot(0, this, &QWidget::showNormal);
-  }
-  QWidget::changeEvent(event);
 }
 
 void MenuWindow::closeEvent(QCloseEvent* event) {

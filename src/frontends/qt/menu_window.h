@@ -9,16 +9,23 @@
 
 #include "ui/memory_pressure_view.h"
 
+class QLabel;
 class QPushButton;
 class StripWidget;
 
 /// The small window that replaces the icon where there is no tray, and that the menu is attached
 /// to where a menu needs a window (Wayland): the live strip above a button that opens the menu.
+///
+/// As a replacement it is a window like any other, in the task bar, and says how it comes back when
+/// it was closed. Attached to a menu it is in no task bar and stays as long as the menu.
 class MenuWindow : public QWidget {
   Q_OBJECT
 
  public:
   MenuWindow();
+
+  /// Whether it replaces the icon, from the next time that it is shown.
+  void setReplacesIcon(bool replaces);
 
   /// The status item's title: the window's and the button's.
   void setTitle(const QString& title);
@@ -34,18 +41,18 @@ class MenuWindow : public QWidget {
  Q_SIGNALS:
   void menuRequested();
   void settingsRequested();
-  /// The user closed the window.
+  /// The user closed the window, which stays until it is hidden.
   void dismissed();
 
  protected:
   void showEvent(QShowEvent* event) override;
-  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   StripWidget* strip_;
   QPushButton* button_;
+  QLabel* wayBack_;
   std::function<void()> onExposed_;
   QTimer neverExposed_;
 };

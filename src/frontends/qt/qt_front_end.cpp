@@ -34,7 +34,6 @@ QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings)
   QApplication::setQuitOnLastWindowClosed(false);
   connect(&presence_, &TrayPresence::menuRequested, this, &QtFrontEnd::togglePopup);
   connect(&presence_, &TrayPresence::settingsRequested, this, &QtFrontEnd::showSettings);
-  connect(&presence_, &TrayPresence::dismissed, this, &QtFrontEnd::terminate);
   connect(&presence_, &TrayPresence::placeLost, this, &QtFrontEnd::cancelTracking);
   connect(qApp, &QGuiApplication::primaryScreenChanged, this, &QtFrontEnd::noteScreen);
   noteScreen();
@@ -74,8 +73,12 @@ void QtFrontEnd::attach(NamedBus bus) {
   for (const SessionBus* lost : {connection_->bus.get(), connection_->iconBus.get()}) {
     connect(lost, &SessionBus::lost, this, &QtFrontEnd::busLost, Qt::QueuedConnection);
   }
-  connect(connection_->name.get(), &InstanceName::activated, this, &QtFrontEnd::showSettings,
-          Qt::QueuedConnection);
+  connect(
+      connection_->name.get(), &InstanceName::activated, this,
+      [this] {
+        if (!presence_.bringBack()) showSettings();
+      },
+      Qt::QueuedConnection);
   connect(&connection_->icon, &StatusNotifierItem::activated, this, &QtFrontEnd::togglePopup,
           Qt::QueuedConnection);
   connect(&connection_->menu, &HostMenu::opening, this, [this] {
@@ -159,7 +162,7 @@ int QtFrontEnd::runModal(const Alert& alert) {
   cancelTracking();
   AlertDialog dialog(alert);
   alert_ = &dialog;
-  keepOffTaskbar(dialog);
+  setInTaskbar(dialog, false);
   bringToFront(dialog);
   dialog.exec();
   return dialog.answer();

@@ -56,6 +56,9 @@ void TrayPresence::update() {
     embeddedIcon_.reset();
   }
   if (kind == PresenceKind::window) {
+    // It may stand there already, attached to a menu that is going.
+    window().hide();
+    window().setReplacesIcon(true);
     window().show();
   } else if (window_) {
     window_->hide();
@@ -77,13 +80,7 @@ MenuWindow& TrayPresence::window() {
   window_->setStrip(strip_);
   connect(window_.get(), &MenuWindow::menuRequested, this, &TrayPresence::menuRequested);
   connect(window_.get(), &MenuWindow::settingsRequested, this, &TrayPresence::settingsRequested);
-  connect(window_.get(), &MenuWindow::dismissed, this, [this] {
-    if (kind_ == PresenceKind::window) {
-      Q_EMIT dismissed();
-    } else {
-      window_->hide();
-    }
-  });
+  connect(window_.get(), &MenuWindow::dismissed, window_.get(), &QWidget::hide);
   return *window_;
 }
 
@@ -112,8 +109,19 @@ void TrayPresence::providePlace(const OpenPopup& open) {
 }
 
 void TrayPresence::provideWindow(const OpenPopup& open) {
+  window().setReplacesIcon(kind_ == PresenceKind::window);
   window().show();
   window().whenExposed([this, open] { open(window_.get(), window_->menuPosition()); });
+}
+
+bool TrayPresence::bringBack() {
+  if (kind_ != PresenceKind::window) return false;
+  const bool wasAway = !window().isVisible();
+  window().show();
+  window().setWindowState(window().windowState() & ~Qt::WindowMinimized);
+  window().raise();
+  window().activateWindow();
+  return wasAway;
 }
 
 void TrayPresence::releasePlace() {

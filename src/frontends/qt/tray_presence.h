@@ -42,14 +42,15 @@ class TrayPresence : public QObject {
   void provideWindow(const OpenPopup& open);
   /// The popup has closed: its place is no longer needed.
   void releasePlace();
+  /// Brings the window to the front, where it replaces the icon. Returns whether the user had put
+  /// it away.
+  bool bringBack();
 
  Q_SIGNALS:
   void menuRequested();
   void settingsRequested();
   /// The place that was provided for a popup is about to go.
   void placeLost();
-  /// The user closed the window that stands for the program.
-  void dismissed();
 
  private:
   void update();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QPushButton>
 
 #include "frontends/qt/event_loop.h"
@@ -33,11 +34,19 @@ TEST_F(MenuWindowTest, HoldsTheStripAboveTheButton) {
   EXPECT_EQ(window.windowTitle(), "Vorda²");
 }
 
-TEST_F(MenuWindowTest, CannotBeMinimized) {
-  window.showMinimized();
-  settle();
-  EXPECT_FALSE(window.isMinimized());
-  EXPECT_TRUE(window.isVisible());
+TEST_F(MenuWindowTest, IsAWindowLikeAnyOther) {
+  EXPECT_FALSE(window.windowFlags() & Qt::WindowStaysOnTopHint);
+  EXPECT_TRUE(window.windowFlags() & Qt::WindowMinimizeButtonHint);
+}
+
+TEST_F(MenuWindowTest, SaysHowItComesBackWhereItReplacesTheIcon) {
+  const auto* label = window.findChild<QLabel*>();
+  EXPECT_EQ(label->text(), "Closing this window puts it away. To get it back, start Vorda again.");
+  EXPECT_TRUE(label->isVisible());
+  EXPECT_EQ(label->geometry().left(), 4);
+  EXPECT_GT(label->geometry().top(), button()->geometry().bottom());
+  window.setReplacesIcon(false);
+  EXPECT_FALSE(label->isVisible());
 }
 
 TEST_F(MenuWindowTest, ButtonAsksForTheMenu) {
@@ -54,11 +63,6 @@ TEST_F(MenuWindowTest, ClosingIsLeftToTheProgram) {
   window.close();
   EXPECT_EQ(dismissals, 1);
   EXPECT_TRUE(window.isVisible());
-}
-
-TEST_F(MenuWindowTest, CanNotBeLostBehindOthersOrMinimized) {
-  EXPECT_TRUE(window.windowFlags() & Qt::WindowStaysOnTopHint);
-  EXPECT_FALSE(window.windowFlags() & Qt::WindowMinimizeButtonHint);
 }
 
 TEST_F(MenuWindowTest, RunsWorkOnceItIsOnScreen) {

@@ -180,9 +180,16 @@ TEST_F(QtFrontEndTest, TerminateDuringAnAlertEndsTheAlertToo) {
   EXPECT_EQ(QApplication::exec(), 0);
 }
 
-TEST_F(QtFrontEndTest, ClosingTheOnlyWindowEndsTheProgram) {
+TEST_F(QtFrontEndTest, ClosingTheOnlyWindowPutsItAwayAndTheProgramGoesOn) {
+  bool wentOn = false;
   frontEnd.after(0, [] { shown<MenuWindow>()->close(); });
+  frontEnd.after(0.05, [&] {
+    wentOn = true;
+    QApplication::exit(0);
+  });
   EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_TRUE(wentOn);
+  EXPECT_EQ(shown<MenuWindow>(), nullptr);
 }
 
 /// A row as a short menu has it.

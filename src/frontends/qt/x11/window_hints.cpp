@@ -5,13 +5,15 @@
 
 #include "frontends/qt/x11/x11_display.h"
 
-void keepOffTaskbar(QWidget& window) {
+void setInTaskbar(QWidget& window, bool inTaskbar) {
   xcb_connection_t* connection = X11Display::connection();
   if (connection == nullptr) return;
   const xcb_atom_t states[] = {X11Display::atom("_NET_WM_STATE_SKIP_TASKBAR"),
                                X11Display::atom("_NET_WM_STATE_SKIP_PAGER")};
-  xcb_change_property(connection, XCB_PROP_MODE_APPEND, static_cast<xcb_window_t>(window.winId()),
-                      X11Display::atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, 2, states);
+  // Qt adds its own states when it shows the window.
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
+                      X11Display::atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, inTaskbar ? 0 : 2,
+                      states);
 }
 
 void keepOnAllDesktops(QWidget& window) {

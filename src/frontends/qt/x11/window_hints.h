@@ -2,9 +2,10 @@
 
 class QWidget;
 
-/// Asks the window manager to leave a window that has not been shown yet out of its task bar and
-/// pager. Without effect on Wayland, which has no such request.
-void keepOffTaskbar(QWidget& window);
+/// Asks the window manager to leave a window out of its task bar and pager, or not to. To be called
+/// before the window is shown. Without effect on Wayland, where xdg-shell, which is all that Qt
+/// speaks there, has no such request.
+void setInTaskbar(QWidget& window, bool inTaskbar);
 
 /// Asks the window manager to show the window on every virtual desktop, as it does with a tray. To
 /// be called before the window is shown.

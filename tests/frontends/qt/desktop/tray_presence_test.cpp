@@ -120,9 +120,23 @@ TEST_F(TrayPresence, SettingsOpenAtOnceForTheActionOfTheDesktopEntry) {
   EXPECT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
 }
 
-TEST_F(TrayPresence, OnlySettingsHaveAPlaceInTheTaskBar) {
+TEST_F(TrayPresence, WindowThatWasPutAwayComesBackWithTheNextStart) {
   startWithoutTray();
-  EXPECT_TRUE(keepsOffTaskbar(desktop.display(), kWindow));
+  closeWindow(desktop.display(), kWindow);
+  ASSERT_TRUE(windowGoes(kWindow));
+  EXPECT_EQ(program->poll(), std::nullopt);
+  const auto second = desktop.startProgram();
+  EXPECT_TRUE(windowAppears(kWindow));
+  EXPECT_EQ(second->wait(), 0);
+  EXPECT_FALSE(desktop.showsWindow(kSettings));
+  const auto third = desktop.startProgram();
+  EXPECT_TRUE(windowAppears(kSettings));
+  EXPECT_TRUE(desktop.showsWindow(kWindow));
+}
+
+TEST_F(TrayPresence, OnlySettingsAndWhatReplacesTheIconHaveAPlaceInTheTaskBar) {
+  startWithoutTray();
+  EXPECT_FALSE(keepsOffTaskbar(desktop.display(), kWindow));
   host->appear();
   ASSERT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
 

@@ -32,6 +32,18 @@ class Screen {
 
   std::string title(xcb_window_t window) const { return property(window, "_NET_WM_NAME"); }
 
+  void askToClose(xcb_window_t window) const {
+    xcb_client_message_event_t event = {};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = atom("WM_PROTOCOLS");
+    event.data.data32[0] = atom("WM_DELETE_WINDOW");
+    xcb_send_event(connection_, 0, window, XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char*>(&event));
+    xcb_flush(connection_);
+  }
+
   bool hasState(xcb_window_t window, const std::string& state) const {
     const std::string states = property(window, "_NET_WM_STATE");
     const auto* first = reinterpret_cast<const xcb_atom_t*>(states.data());
@@ -74,4 +86,11 @@ bool keepsOffTaskbar(const std::string& display, const std::string& title) {
     if (!screen.hasState(window, "_NET_WM_STATE_SKIP_TASKBAR")) return false;
   }
   return found;
+}
+
+void closeWindow(const std::string& display, const std::string& title) {
+  const Screen screen(display);
+  for (const xcb_window_t window : screen.windows()) {
+    if (screen.title(window) == title) screen.askToClose(window);
+  }
 }
