@@ -31,7 +31,7 @@ set(CPACK_DEBIAN_TRAY_DESCRIPTION "An icon in the system tray with a menu of who
 servers, training jobs, agents and the largest programs, each in a colour
 that stays. Brings the desktop's half of vorda.")
 set(CPACK_DEBIAN_TRAY_PACKAGE_DEPENDS "vorda (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
-set(CPACK_DEBIAN_TRAY_PACKAGE_RECOMMENDS qt6-wayland)
+set(CPACK_DEBIAN_TRAY_PACKAGE_RECOMMENDS "qt6-wayland, qt6-gtk-platformtheme")
 set(deb_folder ${CMAKE_CURRENT_BINARY_DIR}/deb)
 file(WRITE ${deb_folder}/conffiles "/etc/xdg/autostart/vorda.desktop\n")
 set(CPACK_DEBIAN_TRAY_PACKAGE_CONTROL_EXTRA ${deb_folder}/conffiles)

@@ -1,10 +1,13 @@
 #include "frontends/qt/menu_style.h"
 
+#include <QApplication>
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QGlyphRun>
 #include <QMenu>
+#include <QStyleOption>
 #include <QTextLayout>
+#include <algorithm>
 #include <utility>
 
 #include "frontends/qt/qt_text.h"
@@ -44,6 +47,27 @@ void MenuStyle::dress(QMenu& menu) {
   menu.setStyle(this);
   menu.setPalette(withReadableDisabledText(menu.palette()));
   menu.setFont(withEmoji(menu.font()));
+  menu.installEventFilter(this);
+}
+
+bool MenuStyle::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ApplicationPaletteChange) {
+    static_cast<QMenu*>(watched)->setPalette(
+        withReadableDisabledText(QApplication::palette("QMenu")));
+  }
+  return false;
+}
+
+QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                  const QSize& contents, const QWidget* widget) const {
+  QSize size = contents;
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (type == CT_MenuItem && item != nullptr &&
+      item->menuItemType != QStyleOptionMenuItem::Separator) {
+    size.setHeight(
+        std::max(QFontMetrics(item->font).height(), pixelMetric(PM_SmallIconSize, option, widget)));
+  }
+  return QProxyStyle::sizeFromContents(type, option, size, widget);
 }
 
 int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -7,13 +7,16 @@ class QFont;
 class QMenu;
 
 /// The user's style, except that a menu that is too high scrolls instead of being split into
-/// columns.
+/// columns, and that all rows have one height, whatever glyphs stand in them.
 class MenuStyle : public QProxyStyle {
  public:
   /// Applies this style to `menu`, and makes its disabled items, which hold most of the
-  /// information, easy to read.
+  /// information, easy to read; again when the desktop's colours change.
   void dress(QMenu& menu);
 
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                         const QWidget* widget) const override;
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* returned) const override;
 };

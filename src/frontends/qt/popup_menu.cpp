@@ -151,6 +151,7 @@ PopupMenu::PopupMenu(QWidget* parent) : QMenu(parent) {
 
 void PopupMenu::mind(QMenu& menu) {
   style_.dress(menu);
+  scrolling_.watch(menu);
   connect(&menu, &QMenu::triggered, this, [this, &menu](QAction* action) {
     // A menu also emits the signals of its submenus; ignore those.
     if (!menu.actions().contains(action)) return;

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "frontends/qt/item_tool_tips.h"
+#include "frontends/qt/menu_scrolling.h"
 #include "frontends/qt/menu_style.h"
 #include "ui/menu.h"
 
@@ -34,4 +35,5 @@ class PopupMenu : public QMenu {
 
   MenuStyle style_;
   ItemToolTips toolTips_;
+  MenuScrolling scrolling_;
 };

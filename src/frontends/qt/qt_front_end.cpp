@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "frontends/qt/alert_dialog.h"
+#include "frontends/qt/desktop_colors.h"
 #include "frontends/qt/popup_menu.h"
 #include "frontends/qt/qt_scheduled_work.h"
 #include "frontends/qt/x11/window_hints.h"
@@ -79,6 +80,9 @@ void QtFrontEnd::attach(NamedBus bus) {
         if (!presence_.bringBack()) showSettings();
       },
       Qt::QueuedConnection);
+  const ColorSchemeWatch& colors = connection_->colors;
+  connect(&colors, &ColorSchemeWatch::changed, this,
+          [&colors] { useColorScheme(colors.scheme()); });
   connect(&connection_->icon, &StatusNotifierItem::activated, this, &QtFrontEnd::togglePopup,
           Qt::QueuedConnection);
   connect(&connection_->menu, &HostMenu::opening, this, [this] {

@@ -7,9 +7,11 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QScreen>
+#include <QTimer>
 #include <QToolTip>
 #include <QWidgetAction>
 
+#include "frontends/qt/desktop_colors.h"
 #include "frontends/qt/event_loop.h"
 #include "frontends/qt/menu_examples.h"
 #include "frontends/qt/strip_widget.h"
@@ -82,6 +84,103 @@ TEST_F(PopupMenuTest, ScrollsWhenItIsTooHigh) {
   open();
   EXPECT_EQ(menu.actionGeometry(action(0)).left(), menu.actionGeometry(action(199)).left());
   EXPECT_LE(menu.height(), menu.screen()->geometry().height());
+}
+
+std::vector<MenuItem> manyRows() {
+  std::vector<MenuItem> items = exampleItems();
+  for (int i = 0; i < 60; ++i) items.push_back(processRow(100 + i, "row " + std::to_string(i)));
+  return items;
+}
+
+TEST_F(PopupMenuTest, ScrollsOnlyWithThePointerInside) {
+  menu.setMenu(menuOf(manyRows()));
+  open();
+  ASSERT_GE(menu.actionGeometry(menu.actions().back()).bottom(), menu.height());
+  const int before = menu.actionGeometry(action(0)).top();
+  const auto moveTo = [this](int y) {
+    const QPointF place(menu.width() / 2.0, y);
+    QMouseEvent event(QEvent::MouseMove, place, menu.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&menu, &event);
+  };
+  const auto scrolled = [&] { return menu.actionGeometry(action(0)).top() != before; };
+  // Qt takes the first move of the pointer for none.
+  moveTo(menu.height() / 2);
+  moveTo(menu.height() + 20);
+  QEventLoop loop;
+  QTimer::singleShot(300, &loop, &QEventLoop::quit);  // Qt scrolls 50 milliseconds later
+  loop.exec();
+  EXPECT_FALSE(scrolled());
+  EXPECT_TRUE(menu.isVisible());
+  moveTo(menu.height() - 2);
+  EXPECT_TRUE(eventually(scrolled));
+}
+
+TEST_F(PopupMenuTest, FitsTheScreenAgainWhenThatChanges) {
+  int closings = 0;
+  QObject::connect(&menu, &QMenu::aboutToHide, [&closings] { ++closings; });
+  open();
+  menu.setActiveAction(action(3));
+  const QRect screen = menu.screen()->availableGeometry();
+  menu.move(screen.bottomRight() - QPoint(30, 30));
+  Q_EMIT menu.screen()->availableGeometryChanged(screen);
+  settle();
+  EXPECT_TRUE(menu.isVisible());
+  EXPECT_TRUE(screen.contains(menu.geometry()));
+  EXPECT_EQ(menu.activeAction(), action(3));
+  EXPECT_EQ(closings, 0);
+}
+
+TEST_F(PopupMenuTest, RowChosenByKeysIsInSight) {
+  menu.setMenu(menuOf(manyRows()));
+  open();
+  for (const int key : {Qt::Key_Down, Qt::Key_Up}) {
+    for (int i = 0; i < 70; ++i) {
+      press(menu, key);
+      const QRect row = menu.actionGeometry(menu.activeAction());
+      ASSERT_TRUE(menu.rect().contains(row.center()) && row.top() >= 0 &&
+                  row.bottom() < menu.height())
+          << key << " " << i << ": " << row.top() << " to " << row.bottom();
+    }
+  }
+}
+
+TEST_F(PopupMenuTest, RowsHaveOneHeight) {
+  MenuItem locked = processRow(13, "ollama");
+  locked.title += " 🔒";
+  menu.setMenu(menuOf({processRow(11, "ollama"), locked, textItem("System"),
+                       actionItem("Quit Vorda", Action::quitApp)}));
+  open();
+  for (int i = 1; i < 4; ++i) {
+    EXPECT_EQ(menu.actionGeometry(action(i)).height(), menu.actionGeometry(action(0)).height())
+        << menu.actions().at(i)->text().toStdString();
+  }
+}
+
+TEST_F(PopupMenuTest, FollowsTheColorSchemeWhileOpen) {
+  open();
+  const auto isReadable = [this](bool dark) {
+    for (const QMenu* shown : std::initializer_list<const QMenu*>{&menu, submenu(3)}) {
+      const QPalette colors = shown->palette();
+      if ((colors.color(QPalette::Base).lightness() < 128) != dark) return false;
+      for (const auto group : {QPalette::Active, QPalette::Disabled}) {
+        if ((colors.color(group, QPalette::Text).lightness() > 128) != dark) return false;
+      }
+    }
+    return true;
+  };
+  EXPECT_TRUE(isReadable(false));
+  useColorScheme(ColorScheme::dark);
+  settle();
+  EXPECT_TRUE(isReadable(true));
+  PopupMenu other;
+  EXPECT_LT(other.palette().color(QPalette::Base).lightness(), 128);
+  for (const ColorScheme scheme :
+       {ColorScheme::light, ColorScheme::dark, ColorScheme::noPreference}) {
+    useColorScheme(scheme);
+    settle();
+    EXPECT_TRUE(isReadable(scheme == ColorScheme::dark));
+  }
 }
 
 TEST_F(PopupMenuTest, SubmenusAreFull) {

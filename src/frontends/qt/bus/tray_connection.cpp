@@ -11,7 +11,8 @@ TrayConnection::TrayConnection(NamedBus namedBus, std::unique_ptr<SessionBus> ic
       iconBus(std::move(iconsBus)),
       icon(iconBus->get(), badgePictures(), HostMenu::kPath),
       menu(iconBus->get(), exportedMenu),
-      hosts(iconBus->get()) {
+      hosts(iconBus->get()),
+      colors(bus->get()) {
   bus->serve();
   iconBus->serve();
 }

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "frontends/qt/bus/color_scheme_watch.h"
 #include "frontends/qt/bus/host_menu.h"
 #include "frontends/qt/bus/instance_name.h"
 #include "frontends/qt/bus/session_bus.h"
@@ -14,10 +15,10 @@ struct NamedBus {
   std::unique_ptr<InstanceName> name;
 };
 
-/// Everything of the program that is on the session bus: its name, and the icon and menu for tray
-/// hosts. Icon and menu have a connection of their own, without a well-known name, because GNOME's
-/// extension takes an icon that it finds under two names for two icons. When one of the
-/// connections is lost, everything has to be made anew.
+/// Everything of the program that is on the session bus: its name, the icon and menu for tray
+/// hosts, and what it asks of the desktop. Icon and menu have a connection of their own, without a
+/// well-known name, because GNOME's extension takes an icon that it finds under two names for two
+/// icons. When one of the connections is lost, everything has to be made anew.
 struct TrayConnection {
   TrayConnection(NamedBus namedBus, std::unique_ptr<SessionBus> iconsBus,
                  ExportedMenu& exportedMenu);
@@ -28,4 +29,5 @@ struct TrayConnection {
   StatusNotifierItem icon;
   HostMenu menu;
   TrayHostWatch hosts;
+  ColorSchemeWatch colors;
 };

@@ -1,0 +1,110 @@
+#include "frontends/qt/menu_scrolling.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QScreen>
+#include <QStyle>
+#include <QTimer>
+
+namespace {
+
+bool isScrollable(const QMenu& menu) {
+  if (menu.isEmpty()) return false;
+  return menu.actionGeometry(menu.actions().front()).top() < 0 ||
+         menu.actionGeometry(menu.actions().back()).bottom() >= menu.height();
+}
+
+/// The menus that this one opened from have a claim to the pointer as well.
+bool isOverParent(const QMenu& menu, QPoint global) {
+  for (const QMenu* parent = parentMenu(menu); parent != nullptr; parent = parentMenu(*parent)) {
+    if (parent->isVisible() && parent->geometry().contains(global)) return true;
+  }
+  return false;
+}
+
+/// To Qt a pointer above or below the menu is on one of the arrows that scroll it; one beside it is
+/// not.
+void sendFromBeside(QMenu& menu, const QMouseEvent& event) {
+  const QPointF aside(-1 - event.position().x(), 0);
+  QMouseEvent beside(event.type(), event.position() + aside, event.globalPosition() + aside,
+                     event.button(), event.buttons(), event.modifiers(), event.pointingDevice());
+  QCoreApplication::sendEvent(&menu, &beside);
+}
+
+void bringIntoSight(QMenu& menu) {
+  QAction* active = menu.activeAction();
+  if (active == nullptr || !isScrollable(menu)) return;
+  const int arrow = menu.style()->pixelMetric(QStyle::PM_MenuScrollerHeight, nullptr, &menu);
+  const QRect row = menu.actionGeometry(active);
+  const bool isFirst = active == menu.actions().front();
+  const bool isLast = active == menu.actions().back();
+  if (row.top() < (isFirst ? 0 : arrow) || row.bottom() >= menu.height() - (isLast ? 0 : arrow)) {
+    menu.setActiveAction(active);  // scrolls it to the middle
+  }
+}
+
+/// Opens it anew where it stands, without anybody hearing of it.
+void fitScreen(QMenu& menu) {
+  const QPoint corner = menu.pos();
+  const QPointer<QAction> active = menu.activeAction();
+  {
+    const QSignalBlocker silence(menu);
+    menu.hide();
+    menu.popup(corner);
+  }
+  if (active) menu.setActiveAction(active);
+}
+
+}  // namespace
+
+QMenu* parentMenu(const QMenu& menu) {
+  auto* parent = qobject_cast<QMenu*>(menu.menuAction()->parent());
+  return parent == &menu ? nullptr : parent;
+}
+
+void MenuScrolling::watch(QMenu& menu) {
+  menu.installEventFilter(this);
+}
+
+bool MenuScrolling::eventFilter(QObject* watched, QEvent* event) {
+  auto& menu = static_cast<QMenu&>(*watched);
+  switch (event->type()) {
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease: {
+      const auto& mouse = static_cast<const QMouseEvent&>(*event);
+      const QPoint place = mouse.position().toPoint();
+      const bool isAside = place.x() < 0 || place.x() >= menu.width();
+      if (isAside || menu.rect().contains(place) || !isScrollable(menu)) return false;
+      if (isOverParent(menu, mouse.globalPosition().toPoint())) return false;
+      sendFromBeside(menu, mouse);
+      return true;
+    }
+    case QEvent::KeyPress: {
+      // After the menu has seen the key.
+      const QPointer<QMenu> later = &menu;
+      QTimer::singleShot(0, this, [later] {
+        if (later && later->isVisible()) bringIntoSight(*later);
+      });
+      return false;
+    }
+    case QEvent::Show:
+      if (parentMenu(menu) == nullptr) followScreen(menu);
+      return false;
+    default:
+      return false;
+  }
+}
+
+void MenuScrolling::followScreen(QMenu& menu) {
+  disconnect(screen_);
+  // Later, when the windows have been told, too.
+  screen_ = connect(
+      menu.screen(), &QScreen::availableGeometryChanged, &menu,
+      [&menu] {
+        if (menu.isVisible()) fitScreen(menu);
+      },
+      Qt::QueuedConnection);
+}

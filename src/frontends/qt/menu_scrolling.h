@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QObject>
+
+class QMenu;
+
+/// The menu that this one is a submenu of; nullptr for none.
+QMenu* parentMenu(const QMenu& menu);
+
+/// What a menu that may be higher than the screen does differently from Qt's own: it scrolls only
+/// with the pointer inside, keeps the row that keys have chosen in sight, and fits the screen again
+/// when that changes its size.
+class MenuScrolling : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Minds this menu from now on.
+  void watch(QMenu& menu);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void followScreen(QMenu& menu);
+
+  QMetaObject::Connection screen_;
+};

@@ -1,0 +1,109 @@
+// Which colours a desktop's portal says that the user wants, on a real bus.
+#include "frontends/qt/bus/color_scheme_watch.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <chrono>
+#include <memory>
+
+#include "frontends/qt/desktop/tray_host.h"
+#include "tools/background_program.h"
+#include "tools/temp_folder.h"
+
+namespace {
+
+constexpr const char* kPortal = "org.freedesktop.portal.Desktop";
+constexpr const char* kPortalPath = "/org/freedesktop/portal/desktop";
+constexpr const char* kSettings = "org.freedesktop.portal.Settings";
+
+/// A desktop's portal, in the hands of a test.
+struct Portal {
+  explicit Portal(const std::string& address) : bus(connectedBus(address)) {
+    sd_bus_slot* raw = nullptr;
+    EXPECT_GE(sd_bus_add_object_vtable(bus.get(), &raw, kPortalPath, kSettings, kTable, this), 0);
+    object.reset(raw);
+    EXPECT_GE(sd_bus_request_name(bus.get(), kPortal, 0), 0);
+  }
+
+  static int read(sd_bus_message* call, void* data, sd_bus_error*) {
+    auto& portal = *static_cast<Portal*>(data);
+    ++portal.questions;
+    const char* group = nullptr;
+    const char* key = nullptr;
+    sd_bus_message_read(call, "ss", &group, &key);
+    if (std::string(group) + "/" + key != "org.freedesktop.appearance/color-scheme") return -ENOENT;
+    if (portal.saysNonsense) return sd_bus_reply_method_return(call, "v", "v", "s", "dark");
+    return portal.wrapsTwice ? sd_bus_reply_method_return(call, "v", "v", "u", portal.colors)
+                             : sd_bus_reply_method_return(call, "v", "u", portal.colors);
+  }
+
+  void change(std::uint32_t to) {
+    colors = to;
+    sd_bus_emit_signal(bus.get(), kPortalPath, kSettings, "SettingChanged", "ssv",
+                       "org.freedesktop.appearance", "color-scheme", "u", to);
+  }
+
+  static constexpr sd_bus_vtable kTable[] = {
+      SD_BUS_VTABLE_START(0),
+      SD_BUS_METHOD("Read", "ss", "v", &read, SD_BUS_VTABLE_UNPRIVILEGED),
+      SD_BUS_SIGNAL("SettingChanged", "ssv", 0),
+      SD_BUS_VTABLE_END,
+  };
+  BusPtr bus;
+  BusSlot object;
+  std::uint32_t colors = 0;
+  bool wrapsTwice = true;
+  bool saysNonsense = false;
+  int questions = 0;
+};
+
+class WatchedColors : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!bus_.started()) GTEST_SKIP() << "dbus-daemon is not installed";
+    address_ = bus_.firstLine();
+    asking_ = connectedBus(address_);
+  }
+
+  bool eventually(const std::function<bool()>& done) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (!done()) {
+      if (std::chrono::steady_clock::now() > deadline) return false;
+      while (sd_bus_process(asking_.get(), nullptr) > 0) {
+      }
+      if (portal_) {
+        while (sd_bus_process(portal_->bus.get(), nullptr) > 0) {
+        }
+      }
+      sd_bus_wait(asking_.get(), 1000);
+    }
+    return true;
+  }
+
+  TempFolder folder_;
+  BackgroundProgram bus_{{"dbus-daemon", "--session", "--nofork", "--nopidfile",
+                          "--print-address=1",
+                          "--address=unix:path=" + (folder_ / "bus").string()}};
+  std::string address_;
+  BusPtr asking_;
+  std::unique_ptr<Portal> portal_;
+};
+
+TEST_F(WatchedColors, AreAskedForAndFollowed) {
+  portal_ = std::make_unique<Portal>(address_);
+  portal_->colors = 1;
+  const ColorSchemeWatch watch(asking_.get());
+  EXPECT_EQ(watch.scheme(), ColorScheme::noPreference);
+  EXPECT_TRUE(eventually([&] { return watch.scheme() == ColorScheme::dark; }));
+  portal_->change(2);
+  EXPECT_TRUE(eventually([&] { return watch.scheme() == ColorScheme::light; }));
+  portal_->wrapsTwice = false;
+  portal_->change(1);
+  EXPECT_TRUE(eventually([&] { return watch.scheme() == ColorScheme::dark; }));
+  portal_->saysNonsense = true;
+  portal_->change(1);
+  EXPECT_TRUE(eventually([&] { return watch.scheme() == ColorScheme::noPreference; }));
+}
+
+}  // namespace
