@@ -28,7 +28,7 @@ click() {
 
 # A window of that title that can be seen, and whatever window of the program can.
 window() { xdotool search --onlyvisible --name "^$1\$"; }
-any_window() { xdotool search --onlyvisible --class '^vorda-tray$'; }
+any_window() { xdotool search --onlyvisible --class '^Vorda$'; }
 
 # picture NAME [WIDTHxHEIGHT+X+Y]: of the screen, or of a part of it.
 picture() {

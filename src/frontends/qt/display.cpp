@@ -62,7 +62,8 @@ std::string platforms() {
 
 std::unique_ptr<QApplication> openDisplay() {
   // Static, because Qt keeps pointers to them as long as the application lives.
-  static std::string name = "vorda-tray";
+  // What desktops show as the program's name, and find its desktop entry by.
+  static std::string name = "vorda";
   static std::string option = "-platform";
   static std::string choice = platforms();
   static char* arguments[] = {name.data(), option.data(), choice.data(), nullptr};
@@ -71,6 +72,7 @@ std::unique_ptr<QApplication> openDisplay() {
   forgetUnusableVariables();
   qInstallMessageHandler(onQtMessage);
   QApplication::setDesktopFileName("vorda");
+  QApplication::setApplicationName("Vorda");
   auto application = std::make_unique<QApplication>(count, arguments);
   connected = true;
   return application;
