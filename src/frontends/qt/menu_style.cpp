@@ -73,6 +73,7 @@ QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
 int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                          QStyleHintReturn* returned) const {
   if (hint == SH_Menu_Scrollable) return 1;
+  if (hint == SH_Menu_AllowActiveAndDisabled) return keysReachAll_ ? 1 : 0;
   if (hint == SH_EtchDisabledText) return 0;
   return QProxyStyle::styleHint(hint, option, widget, returned);
 }

@@ -14,11 +14,17 @@ class MenuStyle : public QProxyStyle {
   /// information, easy to read; again when the desktop's colours change.
   void dress(QMenu& menu);
 
+  /// Whether keys reach items, too, from which nothing can be chosen.
+  void letKeysReachAll(bool all) { keysReachAll_ = all; }
+
   bool eventFilter(QObject* watched, QEvent* event) override;
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                          const QWidget* widget) const override;
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* returned) const override;
+
+ private:
+  bool keysReachAll_ = false;
 };
 
 /// Whether this font or one that stands in for it has this glyph, and no empty box is drawn for it.

@@ -8,7 +8,9 @@
 #include <QWindow>
 #include <utility>
 
+#include "frontends/qt/menu_label.h"
 #include "frontends/qt/pictures.h"
+#include "frontends/qt/qt_text.h"
 #include "frontends/qt/strip_widget.h"
 #include "frontends/qt/x11/window_hints.h"
 
@@ -69,8 +71,10 @@ void MenuWindow::setTitle(const QString& title) {
   button_->setText(title);
 }
 
-void MenuWindow::setToolTipText(const QString& plainHtml) {
-  button_->setToolTip(plainHtml);
+void MenuWindow::setToolTipText(const std::string& text) {
+  button_->setToolTip(plainToolTip(text));
+  // Else a screen reader would read the tooltip's HTML.
+  button_->setAccessibleDescription(toQString(text));
 }
 
 void MenuWindow::setStrip(std::shared_ptr<const MemoryPressureView> strip) {

@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "ui/memory_pressure_view.h"
 
@@ -29,7 +30,7 @@ class MenuWindow : public QWidget {
 
   /// The status item's title: the window's and the button's.
   void setTitle(const QString& title);
-  void setToolTipText(const QString& plainHtml);
+  void setToolTipText(const std::string& text);
   void setStrip(std::shared_ptr<const MemoryPressureView> strip);
 
   /// The top left corner of a menu below the button, in screen coordinates.

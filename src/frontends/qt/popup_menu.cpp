@@ -15,6 +15,7 @@
 #include "frontends/qt/wayland/menu_surface.h"
 #include "ui/glyph_stand_ins.h"
 #include "ui/item_key.h"
+#include "ui/spoken_title.h"
 
 namespace {
 
@@ -48,6 +49,7 @@ void ItemAction::setItem(std::shared_ptr<const MenuItem> item) {
       toQString(withStandIns(menuLabel(item_->title).toStdString(),
                              [&font](std::string_view glyph) { return isDrawn(glyph, font); })));
   setData(plainToolTip(item_->toolTip));
+  setStatusTip(toQString(item_->toolTip));  // what screen readers say (accessible_menu.h)
   setEnabled(item_->enabled);
   if (newDot) setIcon(item_->dot ? dotIcon(*item_->dot) : QIcon());
   if (item_->strip && defaultWidget() == nullptr) setDefaultWidget(new StripWidget);
@@ -55,6 +57,7 @@ void ItemAction::setItem(std::shared_ptr<const MenuItem> item) {
 }
 
 void ItemAction::refreshStrip() {
+  setWhatsThis(toQString(spokenTitle(*item_)));
   if (!item_->strip) return;
   static_cast<StripWidget*>(defaultWidget())->setStrip(item_->strip);
 }
@@ -143,7 +146,8 @@ void fillMenu(QMenu& menu, const Items& items, const OnNewSubmenu& onNewSubmenu)
 
 }  // namespace
 
-PopupMenu::PopupMenu(QWidget* parent) : QMenu(parent) {
+PopupMenu::PopupMenu(QWidget* parent, bool isReadOut) : QMenu(parent) {
+  style_.letKeysReachAll(isReadOut);
   setWindowTitle("Vorda menu");
   setAccessibleName(windowTitle());
   mind(*this);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QMenu>
 #include <memory>
 
@@ -13,7 +14,9 @@ class PopupMenu : public QMenu {
   Q_OBJECT
 
  public:
-  explicit PopupMenu(QWidget* parent = nullptr);
+  /// Screen readers read where the keys are: where there is one, keys reach strip, summary and
+  /// headings as well.
+  explicit PopupMenu(QWidget* parent = nullptr, bool isReadOut = QAccessible::isActive());
 
   /// Shows these items. An open menu stays open, and its "Refresh now" under the pointer.
   void setMenu(const std::shared_ptr<const Menu>& menu);

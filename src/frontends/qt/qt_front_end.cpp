@@ -6,6 +6,7 @@
 #include <chrono>
 #include <utility>
 
+#include "frontends/qt/accessible_menu.h"
 #include "frontends/qt/alert_dialog.h"
 #include "frontends/qt/desktop_colors.h"
 #include "frontends/qt/popup_menu.h"
@@ -31,6 +32,7 @@ void bringToFront(QWidget& window) {
 
 QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings)
     : settingsLines_(std::move(settings)), menu_(std::make_shared<const Menu>()) {
+  makeMenusAccessible();
   // The program goes on without a window; only terminate() ends it.
   QApplication::setQuitOnLastWindowClosed(false);
   connect(&presence_, &TrayPresence::menuRequested, this, &QtFrontEnd::togglePopup);

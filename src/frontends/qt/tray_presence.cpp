@@ -76,7 +76,7 @@ MenuWindow& TrayPresence::window() {
   if (window_) return *window_;
   window_ = std::make_unique<MenuWindow>();
   window_->setTitle(toQString(title_));
-  window_->setToolTipText(plainToolTip(toolTip_));
+  window_->setToolTipText(toolTip_);
   window_->setStrip(strip_);
   connect(window_.get(), &MenuWindow::menuRequested, this, &TrayPresence::menuRequested);
   connect(window_.get(), &MenuWindow::settingsRequested, this, &TrayPresence::settingsRequested);
@@ -92,7 +92,7 @@ void TrayPresence::setTitle(const std::string& title) {
 void TrayPresence::setToolTip(const std::string& toolTip) {
   toolTip_ = toolTip;
   if (embeddedIcon_) embeddedIcon_->setToolTip(plainToolTip(toolTip));
-  if (window_) window_->setToolTipText(plainToolTip(toolTip));
+  if (window_) window_->setToolTipText(toolTip);
 }
 
 void TrayPresence::setStrip(std::shared_ptr<const MemoryPressureView> strip) {

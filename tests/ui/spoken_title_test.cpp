@@ -1,0 +1,50 @@
+#include "ui/spoken_title.h"
+
+#include <gtest/gtest.h>
+
+#include "ui/menu_construction.h"
+
+namespace {
+
+VordaProcess processNamed(const std::string& name, double memory, LabRole role) {
+  VordaProcess process;
+  process.pid = 11;
+  process.displayName = name;
+  process.memMB = memory;
+  process.labRole = role;
+  return process;
+}
+
+TEST(SpokenTitle, OfAProcessNamesItsMemoryAndRole) {
+  const auto spoken = [](LabRole role) {
+    return spokenTitle(MenuConstruction::processItem(processNamed("Ollama Server", 5018, role)));
+  };
+  EXPECT_EQ(spoken(LabRole::inference), "Ollama Server, 4.9 GB, model server");
+  EXPECT_EQ(spoken(LabRole::training), "Ollama Server, 4.9 GB, training");
+  EXPECT_EQ(spoken(LabRole::agent), "Ollama Server, 4.9 GB, agent or tool");
+  EXPECT_EQ(spoken(LabRole::none), "Ollama Server, 4.9 GB");
+}
+
+TEST(SpokenTitle, OfAProtectedProcessSaysSo) {
+  VordaProcess process = processNamed("dockerd", 312, LabRole::none);
+  process.isProtected = true;
+  process.ownerName = "root";
+  EXPECT_EQ(spokenTitle(MenuConstruction::processItem(process)), "dockerd, 312 MB, protected");
+}
+
+TEST(SpokenTitle, OfTheStripIsItsDescription) {
+  MenuItem strip{.kind = MenuItem::Kind::strip};
+  strip.strip = std::make_shared<MemoryPressureView>();
+  strip.strip->pressure = 0.62;
+  EXPECT_EQ(spokenTitle(strip), "Memory 62 percent used");
+}
+
+TEST(SpokenTitle, OfOtherItemsHasPausesForSeparators) {
+  EXPECT_EQ(spokenTitle({.title = "Training / fine-tunes  1  ·  2.1 GB"}),
+            "Training / fine-tunes 1, 2.1 GB");
+  EXPECT_EQ(spokenTitle({.title = "★ a  ·   4.9 GB"}), "a, 4.9 GB");
+  EXPECT_EQ(spokenTitle({.title = "Quit Vorda"}), "Quit Vorda");
+  EXPECT_EQ(spokenTitle({}), "");
+}
+
+}  // namespace
