@@ -6,9 +6,11 @@
 #include <cstdlib>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "frontends/qt/display.h"
 #include "frontends/qt/qt_front_end.h"
+#include "frontends/qt/start_at_login.h"
 #include "ui/status_bar_controller.h"
 
 namespace {
@@ -23,7 +25,11 @@ NamedBus openBus() {
 
 int show(NamedBus bus, const TrayTexts& texts, bool opensSettings) {
   const auto application = openDisplay();
-  QtFrontEnd frontEnd(std::move(bus), texts.settings);
+  std::vector<SettingsView::Line> settings = texts.settings;
+  const char* desktops = std::getenv("XDG_CURRENT_DESKTOP");
+  settings.push_back({startAtLoginHint(desktops == nullptr ? "" : desktops),
+                      SettingsView::Font::caption2, SettingsView::Foreground::secondary});
+  QtFrontEnd frontEnd(std::move(bus), std::move(settings));
   StatusBarController controller(frontEnd, texts.about);
   frontEnd.reportTo(&controller);
   if (opensSettings) frontEnd.showSettings();
