@@ -21,13 +21,16 @@ class Screen {
   Screen(const Screen&) = delete;
   Screen& operator=(const Screen&) = delete;
 
-  /// Where nobody manages windows, those of a program are children of the root.
+  /// Those on the screen. Where nobody manages windows, those of a program are children of the
+  /// root, and so are some that it never shows; one of them has the program's name as its title.
   std::vector<xcb_window_t> windows() const {
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
     const Reply<xcb_query_tree_reply_t> tree(
         xcb_query_tree_reply(connection_, xcb_query_tree(connection_, root), nullptr), &std::free);
     const xcb_window_t* first = xcb_query_tree_children(tree.get());
-    return {first, first + xcb_query_tree_children_length(tree.get())};
+    std::vector<xcb_window_t> shown(first, first + xcb_query_tree_children_length(tree.get()));
+    std::erase_if(shown, [this](xcb_window_t window) { return !isShown(window); });
+    return shown;
   }
 
   std::string title(xcb_window_t window) const { return property(window, "_NET_WM_NAME"); }
@@ -52,6 +55,14 @@ class Screen {
   }
 
  private:
+  bool isShown(xcb_window_t window) const {
+    const Reply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(connection_, xcb_get_window_attributes(connection_, window),
+                                        nullptr),
+        &std::free);
+    return attributes != nullptr && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+  }
+
   xcb_atom_t atom(const std::string& name) const {
     const auto length = static_cast<std::uint16_t>(name.size());
     const Reply<xcb_intern_atom_reply_t> reply(
