@@ -4,7 +4,6 @@
 #include <string_view>
 #include <variant>
 
-#include "scanner/memory_format.h"
 #include "scanner/vorda_process.h"
 #include "ui/row_parts.h"
 #include "ui/strip_text.h"
@@ -12,6 +11,7 @@
 namespace {
 
 constexpr std::string_view kStar = "★ ";
+constexpr std::string_view kLock = " 🔒";
 constexpr std::string_view kPause = ", ";
 
 /// The process of a row; its submenu's items act on it.
@@ -63,9 +63,13 @@ std::string spokenTitle(const MenuItem& item) {
   if (item.strip) return stripDescription(*item.strip);
   const VordaProcess* process = processOf(item);
   if (process == nullptr) return plainTitle(item.title);
+  // The figures are the row's own: a family's are not those of one process.
+  std::string figures = item.title.substr(item.name.end);
+  if (const auto lock = figures.find(kLock); lock != std::string::npos) {
+    figures.erase(lock, kLock.size());
+  }
   std::string spoken = item.title.substr(item.name.begin, item.name.end - item.name.begin);
-  spoken += kPause;
-  spoken += plainTitle(MemoryFormat::compact(process->memMB));
+  spoken += plainTitle(figures);
   spoken += spokenRole(process->labRole);
   if (process->isProtected) spoken += ", protected";
   return spoken;

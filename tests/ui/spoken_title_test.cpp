@@ -32,6 +32,12 @@ TEST(SpokenTitle, OfAProtectedProcessSaysSo) {
   EXPECT_EQ(spokenTitle(MenuConstruction::processItem(process)), "dockerd, 312 MB, protected");
 }
 
+TEST(SpokenTitle, HasTheFiguresOfTheRow) {
+  MenuItem row = MenuConstruction::processItem(processNamed("vllm", 312, LabRole::inference));
+  row.title += "  ·  GPU 8.0 GB";
+  EXPECT_EQ(spokenTitle(row), "vllm, 312 MB, GPU 8.0 GB, model server");
+}
+
 TEST(SpokenTitle, OfTheStripIsItsDescription) {
   MenuItem strip{.kind = MenuItem::Kind::strip};
   strip.strip = std::make_shared<MemoryPressureView>();
