@@ -5,6 +5,10 @@
 
 namespace Branding {
 
+std::string version() {
+  return kVersion;
+}
+
 std::string makerLine() {
   return std::string(kMakerFullName) + " (" + kMakerShortName + ")";
 }

@@ -15,6 +15,9 @@ inline constexpr const char* kSlogan = "See everything. Control everything.";
 inline constexpr const char* kDevelopedBy = "Developed by Halvek";
 ///@}
 
+/// The program's version, as it was built.
+std::string version();
+
 /// The maker's full name followed by its short name in parentheses.
 std::string makerLine();
 

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Which front end the program shows. There are no options for it: it depends on where the program
+/// Which front end the program shows when no option asks for one: it depends on where the program
 /// was started.
 enum class FrontEndKind {
   text,      ///< the menu once, as plain text
@@ -12,9 +12,10 @@ enum class FrontEndKind {
 struct Surroundings {
   bool onTerminal = false;  ///< standard input and output are a terminal
   bool overSsh = false;     ///< the terminal is on another machine
+  bool intoPipe = false;    ///< standard output is a pipe
   bool hasDisplay = false;  ///< there is an X11 or Wayland display to show a window on
 };
 
-/// A terminal over ssh, or one without a display, gets the full-screen menu; else a display
-/// gets the tray; a pipe or a log gets text.
+/// A pipe gets text, whatever display there is; a terminal over ssh, or one without a display, the
+/// full-screen menu; else a display gets the tray, and a log text.
 FrontEndKind chooseFrontEnd(const Surroundings& surroundings);

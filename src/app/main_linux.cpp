@@ -1,14 +1,18 @@
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <span>
 #include <string>
 
 #include "app/branding.h"
 #include "app/front_end_choice.h"
+#include "app/program_options.h"
 #include "app/tray_program.h"
 #include "frontends/terminal/run_terminal.h"
+#include "frontends/text/printed.h"
 #include "frontends/text/text_front_end.h"
 #include "platform/linux/heap.h"
 #include "platform/linux/procfs.h"
@@ -23,9 +27,15 @@ bool isSet(const char* variable) {
   return value != nullptr && *value != '\0';
 }
 
+bool isPipe(int descriptor) {
+  struct stat status {};
+  return fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
 Surroundings lookAround() {
   return {.onTerminal = isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1,
           .overSsh = isSet("SSH_CONNECTION") || isSet("SSH_TTY"),
+          .intoPipe = isPipe(STDOUT_FILENO),
           .hasDisplay = isSet("WAYLAND_DISPLAY") || isSet("DISPLAY")};
 }
 
@@ -39,20 +49,48 @@ void tryTray(const Surroundings& surroundings) {
   becomeTrayProgram(program);
 }
 
+/// Without options.
+int showMenu() {
+  const Surroundings surroundings = lookAround();
+  if (chooseFrontEnd(surroundings) == FrontEndKind::tray) tryTray(surroundings);
+  return surroundings.onTerminal ? terminal::runTerminal(Branding::aboutAlert()) : runText(stdout);
+}
+
+int show(Output output) {
+  switch (output) {
+    case Output::help:
+      return printOrSay(helpText(), "the help", stdout);
+    case Output::version:
+      return printOrSay(versionText(), "the version", stdout);
+    case Output::text:
+      return runText(stdout);
+    case Output::json:
+      return runJson(Branding::version(), stdout);
+    case Output::bar:
+      return runBar(stdout);
+    case Output::watchedBar:
+      return watchBar(stdout);
+    case Output::menu:
+      break;
+  }
+  return showMenu();
+}
+
 }  // namespace
 
-int main(int argc, char**) {
+int main(int argc, char** argv) {
   platform::keepHeapSmall();
-  if (argc > 1) {
-    std::fputs("vorda: takes no options; it looks where it is started (see vorda(1))\n", stderr);
+  const std::span<const char* const> words(argv, static_cast<std::size_t>(argc));
+  const ProgramOptions options = programOptions(words.subspan(words.empty() ? 0 : 1));
+  if (!options.problem.empty()) {
+    std::fprintf(stderr, "vorda: %s\n", options.problem.c_str());
     return kWrongUse;
   }
-  if (const std::string problem = platform::problemOfProc(); !problem.empty()) {
+  const bool looks = options.output != Output::help && options.output != Output::version;
+  if (const std::string problem = platform::problemOfProc(); looks && !problem.empty()) {
     std::fprintf(stderr, "vorda: %s\n", problem.c_str());
     return kNothingToShow;
   }
   std::setlocale(LC_CTYPE, "");  // but not LC_NUMERIC: figures look the same in every locale
-  const Surroundings surroundings = lookAround();
-  if (chooseFrontEnd(surroundings) == FrontEndKind::tray) tryTray(surroundings);
-  return surroundings.onTerminal ? terminal::runTerminal(Branding::aboutAlert()) : runText(stdout);
+  return show(options.output);
 }

@@ -12,6 +12,18 @@ long percentUsed(double pressure) {
   return std::lrint(pressure * 100);
 }
 
+const char* pressureWord(PressureLevel level) {
+  switch (level) {
+    case PressureLevel::low:
+      return "low";
+    case PressureLevel::medium:
+      return "medium";
+    case PressureLevel::high:
+      break;
+  }
+  return "high";
+}
+
 namespace {
 
 /// "Memory 62 percent used: Ollama Server 4.1 GB"

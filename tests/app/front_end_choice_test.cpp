@@ -19,8 +19,13 @@ TEST_P(FrontEndChoice, FollowsTheSurroundings) {
 }
 
 constexpr FrontEndChoiceRow kFrontEndChoiceRows[] = {
-    {"PipeWithoutDisplay", {}, FrontEndKind::text},
-    {"PipeOverSsh", {.overSsh = true}, FrontEndKind::text},
+    {"LogWithoutDisplay", {}, FrontEndKind::text},
+    {"LogOverSsh", {.overSsh = true}, FrontEndKind::text},
+    {"PipeWithoutDisplay", {.intoPipe = true}, FrontEndKind::text},
+    {"PipeOnADesktop", {.intoPipe = true, .hasDisplay = true}, FrontEndKind::text},
+    {"PipeOverSshWithForwardedDisplay",
+     {.overSsh = true, .intoPipe = true, .hasDisplay = true},
+     FrontEndKind::text},
     {"ServerConsole", {.onTerminal = true}, FrontEndKind::terminal},
     {"TerminalOverSsh", {.onTerminal = true, .overSsh = true}, FrontEndKind::terminal},
     {"TerminalOverSshWithForwardedDisplay",

@@ -5,7 +5,9 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
+#include "fakes/row_name.h"
 #include "tools/background_program.h"
 #include "tools/child_process.h"
 #include "tools/temp_folder.h"
@@ -14,6 +16,7 @@
 namespace {
 
 using testing::ContainsRegex;
+using testing::StartsWith;
 
 const BackgroundProgram::Environment kNoDisplay{{"DISPLAY", {}}, {"WAYLAND_DISPLAY", {}}};
 
@@ -56,19 +59,82 @@ TEST(ProgramStart, AFoldersControlCharactersAreNotPrinted) {
   const auto place = folder / "a\033[2Jb";
   std::filesystem::permissions(place / "vorda-tray", std::filesystem::perms::owner_all);
   std::filesystem::copy_file(VORDA, place / "vorda");
-  BackgroundProgram program({place / "vorda"}, {{"DISPLAY", ":4711"}});
+  BackgroundProgram program({"/bin/sh", "-c", "exec \"$0\" > /dev/null", place / "vorda"},
+                            {{"DISPLAY", ":4711"}});
   EXPECT_EQ(program.errorOutput(), "vorda: can't start " + folder.path().string() +
                                        "/a\uFFFD[2Jb/vorda-tray: Exec format error\n");
 }
 
-TEST(ProgramStart, WithAnArgumentSaysThatThereAreNone) {
-  BackgroundProgram program({VORDA, "--help"}, kNoDisplay);
+TEST(ProgramStart, ABadOptionIsOneLineAndStatusTwo) {
+  BackgroundProgram program({VORDA, "--colour"}, kNoDisplay);
   const auto status = program.wait();
   ASSERT_TRUE(status && WIFEXITED(*status));
   EXPECT_EQ(WEXITSTATUS(*status), 2);
   EXPECT_EQ(program.firstLine(), "");
-  EXPECT_EQ(program.errorOutput(),
-            "vorda: takes no options; it looks where it is started (see vorda(1))\n");
+  EXPECT_EQ(program.errorOutput(), "vorda: unknown option '--colour' (see vorda --help)\n");
 }
+
+const BackgroundProgram::Environment kDesktop{{"DISPLAY", ":4711"}, {"WAYLAND_DISPLAY", {}}};
+
+struct StartOptionRow {
+  const char* name;
+  std::vector<std::string> options;
+  const char* beginning;  ///< of what is printed, whatever display there is
+};
+
+class StartOption : public testing::TestWithParam<StartOptionRow> {};
+
+TEST_P(StartOption, PrintsAndEnds) {
+  std::vector<std::string> command{VORDA};
+  command.insert(command.end(), GetParam().options.begin(), GetParam().options.end());
+  BackgroundProgram program(command, kDesktop);
+  EXPECT_THAT(program.output(), StartsWith(GetParam().beginning));
+  EXPECT_EQ(program.wait(), 0);
+  EXPECT_EQ(program.errorOutput(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, StartOption,
+                         testing::Values(StartOptionRow{"NoneIntoAPipe", {}, "["},
+                                         StartOptionRow{"Text", {"--text"}, "["},
+                                         StartOptionRow{"Json", {"--json"}, "{\"format\":1,"},
+                                         StartOptionRow{"Bar", {"--bar"}, "{\"text\":\""},
+                                         StartOptionRow{"Help", {"--help"}, "Usage: vorda "},
+                                         StartOptionRow{"Version", {"--version"}, "vorda "}),
+                         rowName<StartOptionRow>);
+
+TEST(ProgramStart, TheWatchedBarEndsWithItsReader) {
+  BackgroundProgram program({"/bin/sh", "-c", "\"$0\" --bar --watch | head -n 1", VORDA},
+                            kNoDisplay);
+  EXPECT_THAT(program.output(), StartsWith("{\"text\":\""));
+  EXPECT_EQ(program.wait(), 0);
+  EXPECT_EQ(program.errorOutput(), "");
+}
+
+struct FullDiskRow {
+  const char* name;
+  const char* option;
+  const char* error;
+};
+
+class FullDisk : public testing::TestWithParam<FullDiskRow> {};
+
+TEST_P(FullDisk, IsOneLineAndStatusOne) {
+  BackgroundProgram program(
+      {"/bin/sh", "-c", "exec \"$0\" $1 > /dev/full", VORDA, GetParam().option}, kNoDisplay);
+  const auto status = program.wait();
+  ASSERT_TRUE(status && WIFEXITED(*status));
+  EXPECT_EQ(WEXITSTATUS(*status), 1);
+  EXPECT_EQ(program.errorOutput(),
+            "vorda: can't write " + std::string(GetParam().error) + ": No space left on device\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, FullDisk,
+                         testing::Values(FullDiskRow{"Menu", "", "the menu"},
+                                         FullDiskRow{"Text", "--text", "the menu"},
+                                         FullDiskRow{"Json", "--json", "the JSON"},
+                                         FullDiskRow{"Bar", "--bar", "the line"},
+                                         FullDiskRow{"Help", "--help", "the help"},
+                                         FullDiskRow{"Version", "--version", "the version"}),
+                         rowName<FullDiskRow>);
 
 }  // namespace

@@ -1,13 +1,19 @@
 #include "frontends/text/text_front_end.h"
 
-#include <cerrno>
-#include <csignal>
-#include <cstring>
+#include <poll.h>
 
+#include <chrono>
+#include <cmath>
+#include <ctime>
+
+#include "frontends/text/bar_json.h"
+#include "frontends/text/machine_json.h"
 #include "frontends/text/menu_text.h"
+#include "frontends/text/printed.h"
 #include "platform/gpus.h"
+#include "platform/processes.h"
+#include "scanner/system_memory.h"
 #include "ui/alerts.h"
-#include "ui/status_bar_controller.h"
 
 namespace {
 
@@ -15,30 +21,31 @@ struct NoWork : ScheduledWork {
   void cancel() override {}
 };
 
-/// While it exists, writing to a pipe without a reader is an error and does not end the process.
-class PipeSignalIgnored {
- public:
-  PipeSignalIgnored() : earlier_(std::signal(SIGPIPE, SIG_IGN)) {}
-  ~PipeSignalIgnored() { std::signal(SIGPIPE, earlier_); }
-  PipeSignalIgnored(const PipeSignalIgnored&) = delete;
-  PipeSignalIgnored& operator=(const PipeSignalIgnored&) = delete;
+/// What is asked of graphics cards has come before the first look, which may be the only one.
+TextFrontEnd afterGpus() {
+  platform::awaitGpus();
+  return {};
+}
 
- private:
-  void (*earlier_)(int);
+/// The machine as it is now, as the menu knows it.
+struct Sampled {
+  TextFrontEnd frontEnd = afterGpus();
+  StatusBarController controller{frontEnd, Alert{}};  // nobody can choose "About"
 };
 
-}  // namespace
-
-int TextFrontEnd::print(const Menu& menu, std::FILE* out) {
-  const std::string text = menuText(menu);
-  const PipeSignalIgnored ignored;
-  errno = 0;
-  if (std::fwrite(text.data(), 1, text.size(), out) == text.size() && std::fflush(out) == 0) {
-    return 0;
+/// Waits that long. False when the reader of `out` goes away meanwhile.
+bool readerStays(std::FILE* out, double seconds) {
+  using Clock = std::chrono::steady_clock;
+  const auto end = Clock::now() + std::chrono::duration<double>(seconds);
+  for (;;) {
+    const double left = std::chrono::duration<double>(end - Clock::now()).count();
+    if (left <= 0) return true;
+    pollfd output{fileno(out), 0, 0};  // errors and hang-ups alone
+    if (poll(&output, 1, static_cast<int>(std::ceil(left * 1000))) > 0) return false;
   }
-  std::fprintf(stderr, "vorda: can't write the menu: %s\n", std::strerror(errno));
-  return 1;
 }
+
+}  // namespace
 
 std::shared_ptr<ScheduledWork> TextFrontEnd::every(double, std::function<void()>) {
   return std::make_shared<NoWork>();
@@ -49,8 +56,33 @@ std::shared_ptr<ScheduledWork> TextFrontEnd::after(double, std::function<void()>
 }
 
 int runText(std::FILE* out) {
-  TextFrontEnd frontEnd;
-  platform::awaitGpus();                                    // there is no second look
-  const StatusBarController controller(frontEnd, Alert{});  // nobody can choose "About"
-  return frontEnd.print(*controller.rootMenu(), out);
+  const Sampled sampled;
+  return printOrSay(menuText(*sampled.controller.rootMenu()), "the menu", out);
+}
+
+int runJson(std::string_view version, std::FILE* out) {
+  const Sampled sampled;
+  const std::string json = machineJson({.version = version,
+                                        .time = std::time(nullptr),
+                                        .processClock = platform::processClock(),
+                                        .sys = SystemMemory::snapshot(),
+                                        .processes = sampled.controller.processes(),
+                                        .launchAgents = sampled.controller.launchAgents()});
+  return printOrSay(json, "the JSON", out);
+}
+
+int runBar(std::FILE* out) {
+  const Sampled sampled;
+  return printOrSay(barJson(*sampled.controller.rootMenu()), "the line", out);
+}
+
+int watchBar(std::FILE* out, double seconds) {
+  Sampled sampled;
+  for (;;) {
+    const std::string line = barJson(*sampled.controller.rootMenu());
+    const Printed printed = print(line, out);
+    if (printed == Printed::failed) return sayNotPrinted("the line");
+    if (printed == Printed::readerGone || !readerStays(out, seconds)) return 0;
+    sampled.controller.menuNeedsUpdate();
+  }
 }

@@ -1,19 +1,15 @@
 #pragma once
 
 #include <cstdio>
+#include <string_view>
 
 #include "ui/front_end.h"
+#include "ui/status_bar_controller.h"
 
-/// A front end for pipes and logs: it prints the menu once and is done. It has no run loop:
-/// scheduled work never runs, alerts are dismissed unseen.
+/// A front end for what is printed: it shows nothing by itself, and has no run loop. Scheduled work
+/// never runs, alerts are dismissed unseen.
 class TextFrontEnd : public FrontEnd {
  public:
-  /// Prints the menu and says what the program's exit status should be: 0, or 1 when it
-  /// can't be written (a full disk, a reader that is gone, a closed output), which is told
-  /// on standard error in one line. A reader that is gone does not end the process by
-  /// SIGPIPE while this prints.
-  [[nodiscard]] int print(const Menu& menu, std::FILE* out);
-
   void setTitle(const std::string&) override {}
   void setToolTip(const std::string&) override {}
   void menuRebuilt(std::shared_ptr<const Menu>) override {}
@@ -26,6 +22,18 @@ class TextFrontEnd : public FrontEnd {
   void terminate() override {}
 };
 
-/// Takes one sample of the machine and prints its menu, as TextFrontEnd::print does; returns
-/// the program's exit status.
+// Each takes a sample of the machine, prints it and returns the program's exit status: 0, or 1 when
+// it can't be written (a full disk, a reader that is gone, a closed output), which is told on
+// standard error in one line.
+
+/// The menu as plain text.
 [[nodiscard]] int runText(std::FILE* out);
+
+/// The sample as JSON (machine_json.h), with the program's version.
+[[nodiscard]] int runJson(std::string_view version, std::FILE* out);
+
+/// A line for a status bar (bar_json.h).
+[[nodiscard]] int runBar(std::FILE* out);
+
+/// Such a line every `seconds`, until nobody reads them any more: that is its ordinary end.
+[[nodiscard]] int watchBar(std::FILE* out, double seconds = StatusBarController::kRefreshInterval);

@@ -1,58 +1,32 @@
 #include "frontends/text/text_front_end.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdio>
-#include <memory>
 #include <string>
+#include <thread>
+
+#include "fakes/scripted_platform.h"
+#include "frontends/text/open_file.h"
 
 namespace {
 
-struct Close {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, Close>;
+using testing::HasSubstr;
+using testing::StartsWith;
 
-const Menu kMenu{{{.title = "Refresh now"}, {.title = "Quit Vorda"}}};
-
-TEST(TextFrontEnd, PrintsTheMenuOnce) {
-  const File out(std::tmpfile());
-  EXPECT_EQ(TextFrontEnd().print(kMenu, out.get()), 0);
+/// What this prints on a machine with one process.
+template <typename Run>
+std::string printedBy(Run run) {
+  resetMachine();
+  machine().processes = {{.pid = 7, .arguments = {"/usr/bin/ollama", "serve"}, .footprintMB = 200}};
+  const OpenFile out(std::tmpfile());
+  EXPECT_EQ(run(out.get()), 0);
+  std::string text(static_cast<std::size_t>(std::ftell(out.get())), '\0');
   std::rewind(out.get());
-  char buffer[100];
-  const std::size_t length = std::fread(buffer, 1, sizeof buffer, out.get());
-  EXPECT_EQ(std::string(buffer, length), "Refresh now\nQuit Vorda\n");
-}
-
-TEST(TextFrontEnd, SaysWhenTheDiskIsFull) {
-  const File out(std::fopen("/dev/full", "w"));
-  if (out == nullptr) GTEST_SKIP() << "this system has no /dev/full";
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(TextFrontEnd().print(kMenu, out.get()), 1);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "vorda: can't write the menu: No space left on device\n");
-}
-
-TEST(TextFrontEnd, SaysWhenTheReaderIsGone) {
-  int ends[2];
-  ASSERT_EQ(pipe(ends), 0);
-  close(ends[0]);
-  const File out(fdopen(ends[1], "w"));
-  const auto before = std::signal(SIGPIPE, SIG_DFL);
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(TextFrontEnd().print(kMenu, out.get()), 1);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "vorda: can't write the menu: Broken pipe\n");
-  EXPECT_EQ(std::signal(SIGPIPE, before), SIG_DFL) << "the earlier answer to the signal is back";
-}
-
-TEST(TextFrontEnd, SaysWhenTheOutputIsClosed) {
-  const File out(std::fopen("/dev/null", "r"));  // not open for writing
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(TextFrontEnd().print(kMenu, out.get()), 1);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "vorda: can't write the menu: Bad file descriptor\n");
+  EXPECT_EQ(std::fread(text.data(), 1, text.size(), out.get()), text.size());
+  return text;
 }
 
 TEST(TextFrontEnd, DismissesAlertsAndNeverRunsScheduledWork) {
@@ -61,11 +35,69 @@ TEST(TextFrontEnd, DismissesAlertsAndNeverRunsScheduledWork) {
   int runs = 0;
   const auto repeated = frontEnd.every(0, [&runs] { ++runs; });
   const auto delayed = frontEnd.after(0, [&runs] { ++runs; });
-  const File out(std::tmpfile());
-  EXPECT_EQ(frontEnd.print(kMenu, out.get()), 0);
   EXPECT_EQ(runs, 0);
   repeated->cancel();
   delayed->cancel();
+}
+
+TEST(RunText, PrintsTheMenu) {
+  EXPECT_THAT(printedBy(runText), HasSubstr("\n★ Ollama Server  ·   200 MB  ·  pid 7  [A]\n"));
+}
+
+TEST(RunJson, PrintsTheSample) {
+  const std::string json = printedBy([](std::FILE* out) { return runJson("1.2.3", out); });
+  EXPECT_THAT(json, StartsWith("{\"format\":1,\"version\":\"1.2.3\","));
+  EXPECT_THAT(json, HasSubstr("{\"pid\":7,\"name\":\"Ollama Server\","));
+}
+
+TEST(RunBar, PrintsALine) {
+  EXPECT_THAT(printedBy(runBar), StartsWith("{\"text\":\"50%\","));
+}
+
+TEST(WatchBar, PrintsLinesUntilNobodyReadsThem) {
+  resetMachine();
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  int status = -1;
+  std::thread writer([&status, out = ends[1]] {
+    const OpenFile file(fdopen(out, "w"));
+    status = watchBar(file.get(), 0.001);
+  });
+  OpenFile reader(fdopen(ends[0], "r"));
+  for (int i = 0; i < 3; ++i) {
+    char line[4096];
+    ASSERT_NE(std::fgets(line, sizeof line, reader.get()), nullptr);
+    EXPECT_THAT(line, StartsWith("{\"text\":\"50%\","));
+  }
+  reader.reset();
+  writer.join();
+  EXPECT_EQ(status, 0);
+}
+
+TEST(WatchBar, HearsAtOnceThatTheReaderIsGone) {
+  resetMachine();
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  int status = -1;
+  std::thread writer([&status, out = ends[1]] {
+    const OpenFile file(fdopen(out, "w"));
+    status = watchBar(file.get(), 3600);  // the next line never comes
+  });
+  char first = 0;
+  EXPECT_EQ(read(ends[0], &first, 1), 1);
+  close(ends[0]);
+  writer.join();
+  EXPECT_EQ(status, 0);
+}
+
+TEST(WatchBar, SaysWhenTheDiskIsFull) {
+  resetMachine();
+  const OpenFile out(std::fopen("/dev/full", "w"));
+  if (out == nullptr) GTEST_SKIP() << "this system has no /dev/full";
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(watchBar(out.get(), 0.001), 1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "vorda: can't write the line: No space left on device\n");
 }
 
 }  // namespace
