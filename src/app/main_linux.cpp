@@ -1,7 +1,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <span>
@@ -11,6 +10,7 @@
 #include "app/front_end_choice.h"
 #include "app/program_options.h"
 #include "app/tray_program.h"
+#include "frontends/terminal/character_set.h"
 #include "frontends/terminal/run_terminal.h"
 #include "frontends/text/printed.h"
 #include "frontends/text/text_front_end.h"
@@ -50,20 +50,21 @@ void tryTray(const Surroundings& surroundings) {
 }
 
 /// Without options.
-int showMenu() {
+int showMenu(CharacterSet characters) {
   const Surroundings surroundings = lookAround();
   if (chooseFrontEnd(surroundings) == FrontEndKind::tray) tryTray(surroundings);
-  return surroundings.onTerminal ? terminal::runTerminal(Branding::aboutAlert()) : runText(stdout);
+  return surroundings.onTerminal ? terminal::runTerminal(Branding::aboutAlert())
+                                 : runText(characters, stdout);
 }
 
-int show(Output output) {
+int show(Output output, CharacterSet characters) {
   switch (output) {
     case Output::help:
       return printOrSay(helpText(), "the help", stdout);
     case Output::version:
       return printOrSay(versionText(), "the version", stdout);
     case Output::text:
-      return runText(stdout);
+      return runText(characters, stdout);
     case Output::json:
       return runJson(Branding::version(), stdout);
     case Output::bar:
@@ -73,7 +74,7 @@ int show(Output output) {
     case Output::menu:
       break;
   }
-  return showMenu();
+  return showMenu(characters);
 }
 
 }  // namespace
@@ -91,6 +92,6 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "vorda: %s\n", problem.c_str());
     return kNothingToShow;
   }
-  std::setlocale(LC_CTYPE, "");  // but not LC_NUMERIC: figures look the same in every locale
-  return show(options.output);
+  const bool unicode = terminal::takeCharacterSet();
+  return show(options.output, unicode ? CharacterSet::unicode : CharacterSet::ascii);
 }

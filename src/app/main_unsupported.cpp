@@ -1,9 +1,9 @@
-#include <clocale>
 #include <cstdio>
 
+#include "frontends/terminal/character_set.h"
 #include "frontends/text/text_front_end.h"
 
 int main() {
-  std::setlocale(LC_CTYPE, "");
-  return runText(stdout);
+  const bool unicode = terminal::takeCharacterSet();
+  return runText(unicode ? CharacterSet::unicode : CharacterSet::ascii, stdout);
 }

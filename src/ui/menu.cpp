@@ -4,6 +4,15 @@ bool isHeading(const MenuItem& item) {
   return !item.enabled && item.title.starts_with("— ");
 }
 
+const VordaProcess* processOf(const MenuItem& row) {
+  if (!row.process) return nullptr;
+  for (const MenuItem& item : row.submenu) {
+    const auto* process = std::get_if<VordaProcess>(&item.representedObject);
+    if (process != nullptr && process->pid == row.process->pid) return process;
+  }
+  return nullptr;
+}
+
 std::shared_ptr<const MemoryPressureView> stripOf(const Menu& menu) {
   for (const MenuItem& item : menu.items) {
     if (item.strip) return item.strip;

@@ -81,5 +81,8 @@ struct Menu {
 /// Whether it is the grey line above a section's rows.
 bool isHeading(const MenuItem& item);
 
+/// The process that a row is about, as it was sampled; nullptr for every other item.
+const VordaProcess* processOf(const MenuItem& row);
+
 /// The menu's strip; nullptr for a menu without one.
 std::shared_ptr<const MemoryPressureView> stripOf(const Menu& menu);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -18,7 +19,8 @@ namespace {
 using testing::ContainsRegex;
 using testing::StartsWith;
 
-const BackgroundProgram::Environment kNoDisplay{{"DISPLAY", {}}, {"WAYLAND_DISPLAY", {}}};
+const BackgroundProgram::Environment kNoDisplay{
+    {"DISPLAY", {}}, {"WAYLAND_DISPLAY", {}}, {"LC_ALL", "C.UTF-8"}};
 
 TEST(ProgramStart, WithoutADisplayPrintsTheMenuAndEnds) {
   BackgroundProgram program({VORDA}, kNoDisplay);
@@ -31,7 +33,7 @@ TEST(ProgramStart, NobodysNameIsPrintedAsFigures) {
       {"--memory", "200"}, {"/opt/x  ·   9.9 GB  ·  pid 1\u3000\u3000[A]", "vllm", "serve"}));
   const std::string pid = "pid " + std::to_string(forger.pid());
   const std::string menu = BackgroundProgram({VORDA}, kNoDisplay).output();
-  EXPECT_THAT(menu, ContainsRegex("\n★ x · 9.9 GB · pid 1 \\[A\\]  ·   2[0-9][0-9] MB  ·  " + pid));
+  EXPECT_THAT(menu, ContainsRegex("\n★ x · 9.9 GB · pid 1 \\[A\\] +·   2[0-9][0-9] MB  ·  " + pid));
 }
 
 TEST(ProgramStart, NobodysNameIsALineWithoutAnEnd) {
@@ -40,7 +42,16 @@ TEST(ProgramStart, NobodysNameIsALineWithoutAnEnd) {
   const ChildProcess dear(playProcess({"--memory", "200"}, {name, "vllm", "serve"}));
   const std::string pid = "pid " + std::to_string(dear.pid());
   const std::string menu = BackgroundProgram({VORDA}, kNoDisplay).output();
-  EXPECT_THAT(menu, ContainsRegex("\n★ e(\u0301){31}  ·   2[0-9][0-9] MB  ·  " + pid));
+  EXPECT_THAT(menu, ContainsRegex("\n★ e(\u0301){31} +·   2[0-9][0-9] MB  ·  " + pid));
+}
+
+TEST(ProgramStart, WhereTheLocaleIsNotUtf8PrintsAscii) {
+  const ChildProcess server(playProcess({"--memory", "60"}, {"vllm", "serve", "m"}));
+  BackgroundProgram program({VORDA}, {{"DISPLAY", {}}, {"WAYLAND_DISPLAY", {}}, {"LC_ALL", "C"}});
+  const std::string menu = program.output();
+  EXPECT_TRUE(std::ranges::all_of(menu, [](char c) { return static_cast<signed char>(c) >= 0; }));
+  EXPECT_THAT(menu,
+              ContainsRegex("\n\\* .* +- +[67][0-9] MB +-  pid " + std::to_string(server.pid())));
 }
 
 TEST(ProgramStart, WithoutProcSaysSoAndFails) {

@@ -1,7 +1,6 @@
 #include "frontends/terminal/curses_screen.h"
 
 #include <curses.h>
-#include <langinfo.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -9,13 +8,13 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <clocale>
 #include <cmath>
 #include <csignal>
 #include <cstdio>
 #include <cwchar>
 #include <string_view>
 
+#include "frontends/terminal/character_set.h"
 #include "frontends/terminal/curses_keys.h"
 #include "frontends/terminal/direct_color.h"
 #include "frontends/terminal/terminfo.h"
@@ -78,8 +77,7 @@ int millisecondsUntil(std::optional<double> end, double now) {
 }  // namespace
 
 std::unique_ptr<CursesScreen> CursesScreen::open(std::string& error) {
-  std::setlocale(LC_CTYPE, "");
-  const bool unicode = std::string_view(nl_langinfo(CODESET)) == "UTF-8";
+  const bool unicode = takeCharacterSet();
   const TerminalCheck check = checkTerminal();
   error = check.problem;
   if (!error.empty()) return nullptr;

@@ -8,7 +8,6 @@
 
 #include "frontends/text/bar_json.h"
 #include "frontends/text/machine_json.h"
-#include "frontends/text/menu_text.h"
 #include "frontends/text/printed.h"
 #include "platform/gpus.h"
 #include "platform/processes.h"
@@ -55,9 +54,9 @@ std::shared_ptr<ScheduledWork> TextFrontEnd::after(double, std::function<void()>
   return std::make_shared<NoWork>();
 }
 
-int runText(std::FILE* out) {
+int runText(CharacterSet characters, std::FILE* out) {
   const Sampled sampled;
-  return printOrSay(menuText(*sampled.controller.rootMenu()), "the menu", out);
+  return printOrSay(menuText(*sampled.controller.rootMenu(), characters), "the menu", out);
 }
 
 int runJson(std::string_view version, std::FILE* out) {

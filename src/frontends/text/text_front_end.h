@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string_view>
 
+#include "frontends/text/menu_text.h"
 #include "ui/front_end.h"
 #include "ui/status_bar_controller.h"
 
@@ -27,7 +28,7 @@ class TextFrontEnd : public FrontEnd {
 // standard error in one line.
 
 /// The menu as plain text.
-[[nodiscard]] int runText(std::FILE* out);
+[[nodiscard]] int runText(CharacterSet characters, std::FILE* out);
 
 /// The sample as JSON (machine_json.h), with the program's version.
 [[nodiscard]] int runJson(std::string_view version, std::FILE* out);

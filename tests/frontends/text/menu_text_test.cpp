@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fakes/row_name.h"
+#include "ui/menu_construction.h"
 
 namespace {
 
@@ -79,6 +80,9 @@ TEST(MenuText, HasALinePerItem) {
                              {.title = "— Top RAM (colors match graph) —", .enabled = false},
                              process,
                              other,
+                             {.kind = MenuItem::Kind::separator},
+                             {.title = "Refresh now", .action = Action::refreshNow},
+                             {.kind = MenuItem::Kind::separator},
                              {.title = "Quit Vorda", .action = Action::quitApp}})),
             "[AAAABBBB" + times(32, "·") +
                 "]  25%\n"
@@ -86,8 +90,8 @@ TEST(MenuText, HasALinePerItem) {
                 "\n"
                 "— Top RAM (colors match graph) —\n"
                 "★ Ollama Server  ·   1.5 GB  ·  pid 312  [B]\n"
-                "bash  ·    60 MB  ·  pid 313\n"
-                "Quit Vorda\n");
+                "bash  ·    60 MB  ·  pid 313\n")
+      << "without the commands, which nobody can choose";
 }
 
 TEST(MenuText, MarksAProcessInEveryRowOfIts) {
@@ -106,6 +110,52 @@ TEST(MenuText, NobodysNameIsTakenForFigures) {
   const MenuItem row{
       .title = "★ " + name + "  ·    60 MB", .name = {4, 4 + name.size()}, .process = {{5, {}}}};
   EXPECT_EQ(menuText(menuOf({row})), "★ x · 9.9 GB · pid 1 [A] y  ·    60 MB  ·  pid 5\n");
+}
+
+/// A row as the menu builds it, of a process with this pid.
+MenuItem rowOf(std::int32_t pid, const std::string& name, bool isProtected = false) {
+  VordaProcess process;
+  process.pid = pid;
+  process.displayName = name;
+  process.memMB = 60;
+  process.isProtected = isProtected;
+  process.ownerName = "grace  ·  pid 1";
+  return MenuConstruction::processItem(process);
+}
+
+TEST(MenuText, FiguresOfASectionStandBelowEachOther) {
+  EXPECT_EQ(menuText(menuOf({rowOf(1, "a"),
+                             rowOf(20, "日本"),
+                             rowOf(3, "abc"),
+                             {.kind = MenuItem::Kind::separator},
+                             {.title = "— heading —", .enabled = false},
+                             rowOf(4, "longer")})),
+            "a     ·    60 MB  ·  pid 1\n"
+            "日本  ·    60 MB  ·  pid 20\n"
+            "abc   ·    60 MB  ·  pid 3\n"
+            "\n"
+            "— heading —\n"
+            "longer  ·    60 MB  ·  pid 4\n");
+}
+
+TEST(MenuText, SaysWhoseAProtectedProcessIs) {
+  EXPECT_EQ(menuText(menuOf({rowOf(1, "a", true), rowOf(2, "b")})),
+            "a  ·    60 MB 🔒  ·  pid 1  ·  owner grace · pid 1\n"
+            "b  ·    60 MB     ·  pid 2\n");
+}
+
+TEST(MenuText, HasAnAsciiForm) {
+  const MenuItem ollama{.title = "★ Ölama  ·   1.5 GB", .name = {4, 10}, .process = {{5, {}}}};
+  EXPECT_EQ(menuText(menuOf({stripItem({{0.1, {}, "x", 5}}),
+                             {.title = "— Top RAM —", .enabled = false},
+                             ollama,
+                             rowOf(1, "a", true)}),
+                     CharacterSet::ascii),
+            "[AAAA" + times(36, "-") +
+                "]  25%\n"
+                "- Top RAM -\n"
+                "* ?lama  -   1.5 GB           -  pid 5  [A]\n"
+                "a        -    60 MB [locked]  -  pid 1  -  owner grace - pid 1\n");
 }
 
 TEST(MenuText, OfNothingIsEmpty) {

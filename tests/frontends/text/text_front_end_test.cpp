@@ -41,7 +41,8 @@ TEST(TextFrontEnd, DismissesAlertsAndNeverRunsScheduledWork) {
 }
 
 TEST(RunText, PrintsTheMenu) {
-  EXPECT_THAT(printedBy(runText), HasSubstr("\n★ Ollama Server  ·   200 MB  ·  pid 7  [A]\n"));
+  EXPECT_THAT(printedBy([](std::FILE* out) { return runText(CharacterSet::unicode, out); }),
+              HasSubstr("\n★ Ollama Server  ·   200 MB  ·  pid 7  [A]\n"));
 }
 
 TEST(RunJson, PrintsTheSample) {
