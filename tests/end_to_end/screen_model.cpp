@@ -249,6 +249,8 @@ void ScreenModel::setModes(const std::string& parameters, bool on) {
     if (mode == 25) cursorVisible_ = on;
     if (mode == 1000) mouse_ = on;
     if (mode == 2004) bracketsPastes_ = on;
+    if (mode == 2026 && on) ++wholePictures_;
+    if (mode == 2026) isHeldBack_ = on;
     if (mode == 1049) {
       alternate_ = on;
       for (int y = 0; y < height(); ++y) erase(y, 0, width_);

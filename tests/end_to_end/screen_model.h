@@ -34,6 +34,9 @@ class ScreenModel {
   bool cursorIsVisible() const { return cursorVisible_; }
   bool mouseIsReported() const { return mouse_; }
   bool bracketsPastes() const { return bracketsPastes_; }
+  /// How often a picture was announced that is to be shown as a whole; whether one is still drawn.
+  int wholePictures() const { return wholePictures_; }
+  bool isHeldBack() const { return isHeldBack_; }
   bool hasApplicationKeys() const { return applicationKeys_; }
   /// No colour or attribute is left switched on.
   bool writesPlainly() const { return pen_.ground.empty() && pen_.color.empty() && !pen_.reverse; }
@@ -75,5 +78,7 @@ class ScreenModel {
   bool cursorVisible_ = true;
   bool mouse_ = false;
   bool bracketsPastes_ = false;
+  int wholePictures_ = 0;
+  bool isHeldBack_ = false;
   bool applicationKeys_ = false;
 };

@@ -47,6 +47,55 @@ TEST(TerminalLife, EndsOnQ) {
   expectRestored(terminal);
 }
 
+TEST(TerminalLife, DrawsWholePictures) {
+  TerminalSession terminal;
+  ASSERT_TRUE(isShown(terminal));
+  terminal.settle();
+  EXPECT_GT(terminal.screen().wholePictures(), 0);
+  EXPECT_FALSE(terminal.screen().isHeldBack());
+}
+
+struct NewTerminalRow {
+  const char* name;
+  const char* kind;
+};
+
+class NewTerminal : public testing::TestWithParam<NewTerminalRow> {};
+
+TEST_P(NewTerminal, IsShownAMenuWithoutItsDescription) {
+  const TempFolder empty;  // no descriptions but the system's own
+  TerminalSession terminal(TerminalSession::Options{
+      .environment = {{"TERM", GetParam().kind}, {"HOME", empty.path().string()}}});
+  EXPECT_TRUE(isShown(terminal));
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, NewTerminal,
+                         testing::Values(NewTerminalRow{"Kitty", "xterm-kitty"},
+                                         NewTerminalRow{"Ghostty", "xterm-ghostty"},
+                                         NewTerminalRow{"Alacritty", "alacritty"},
+                                         NewTerminalRow{"Foot", "foot"},
+                                         NewTerminalRow{"FootExtra", "foot-extra"},
+                                         NewTerminalRow{"Wezterm", "wezterm"}),
+                         rowName<NewTerminalRow>);
+
+TEST(TerminalLife, LendsTheTerminalToASystemMonitor) {
+  const TempFolder folder;
+  folder.write("top", "#!/bin/sh\necho A MONITOR IS HERE\nread -r key\necho THE KEY WAS $key\n");
+  std::filesystem::permissions(folder / "top", std::filesystem::perms::owner_all);
+  TerminalSession terminal(
+      TerminalSession::Options{.environment = {{"PATH", folder.path().string()}}});
+  ASSERT_TRUE(isShown(terminal));
+  ASSERT_TRUE(terminal.walkTo("Open System Monitor"));
+  ASSERT_TRUE(terminal.press(kEnter, "A MONITOR IS HERE"));
+  EXPECT_FALSE(terminal.screen().onAlternateScreen());
+  terminal.send("seen\r");
+  EXPECT_TRUE(isShown(terminal));
+  terminal.releaseKey();
+  terminal.send("q");
+  EXPECT_EQ(terminal.waitForEnd(), 0);
+  expectRestored(terminal);
+}
+
 struct SignalRow {
   const char* name;
   int signal;

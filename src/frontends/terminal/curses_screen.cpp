@@ -11,12 +11,14 @@
 #include <cmath>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cwchar>
 #include <string_view>
 
 #include "frontends/terminal/character_set.h"
 #include "frontends/terminal/curses_keys.h"
 #include "frontends/terminal/direct_color.h"
+#include "frontends/terminal/guest_program.h"
 #include "frontends/terminal/terminfo.h"
 #include "text/scalar.h"
 
@@ -113,7 +115,7 @@ bool CursesScreen::start(const TerminalCheck& check) {
   {
     std::optional<DescriptionInEnvironment> description;
     if (!check.description.empty()) description.emplace(check.description);
-    if (newterm(nullptr, stdout, stdin) == nullptr) return false;
+    if (newterm(check.name.c_str(), stdout, stdin) == nullptr) return false;
   }
   rescue_.emplace(STDIN_FILENO, modes, resetBytes(LINES - 1));
   take();
@@ -142,7 +144,10 @@ void CursesScreen::draw(const CellGrid& grid) {
   for (int y = 0; y < size.height; ++y) {
     for (int x = 0; x < size.width; ++x) drawCell(grid.at(x, y), x, y);
   }
+  // One picture after the other, never half of the next one, on terminals that know how.
+  send(synchronizedUpdate(true));
   refresh();
+  send(synchronizedUpdate(false));
 }
 
 void CursesScreen::drawCell(const Cell& cell, int x, int y) {
@@ -185,6 +190,7 @@ std::optional<Input> CursesScreen::nextKey() {
 }
 
 std::optional<Input> CursesScreen::answerSignals() {
+  if (toldToEnd_) return Input{.kind = Input::Kind::ended};
   std::optional<Input> input;
   while (const auto signal = signals_.next()) {
     const auto answered = answer(*signal);
@@ -220,6 +226,19 @@ std::optional<Input> CursesScreen::answer(int signal) {
       return std::nullopt;
   }
   return Input{.kind = Input::Kind::redraw};
+}
+
+bool CursesScreen::runSystemMonitor() {
+  static constexpr const char* kMonitors[] = {"btop", "htop", "top"};
+  for (const char* display : {"WAYLAND_DISPLAY", "DISPLAY"}) {
+    const char* const value = std::getenv(display);
+    if (value != nullptr && *value != '\0') return false;
+  }
+  giveBack();
+  const bool ran = runGuest(kMonitors, signals_, toldToEnd_);
+  take();
+  repaint();
+  return ran;
 }
 
 void CursesScreen::suspend() {

@@ -29,6 +29,7 @@ class CursesScreen : public Screen {
   Size size() const override;
   void draw(const CellGrid& grid) override;
   Input nextInput(std::optional<double> seconds) override;
+  bool runSystemMonitor() override;
   double now() const override;
 
  private:
@@ -50,6 +51,7 @@ class CursesScreen : public Screen {
   std::optional<TerminalRescue> rescue_;
   double quietUntil_ = 0;  ///< when no input was waiting, the last time we looked
   bool continuedBySuspend_ = false;
+  bool toldToEnd_ = false;  ///< while another program had the terminal
 };
 
 }  // namespace terminal

@@ -7,6 +7,7 @@
 
 #include "frontends/terminal/cell_text.h"
 #include "frontends/terminal/color_depth.h"
+#include "frontends/terminal/footer.h"
 #include "frontends/terminal/frame_painter.h"
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/menu_view.h"
@@ -119,41 +120,16 @@ void paintNotice(CellGrid& grid, const MenuView& view, const Box& box, const Loo
   }
 }
 
-struct KeyHint {
-  std::string key;
-  std::string_view meaning;
-};
-
-/// The hint, if there is one, else the keys that work now. Where there is little room the first
-/// keys, which are the most obvious, are left out.
+/// The hint, if there is one, else the keys that work now.
 void paintKeys(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
   if (!view.hint().empty()) {
     grid.write(kLabelX, box.y, look.glyphs.line(view.hint()), {.bold = true}, box.width - 2,
                look.glyphs.ellipsis);
     return;
   }
-  std::vector<KeyHint> hints{{std::string(look.glyphs.upDown), "Move"}};
-  if (view.submenuIsOpen()) {
-    hints.insert(hints.end(), {{"Enter", "Choose"}, {"Esc", "Back"}});
-  } else {
-    hints.insert(hints.end(), {{"Enter", "Open"}, {"r", "Refresh"}});
-    if (view.canFold()) hints.push_back({"f", view.isFolded() ? "Unfold" : "Fold"});
-  }
-  hints.insert(hints.end(), {{"?", "Keys"}, {"q", "Quit"}});
-
-  const auto columns = [](const KeyHint& hint) {
-    return columnsOf(hint.key) + 1 + columnsOf(hint.meaning) + 2;
-  };
-  int all = 0;
-  for (const KeyHint& hint : hints) all += columns(hint);
-  auto first = hints.begin();
-  for (; first != hints.end() && all - 2 > box.width - 2; ++first) all -= columns(*first);
-
-  int x = kLabelX;
-  for (; first != hints.end(); ++first) {
-    grid.write(x, box.y, first->key, {.bold = true}, box.width);
-    grid.write(x + columnsOf(first->key) + 1, box.y, first->meaning, kFaint, box.width);
-    x += columns(*first);
+  for (const FooterKey& key : footerKeys(view, box, look.glyphs)) {
+    grid.write(key.place.x, box.y, key.name, {.bold = true}, box.width);
+    grid.write(key.place.x + columnsOf(key.name) + 1, box.y, key.meaning, kFaint, box.width);
   }
 }
 
@@ -208,10 +184,19 @@ void paintMenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geometr
   if (geometry.submenu) paintSubmenu(grid, view, geometry, look);
 }
 
-void paintTooSmall(CellGrid& grid, const Look& look) {
-  const std::string words =
-      text::format("Vorda needs %d x %d", kSmallestSize.width, kSmallestSize.height);
-  grid.write(0, 0, words, {}, grid.size().width, look.glyphs.ellipsis);
+void paintTooSmall(CellGrid& grid, const MenuView& view, const Look& look) {
+  std::vector<std::string> lines;
+  if (const MemoryPressureView* strip = view.strip()) {
+    lines.push_back(std::to_string(percentUsed(strip->pressure)) + "% used");
+  }
+  const auto largest = std::ranges::find_if(
+      view.rows(), [](const MenuItem& row) { return row.process.has_value(); });
+  if (largest != view.rows().end()) lines.push_back(look.glyphs.line(largest->title));
+  lines.push_back(text::format("Vorda needs %d x %d", kSmallestSize.width, kSmallestSize.height));
+  if (grid.size().height == 1 && lines.size() > 2) lines.front() += "  " + lines[1];
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    grid.write(0, static_cast<int>(i), lines[i], {}, grid.size().width, look.glyphs.ellipsis);
+  }
 }
 
 }  // namespace terminal

@@ -15,8 +15,9 @@ struct MenuGeometry;
 void paintMenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geometry,
                const std::string& title, const Look& look);
 
-/// Draws the one line that is shown in a window that is too small for the menu.
-void paintTooSmall(CellGrid& grid, const Look& look);
+/// Draws what is shown in a window that is too small for the menu: the used share, the largest
+/// process and what size the menu needs, as far as they fit.
+void paintTooSmall(CellGrid& grid, const MenuView& view, const Look& look);
 
 /// How many columns a row's dot, title and letter take.
 int columnsOfRow(const MenuItem& row, const MenuView& view, const Look& look);

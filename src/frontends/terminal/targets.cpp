@@ -27,6 +27,10 @@ Target targetAt(int y, const MenuView& view, std::span<const ItemKey> rows,
     const auto item = geometry.submenuItemAt(geometry.submenu->x + 1, y, view);
     return {.row = view.selectedKey(), .item = item ? view.submenuItems()[*item].title : "frame"};
   }
+  if (y == geometry.keys.y) {  // a click there presses a key, which chooses the selection
+    return {.row = view.selectedKey(),
+            .item = view.submenuIsOpen() ? "keys of the submenu" : "keys"};
+  }
   const auto row = geometry.rowAt(geometry.list.x, y, view);
   return row ? Target{.row = rows[*row]} : Target{};
 }

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "frontends/terminal/footer.h"
 #include "frontends/terminal/keys_help.h"
 #include "frontends/terminal/menu_painter.h"
 #include "frontends/terminal/targets.h"
@@ -36,6 +37,19 @@ Input TerminalFrontEnd::nextInput() {
   if (input.kind == Input::Kind::nothing) return input;
   if (isFromUser(input) && !counts(input)) return {};
   needsDrawing_ = true;
+  return clickedKey(input);
+}
+
+/// For a click on one of the keys in the last line that key, else what came.
+Input TerminalFrontEnd::clickedKey(const Input& input) const {
+  if (input.kind != Input::Kind::click || alert_ != nullptr || isTooSmall(screen_.size())) {
+    return input;
+  }
+  const MenuGeometry places = geometry();
+  if (places.submenu && places.submenu->contains(input.x, input.y)) return input;
+  for (const FooterKey& key : footerKeys(view_, places.keys, screen_.look().glyphs)) {
+    if (key.place.contains(input.x, input.y)) return key.key;
+  }
   return input;
 }
 
@@ -70,7 +84,7 @@ void TerminalFrontEnd::draw() {
   CellGrid grid(size);
   Targets targets{.size = size};
   if (isTooSmall(size)) {
-    paintTooSmall(grid, screen_.look());
+    paintTooSmall(grid, view_, screen_.look());
   } else {
     if (size != drawnSize_) {
       view_.resized(geometry());
@@ -144,6 +158,10 @@ void TerminalFrontEnd::perform(std::shared_ptr<const MenuItem> item) {
   view_.closeSubmenu();
   reportClosed();
   draw();
+  if (item->action == Action::openAM && screen_.runSystemMonitor()) {
+    needsDrawing_ = true;
+    return;
+  }
   delegate_->perform(std::move(item));
 }
 

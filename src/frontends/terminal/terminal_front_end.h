@@ -40,6 +40,7 @@ class TerminalFrontEnd : public FrontEnd {
 
  private:
   Input nextInput();
+  Input clickedKey(const Input& input) const;
   void draw();
   MenuGeometry geometry() const;
   void layOut(AlertView* alert) const;

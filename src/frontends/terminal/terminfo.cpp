@@ -5,8 +5,10 @@
 #include <term.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 #include "frontends/terminal/direct_color.h"
 #include "text/display_line.h"
@@ -45,6 +47,11 @@ TerminalCheck checked(const std::string& quotedName) {
   return check;
 }
 
+/// A terminal that takes control sequences of this form ignores those that it does not know.
+bool takesControlSequences() {
+  return isPresent(cursor_address) && std::string_view(cursor_address).starts_with("\033[");
+}
+
 std::string* sink = nullptr;  // where addToSink() puts the single bytes that tputs() gives it
 
 int addToSink(int byte) {
@@ -67,26 +74,43 @@ TerminalCheck checkTerminal() {
   const std::string quotedName = "\"" + text::displayName(name) + "\"";
 
   int status = 0;
-  if (setupterm(nullptr, STDOUT_FILENO, &status) != OK) {
-    return {.problem = "the kind of terminal " + quotedName + " (TERM) is not known here"};
+  std::string known(name);
+  if (setupterm(known.c_str(), STDOUT_FILENO, &status) != OK) {
+    const char* const standIn = standInFor(name);
+    if (standIn == nullptr || setupterm(standIn, STDOUT_FILENO, &status) != OK) {
+      return {.problem = "the kind of terminal " + quotedName + " (TERM) is not known here"};
+    }
+    known = standIn;
   }
   TerminalCheck check = checked(quotedName);
+  check.name = std::move(known);
   del_curterm(cur_term);
   return check;
 }
 
+const char* standInFor(std::string_view name) {
+  constexpr std::string_view kLikeXterm[] = {"xterm-kitty", "xterm-ghostty", "alacritty", "foot",
+                                             "wezterm"};
+  const bool isLikeXterm = std::ranges::any_of(kLikeXterm, [name](std::string_view known) {
+    return name == known || (name.starts_with(known) && name[known.size()] == '-');
+  });
+  return isLikeXterm ? "xterm-256color" : nullptr;
+}
+
 std::string pasteBrackets(bool on) {
   if (const char* const known = tigetstr(on ? "BE" : "BD"); isPresent(known)) return known;
-  // Many descriptions do not mention it. A terminal that takes control sequences of this form
-  // ignores those that it does not know.
-  const bool takesControlSequences =
-      isPresent(cursor_address) && std::string_view(cursor_address).starts_with("\033[");
-  if (!takesControlSequences) return {};
+  // Many descriptions do not mention it.
+  if (!takesControlSequences()) return {};
   return on ? "\033[?2004h" : "\033[?2004l";
 }
 
+std::string synchronizedUpdate(bool on) {
+  if (!takesControlSequences()) return {};
+  return on ? "\033[?2026h" : "\033[?2026l";
+}
+
 std::string resetBytes(int lastRow) {
-  std::string bytes = pasteBrackets(false);
+  std::string bytes = synchronizedUpdate(false) + pasteBrackets(false);
   const char* const mouse = tigetstr("XM");
   if (isPresent(mouse)) {
     append(bytes, tiparm(mouse, 0));

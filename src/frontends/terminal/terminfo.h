@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "frontends/terminal/color_depth.h"
 
@@ -10,11 +11,16 @@ namespace terminal {
 
 /// What the terminal on standard output can do.
 struct TerminalCheck {
+  std::string name;     ///< of the description that holds: TERM's, or what stands in for it
   std::string problem;  ///< why it can't show a menu, in one line; "" when it can
   ColorDepth depth = ColorDepth::none;
   /// The compiled description to use in place of the installed one; "" for that one.
   std::string description;
 };
+
+/// The description to use for a terminal whose own is not installed, when its maker promises that
+/// it does what that one says; nullptr for an unknown one.
+const char* standInFor(std::string_view name);
 
 /// Reads TERM and the description of the terminal that it names, COLORTERM and NO_COLOR.
 TerminalCheck checkTerminal();
@@ -23,6 +29,10 @@ TerminalCheck checkTerminal();
 /// does so no more), so that it can be told from keys. Empty for a terminal that would show them
 /// as text.
 std::string pasteBrackets(bool on);
+
+/// The bytes between which the terminal shows nothing yet of what is drawn. Empty for a terminal
+/// that would show them as text.
+std::string synchronizedUpdate(bool on);
 
 /// The bytes that return the terminal that curses has opened to its ordinary state: pasting,
 /// mouse, colours, keys, cursor and screen. `lastRow` is its lowest row, from 0.

@@ -109,14 +109,27 @@ TEST(MenuPicture, SaysWhatSizeItNeeds) {
   CellGrid grid({39, 9});
   EXPECT_TRUE(terminal::isTooSmall(grid.size()));
   EXPECT_FALSE(terminal::isTooSmall({40, 10}));
-  terminal::paintTooSmall(grid, kMonochrome);
+  terminal::paintTooSmall(grid, MenuView(), kMonochrome);
   EXPECT_EQ(rowOf(grid, 0), "Vorda needs 40 x 10");
 
   CellGrid tiny({8, 1});
-  terminal::paintTooSmall(tiny, kMonochrome);
+  terminal::paintTooSmall(tiny, MenuView(), kMonochrome);
   EXPECT_EQ(rowOf(tiny, 0), "Vorda n…");
   CellGrid none({0, 0});
-  terminal::paintTooSmall(none, kMonochrome);
+  terminal::paintTooSmall(none, MenuView(), kMonochrome);
+}
+
+TEST(MenuPicture, WhereItDoesNotFitStillShowsTheUsedShareAndTheLargest) {
+  MenuView view;
+  painted(view, sample(), {80, 24}, kMonochrome);
+  CellGrid grid({30, 4});
+  terminal::paintTooSmall(grid, view, kMonochrome);
+  EXPECT_THAT(rowOf(grid, 0), testing::MatchesRegex("[0-9]+% used"));
+  EXPECT_EQ(rowOf(grid, 1), "★ Ollama Server  ·   4.0 GB 🔒");
+  EXPECT_EQ(rowOf(grid, 2), "Vorda needs 40 x 10");
+  CellGrid line({30, 1});
+  terminal::paintTooSmall(line, view, kMonochrome);
+  EXPECT_THAT(rowOf(line, 0), testing::MatchesRegex("[0-9]+% used  ★ Ollama Ser.*"));
 }
 
 TEST(MenuPicture, PaintsTheStripInTheColorsOfItsProcesses) {

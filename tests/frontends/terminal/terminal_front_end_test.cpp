@@ -74,6 +74,47 @@ TEST_F(TerminalMenu, IsRebuiltEveryFiveSecondsAndKeepsTheSelection) {
   run();
 }
 
+TEST_F(TerminalMenu, AClickOnAKeyInTheLastLinePressesIt) {
+  const auto clickOn = [this](const std::string& word) {
+    screen.then([this, word] {
+      const int last = screen.size_.height - 1;
+      const std::string picture = screen.picture();
+      const std::string line = picture.substr(picture.rfind('\n', picture.size() - 2) + 1);
+      const auto at = line.find(word);
+      ASSERT_NE(at, std::string::npos) << line;
+      const std::size_t arrows = 4;  // "↑↓" takes two columns and six bytes
+      screen.playNow({.kind = Kind::click, .x = static_cast<int>(at - arrows), .y = last});
+    });
+    screen.wait(1);
+  };
+  screen.walkTo("middle");
+  screen.wait(1);
+  clickOn("Open");
+  screen.then([&] { EXPECT_TRUE(shows("Force Quit")); });
+  clickOn("Back");
+  screen.then([&] { EXPECT_FALSE(shows("Force Quit")); });
+  clickOn("Keys");
+  screen.then([&] { EXPECT_TRUE(shows("This list")); });
+  screen.press(Kind::escape);
+  screen.wait(1);
+  clickOn("Quit");
+  screen.then([&] { FAIL() << "it has ended"; });
+  run();
+}
+
+TEST_F(TerminalMenu, OpensASystemMonitorOfTheTerminalWhereThereIsOne) {
+  screen.monitors = 1;
+  screen.walkTo("Open System Monitor");
+  screen.press(Kind::enter);
+  screen.then([&] {
+    EXPECT_EQ(screen.monitors, 0);
+    EXPECT_EQ(machine().systemMonitorOpened, 0);
+  });
+  screen.press(Kind::enter);
+  screen.then([&] { EXPECT_EQ(machine().systemMonitorOpened, 1) << "one with a window"; });
+  run();
+}
+
 TEST_F(TerminalMenu, SleepsUntilTheNextRefresh) {
   screen.wait(20);
   run();
