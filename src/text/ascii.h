@@ -30,6 +30,11 @@ constexpr bool isAlphanumeric(char c) {
 constexpr bool isHexDigit(char c) {
   return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
+/// A to Z as a to z; every other byte as it is.
+constexpr char asciiLower(char c) {
+  return isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 /// Blank, tab, line feed, vertical tab, form feed, carriage return.
 constexpr bool isWhiteSpace(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');

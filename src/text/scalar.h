@@ -3,6 +3,8 @@
 #include <utf8proc.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace text {
@@ -19,6 +21,22 @@ inline Scalar firstScalar(std::string_view text) {
   const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
                                        static_cast<utf8proc_ssize_t>(text.size()), &value);
   return length > 0 ? Scalar{value, static_cast<std::size_t>(length)} : Scalar{-1, 1};
+}
+
+/// Appends a scalar; one that there can't be as nothing.
+inline void appendScalar(std::uint32_t value, std::string& text) {
+  utf8proc_uint8_t bytes[4];
+  if (utf8proc_codepoint_valid(static_cast<utf8proc_int32_t>(value)) == 0) return;
+  const auto length = utf8proc_encode_char(static_cast<utf8proc_int32_t>(value), bytes);
+  text.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
+}
+
+/// The last scalar of `text`, which is UTF-8; "" of "".
+inline std::string_view lastCharacter(std::string_view text) {
+  std::size_t begin = text.size();
+  while (begin > 0 && (static_cast<unsigned char>(text[--begin]) & 0xC0) == 0x80) {
+  }
+  return text.substr(begin);
 }
 
 }  // namespace text

@@ -6,6 +6,7 @@
 
 #include "ui/alerts.h"
 #include "ui/menu.h"
+#include "ui/menu_arrangement.h"
 
 /// Work that will run later. Destroying this handle does not cancel the work.
 class ScheduledWork {
@@ -28,6 +29,9 @@ class MenuDelegate {
 
   /// The user chose this item. The pointer keeps the item's menu alive.
   virtual void perform(std::shared_ptr<const MenuItem> item) = 0;
+
+  /// From now on the menu is to be arranged so; a new one is built at once.
+  virtual void arrange(const MenuArrangement&) {}
 };
 
 /// Shows the menu. It decides nothing: it reports to a MenuDelegate what happens to the menu, and

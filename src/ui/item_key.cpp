@@ -21,6 +21,7 @@ struct ObjectName {
 /// The process or launch agent that it speaks of; for an item that only opens a submenu, all
 /// those that the submenu speaks of. Empty for none.
 std::string about(const MenuItem& item) {
+  if (item.action == Action::showMore) return {};  // its section tells it from others
   std::string name = std::visit(ObjectName{}, item.representedObject);
   if (item.process) {
     name += " process " + std::to_string(item.process->pid);

@@ -31,6 +31,7 @@ enum class Action {
   loadLaunchAgent,    ///< represents the VordaLaunchAgent
   openRow,   ///< the front end's own: open the row's submenu, or what it `opens`, as a menu of its
              ///< own
+  showMore,  ///< the front end's own: show all rows of the section; its submenu has the next ones
   openMenu,  ///< the front end's own: open the whole menu in a window of its own
 };
 

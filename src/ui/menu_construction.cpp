@@ -1,12 +1,13 @@
 #include "ui/menu_construction.h"
 
 #include <algorithm>
-#include <iterator>
+#include <limits>
 #include <string>
 #include <utility>
 
 #include "platform/words.h"
 #include "scanner/memory_format.h"
+#include "text/ascii.h"
 #include "text/display_line.h"
 #include "text/format.h"
 #include "text/unicode.h"
@@ -108,26 +109,80 @@ class Rows {
   FamilyItems familyItems_;
 };
 
-void addProcessItems(Items& items, const ProcessList& list, Rows& rows) {
-  for (const VordaProcess* process : list) items.push_back(rows.of(*process));
+bool comesBefore(const VordaProcess& a, const VordaProcess& b, SortBy sortBy) {
+  switch (sortBy) {
+    case SortBy::name:
+      return std::ranges::lexicographical_compare(a.displayName, b.displayName, {},
+                                                  text::asciiLower, text::asciiLower);
+    case SortBy::start:
+      return a.startTime > b.startTime;
+    case SortBy::memory:
+      break;
+  }
+  return a.memMB > b.memMB;
 }
 
-void addTopSection(Items& items, const ProcessList& bySize, Rows& rows) {
+/// The rows of a section, and what ends it where it is cut.
+class SectionRows {
+ public:
+  SectionRows(Items& items, const MenuContent& content, Rows* rows, const char* header,
+              std::size_t limit)
+      : items_(items), content_(content), rows_(rows) {
+    const MenuArrangement* arrangement = content.arrangement;
+    const bool isWhole = arrangement != nullptr &&
+                         (arrangement->isWhole || arrangement->wholeSections.contains(header));
+    limit_ = isWhole ? std::numeric_limits<std::size_t>::max() : limit;
+  }
+
+  /// `makeRow` makes the row at that place, of `count` that there are.
+  template <typename MakeRow>
+  void add(std::size_t count, const MakeRow& makeRow) {
+    const std::size_t shown = std::min(count, limit_);
+    for (std::size_t i = 0; i < shown; ++i) items_.push_back(makeRow(i));
+    if (shown == count) return;
+    MenuItem more = command("… and " + std::to_string(count - shown) + " more", Action::showMore);
+    const std::size_t next = std::min(count, shown + kMaxMore);
+    for (std::size_t i = shown; i < next; ++i) more.submenu.push_back(makeRow(i));
+    if (next < count) {
+      more.submenu.push_back(
+          label("… and " + std::to_string(count - next) + " more: run vorda in a terminal"));
+    }
+    items_.push_back(std::move(more));
+  }
+
+  /// The largest of them are shown, in the order of the arrangement.
+  void addProcesses(ProcessList list) {
+    if (content_.arrangement != nullptr) {
+      const SortBy sortBy = content_.arrangement->sortBy;
+      const auto shown = list.begin() + static_cast<std::ptrdiff_t>(std::min(list.size(), limit_));
+      std::stable_sort(list.begin(), shown, [sortBy](const auto* a, const auto* b) {
+        return comesBefore(*a, *b, sortBy);
+      });
+    }
+    add(list.size(), [this, &list](std::size_t i) { return rows_->of(*list[i]); });
+  }
+
+ private:
+  Items& items_;
+  const MenuContent& content_;
+  Rows* rows_;  ///< of processes
+  std::size_t limit_ = 0;
+};
+
+void addTopSection(Items& items, const MenuContent& content, Rows& rows,
+                   const ProcessList& bySize) {
   items.push_back(separator());
   items.push_back(label(kTopHeader));
   if (bySize.empty()) items.push_back(label("  (nothing above threshold)"));
-  addProcessItems(items, ProcessLists::first(bySize, kMaxTopRAM), rows);
+  SectionRows(items, content, &rows, kTopHeader, kMaxTopRAM).addProcesses(bySize);
 }
 
-void addSection(Items& items, const char* header, const ProcessList& list, Rows& rows) {
+void addSection(Items& items, const MenuContent& content, Rows& rows, const char* header,
+                const ProcessList& list, std::size_t limit = MenuConstruction::kMaxAI) {
   if (list.empty()) return;
   items.push_back(separator());
   items.push_back(label(header));
-  addProcessItems(items, list, rows);
-}
-
-void addRoleSection(Items& items, const char* header, const ProcessList& list, Rows& rows) {
-  addSection(items, header, ProcessLists::first(list, kMaxAI), rows);
+  SectionRows(items, content, &rows, header, limit).addProcesses(list);
 }
 
 std::optional<LaunchAgentOperation::Kind> operationOf(
@@ -138,19 +193,24 @@ std::optional<LaunchAgentOperation::Kind> operationOf(
   return std::nullopt;
 }
 
-void addLaunchAgentSection(Items& items, const std::vector<VordaLaunchAgent>& launchAgents,
-                           std::span<const LaunchAgentOperation> operations) {
-  Items rows;
-  for (const VordaLaunchAgent& launchAgent : launchAgents) {
-    if (rows.size() == kMaxLaunchAgents) break;
-    const auto underWay = operationOf(launchAgent.label, operations);
+void addLaunchAgentSection(Items& items, const MenuContent& content) {
+  struct Row {
+    const VordaLaunchAgent* launchAgent;
+    std::optional<LaunchAgentOperation::Kind> underWay;
+  };
+  std::vector<Row> rows;
+  for (const VordaLaunchAgent& launchAgent : content.launchAgents) {
+    const auto underWay = operationOf(launchAgent.label, content.launchAgentOperations);
     if (launchAgent.loaded || launchAgent.keepAlive || underWay)
-      rows.push_back(launchAgentItem(launchAgent, underWay));
+      rows.push_back({&launchAgent, underWay});
   }
   if (rows.empty()) return;
   items.push_back(separator());
   items.push_back(label(kLaunchAgentsHeader));
-  std::ranges::move(rows, std::back_inserter(items));
+  SectionRows(items, content, nullptr, kLaunchAgentsHeader, kMaxLaunchAgents)
+      .add(rows.size(), [&rows](std::size_t i) {
+        return launchAgentItem(*rows[i].launchAgent, rows[i].underWay);
+      });
 }
 
 void addCommands(Items& items) {
@@ -191,14 +251,15 @@ Menu build(const MenuContent& content) {
   Rows rows(content);
   items.push_back(stripItem(content, bySize));
   addSummary(items, content, bySize, training, servers);
-  addTopSection(items, bySize, rows);
+  addTopSection(items, content, rows, bySize);
   if (content.gpus != nullptr) {
-    addSection(items, kTopGpuHeader, ProcessLists::all(content.gpus->processes), rows);
+    const ProcessList onGpus = ProcessLists::all(content.gpus->processes);
+    addSection(items, content, rows, kTopGpuHeader, onGpus, onGpus.size());
   }
-  addRoleSection(items, kTrainingHeader, training, rows);
-  addRoleSection(items, kServersHeader, servers, rows);
-  addRoleSection(items, kToolsHeader, agentProcesses, rows);
-  addLaunchAgentSection(items, content.launchAgents, content.launchAgentOperations);
+  addSection(items, content, rows, kTrainingHeader, training);
+  addSection(items, content, rows, kServersHeader, servers);
+  addSection(items, content, rows, kToolsHeader, agentProcesses);
+  addLaunchAgentSection(items, content);
   addCommands(items);
   return menu;
 }

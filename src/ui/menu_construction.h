@@ -14,6 +14,7 @@
 #include "scanner/vorda_process.h"
 #include "ui/family_items.h"
 #include "ui/menu.h"
+#include "ui/menu_arrangement.h"
 #include "ui/quit_requests.h"
 
 /// What the menu is built from.
@@ -27,6 +28,8 @@ struct MenuContent {
   const GpuSample* gpus = nullptr;  ///< what graphics cards hold, where there are any
   /// Members of families that are not in `processes`.
   const std::vector<VordaProcess>& unlistedMembers = kNoProcesses;
+  ///< how it is arranged, if not as ever
+  const MenuArrangement* arrangement = nullptr;
 
   static const std::vector<VordaProcess> kNoProcesses;
 };
@@ -41,6 +44,7 @@ inline constexpr std::size_t kMaxAI = 12;  ///< in each AI section
 inline constexpr std::size_t kMaxLaunchAgents = 6;
 inline constexpr std::size_t kMaxStripSegments = 6;
 inline constexpr std::size_t kMaxGpuLines = 4;  ///< cards of which each has a line of its own
+inline constexpr std::size_t kMaxMore = 30;     ///< in the submenu of what ends a cut section
 ///@}
 
 /// What stands above a section's rows.

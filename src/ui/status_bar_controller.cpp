@@ -47,6 +47,7 @@ void StatusBarController::perform(std::shared_ptr<const MenuItem> item) {
     case Action::none:
     case Action::openRow:
     case Action::openMenu:
+    case Action::showMore:
       return;
     case Action::refreshNow:
       return refreshNow();
@@ -75,6 +76,11 @@ void StatusBarController::perform(std::shared_ptr<const MenuItem> item) {
     case Action::loadLaunchAgent:
       return loadLaunchAgent(sender);
   }
+}
+
+void StatusBarController::arrange(const MenuArrangement& arrangement) {
+  arrangement_ = arrangement;
+  rebuildMenu();
 }
 
 void StatusBarController::refresh() {
@@ -126,7 +132,8 @@ void StatusBarController::updateStrip() {
 void StatusBarController::rebuildMenu() {
   rootMenu_ = std::make_shared<const Menu>(
       MenuConstruction::build({processes_, launchAgents_, SystemMemory::snapshot(), &quitRequests_,
-                               launchAgentOperations_, &gpus_, scan_.unlistedMembers()}));
+                               launchAgentOperations_, &gpus_, scan_.unlistedMembers(),
+                               &arrangement_}));
   frontEnd_.menuRebuilt(rootMenu_);
 }
 

@@ -57,6 +57,7 @@ class StatusBarController : public MenuDelegate {
   void menuWillOpen() override;
   void menuDidClose() override;
   void perform(std::shared_ptr<const MenuItem> item) override;
+  void arrange(const MenuArrangement& arrangement) override;
 
  private:
   using Sender = const MenuItem&;
@@ -140,6 +141,7 @@ class StatusBarController : public MenuDelegate {
   std::vector<LaunchAgentOperation> launchAgentOperations_;
   std::shared_ptr<ScheduledWork> launchAgentOperationTimer_;
   int actionsUnderWay_ = 0;
+  MenuArrangement arrangement_;
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
   QuitRequests quitRequests_;
   std::string notice_;  ///< what the front end was last told

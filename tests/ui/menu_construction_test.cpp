@@ -42,7 +42,10 @@ class MenuConstructionTest : public testing::Test {
  protected:
   MenuConstructionTest() { resetMachine(); }
 
-  Menu menu() const { return MenuConstruction::build({processes_, launchAgents_, sys_}); }
+  Menu menu() const {
+    return MenuConstruction::build(
+        {.processes = processes_, .launchAgents = launchAgents_, .sys = sys_, .arrangement = &arrangement_});
+  }
 
   /// The titles of the items; "---" for a separator, "===" for the strip.
   static std::vector<std::string> titles(const std::vector<MenuItem>& items) {
@@ -70,11 +73,14 @@ class MenuConstructionTest : public testing::Test {
   }
   std::vector<std::int32_t> pids(const std::string& header) const {
     std::vector<std::int32_t> result;
-    for (const MenuItem& row : section(header)) result.push_back(row.process.value().pid);
+    for (const MenuItem& row : section(header)) {
+      if (row.action != Action::showMore) result.push_back(row.process.value().pid);
+    }
     return result;
   }
 
   std::vector<VordaProcess> processes_;
+  MenuArrangement arrangement_;
   std::vector<VordaLaunchAgent> launchAgents_;
   SystemMemory::Snapshot sys_{.usedGB = 9.26, .totalGB = 15.5, .freeGB = 2};
 };
@@ -200,7 +206,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(MenuConstructionTest, CountsMoreServersThanItLists) {
   processes_ = processes(13, LabRole::inference);
-  EXPECT_EQ(section(kServers).size(), 12U);
+  EXPECT_EQ(pids(kServers).size(), 12U);
   // 1000 + 999 + … + 988 MiB
   EXPECT_THAT(titles(), Contains("Model servers  13  ·  12.6 GB"));
 }
@@ -277,9 +283,43 @@ TEST_F(MenuConstructionTest, ListsSixLaunchAgentsAtMost) {
   launchAgents_.insert(launchAgents_.begin(), {.label = "idle"});
   launchAgents_.push_back({.label = "7", .loaded = true});
   const auto shown = titles(section(kAutoStart));
-  ASSERT_EQ(shown.size(), 6U);
+  ASSERT_EQ(shown.size(), 7U);
   EXPECT_EQ(shown.front(), "1  ·  on");
-  EXPECT_EQ(shown.back(), "6  ·  on");
+  EXPECT_EQ(shown[5], "6  ·  on");
+  EXPECT_EQ(shown.back(), "… and 1 more");
+}
+
+TEST_F(MenuConstructionTest, ACutSectionEndsWithTheNextRows) {
+  processes_ = processes(316, LabRole::training);
+  const std::vector<MenuItem> rows = section(kTraining);
+  ASSERT_EQ(rows.size(), 13U);
+  const MenuItem& more = rows.back();
+  EXPECT_EQ(more.title, "… and 304 more");
+  EXPECT_EQ(more.action, Action::showMore);
+  ASSERT_EQ(more.submenu.size(), 31U);
+  EXPECT_EQ(more.submenu.front().process->pid, 13);
+  EXPECT_EQ(more.submenu.back().title, "… and 274 more: run vorda in a terminal");
+  EXPECT_FALSE(more.submenu.back().enabled);
+}
+
+TEST_F(MenuConstructionTest, ASectionIsWholeWhereThatIsAskedFor) {
+  processes_ = processes(20, LabRole::training);
+  arrangement_.wholeSections = {kTraining};
+  EXPECT_EQ(section(kTraining).size(), 20U);
+  EXPECT_EQ(section(kTop).size(), 9U);
+  arrangement_.isWhole = true;
+  EXPECT_EQ(section(kTop).size(), 20U);
+}
+
+TEST_F(MenuConstructionTest, TheLargestAreShownInTheOrderThatIsAskedFor) {
+  processes_ = processes(9);
+  processes_[0].displayName = "Zeta";
+  processes_[8].startTime = 99;
+  processes_[2].startTime = 5;
+  arrangement_.sortBy = SortBy::name;
+  EXPECT_THAT(pids(kTop), ElementsAre(2, 3, 4, 5, 6, 7, 8, 1)) << "but not the ninth";
+  arrangement_.sortBy = SortBy::start;
+  EXPECT_THAT(pids(kTop), ElementsAre(3, 1, 2, 4, 5, 6, 7, 8));
 }
 
 }  // namespace

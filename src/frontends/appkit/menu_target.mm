@@ -33,6 +33,7 @@ SEL selectorOf(Action action) {
     case Action::none:
     case Action::openRow:
     case Action::openMenu:
+    case Action::showMore:
       return NULL;
     case Action::refreshNow:
       return @selector(refreshNow);

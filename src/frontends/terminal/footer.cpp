@@ -16,7 +16,7 @@ Input letter(char32_t character) {
 }  // namespace
 
 std::vector<FooterKey> footerKeys(const MenuView& view, const Box& line, const Glyphs& glyphs) {
-  if (!view.hint().empty()) return {};
+  if (!view.hint().empty() || !view.prompt().empty()) return {};
   const Input none{.kind = Input::Kind::other};
   const Input enter{.kind = Input::Kind::enter};
   std::vector<FooterKey> keys{{{}, std::string(glyphs.upDown), "Move", none}};

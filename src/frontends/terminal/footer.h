@@ -22,7 +22,8 @@ struct FooterKey {
 };
 
 /// The keys that work now, as far as the line has room: the first ones, which are the most obvious,
-/// are left out where it has too little. None while a hint stands there.
+/// are left out where it has too little. None while a hint or words to look for
+/// stand there.
 std::vector<FooterKey> footerKeys(const MenuView& view, const Box& line, const Glyphs& glyphs);
 
 }  // namespace terminal

@@ -2,10 +2,14 @@
 
 namespace terminal {
 
+/// What the key that takes back a letter types.
+inline constexpr char32_t kBackspace = 0x7F;
+
 /// One thing that happened at the terminal.
 struct Input {
   enum class Kind {
     nothing,  ///< the time to wait is over
+    find,     ///< F3
     other,    ///< a key that does nothing here
     character,
     up,

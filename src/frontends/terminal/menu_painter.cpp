@@ -122,8 +122,9 @@ void paintNotice(CellGrid& grid, const MenuView& view, const Box& box, const Loo
 
 /// The hint, if there is one, else the keys that work now.
 void paintKeys(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
-  if (!view.hint().empty()) {
-    grid.write(kLabelX, box.y, look.glyphs.line(view.hint()), {.bold = true}, box.width - 2,
+  const std::string words = view.hint().empty() ? view.prompt() : view.hint();
+  if (!words.empty()) {
+    grid.write(kLabelX, box.y, look.glyphs.line(words), {.bold = true}, box.width - 2,
                look.glyphs.ellipsis);
     return;
   }

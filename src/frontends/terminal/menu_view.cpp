@@ -6,12 +6,15 @@
 #include <vector>
 
 #include "frontends/terminal/menu_geometry.h"
+#include "frontends/terminal/row_search.h"
+#include "text/scalar.h"
 #include "ui/folded_menu.h"
 
 namespace terminal {
 namespace {
 
 constexpr int kWheelRows = 3;
+constexpr std::size_t kMostWords = 256;  // in bytes, of what is looked for
 
 /// What is selected when a submenu opens: the details, which change nothing, if it offers them.
 std::size_t firstChoice(Items items) {
@@ -64,11 +67,15 @@ Input translated(Input input) {
   if (input.kind != Input::Kind::character) return input;
   if (input.character == U'j') input.kind = Input::Kind::down;
   if (input.character == U'k') input.kind = Input::Kind::up;
+  if (input.character == U'g') input.kind = Input::Kind::home;
+  if (input.character == U'G') input.kind = Input::Kind::end;
   return input;
 }
 
 MenuRequest requestOf(char32_t character) {
   switch (character) {
+    case U's':
+      return {Request::sort};
     case U'r':
       return {Request::refresh};
     case U'q':
@@ -136,7 +143,7 @@ void MenuView::remember() {
 void MenuView::rebuilt(std::shared_ptr<const Menu> menu, int height) {
   const bool isFirst = menu_ == nullptr;
   whole_ = std::move(menu);
-  menu_ = isFolded_ ? std::make_shared<const Menu>(foldedMenu(*whole_)) : whole_;
+  menu_ = shownMenu();
   const auto row = selectedKey_ ? findItem(rows(), *selectedKey_) : std::nullopt;
   if (row) {
     cursor_.follow(rows(), *row, height);
@@ -193,12 +200,24 @@ void MenuView::resized(const MenuGeometry& geometry) {
 }
 
 MenuRequest MenuView::handle(const Input& input, const MenuGeometry& geometry) {
+  const int height = geometry.list.height;
+  if (isTyping() && input.kind != Input::Kind::click) {
+    const MenuRequest request = handleTyping(input, height);
+    remember();
+    return request;
+  }
   const Input key = translated(input);
   MenuRequest request;
   if (key.kind == Input::Kind::character && key.character == U'f') {
     if (!submenu_) fold(geometry.list.height);
   } else if (key.kind == Input::Kind::character) {
-    request = requestOf(key.character);
+    request = handleLetter(key.character, height);
+  } else if (key.kind == Input::Kind::find && !submenu_) {
+    typing_ = Typing::find;
+    find_.clear();
+  } else if (key.kind == Input::Kind::escape && !submenu_ && !filter_.empty()) {
+    filter_.clear();
+    request = {Request::showMatches};
   } else if (key.kind == Input::Kind::click) {
     request = handleClick(key, geometry);
   } else if (submenu_) {
@@ -210,6 +229,89 @@ MenuRequest MenuView::handle(const Input& input, const MenuGeometry& geometry) {
   return request;
 }
 
+MenuRequest MenuView::handleLetter(char32_t letter, int height) {
+  if (submenu_) return letter == U's' ? MenuRequest{} : requestOf(letter);
+  switch (letter) {
+    case U'/':
+      typing_ = Typing::filter;
+      return {Request::showMatches};
+    case U'n':
+    case U'N':
+      find(letter == U'n' ? 1 : -1, height);
+      return {};
+    default:
+      return requestOf(letter);
+  }
+}
+
+/// Line ends, which a paste may bring, are no letters.
+MenuRequest MenuView::handleTyping(const Input& input, int height) {
+  std::string& words = typing_ == Typing::filter ? filter_ : find_;
+  const bool filters = typing_ == Typing::filter;
+  switch (input.kind) {
+    case Input::Kind::enter:
+      typing_ = Typing::nothing;
+      return {};
+    case Input::Kind::escape:
+      typing_ = Typing::nothing;
+      words.clear();
+      return {filters ? Request::showMatches : Request::nothing};
+    case Input::Kind::character:
+      if (input.character == kBackspace) {
+        words.resize(words.size() - text::lastCharacter(words).size());
+      } else if (input.character >= U' ' && words.size() < kMostWords) {
+        text::appendScalar(static_cast<std::uint32_t>(input.character), words);
+      }
+      if (filters) {
+        applyFilter(height);
+      } else {
+        find(0, height);
+      }
+      return {};
+    default:
+      moved(cursor_, rows(), input, height);
+      return {};
+  }
+}
+
+/// Selects the next row that has the words (step 1), the one before (-1), or this one if it has
+/// them, else the next (0); from the other end where there is none.
+void MenuView::find(int step, int height) {
+  const std::string& words = find_.empty() ? filter_ : find_;
+  const std::size_t count = rows().size();
+  if (words.empty() || count == 0) return;
+  std::size_t at = cursor_.selected().value_or(cursor_.restingBefore()) % count;
+  if (step != 0) at = (at + (step > 0 ? 1 : count - 1)) % count;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (matches(rows()[at], words)) return cursor_.select(rows(), at, height);
+    at = (at + (step < 0 ? count - 1 : 1)) % count;
+  }
+}
+
+/// The selection goes to the first match: what it was on may not be one.
+void MenuView::applyFilter(int height) {
+  if (whole_ == nullptr) return;
+  menu_ = shownMenu();
+  cursor_.selectNearest(rows(), 0, height);
+}
+
+std::shared_ptr<const Menu> MenuView::shownMenu() const {
+  if (!filter_.empty()) return filtered(*whole_, filter_);
+  return isFolded_ ? std::make_shared<const Menu>(foldedMenu(*whole_)) : whole_;
+}
+
+void MenuView::selectNearest(std::size_t index, int height) {
+  cursor_.selectNearest(rows(), index, height);
+  remember();
+}
+
+std::string MenuView::prompt() const {
+  if (typing_ == Typing::filter) return "Filter: " + filter_ + "_   Enter keeps it, Esc ends it";
+  if (typing_ == Typing::find) return "Find: " + find_ + "_   Enter, then n and N go on";
+  if (!filter_.empty()) return "Filter: " + filter_ + "   Esc ends it";
+  return {};
+}
+
 /// The request keeps its menu alive: a new one may be built before the action runs.
 MenuRequest MenuView::performing(const MenuItem& item) const {
   return {Request::perform, {menu_, &item}};
@@ -219,6 +321,7 @@ MenuRequest MenuView::performing(const MenuItem& item) const {
 MenuRequest MenuView::choose(bool performs) {
   const MenuItem* row = selectedRow();
   if (row == nullptr) return {};
+  if (row->action == Action::showMore) return {Request::showMore};
   if (!row->submenu.empty()) return {Request::openSubmenu};
   if (performs && row->action != Action::none) return performing(*row);
   return {};

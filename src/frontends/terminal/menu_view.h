@@ -17,7 +17,18 @@ struct MenuGeometry;
 
 /// What the user asks for beyond moving about in the menu.
 struct MenuRequest {
-  enum class Kind { nothing, openSubmenu, closeSubmenu, perform, refresh, showKeys, quit };
+  enum class Kind {
+    nothing,
+    openSubmenu,
+    closeSubmenu,
+    perform,
+    refresh,
+    showKeys,
+    showMore,     ///< all rows of the selected section
+    showMatches,  ///< another filter, which all rows have to pass
+    sort,         ///< by what comes next
+    quit
+  };
 
   Kind kind = Kind::nothing;
   std::shared_ptr<const MenuItem> item;  ///< of Kind::perform
@@ -57,6 +68,15 @@ class MenuView {
   bool isFolded() const { return isFolded_; }
   ///@}
 
+  /// Whether letters are words to look for.
+  bool isTyping() const { return typing_ != Typing::nothing; }
+  /// The words that every row shown has; "" for all rows.
+  const std::string& filter() const { return filter_; }
+  /// What the last line says of looking for words; "" for nothing.
+  std::string prompt() const;
+  /// Selects the row at this index, or the nearest that can be.
+  void selectNearest(std::size_t index, int height);
+
   bool submenuIsOpen() const { return submenu_.has_value(); }
   Items submenuItems() const;                                    ///< of the innermost
   const ListCursor& submenuCursor() const { return *submenu_; }  ///< of the innermost
@@ -74,6 +94,11 @@ class MenuView {
  private:
   MenuRequest handleInList(const Input& input, int height);
   MenuRequest handleInSubmenu(const Input& input, int height);
+  MenuRequest handleTyping(const Input& input, int height);
+  MenuRequest handleLetter(char32_t letter, int height);
+  void find(int step, int height);
+  void applyFilter(int height);
+  std::shared_ptr<const Menu> shownMenu() const;
   MenuRequest handleClick(const Input& input, const MenuGeometry& geometry);
   MenuRequest choose(bool performs);
   MenuRequest performing(const MenuItem& item) const;
@@ -89,9 +114,14 @@ class MenuView {
     ItemKey key;  ///< of the item whose submenu is open
   };
 
-  std::shared_ptr<const Menu> whole_;
-  std::shared_ptr<const Menu> menu_;  ///< as it is shown: whole, or with families folded
+  std::shared_ptr<const Menu> whole_;  ///< as it was built
+  std::shared_ptr<const Menu> menu_;   ///< as it is shown: whole, folded or filtered
   bool isFolded_ = false;
+
+  enum class Typing { nothing, filter, find };
+  Typing typing_ = Typing::nothing;
+  std::string filter_;
+  std::string find_;  ///< what n and N look for
   std::string notice_;
   std::string hint_;
   ListCursor cursor_;

@@ -57,7 +57,12 @@ Input TerminalFrontEnd::clickedKey(const Input& input) const {
 bool TerminalFrontEnd::counts(const Input& input) {
   using Verdict = ChoiceGuard::Verdict;
   const Verdict verdict = guard_.judge(input, screen_.now());
-  if (paste_.takes(input)) {
+  const bool isPasted = paste_.takes(input);
+  if (view_.isTyping() && alert_ == nullptr && input.kind != Input::Kind::click) {
+    // Words choose nothing. The line ends of a paste are left out.
+    return !isPasted || input.kind == Input::Kind::character;
+  }
+  if (isPasted) {
     hint("What is pasted does nothing here.");
     return false;
   }
@@ -135,10 +140,51 @@ void TerminalFrontEnd::handle(const Input& input) {
     case MenuRequest::Kind::showKeys:
       runModal(keysAlert());
       break;
+    case MenuRequest::Kind::showMore:
+      showMore();
+      break;
+    case MenuRequest::Kind::showMatches:
+      showMatches();
+      break;
+    case MenuRequest::Kind::sort:
+      sortByNext();
+      break;
     case MenuRequest::Kind::quit:
       perform(Action::quitApp);
       break;
   }
+}
+
+/// The selection goes to the first of the rows that were left out.
+void TerminalFrontEnd::showMore() {
+  const auto place = view_.cursor().selected();
+  arrangement_.wholeSections.insert(view_.selectedKey()->section);
+  delegate_->arrange(arrangement_);
+  view_.selectNearest(*place, geometry().list.height);
+}
+
+/// All rows are there to be looked at only while somebody looks for some.
+void TerminalFrontEnd::showMatches() {
+  arrangement_.isWhole = view_.isTyping() || !view_.filter().empty();
+  delegate_->arrange(arrangement_);
+}
+
+void TerminalFrontEnd::sortByNext() {
+  switch (arrangement_.sortBy) {
+    case SortBy::memory:
+      arrangement_.sortBy = SortBy::name;
+      hint("Sorted by name.");
+      break;
+    case SortBy::name:
+      arrangement_.sortBy = SortBy::start;
+      hint("Sorted by start, the latest first.");
+      break;
+    case SortBy::start:
+      arrangement_.sortBy = SortBy::memory;
+      hint("Sorted by memory.");
+      break;
+  }
+  delegate_->arrange(arrangement_);
 }
 
 /// The menu is brought up to date first. That may move the selected row, so the submenu that

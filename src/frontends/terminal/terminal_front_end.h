@@ -47,6 +47,9 @@ class TerminalFrontEnd : public FrontEnd {
   void handle(const Input& input);
   bool counts(const Input& input);
   void hint(const std::string& text);
+  void showMore();
+  void showMatches();
+  void sortByNext();
   void openSubmenu();
   void perform(std::shared_ptr<const MenuItem> item);
   void perform(Action action);
@@ -61,6 +64,7 @@ class TerminalFrontEnd : public FrontEnd {
   MenuView view_;
   AlertView* alert_ = nullptr;  ///< the one that is open, if any
   MenuDelegate* delegate_ = nullptr;
+  MenuArrangement arrangement_;
   std::string title_;
   Size drawnSize_;
   bool needsDrawing_ = true;

@@ -80,7 +80,7 @@ void align(std::span<Line> rows) {
   int name = 0;
   int figure = 0;
   for (const Line& row : rows) {
-    name = std::max(name, terminal::columnsOf(row.name));
+    if (!row.figure.empty()) name = std::max(name, terminal::columnsOf(row.name));
     if (!row.process.empty()) figure = std::max(figure, terminal::columnsOf(row.figure));
   }
   for (Line& row : rows) {

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <set>
+#include <string>
+
+/// What the rows of a section are sorted by; equals by memory.
+enum class SortBy {
+  memory,  ///< the largest first
+  name,    ///< in the order of the alphabet, whatever the case of ASCII letters
+  start,   ///< the latest first
+};
+
+/// How a front end wants the menu to be arranged. As it is by default, sections are cut.
+struct MenuArrangement {
+  SortBy sortBy = SortBy::memory;
+  bool isWhole = false;                 ///< no section is cut
+  std::set<std::string> wholeSections;  ///< the headings of those that are not
+};
