@@ -1,6 +1,7 @@
 #include "frontends/terminal/menu_painter.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/menu_view.h"
 #include "frontends/terminal/strip_painter.h"
+#include "platform/processes.h"
 #include "text/format.h"
 #include "ui/strip_text.h"
 
@@ -22,11 +24,42 @@ constexpr int kLabelX = 1;
 constexpr int kTitleX = 3;  // to the right of the dot
 constexpr Style kFaint{.dim = true};
 
-/// "  [A]" for a process with a segment in the strip; and whether it was left behind.
+std::string_view nameIn(const MenuItem& row) {
+  return std::string_view(row.title).substr(row.name.begin, row.name.end - row.name.begin);
+}
+
+/// Whether a row of another process has the same name.
+bool hasNamesake(const MenuItem& row, const MenuView& view) {
+  return row.name.begin < row.name.end && std::ranges::any_of(view.rows(), [&row](const auto& one) {
+           return one.process && one.process->pid != row.process->pid && nameIn(one) == nameIn(row);
+         });
+}
+
+/// "  [A]" for a process with a segment in the strip; before it the pid where names are alike, and
+/// after it whether it was left behind.
 std::string tagOf(const MenuItem& row, const MenuView& view) {
   const std::string mark = row.isLeftBehind ? "  left behind" : "";
-  if (!row.process || view.strip() == nullptr) return mark;
-  return segmentTag(*view.strip(), row.process->pid) + mark;
+  if (!row.process) return mark;
+  const std::int32_t pid = row.process->pid;
+  std::string tag;
+  if (hasNamesake(row, view)) tag = "  pid " + std::to_string(pid);
+  if (view.strip() != nullptr) tag += segmentTag(*view.strip(), pid);
+  return tag + mark;
+}
+
+/// "for 3 h 5 min": how long a process has been running; "" when unknown.
+std::string ageOf(const MenuItem& row) {
+  constexpr std::uint64_t kNanosecondsPerMinute = 60'000'000'000;
+  const VordaProcess* const process = processOf(row);
+  const std::uint64_t now = platform::processClock();
+  if (process == nullptr || !process->startTime || *process->startTime > now) return {};
+  const std::uint64_t minutes = (now - *process->startTime) / kNanosecondsPerMinute;
+  const auto part = [](std::uint64_t count, const char* unit) {
+    return std::to_string(count) + unit;
+  };
+  if (minutes < 60) return "for " + part(minutes, " min");
+  if (minutes < 24 * 60) return "for " + part(minutes / 60, " h ") + part(minutes % 60, " min");
+  return "for " + part(minutes / (24 * 60), " d ") + part(minutes / 60 % 24, " h");
 }
 
 bool isLabel(const MenuItem& item) {
@@ -100,7 +133,9 @@ std::string joinedToolTip(const MenuItem& row, int columns, const Glyphs& glyphs
 void paintToolTip(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
   const MenuItem* row = view.selectedRow();
   if (row == nullptr || row->toolTip.empty()) return;
-  const std::string joined = joinedToolTip(*row, box.width * box.height - 8, look.glyphs);
+  std::string joined = joinedToolTip(*row, box.width * box.height - 8, look.glyphs);
+  const std::string age = ageOf(*row);
+  if (!age.empty()) joined += look.glyphs.line(" · ") + age;
   // Cut to what the box holds before wrapping: a name may be a hundred thousand characters long.
   const int room = box.width - 2;
   const std::vector<std::string> lines = wrapped(fitted(joined, room * (box.height + 1)), room);

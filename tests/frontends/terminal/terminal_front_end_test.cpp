@@ -208,6 +208,23 @@ TEST_F(LongTerminalMenu, IsSortedInTurn) {
   run();
 }
 
+TEST_F(TerminalMenu, TellsProcessesOfOneNameApart) {
+  addProcess(31, "small", 290);
+  screen.then([&] {
+    EXPECT_TRUE(shows("small  ·   300 MB  pid 30"));
+    EXPECT_TRUE(shows("small  ·   290 MB  pid 31"));
+    EXPECT_FALSE(shows("600 MB  pid")) << "one that is alone needs none";
+  });
+  run();
+}
+
+TEST_F(TerminalMenu, SaysHowLongTheSelectedProcessHasBeenRunning) {
+  machine().clock = 1 + 3'660'000'000'000;
+  screen.walkTo("middle");
+  screen.then([&] { EXPECT_TRUE(shows("for 1 h 1 min")); });
+  run();
+}
+
 TEST_F(LongTerminalMenu, GoesToItsEnds) {
   screen.type(U'G');
   screen.then([&] { EXPECT_TRUE(selected("Quit Vorda")); });
