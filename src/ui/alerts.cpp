@@ -126,13 +126,15 @@ Alert endFamily(const FamilyView& family, bool force) {
       .buttons = {verb + " all", Alert::kCancel}};
 }
 
-Alert details(const VordaProcess& process, const std::vector<std::string>& shares) {
+Alert details(const VordaProcess& process, const std::vector<std::string>& shares,
+              const std::string& place) {
   return {.messageText = text::displayName(process.displayName),
           .informativeText =
               "Memory: " + MemoryFormat::detail(process.memMB) + "  (" + systemMonitor() +
               " scale)\nKind: " + text::displayName(process.product) + "\nPID: " +
               std::to_string(process.pid) + "\nOwner: " + text::displayName(process.ownerName) +
-              gpuLinesBelow(process) + leftBehindBelow(process) + sharedBelow(process, shares) +
+              (place.empty() ? "" : "\n" + text::displayName(place)) + gpuLinesBelow(process) +
+              leftBehindBelow(process) + sharedBelow(process, shares) +
               (process.isProtected ? "\n\nProtected: cannot Force Quit from Vorda." : "") +
               "\n\nCommand:\n" + shownCommand(process)};
 }

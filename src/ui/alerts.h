@@ -72,7 +72,9 @@ Alert endFamily(const FamilyView& family, bool force);
 /// All that is known of a process; of its command line the first 800 characters, and
 /// a line that says so where there are more.
 /// `shares`: lines about memory that it shares with others.
-Alert details(const VordaProcess& process, const std::vector<std::string>& shares = {});
+/// `place`: platform::placeOfProcess, "" for unknown.
+Alert details(const VordaProcess& process, const std::vector<std::string>& shares = {},
+              const std::string& place = {});
 
 /// How to quit Docker Desktop.
 Alert quitDocker();

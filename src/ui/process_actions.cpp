@@ -5,6 +5,7 @@
 #include "control/process_terminator.h"
 #include "platform/applications.h"
 #include "platform/mapped_memory.h"
+#include "platform/process_place.h"
 #include "platform/processes.h"
 #include "scanner/memory_format.h"
 #include "ui/alerts.h"
@@ -20,6 +21,16 @@ constexpr double kRescanDelays[] = {0.25, 1.0, 2.5};  // seconds
 ProcessReference meantProcess(std::int32_t pid, const MenuItem& sender) {
   if (sender.process && sender.process->pid == pid) return *sender.process;
   return {pid, platform::processIdentity(pid)};
+}
+
+/// Of one that is not the user's own, and that the user may want to tell its owner of. Asked
+/// before the identity, so that it is not told of a later process with the pid.
+std::string placeOf(const VordaProcess& process) {
+  if (!process.isProtected) return {};
+  std::string place = platform::placeOfProcess(process.pid);
+  const bool isSame =
+      process.identity && platform::processIdentity(process.pid) == process.identity;
+  return isSame ? place : std::string();
 }
 
 bool isGone(const ProcessReference& process) {
@@ -77,7 +88,7 @@ void StatusBarController::finishQuit(std::int32_t pid, const std::string& title,
 
 void StatusBarController::showDetails(Sender sender) {
   if (const auto* process = std::get_if<VordaProcess>(&sender.representedObject)) {
-    frontEnd_.runModal(Alerts::details(*process, fairShareLines(*process)));
+    frontEnd_.runModal(Alerts::details(*process, fairShareLines(*process), placeOf(*process)));
   }
 }
 

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/process_place.h"
 #include "platform/applications.h"
 #include "platform/processes.h"
 #include "platform/signals.h"
@@ -202,6 +203,12 @@ std::optional<ProcessState> processState(std::int32_t pid) {
   if (scripted.nextCallFails()) return std::nullopt;
   const ScriptedProcess* process = scripted.find(pid);
   return process == nullptr ? std::nullopt : std::optional(process->state);
+}
+
+std::string placeOfProcess(std::int32_t pid) {
+  const ScriptedProcess* const process = scripted.find(pid);
+  if (scripted.nextCallFails() || process == nullptr) return {};
+  return process->place;
 }
 
 std::uint64_t processClock() {

@@ -32,6 +32,7 @@ struct ScriptedProcess {
   std::string executable;
   /// Where it only says whether these words are one argument or several.
   std::string title;
+  std::string place;  ///< platform::placeOfProcess
   bool noFingerprint = false;
   bool unreadable = false;  ///< listed, but gone when it is read
   double fileMB = 0;        ///< of mapped files, in memory

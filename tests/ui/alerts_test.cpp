@@ -123,6 +123,11 @@ TEST_F(AlertsTest, DetailsTellAll) {
               StartsWith("Memory: 1.50 GB  (Activity Monitor scale)\nKind: Ollama\n"));
 }
 
+TEST_F(AlertsTest, DetailsSayWhereAProcessBelongs) {
+  EXPECT_THAT(Alerts::details(process_, {}, "Unit: ollama.service").informativeText,
+              testing::HasSubstr("\nOwner: ada\nUnit: ollama.service\n\nCommand:"));
+}
+
 TEST_F(AlertsTest, DetailsSayThatAProcessIsProtected) {
   process_.isProtected = true;
   process_.ownerName = "root";

@@ -1,3 +1,4 @@
+#include "platform/process_place.h"
 #include "platform/processes.h"
 
 namespace platform {
@@ -36,6 +37,10 @@ std::optional<ProcessState> processState(std::int32_t) {
 
 std::uint64_t processClock() {
   return 0;
+}
+
+std::string placeOfProcess(std::int32_t) {
+  return {};
 }
 
 std::int32_t ownPid() {
