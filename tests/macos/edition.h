@@ -26,6 +26,12 @@ class Edition : public MacTest {
     };
   }
 
+  void TearDown() override {
+    for (const appkit::ShownAlert& alert : appkit::record().alerts) {
+      EXPECT_FALSE(alert.menuFaded) << alert.messageText;
+    }
+  }
+
   /// Starts the program, does this, and ends the program.
   static void whileRunning(const std::function<void()>& work) {
     appkit::record().whileRunning = work;
@@ -42,11 +48,16 @@ class Edition : public MacTest {
 
   /// What a user does to choose a command: AppKit closes the menu before it sends the action.
   static void chooseInSubmenu(const std::string& row, const std::string& command) {
+    pickInSubmenu(row, command);
+    appkit::turnRunLoop();
+  }
+  /// The same up to the moment when the menu fades.
+  static void pickInSubmenu(const std::string& row, const std::string& command) {
     appkit::open(menu());
     NSMenuItem* item = [[appkit::itemTitled(submenuOf(row), command) retain] autorelease];
     ASSERT_NE(item, nil) << row << " / " << command;
     appkit::close(menu());
-    appkit::choose(item);
+    appkit::sendAction(item);
   }
   static void chooseCommand(const std::string& command) {
     appkit::open(menu());

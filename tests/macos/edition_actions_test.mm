@@ -73,6 +73,34 @@ TEST_F(Edition, ForceQuitAsksFirst) {
   });
 }
 
+TEST_F(Edition, ChoiceWaitsUntilTheMenuIsGoneFromTheScreen) {
+  whileRunning([] {
+    pickInSubmenu(kOllama, "Force Quit");
+    EXPECT_THAT(appkit::record().alerts, IsEmpty());
+    appkit::turnRunLoop();
+    EXPECT_EQ(appkit::record().alerts.size(), 1);
+    EXPECT_THAT(kernel().signals, ElementsAre(Sent{101, 9}));
+  });
+}
+
+TEST_F(Edition, QuickSecondOpeningLosesNoChoice) {
+  whileRunning([] {
+    pickInSubmenu(kOllama, "Quit");
+    pickInSubmenu(kSafari, "Quit");
+    appkit::open(menu());
+    appkit::close(menu());
+    EXPECT_THAT(kernel().signals, IsEmpty());
+    appkit::turnRunLoop();
+    EXPECT_THAT(kernel().signals, ElementsAre(Sent{101, 15}, Sent{102, 15}));
+  });
+}
+
+TEST_F(Edition, WhatWasChosenRightBeforeTheEndIsNotDone) {
+  whileRunning([] { pickInSubmenu(kOllama, "Quit"); });
+  appkit::turnRunLoop();
+  EXPECT_THAT(kernel().signals, IsEmpty());
+}
+
 TEST_F(Edition, ForceQuitTakesAPidToo) {
   whileRunning([] {
     NSMenuItem* item = itemTitled(submenuOf(kOllama), "Force Quit");

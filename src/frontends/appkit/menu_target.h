@@ -5,7 +5,10 @@
 #include "ui/front_end.h"
 
 /// The delegate of the root menu, and the target of every item: it passes what AppKit reports on
-/// to a MenuDelegate, if it has one.
+/// to a MenuDelegate, if it has one. A choice is passed on in the run loop's next turn, when the
+/// menu is gone from the screen: an alert that opens while a menu fades leaves an invisible window
+/// behind, which swallows clicks. What was chosen is copied at once, so that the menu may be
+/// opened, closed and filled anew in the meantime; while it or an alert is open, the choice waits.
 @interface VordaMenuTarget : NSObject <NSMenuDelegate> {
  @private
   MenuDelegate* delegate_;

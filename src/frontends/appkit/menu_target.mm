@@ -8,6 +8,34 @@
 
 #include "frontends/appkit/represented_object.h"
 
+/// What was chosen, as an object that the run loop can keep.
+@interface VordaChoice : NSObject {
+ @private
+  const std::shared_ptr<const MenuItem>* item_;
+}
+- (instancetype)initWithItem:(std::shared_ptr<const MenuItem>)item;
+- (const std::shared_ptr<const MenuItem>&)item;
+@end
+
+@implementation VordaChoice
+
+- (instancetype)initWithItem:(std::shared_ptr<const MenuItem>)item {
+  self = [super init];
+  if (self != nil) item_ = new std::shared_ptr<const MenuItem>(std::move(item));
+  return self;
+}
+
+- (void)dealloc {
+  delete item_;
+  [super dealloc];
+}
+
+- (const std::shared_ptr<const MenuItem>&)item {
+  return *item_;
+}
+
+@end
+
 namespace {
 
 std::optional<std::int32_t> pidOf(const RepresentedObject& value) {
@@ -70,6 +98,7 @@ SEL selectorOf(Action action) {
 - (void)reportTo:(MenuDelegate*)delegate ofMenu:(NSMenu*)rootMenu {
   delegate_ = delegate;
   rootMenu_ = rootMenu;
+  if (delegate == nullptr) [NSObject cancelPreviousPerformRequestsWithTarget:self];
 }
 
 - (BOOL)reportsClose {
@@ -96,7 +125,16 @@ SEL selectorOf(Action action) {
 }
 
 - (void)perform:(Action)action sender:(NSMenuItem*)sender {
-  if (delegate_ != nullptr) delegate_->perform(itemOf(action, sender));
+  VordaChoice* choice = [[[VordaChoice alloc] initWithItem:itemOf(action, sender)] autorelease];
+  // Not in the common modes: those include the tracking of menus and alerts.
+  [self performSelector:@selector(performChoice:)
+             withObject:choice
+             afterDelay:0
+                inModes:[NSArray arrayWithObject:NSDefaultRunLoopMode]];
+}
+
+- (void)performChoice:(VordaChoice*)choice {
+  if (delegate_ != nullptr) delegate_->perform([choice item]);
 }
 
 - (void)refreshNow {

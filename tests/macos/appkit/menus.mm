@@ -197,9 +197,15 @@ void close(NSMenu* menu) {
   [[menu delegate] menuDidClose:menu];
 }
 
-void choose(NSMenuItem* item) {
+void sendAction(NSMenuItem* item) {
   if (![item isEnabled] || [item action] == NULL) return;
+  record().menuFades = true;
   [[item target] performSelector:[item action] withObject:item];
+}
+
+void choose(NSMenuItem* item) {
+  sendAction(item);
+  turnRunLoop();
 }
 
 }  // namespace appkit

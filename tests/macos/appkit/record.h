@@ -17,6 +17,7 @@ struct ShownAlert {
   double iconSide = 0;       ///< in points; -1 when it is not square
   std::vector<std::string> buttons;
   bool programWasInFront = false;
+  bool menuFaded = false;  ///< it opened before the menu was gone from the screen
 };
 
 struct AddedTimer {
@@ -45,6 +46,7 @@ struct Record {
   int activations = 0;
   int terminations = 0;
   int savedGraphicsStates = 0;  ///< that were not restored
+  bool menuFades = false;       ///< a choice was made, and the run loop has not turned since
 
   // What is alive.
   int statusItems = 0;  ///< in the status bar

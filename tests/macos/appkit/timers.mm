@@ -30,11 +30,28 @@ void watchTimers() {
       reinterpret_cast<AddTimer>(method_setImplementation(method, reinterpret_cast<IMP>(addTimer)));
 }
 
-void fireTimers() {
+namespace {
+
+/// Fires those of the timers now known that are still valid, and of which this holds.
+template <typename Predicate>
+void fireThose(Predicate isMeant) {
   for (const AddedTimer& added : std::vector(record().timers)) {
     NSTimer* timer = static_cast<NSTimer*>(added.timer);
-    if ([timer isValid]) [timer fire];
+    if ([timer isValid] && isMeant(added)) [timer fire];
   }
+}
+
+}  // namespace
+
+void turnRunLoop() {
+  record().menuFades = false;
+  fireThose([](const AddedTimer& timer) {
+    return !timer.repeats && timer.mode == [NSDefaultRunLoopMode UTF8String];
+  });
+}
+
+void fireTimers() {
+  fireThose([](const AddedTimer& timer) { return timer.repeats; });
 }
 
 void forgetTimers() {

@@ -26,10 +26,17 @@ NSMenuItem* itemTitled(NSMenu* menu, const std::string& beginning);
 void open(NSMenu* menu);
 void close(NSMenu* menu);
 
-/// Sends an item's action, as a choice of it does; a disabled item sends nothing.
+/// Sends an item's action, as a choice of it does; a disabled item sends nothing. The menu still
+/// fades then.
+void sendAction(NSMenuItem* item);
+/// The same, and turns the run loop.
 void choose(NSMenuItem* item);
 
-/// Fires every timer that is still valid, once.
+/// One turn of the main run loop in its default mode: menus are gone from the screen, then what
+/// was to be performed after no delay is performed.
+void turnRunLoop();
+
+/// Fires every repeating timer that is still valid, once.
 void fireTimers();
 
 }  // namespace appkit
