@@ -36,8 +36,8 @@ struct LaunchAgentAnswer {
 
 /// Which of the launch agents in the given files (perhaps of others too) are loaded. None when the
 /// manager can't be asked. Linux: waits for 300 ms at most; when the manager takes longer, its
-/// last answer is returned, and for a minute it is not asked again. macOS: waits for 2 seconds at
-/// most; without an answer nothing counts as loaded.
+/// last answer is returned, and for a minute it is not asked again. macOS: the same, with a second
+/// of waiting; before the first answer, and after a failure, nothing counts as loaded.
 std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile> files);
 
 /// How one attempt to start or stop a launch agent ended.

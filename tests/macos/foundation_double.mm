@@ -24,27 +24,3 @@ void foundation::useStage() {
                                reinterpret_cast<IMP>(stageBundle));
   static_cast<void>(standard);
 }
-
-@implementation NSTask (Apple)
-
-- (NSURL*)executableURL {
-  return [NSURL fileURLWithPath:[self launchPath]];
-}
-
-- (void)setExecutableURL:(NSURL*)executableURL {
-  [self setLaunchPath:[executableURL path]];
-}
-
-- (BOOL)launchAndReturnError:(NSError**)error {
-  @try {
-    [self launch];
-    return YES;
-  } @catch (NSException* exception) {
-    NSDictionary* info = [NSDictionary dictionaryWithObject:[exception reason]
-                                                     forKey:NSLocalizedDescriptionKey];
-    if (error != NULL) *error = [NSError errorWithDomain:NSCocoaErrorDomain code:4 userInfo:info];
-    return NO;
-  }
-}
-
-@end

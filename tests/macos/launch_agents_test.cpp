@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <tuple>
 
 #include "launch_agents/launch_agent_operation.h"
 #include "launch_agents/launch_agent_scanner.h"
 #include "macos/mac_test.h"
 #include "platform/macos/launchctl_attempts.h"
+#include "platform/macos/launchctl_inquiry.h"
 #include "platform/processes.h"
 
 namespace {
@@ -106,12 +108,39 @@ TEST_F(LaunchAgents, FailedListTellsNothing) {
   EXPECT_TRUE(loadedLaunchAgents().empty());
 }
 
-TEST_F(LaunchAgents, HangingListTellsNothing) {
-  Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n'; exec sleep 1000");
-  static_assert(platform::kListLimit <= std::chrono::seconds(2));
-  const auto answer = platform::loadedLaunchAgents(kMoment);
-  ASSERT_TRUE(answer);
-  EXPECT_TRUE(answer->loaded.empty());
+TEST_F(LaunchAgents, HangingListLeavesTheLastOneForAMinute) {
+  constexpr milliseconds kLong = std::chrono::minutes(1);
+  const char* const hangs = "printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n'; exec sleep 1000";
+  const auto now = platform::Clock::now();
+  platform::LaunchctlInquiry inquiry;
+  Stage::setLaunchctl(hangs);
+  EXPECT_TRUE(inquiry.ask(kMoment, now).loaded.empty());
+  inquiry.resume();
+
+  Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n7\\t0\\tcom.b\\n'");
+  const auto last = inquiry.ask(kLong, now);
+  EXPECT_EQ(last.loaded, (platform::LoadedLaunchAgents{{"com.b", 7}}));
+  Stage::setLaunchctl(hangs);
+  EXPECT_EQ(inquiry.ask(kMoment, now).loaded, last.loaded);
+
+  Stage::reset();
+  const auto kept = inquiry.ask(kLong, now + std::chrono::seconds(59));
+  EXPECT_EQ(kept.loaded, last.loaded);
+  EXPECT_EQ(kept.askedAt, last.askedAt) << "a younger process is not the one that it names";
+  EXPECT_EQ(Stage::launchctlCalls(), Texts{});
+  EXPECT_TRUE(inquiry.ask(kLong, now + std::chrono::seconds(60)).loaded.empty());
+  EXPECT_EQ(Stage::launchctlCalls(), Texts{"list"});
+}
+
+TEST_F(LaunchAgents, FailureIsAnAnswer) {
+  platform::LaunchctlInquiry inquiry;
+  Stage::setLaunchctl("printf 'PID\\tStatus\\tLabel\\n7\\t0\\tcom.b\\n'");
+  EXPECT_EQ(inquiry.ask(std::chrono::minutes(1)).loaded.size(), 1);
+  Stage::setLaunchctl("exit 1");
+  EXPECT_TRUE(inquiry.ask(std::chrono::minutes(1)).loaded.empty());
+  Stage::reset();
+  std::ignore = inquiry.ask(std::chrono::minutes(1));
+  EXPECT_EQ(Stage::launchctlCalls().size(), 1) << "asked again at once";
 }
 
 TEST_F(LaunchAgents, ScanJoinsFilesAndLoadedOnes) {
@@ -212,7 +241,6 @@ TEST_F(LaunchAgents, MissingLaunchctlFailsEveryWay) {
 
 TEST_F(LaunchAgents, HangingActionFailsEveryWay) {
   Stage::setLaunchctl("exec sleep 1000");
-  static_assert(platform::kActionLimit <= std::chrono::seconds(10));
   for (const auto& attempts : {platform::stopAttempts("com.a", "/a.plist", kMoment),
                                platform::startAttempts("/a.plist", kMoment)}) {
     for (const platform::ServiceAttempt& attempt : attempts) {

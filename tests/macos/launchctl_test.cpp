@@ -121,6 +121,7 @@ TEST_F(Launchctl, HangingIsKilledAtTheDeadline) {
           platform::runLaunchctl({"list"}, Capture::everything, Clock::now() + limit);
       EXPECT_EQ(reply.status, -1) << rest;
       EXPECT_EQ(reply.text, "launchctl did not answer in time") << rest;
+      EXPECT_TRUE(reply.isLate) << rest;
     }
     const pid_t pid = pidOfHanging();
     ASSERT_GT(pid, 1) << rest;

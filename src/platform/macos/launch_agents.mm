@@ -5,11 +5,9 @@
 
 #include "platform/macos/foundation_text.h"
 #include "platform/macos/launch_agent_file.h"
-#include "platform/macos/launchctl.h"
 #include "platform/macos/launchctl_attempts.h"
-#include "platform/macos/launchctl_list.h"
+#include "platform/macos/launchctl_inquiry.h"
 #include "platform/macos/places.h"
-#include "platform/processes.h"
 
 namespace platform {
 namespace {
@@ -28,6 +26,23 @@ std::string domain() {
   return "gui/" + std::to_string(getuid());
 }
 
+LaunchctlInquiry& inquiry() {
+  static LaunchctlInquiry theInquiry;
+  return theInquiry;
+}
+
+/// The same attempts; one that launchctl answers tells that it can be asked again.
+std::vector<ServiceAttempt> watched(std::vector<ServiceAttempt> attempts) {
+  for (ServiceAttempt& attempt : attempts) {
+    attempt = [original = std::move(attempt)] {
+      const auto reply = original();
+      if (reply && reply->status >= 0) inquiry().resume();
+      return reply;
+    };
+  }
+  return attempts;
+}
+
 }  // namespace
 
 std::vector<LaunchAgentFile> launchAgentFiles() {
@@ -41,34 +56,27 @@ std::vector<LaunchAgentFile> launchAgentFiles() {
 }
 
 std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile>) {
-  return loadedLaunchAgents(kListLimit);
-}
-
-std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::chrono::milliseconds limit) {
-  const std::uint64_t askedAt = processClock();
-  const auto reply = runLaunchctl({"list"}, Capture::everything, Clock::now() + limit);
-  return LaunchAgentAnswer{
-      reply.status == 0 ? parseLaunchctlList(reply.text) : LoadedLaunchAgents(), askedAt};
+  return inquiry().ask(Places::kListLimit);
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path) {
-  return stopAttempts(label, path, kActionLimit);
+  return stopAttempts(label, path, Places::kActionLimit);
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path,
                                          std::chrono::milliseconds limit) {
   const std::string user = domain();
-  return launchctlAttempts(
-      {{"bootout", user + "/" + label}, {"bootout", user, path}, {"unload", path}}, limit);
+  return watched(launchctlAttempts(
+      {{"bootout", user + "/" + label}, {"bootout", user, path}, {"unload", path}}, limit));
 }
 
 std::vector<ServiceAttempt> startAttempts(const std::string&, const std::string& path) {
-  return startAttempts(path, kActionLimit);
+  return startAttempts(path, Places::kActionLimit);
 }
 
 std::vector<ServiceAttempt> startAttempts(const std::string& path,
                                           std::chrono::milliseconds limit) {
-  return launchctlAttempts({{"bootstrap", domain(), path}, {"load", path}}, limit);
+  return watched(launchctlAttempts({{"bootstrap", domain(), path}, {"load", path}}, limit));
 }
 
 }  // namespace platform

@@ -76,7 +76,8 @@ class FileActions {
 /// Starts launchctl; 0, or the error number.
 int start(const std::vector<std::string>& arguments, const FileActions& actions, pid_t& pid) {
   std::vector<char*> words{const_cast<char*>(Places::kLaunchctl)};
-  for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
+  for (const std::string& argument : arguments)
+    words.push_back(const_cast<char*>(argument.c_str()));
   words.push_back(nullptr);
   return posix_spawn(&pid, Places::kLaunchctl, actions.get(), nullptr, words.data(), environ);
 }

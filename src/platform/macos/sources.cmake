@@ -7,8 +7,9 @@ set(MACOS_PLATFORM_SOURCES
   launch_agent_file.mm
   launchctl_list.cpp
   launch_agents.mm
-  launchctl.mm
+  launchctl.cpp
   launchctl_attempts.cpp
+  launchctl_inquiry.cpp
   mapped_memory.cpp
   memory.cpp
   pipe_reader.cpp

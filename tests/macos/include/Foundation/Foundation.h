@@ -3,8 +3,3 @@
 
 #include_next <Foundation/Foundation.h>
 
-@interface NSTask (Apple)
-- (NSURL*)executableURL;
-- (void)setExecutableURL:(NSURL*)executableURL;
-- (BOOL)launchAndReturnError:(NSError**)error;
-@end
