@@ -17,5 +17,9 @@ add_custom_command(
   VERBATIM)
 list(APPEND pictures ${icon})
 
-set(BUNDLE_RESOURCES ${icon} ${PICTURES_DIR}/HalvekBadge.png ${PICTURES_DIR}/HalvekBadge@2x.png
-    CACHE INTERNAL "")
+# The badge of alerts: AppKit pairs a file that is loaded by its place with no larger neighbour, so
+# the one file is large enough for every screen.
+file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/bundle)
+render(badge bundle/HalvekBadge 192)
+
+set(BUNDLE_RESOURCES ${icon} ${CMAKE_CURRENT_BINARY_DIR}/bundle/HalvekBadge.png CACHE INTERNAL "")

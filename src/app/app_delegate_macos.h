@@ -16,4 +16,6 @@ class StatusBarController;
 /// nullptr until launching has finished.
 - (StatusBarController*)statusController;
 - (void)showSettings:(id)sender;
+/// Does what choosing "Quit Vorda" does.
+- (void)quit:(id)sender;
 @end

@@ -1,5 +1,7 @@
 #include "app/app_delegate_macos.h"
 
+#include <memory>
+
 #include "app/branding.h"
 #include "app/settings_view.h"
 #include "frontends/appkit/app_kit_front_end.h"
@@ -28,7 +30,7 @@
   frontEnd_ = new AppKitFrontEnd;
   statusController_ = new StatusBarController(*frontEnd_, Branding::aboutAlert());
   frontEnd_->reportTo(statusController_);
-  [application setMainMenu:mainMenu(self, @selector(showSettings:))];
+  [application setMainMenu:mainMenu(self, @selector(showSettings:), @selector(quit:))];
 }
 
 - (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender {
@@ -48,6 +50,13 @@
   if (settingsWindow_ == nil) settingsWindow_ = [settingsWindow(SettingsView::lines()) retain];
   [sharedApplication() activateIgnoringOtherApps:YES];
   [settingsWindow_ makeKeyAndOrderFront:sender];
+  // Since macOS 14 a program without a Dock icon may be refused to become the active one.
+  [settingsWindow_ orderFrontRegardless];
+}
+
+- (void)quit:(id)sender {
+  if (statusController_ == nullptr) return;
+  statusController_->perform(std::make_shared<const MenuItem>(MenuItem{.action = Action::quitApp}));
 }
 
 @end

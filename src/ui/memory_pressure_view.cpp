@@ -71,6 +71,12 @@ double scaleOf(std::span<const Segment> segments) {
   return sum > 1 ? 1 / sum : 1;
 }
 
+std::optional<Rectangle> MemoryPressureView::track(const Rectangle& bounds) {
+  const Rectangle inner = bounds.insetBy(kInsetX, kInsetY);
+  if (inner.width <= kSmallestTrack || inner.height <= kSmallestTrack) return std::nullopt;
+  return inner;
+}
+
 void MemoryPressureView::draw(Canvas& canvas, const Rectangle& bounds) const {
   Rectangle own = bounds;
   if (gpu) {
@@ -80,5 +86,5 @@ void MemoryPressureView::draw(Canvas& canvas, const Rectangle& bounds) const {
     below.height = kGpuHeight - kInsetY;
     drawTrack(canvas, below, gpu->segments, gpu->pressure);
   }
-  drawTrack(canvas, own.insetBy(kInsetX, kInsetY), segments, pressure);
+  if (const auto place = track(own)) drawTrack(canvas, *place, segments, pressure);
 }

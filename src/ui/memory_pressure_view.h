@@ -77,6 +77,10 @@ class MemoryPressureView {
   /// to fit; they are never stretched.
   void draw(Canvas& canvas, const Rectangle& bounds) const;
 
+  /// Where in `bounds` the track of the RAM lies where there are no cards, which is rounded by half
+  /// its height; nullopt when there is no room for one.
+  static std::optional<Rectangle> track(const Rectangle& bounds);
+
   /// scaleOf() its segments.
   double scale() const { return scaleOf(segments); }
 

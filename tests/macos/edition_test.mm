@@ -59,6 +59,7 @@ TEST_F(Edition, ProcessItemHasItsSubmenu) {
                  "Ollama Server\n2.00 GB · Ollama · pid 101\nOwner: ada\n"
                  "Color matches the pressure strip above.");
     EXPECT_NE([row image], nil);
+    EXPECT_STREQ([[row accessibilityLabel] UTF8String], "AI workload: Ollama Server, 2.0 GB");
     EXPECT_EQ([row action], static_cast<SEL>(NULL));
     EXPECT_THAT(appkit::titles([row submenu]),
                 ElementsAre("2.00 GB · pid 101", "Ollama", "-", "Quit", "Force Quit ( 2.0 GB)",
@@ -103,6 +104,26 @@ TEST_F(Edition, CommandCommaShowsSettingsAndCommandWClosesThem) {
     EXPECT_STREQ([[close keyEquivalent] UTF8String], "w");
     EXPECT_EQ([close target], nil) << "whichever window is in front";
     EXPECT_STREQ([NSStringFromSelector([close action]) UTF8String], "performClose:");
+  });
+}
+
+TEST_F(Edition, SettingsComeToTheFrontEvenWhereTheProgramMayNot) {
+  appkit::record().refusesActivation = true;
+  whileRunning([] {
+    [delegate() showSettings:nil];
+    EXPECT_TRUE(appkit::record().windowIsInFront);
+    EXPECT_EQ([appkit::visibleWindow() collectionBehavior],
+              NSWindowCollectionBehaviorMoveToActiveSpace);
+  });
+}
+
+TEST_F(Edition, CommandQDoesWhatQuitVordaDoes) {
+  whileRunning([] {
+    NSMenu* program = [[[[NSApplication sharedApplication] mainMenu] itemAtIndex:0] submenu];
+    NSMenuItem* quit = itemTitled(program, "Quit Vorda");
+    EXPECT_STREQ([[quit keyEquivalent] UTF8String], "q");
+    appkit::choose(quit);
+    EXPECT_EQ(appkit::record().terminations, 1);
   });
 }
 

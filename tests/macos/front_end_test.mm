@@ -31,6 +31,7 @@ TEST_F(FrontEndTest, TitleAndToolTipAreTheButtons) {
   NSStatusBarButton* button = [appkit::statusItem() button];
   EXPECT_STREQ([[button title] UTF8String], "Vorda²");
   EXPECT_STREQ([[button toolTip] UTF8String], "Vorda\nLargest: 5.00 GB — x\nHalvek");
+  EXPECT_STREQ([[button accessibilityLabel] UTF8String], "Vorda");
 }
 
 TEST_F(FrontEndTest, StatusItemWithoutAButtonHasItsMenuAllTheSame) {
@@ -59,7 +60,10 @@ TEST_F(FrontEndTest, ChangedStripIsDrawnAgainAndNothingElseTouched) {
   frontEnd.menuRebuilt(std::make_shared<const Menu>(value));
   NSArray* before = [menu() itemArray];
   ASSERT_FALSE([[[menu() itemAtIndex:2] view] needsDisplay]);
+  EXPECT_STREQ([[[menu() itemAtIndex:2] accessibilityLabel] UTF8String], "Memory 0 percent used");
+  strip->pressure = 0.5;
   frontEnd.stripChanged(*strip);
+  EXPECT_STREQ([[[menu() itemAtIndex:2] accessibilityLabel] UTF8String], "Memory 50 percent used");
   EXPECT_TRUE([[[menu() itemAtIndex:2] view] needsDisplay]);
   EXPECT_TRUE([before isEqual:[menu() itemArray]]);
 }

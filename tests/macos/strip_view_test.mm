@@ -55,10 +55,18 @@ TEST_F(StripView, NarrowViewDrawsTheBaseClassAlone) {
   EXPECT_EQ(appkit::record().drawing, Commands{"super"});
 }
 
+TEST_F(StripView, HasAnOutlineOnlyWhereTheUserWantsContrast) {
+  [view drawRect:[view bounds]];
+  Commands expected = appkit::record().drawing;
+  appkit::record().drawing.clear();
+  appkit::record().increasesContrast = true;
+  [view drawRect:[view bounds]];
+  expected.push_back("strokeRoundedRect (10 6 284 28) r14 labelColor w1");
+  EXPECT_EQ(appkit::record().drawing, expected) << "its own colours stay";
+}
+
 TEST_F(StripView, IsToldInWordsToThoseWhoCannotSeeIt) {
-  EXPECT_TRUE([view isAccessibilityElement]);
-  EXPECT_EQ([view accessibilityRole], NSAccessibilityImageRole);
-  EXPECT_EQ([[view accessibilityLabel] UTF8String], stripDescription(*strip));
+  EXPECT_EQ([[view spokenText] UTF8String], stripDescription(*strip));
   EXPECT_NE(stripDescription(*strip).find("Ollama Server"), std::string::npos);
 }
 

@@ -6,7 +6,9 @@
 #include "frontends/appkit/menu_items.h"
 #include "frontends/appkit/scheduled_work.h"
 #include "frontends/appkit/shared_application.h"
+#include "frontends/appkit/strip_view.h"
 #include "platform/macos/foundation_text.h"
+#include "ui/spoken_text.h"
 
 namespace {
 
@@ -41,6 +43,7 @@ void AppKitFrontEnd::reportTo(MenuDelegate* delegate) {
 
 void AppKitFrontEnd::setTitle(const std::string& title) {
   [[statusItem_ button] setTitle:platform::nsString(title)];
+  [[statusItem_ button] setAccessibilityLabel:platform::nsString(spokenText(title))];
 }
 
 void AppKitFrontEnd::setToolTip(const std::string& toolTip) {
@@ -67,7 +70,11 @@ void AppKitFrontEnd::fill(const Menu& menu) {
 // The view shares the strip, so it only has to be drawn again. No other item has a view.
 void AppKitFrontEnd::stripChanged(const MemoryPressureView&) {
   @autoreleasepool {
-    for (NSMenuItem* item in [rootMenu_ itemArray]) [[item view] setNeedsDisplay:YES];
+    for (NSMenuItem* item in [rootMenu_ itemArray]) {
+      if ([item view] == nil) continue;
+      [[item view] setNeedsDisplay:YES];
+      [item setAccessibilityLabel:[static_cast<VordaStripView*>([item view]) spokenText]];
+    }
   }
 }
 

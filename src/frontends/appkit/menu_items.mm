@@ -9,6 +9,7 @@
 #include "platform/macos/foundation_text.h"
 #include "text/display_line.h"
 #include "ui/row_parts.h"
+#include "ui/spoken_text.h"
 
 /// A submenu that many items share: it is filled when it is about to open.
 @interface VordaLateMenu : NSMenu <NSMenuDelegate> {
@@ -61,11 +62,14 @@ NSMenuItem* nsMenuItem(const MenuItem& value, VordaMenuTarget* target) {
   NSMenuItem* item = [[[NSMenuItem alloc] initWithTitle:title action:NULL
                                           keyEquivalent:@""] autorelease];
   [item setEnabled:value.enabled];
+  [item setAccessibilityLabel:platform::nsString(spokenText(text::displayLine(value.title)))];
   if (value.action != Action::none) setAction(item, value, target);
   if (!value.toolTip.empty()) [item setToolTip:platform::nsString(value.toolTip)];
   if (value.dot) [item setImage:dotImage(*value.dot)];
   if (value.strip) {
-    [item setView:[[[VordaStripView alloc] initWithStrip:value.strip] autorelease]];
+    VordaStripView* view = [[[VordaStripView alloc] initWithStrip:value.strip] autorelease];
+    [item setView:view];
+    [item setAccessibilityLabel:[view spokenText]];
   }
   if (value.opens) {
     [item setSubmenu:[[[VordaLateMenu alloc] initWithValues:value.opens

@@ -73,6 +73,8 @@ NSWindow* settingsWindow(const std::vector<SettingsView::Line>& lines) {
                                      backing:NSBackingStoreBuffered
                                        defer:YES] autorelease];
   [window setReleasedWhenClosed:NO];
+  // On the desktop that the user looks at, not where it was seen last.
+  [window setCollectionBehavior:NSWindowCollectionBehaviorMoveToActiveSpace];
   [window setTitle:platform::nsString(SettingsView::kTitle)];
   NSStackView* content = form(lines);
   // The window's size is fixed, and does not depend on the texts.

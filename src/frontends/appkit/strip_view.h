@@ -13,4 +13,7 @@
   const std::shared_ptr<MemoryPressureView>* strip_;
 }
 - (instancetype)initWithStrip:(const std::shared_ptr<MemoryPressureView>&)strip;
+
+/// The strip in words, for the item's accessibility label: VoiceOver reads the item, not its view.
+- (NSString*)spokenText;
 @end

@@ -9,6 +9,20 @@ namespace {
 constexpr NSRect kFrame = {{0, 0},
                            {MemoryPressureView::kItemWidth, MemoryPressureView::kItemHeight}};
 
+/// Around the track, in the colour of text.
+void strokeOutline(const Rectangle& bounds) {
+  const auto track = MemoryPressureView::track(bounds);
+  if (!track) return;
+  const CGFloat radius = track->height / 2;
+  NSBezierPath* outline = [NSBezierPath
+      bezierPathWithRoundedRect:NSMakeRect(track->x, track->y, track->width, track->height)
+                        xRadius:radius
+                        yRadius:radius];
+  [[NSColor labelColor] setStroke];
+  [outline setLineWidth:1];
+  [outline stroke];
+}
+
 }  // namespace
 
 @implementation VordaStripView
@@ -35,19 +49,14 @@ constexpr NSRect kFrame = {{0, 0},
   [super drawRect:dirtyRect];
   AppKitCanvas canvas;
   const NSRect bounds = [self bounds];
-  (*strip_)->draw(canvas,
-                  {bounds.origin.x, bounds.origin.y, bounds.size.width, bounds.size.height});
+  const Rectangle place{bounds.origin.x, bounds.origin.y, bounds.size.width, bounds.size.height};
+  (*strip_)->draw(canvas, place);
+  if ([[NSWorkspace sharedWorkspace] accessibilityDisplayShouldIncreaseContrast]) {
+    strokeOutline(place);
+  }
 }
 
-- (BOOL)isAccessibilityElement {
-  return YES;
-}
-
-- (NSAccessibilityRole)accessibilityRole {
-  return NSAccessibilityImageRole;
-}
-
-- (NSString*)accessibilityLabel {
+- (NSString*)spokenText {
   return platform::nsString(stripDescription(**strip_));
 }
 

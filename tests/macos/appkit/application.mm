@@ -15,6 +15,7 @@ NSWindow* onScreen = nil;
 @synthesize contentView = contentView_;
 @synthesize releasedWhenClosed = releasedWhenClosed_;
 @synthesize visible = visible_;
+@synthesize collectionBehavior = collectionBehavior_;
 
 - (instancetype)initWithContentRect:(NSRect)contentRect
                           styleMask:(NSWindowStyleMask)style
@@ -52,6 +53,13 @@ NSWindow* onScreen = nil;
 - (void)makeKeyAndOrderFront:(id)sender {
   visible_ = YES;
   onScreen = self;
+  appkit::record().windowIsInFront = !appkit::record().refusesActivation;
+}
+
+- (void)orderFrontRegardless {
+  visible_ = YES;
+  onScreen = self;
+  appkit::record().windowIsInFront = true;
 }
 
 @end
@@ -161,6 +169,10 @@ NSWindow* onScreen = nil;
 + (NSWorkspace*)sharedWorkspace {
   static NSWorkspace* shared = [[NSWorkspace alloc] init];
   return shared;
+}
+
+- (BOOL)accessibilityDisplayShouldIncreaseContrast {
+  return appkit::record().increasesContrast;
 }
 
 - (BOOL)openURL:(NSURL*)url {

@@ -14,11 +14,6 @@ using text::format;
 std::string fillColor;
 std::string strokeColor;
 
-struct Focus {
-  NSImage* image = nil;
-  std::vector<std::string> outside;
-} focus;
-
 void write(const std::string& command) {
   appkit::record().drawing.push_back(command);
 }
@@ -83,6 +78,7 @@ std::string words(NSRect rect) {
 }
 
 - (std::string)words {
+  if (name_ != nil) return [name_ UTF8String];
   return format("rgba(%g %g %g %g)", components_[0], components_[1], components_[2],
                 components_[3]);
 }
@@ -156,6 +152,50 @@ std::string words(NSRect rect) {
 
 @end
 
+@implementation NSImageRep
+
+@synthesize size = size_;
+
+- (id)copyWithZone:(NSZone*)zone {
+  NSImageRep* copy = [[[self class] allocWithZone:zone] init];
+  copy->size_ = size_;
+  return copy;
+}
+
+- (BOOL)draw {
+  return NO;
+}
+
+@end
+
+@implementation NSCustomImageRep
+
+@synthesize drawSelector = drawSelector_;
+@synthesize delegate = delegate_;
+
+- (instancetype)initWithDrawSelector:(SEL)selector delegate:(id)delegate {
+  self = [super init];
+  if (self != nil) {
+    drawSelector_ = selector;
+    delegate_ = delegate;  // not retained
+  }
+  return self;
+}
+
+- (id)copyWithZone:(NSZone*)zone {
+  NSCustomImageRep* copy = [super copyWithZone:zone];
+  copy->drawSelector_ = drawSelector_;
+  copy->delegate_ = delegate_;
+  return copy;
+}
+
+- (BOOL)draw {
+  [delegate_ performSelector:drawSelector_ withObject:self];
+  return YES;
+}
+
+@end
+
 @implementation NSImage
 
 @synthesize size = size_;
@@ -164,7 +204,7 @@ std::string words(NSRect rect) {
   self = [super init];
   if (self != nil) {
     size_ = size;
-    drawing_ = [[NSMutableArray alloc] init];
+    representations_ = [[NSMutableArray alloc] init];
   }
   return self;
 }
@@ -189,23 +229,12 @@ std::string words(NSRect rect) {
 
 - (void)dealloc {
   [url_ release];
-  [drawing_ release];
+  [representations_ release];
   [super dealloc];
 }
 
-- (void)lockFocus {
-  focus.image = self;
-  focus.outside.swap(appkit::record().drawing);
-}
-
-- (void)unlockFocus {
-  if (focus.image != self) return;
-  for (const std::string& command : appkit::record().drawing) {
-    [drawing_ addObject:[NSString stringWithUTF8String:command.c_str()]];
-  }
-  appkit::record().drawing.clear();
-  focus.outside.swap(appkit::record().drawing);
-  focus.image = nil;
+- (void)addRepresentation:(NSImageRep*)imageRep {
+  [representations_ addObject:imageRep];
 }
 
 @end
@@ -214,7 +243,12 @@ namespace appkit {
 
 std::vector<std::string> drawingIn(NSImage* image) {
   std::vector<std::string> commands;
-  for (NSString* command in image->drawing_) commands.push_back([command UTF8String]);
+  commands.swap(record().drawing);
+  for (NSImageRep* representation in image->representations_) {
+    // As AppKit may: it shows copies, and draws anew for another screen.
+    [[[representation copy] autorelease] draw];
+  }
+  commands.swap(record().drawing);
   return commands;
 }
 

@@ -74,6 +74,7 @@
 @synthesize action = action_;
 @synthesize tag = tag_;
 @synthesize representedObject = representedObject_;
+@synthesize accessibilityLabel = accessibilityLabel_;
 
 + (NSMenuItem*)separatorItem {
   NSMenuItem* item = [[[NSMenuItem alloc] initWithTitle:@"" action:NULL
@@ -101,9 +102,10 @@
 
 - (void)dealloc {
   --appkit::record().menuItems;
-  for (id object : {static_cast<id>(title_), static_cast<id>(keyEquivalent_),
-                    static_cast<id>(toolTip_), static_cast<id>(image_), static_cast<id>(submenu_),
-                    static_cast<id>(view_), representedObject_}) {
+  for (id object :
+       {static_cast<id>(title_), static_cast<id>(keyEquivalent_), static_cast<id>(toolTip_),
+        static_cast<id>(image_), static_cast<id>(submenu_), static_cast<id>(view_),
+        static_cast<id>(accessibilityLabel_), representedObject_}) {
     [object release];
   }
   [super dealloc];

@@ -32,6 +32,8 @@ struct Record {
   // How AppKit answers.
   bool buttonless = false;          ///< status items have no button
   bool withoutApplication = false;  ///< there is no application object
+  bool increasesContrast = false;   ///< the user's wish
+  bool refusesActivation = false;   ///< as since macOS 14: programs don't come to the front
   std::deque<int> answers;          ///< of alerts; none left: what the only or first button gives
   std::function<void()> whileRunning;  ///< runs once the application has launched
 
@@ -45,8 +47,9 @@ struct Record {
   int trackingsCancelled = 0;
   int activations = 0;
   int terminations = 0;
-  int savedGraphicsStates = 0;  ///< that were not restored
-  bool menuFades = false;       ///< a choice was made, and the run loop has not turned since
+  bool windowIsInFront = false;  ///< the one on screen is before those of other programs
+  int savedGraphicsStates = 0;   ///< that were not restored
+  bool menuFades = false;        ///< a choice was made, and the run loop has not turned since
 
   // What is alive.
   int statusItems = 0;  ///< in the status bar

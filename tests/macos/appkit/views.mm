@@ -1,7 +1,5 @@
 #include "macos/appkit/registry.h"
 
-NSAccessibilityRole const NSAccessibilityImageRole = @"AXImage";
-
 @implementation NSResponder
 @end
 
@@ -12,6 +10,7 @@ NSAccessibilityRole const NSAccessibilityImageRole = @"AXImage";
 @synthesize needsDisplay = needsDisplay_;
 @synthesize translatesAutoresizingMaskIntoConstraints = translatesAutoresizingMaskIntoConstraints_;
 @synthesize toolTip = toolTip_;
+@synthesize accessibilityLabel = accessibilityLabel_;
 
 - (instancetype)init {
   return [self initWithFrame:NSZeroRect];
@@ -30,6 +29,7 @@ NSAccessibilityRole const NSAccessibilityImageRole = @"AXImage";
 - (void)dealloc {
   --appkit::record().views;
   [toolTip_ release];
+  [accessibilityLabel_ release];
   [super dealloc];
 }
 
@@ -47,18 +47,6 @@ NSAccessibilityRole const NSAccessibilityImageRole = @"AXImage";
 
 - (void)drawRect:(NSRect)dirtyRect {
   appkit::record().drawing.push_back("super");
-}
-
-- (BOOL)isAccessibilityElement {
-  return NO;
-}
-
-- (NSAccessibilityRole)accessibilityRole {
-  return nil;
-}
-
-- (NSString*)accessibilityLabel {
-  return nil;
 }
 
 @end

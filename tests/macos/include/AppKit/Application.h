@@ -8,6 +8,10 @@ typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
   NSWindowStyleMaskClosable = 1 << 1,
 };
 
+typedef NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior) {
+  NSWindowCollectionBehaviorMoveToActiveSpace = 1 << 1,
+};
+
 typedef NS_ENUM(NSUInteger, NSBackingStoreType) {
   NSBackingStoreBuffered = 2,
 };
@@ -19,6 +23,7 @@ typedef NS_ENUM(NSUInteger, NSBackingStoreType) {
   NSView* contentView_;
   BOOL releasedWhenClosed_;
   BOOL visible_;
+  NSWindowCollectionBehavior collectionBehavior_;
 }
 @property(copy) NSString* title;
 @property(readonly) NSRect frame;
@@ -26,6 +31,7 @@ typedef NS_ENUM(NSUInteger, NSBackingStoreType) {
 @property(retain) NSView* contentView;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property(getter=isVisible, readonly) BOOL visible;
+@property NSWindowCollectionBehavior collectionBehavior;
 - (instancetype)initWithContentRect:(NSRect)contentRect
                           styleMask:(NSWindowStyleMask)style
                             backing:(NSBackingStoreType)backingStoreType
@@ -34,6 +40,7 @@ typedef NS_ENUM(NSUInteger, NSBackingStoreType) {
 - (void)close;
 - (void)performClose:(id)sender;
 - (void)makeKeyAndOrderFront:(id)sender;
+- (void)orderFrontRegardless;
 @end
 
 typedef NSInteger NSModalResponse;
@@ -95,5 +102,6 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
 
 @interface NSWorkspace : NSObject
 + (NSWorkspace*)sharedWorkspace;
+@property(readonly) BOOL accessibilityDisplayShouldIncreaseContrast;
 - (BOOL)openURL:(NSURL*)url;
 @end

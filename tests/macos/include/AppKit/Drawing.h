@@ -41,20 +41,35 @@
 - (void)addClip;
 @end
 
+@interface NSImageRep : NSObject <NSCopying> {
+  NSSize size_;
+}
+@property NSSize size;
+- (BOOL)draw;
+@end
+
+@interface NSCustomImageRep : NSImageRep {
+  SEL drawSelector_;
+  id delegate_;
+}
+@property(readonly) SEL drawSelector;
+@property(readonly, assign) id delegate;
+- (instancetype)initWithDrawSelector:(SEL)selector delegate:(id)delegate;
+@end
+
 @interface NSImage : NSObject {
   NSSize size_;
   BOOL isTemplate_;
  @public
   NSURL* url_;
-  NSMutableArray* drawing_;
+  NSMutableArray* representations_;
 }
 @property NSSize size;
 - (instancetype)initWithSize:(NSSize)size;
 - (instancetype)initWithContentsOfURL:(NSURL*)url;
 - (BOOL)isTemplate;
 - (void)setTemplate:(BOOL)isTemplate;
-- (void)lockFocus;
-- (void)unlockFocus;
+- (void)addRepresentation:(NSImageRep*)imageRep;
 @end
 
 typedef NSString* NSFontTextStyle;

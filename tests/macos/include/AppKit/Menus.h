@@ -30,7 +30,7 @@
 - (void)cancelTracking;
 @end
 
-@interface NSMenuItem : NSObject {
+@interface NSMenuItem : NSObject <NSAccessibility> {
   BOOL separatorItem_;
   BOOL enabled_;
   NSString* title_;
@@ -43,6 +43,7 @@
   SEL action_;
   NSInteger tag_;
   id representedObject_;
+  NSString* accessibilityLabel_;
 }
 @property(getter=isSeparatorItem, readonly) BOOL separatorItem;
 @property(getter=isEnabled) BOOL enabled;

@@ -3,13 +3,8 @@
 #import <AppKit/Drawing.h>
 #import <Foundation/Foundation.h>
 
-typedef NSString* NSAccessibilityRole;
-extern NSAccessibilityRole const NSAccessibilityImageRole;
-
 @protocol NSAccessibility
-- (BOOL)isAccessibilityElement;
-- (NSAccessibilityRole)accessibilityRole;
-- (NSString*)accessibilityLabel;
+@property(copy) NSString* accessibilityLabel;
 @end
 
 @interface NSResponder : NSObject
@@ -25,6 +20,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
   BOOL needsDisplay_;
   BOOL translatesAutoresizingMaskIntoConstraints_;
   NSString* toolTip_;
+  NSString* accessibilityLabel_;
 }
 @property NSRect frame;
 @property NSRect bounds;
