@@ -150,6 +150,7 @@ TEST_F(Edition, RescansFollowAQuit) {
   whileRunning([] {
     chooseInSubmenu(kOllama, "Quit");
     EXPECT_EQ(appkit::waitingOnMainQueue(), 3 + 1) << "and the menu's own after closing";
+    EXPECT_GT(appkit::record().activities, 0) << "napped, it would be late";
     const auto listed = [] { return [delegate() statusController]->processes().size(); };
     kernel().processes.push_back(darwin::process(900, {"/bin/a"}, 700));
     const std::size_t before = listed();
@@ -161,6 +162,7 @@ TEST_F(Edition, RescansFollowAQuit) {
     kernel().processes = {darwin::process(900, {"/bin/a"}, 700)};
     appkit::advanceMainQueue(1.5);
     EXPECT_EQ(listed(), 1);
+    EXPECT_EQ(appkit::record().activities, 0);
     EXPECT_EQ(appkit::waitingOnMainQueue(), 0);
   });
 }

@@ -24,6 +24,8 @@ TEST_F(ScheduledWorkTest, RepeatingTimerIsInTheCommonModesOfTheMainRunLoop) {
   EXPECT_TRUE(timer.repeats);
   EXPECT_EQ(timer.mode, [NSRunLoopCommonModes UTF8String]);
   EXPECT_TRUE(timer.onMainRunLoop);
+  EXPECT_EQ(timer.tolerance, 0.5) << "macOS may fire it together with others";
+  EXPECT_EQ(appkit::record().activities, 0) << "and nap the program meanwhile";
 }
 
 TEST_F(ScheduledWorkTest, RepeatingTimerFiresUntilItIsCancelled) {
@@ -78,6 +80,19 @@ TEST_F(ScheduledWorkTest, DelayedWorkRunsOnceAtItsTimeOnTheMainQueue) {
   EXPECT_EQ(runs, 1);
   appkit::advanceMainQueue(10);
   EXPECT_EQ(runs, 1);
+}
+
+TEST_F(ScheduledWorkTest, ProgramIsNotNappedWhileDelayedWorkWaits) {
+  const auto first = runOnMainQueue(0.25, [] { EXPECT_EQ(appkit::record().activities, 2); });
+  const auto second = runOnMainQueue(2.5, counting());
+  EXPECT_EQ(appkit::record().activities, 2);
+  appkit::advanceMainQueue(1);
+  EXPECT_EQ(appkit::record().activities, 1);
+  second->cancel();
+  EXPECT_EQ(appkit::record().activities, 0);
+  second->cancel();
+  appkit::advanceMainQueue(10);
+  EXPECT_EQ(appkit::record().activities, 0);
 }
 
 TEST_F(ScheduledWorkTest, CancelledDelayedWorkDoesNotRun) {

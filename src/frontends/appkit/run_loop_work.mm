@@ -59,6 +59,8 @@ std::shared_ptr<ScheduledWork> repeatOnMainRunLoop(double seconds, std::function
                                          selector:@selector(fire:)
                                          userInfo:nil
                                           repeats:YES];
+  constexpr double kTolerance = 0.1;  // of the time: so macOS can fire it with other timers
+  [timer setTolerance:kTolerance * seconds];
   [[NSRunLoop mainRunLoop] addTimer:timer forMode:NSRunLoopCommonModes];
   return std::make_shared<RunLoopWork>(timer);
 }

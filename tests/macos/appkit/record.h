@@ -23,6 +23,7 @@ struct ShownAlert {
 struct AddedTimer {
   void* timer = nullptr;  ///< an NSTimer, which the run loop keeps
   double interval = 0;
+  double tolerance = 0;
   bool repeats = false;
   std::string mode;
   bool onMainRunLoop = false;
@@ -52,6 +53,7 @@ struct Record {
   bool menuFades = false;        ///< a choice was made, and the run loop has not turned since
 
   // What is alive.
+  int activities = 0;   ///< that keep the program from being napped
   int statusItems = 0;  ///< in the status bar
   int views = 0;
   int menuItems = 0;

@@ -33,6 +33,7 @@ void reset() {
   record() = {};
   record().statusItems = before.statusItems;
   record().views = before.views;
+  record().activities = before.activities;
   record().menuItems = before.menuItems;
 }
 

@@ -3,3 +3,7 @@
 
 #include_next <Foundation/Foundation.h>
 
+@interface NSTimer (Apple)
+- (NSTimeInterval)tolerance;
+- (void)setTolerance:(NSTimeInterval)tolerance;
+@end
