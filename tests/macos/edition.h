@@ -34,8 +34,13 @@ class Edition : public MacTest {
 
   /// Starts the program, does this, and ends the program.
   static void whileRunning(const std::function<void()>& work) {
-    appkit::record().whileRunning = work;
+    bool hasRun = false;
+    appkit::record().whileRunning = [&] {
+      work();
+      hasRun = true;
+    };
     EXPECT_EQ(VordaApp::main(), 0);
+    EXPECT_TRUE(hasRun) << "the application was never run";
   }
 
   static AppDelegate* delegate() {
@@ -46,7 +51,7 @@ class Edition : public MacTest {
     return [appkit::itemTitled(menu(), row) submenu];
   }
 
-  /// What a user does to choose a command: AppKit closes the menu before it sends the action.
+  /// What a user does to choose a command.
   static void chooseInSubmenu(const std::string& row, const std::string& command) {
     pickInSubmenu(row, command);
     appkit::turnRunLoop();
@@ -54,16 +59,14 @@ class Edition : public MacTest {
   /// The same up to the moment when the menu fades.
   static void pickInSubmenu(const std::string& row, const std::string& command) {
     appkit::open(menu());
-    NSMenuItem* item = [[appkit::itemTitled(submenuOf(row), command) retain] autorelease];
+    NSMenuItem* item = appkit::itemTitled(submenuOf(row), command);
     ASSERT_NE(item, nil) << row << " / " << command;
-    appkit::close(menu());
     appkit::sendAction(item);
   }
   static void chooseCommand(const std::string& command) {
     appkit::open(menu());
-    NSMenuItem* item = [[appkit::itemTitled(menu(), command) retain] autorelease];
+    NSMenuItem* item = appkit::itemTitled(menu(), command);
     ASSERT_NE(item, nil) << command;
-    appkit::close(menu());
     appkit::choose(item);
   }
   static void writeLaunchAgent(const std::string& label, const std::string& rest) {

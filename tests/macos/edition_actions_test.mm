@@ -95,6 +95,23 @@ TEST_F(Edition, QuickSecondOpeningLosesNoChoice) {
   });
 }
 
+TEST_F(Edition, WhatIsChosenDuringAnAlertWaitsForItsAnswer) {
+  whileRunning([] {
+    appkit::record().answers = {1001};
+    appkit::record().duringAlert = [] {
+      appkit::advanceMainQueue(1);
+      pickInSubmenu(kSafari, "Quit");
+      appkit::turnRunLoop();
+      EXPECT_THAT(kernel().signals, IsEmpty());
+    };
+    chooseInSubmenu(kOllama, "Force Quit");
+    EXPECT_EQ(appkit::record().alerts.size(), 1);
+    EXPECT_THAT(kernel().signals, IsEmpty());
+    appkit::turnRunLoop();
+    EXPECT_THAT(kernel().signals, ElementsAre(Sent{102, 15}));
+  });
+}
+
 TEST_F(Edition, WhatWasChosenRightBeforeTheEndIsNotDone) {
   whileRunning([] { pickInSubmenu(kOllama, "Quit"); });
   appkit::turnRunLoop();

@@ -73,6 +73,38 @@ TEST_F(Edition, ReopenedAtOnceTheMenuIsNotRebuiltUnderThePointer) {
   });
 }
 
+TEST_F(Edition, TimersRunDuringAnAlertAndTheMenuFollows) {
+  whileRunning([] {
+    appkit::record().duringAlert = [] {
+      kernel().processes[1].footprint = 900 << 20;
+      appkit::fireTimers();
+      EXPECT_THAT(appkit::titles(menu()), Contains("Safari  ·   900 MB"));
+      appkit::open(menu());
+      NSArray* before = [menu() itemArray];
+      kernel().processes[1].footprint = 800 << 20;
+      appkit::fireTimers();
+      EXPECT_TRUE([before isEqual:[menu() itemArray]]);
+      appkit::close(menu());
+    };
+    chooseCommand("About Vorda");
+    EXPECT_EQ(appkit::record().alerts.size(), 1);
+    EXPECT_THAT(appkit::titles(menu()), Contains("Safari  ·   800 MB"));
+  });
+}
+
+// The process ends by our signal while its menu has been opened again.
+TEST_F(Edition, CancelledTrackingClosesAMenuThatWasOpenedAgain) {
+  whileRunning([] {
+    appkit::record().answers = {1000};
+    appkit::record().duringAlert = [] { appkit::open(menu()); };
+    chooseInSubmenu(kOllama, "Force Quit");
+    EXPECT_EQ(appkit::record().menusOpen, 0);
+    EXPECT_FALSE([delegate() statusController]->menuIsOpen());
+    appkit::advanceMainQueue(1);
+    EXPECT_THAT(appkit::titles(menu()), testing::Not(Contains(kOllama)));
+  });
+}
+
 TEST_F(Edition, OtherMenusAreIgnored) {
   whileRunning([] {
     NSArray* before = [menu() itemArray];

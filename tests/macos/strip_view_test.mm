@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/recording_canvas.h"
+#include "macos/appkit/user.h"
 #include "macos/mac_test.h"
 #include "ui/strip_text.h"
 
@@ -31,38 +32,32 @@ TEST_F(StripView, HasItsSize) {
 
 TEST_F(StripView, DrawsTheStripInItsBoundsOverTheBaseClass) {
   [view setFrame:NSMakeRect(7, 3, 320, 44)];
-  [view drawRect:NSMakeRect(0, 0, 1, 1)];
   RecordingCanvas canvas;
   strip->draw(canvas, {0, 0, 320, 44});
   Commands expected{"super"};
   expected.insert(expected.end(), canvas.commands.begin(), canvas.commands.end());
-  EXPECT_EQ(appkit::record().drawing, expected);
+  EXPECT_EQ(appkit::drawn(view), expected);
   EXPECT_GT(expected.size(), 10);
   EXPECT_EQ(appkit::record().savedGraphicsStates, 0);
 }
 
 TEST_F(StripView, DrawsWhatTheStripIsNow) {
   strip->segments.clear();
-  [view drawRect:[view bounds]];
   RecordingCanvas canvas;
   strip->draw(canvas, {0, 0, 304, 40});
-  EXPECT_EQ(appkit::record().drawing.size(), canvas.commands.size() + 1);
+  EXPECT_EQ(appkit::drawn(view).size(), canvas.commands.size() + 1);
 }
 
 TEST_F(StripView, NarrowViewDrawsTheBaseClassAlone) {
   [view setFrame:NSMakeRect(0, 0, 24, 40)];
-  [view drawRect:[view bounds]];
-  EXPECT_EQ(appkit::record().drawing, Commands{"super"});
+  EXPECT_EQ(appkit::drawn(view), Commands{"super"});
 }
 
 TEST_F(StripView, HasAnOutlineOnlyWhereTheUserWantsContrast) {
-  [view drawRect:[view bounds]];
-  Commands expected = appkit::record().drawing;
-  appkit::record().drawing.clear();
+  Commands expected = appkit::drawn(view);
   appkit::record().increasesContrast = true;
-  [view drawRect:[view bounds]];
   expected.push_back("strokeRoundedRect (10 6 284 28) r14 labelColor w1");
-  EXPECT_EQ(appkit::record().drawing, expected) << "its own colours stay";
+  EXPECT_EQ(appkit::drawn(view), expected) << "its own colours stay";
 }
 
 TEST_F(StripView, IsToldInWordsToThoseWhoCannotSeeIt) {

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "macos/appkit/registry.h"
 #include "macos/appkit/user.h"
 
@@ -119,9 +121,18 @@ NSWindow* onScreen = nil;
   for (NSButton* button in buttons_) shown.buttons.push_back([[button title] UTF8String]);
   record.alerts.push_back(shown);
   // The button that is there without having been added answers 0.
-  if (record.answers.empty()) return [buttons_ count] == 0 ? 0 : NSAlertFirstButtonReturn;
-  const int answer = record.answers.front();
-  record.answers.pop_front();
+  int answer = [buttons_ count] == 0 ? 0 : NSAlertFirstButtonReturn;
+  if (!record.answers.empty()) {
+    answer = record.answers.front();
+    record.answers.pop_front();
+  }
+  // Time goes on while the user reads.
+  constexpr double kSeconds = 10;
+  ++record.alertsOpen;
+  if (const auto work = std::exchange(record.duringAlert, nullptr)) work();
+  appkit::fireTimers();
+  appkit::advanceMainQueue(kSeconds);
+  --record.alertsOpen;
   return answer;
 }
 
@@ -152,9 +163,12 @@ NSWindow* onScreen = nil;
 }
 
 - (void)run {
-  [delegate_ applicationDidFinishLaunching:
-                 [NSNotification notificationWithName:@"NSApplicationDidFinishLaunchingNotification"
-                                               object:self]];
+  @autoreleasepool {  // the run loop empties its pool after each event
+    [delegate_
+        applicationDidFinishLaunching:
+            [NSNotification notificationWithName:@"NSApplicationDidFinishLaunchingNotification"
+                                          object:self]];
+  }
   if (appkit::record().whileRunning) appkit::record().whileRunning();
 }
 

@@ -18,7 +18,12 @@ void write(const std::string& command) {
   appkit::record().drawing.push_back(command);
 }
 
+NSView* flipped = nil;  ///< that is just drawn
+
 std::string words(NSRect rect) {
+  if (flipped != nil) {
+    rect.origin.y = [flipped bounds].size.height - rect.origin.y - rect.size.height;
+  }
   return format("(%g %g %g %g)", rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
 }
 
@@ -240,6 +245,16 @@ std::string words(NSRect rect) {
 @end
 
 namespace appkit {
+
+std::vector<std::string> drawn(NSView* view) {
+  std::vector<std::string> commands;
+  commands.swap(record().drawing);
+  flipped = [view isFlipped] ? view : nil;
+  [view drawRect:[view bounds]];
+  flipped = nil;
+  commands.swap(record().drawing);
+  return commands;
+}
 
 std::vector<std::string> drawingIn(NSImage* image) {
   std::vector<std::string> commands;

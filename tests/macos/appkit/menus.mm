@@ -1,3 +1,5 @@
+#include <vector>
+
 #include "macos/appkit/registry.h"
 #include "macos/appkit/user.h"
 
@@ -16,8 +18,17 @@
 }
 
 - (void)dealloc {
+  if (isTracked_) --appkit::record().menusOpen;
+  for (NSMenuItem* item in items_) item->menu_ = nil;
   [items_ release];
   [super dealloc];
+}
+
+- (void)mayChange {
+  if (reportsClosing_) {
+    [NSException raise:NSInternalInconsistencyException
+                format:@"the menu is changed while it reports that it has closed"];
+  }
 }
 
 - (NSArray*)itemArray {
@@ -25,7 +36,8 @@
 }
 
 - (void)setItemArray:(NSArray*)items {
-  [items_ setArray:items];
+  [self removeAllItems];
+  for (NSMenuItem* item in items) [self addItem:item];
 }
 
 - (NSInteger)numberOfItems {
@@ -37,6 +49,12 @@
 }
 
 - (void)addItem:(NSMenuItem*)newItem {
+  [self mayChange];
+  if (newItem->menu_ != nil) {
+    [NSException raise:NSInternalInconsistencyException
+                format:@"the item \"%@\" stands in a menu already", [newItem title]];
+  }
+  newItem->menu_ = self;
   [items_ addObject:newItem];
 }
 
@@ -51,11 +69,14 @@
 }
 
 - (void)removeAllItems {
+  [self mayChange];
+  for (NSMenuItem* item in items_) item->menu_ = nil;
   [items_ removeAllObjects];
 }
 
 - (void)cancelTracking {
   ++appkit::record().trackingsCancelled;
+  appkit::close(self);
 }
 
 @end
@@ -68,7 +89,7 @@
 @synthesize keyEquivalent = keyEquivalent_;
 @synthesize toolTip = toolTip_;
 @synthesize image = image_;
-@synthesize submenu = submenu_;
+@synthesize menu = menu_;
 @synthesize view = view_;
 @synthesize target = target_;
 @synthesize action = action_;
@@ -100,8 +121,25 @@
   return self;
 }
 
+- (NSMenu*)submenu {
+  return submenu_;
+}
+
+- (void)setSubmenu:(NSMenu*)submenu {
+  if (submenu != nil && submenu->owner_ != nil) {
+    [NSException raise:NSInternalInconsistencyException
+                format:@"the submenu of \"%@\" belongs to an item already", title_];
+  }
+  if (submenu_ != nil) submenu_->owner_ = nil;
+  [submenu retain];
+  [submenu_ release];
+  submenu_ = submenu;
+  if (submenu_ != nil) submenu_->owner_ = self;
+}
+
 - (void)dealloc {
   --appkit::record().menuItems;
+  if (submenu_ != nil) submenu_->owner_ = nil;
   for (id object :
        {static_cast<id>(title_), static_cast<id>(keyEquivalent_), static_cast<id>(toolTip_),
         static_cast<id>(image_), static_cast<id>(submenu_), static_cast<id>(view_),
@@ -112,6 +150,13 @@
 }
 
 @end
+
+namespace {
+
+/// The status bar keeps none of them alive.
+std::vector<NSStatusItem*> inStatusBar;
+
+}  // namespace
 
 @implementation NSStatusItem
 
@@ -129,21 +174,13 @@
 }
 
 - (void)dealloc {
+  [[NSStatusBar systemStatusBar] removeStatusItem:self];
   [menu_ release];
   [button_ release];
   [super dealloc];
 }
 
 @end
-
-namespace {
-
-NSMutableArray* inStatusBar() {
-  static NSMutableArray* items = [[NSMutableArray alloc] init];
-  return items;
-}
-
-}  // namespace
 
 @implementation NSStatusBar
 
@@ -155,16 +192,14 @@ NSMutableArray* inStatusBar() {
 - (NSStatusItem*)statusItemWithLength:(CGFloat)length {
   NSStatusItem* item = [[[NSStatusItem alloc] init] autorelease];
   [item setLength:length];
-  [inStatusBar() addObject:item];
+  inStatusBar.push_back(item);
   ++appkit::record().statusItems;
   appkit::record().policyAtStatusItem = appkit::record().activationPolicy;
   return item;
 }
 
 - (void)removeStatusItem:(NSStatusItem*)item {
-  if (![inStatusBar() containsObject:item]) return;
-  --appkit::record().statusItems;
-  [inStatusBar() removeObject:item];
+  if (std::erase(inStatusBar, item) > 0) --appkit::record().statusItems;
 }
 
 @end
@@ -172,7 +207,7 @@ NSMutableArray* inStatusBar() {
 namespace appkit {
 
 NSStatusItem* statusItem() {
-  return [inStatusBar() count] == 1 ? [inStatusBar() objectAtIndex:0] : nil;
+  return inStatusBar.size() == 1 ? inStatusBar.front() : nil;
 }
 
 std::vector<std::string> titles(NSMenu* menu) {
@@ -190,17 +225,41 @@ NSMenuItem* itemTitled(NSMenu* menu, const std::string& beginning) {
   return nil;
 }
 
+namespace {
+
+/// The menu that opens in the menu bar.
+NSMenu* rootOf(NSMenuItem* item) {
+  NSMenu* menu = [item menu];
+  while (menu != nil && menu->owner_ != nil) menu = [menu->owner_ menu];
+  return menu;
+}
+
+}  // namespace
+
 void open(NSMenu* menu) {
+  if (menu->isTracked_) {
+    [NSException raise:NSInternalInconsistencyException format:@"the menu is open already"];
+  }
   [[menu delegate] menuNeedsUpdate:menu];
   [[menu delegate] menuWillOpen:menu];
+  menu->isTracked_ = YES;
+  ++record().menusOpen;
 }
 
 void close(NSMenu* menu) {
+  if (menu == nil || !menu->isTracked_) return;
+  menu->isTracked_ = NO;
+  --record().menusOpen;
+  menu->reportsClosing_ = YES;
   [[menu delegate] menuDidClose:menu];
+  menu->reportsClosing_ = NO;
+  record().menuFades = true;
 }
 
 void sendAction(NSMenuItem* item) {
   if (![item isEnabled] || [item action] == NULL) return;
+  [[item retain] autorelease];
+  close(rootOf(item));
   record().menuFades = true;
   [[item target] performSelector:[item action] withObject:item];
 }

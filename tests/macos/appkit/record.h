@@ -31,11 +31,12 @@ struct AddedTimer {
 
 struct Record {
   // How AppKit answers.
-  bool buttonless = false;          ///< status items have no button
-  bool withoutApplication = false;  ///< there is no application object
-  bool increasesContrast = false;   ///< the user's wish
-  bool refusesActivation = false;   ///< as since macOS 14: programs don't come to the front
-  std::deque<int> answers;          ///< of alerts; none left: what the only or first button gives
+  bool buttonless = false;            ///< status items have no button
+  bool withoutApplication = false;    ///< there is no application object
+  bool increasesContrast = false;     ///< the user's wish
+  bool refusesActivation = false;     ///< as since macOS 14: programs don't come to the front
+  std::function<void()> duringAlert;  ///< runs once, while the next alert is open
+  std::deque<int> answers;            ///< of alerts; none left: what the only or first button gives
   std::function<void()> whileRunning;  ///< runs once the application has launched
 
   // What it was asked.
@@ -50,7 +51,9 @@ struct Record {
   int terminations = 0;
   bool windowIsInFront = false;  ///< the one on screen is before those of other programs
   int savedGraphicsStates = 0;   ///< that were not restored
-  bool menuFades = false;        ///< a choice was made, and the run loop has not turned since
+  int menusOpen = 0;
+  int alertsOpen = 0;
+  bool menuFades = false;  ///< a choice was made, and the run loop has not turned since
 
   // What is alive.
   int activities = 0;   ///< that keep the program from being napped

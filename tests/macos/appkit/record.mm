@@ -38,6 +38,10 @@ void reset() {
 }
 
 void advanceMainQueue(double seconds) {
+  // As libdispatch: work of the main queue waits for the work that is running, even if that waits
+  // for an alert.
+  static bool isRunning = false;
+  if (isRunning) return;
   const dispatch_time_t end = now + static_cast<dispatch_time_t>(seconds * 1e9);
   for (;;) {
     const auto next = std::min_element(mainQueue.begin(), mainQueue.end(),
@@ -46,7 +50,9 @@ void advanceMainQueue(double seconds) {
     const Waiting work = *next;
     mainQueue.erase(next);
     now = std::max(now, work.due);
+    isRunning = true;
     work.work(work.context);
+    isRunning = false;
   }
   now = end;
 }

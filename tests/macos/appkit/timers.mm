@@ -88,6 +88,7 @@ void fireThose(Predicate isMeant) {
 }  // namespace
 
 void turnRunLoop() {
+  if (record().menusOpen > 0 || record().alertsOpen > 0) return;
   record().menuFades = false;
   fireThose([](const AddedTimer& timer) {
     return !timer.repeats && timer.mode == [NSDefaultRunLoopMode UTF8String];
@@ -95,7 +96,10 @@ void turnRunLoop() {
 }
 
 void fireTimers() {
-  fireThose([](const AddedTimer& timer) { return timer.repeats; });
+  const bool isDefaultMode = record().menusOpen == 0 && record().alertsOpen == 0;
+  fireThose([isDefaultMode](const AddedTimer& timer) {
+    return timer.repeats && (isDefaultMode || timer.mode == [NSRunLoopCommonModes UTF8String]);
+  });
 }
 
 void forgetTimers() {

@@ -45,6 +45,10 @@
   return NSMakeSize(-1, -1);
 }
 
+- (BOOL)isFlipped {
+  return NO;
+}
+
 - (void)drawRect:(NSRect)dirtyRect {
   appkit::record().drawing.push_back("super");
 }

@@ -16,6 +16,10 @@
   NSMutableArray* items_;
   BOOL autoenablesItems_;
   id<NSMenuDelegate> delegate_;
+ @public
+  NSMenuItem* owner_;  // whose submenu it is; not retained
+  BOOL isTracked_;
+  BOOL reportsClosing_;
 }
 @property BOOL autoenablesItems;
 @property(assign) id<NSMenuDelegate> delegate;
@@ -44,6 +48,8 @@
   NSInteger tag_;
   id representedObject_;
   NSString* accessibilityLabel_;
+ @public
+  NSMenu* menu_;  // that it stands in; not retained
 }
 @property(getter=isSeparatorItem, readonly) BOOL separatorItem;
 @property(getter=isEnabled) BOOL enabled;
@@ -52,6 +58,7 @@
 @property(copy) NSString* toolTip;
 @property(retain) NSImage* image;
 @property(retain) NSMenu* submenu;
+@property(readonly, assign) NSMenu* menu;
 @property(retain) NSView* view;
 @property(assign) id target;
 @property SEL action;

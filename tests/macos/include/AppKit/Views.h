@@ -30,6 +30,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
 @property(readonly) NSSize intrinsicContentSize;
 @property(copy) NSString* toolTip;
 - (instancetype)initWithFrame:(NSRect)frameRect;
+@property(readonly, getter=isFlipped) BOOL flipped;
 - (void)drawRect:(NSRect)dirtyRect;
 @end
 
