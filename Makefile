@@ -2,12 +2,13 @@
 # missing.
 
 PRESET ?= release
-PREFIX ?= /usr/local
 JOBS ?= $(shell getconf _NPROCESSORS_ONLN)
 ifeq ($(shell uname),Darwin)
 START = open build/$(PRESET)/Vorda.app
+PREFIX ?= /Applications
 else
 START = build/$(PRESET)/vorda
+PREFIX ?= /usr/local
 endif
 
 .PHONY: help run test build bench coverage fuzz soak lint docs install package check-packages screenshots desktops clean
@@ -69,7 +70,7 @@ docs: ## make the pages of the headers' contracts and of docs/, in build/docs
 	@scripts/bootstrap docs
 	@scripts/docs
 
-install: build ## install the program under PREFIX=/usr/local (DESTDIR is honoured)
+install: build ## install the program under PREFIX: /usr/local, on a Mac /Applications (DESTDIR is honoured)
 	@cmake --install build/$(PRESET) --prefix $(PREFIX) --strip
 
 package: ## make the .deb packages, in build/release/packages

@@ -4,8 +4,23 @@
 include(CheckCXXCompilerFlag)
 include(CheckPIESupported)
 
-# The standard library checks bounds and preconditions in every build.
+# The standard library checks bounds and preconditions in every build: libstdc++, and libc++ in the
+# way of its version, of which a wrong one is an error in some.
+include(CheckCXXSourceCompiles)
 add_compile_definitions(_GLIBCXX_ASSERTIONS)
+check_cxx_source_compiles("#include <version>
+#ifndef _LIBCPP_VERSION
+#error another library
+#endif
+int main() {}" VORDA_HAS_LIBCXX)
+check_cxx_source_compiles("#include <version>
+int mode = _LIBCPP_HARDENING_MODE_EXTENSIVE;
+int main() {}" VORDA_HAS_LIBCXX_HARDENING)
+if(VORDA_HAS_LIBCXX_HARDENING)
+  add_compile_definitions(_LIBCPP_HARDENING_MODE=_LIBCPP_HARDENING_MODE_EXTENSIVE)
+elseif(VORDA_HAS_LIBCXX)
+  add_compile_definitions(_LIBCPP_ENABLE_ASSERTIONS=1)
+endif()
 
 check_pie_supported(LANGUAGES CXX)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
@@ -30,7 +45,6 @@ endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   set(VORDA_FORTIFY_LEVEL 3)
 else()
-  include(CheckCXXSourceCompiles)
   check_cxx_source_compiles(
     "int main(int, char** argv) { return __builtin_dynamic_object_size(argv, 0) == 0; }"
     VORDA_HAS_DYNAMIC_OBJECT_SIZE)

@@ -6,6 +6,8 @@ set(VORDA_COPYRIGHT "Copyright © 2026 Halvek Software. All rights reserved." CA
 set(VORDA_CONTACT "Halvek Software <vorda@halvek.example>" CACHE STRING
     "Whom packages name as their maintainer")
 set(VORDA_REPOSITORY https://github.com/halvek/vorda CACHE STRING "Where the source is kept")
+set(VORDA_MAC_CATEGORY public.app-category.utilities CACHE STRING
+    "Where macOS files the program among others")
 set(VORDA_BUNDLE_IDENTIFIER com.halvek.vorda CACHE STRING "What macOS tells the program by")
 
 # As XML has them.
@@ -13,6 +15,16 @@ foreach(name VORDA_MAKER_FULL_NAME VORDA_COPYRIGHT)
   string(REPLACE "&" "&amp;" escaped "${${name}}")
   string(REPLACE "<" "&lt;" ${name}_XML "${escaped}")
 endforeach()
+
+# What Homebrew calls the oldest system that the program runs on.
+set(mac_names_13 ventura)
+set(mac_names_14 sonoma)
+set(mac_names_15 sequoia)
+string(REGEX MATCH "^[0-9]+" oldest_mac "${CMAKE_OSX_DEPLOYMENT_TARGET}")
+if(NOT mac_names_${oldest_mac})
+  message(FATAL_ERROR "Homebrew's name of macOS ${oldest_mac} is missing in cmake/Product.cmake")
+endif()
+set(VORDA_OLDEST_MAC ${mac_names_${oldest_mac}})
 
 # The version stands in the top CMakeLists.txt; the changelog knows when it was released.
 file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md release REGEX "^## \\[${PROJECT_VERSION}\\] - ")

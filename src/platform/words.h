@@ -13,6 +13,8 @@ struct Words {
   std::string_view statusArea;         ///< where the program's icon stands
   std::string_view dockerHelper;       ///< Docker's well-known root process
   std::string_view dockerAlternative;  ///< the second way to stop Docker
+  /// Why an MLX server is to be quit rather than killed; "" where that makes no difference.
+  std::string_view mlxQuitFirst = {};
 };
 
 inline constexpr Words kMacWords{
@@ -22,6 +24,7 @@ inline constexpr Words kMacWords{
     "menu bar",
     "This is common for Docker’s network helper (com.docker.vmnetd).",
     "• Open Docker Desktop → Quit Docker Desktop",
+    "Quit first: it gives wired memory back",
 };
 
 inline constexpr Words kLinuxWords{

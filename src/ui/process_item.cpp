@@ -60,6 +60,10 @@ std::string belowText(std::size_t processes) {
          (processes == 1 ? " other process runs below it" : " other processes run below it");
 }
 
+bool isMlxServer(const VordaProcess& process) {
+  return process.labRole == LabRole::inference && process.product == "MLX";
+}
+
 bool isDocker(const VordaProcess& process) {
   return process.product == "Docker" ||
          text::lowered(process.displayName).find("docker") != std::string::npos;
@@ -84,6 +88,9 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& w
     if (process.processesBelow > 0) items.push_back(label(belowText(process.processesBelow)));
     for (const std::string& line : asked) items.push_back(label(line));
     items.push_back(command("Quit", Action::quitProcess, process.pid));
+    if (isMlxServer(process) && !platform::words().mlxQuitFirst.empty()) {
+      items.push_back(label(std::string(platform::words().mlxQuitFirst)));
+    }
     items.push_back(command("Force Quit (" + MemoryFormat::compact(process.memMB) + ")",
                             Action::forceProcess, process));
   }

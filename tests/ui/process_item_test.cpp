@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <variant>
 #include <vector>
@@ -200,6 +201,38 @@ TEST_P(DockerItem, IsThereForProtectedDockerProcesses) {
   machine().words = platform::kMacWords;
   EXPECT_EQ(submenu()[4].title, "Quit Docker Desktop from the menu bar whale");
 }
+
+struct MlxRow {
+  std::string name;
+  std::string product;
+  LabRole role;
+  platform::Words words;
+  bool hasLine;
+};
+
+class MlxLine : public ProcessItem, public testing::WithParamInterface<MlxRow> {};
+
+TEST_P(MlxLine, StandsAboveForceQuitOfAServer) {
+  const MlxRow& row = GetParam();
+  process_.product = row.product;
+  process_.labRole = row.role;
+  machine().words = row.words;
+  const auto entries = submenu();
+  const auto force = std::ranges::find(entries, Action::forceProcess, &MenuItem::action);
+  ASSERT_GT(force - entries.begin(), 0);
+  const MenuItem& above = *(force - 1);
+  EXPECT_EQ(above.title == "Quit first: it gives wired memory back", row.hasLine) << above.title;
+  EXPECT_EQ(above.enabled, !row.hasLine);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, MlxLine,
+    testing::Values(MlxRow{"Server", "MLX", LabRole::inference, platform::kMacWords, true},
+                    MlxRow{"Training", "MLX", LabRole::training, platform::kMacWords, false},
+                    MlxRow{"OtherServer", "Ollama", LabRole::inference, platform::kMacWords, false},
+                    MlxRow{"ElsewhereThanOnAMac", "MLX", LabRole::inference, platform::kLinuxWords,
+                           false}),
+    rowName<MlxRow>);
 
 INSTANTIATE_TEST_SUITE_P(
     Table, DockerItem,

@@ -1,8 +1,3 @@
-# Libraries to link statically into an application that runs from macOS 13 on.
+include(${CMAKE_CURRENT_LIST_DIR}/common.cmake)
 set(VCPKG_TARGET_ARCHITECTURE arm64)
-set(VCPKG_CRT_LINKAGE dynamic)
-set(VCPKG_LIBRARY_LINKAGE static)
-set(VCPKG_BUILD_TYPE release)
-set(VCPKG_CMAKE_SYSTEM_NAME Darwin)
 set(VCPKG_OSX_ARCHITECTURES arm64)
-set(VCPKG_OSX_DEPLOYMENT_TARGET 13.0)
