@@ -11,7 +11,7 @@ START = build/$(PRESET)/vorda
 PREFIX ?= /usr/local
 endif
 
-.PHONY: help run test build bench coverage fuzz soak lint docs install package check-packages screenshots desktops clean
+.PHONY: help run test build bench coverage fuzz soak lint docs install package check-packages screenshots desktops mac-check clean
 
 # How long `make fuzz` runs each target, in seconds.
 FUZZ_SECONDS ?= 60
@@ -94,6 +94,10 @@ desktops: ## try the tray on real desktops, and take pictures of it (root; minut
 	@cmake --preset release
 	@cmake --build --preset release --target programs play_process
 	@tests/desktops/run
+
+mac-check: ## build on Linux what a Mac builds, against the macOS SDK that SDK=FOLDER names
+	@scripts/bootstrap build mac-check
+	@scripts/mac_check "$(SDK)"
 
 clean: ## remove everything that was built
 	rm -rf build
