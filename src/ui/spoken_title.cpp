@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <variant>
 
 #include "scanner/vorda_process.h"
 #include "ui/row_parts.h"
@@ -13,15 +12,6 @@ namespace {
 constexpr std::string_view kStar = "★ ";
 constexpr std::string_view kLock = " 🔒";
 constexpr std::string_view kPause = ", ";
-
-/// The process of a row; its submenu's items act on it.
-const VordaProcess* processOf(const MenuItem& row) {
-  if (row.name.begin == row.name.end) return nullptr;
-  for (const MenuItem& item : row.submenu) {
-    if (const auto* process = std::get_if<VordaProcess>(&item.representedObject)) return process;
-  }
-  return nullptr;
-}
 
 std::string_view spokenRole(LabRole role) {
   switch (role) {
