@@ -1,7 +1,7 @@
 #include "macos/stage.h"
 #include "platform/macos/places.h"
 
-namespace platform::places {
+namespace platform::Places {
 
 const char* const kLaunchctl = Stage::launchctlPath();
 const char* const kMachineLaunchAgents = Stage::machineLaunchAgentsPath();
@@ -11,4 +11,4 @@ const char* const kDockerDesktop = Stage::dockerPath();
 const std::chrono::milliseconds kListLimit{60'000};
 const std::chrono::milliseconds kActionLimit{60'000};
 
-}  // namespace platform::places
+}  // namespace platform::Places
