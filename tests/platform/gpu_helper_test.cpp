@@ -31,7 +31,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 constexpr auto kLong = 3600s;
-constexpr std::uint64_t kGiB = 1ULL << 30;
+constexpr std::uint64_t kGibibyte = 1ULL << 30;
 
 std::string libraryOf(const std::string& version) {
   return std::string(NVML_DOUBLES) + "/" + version + "/libnvidia-ml.so.1";
@@ -171,7 +171,7 @@ TEST_P(HelperCards, AreTold) {
   EXPECT_EQ(heard->answer.devices, GetParam().cards);
 }
 
-const platform::GpuCapacity kUsualCapacity{80 * kGiB, 38 * kGiB};
+const platform::GpuCapacity kUsualCapacity{80 * kGibibyte, 38 * kGibibyte};
 const GpuDevice kFirst{"0000:65:00.0", "NVIDIA H100", kUsualCapacity};
 const GpuDevice kSecond{"0000:66:00.0", "NVIDIA H100", kUsualCapacity};
 
@@ -188,7 +188,8 @@ INSTANTIATE_TEST_SUITE_P(
         CardRow{"DividedCardWhosePartsAloneTell",
                 "v3",
                 "mig=closed",
-                {{"0000:65:00.0", "NVIDIA H100", platform::GpuCapacity{20 * kGiB, 20 * kGiB}}}}),
+                {{"0000:65:00.0", "NVIDIA H100",
+                  platform::GpuCapacity{20 * kGibibyte, 20 * kGibibyte}}}}),
     rowName<CardRow>);
 
 class HelperErrors : public Helper, public testing::WithParamInterface<int> {};
