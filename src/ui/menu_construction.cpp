@@ -119,7 +119,7 @@ bool comesBefore(const VordaProcess& a, const VordaProcess& b, SortBy sortBy) {
     case SortBy::memory:
       break;
   }
-  return a.memMB > b.memMB;
+  return false;  // each list comes sorted by the memory that it is about
 }
 
 /// The rows of a section, and what ends it where it is cut.
@@ -150,7 +150,7 @@ class SectionRows {
     items_.push_back(std::move(more));
   }
 
-  /// The largest of them are shown, in the order of the arrangement.
+  /// Those that come first in `list`, where the largest do, in the order of the arrangement.
   void addProcesses(ProcessList list) {
     if (content_.arrangement != nullptr) {
       const SortBy sortBy = content_.arrangement->sortBy;
