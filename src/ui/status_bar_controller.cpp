@@ -130,10 +130,9 @@ void StatusBarController::updateStrip() {
 }
 
 void StatusBarController::rebuildMenu() {
-  rootMenu_ = std::make_shared<const Menu>(
-      MenuConstruction::build({processes_, launchAgents_, SystemMemory::snapshot(), &quitRequests_,
-                               launchAgentOperations_, &gpus_, scan_.unlistedMembers(),
-                               &arrangement_}));
+  rootMenu_ = std::make_shared<const Menu>(MenuConstruction::build(
+      {processes_, launchAgents_, SystemMemory::snapshot(), &quitRequests_, launchAgentOperations_,
+       &gpus_, scan_.unlistedMembers(), &arrangement_}));
   frontEnd_.menuRebuilt(rootMenu_);
 }
 

@@ -118,9 +118,9 @@ TEST_F(TerminalLaunchAgents, ThatDoNotStartAreToldOf) {
 }
 
 TEST_F(TerminalLaunchAgents, WithoutARowAreUnloadedByTheirProcess) {
-  const std::string kProgram = "mcp-server-unloaded";
+  const std::string kProgram = "MCP: unloaded";  // what mcp-server-unloaded is called
   // No AI tooling by its name, and not kept alive.
-  rig_.addService("plain-service", execStart(playProcess({}, {kProgram, "stdio"})));
+  rig_.addService("plain-service", execStart(playProcess({}, {"mcp-server-unloaded", "stdio"})));
   ASSERT_EQ(runProgram({"systemctl", "--user", "start", "plain-service"}), 0);
   TerminalSession terminal({.height = 50});
   ASSERT_TRUE(terminal.waitFor(kProgram));

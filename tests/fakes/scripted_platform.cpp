@@ -4,8 +4,8 @@
 #include <cerrno>
 #include <utility>
 
-#include "platform/process_place.h"
 #include "platform/applications.h"
+#include "platform/process_place.h"
 #include "platform/processes.h"
 #include "platform/signals.h"
 #include "platform/users.h"

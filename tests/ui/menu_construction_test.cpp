@@ -43,8 +43,10 @@ class MenuConstructionTest : public testing::Test {
   MenuConstructionTest() { resetMachine(); }
 
   Menu menu() const {
-    return MenuConstruction::build(
-        {.processes = processes_, .launchAgents = launchAgents_, .sys = sys_, .arrangement = &arrangement_});
+    return MenuConstruction::build({.processes = processes_,
+                                    .launchAgents = launchAgents_,
+                                    .sys = sys_,
+                                    .arrangement = &arrangement_});
   }
 
   /// The titles of the items; "---" for a separator, "===" for the strip.

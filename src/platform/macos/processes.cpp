@@ -1,4 +1,3 @@
-#include "platform/process_place.h"
 #include "platform/processes.h"
 
 #include <libproc.h>
@@ -16,6 +15,7 @@
 #include "platform/macos/argument_block.h"
 #include "platform/macos/process_record.h"
 #include "platform/posix/fingerprint.h"
+#include "platform/process_place.h"
 #include "text/path.h"
 #include "text/unicode.h"
 

@@ -1,5 +1,6 @@
-#include "platform/process_place.h"
 #include "platform/processes.h"
+
+#include "platform/process_place.h"
 
 namespace platform {
 
