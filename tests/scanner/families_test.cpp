@@ -17,13 +17,13 @@ using ProcessScanner::FamilyFacts;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr std::int32_t kOwn = 4000;
+constexpr std::int32_t kOwnUid = 4000;
 
 using Heads = std::map<std::int32_t, std::int32_t>;
 
 /// The members of families, each with its head.
 Heads headsIn(Families& families, const std::vector<FamilyFacts>& processes) {
-  families.begin(kOwn);
+  families.begin(kOwnUid);
   for (const FamilyFacts& process : processes) families.add(process);
   families.find();
   Heads heads;
@@ -97,7 +97,7 @@ const FamilyRow kFamilyRows[] = {
      {process(10, {}, LabRole::agent), process(11, 10, LabRole::inference)},
      {{10, 10}, {11, 10}}},
     {"WhoStartedVordaIsABorder",
-     {process(10, {}), process(11, 10), process(12, 10), process(kOwn, 11)},
+     {process(10, {}), process(11, 10), process(12, 10), process(kOwnUid, 11)},
      {}},
     {"ACircle", {process(10, 11), process(11, 10), process(12, 11)}, {}},
 };
@@ -107,7 +107,7 @@ INSTANTIATE_TEST_SUITE_P(Table, FamilyTree, testing::ValuesIn(kFamilyRows), rowN
 TEST(FamiliesOfADeepChain, AreFoundInOneGo) {
   constexpr int kDeep = 200'000;  // a walk up from each would take minutes
   std::vector<FamilyFacts> chain;
-  constexpr int kFirst = kOwn + 1;
+  constexpr int kFirst = kOwnUid + 1;
   for (int i = 0; i < kDeep; ++i) chain.push_back(process(kFirst + i, kFirst + i - 1));
   Families families;
   EXPECT_EQ(headsIn(families, chain).at(kFirst + kDeep - 1), kFirst);

@@ -8,8 +8,8 @@
 #include "scanner/second_look/invocation.h"
 #include "scanner/second_look/products.h"
 
-/// The second look at a command line, beside the rules (role_classification.h,
-/// friendly_naming.h): who runs, whose words these are, what it does, and what it is called. Pure,
+/// The second look at a command line, beside the rules (rules.h):
+/// who runs, whose words these are, what it does, and what it is called. Pure,
 /// and linear in the line.
 namespace second_look {
 
@@ -17,7 +17,7 @@ namespace second_look {
 struct Verdict {
   LabRole role = LabRole::none;
   LabRole byRules = LabRole::none;  ///< what the rules alone had said
-  /// None: friendly_naming.h names the process.
+  /// None: the rules name the process.
   std::optional<ProcessScanner::FriendlyName> name = std::nullopt;
   /// It only waits for the program that it has started: of the two one has the role.
   bool waits = false;
