@@ -20,7 +20,10 @@ constexpr bool containsAny(std::string_view text, std::initializer_list<std::str
 
 /// The same, whatever the case of ASCII letters.
 inline bool containsInAnyCase(std::string_view text, std::string_view part) {
-  return !std::ranges::search(text, part, {}, asciiLower, asciiLower).empty() || part.empty();
+  // Not std::ranges::search: clang 14 can't compile that of gcc's library.
+  const auto sameLetter = [](char a, char b) { return asciiLower(a) == asciiLower(b); };
+  return part.empty() ||
+         std::search(text.begin(), text.end(), part.begin(), part.end(), sameLetter) != text.end();
 }
 
 }  // namespace text

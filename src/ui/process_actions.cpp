@@ -105,6 +105,7 @@ std::vector<std::string> StatusBarController::fairShareLines(const VordaProcess&
     std::ranges::copy(family->members, std::back_inserter(asked));
   }
   std::vector<std::int32_t> pids;
+  pids.reserve(asked.size());
   for (const VordaProcess* one : asked) pids.push_back(one->pid);
   const auto shares = platform::fairShares(pids, kBudget);
 

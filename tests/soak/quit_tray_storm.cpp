@@ -71,6 +71,7 @@ class TrayMenu : public QuitMenu {
 
   /// Whether that pid has a row, somebody's.
   bool lookAt(const PidRelay::Names& names) {
+    host_->menuClosed();  // or it would be the same opening, told again
     host_->aboutToShow();
     const auto row = host_->processRow(names.pid);
     if (row && row->label.find(names.meant) != std::string::npos) row_ = row;

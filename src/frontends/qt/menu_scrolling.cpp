@@ -84,9 +84,8 @@ bool MenuScrolling::eventFilter(QObject* watched, QEvent* event) {
     }
     case QEvent::KeyPress: {
       // After the menu has seen the key.
-      const QPointer<QMenu> later = &menu;
-      QTimer::singleShot(0, this, [later] {
-        if (later && later->isVisible()) bringIntoSight(*later);
+      QTimer::singleShot(0, &menu, [&menu] {
+        if (menu.isVisible()) bringIntoSight(menu);
       });
       return false;
     }

@@ -38,7 +38,7 @@ bool hasNamesake(const MenuItem& row, const MenuView& view) {
 /// "  [A]" for a process with a segment in the strip; before it the pid where names are alike, and
 /// after it whether it was left behind.
 std::string tagOf(const MenuItem& row, const MenuView& view) {
-  const std::string mark = row.isLeftBehind ? "  left behind" : "";
+  std::string mark = row.isLeftBehind ? "  left behind" : "";
   if (!row.process) return mark;
   const std::int32_t pid = row.process->pid;
   std::string tag;
@@ -57,9 +57,10 @@ std::string ageOf(const MenuItem& row) {
   const auto part = [](std::uint64_t count, const char* unit) {
     return std::to_string(count) + unit;
   };
+  constexpr std::uint64_t kDay = 1'440;
   if (minutes < 60) return "for " + part(minutes, " min");
-  if (minutes < 24 * 60) return "for " + part(minutes / 60, " h ") + part(minutes % 60, " min");
-  return "for " + part(minutes / (24 * 60), " d ") + part(minutes / 60 % 24, " h");
+  if (minutes < kDay) return "for " + part(minutes / 60, " h ") + part(minutes % 60, " min");
+  return "for " + part(minutes / kDay, " d ") + part(minutes / 60 % 24, " h");
 }
 
 bool isLabel(const MenuItem& item) {

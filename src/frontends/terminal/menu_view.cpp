@@ -202,7 +202,7 @@ void MenuView::resized(const MenuGeometry& geometry) {
 MenuRequest MenuView::handle(const Input& input, const MenuGeometry& geometry) {
   const int height = geometry.list.height;
   if (isTyping() && input.kind != Input::Kind::click) {
-    const MenuRequest request = handleTyping(input, height);
+    MenuRequest request = handleTyping(input, height);
     remember();
     return request;
   }

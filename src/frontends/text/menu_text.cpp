@@ -112,7 +112,7 @@ std::string stripText(const MemoryPressureView& strip) {
 }
 
 std::string menuText(const Menu& menu, CharacterSet characters) {
-  const auto shown = [characters](std::string text) {
+  const auto shown = [characters](const std::string& text) {
     return characters == CharacterSet::ascii ? terminal::inAscii(text) : text;
   };
   const auto found = stripOf(menu);

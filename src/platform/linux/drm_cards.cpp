@@ -36,6 +36,11 @@ std::optional<DrmCard::Node> nodeOf(std::string_view numbers) {
                        static_cast<std::uint32_t>(*minorNumber)};
 }
 
+std::string pathOf(const std::string& folder, const std::string& name) {
+  std::string path = folder;
+  return path.append("/").append(name);
+}
+
 std::optional<GpuCapacity> capacityOf(const FileTree& sys, const std::string& device) {
   const auto total = sys.number(device + "/mem_info_vram_total");
   const auto used = sys.number(device + "/mem_info_vram_used");
@@ -53,7 +58,7 @@ void addNodes(const FileTree& sys, const std::string& folder,
         })) {
       continue;
     }
-    const std::string node = folder + "/" + name;
+    const std::string node = pathOf(folder, name);
     const std::string device = node + "/device";
     const auto numbers = nodeOf(sys.line(node + "/dev"));
     if (!numbers) continue;
@@ -81,7 +86,7 @@ std::map<std::uint64_t, std::size_t> kfdNumbers(const FileTree& sys,
   std::map<std::uint64_t, std::size_t> numbers;
   const std::string folder = "class/kfd/kfd/topology/nodes";
   for (const std::string& name : sys.names(folder)) {
-    const std::string node = folder + "/" + name;
+    const std::string node = pathOf(folder, name);
     const auto number = sys.number(node + "/gpu_id");
     if (!number || *number == 0) continue;  // 0: a processor
     const std::string properties = sys.text(node + "/properties").value_or("");
@@ -113,6 +118,7 @@ std::vector<DrmCard> drmCards(const FileTree& sys) {
   addNodes(sys, "class/drm", {"card", "renderD"}, byId);
   addNodes(sys, "class/accel", {"accel"}, byId);
   std::vector<DrmCard> cards;
+  cards.reserve(byId.size());
   for (auto& [id, card] : byId) cards.push_back(std::move(card));
   return cards;
 }
@@ -127,7 +133,8 @@ CardUses kfdUses(const FileTree& sys, const std::vector<DrmCard>& cards) {
     for (const std::string& name : processes) {
       const auto pid = decimal(name);
       if (!pid || *pid == 0 || *pid > std::numeric_limits<std::int32_t>::max()) continue;
-      const auto bytes = sys.number(folder + "/" + name + "/vram_" + std::to_string(number));
+      const auto bytes =
+          sys.number(pathOf(folder, name).append("/vram_").append(std::to_string(number)));
       if (bytes.value_or(0) == 0) continue;
       uses[{static_cast<std::int32_t>(*pid), card}] += *bytes;
     }

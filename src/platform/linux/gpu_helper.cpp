@@ -86,7 +86,7 @@ void GpuHelper::ask(const std::string& library, bool once) {
 
 /// False when nothing more will come.
 bool GpuHelper::receive() {
-  std::array<char, 16 << 10> bytes;
+  std::array<char, 16 << 10> bytes = {};
   for (;;) {
     const ssize_t count = recv(socket_.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
     if (count > 0) {

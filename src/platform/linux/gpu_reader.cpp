@@ -48,8 +48,9 @@ class Merging {
     GpuReading reading;
     std::vector<std::size_t> placeOf(devices_.size());
     for (const auto& [id, place] : places_) {
-      const bool isUsed = std::any_of(uses_.begin(), uses_.end(),
-                                      [&](const auto& use) { return use.first.second == place; });
+      const bool isUsed =
+          std::any_of(uses_.begin(), uses_.end(),
+                      [&, card = place](const auto& use) { return use.first.second == card; });
       if (!devices_[place].capacity && !isUsed) continue;
       placeOf[place] = reading.devices.size();
       reading.devices.push_back(devices_[place]);

@@ -53,7 +53,8 @@ NvidiaCards nvidiaCards(const FileTree& sys) {
   NvidiaCards cards;
   const std::string folder = "bus/pci/devices";
   for (const std::string& name : sys.names(folder)) {
-    const std::string device = folder + "/" + name;
+    std::string device = folder;
+    device.append("/").append(name);
     // Of NVIDIA, and a display controller: a card's sound and USB devices sleep on their own.
     if (sys.line(device + "/vendor") != "0x10de") continue;
     if (!sys.line(device + "/class").starts_with("0x03")) continue;

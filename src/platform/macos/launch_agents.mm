@@ -35,7 +35,7 @@ LaunchctlInquiry& inquiry() {
 std::vector<ServiceAttempt> watched(std::vector<ServiceAttempt> attempts) {
   for (ServiceAttempt& attempt : attempts) {
     attempt = [original = std::move(attempt)] {
-      const auto reply = original();
+      auto reply = original();
       if (reply && reply->status >= 0) inquiry().resume();
       return reply;
     };

@@ -10,7 +10,9 @@ namespace second_look {
 namespace {
 
 // A newcomer's program goes to those that do the same kind of thing.
+// Each is one long text: only what another kind begins with has a comma before it.
 constexpr std::string_view kBystanders[] = {
+    // NOLINT(bugprone-suspicious-missing-comma)
     // searching, paging, showing, comparing
     "grep egrep fgrep zgrep rg ripgrep ag ack fzf find fd fdfind locate plocate mlocate updatedb "
     "tail head less more most cat bat tac nl wc sort uniq cut tr awk gawk mawk sed jq yq xxd "

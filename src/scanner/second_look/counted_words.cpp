@@ -107,11 +107,8 @@ std::vector<std::string> countedWords(Arguments arguments, const Invocation& inv
     if (word == "-m") {
       add(word);
     } else if (word.front() != '-' &&
-               (i == 0 || isListed("launch python python3 deno bun node", programName(word)))) {
-      add(text::lastPathComponent(word));
-    } else if (word.front() != '-' && word.find("torchrun") != std::string_view::npos) {
-      add(text::lastPathComponent(word));
-    } else if (word.front() != '-' && programName(word) == "accelerate") {
+               (i == 0 || word.find("torchrun") != std::string_view::npos ||
+                isListed("launch accelerate python python3 deno bun node", programName(word)))) {
       add(text::lastPathComponent(word));
     } else if (word == "torch.distributed.run" || word == "torch.distributed.launch") {
       add("torchrun");

@@ -195,8 +195,8 @@ bool looksLikeModel(std::string_view word) {
   if (slash != std::string_view::npos) {
     return slash > 0 && slash == word.rfind('/') && slash + 1 < word.size() &&
            word.front() != '.' && word.front() != '~' && word.find(':') == std::string_view::npos &&
-           word.find_first_of(".", slash) == word.find_last_of(".") && !isRecipe(word) &&
-           !word.ends_with(".py") && !word.ends_with(".js");
+           word.find('.', slash) == word.rfind('.') && !isRecipe(word) && !word.ends_with(".py") &&
+           !word.ends_with(".js");
   }
   // "name:tag", no address
   const auto colon = word.find(':');
