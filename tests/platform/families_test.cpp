@@ -5,9 +5,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
+#include <fstream>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "fakes/scripted_front_end.h"
@@ -29,7 +32,25 @@ class RealFamilies : public testing::Test {
  protected:
   /// Who loses its parent becomes the test's, so that the test can end it.
   RealFamilies() { prctl(PR_SET_CHILD_SUBREAPER, 1); }
-  ~RealFamilies() override { prctl(PR_SET_CHILD_SUBREAPER, 0); }
+  /// Ends what a test that failed has left: its own children alone.
+  ~RealFamilies() override {
+    std::ifstream children("/proc/self/task/" + std::to_string(getpid()) + "/children");
+    for (pid_t child = 0; children >> child;) {
+      kill(child, SIGKILL);
+      waitpid(child, nullptr, 0);
+    }
+    prctl(PR_SET_CHILD_SUBREAPER, 0);
+  }
+
+  /// Scans until `count` processes are of that family, or a minute is over.
+  std::vector<VordaProcess> belowOf(pid_t head, std::size_t count) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    for (;;) {
+      auto members = belowOf(head);
+      if (members.size() == count || std::chrono::steady_clock::now() > deadline) return members;
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+  }
 
   std::vector<VordaProcess> belowOf(pid_t head) {
     scan_.scan(0, {}, processes_);
@@ -46,7 +67,7 @@ class RealFamilies : public testing::Test {
 
 TEST_F(RealFamilies, AreFoundAndKnowWhoHasEnded) {
   ChildProcess shell({"/bin/sh", "-c", "sleep 600 & echo ready; wait"});
-  const auto members = belowOf(shell.pid());
+  const auto members = belowOf(shell.pid(), 2);
   ASSERT_EQ(members.size(), 2U) << "the shell and its sleep";
   const pid_t sleep = members[0].pid == shell.pid() ? members[1].pid : members[0].pid;
   const pid_t head = shell.pid();
@@ -70,7 +91,7 @@ class EndOfARealFamily : public RealFamilies, public testing::WithParamInterface
 
 TEST_P(EndOfARealFamily, EndsEveryMember) {
   ChildProcess shell(workOf(GetParam().script));
-  ASSERT_EQ(belowOf(shell.pid()).size(), 3U);
+  ASSERT_EQ(belowOf(shell.pid(), 3).size(), 3U);
   ScriptedFrontEnd frontEnd;
   StatusBarController controller(frontEnd, {});
   const auto choose = std::make_shared<MenuItem>();

@@ -10,9 +10,10 @@ namespace second_look {
 namespace {
 
 // A newcomer's program goes to those that do the same kind of thing.
+// NOLINTBEGIN(bugprone-suspicious-missing-comma)
 // Each is one long text: only what another kind begins with has a comma before it.
 constexpr std::string_view kBystanders[] = {
-    // NOLINT(bugprone-suspicious-missing-comma)
+
     // searching, paging, showing, comparing
     "grep egrep fgrep zgrep rg ripgrep ag ack fzf find fd fdfind locate plocate mlocate updatedb "
     "tail head less more most cat bat tac nl wc sort uniq cut tr awk gawk mawk sed jq yq xxd "
@@ -119,6 +120,7 @@ constexpr std::string_view kBystanders[] = {
     "http.server json.tool timeit pdb trace cprofile pstats pyflakes pydoc idle idlelib zipapp "
     "simplehttpserver spacy-init",
 };
+// NOLINTEND(bugprone-suspicious-missing-comma)
 
 const std::unordered_set<std::string_view>& bystanders() {
   static const auto names = [] {
