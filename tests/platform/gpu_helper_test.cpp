@@ -40,6 +40,7 @@ std::string libraryOf(const std::string& version) {
 /// "4711 on 0: 36864 MiB", in the order that they were told.
 std::vector<std::string> words(const std::vector<GpuUse>& uses) {
   std::vector<std::string> words;
+  words.reserve(uses.size());
   for (const GpuUse& use : uses) {
     words.push_back(std::to_string(use.pid) + " on " + std::to_string(use.device) + ": " +
                     std::to_string(use.bytes >> 20) + " MiB");

@@ -107,6 +107,7 @@ INSTANTIATE_TEST_SUITE_P(Table, FamilyTree, testing::ValuesIn(kFamilyRows), rowN
 TEST(FamiliesOfADeepChain, AreFoundInOneGo) {
   constexpr int kDeep = 200'000;  // a walk up from each would take minutes
   std::vector<FamilyFacts> chain;
+  chain.reserve(kDeep);
   constexpr int kFirst = kOwnUid + 1;
   for (int i = 0; i < kDeep; ++i) chain.push_back(process(kFirst + i, kFirst + i - 1));
   Families families;

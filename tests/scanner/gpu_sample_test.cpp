@@ -41,6 +41,7 @@ class GpuSampleTest : public testing::Test {
   }
   static std::vector<std::int32_t> pids(const std::vector<VordaProcess>& processes) {
     std::vector<std::int32_t> result;
+    result.reserve(processes.size());
     for (const auto& process : processes) result.push_back(process.pid);
     return result;
   }

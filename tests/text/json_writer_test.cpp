@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 
@@ -22,7 +23,11 @@ TEST(JsonWriter, SeparatesMembersAndElements) {
 TEST(JsonWriter, WritesNumbersWhole) {
   text::JsonWriter json;
   json.beginArray().value(std::uint64_t{18446744073709551615U}).value(std::int64_t{-5});
-  json.value(0.52).value(2.0).value(std::nan("")).value(-INFINITY).endArray();
+  json.value(0.52)
+      .value(2.0)
+      .value(std::nan(""))
+      .value(-std::numeric_limits<double>::infinity())
+      .endArray();
   EXPECT_EQ(json.text(), "[18446744073709551615,-5,0.52,2,null,null]");
 }
 

@@ -39,6 +39,7 @@ class FamiliesInMenu : public ControllerTest {
   }
   static std::vector<std::string> titlesOf(const std::vector<MenuItem>& items) {
     std::vector<std::string> titles;
+    titles.reserve(items.size());
     for (const MenuItem& item : items) titles.push_back(item.title);
     return titles;
   }

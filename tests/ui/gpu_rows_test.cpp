@@ -34,8 +34,9 @@ class GpuRows : public ControllerTest {
 
   static void addCards(int count) {
     for (int i = 0; i < count; ++i) {
-      machine().gpus.devices.push_back({"0000:6" + std::to_string(i) + ":00.0", "H100",
-                                        platform::GpuCapacity{80 * kGB, (38 + i) * kGB}});
+      machine().gpus.devices.push_back(
+          {"0000:6" + std::to_string(i) + ":00.0", "H100",
+           platform::GpuCapacity{80 * kGB, (38 + static_cast<std::uint64_t>(i)) * kGB}});
     }
   }
   static void use(std::int32_t pid, std::uint64_t bytes, std::size_t device = 0) {

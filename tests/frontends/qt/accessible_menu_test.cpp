@@ -39,7 +39,7 @@ std::string nameOf(QAccessible::Role role) {
 /// Each line a role, a name and a description, further to the right than its parent's. Fails where
 /// a child does not find its parent or place.
 void dump(QAccessibleInterface* node, int depth, std::vector<std::string>& lines) {
-  std::string line = std::string(2 * depth, ' ') + nameOf(node->role());
+  std::string line = std::string(2 * static_cast<std::size_t>(depth), ' ') + nameOf(node->role());
   const QString name = node->text(QAccessible::Name);
   const QString description = node->text(QAccessible::Description);
   if (!name.isEmpty()) line += " \"" + name.toStdString() + "\"";

@@ -11,7 +11,7 @@ namespace {
 
 /// A session bus that starts nobody: what is installed on this machine is no part of the test.
 std::string writeBusConfiguration(const TempFolder& folder) {
-  const std::string path = (folder / "bus.conf").string();
+  std::string path = (folder / "bus.conf").string();
   std::ofstream(path) << "<busconfig><type>session</type><listen>unix:path="
                       << (folder / "bus").string()
                       << "</listen><auth>EXTERNAL</auth><policy context='default'>"
