@@ -44,7 +44,8 @@ class Screen {
     event.data.data32[0] = atom("WM_DELETE_WINDOW");
     xcb_send_event(connection_, 0, window, XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&event));
-    xcb_flush(connection_);
+    // A busy server drops what it hasn't read yet of a client that hangs up.
+    waitUntilHandled();
   }
 
   bool hasState(xcb_window_t window, const std::string& state) const {
@@ -61,6 +62,11 @@ class Screen {
                                         nullptr),
         &std::free);
     return attributes != nullptr && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+  }
+
+  /// Until the server has handled all that was sent to it.
+  void waitUntilHandled() const {
+    std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
   }
 
   xcb_atom_t atom(const std::string& name) const {
