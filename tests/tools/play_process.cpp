@@ -10,6 +10,7 @@
 //   --pad nul|blank   what fills the arguments behind a shorter title (nul)
 //   --user UID        run as that user and group (root only)
 //   --ignore-term     ignore SIGTERM
+//   --own-session     lead a session of its own
 //   --non-dumpable    let no other process of the user look into this one
 //   --end-first-thread  go on with another thread alone
 //   --seconds N       end after so many seconds (a day)
@@ -130,6 +131,8 @@ void allowLongCommandLines() {
       set(kEndFirstThread, "1");
     } else if (option == "--ignore-term") {
       set(kIgnoreTerm, "1");
+    } else if (option == "--own-session") {
+      require(setsid() >= 0, "--own-session");
     } else if (option == "--non-dumpable") {
       set(kNonDumpable, "1");
     } else {
