@@ -76,7 +76,9 @@ inline constexpr Carrier kCarriers[] = {
      .runsPackage = true},
     {.names = "pipx",
      .verbs = "run",
-     .valued = "--spec --python --pip-args --index-url",
+     .valued = "*",
+     .flags = "--no-cache --path --pypackages --verbose -v --quiet -q --editable -e "
+              "--system-site-packages --fetch-missing-python",
      .waits = true,
      .runsPackage = true},
     {.names = "poetry pdm rye hatch pixi pipenv",
