@@ -9,16 +9,12 @@
 #include "fakes/row_name.h"
 #include "fakes/scripted_platform.h"
 #include "scanner/process_scanner.h"
+#include "scanner/promised_examples.h"
 #include "scanner/repeated_scan.h"
 
 namespace {
 
 using testing::ElementsAre;
-
-constexpr auto kNone = LabRole::none;
-constexpr auto kInference = LabRole::inference;
-constexpr auto kTraining = LabRole::training;
-constexpr auto kAgent = LabRole::agent;
 
 VordaProcess scanned(const std::vector<std::string>& arguments) {
   resetMachine();
@@ -28,158 +24,18 @@ VordaProcess scanned(const std::vector<std::string>& arguments) {
   return processes.empty() ? VordaProcess{} : processes.front();
 }
 
-/// What the rules of roles and names promise by example: the second look leaves it as it is.
-struct PromisedRow {
-  const char* name;
-  std::vector<std::string> arguments;
-  LabRole role;
-  std::string displayName;
-  std::string product;
-};
-
-std::ostream& operator<<(std::ostream& out, const PromisedRow& row) {
-  return out << row.name;
-}
-
-class Promised : public testing::TestWithParam<PromisedRow> {};
+class Promised : public testing::TestWithParam<PromisedExample> {};
 
 TEST_P(Promised, IsWhatAScanTells) {
-  const PromisedRow& row = GetParam();
+  const PromisedExample& row = GetParam();
   const auto process = scanned(row.arguments);
   EXPECT_EQ(process.labRole, row.role);
   EXPECT_EQ(process.displayName, row.displayName);
   EXPECT_EQ(process.product, row.product);
 }
 
-using P = PromisedRow;
-INSTANTIATE_TEST_SUITE_P(
-    All, Promised,
-    testing::Values(
-        P{"ShellThatTrains", {"bash", "-c", "python train.py"}, kNone, "bash", "Process"},
-        P{"TrainingThatListens",
-          {"python", "train.py", "--port", "8000"},
-          kTraining,
-          "Training: train.py",
-          "Training"},
-        P{"MlxGenerates",
-          {"python", "-m", "mlx_lm", "generate", "--model", "m"},
-          kInference,
-          "MLX: m",
-          "MLX"},
-        P{"MlxTrainsAdapter",
-          {"python", "-m", "mlx_lm.lora", "--train"},
-          kTraining,
-          "LoRA fine-tune",
-          "Fine-tune"},
-        P{"ServerWithAnAdapter",
-          {"python", "server.py", "--adapter", "lora_weights"},
-          kNone,
-          "Python: server.py",
-          "Python"},
-        P{"OllamaRunner",
-          {"/usr/local/bin/ollama", "runner", "--model", "x"},
-          kInference,
-          "Ollama",
-          "Ollama"},
-        P{"NodeGateway", {"node", "gateway.js"}, kAgent, "node", "Process"},
-        P{"NodeIndex", {"node", "index.js"}, kNone, "node", "Process"},
-        P{"LlamaServer",
-          {"llama-server", "-m", "model.gguf"},
-          kInference,
-          "LM Studio: model",
-          "LM Studio"},
-        P{"LlamaServerWithPort",
-          {"/opt/homebrew/bin/llama-server", "-m", "/models/Meta-Llama-3-8B.Q4_K_M.gguf", "--port",
-           "8081"},
-          kInference,
-          "LM Studio: Meta Llama 3 8B.Q4 K M  (:8081)",
-          "LM Studio"},
-        P{"MlxServer",
-          {"python", "-m", "mlx_lm.server", "--model", "mlx-community/Qwen2.5-7B-Instruct-4bit"},
-          kInference,
-          "MLX Server: Qwen2.5 7B Instruct 4bit",
-          "MLX"},
-        P{"MlxServerWithPort",
-          {"python", "-m", "mlx_lm.server", "--model", "mlx-community/Qwen2.5-7B-Instruct-4bit",
-           "--port", "8080"},
-          kInference,
-          "MLX Server: Qwen2.5 7B Instruct 4bit  (:8080)",
-          "MLX"},
-        P{"MlxServes",
-          {"mlx_lm", "serve", "--port", "9000"},
-          kInference,
-          "MLX Server: MLX model  (:9000)",
-          "MLX"},
-        P{"RapidMlx",
-          {"rapid-mlx", "serve", "a/Qwen-7B"},
-          kInference,
-          "MLX Server: Qwen 7B",
-          "MLX"},
-        P{"OllamaServes", {"ollama", "serve"}, kInference, "Ollama Server", "Ollama"},
-        P{"OllamaRunnerInABundle",
-          {"/Applications/Ollama.app/Contents/Resources/ollama", "runner"},
-          kInference,
-          "Ollama",
-          "Ollama"},
-        P{"DockerNetworkHelper",
-          {"/usr/local/bin/com.docker.vmnetd"},
-          kNone,
-          "Docker network helper (root)",
-          "Docker"},
-        P{"DockerBackend",
-          {"/Applications/Docker.app/Contents/MacOS/com.docker.backend"},
-          kNone,
-          "Docker Desktop backend",
-          "Docker"},
-        P{"DockerDesktop",
-          {"/Applications/Docker.app/Contents/MacOS/Docker Desktop"},
-          kNone,
-          "Docker",
-          "App"},
-        P{"Bundle", {"/Applications/Foo.app/Contents/MacOS/Foo"}, kNone, "Foo", "App"},
-        P{"NestedBundle",
-          {"/Applications/Foo Bar.app/Contents/Helper.app/Contents/MacOS/H"},
-          kNone,
-          "Foo Bar",
-          "App"},
-        P{"Containermanagerd",
-          {"/usr/libexec/containermanagerd"},
-          kNone,
-          "Apple containermanagerd",
-          "System"},
-        P{"AdapterOfALlama",
-          {"python", "train_lora.py", "--model_name_or_path", "meta-llama/Llama-2-7b"},
-          kTraining,
-          "LoRA fine-tune: Llama 2 7b",
-          "Fine-tune"},
-        P{"ModuleWithoutModel",
-          {"python3", "-m", "vllm.entrypoints.openai.api_server"},
-          kInference,
-          "Python: vllm.entrypoints.openai.api_server",
-          "Python"},
-        P{"UnslothThatPrefers", {"python", "unsloth_dpo.py"}, kTraining, "DPO train", "Fine-tune"},
-        P{"Hermes", {"hermes"}, kNone, "Hermes", "Hermes"},
-        P{"HermesGateway",
-          {"/h/.hermes/bin/python", "-m", "hermes_cli", "gateway"},
-          kNone,
-          "Hermes Gateway",
-          "Hermes"},
-        P{"HermesGatewayOfNode",
-          {"node", "/h/.hermes/gateway.js"},
-          kAgent,
-          "Hermes Gateway",
-          "Hermes"},
-        P{"HermesAgent", {"hermes", "agent"}, kNone, "Hermes Agent", "Hermes"},
-        P{"Brevik", {"brevik"}, kNone, "Brevik", "Brevik"},
-        P{"BrevikDashboard",
-          {"python", "/h/.brevik/x.py", "dashboard"},
-          kNone,
-          "Brevik Dashboard",
-          "Brevik"},
-        P{"ZenthoMcp", {"python", "-m", "zentho.mcp"}, kAgent, "Zentho MCP Server", "Zentho"},
-        P{"Zentho", {"python", "-m", "zentho"}, kNone, "Zentho", "Zentho"},
-        P{"VllmServer", {"vllm"}, kInference, "vLLM", "vLLM"}),
-    rowName<PromisedRow>);
+INSTANTIATE_TEST_SUITE_P(All, Promised, testing::ValuesIn(promisedExamples()),
+                         rowName<PromisedExample>);
 
 /// A command line whose words are about something else.
 struct WithdrawnRow {
@@ -196,7 +52,7 @@ class Withdrawn : public testing::TestWithParam<WithdrawnRow> {};
 
 TEST_P(Withdrawn, HasNoRoleAndItsOwnName) {
   const auto process = scanned(GetParam().arguments);
-  EXPECT_EQ(process.labRole, kNone);
+  EXPECT_EQ(process.labRole, LabRole::none);
   EXPECT_EQ(process.displayName, GetParam().displayName);
 }
 
