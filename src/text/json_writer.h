@@ -9,8 +9,8 @@
 namespace text {
 
 /// Writes a JSON value piece by piece, on one line and in ASCII alone: every other character, and
-/// whatever could steer a terminal, is written as \uXXXX. Members come out in the order in which
-/// they were written. What was begun is to be ended by the caller.
+/// whatever could steer a terminal, is written as its code (`\\u` and four digits). Members come
+/// out in the order in which they were written. What was begun is to be ended by the caller.
 class JsonWriter {
  public:
   JsonWriter& beginObject() { return begin('{'); }
