@@ -39,7 +39,7 @@ class LentRow {
 struct OtherName {
   /// Of one that waits: what it is called while the program that it has started has the role.
   std::string ofLauncher;
-  /// second_look::Verdict::blob, while no model's name was found for it.
+  /// recognition::Verdict::blob, while no model's name was found for it.
   std::string blob;
 };
 
@@ -58,7 +58,7 @@ struct KnownProcess {
   bool dependsOnExecutable = false;
   std::optional<platform::Fingerprint> fingerprint;  ///< none: nothing was found out
   std::optional<platform::Fingerprint> executable;   ///< none: it has no say
-  bool waits = false;  ///< second_look::Verdict::waits, of a process that has a role
+  bool waits = false;  ///< recognition::Verdict::waits, of a process that has a role
   std::unique_ptr<OtherName> otherName;  ///< null for nearly all
   LentRow row;                           ///< while it is listed, or such a member
 

@@ -209,10 +209,10 @@ bool RepeatedScan::learn(KnownProcess& process) {
   return true;
 }
 
-/// What both looks say: the rules, and the second look beside them.
-second_look::Verdict RepeatedScan::verdictAs(std::string_view name, const CommandLine& line) {
+/// What the fixed rules and the recognition together say.
+recognition::Verdict RepeatedScan::verdictAs(std::string_view name, const CommandLine& line) {
   const std::string_view exe = exeOf(name);
-  return second_look::verdictOn(exe, line.arguments(), roleOf(exe, line));
+  return recognition::verdictOn(exe, line.arguments(), roleOf(exe, line));
 }
 
 /// An executable's name as the rules are asked about it, until the next call.
@@ -272,7 +272,7 @@ void RepeatedScan::makeRow(KnownProcess& process) {
   if (shown.arguments) {
     // The name is made of what may be shown.
     const auto arguments = viewsOf(*shown.arguments);
-    auto verdict = second_look::verdictOn(exeOf(sampler_.name()), arguments, verdict_.byRules);
+    auto verdict = recognition::verdictOn(exeOf(sampler_.name()), arguments, verdict_.byRules);
     name = verdict.role == process.role ? std::move(verdict.name) : std::nullopt;
     if (!name) name = friendlyName(*shown.arguments, process.role, {});
   } else if (!name) {

@@ -14,8 +14,8 @@
 #include "scanner/known_processes.h"
 #include "scanner/process_sampling.h"
 #include "scanner/process_tree.h"
-#include "scanner/second_look/ollama_models.h"
-#include "scanner/second_look/second_look.h"
+#include "scanner/recognition/ollama_models.h"
+#include "scanner/recognition/verdict.h"
 #include "scanner/vorda_process.h"
 
 namespace ProcessScanner {
@@ -37,7 +37,7 @@ class RepeatedScan {
 
  private:
   bool learn(KnownProcess& process);
-  second_look::Verdict verdictAs(std::string_view name, const CommandLine& line);
+  recognition::Verdict verdictAs(std::string_view name, const CommandLine& line);
   std::string_view exeOf(std::string_view name);
   bool isOrdinaryAnyway(std::string_view title);
   bool isListed(KnownProcess& process, double minMemMB);
@@ -54,7 +54,7 @@ class RepeatedScan {
   ProcessSampler sampler_;
   KnownProcesses known_;
   ProcessTree tree_;
-  second_look::OllamaModels ollama_;
+  recognition::OllamaModels ollama_;
   std::vector<std::int32_t> waiting_;  ///< the pids of the rows that wait
   Families families_;
   std::vector<VordaProcess> unlisted_;
@@ -62,7 +62,7 @@ class RepeatedScan {
   // Of the process that is being looked at.
   bool isRead_ = false;  ///< its command line, into `line_`
   CommandLine line_;
-  second_look::Verdict verdict_;  ///< on that
+  recognition::Verdict verdict_;  ///< on that
   std::optional<double> memMB_;
 
   // Buffers.

@@ -1,0 +1,318 @@
+#include "scanner/recognition/activity.h"
+
+#include <algorithm>
+
+#include "scanner/recognition/model_and_port.h"
+#include "scanner/recognition/name_words.h"
+
+namespace recognition {
+namespace {
+
+// What a word says of a program that is known to have to do with models.
+constexpr std::string_view kServing =
+    "serve server serving api apiserver launch-server start up run runner chat cli generate app "
+    "infer inference "
+    "deploy webui web ui gradio demo worker service rollout predict stream interactive";
+constexpr std::string_view kTrains =
+    "train training trainer trains sft dpo grpo kto orpo ppo rlhf rl rloo cpo simpo reinforce "
+    "lora qlora dora finetune finetuning finetuned tune pretrain pretraining pretrained cpt pt fit "
+    "distill "
+    "distillation reward rm";
+constexpr std::string_view kNeither =
+    "fuse preprocess convert converter conversion merge quantize quant export download pull push "
+    "upload "
+    "evaluate eval evaluation evaluator bench benchmark benchmarks list ls ps show cp copy create "
+    "delete rm "
+    "remove install uninstall login logout config configure env doctor status stop search info "
+    "help "
+    "version init new validate cache tokenize tokenizer prepare dataset check --version --help -h "
+    "-v";
+
+/// A word as strong as it gets: what a script or a module of nobody's is called by.
+constexpr std::string_view kTrainsByName =
+    "train training trainer sft dpo grpo kto orpo ppo rlhf qlora finetune finetuning pretrain "
+    "pretraining";
+constexpr std::string_view kNeitherByName =
+    "preprocess convert merge quantize export download evaluate eval evaluation evaluator test "
+    "tests "
+    "bench benchmark tokenize tokenizer prepare dataset data plot visualize analyze analyse infer "
+    "inference "
+    "generate predict demo reduce nccl check summarize report collect";
+/// Whoever is called after one of these first makes ready what others train with.
+constexpr std::string_view kPrepares =
+    "prepare preprocess preprocessing convert tokenize download split build make create extract "
+    "clean filter merge quantize export generate collect inspect fetch upload";
+/// What a name that holds "train" speaks of, when it ends so: no training.
+constexpr std::string_view kThings =
+    "data dataset datasets set sets split splits list lists tokenizer schedule timetable station "
+    "stations ticket tickets delay delays log logs stats results utils test service server portal "
+    "app api";
+/// What may follow the word for it in the name of a program that trains.
+constexpr std::string_view kOfPrograms = "cli main gpu cuda cpu mpi";
+constexpr std::string_view kServesByName =
+    "serve server serving api apiserver chat generate app inference infer webui deploy";
+
+std::vector<std::string> strings(const std::vector<std::string_view>& views) {
+  return {views.begin(), views.end()};
+}
+
+/// "fine-tune" and "pre-train" are one word each.
+std::string withJoinedWords(std::string_view name) {
+  std::string out = normalized(name);
+  for (const std::string_view split : {"fine-tun", "pre-train"}) {
+    for (auto at = out.find(split); at != std::string::npos; at = out.find(split)) {
+      out.erase(out.find('-', at), 1);
+    }
+  }
+  return out;
+}
+
+bool isAnyListed(std::string_view list, const std::vector<std::string>& words) {
+  return std::any_of(words.begin(), words.end(),
+                     [list](const std::string& word) { return isListed(list, word); });
+}
+
+/// What a word of a known product says, whoever's it is.
+std::optional<LabRole> generalRole(std::string_view word, LabRole ofProduct) {
+  const auto words = strings(wordsOf(withJoinedWords(word)));
+  // Of a framework that trains "rm" is the reward model, elsewhere it removes.
+  const bool removes = word == "rm" && ofProduct != LabRole::training;
+  if (!removes && isAnyListed(kTrains, words)) return LabRole::training;
+  if (isListed(kNeither, word) || isAnyListed(kNeither, words)) return LabRole::none;
+  if (isAnyListed(kServing, words)) {
+    // An agent's server is the agent's; "run" and its like start what the product is.
+    if (ofProduct == LabRole::agent) return LabRole::agent;
+    const bool saysNothing = isListed("run start up cli app web ui worker service runner", word);
+    if (ofProduct == LabRole::training && saysNothing) return ofProduct;
+    return LabRole::inference;
+  }
+  return std::nullopt;
+}
+
+bool beginsWithOneOf(std::string_view list, const std::vector<std::string>& words) {
+  return !words.empty() && isListed(list, words.front());
+}
+
+bool endsWithOneOf(std::string_view list, const std::vector<std::string>& words) {
+  return !words.empty() && isListed(list, words.back());
+}
+
+/// A program's name says that it trains where that is its last word: "train-tickets" does not.
+bool trainsAsProgram(std::vector<std::string> words, const Invocation& invocation) {
+  for (const std::string_view ending : {".jar", ".dll", ".rb", ".pl", ".js"}) {
+    if (invocation.path.ends_with(ending)) return false;
+  }
+  while (words.size() > 1 && endsWithOneOf(kOfPrograms, words)) words.pop_back();
+  return words.size() > 1 && endsWithOneOf(kTrainsByName, words);
+}
+
+bool isBareWord(std::string_view word) {
+  return !word.empty() && word.size() <= 64 && word.front() != '-' &&
+         word.find_first_of("/=:@ {\"") == std::string_view::npos;
+}
+
+bool hasOption(const Invocation& invocation, std::string_view list) {
+  return std::any_of(
+      invocation.arguments.begin(), invocation.arguments.end(), [list](std::string_view word) {
+        return word.starts_with('-') && isListed(list, normalized(word.substr(0, word.find('='))));
+      });
+}
+
+/// What a word of an MCP server's own name is; "--stdio" and "mcp" make an agent.
+bool isMcp(const Invocation& invocation, const std::vector<std::string>& subcommands) {
+  for (const std::string_view name :
+       {std::string_view(invocation.program), std::string_view(invocation.package),
+        std::string_view(invocation.module), std::string_view(invocation.script),
+        std::string_view(invocation.folder)}) {
+    if (hasWord(name, "mcp") || hasWord(name, "modelcontextprotocol")) {
+      // "mcp install" and its like set a server up.
+      return subcommands.empty() ||
+             !isListed("install add list remove init login dev-tools --help", subcommands.front());
+    }
+  }
+  const bool saysMcp = !subcommands.empty() && subcommands.front() == "mcp";
+  return saysMcp &&
+         (subcommands.size() == 1 || isListed("serve server start run stdio", subcommands[1]));
+}
+
+}  // namespace
+
+std::vector<std::string> subcommandsOf(const Invocation& invocation) {
+  constexpr std::size_t kMost = 4;
+  constexpr std::size_t kLookedAt = 12;
+  std::vector<std::string> words;
+  std::string_view before;
+  const Arguments arguments = invocation.arguments;
+  for (std::size_t i = 0; i < std::min(arguments.size(), kLookedAt); ++i) {
+    const std::string_view word = arguments[i];
+    const bool isValue = before.starts_with('-') && before.find('=') == std::string_view::npos;
+    if (isBareWord(word) && !isValue) {
+      words.push_back(normalized(word));
+      if (words.size() == kMost) break;
+    }
+    before = word;
+  }
+  return words;
+}
+
+bool namesTraining(std::string_view name) {
+  return isAnyListed(kTrainsByName, strings(wordsOf(withJoinedWords(name))));
+}
+
+Activity activityOf(const KnownProduct& known, const Invocation& invocation) {
+  const Product& product = *known.product;
+  std::vector<std::string> words;
+  for (std::string_view tail = known.tail; !tail.empty();) {
+    const auto dot = tail.find('.');
+    words.emplace_back(tail.substr(0, dot));
+    tail = dot == std::string_view::npos ? std::string_view() : tail.substr(dot + 1);
+  }
+  for (std::string& word : subcommandsOf(invocation)) words.push_back(std::move(word));
+
+  const auto ownVerb = [&product](std::string_view word) -> const Verb* {
+    for (const Verb& verb : product.verbs) {
+      if (!verb.word.empty() && verb.word == word) return &verb;
+    }
+    return nullptr;
+  };
+  for (const std::string& word : words) {
+    if (const Verb* const verb = ownVerb(word)) return {verb->role, word, verb->name};
+  }
+  const Arguments first =
+      invocation.arguments.first(std::min<std::size_t>(invocation.arguments.size(), 64));
+  for (const std::string_view argument : first) {
+    const std::string word = normalized(argument);
+    if (isListed("--version --help", word)) return {LabRole::none, word, {}};
+    if (word.find('=') == std::string::npos) continue;
+    if (const Verb* const verb = ownVerb(word)) return {verb->role, word, verb->name};
+  }
+  for (const std::string& word : words) {
+    if (product.isOnlyByVerbs && product.verbs.front().word.empty() == false) continue;
+    if (const auto role = generalRole(word, product.role)) return {*role, word, {}};
+    if (word == "mcp") return {LabRole::agent, word, {}};
+  }
+  if (product.isOnlyByVerbs) return {};
+  return {product.role, {}, {}};
+}
+
+Activity activityOf(const Invocation& invocation) {
+  const auto subcommands = subcommandsOf(invocation);
+  if (isMcp(invocation, subcommands)) return {LabRole::agent, "mcp", {}};
+  if (invocation.isTitle || invocation.isCode) return {};
+
+  // Whose name says what it does: a script's, a module's last part, a program's.
+  std::string_view script = invocation.script;
+  if (script.ends_with(".py")) script.remove_suffix(3);
+  std::string name = withJoinedWords(script);
+  if (name.empty() || !invocation.module.empty()) {
+    const std::string& module = invocation.module;
+    name = withJoinedWords(module.substr(module.rfind('.') + 1));
+  }
+  if (name.empty()) {
+    // A title of several words in one argument is called by the first.
+    const std::string_view program = invocation.program;
+    name = withJoinedWords(program.substr(0, program.find("---")));
+  }
+  const auto words = strings(wordsOf(name));
+  const bool runsScript = !invocation.script.empty() || !invocation.module.empty();
+  // "lora" is a radio as well: it counts beside a model.
+  const bool trains =
+      isAnyListed(kTrainsByName, words) || (isAnyListed("lora", words) && namesModel(invocation));
+  const bool neither = isAnyListed(kNeitherByName, words);
+  const bool listens = hasOption(invocation,
+                                 "--port --host --hostname --listen --uds-path "
+                                 "--http-port --grpc-port --num-shard");
+  // Launchers of several devices tell only their own children which of them they are.
+  const bool isDistributed =
+      invocation.isDistributed || (invocation.isPython && hasOption(invocation, "--local-rank"));
+
+  if (invocation.isPython && runsScript && !invocation.isServedByHost) {
+    const bool onlyEvaluates =
+        hasOption(invocation, "--eval-only --evaluate --test-only --only-eval --inference-only") ||
+        (hasOption(invocation, "--do-eval --do-predict") && !hasOption(invocation, "--do-train"));
+    if (onlyEvaluates) return {LabRole::none, "eval", {}};
+    if (!listens &&
+        (beginsWithOneOf(kPrepares, words) || (trains && endsWithOneOf(kThings, words)))) {
+      return {LabRole::none, name, {}};
+    }
+    if (trains && (!neither || !isListed(kNeitherByName, words.front()) ||
+                   (isDistributed && words.front() == "test"))) {
+      return {LabRole::training, name, {}};
+    }
+    if (neither && (trains || isDistributed)) return {LabRole::none, name, {}};
+    // Options that only a training has.
+    const bool hasSchedule =
+        hasOption(invocation,
+                  "--max-train-steps --num-train-epochs --train-batch-size --train-data-dir "
+                  "--per-device-train-batch-size --instance-data-dir") ||
+        (hasOption(invocation, "--epochs --num-epochs --max-epochs --n-epochs") &&
+         hasOption(invocation, "--lr --learning-rate --batch-size --bs --optimizer"));
+    if (hasSchedule && !neither) return {LabRole::training, {}, {}};
+    if (!subcommands.empty() &&
+        (namesTraining(subcommands.front()) || subcommands.front() == "fit") &&
+        subcommands.front().find('.') == std::string::npos) {
+      return {LabRole::training, subcommands.front(), {}};
+    }
+  } else if (!invocation.isServedByHost) {
+    // A program that is called after training ("lerobot-train", "train_gpt2cu").
+    if (trains && !neither && trainsAsProgram(words, invocation)) {
+      return {LabRole::training, name, {}};
+    }
+    static constexpr std::string_view kMethods =
+        "sft dpo grpo kto orpo ppo rlhf finetune finetuning pretrain qlora";
+    const bool hasMethod =
+        !subcommands.empty() &&
+        std::any_of(subcommands.begin(),
+                    subcommands.begin() + std::min<long>(2, static_cast<long>(subcommands.size())),
+                    [](const std::string& word) {
+                      return word.find('.') == std::string::npos &&
+                             isAnyListed(kMethods, strings(wordsOf(withJoinedWords(word))));
+                    });
+    if (hasMethod) return {LabRole::training, subcommands.front(), {}};
+  }
+  // Options that only programs have that act for somebody.
+  if (hasOption(invocation,
+                "--dangerously-skip-permissions --yolo --full-auto --allow-all-tools "
+                "--dangerously-bypass-approvals-and-sandbox --dangerously-allow-all")) {
+    return {LabRole::agent, {}, {}};
+  }
+
+  // A verb that serves counts beside a model.
+  const bool verbServes = !subcommands.empty() &&
+                          isListed("serve server api chat infer inference deploy run generate app",
+                                   subcommands.front());
+  const bool serves = isAnyListed(kServesByName, words) || verbServes;
+  const auto takesModel = [&invocation, verbServes] {
+    if (namesModel(invocation)) return true;
+    const Arguments first =
+        invocation.arguments.first(std::min<std::size_t>(invocation.arguments.size(), 3));
+    return verbServes && std::any_of(first.begin(), first.end(), looksLikeModel);
+  };
+  if (serves && takesModel()) return {LabRole::inference, "serve", {}};
+  // So does a port, and so does a program that is given a file of weights.
+  if (!trains && !neither) {
+    const bool isServer = listens || isAnyListed("launcher router worker supervisor", words);
+    if (isServer && takesModel()) return {LabRole::inference, "serve", {}};
+    if (!invocation.isPython && givesWeights(invocation)) return {LabRole::inference, {}, {}};
+  }
+  // What several devices are started for is a training, where nothing says otherwise.
+  if (isDistributed && runsScript) return {LabRole::training, {}, {}};
+  return {};
+}
+
+std::optional<LabRole> roleOfSubcommand(const Invocation& invocation, LabRole byWords) {
+  if (!invocation.script.empty() && invocation.module.empty() && invocation.package.empty()) {
+    return std::nullopt;
+  }
+  const auto subcommands = subcommandsOf(invocation);
+  if (subcommands.empty()) return std::nullopt;
+  const std::string& verb = subcommands.front();
+  if (isListed(kNeither, verb) || isListed("webui studio", verb)) return LabRole::none;
+  if (byWords == LabRole::training &&
+      isListed("serve server api chat infer inference deploy generate", verb)) {
+    return LabRole::inference;
+  }
+  return std::nullopt;
+}
+
+}  // namespace recognition

@@ -1,0 +1,242 @@
+#include "scanner/recognition/model_and_port.h"
+
+#include <algorithm>
+#include <array>
+
+#include "scanner/process_scanner.h"
+#include "scanner/recognition/name_words.h"
+#include "text/ascii.h"
+#include "text/path.h"
+
+namespace recognition {
+namespace {
+
+/// More arguments than anybody writes by hand are not looked at.
+constexpr std::size_t kMostLookedAt = 1024;
+
+/// The name that a server gives its model goes before the path that it is read from.
+constexpr std::string_view kServedNames = "--served-model-name --alias";
+constexpr std::string_view kModelOptions =
+    "--model --model-path --model-id --model-name --model-name-or-path --hf-repo -hf "
+    "--pretrained-model-name-or-path --pretrained-model --base-model --base-model-path "
+    "--model-dir --checkpoint --ckpt --checkpoint-path --llama-checkpoint-path --model-repo "
+    "--model-uri --model-file --teacher-model-name-or-path";
+
+/// An option or a key with dots: the last part tells ("--actor.model_name_or_path").
+constexpr std::string_view kModelKeys =
+    "model model-path model-id model-name model-name-or-path pretrained-model-name-or-path "
+    "base-model model-dir pretrained";
+
+Arguments lookedAt(const Invocation& invocation) {
+  return invocation.arguments.first(std::min(invocation.arguments.size(), kMostLookedAt));
+}
+
+/// The value of the first argument that is one of these options, whose values may not be empty.
+std::optional<std::string_view> valueOf(Arguments arguments, std::string_view options) {
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string_view word = arguments[i];
+    if (word.empty() || word.front() != '-') continue;
+    const auto equals = word.find('=');
+    const std::string_view written = word.substr(0, equals);
+    const NormalizedOption option(written);
+    const bool isWritten = option.name() == written;
+    if (!isListed(options, written) && (isWritten || !isListed(options, option.name()))) continue;
+    if (equals != std::string_view::npos) {
+      if (equals + 1 < word.size()) return word.substr(equals + 1);
+    } else if (i + 1 < arguments.size() && !arguments[i + 1].starts_with('-')) {
+      return arguments[i + 1];
+    }
+  }
+  return std::nullopt;
+}
+
+/// "--actor.model_name_or_path X", "model=X", "actor_rollout_ref.model.path=X".
+std::optional<std::string_view> keyedModel(Arguments arguments) {
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    std::string_view word = arguments[i];
+    const bool isOption = word.starts_with("--");
+    const auto equals = word.find('=');
+    if (!isOption && equals == std::string_view::npos) continue;
+    if (isOption) word.remove_prefix(2);
+    while (word.starts_with('+')) word.remove_prefix(1);
+    std::string key = normalized(word.substr(0, word.find('=')));
+    if (isOption && key.find('.') == std::string::npos) continue;
+    if (key.ends_with(".path")) key.resize(key.size() - 5);
+    const std::string_view last = std::string_view(key).substr(key.rfind('.') + 1);
+    if (!isListed(kModelKeys, last)) continue;
+    if (word.find('=') != std::string_view::npos) return word.substr(word.find('=') + 1);
+    if (i + 1 < arguments.size() && !arguments[i + 1].starts_with('-')) return arguments[i + 1];
+  }
+  return std::nullopt;
+}
+
+/// Where a server may be told its port, after its own options.
+constexpr std::string_view kPortOptions =
+    "--port --listen-port --server-port --http-port --api-port --address --listen --bind --host";
+
+bool isPortOption(std::string_view word) {
+  return word == "-p" || isListed(kPortOptions, word);
+}
+
+bool isRecipe(std::string_view word) {
+  return word.ends_with(".yaml") || word.ends_with(".yml") || word.ends_with(".toml") ||
+         word.ends_with(".cfg");
+}
+
+bool isWeights(std::string_view word) {
+  return word.ends_with(".gguf") || word.ends_with(".safetensors");
+}
+
+/// What stands right behind the verb, or, of a program without one, right behind its name.
+std::optional<std::string_view> operand(Arguments arguments, std::string_view verb) {
+  std::size_t at = 0;
+  if (!verb.empty()) {
+    while (at < arguments.size() && normalized(arguments[at]) != verb) ++at;
+    if (at == arguments.size()) return std::nullopt;
+    ++at;
+  }
+  // "serve api_server MODEL", "serve -p 8080 MODEL"
+  while (at + 1 < arguments.size() && isPortOption(arguments[at])) at += 2;
+  while (at < arguments.size() && isListed("api_server serve server", arguments[at])) ++at;
+  if (at >= arguments.size()) return std::nullopt;
+  const std::string_view word = arguments[at];
+  if (word.empty() || word.front() == '-' || word.find('=') != std::string_view::npos) {
+    return std::nullopt;
+  }
+  if (verb.empty() && word.find('/') == std::string_view::npos && !isWeights(word)) {
+    return std::nullopt;
+  }
+  return word;
+}
+
+}  // namespace
+
+std::optional<std::string_view> modelOf(const Invocation& invocation, std::string_view options,
+                                        std::string_view verb) {
+  const Arguments arguments = lookedAt(invocation);
+  if (const auto name = valueOf(arguments, kServedNames)) return name;
+  if (!options.empty()) {
+    // In the order in which the row gives them: some programs take several models.
+    for (const std::string_view option : listed(options)) {
+      if (const auto model = valueOf(arguments, option)) return model;
+    }
+  }
+  if (const auto word = operand(arguments, verb);
+      word && !isRecipe(*word) && !word->ends_with(".py")) {
+    return word;
+  }
+  if (const auto model = valueOf(arguments, kModelOptions)) return model;
+  if (const auto model = valueOf(arguments, "-m")) return model;
+  return keyedModel(arguments);
+}
+
+std::optional<std::string_view> recipeOf(const Invocation& invocation) {
+  std::optional<std::string_view> found;
+  const auto tellsName = [&invocation](std::string_view path) {
+    const std::string_view file = text::lastPathComponent(path);
+    const std::string stem = normalized(file.substr(0, file.rfind('.')));
+    return !isListed("config default settings accelerate-config ds-config deepspeed", stem) &&
+           !stem.empty() && stem != invocation.program;
+  };
+  constexpr std::string_view kOptions =
+      "--config --config-name --config-file --recipe --job.config-file --cfg -c";
+  if (const auto value = valueOf(lookedAt(invocation), kOptions); value && tellsName(*value)) {
+    return value;
+  }
+  std::string_view before;
+  // Of programs that are no scripts of somebody's a recipe may be written in Python.
+  const auto isPython = [&invocation](std::string_view word) {
+    return invocation.script.empty() && word.ends_with(".py");
+  };
+  for (const std::string_view word : lookedAt(invocation)) {
+    const bool isValue = before.starts_with('-') && before.find('=') == std::string_view::npos;
+    if (!isValue && (isRecipe(word) || isPython(word)) && !word.starts_with('-') &&
+        word.find('=') == std::string_view::npos && tellsName(word)) {
+      return word;
+    }
+    before = word;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string_view> portOf(const Invocation& invocation, std::string_view options) {
+  const Arguments arguments = lookedAt(invocation);
+  for (const std::string_view list : {options, kPortOptions}) {
+    for (const std::string_view option : listed(list)) {
+      auto value = valueOf(arguments, option);
+      if (!value) continue;
+      const auto colon = value->rfind(':');
+      if (colon != std::string_view::npos) value = value->substr(colon + 1);
+      const bool isNumber = !value->empty() && value->size() <= 5 &&
+                            std::all_of(value->begin(), value->end(), text::isDigit);
+      if (isNumber) return value;
+    }
+  }
+  return std::nullopt;
+}
+
+bool namesModel(const Invocation& invocation) {
+  const Arguments arguments = lookedAt(invocation);
+  if (valueOf(arguments, kModelOptions) || valueOf(arguments, kServedNames)) return true;
+  const auto given = valueOf(arguments, "-m");
+  return given && (isWeights(*given) || given->find('/') != std::string_view::npos);
+}
+
+bool givesWeights(const Invocation& invocation) {
+  const auto given = valueOf(lookedAt(invocation), "-m --model --model-file");
+  return given && isWeights(*given);
+}
+
+bool looksLikeModel(std::string_view word) {
+  if (word.starts_with("HF://") || word.starts_with("hf://") || isWeights(word)) return true;
+  if (word.empty() || word.find_first_of(" =\\\"'") != std::string_view::npos) return false;
+  // "organization/name", no path
+  const auto slash = word.find('/');
+  if (slash != std::string_view::npos) {
+    return slash > 0 && slash == word.rfind('/') && slash + 1 < word.size() &&
+           word.front() != '.' && word.front() != '~' && word.find(':') == std::string_view::npos &&
+           word.find('.', slash) == word.rfind('.') && !isRecipe(word) && !word.ends_with(".py") &&
+           !word.ends_with(".js");
+  }
+  // "name:tag", no address
+  const auto colon = word.find(':');
+  return colon != std::string_view::npos && colon > 2 && colon + 1 < word.size() &&
+         text::isLetter(word.front()) &&
+         word.find_first_not_of("0123456789", colon + 1) != std::string_view::npos &&
+         word.find('.') != std::string_view::npos && text::isDigit(word[colon + 1]);
+}
+
+std::string modelName(std::string_view model) {
+  // A model in the hub's cache: …/models--org--name/snapshots/REVISION
+  constexpr std::string_view kCached = "models--";
+  if (const auto cached = model.find(kCached); cached != std::string_view::npos) {
+    std::string_view name = model.substr(cached + kCached.size());
+    name = name.substr(0, name.find('/'));
+    const auto organization = name.find("--");
+    if (organization != std::string_view::npos) name = name.substr(organization + 2);
+    return ProcessScanner::basenameModel(name);
+  }
+  while (model.size() > 1 && model.ends_with('/')) model.remove_suffix(1);
+  // A model of a registry: models:/NAME/STAGE
+  constexpr std::string_view kRegistered = "models:/";
+  if (model.starts_with(kRegistered)) {
+    model.remove_prefix(kRegistered.size());
+    model = model.substr(0, model.find('/'));
+  }
+  std::string_view base = text::lastPathComponent(model);
+  // A service in a module: package.module:Service
+  const auto colon = base.rfind(':');
+  if (base.size() == model.size() && colon != std::string_view::npos && colon + 1 < base.size() &&
+      text::isUpper(base[colon + 1])) {
+    base.remove_prefix(colon + 1);
+  }
+  if (base.starts_with("ggml-") && base.size() > 5) base.remove_prefix(5);
+  for (const std::string_view ending : {"-GGUF", "-gguf", "-MLC", ".llamafile"}) {
+    if (base.size() > ending.size() && base.ends_with(ending)) base.remove_suffix(ending.size());
+  }
+  std::string name = ProcessScanner::basenameModel(base);
+  std::replace(name.begin(), name.end(), ':', ' ');
+  return name;
+}
+
+}  // namespace recognition

@@ -1,0 +1,40 @@
+#include "scanner/recognition/products.h"
+
+#include "scanner/recognition/name_words.h"
+#include "scanner/recognition/product_table.h"
+
+namespace recognition {
+
+Products::Products(std::span<const Product> rows) {
+  for (const Product& product : rows) {
+    for (const std::string_view name : listed(product.names)) byName_.emplace(name, &product);
+  }
+}
+
+const Products& Products::known() {
+  static const Products products{kProducts};
+  return products;
+}
+
+const Product* Products::called(std::string_view name) const {
+  const auto found = byName_.find(name);
+  return found == byName_.end() ? nullptr : found->second;
+}
+
+KnownProduct Products::of(const Invocation& invocation) const {
+  for (const std::string& name : invocation.names()) {
+    const Product* const product = called(name);
+    if (product == nullptr) continue;
+    // Below a module, and below a program of such a name (mlx_lm.server), words follow.
+    for (const std::string_view whole :
+         {std::string_view(invocation.module), std::string_view(invocation.program)}) {
+      if (whole.size() > name.size() && whole.starts_with(name) && whole[name.size()] == '.') {
+        return {product, whole.substr(name.size() + 1)};
+      }
+    }
+    return {product, {}};
+  }
+  return {};
+}
+
+}  // namespace recognition

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "scanner/lab_role.h"
+#include "scanner/process_scanner.h"
+#include "scanner/recognition/invocation.h"
+#include "scanner/recognition/products.h"
+
+/// The recognition of a command line, beside the fixed rules (rules.h):
+/// who runs, whose words these are, what it does, and what it is called. Pure,
+/// and linear in the line.
+namespace recognition {
+
+/// What the rules and the recognition together say of a process.
+struct Verdict {
+  LabRole role = LabRole::none;
+  LabRole byRules = LabRole::none;  ///< what the rules alone had said
+  /// None: the rules name the process.
+  std::optional<ProcessScanner::FriendlyName> name = std::nullopt;
+  /// It only waits for the program that it has started: of the two one has the role.
+  bool waits = false;
+  /// Of Ollama's own runners the path of the model's blob, which a manifest calls by its name; a
+  /// part of the arguments. "" for all others.
+  std::string_view blob = {};
+};
+
+/// Of a process with these arguments, none of them empty. `exe`: the last path component of its
+/// executable's name, lowered, as the rules were given it; `byRules` what they have said.
+/// `products`: who is known.
+Verdict verdictOn(std::string_view exe, Arguments arguments, LabRole byRules,
+                  const Products& products = Products::known());
+
+}  // namespace recognition

@@ -1,0 +1,62 @@
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+#include "fakes/row_name.h"
+#include "scanner/recognition/corpus.h"
+
+namespace {
+
+struct ActivityRow {
+  const char* name;
+  std::vector<std::string> arguments;
+  LabRole role;
+};
+
+std::ostream& operator<<(std::ostream& out, const ActivityRow& row) {
+  return out << row.name;
+}
+
+class ActivityByName : public testing::TestWithParam<ActivityRow> {};
+
+TEST_P(ActivityByName, GivesTheRole) {
+  EXPECT_EQ(recognized(GetParam().arguments).role, GetParam().role);
+}
+
+using A = ActivityRow;
+INSTANTIATE_TEST_SUITE_P(
+    Programs, ActivityByName,
+    testing::Values(
+        A{"LastWord", {"/usr/local/bin/llm-pretrain"}, LabRole::training},
+        A{"LastWordButForTheDevice", {"llm-pretrain-cli"}, LabRole::training},
+        A{"Tickets", {"/usr/local/bin/train-ticket-service"}, LabRole::none},
+        A{"Timetable", {"/usr/bin/train-timetable", "--daemon"}, LabRole::none},
+        A{"Workload", {"/opt/trainer-workload-service"}, LabRole::none},
+        A{"Station", {"java", "-jar", "train-station.jar"}, LabRole::none},
+        A{"ServiceOfJava", {"java", "-jar", "/srv/trainer-workload-service.jar"}, LabRole::none},
+        A{"JarOfATraining", {"java", "-jar", "booking-training.jar"}, LabRole::none},
+        A{"ServiceOfDotnet", {"dotnet", "Training-Api.dll"}, LabRole::none},
+        A{"Ruby", {"ruby", "train_service.rb"}, LabRole::none}),
+    rowName<ActivityRow>);
+
+INSTANTIATE_TEST_SUITE_P(
+    Scripts, ActivityByName,
+    testing::Values(
+        A{"Trains", {"python", "train_dog.py"}, LabRole::training},
+        A{"TrainsAndEvaluates", {"python", "train_and_eval.py"}, LabRole::training},
+        A{"Prepares", {"python", "prepare_train_data.py"}, LabRole::none},
+        A{"PreparesWithAnOption", {"python", "prepare.py", "--train"}, LabRole::none},
+        A{"Preprocesses", {"python", "preprocess_sft.py"}, LabRole::none},
+        A{"PreprocessesInAModule", {"python", "-m", "preprocess.train_data"}, LabRole::none},
+        A{"Converts", {"python", "convert_lora_to_ckpt.py", "--model", "a/B"}, LabRole::none},
+        A{"ServesWhatItBuilds",
+          {"python", "generate_api.py", "--model", "a", "--port", "80"},
+          LabRole::inference},
+        A{"MakesData", {"python", "create_pretraining_data.py"}, LabRole::none},
+        A{"Splits", {"python", "train_test_split.py"}, LabRole::none},
+        A{"Schedule", {"python", "train_schedule.py"}, LabRole::none},
+        A{"Tokenizer", {"python", "train_tokenizer.py"}, LabRole::none},
+        A{"OneOfSeveral", {"python", "main.py", "--local_rank=0"}, LabRole::training}),
+    rowName<ActivityRow>);
+
+}  // namespace
