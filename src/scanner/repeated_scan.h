@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "launch_agents/vorda_launch_agent.h"
-#include "scanner/command_line.h"
 #include "scanner/families.h"
+#include "scanner/fixed_rules/command_line.h"
 #include "scanner/known_processes.h"
 #include "scanner/process_sampling.h"
 #include "scanner/process_tree.h"

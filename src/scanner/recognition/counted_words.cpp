@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "scanner/markers.h"
+#include "scanner/fixed_rules/markers.h"
 #include "scanner/recognition/activity.h"
 #include "scanner/recognition/name_words.h"
 #include "text/ascii.h"
@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t kMostArguments = 512;
 constexpr std::size_t kLongestCode = 16 << 10;
 
-/// What the naming rules look for in paths (known_products.cpp).
+/// What the naming rules look for in paths (tool_names.cpp).
 constexpr std::string_view kPathMarks[] = {"/.hermes/", "/.brevik/",    ".app/",
                                            "/ollama",   "/docker.app/", "com.docker."};
 

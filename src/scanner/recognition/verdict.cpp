@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "scanner/command_line.h"
+#include "scanner/fixed_rules/command_line.h"
+#include "scanner/fixed_rules/rules.h"
 #include "scanner/recognition/activity.h"
 #include "scanner/recognition/bystanders.h"
 #include "scanner/recognition/counted_words.h"
@@ -12,7 +13,6 @@
 #include "scanner/recognition/name_words.h"
 #include "scanner/recognition/process_title.h"
 #include "scanner/recognition/workload_name.h"
-#include "scanner/rules.h"
 #include "text/path.h"
 #include "text/unicode.h"
 

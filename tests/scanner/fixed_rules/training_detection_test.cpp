@@ -9,7 +9,7 @@
 #include "fakes/row_name.h"
 #include "reference/process_rules.h"
 #include "scanner/command_words.h"
-#include "scanner/markers.h"
+#include "scanner/fixed_rules/markers.h"
 #include "scanner/process_scanner.h"
 
 namespace {

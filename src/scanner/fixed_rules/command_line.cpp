@@ -1,4 +1,4 @@
-#include "scanner/command_line.h"
+#include "scanner/fixed_rules/command_line.h"
 
 namespace ProcessScanner {
 

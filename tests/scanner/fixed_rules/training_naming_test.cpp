@@ -1,4 +1,4 @@
-#include "scanner/naming_row.h"
+#include "scanner/fixed_rules/naming_row.h"
 
 namespace {
 

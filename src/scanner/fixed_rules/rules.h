@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "scanner/command_line.h"
+#include "scanner/fixed_rules/command_line.h"
 #include "scanner/lab_role.h"
 #include "scanner/process_scanner.h"
 
@@ -43,14 +43,14 @@ FriendlyName friendlyName(std::span<const std::string> cmdline, LabRole role,
                           std::string_view fallback);
 
 /// The name of a tool for AI workloads that is known by name; it goes before training:
-/// known_products.cpp.
+/// tool_names.cpp.
 std::optional<FriendlyName> knownTool(std::string_view exe, const CommandLine& line);
 
 /// The name of a process that trains a model: training_naming.cpp.
 FriendlyName trainingName(const CommandLine& line);
 
 /// The name of a helper process of the system or of Docker; it goes after training:
-/// known_products.cpp.
+/// tool_names.cpp.
 std::optional<FriendlyName> knownHelper(std::string_view exe, const CommandLine& line);
 
 }  // namespace ProcessScanner

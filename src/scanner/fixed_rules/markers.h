@@ -148,7 +148,7 @@ inline constexpr auto kOtherMarkers = std::to_array<std::string_view>({
     "-m zentho",
     "com.docker.vmnet",
     "com.docker.backend",
-    "/Docker.app/",  // never found in a lowered line: see its rule in known_products.cpp
+    "/Docker.app/",  // never found in a lowered line: see its rule in tool_names.cpp
     "com.docker.",
     "containermanagerd",
 });

@@ -7,7 +7,7 @@
 
 #include "reference/process_rules.h"
 #include "reference/text_rules.h"
-#include "scanner/marker_search.h"
+#include "scanner/fixed_rules/marker_search.h"
 #include "scanner/process_scanner.h"
 
 namespace {

@@ -1,8 +1,8 @@
-#include "scanner/options.h"
+#include "scanner/fixed_rules/options.h"
 
 #include <algorithm>
 
-#include "scanner/command_line.h"
+#include "scanner/fixed_rules/command_line.h"
 #include "scanner/process_scanner.h"
 #include "text/path.h"
 #include "text/unicode.h"

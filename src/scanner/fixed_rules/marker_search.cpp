@@ -1,4 +1,4 @@
-#include "scanner/marker_search.h"
+#include "scanner/fixed_rules/marker_search.h"
 
 #include <limits>
 #include <vector>

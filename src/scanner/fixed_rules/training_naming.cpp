@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "scanner/options.h"
-#include "scanner/rules.h"
+#include "scanner/fixed_rules/options.h"
+#include "scanner/fixed_rules/rules.h"
 #include "text/contains.h"
 #include "text/path.h"
 #include "text/unicode.h"

@@ -1,7 +1,7 @@
 #include <array>
 #include <span>
 
-#include "scanner/rules.h"
+#include "scanner/fixed_rules/rules.h"
 
 namespace ProcessScanner {
 namespace {

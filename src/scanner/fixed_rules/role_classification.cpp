@@ -1,4 +1,4 @@
-#include "scanner/rules.h"
+#include "scanner/fixed_rules/rules.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
