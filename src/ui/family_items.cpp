@@ -2,7 +2,7 @@
 
 #include "scanner/memory_format.h"
 #include "ui/menu_builders.h"
-#include "ui/row_parts.h"
+#include "ui/row_direction.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "text/unicode.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
-#include "ui/row_parts.h"
+#include "ui/row_direction.h"
 
 namespace MenuConstruction {
 namespace {

@@ -3,7 +3,7 @@
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
-#include "ui/row_parts.h"
+#include "ui/row_direction.h"
 
 namespace {
 

@@ -104,7 +104,7 @@ class Rows {
     return processItem(process, quits_->linesOf(reference), family);
   }
 
-  const QuitRequests* quits_;
+  const UnfinishedQuits* quits_;
   FamilyViews families_;
   FamilyItems familyItems_;
 };

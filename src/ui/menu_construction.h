@@ -15,14 +15,14 @@
 #include "ui/family_items.h"
 #include "ui/menu.h"
 #include "ui/menu_arrangement.h"
-#include "ui/quit_requests.h"
+#include "ui/unfinished_quits.h"
 
 /// What the menu is built from.
 struct MenuContent {
   const std::vector<VordaProcess>& processes;         ///< in the scan's order
   const std::vector<VordaLaunchAgent>& launchAgents;  ///< those of interest
   SystemMemory::Snapshot sys;                         ///< the whole machine's memory
-  const QuitRequests* quits = nullptr;                ///< the requests to quit, if there are any
+  const UnfinishedQuits* quits = nullptr;             ///< the requests to quit, if there are any
   /// What launch agents are being asked to do; those that have ended count no more.
   std::span<const LaunchAgentOperation> launchAgentOperations = {};
   const GpuSample* gpus = nullptr;  ///< what graphics cards hold, where there are any

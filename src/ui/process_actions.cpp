@@ -67,7 +67,7 @@ void StatusBarController::confirmForceQuit(const Alert& question, const ProcessR
   if (!isGone(process)) {
     if (frontEnd_.runModal(question) != kAlertFirstButtonReturn) return;
     answer = ProcessTerminator::terminate(process.pid, true, process.identity);
-    if (answer.first) quitRequests_.forget(process);
+    if (answer.first) unfinishedQuits_.forget(process);
     updateNotice();
   }
   finishQuit(process.pid, "Force Quit", "Cannot force quit", answer);
@@ -163,21 +163,21 @@ void StatusBarController::startQuitClock(const ProcessReference& process) {
       if (one.pid == process.pid) name = one.displayName;
     }
   }
-  const bool isAsked = quitRequests_.add(process, name);
+  const bool isAsked = unfinishedQuits_.add(process, name);
   updateNotice();
   if (!isAsked) return;
-  const std::uint64_t askedAt = quitRequests_.askedAt(process);
+  const std::uint64_t askedAt = unfinishedQuits_.askedAt(process);
   frontEnd_.after(waits_.quit, [weakSelf = std::weak_ptr(self_), process, askedAt] {
     const auto self = weakSelf.lock();
     if (!self) return;
-    (*self)->quitRequests_.runOut(process, askedAt);
+    (*self)->unfinishedQuits_.runOut(process, askedAt);
     (*self)->updateNotice();
   });
 }
 
 void StatusBarController::updateNotice() {
-  quitRequests_.update();
-  const std::string notice = quitRequests_.notice();
+  unfinishedQuits_.update();
+  const std::string notice = unfinishedQuits_.notice();
   if (notice == notice_) return;
   notice_ = notice;
   frontEnd_.setNotice(notice);

@@ -11,7 +11,7 @@
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
 #include "ui/process_color.h"
-#include "ui/row_parts.h"
+#include "ui/row_direction.h"
 
 namespace MenuConstruction {
 namespace {

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "scanner/vorda_process.h"
-#include "ui/row_parts.h"
+#include "ui/row_direction.h"
 #include "ui/strip_text.h"
 
 namespace {

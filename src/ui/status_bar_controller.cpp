@@ -131,8 +131,8 @@ void StatusBarController::updateStrip() {
 
 void StatusBarController::rebuildMenu() {
   rootMenu_ = std::make_shared<const Menu>(MenuConstruction::build(
-      {processes_, launchAgents_, SystemMemory::snapshot(), &quitRequests_, launchAgentOperations_,
-       &gpus_, scan_.unlistedMembers(), &arrangement_}));
+      {processes_, launchAgents_, SystemMemory::snapshot(), &unfinishedQuits_,
+       launchAgentOperations_, &gpus_, scan_.unlistedMembers(), &arrangement_}));
   frontEnd_.menuRebuilt(rootMenu_);
 }
 

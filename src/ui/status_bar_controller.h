@@ -16,7 +16,7 @@
 #include "ui/front_end.h"
 #include "ui/menu.h"
 #include "ui/menu_construction.h"
-#include "ui/quit_requests.h"
+#include "ui/unfinished_quits.h"
 
 /// The one object that owns the program's presence on screen: the menu, the refresh timer
 /// and the last sample of processes and launch agents. It samples every 5 seconds; while
@@ -31,8 +31,8 @@ class StatusBarController : public MenuDelegate {
 
   /// How long it waits, in seconds.
   struct Waits {
-    double refresh = kRefreshInterval;      ///< from one refresh to the next
-    double quit = QuitRequests::kPatience;  ///< before it says what a quit did not end
+    double refresh = kRefreshInterval;         ///< from one refresh to the next
+    double quit = UnfinishedQuits::kPatience;  ///< before it says what a quit did not end
   };
 
   /// Takes the first sample, builds the menu and starts the timer. `frontEnd` outlives it;
@@ -143,7 +143,7 @@ class StatusBarController : public MenuDelegate {
   int actionsUnderWay_ = 0;
   MenuArrangement arrangement_;
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
-  QuitRequests quitRequests_;
+  UnfinishedQuits unfinishedQuits_;
   std::string notice_;  ///< what the front end was last told
   bool menuIsOpen_ = false;
   /// Timers and delayed work hold a weak pointer to this, which expires with the controller.

@@ -8,7 +8,7 @@
 #include "frontends/appkit/strip_view.h"
 #include "platform/macos/foundation_text.h"
 #include "text/display_line.h"
-#include "ui/row_parts.h"
+#include "ui/row_direction.h"
 #include "ui/spoken_text.h"
 
 /// A submenu that many items share: it is filled when it is about to open.

@@ -7,7 +7,7 @@
 #include "frontends/qt/qt_text.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
-#include "ui/row_parts.h"
+#include "ui/row_direction.h"
 #include "ui/strip_text.h"
 
 namespace {

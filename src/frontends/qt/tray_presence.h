@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "frontends/qt/presence_kind.h"
+#include "frontends/qt/presence_choice.h"
 #include "frontends/qt/x11/embedded_tray_watch.h"
 #include "ui/memory_pressure_view.h"
 

@@ -10,7 +10,7 @@
 #include "frontends/terminal/glyphs.h"
 #include "text/blanks.h"
 #include "text/display_line.h"
-#include "ui/row_parts.h"
+#include "ui/row_direction.h"
 #include "ui/strip_text.h"
 
 namespace {

@@ -1,10 +1,7 @@
 #include "platform/launch_agents.h"
 
-#include <algorithm>
-#include <iterator>
 #include <memory>
 
-#include "platform/linux/launch_agent_files.h"
 #include "platform/linux/loaded_launch_agents.h"
 #include "platform/linux/service_operation.h"
 
@@ -17,13 +14,6 @@ std::vector<ServiceAttempt> onlyAttempt(ServiceOperation::Verb verb, const std::
 }
 
 }  // namespace
-
-std::vector<LaunchAgentFile> launchAgentFiles() {
-  std::vector<LaunchAgentFile> files = launchAgentFilesIn(userUnitFolder());
-  auto machine = launchAgentFilesIn("/etc/systemd/user");
-  std::ranges::move(machine, std::back_inserter(files));
-  return files;
-}
 
 std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile> files) {
   static LoadedLaunchAgentsReader reader;

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "scanner/credentials/credential_name_words.h"
 #include "scanner/credentials/key_tree.h"
-#include "scanner/credentials/name_table.h"
 #include "scanner/credentials/word_set.h"
 #include "text/ascii.h"
 

@@ -1,4 +1,4 @@
-#include "ui/row_parts.h"
+#include "ui/row_direction.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "frontends/qt/presence_kind.h"
+#include "frontends/qt/presence_choice.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/launch_agent_files.h"
+#include "platform/linux/unit_folders.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -7,6 +7,8 @@
 
 namespace platform {
 
+// platform::launchAgentFiles() joins the user's own folder and the machine's.
+
 /// The launch agent files of one folder, by name: each NAME.service that is a regular file.
 /// Templates (NAME@.service) are left out. A masked one (a link to /dev/null) has no command.
 /// Limits: the first 10,000 entries in the folder's own order; of these the first 1,000 services

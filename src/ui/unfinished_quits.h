@@ -8,7 +8,7 @@
 #include "ui/menu.h"
 
 /// The processes that were asked to quit and are still there.
-class QuitRequests {
+class UnfinishedQuits {
  public:
   static constexpr double kPatience =
       3;  ///< in seconds: after that the user is told that a process is still there

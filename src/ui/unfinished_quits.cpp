@@ -1,4 +1,4 @@
-#include "ui/quit_requests.h"
+#include "ui/unfinished_quits.h"
 
 #include <algorithm>
 #include <optional>
@@ -41,7 +41,7 @@ std::string ageText(std::uint64_t age) {
 
 }  // namespace
 
-bool QuitRequests::add(const ProcessReference& process, const std::string& name) {
+bool UnfinishedQuits::add(const ProcessReference& process, const std::string& name) {
   forget(process);
   const auto state = stateOf(process);
   if (!state) return false;
@@ -52,17 +52,17 @@ bool QuitRequests::add(const ProcessReference& process, const std::string& name)
   return true;
 }
 
-void QuitRequests::runOut(const ProcessReference& process, std::uint64_t askedAt) {
+void UnfinishedQuits::runOut(const ProcessReference& process, std::uint64_t askedAt) {
   for (Request& request : requests_) {
     if (request.process == process && request.askedAt == askedAt) request.isOver = true;
   }
 }
 
-void QuitRequests::forget(const ProcessReference& process) {
+void UnfinishedQuits::forget(const ProcessReference& process) {
   std::erase_if(requests_, [&](const Request& one) { return one.process == process; });
 }
 
-void QuitRequests::update() {
+void UnfinishedQuits::update() {
   std::erase_if(requests_, [](Request& request) {
     const auto state = stateOf(request.process);
     request.isStopped = state == ProcessState::stopped;
@@ -70,12 +70,12 @@ void QuitRequests::update() {
   });
 }
 
-std::uint64_t QuitRequests::askedAt(const ProcessReference& process) const {
+std::uint64_t UnfinishedQuits::askedAt(const ProcessReference& process) const {
   const Request* request = find(process);
   return request == nullptr ? 0 : request->askedAt;
 }
 
-std::string QuitRequests::notice() const {
+std::string UnfinishedQuits::notice() const {
   std::string lines;
   std::size_t count = 0;
   for (auto request = requests_.rbegin(); request != requests_.rend(); ++request) {
@@ -90,7 +90,7 @@ std::string QuitRequests::notice() const {
   return lines;
 }
 
-std::vector<std::string> QuitRequests::linesOf(const ProcessReference& process) const {
+std::vector<std::string> UnfinishedQuits::linesOf(const ProcessReference& process) const {
   const Request* request = find(process);
   if (request == nullptr) return {};
   std::vector<std::string> lines{"Asked to quit " + ageText(ageOf(request->askedAt)) + " ago"};
@@ -98,7 +98,7 @@ std::vector<std::string> QuitRequests::linesOf(const ProcessReference& process) 
   return lines;
 }
 
-const QuitRequests::Request* QuitRequests::find(const ProcessReference& process) const {
+const UnfinishedQuits::Request* UnfinishedQuits::find(const ProcessReference& process) const {
   const auto found = std::ranges::find(requests_, process, &Request::process);
   return found == requests_.end() ? nullptr : &*found;
 }

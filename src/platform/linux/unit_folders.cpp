@@ -1,9 +1,10 @@
-#include "platform/linux/launch_agent_files.h"
+#include "platform/linux/unit_folders.h"
 
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "platform/linux/file_reader.h"
@@ -14,6 +15,7 @@
 namespace platform {
 namespace {
 
+constexpr const char* kMachineUnitFolder = "/etc/systemd/user";
 constexpr std::string_view kSuffix = ".service";
 
 // What is looked at of a folder, however much is in it: it is walked at every refresh.
@@ -75,6 +77,13 @@ std::vector<LaunchAgentFile> launchAgentFilesIn(const std::filesystem::path& fol
                      .programArguments = std::move(unit.command),
                      .keepAlive = unit.keepAlive});
   }
+  return files;
+}
+
+std::vector<LaunchAgentFile> launchAgentFiles() {
+  std::vector<LaunchAgentFile> files = launchAgentFilesIn(userUnitFolder());
+  auto machine = launchAgentFilesIn(kMachineUnitFolder);
+  std::ranges::move(machine, std::back_inserter(files));
   return files;
 }
 

@@ -1,4 +1,4 @@
-#include "ui/quit_requests.h"
+#include "ui/unfinished_quits.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
