@@ -13,6 +13,7 @@
 #include "ui/family_view.h"
 #include "ui/gpu_lines.h"
 #include "ui/mapped_lines.h"
+#include "ui/menu_limits.h"
 
 std::vector<std::string> Alert::shownButtons() const {
   return buttons.empty() ? std::vector<std::string>{"OK"} : buttons;
@@ -105,8 +106,9 @@ Alert endFamily(const FamilyView& family, bool force) {
   std::size_t own = 0;
   for (const VordaProcess* member : family.members) {
     if (member->isProtected || ++own > kMostNamed) continue;
-    names += "\n" + text::shortened(text::displayName(member->displayName), 42, 41) + "  ·  pid " +
-             std::to_string(member->pid);
+    names += "\n" +
+             MenuLimits::cut(text::displayName(member->displayName), MenuLimits::kProcessName) +
+             "  ·  pid " + std::to_string(member->pid);
   }
   if (own > kMostNamed) names += "\nand " + std::to_string(own - kMostNamed) + " more";
   const std::size_t others = family.members.size() - own;

@@ -7,6 +7,7 @@
 #include "platform/processes.h"
 #include "ui/alerts.h"
 #include "ui/family_view.h"
+#include "ui/refresh_times.h"
 #include "ui/status_bar_controller.h"
 
 namespace {
@@ -58,7 +59,8 @@ void StatusBarController::endFamily(Sender sender, bool force) {
     for (std::size_t i = 1; i < ending.members.size(); ++i) tell(ending, ending.members[i]);
     tellLater(std::move(ending), kForcePatience);
   } else {
-    afterFamily(kFamilyPatience, std::move(ending), &StatusBarController::askRestOfFamily);
+    afterFamily(RefreshTimes::kFamilyPatience, std::move(ending),
+                &StatusBarController::askRestOfFamily);
   }
   refreshNow();
   schedulePostQuitRescans();

@@ -2,6 +2,7 @@
 
 #include "scanner/memory_format.h"
 #include "ui/menu_builders.h"
+#include "ui/menu_limits.h"
 #include "ui/row_direction.h"
 
 namespace {
@@ -33,11 +34,12 @@ FamilyEntries FamilyItems::entriesOf(const FamilyView& family) const {
   std::size_t own = 0;
   for (const VordaProcess* member : family.members) {
     if (!member->isProtected) ++own;
-    if (members.size() < kMaxMembers) members.push_back(makeRow_(*member, nullptr));
+    if (members.size() < MenuLimits::kMaxFamilyMembers)
+      members.push_back(makeRow_(*member, nullptr));
   }
-  if (family.members.size() > kMaxMembers) {
-    members.push_back(
-        label("and " + std::to_string(family.members.size() - kMaxMembers) + " more"));
+  if (family.members.size() > MenuLimits::kMaxFamilyMembers) {
+    members.push_back(label(
+        "and " + std::to_string(family.members.size() - MenuLimits::kMaxFamilyMembers) + " more"));
   }
 
   FamilyEntries entries{.toolTip = "One of " + count + " of " + family.name};

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -22,9 +21,6 @@ struct FamilyEntries {
 /// Makes them, for each family once and only when a row of it is made.
 class FamilyItems {
  public:
-  /// How many members their menu has at most.
-  static constexpr std::size_t kMaxMembers = 30;
-
   /// Makes a process's row; `entries`: those of its family, nullptr for none.
   using MakeRow =
       std::function<MenuItem(const VordaProcess& process, const FamilyEntries* entries)>;

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "text/display_line.h"
-#include "text/unicode.h"
+#include "ui/menu_limits.h"
 
 namespace {
 
@@ -40,7 +40,8 @@ FamilyViews::FamilyViews(const std::vector<VordaProcess>& listed,
   std::erase_if(families_, [](const auto& entry) { return entry.second.members.size() < 2; });
   for (auto& [head, family] : families_) {
     sortMembers(family);
-    family.name = text::shortened(text::displayName(family.main().displayName), 42, 41);
+    family.name =
+        MenuLimits::cut(text::displayName(family.main().displayName), MenuLimits::kProcessName);
   }
 }
 

@@ -4,9 +4,10 @@
 
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
+#include "ui/menu_limits.h"
 
 std::vector<std::string> gpuLines(const VordaProcess& process) {
-  constexpr std::size_t kMost = 8;
+  constexpr std::size_t kMost = MenuLimits::kMaxGpuShares;
   std::vector<std::string> lines;
   if (!process.gpuMemory) return lines;
   const auto& shares = process.gpuMemory->shares;

@@ -1,13 +1,8 @@
 #include <algorithm>
 
 #include "ui/alerts.h"
+#include "ui/refresh_times.h"
 #include "ui/status_bar_controller.h"
-
-namespace {
-
-constexpr double kOperationInterval = 0.1;  // seconds
-
-}  // namespace
 
 void StatusBarController::unloadLaunchAgent(Sender sender) {
   if (const auto* launchAgent = std::get_if<VordaLaunchAgent>(&sender.representedObject)) {
@@ -46,7 +41,7 @@ void StatusBarController::beginOperation(LaunchAgentOperation operation) {
   launchAgentOperations_.push_back(std::move(operation));
   if (!launchAgentOperationTimer_) {
     launchAgentOperationTimer_ =
-        frontEnd_.every(kOperationInterval, [weakSelf = std::weak_ptr(self_)] {
+        frontEnd_.every(RefreshTimes::kOperationInterval, [weakSelf = std::weak_ptr(self_)] {
           if (const auto self = weakSelf.lock()) (*self)->lookAfterOperations();
         });
   }

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "text/display_line.h"
-#include "text/unicode.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
+#include "ui/menu_limits.h"
 #include "ui/row_direction.h"
 
 namespace MenuConstruction {
@@ -30,10 +30,10 @@ MenuItem launchAgentItem(const VordaLaunchAgent& launchAgent,
       stops ? MenuBuilders::command("Stop / unload", Action::unloadLaunchAgent, launchAgent)
             : MenuBuilders::command("Start / load", Action::loadLaunchAgent, launchAgent);
   command.enabled = underWay != LaunchAgentOperation::Kind::stop;
-  MenuItem item =
-      MenuBuilders::named("", text::shortened(text::displayName(launchAgent.label), 40, 38),
-                          RowParts::kSeparator + statusText(launchAgent, underWay) +
-                              (launchAgent.keepAlive ? " ↺" : ""));
+  MenuItem item = MenuBuilders::named(
+      "", MenuLimits::cut(text::displayName(launchAgent.label), MenuLimits::kLaunchAgentName),
+      RowParts::kSeparator + statusText(launchAgent, underWay) +
+          (launchAgent.keepAlive ? " ↺" : ""));
   item.submenu = {std::move(command)};
   return item;
 }

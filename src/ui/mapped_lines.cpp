@@ -2,7 +2,7 @@
 
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
-#include "text/unicode.h"
+#include "ui/menu_limits.h"
 #include "ui/row_direction.h"
 
 namespace {
@@ -35,7 +35,7 @@ std::vector<std::string> mappedFileLines(const VordaProcess& process) {
   std::vector<std::string> lines;
   if (!process.mapped) return lines;
   for (const MappedMemory::File& file : process.mapped->files) {
-    lines.push_back("  " + text::shortened(text::displayName(file.name), 60, 59) +
+    lines.push_back("  " + MenuLimits::cut(text::displayName(file.name), MenuLimits::kFileName) +
                     RowParts::kSeparator + inSentence(file.memMB));
   }
   return lines;

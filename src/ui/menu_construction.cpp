@@ -10,8 +10,8 @@
 #include "text/ascii.h"
 #include "text/display_line.h"
 #include "text/format.h"
-#include "text/unicode.h"
 #include "ui/menu_builders.h"
+#include "ui/menu_limits.h"
 #include "ui/process_lists.h"
 #include "ui/strip_segments.h"
 
@@ -30,8 +30,9 @@ constexpr double kGBPerMB = 0.0009765625;
 
 MenuItem stripItem(const MenuContent& content, const ProcessList& bySize) {
   auto strip = std::make_shared<MemoryPressureView>();
-  applyPressureStrip(*strip, content.sys, ProcessLists::first(bySize, kMaxStripSegments));
-  if (content.gpus != nullptr) strip->gpu = gpuTrack(*content.gpus, kMaxStripSegments);
+  applyPressureStrip(*strip, content.sys,
+                     ProcessLists::first(bySize, MenuLimits::kMaxStripSegments));
+  if (content.gpus != nullptr) strip->gpu = gpuTrack(*content.gpus, MenuLimits::kMaxStripSegments);
   return {.kind = MenuItem::Kind::strip, .enabled = false, .strip = std::move(strip)};
 }
 
@@ -51,18 +52,19 @@ void addGpuLines(Items& items, const std::vector<GpuCard>& cards) {
   for (std::size_t i = 0; i < cards.size(); ++i) {
     sum.usedGB += cards[i].usedGB;
     sum.totalGB += cards[i].totalGB;
-    if (i >= kMaxGpuLines) continue;
+    if (i >= MenuLimits::kMaxGpuLines) continue;
     items.push_back(label(usage("GPU", cards[i].usedGB, cards[i].totalGB)));
     items.back().toolTip = text::displayName(cards[i].name);
   }
-  if (cards.size() <= kMaxGpuLines) return;
+  if (cards.size() <= MenuLimits::kMaxGpuLines) return;
   items.push_back(
       label(usage("All " + std::to_string(cards.size()) + " GPUs", sum.usedGB, sum.totalGB)));
 }
 
 MenuItem largestLine(const char* beginning, double memMB, const VordaProcess& largest) {
-  MenuItem item = named(beginning + MemoryFormat::compact(memMB) + "  ",
-                        text::shortened(text::displayName(largest.displayName), 34, 32), {});
+  MenuItem item =
+      named(beginning + MemoryFormat::compact(memMB) + "  ",
+            MenuLimits::cut(text::displayName(largest.displayName), MenuLimits::kLargestName), {});
   item.enabled = false;
   return item;
 }
@@ -141,7 +143,7 @@ class SectionRows {
     for (std::size_t i = 0; i < shown; ++i) items_.push_back(makeRow(i));
     if (shown == count) return;
     MenuItem more = command("… and " + std::to_string(count - shown) + " more", Action::showMore);
-    const std::size_t next = std::min(count, shown + kMaxMore);
+    const std::size_t next = std::min(count, shown + MenuLimits::kMaxMore);
     for (std::size_t i = shown; i < next; ++i) more.submenu.push_back(makeRow(i));
     if (next < count) {
       more.submenu.push_back(
@@ -174,11 +176,11 @@ void addTopSection(Items& items, const MenuContent& content, Rows& rows,
   items.push_back(separator());
   items.push_back(label(kTopHeader));
   if (bySize.empty()) items.push_back(label("  (nothing above threshold)"));
-  SectionRows(items, content, &rows, kTopHeader, kMaxTopRAM).addProcesses(bySize);
+  SectionRows(items, content, &rows, kTopHeader, MenuLimits::kMaxTopRAM).addProcesses(bySize);
 }
 
 void addSection(Items& items, const MenuContent& content, Rows& rows, const char* header,
-                const ProcessList& list, std::size_t limit = MenuConstruction::kMaxAI) {
+                const ProcessList& list, std::size_t limit = MenuLimits::kMaxAI) {
   if (list.empty()) return;
   items.push_back(separator());
   items.push_back(label(header));
@@ -207,7 +209,7 @@ void addLaunchAgentSection(Items& items, const MenuContent& content) {
   if (rows.empty()) return;
   items.push_back(separator());
   items.push_back(label(kLaunchAgentsHeader));
-  SectionRows(items, content, nullptr, kLaunchAgentsHeader, kMaxLaunchAgents)
+  SectionRows(items, content, nullptr, kLaunchAgentsHeader, MenuLimits::kMaxLaunchAgents)
       .add(rows.size(), [&rows](std::size_t i) {
         return launchAgentItem(*rows[i].launchAgent, rows[i].underWay);
       });
@@ -231,9 +233,9 @@ std::vector<std::int32_t> shownPids(const std::vector<VordaProcess>& processes) 
   const auto add = [&pids](const ProcessList& list) {
     for (const VordaProcess* process : list) pids.push_back(process->pid);
   };
-  add(ProcessLists::first(bySize, kMaxTopRAM));
+  add(ProcessLists::first(bySize, MenuLimits::kMaxTopRAM));
   for (const LabRole role : {LabRole::training, LabRole::inference, LabRole::agent}) {
-    add(ProcessLists::first(ProcessLists::ofRole(bySize, role), kMaxAI));
+    add(ProcessLists::first(ProcessLists::ofRole(bySize, role), MenuLimits::kMaxAI));
   }
   std::sort(pids.begin(), pids.end());
   pids.erase(std::unique(pids.begin(), pids.end()), pids.end());

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -36,16 +35,6 @@ struct MenuContent {
 
 /// Builds the menu from what was sampled, and from nothing else.
 namespace MenuConstruction {
-
-/// How many rows a section has at most, and the strip segments.
-///@{
-inline constexpr std::size_t kMaxTopRAM = 8;
-inline constexpr std::size_t kMaxAI = 12;  ///< in each AI section
-inline constexpr std::size_t kMaxLaunchAgents = 6;
-inline constexpr std::size_t kMaxStripSegments = 6;
-inline constexpr std::size_t kMaxGpuLines = 4;  ///< cards of which each has a line of its own
-inline constexpr std::size_t kMaxMore = 30;     ///< in the submenu of what ends a cut section
-///@}
 
 /// What stands above a section's rows.
 ///@{

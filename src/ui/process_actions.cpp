@@ -10,11 +10,10 @@
 #include "scanner/memory_format.h"
 #include "ui/alerts.h"
 #include "ui/family_view.h"
+#include "ui/refresh_times.h"
 #include "ui/status_bar_controller.h"
 
 namespace {
-
-constexpr double kRescanDelays[] = {0.25, 1.0, 2.5};  // seconds
 
 /// The process that the sender's row was about when the menu was built. For a sender that belongs
 /// to no row, the process that has the pid now.
@@ -149,7 +148,7 @@ void StatusBarController::removeFromListOptimistically(std::int32_t pid) {
 void StatusBarController::schedulePostQuitRescans() {
   for (const auto& item : postQuitWorkItems_) item->cancel();
   postQuitWorkItems_.clear();
-  for (const double delay : kRescanDelays) {
+  for (const double delay : RefreshTimes::kAfterQuit) {
     postQuitWorkItems_.push_back(frontEnd_.after(delay, weakRefresh()));
   }
 }

@@ -10,6 +10,7 @@
 #include "ui/mapped_lines.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
+#include "ui/menu_limits.h"
 #include "ui/process_color.h"
 #include "ui/row_direction.h"
 
@@ -40,7 +41,8 @@ std::string gpuEnding(const VordaProcess& process) {
 }
 
 MenuItem processRow(const VordaProcess& process, const Words& words) {
-  return named(process.labRole == LabRole::none ? "" : "★ ", text::shortened(words.name, 42, 41),
+  return named(process.labRole == LabRole::none ? "" : "★ ",
+               MenuLimits::cut(words.name, MenuLimits::kProcessName),
                RowParts::kSeparator + MemoryFormat::compact(process.memMB) +
                    (process.isProtected ? " 🔒" : "") + gpuEnding(process) + mappedEnding(process));
 }

@@ -9,6 +9,7 @@
 
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
+#include "ui/menu_limits.h"
 
 namespace ShortMenu {
 namespace {
@@ -101,7 +102,8 @@ Room roomOn(int screenLines) {
 Menu of(const Menu& full, Room room) {
   if (full.items.empty()) return full;
   const Items lines = summary(full);
-  const std::size_t limit = room == Room::plenty ? kMaxRows : kMaxRowsInLittleRoom;
+  const std::size_t limit =
+      room == Room::plenty ? MenuLimits::kMaxShortRows : MenuLimits::kMaxShortRowsInLittleRoom;
 
   Menu menu;
   Items& items = menu.items;
@@ -111,9 +113,10 @@ Menu of(const Menu& full, Room room) {
   if (!lines.empty()) items.push_back(lines.front());
   items.push_back(MenuBuilders::separator());
   Items largest = section(full, kTopHeader);
-  largest.resize(std::min(largest.size(), kMaxLargest));
+  largest.resize(std::min(largest.size(), MenuLimits::kMaxShortLargest));
   if (room == Room::plenty) {
-    std::ranges::move(plainRows(std::move(largest), kMaxLargest), std::back_inserter(items));
+    std::ranges::move(plainRows(std::move(largest), MenuLimits::kMaxShortLargest),
+                      std::back_inserter(items));
     items.push_back(MenuBuilders::separator());
   } else {
     std::erase_if(largest, [](const MenuItem& row) { return !row.enabled; });

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstddef>
-
 #include "ui/menu.h"
 
 /// A short form of the menu, for a host that can't scroll it and draws no dot on a row with a
@@ -16,13 +14,6 @@ enum class Room {
 
 /// For a screen of this height, in points. GNOME Shell's rows are 39 points high.
 Room roomOn(int screenLines);
-
-/// The most processes at the top, and the most rows of a section.
-///@{
-inline constexpr std::size_t kMaxLargest = 5;
-inline constexpr std::size_t kMaxRows = 8;  ///< where there are more, the last one says so
-inline constexpr std::size_t kMaxRowsInLittleRoom = 5;
-///@}
 
 /// From top to bottom: the strip, Action::openMenu, the machine's memory, the largest processes,
 /// each section that has rows as a submenu, "About" and "Quit". Where the summary has a line that

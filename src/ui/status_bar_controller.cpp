@@ -6,6 +6,7 @@
 #include "launch_agents/launch_agent_scanner.h"
 #include "platform/applications.h"
 #include "scanner/system_memory.h"
+#include "ui/menu_limits.h"
 #include "ui/process_lists.h"
 #include "ui/status_tool_tip.h"
 #include "ui/strip_segments.h"
@@ -100,8 +101,8 @@ void StatusBarController::refreshNow() {
 void StatusBarController::sample() {
   allLaunchAgents_ = LaunchAgentScanner::scan();
   const std::vector<std::int32_t> holders = GpuSampling::holders(menuIsOpen_);
-  scan_.scan(kMinMemMB, allLaunchAgents_, processes_, holders);
-  gpus_ = GpuSampling::take(processes_, kMinMemMB, menuIsOpen_,
+  scan_.scan(MenuLimits::kMinMemMB, allLaunchAgents_, processes_, holders);
+  gpus_ = GpuSampling::take(processes_, MenuLimits::kMinMemMB, menuIsOpen_,
                             MenuConstruction::shownPids(processes_));
   launchAgents_.clear();
   std::ranges::copy_if(
@@ -120,9 +121,9 @@ void StatusBarController::updateStatusItem() {
 void StatusBarController::updateStrip() {
   MemoryPressureView& strip = *rootMenu_->items.front().strip;
   const ProcessList top =
-      ProcessLists::first(ProcessLists::byMemory(processes_), MenuConstruction::kMaxStripSegments);
+      ProcessLists::first(ProcessLists::byMemory(processes_), MenuLimits::kMaxStripSegments);
   // One that is not there, or not any more, comes or goes when the menu is built.
-  const auto gpus = gpuTrack(gpus_, MenuConstruction::kMaxStripSegments);
+  const auto gpus = gpuTrack(gpus_, MenuLimits::kMaxStripSegments);
   const bool hasGpus = strip.gpu && gpus;
   if (hasGpus) strip.gpu = gpus;
   const bool isKnown = applyPressureStrip(strip, SystemMemory::snapshot(), top);

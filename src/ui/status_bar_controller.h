@@ -16,6 +16,7 @@
 #include "ui/front_end.h"
 #include "ui/menu.h"
 #include "ui/menu_construction.h"
+#include "ui/refresh_times.h"
 #include "ui/unfinished_quits.h"
 
 /// The one object that owns the program's presence on screen: the menu, the refresh timer
@@ -23,16 +24,12 @@
 /// the menu is open only the strip moves, so that no item changes under the pointer.
 class StatusBarController : public MenuDelegate {
  public:
-  static constexpr double kMinMemMB = 50.0;  ///< ordinary processes are shown from this on, in MiB
-  static constexpr double kRefreshInterval = 5.0;  ///< in seconds
-  /// In seconds: so long the head of a family has before the others are asked to quit.
-  static constexpr double kFamilyPatience = 5;
   static constexpr const char* kStatusTitle = "Vorda²";  ///< stands in the menu bar
 
   /// How long it waits, in seconds.
   struct Waits {
-    double refresh = kRefreshInterval;         ///< from one refresh to the next
-    double quit = UnfinishedQuits::kPatience;  ///< before it says what a quit did not end
+    double refresh = RefreshTimes::kRefreshInterval;  ///< from one refresh to the next
+    double quit = RefreshTimes::kQuitPatience;        ///< before it says what a quit did not end
   };
 
   /// Takes the first sample, builds the menu and starts the timer. `frontEnd` outlives it;

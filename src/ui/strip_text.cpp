@@ -6,7 +6,7 @@
 
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
-#include "text/unicode.h"
+#include "ui/menu_limits.h"
 
 long percentUsed(double pressure) {
   return std::lrint(pressure * 100);
@@ -29,14 +29,13 @@ namespace {
 /// "Memory 62 percent used: Ollama Server 4.1 GB"
 std::string trackDescription(const std::string& what, std::span<const Segment> segments,
                              double pressure) {
-  constexpr std::size_t kLongestName = 42;
   std::string words = what + " " + std::to_string(percentUsed(pressure)) + " percent used";
   const char* separator = ": ";
   for (const Segment& segment : segments) {
     const std::string figure = MemoryFormat::compact(segment.memMB);
     words += separator +
-             text::shortened(text::displayName(segment.label), kLongestName, kLongestName - 1) +
-             ' ' + figure.substr(figure.find_first_not_of(' '));
+             MenuLimits::cut(text::displayName(segment.label), MenuLimits::kProcessName) + ' ' +
+             figure.substr(figure.find_first_not_of(' '));
     separator = ", ";
   }
   return words;

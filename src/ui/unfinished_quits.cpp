@@ -5,7 +5,7 @@
 
 #include "platform/processes.h"
 #include "text/display_line.h"
-#include "text/unicode.h"
+#include "ui/menu_limits.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ bool UnfinishedQuits::add(const ProcessReference& process, const std::string& na
   const auto state = stateOf(process);
   if (!state) return false;
   requests_.push_back({.process = process,
-                       .name = text::shortened(text::displayName(name), 42, 41),
+                       .name = MenuLimits::cut(text::displayName(name), MenuLimits::kProcessName),
                        .askedAt = platform::processClock(),
                        .isStopped = state == ProcessState::stopped});
   return true;

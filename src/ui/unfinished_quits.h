@@ -10,15 +10,12 @@
 /// The processes that were asked to quit and are still there.
 class UnfinishedQuits {
  public:
-  static constexpr double kPatience =
-      3;  ///< in seconds: after that the user is told that a process is still there
-
   /// Notes that this process was just asked to quit; `name` is its name in the menu. False when it
   /// is already gone. Replaces an earlier request to the same process.
   bool add(const ProcessReference& process, const std::string& name);
 
-  /// Notes that the last request to this process, sent at `askedAt`, has had its time: kPatience,
-  /// unless a test says otherwise.
+  /// Notes that the last request to this process, sent at `askedAt`, has had its time
+  /// (RefreshTimes::kQuitPatience).
   void runOut(const ProcessReference& process, std::uint64_t askedAt);
 
   /// Forgets the request, because the process was force-quit.
@@ -30,7 +27,7 @@ class UnfinishedQuits {
   /// When it was asked, on platform::processClock(); 0 when it was not.
   std::uint64_t askedAt(const ProcessReference& process) const;
 
-  /// The text to show about processes that are still there after kPatience: lines joined by "\n",
+  /// The text to show about processes that are still there after that time: lines joined by "\n",
   /// the latest first, at most three, each for a minute; "" for none.
   std::string notice() const;
 

@@ -10,6 +10,7 @@
 
 #include "fakes/row_name.h"
 #include "ui/controller_test.h"
+#include "ui/refresh_times.h"
 
 namespace {
 
@@ -43,7 +44,7 @@ class FailingPlatform : public ControllerTest, public testing::WithParamInterfac
   /// What somebody does in a minute: looks, quits the server, ends the trainer, stops and
   /// starts the launch agent. What the menu does not offer is not chosen.
   void useAll() {
-    frontEnd_.advance(StatusBarController::kRefreshInterval);
+    frontEnd_.advance(RefreshTimes::kRefreshInterval);
     expectSense();
     chooseIfThere(kServer, Action::quitProcess);
     expectSense();
@@ -52,7 +53,7 @@ class FailingPlatform : public ControllerTest, public testing::WithParamInterfac
     for (const Action action : {Action::unloadLaunchAgent, Action::loadLaunchAgent})
       chooseIfThere(action);
     openMenu();
-    frontEnd_.advance(StatusBarController::kRefreshInterval);
+    frontEnd_.advance(RefreshTimes::kRefreshInterval);
     closeMenu();
     expectSense();
   }
@@ -113,7 +114,7 @@ TEST_P(FailingPlatform, AtEachCall) {
       EXPECT_EQ(signal.force, signal.pid == kTrainer);
     }
     EXPECT_THAT(signalled, IsSubsetOf({kServer, kTrainer}));
-    frontEnd_.advance(StatusBarController::kRefreshInterval);
+    frontEnd_.advance(RefreshTimes::kRefreshInterval);
     EXPECT_THAT(listedPids(), testing::UnorderedElementsAreArray(living));
     expectSense();
     controller_.reset();

@@ -13,6 +13,7 @@
 #include "platform/processes.h"
 #include "scanner/system_memory.h"
 #include "ui/alerts.h"
+#include "ui/status_bar_controller.h"
 
 namespace {
 
