@@ -53,6 +53,14 @@ bool isInteresting(const VordaLaunchAgent& launchAgent) {
   return RE2::PartialMatch(launchAgent.label + " " + launchAgent.program, interesting());
 }
 
+bool isListed(const VordaLaunchAgent& launchAgent) {
+  return launchAgent.keepAlive || isInteresting(launchAgent);
+}
+
+bool hasRow(const VordaLaunchAgent& launchAgent, bool isUnderWay) {
+  return launchAgent.loaded || launchAgent.keepAlive || isUnderWay;
+}
+
 std::vector<VordaLaunchAgent> scan() {
   const std::vector<platform::LaunchAgentFile> files = platform::launchAgentFiles();
   const auto answer = platform::loadedLaunchAgents(files);

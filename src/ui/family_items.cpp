@@ -1,9 +1,10 @@
 #include "ui/family_items.h"
 
+#include <set>
+
 #include "scanner/memory_format.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_limits.h"
-#include "ui/row_direction.h"
 
 namespace {
 
@@ -44,7 +45,7 @@ FamilyEntries FamilyItems::entriesOf(const FamilyView& family) const {
 
   FamilyEntries entries{.toolTip = "One of " + count + " of " + family.name};
   entries.items.push_back(separator());
-  entries.items.push_back(label("Runs as " + count + " processes" + RowParts::kSeparator +
+  entries.items.push_back(label("Runs as " + count + " processes" + MenuBuilders::kSeparator +
                                 "up to " + size(family.memMB)));
   entries.items.push_back(command("Its " + count + " processes…", Action::openRow));
   entries.items.back().opens = std::make_shared<const std::vector<MenuItem>>(std::move(members));
@@ -57,8 +58,8 @@ FamilyEntries FamilyItems::entriesOf(const FamilyView& family) const {
   const VordaProcess& main = family.main();
   MenuItem folded = makeRow_(main, &entries);
   const MenuItem title =
-      named(main.labRole == LabRole::none ? "" : "★ ", family.name,
-            "  (" + count + ")" + RowParts::kSeparator + MemoryFormat::compact(family.memMB));
+      named(main.labRole == LabRole::none ? "" : MenuBuilders::kWorkload, family.name,
+            "  (" + count + ")" + MenuBuilders::kSeparator + MemoryFormat::compact(family.memMB));
   folded.title = title.title;
   folded.name = title.name;
   entries.folded = std::make_shared<const MenuItem>(std::move(folded));
@@ -69,4 +70,18 @@ std::string leftBehindLine(const VordaProcess& process) {
   if (!process.leftBehindBy) return {};
   return "Left behind: pid " + std::to_string(*process.leftBehindBy) +
          ", which started it, has ended";
+}
+
+Menu foldedMenu(const Menu& menu) {
+  Menu folded;
+  std::set<const MenuItem*> seen;  // in this section
+  for (const MenuItem& item : menu.items) {
+    if (isHeading(item) || item.kind == MenuItem::Kind::separator) seen.clear();
+    if (!item.folded) {
+      folded.items.push_back(item);
+    } else if (seen.insert(item.folded.get()).second) {
+      folded.items.push_back(*item.folded);
+    }
+  }
+  return folded;
 }

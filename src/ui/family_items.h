@@ -40,5 +40,9 @@ class FamilyItems {
   std::map<std::int32_t, FamilyEntries> made_;  ///< by the head's pid
 };
 
+/// The menu with families folded: in each section the row that stands for a family
+/// (MenuItem::folded) takes the place of its first member; the other members' rows are left out.
+Menu foldedMenu(const Menu& menu);
+
 /// "Left behind: pid 812, which started it, has ended"; "" for a process that was not.
 std::string leftBehindLine(const VordaProcess& process);

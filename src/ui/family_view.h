@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "scanner/vorda_process.h"
-#include "ui/process_lists.h"
 
 /// The processes of one piece of work, of which there are two at least.
 struct FamilyView {
@@ -15,7 +14,7 @@ struct FamilyView {
   std::string name;       ///< what the work is called, made safe to show
   /// The one that began it first, where it is known, then the largest first. Points into the
   /// sample.
-  ProcessList members;
+  std::vector<const VordaProcess*> members;
   double memMB = 0;  ///< the sum of their footprints, in MiB: what they share counts for each
 
   /// The one whose name and colour stand for all: the head, unless another's work is known better.

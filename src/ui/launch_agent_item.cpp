@@ -6,7 +6,6 @@
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
 #include "ui/menu_limits.h"
-#include "ui/row_direction.h"
 
 namespace MenuConstruction {
 namespace {
@@ -32,8 +31,8 @@ MenuItem launchAgentItem(const VordaLaunchAgent& launchAgent,
   command.enabled = underWay != LaunchAgentOperation::Kind::stop;
   MenuItem item = MenuBuilders::named(
       "", MenuLimits::cut(text::displayName(launchAgent.label), MenuLimits::kLaunchAgentName),
-      RowParts::kSeparator + statusText(launchAgent, underWay) +
-          (launchAgent.keepAlive ? " ↺" : ""));
+      MenuBuilders::kSeparator + statusText(launchAgent, underWay) +
+          (launchAgent.keepAlive ? MenuBuilders::kKeptAlive : ""));
   item.submenu = {std::move(command)};
   return item;
 }

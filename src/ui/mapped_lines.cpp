@@ -2,8 +2,8 @@
 
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
+#include "ui/menu_builders.h"
 #include "ui/menu_limits.h"
-#include "ui/row_direction.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ std::vector<std::string> mappedFileLines(const VordaProcess& process) {
   if (!process.mapped) return lines;
   for (const MappedMemory::File& file : process.mapped->files) {
     lines.push_back("  " + MenuLimits::cut(text::displayName(file.name), MenuLimits::kFileName) +
-                    RowParts::kSeparator + inSentence(file.memMB));
+                    MenuBuilders::kSeparator + inSentence(file.memMB));
   }
   return lines;
 }
@@ -44,5 +44,6 @@ std::vector<std::string> mappedFileLines(const VordaProcess& process) {
 std::string mappedEnding(const VordaProcess& process) {
   if (process.labRole == LabRole::none || !process.mapped) return {};
   if (process.mapped->modelMB < 1) return {};
-  return std::string(RowParts::kSeparator) + "+" + inSentence(process.mapped->modelMB) + " mapped";
+  return std::string(MenuBuilders::kSeparator) + "+" + inSentence(process.mapped->modelMB) +
+         " mapped";
 }

@@ -73,8 +73,8 @@ class MemoryPressureView {
   /// The height that its place in the menu has.
   double itemHeight() const { return kItemHeight + (gpu ? kGpuHeight : 0); }
 
-  /// Draws the strip into `bounds`. Segments that would overflow the track together are shrunk
-  /// to fit; they are never stretched.
+  /// Draws the strip into `bounds` (strip_drawing.cpp). Segments that would overflow the track
+  /// together are shrunk to fit; they are never stretched.
   void draw(Canvas& canvas, const Rectangle& bounds) const;
 
   /// Where in `bounds` the track of the RAM lies where there are no cards, which is rounded by half

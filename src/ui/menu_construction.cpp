@@ -1,10 +1,12 @@
 #include "ui/menu_construction.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <utility>
 
+#include "launch_agents/launch_agent_scanner.h"
 #include "platform/words.h"
 #include "scanner/memory_format.h"
 #include "text/ascii.h"
@@ -12,7 +14,6 @@
 #include "text/format.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_limits.h"
-#include "ui/process_lists.h"
 #include "ui/strip_segments.h"
 
 const std::vector<VordaProcess> MenuContent::kNoProcesses;
@@ -26,20 +27,48 @@ using MenuBuilders::named;
 using MenuBuilders::separator;
 using Items = std::vector<MenuItem>;
 
+/// All processes, in the sample's order.
+ProcessList all(const std::vector<VordaProcess>& sample) {
+  ProcessList list;
+  list.reserve(sample.size());
+  for (const VordaProcess& process : sample) list.push_back(&process);
+  return list;
+}
+
+ProcessList largestFirst(const std::vector<VordaProcess>& sample) {
+  return largestOf(sample, sample.size());
+}
+
+ProcessList ofRole(const ProcessList& list, LabRole role) {
+  ProcessList chosen;
+  std::ranges::copy_if(list, std::back_inserter(chosen),
+                       [role](const auto* process) { return process->labRole == role; });
+  return chosen;
+}
+
+ProcessList first(const ProcessList& list, std::size_t limit) {
+  const auto count = static_cast<std::ptrdiff_t>(std::min(list.size(), limit));
+  return {list.begin(), list.begin() + count};
+}
+
+double totalMB(const ProcessList& list) {
+  double sum = 0;
+  for (const VordaProcess* process : list) sum += process->memMB;
+  return sum;
+}
+
 constexpr double kGBPerMB = 0.0009765625;
 
 MenuItem stripItem(const MenuContent& content, const ProcessList& bySize) {
   auto strip = std::make_shared<MemoryPressureView>();
-  applyPressureStrip(*strip, content.sys,
-                     ProcessLists::first(bySize, MenuLimits::kMaxStripSegments));
+  applyPressureStrip(*strip, content.sys, first(bySize, MenuLimits::kMaxStripSegments));
   if (content.gpus != nullptr) strip->gpu = gpuTrack(*content.gpus, MenuLimits::kMaxStripSegments);
   return {.kind = MenuItem::Kind::strip, .enabled = false, .strip = std::move(strip)};
 }
 
 std::string roleSummary(const std::string& title, const ProcessList& list) {
   if (list.empty()) return title + "  none";
-  return title +
-         text::format("  %zu  ·  %.1f GB", list.size(), ProcessLists::totalMB(list) * kGBPerMB);
+  return title + text::format("  %zu  ·  %.1f GB", list.size(), totalMB(list) * kGBPerMB);
 }
 
 std::string usage(const std::string& what, double usedGB, double totalGB) {
@@ -203,8 +232,9 @@ void addLaunchAgentSection(Items& items, const MenuContent& content) {
   std::vector<Row> rows;
   for (const VordaLaunchAgent& launchAgent : content.launchAgents) {
     const auto underWay = operationOf(launchAgent.label, content.launchAgentOperations);
-    if (launchAgent.loaded || launchAgent.keepAlive || underWay)
+    if (LaunchAgentScanner::hasRow(launchAgent, underWay.has_value())) {
       rows.push_back({&launchAgent, underWay});
+    }
   }
   if (rows.empty()) return;
   items.push_back(separator());
@@ -228,14 +258,14 @@ void addCommands(Items& items) {
 }  // namespace
 
 std::vector<std::int32_t> shownPids(const std::vector<VordaProcess>& processes) {
-  const ProcessList bySize = ProcessLists::byMemory(processes);
+  const ProcessList sorted = largestFirst(processes);
   std::vector<std::int32_t> pids;
   const auto add = [&pids](const ProcessList& list) {
     for (const VordaProcess* process : list) pids.push_back(process->pid);
   };
-  add(ProcessLists::first(bySize, MenuLimits::kMaxTopRAM));
+  add(first(sorted, MenuLimits::kMaxTopRAM));
   for (const LabRole role : {LabRole::training, LabRole::inference, LabRole::agent}) {
-    add(ProcessLists::first(ProcessLists::ofRole(bySize, role), MenuLimits::kMaxAI));
+    add(first(ofRole(sorted, role), MenuLimits::kMaxAI));
   }
   std::sort(pids.begin(), pids.end());
   pids.erase(std::unique(pids.begin(), pids.end()), pids.end());
@@ -243,19 +273,19 @@ std::vector<std::int32_t> shownPids(const std::vector<VordaProcess>& processes) 
 }
 
 Menu build(const MenuContent& content) {
-  const ProcessList bySize = ProcessLists::byMemory(content.processes);
-  const ProcessList training = ProcessLists::ofRole(bySize, LabRole::training);
-  const ProcessList servers = ProcessLists::ofRole(bySize, LabRole::inference);
-  const ProcessList agentProcesses = ProcessLists::ofRole(bySize, LabRole::agent);
+  const ProcessList sorted = largestFirst(content.processes);
+  const ProcessList training = ofRole(sorted, LabRole::training);
+  const ProcessList servers = ofRole(sorted, LabRole::inference);
+  const ProcessList agentProcesses = ofRole(sorted, LabRole::agent);
 
   Menu menu;
   Items& items = menu.items;
   Rows rows(content);
-  items.push_back(stripItem(content, bySize));
-  addSummary(items, content, bySize, training, servers);
-  addTopSection(items, content, rows, bySize);
+  items.push_back(stripItem(content, sorted));
+  addSummary(items, content, sorted, training, servers);
+  addTopSection(items, content, rows, sorted);
   if (content.gpus != nullptr) {
-    const ProcessList onGpus = ProcessLists::all(content.gpus->processes);
+    const ProcessList onGpus = all(content.gpus->processes);
     addSection(items, content, rows, kTopGpuHeader, onGpus, onGpus.size());
   }
   addSection(items, content, rows, kTrainingHeader, training);

@@ -12,7 +12,6 @@
 #include "ui/menu_construction.h"
 #include "ui/menu_limits.h"
 #include "ui/process_color.h"
-#include "ui/row_direction.h"
 
 namespace MenuConstruction {
 namespace {
@@ -36,15 +35,16 @@ struct Words {
 
 std::string gpuEnding(const VordaProcess& process) {
   if (!process.gpuMemory) return {};
-  return std::string(RowParts::kSeparator) + "GPU " +
+  return std::string(MenuBuilders::kSeparator) + "GPU " +
          MemoryFormat::compact(process.gpuMemory->memMB);
 }
 
 MenuItem processRow(const VordaProcess& process, const Words& words) {
-  return named(process.labRole == LabRole::none ? "" : "★ ",
+  return named(process.labRole == LabRole::none ? "" : MenuBuilders::kWorkload,
                MenuLimits::cut(words.name, MenuLimits::kProcessName),
-               RowParts::kSeparator + MemoryFormat::compact(process.memMB) +
-                   (process.isProtected ? " 🔒" : "") + gpuEnding(process) + mappedEnding(process));
+               MenuBuilders::kSeparator + MemoryFormat::compact(process.memMB) +
+                   (process.isProtected ? MenuBuilders::kProtected : "") + gpuEnding(process) +
+                   mappedEnding(process));
 }
 
 std::string processToolTip(const VordaProcess& process, const Words& words) {

@@ -3,9 +3,11 @@
 #include <string_view>
 
 #include "text/scalar.h"
+#include "ui/menu_builders.h"
 
-namespace RowParts {
 namespace {
+
+using MenuBuilders::kSeparator;
 
 constexpr std::string_view kLeftToRightMark = "\u200E";
 
@@ -33,5 +35,3 @@ std::string leftToRight(std::string row) {
   }
   return row;
 }
-
-}  // namespace RowParts

@@ -7,7 +7,6 @@
 #include "platform/applications.h"
 #include "scanner/system_memory.h"
 #include "ui/menu_limits.h"
-#include "ui/process_lists.h"
 #include "ui/status_tool_tip.h"
 #include "ui/strip_segments.h"
 
@@ -105,10 +104,8 @@ void StatusBarController::sample() {
   gpus_ = GpuSampling::take(processes_, MenuLimits::kMinMemMB, menuIsOpen_,
                             MenuConstruction::shownPids(processes_));
   launchAgents_.clear();
-  std::ranges::copy_if(
-      allLaunchAgents_, std::back_inserter(launchAgents_), [](const VordaLaunchAgent& launchAgent) {
-        return launchAgent.keepAlive || LaunchAgentScanner::isInteresting(launchAgent);
-      });
+  std::ranges::copy_if(allLaunchAgents_, std::back_inserter(launchAgents_),
+                       LaunchAgentScanner::isListed);
   updateStatusItem();
   updateNotice();
 }
@@ -120,8 +117,7 @@ void StatusBarController::updateStatusItem() {
 
 void StatusBarController::updateStrip() {
   MemoryPressureView& strip = *rootMenu_->items.front().strip;
-  const ProcessList top =
-      ProcessLists::first(ProcessLists::byMemory(processes_), MenuLimits::kMaxStripSegments);
+  const ProcessList top = largestOf(processes_, MenuLimits::kMaxStripSegments);
   // One that is not there, or not any more, comes or goes when the menu is built.
   const auto gpus = gpuTrack(gpus_, MenuLimits::kMaxStripSegments);
   const bool hasGpus = strip.gpu && gpus;

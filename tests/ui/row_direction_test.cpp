@@ -12,14 +12,14 @@ struct OrderRow {
   const char* expected;
 };
 
-class RowPartsLeftToRight : public testing::TestWithParam<OrderRow> {};
+class LeftToRight : public testing::TestWithParam<OrderRow> {};
 
-TEST_P(RowPartsLeftToRight, KeepTheirPlaces) {
-  EXPECT_EQ(RowParts::leftToRight(GetParam().row), GetParam().expected);
+TEST_P(LeftToRight, KeepTheirPlaces) {
+  EXPECT_EQ(leftToRight(GetParam().row), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Table, RowPartsLeftToRight,
+    Table, LeftToRight,
     testing::Values(OrderRow{"Latin", "firefox  ·   312 MB", "firefox  ·   312 MB"},
                     OrderRow{"Accents", "café  ·   312 MB", "café  ·   312 MB"},
                     OrderRow{"Chinese", "模型  ·   312 MB", "模型  ·   312 MB"},

@@ -8,7 +8,7 @@
 #include "frontends/appkit/shared_application.h"
 #include "frontends/appkit/strip_view.h"
 #include "platform/macos/foundation_text.h"
-#include "ui/spoken_text.h"
+#include "ui/spoken_menu.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "platform/macos/foundation_text.h"
 #include "text/display_line.h"
 #include "ui/row_direction.h"
-#include "ui/spoken_text.h"
+#include "ui/spoken_menu.h"
 
 /// A submenu that many items share: it is filled when it is about to open.
 @interface VordaLateMenu : NSMenu <NSMenuDelegate> {
@@ -58,7 +58,7 @@ void setAction(NSMenuItem* item, const MenuItem& value, VordaMenuTarget* target)
 
 NSMenuItem* nsMenuItem(const MenuItem& value, VordaMenuTarget* target) {
   if (value.kind == MenuItem::Kind::separator) return [NSMenuItem separatorItem];
-  NSString* title = platform::nsString(RowParts::leftToRight(text::displayLine(value.title)));
+  NSString* title = platform::nsString(leftToRight(text::displayLine(value.title)));
   NSMenuItem* item = [[[NSMenuItem alloc] initWithTitle:title action:NULL
                                           keyEquivalent:@""] autorelease];
   [item setEnabled:value.enabled];

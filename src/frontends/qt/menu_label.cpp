@@ -22,7 +22,7 @@ std::string cut(std::string_view title, std::size_t limit) {
 /// Replaces line feeds, which would break the row, and tabs, which begin a new column, and keeps a
 /// name in a right-to-left script from reversing the row.
 std::string oneLine(std::string_view title) {
-  return RowParts::leftToRight(text::displayLine(cut(title, kLongestLabel)));
+  return leftToRight(text::displayLine(cut(title, kLongestLabel)));
 }
 
 std::string doubled(const std::string& text, char mark) {

@@ -15,7 +15,7 @@
 #include "frontends/qt/wayland/menu_surface.h"
 #include "ui/glyph_stand_ins.h"
 #include "ui/item_key.h"
-#include "ui/spoken_title.h"
+#include "ui/spoken_menu.h"
 
 namespace {
 

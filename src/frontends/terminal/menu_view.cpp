@@ -8,7 +8,7 @@
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/row_search.h"
 #include "text/scalar.h"
-#include "ui/folded_menu.h"
+#include "ui/family_items.h"
 
 namespace terminal {
 namespace {

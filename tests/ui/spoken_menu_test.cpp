@@ -1,10 +1,37 @@
-#include "ui/spoken_title.h"
+#include "ui/spoken_menu.h"
 
 #include <gtest/gtest.h>
 
+#include "fakes/row_name.h"
 #include "ui/menu_construction.h"
 
 namespace {
+
+struct SpokenRow {
+  std::string name;
+  std::string title;
+  std::string spoken;
+};
+
+class SpokenText : public testing::TestWithParam<SpokenRow> {};
+
+TEST_P(SpokenText, SaysWhatTheGlyphsMean) {
+  EXPECT_EQ(spokenText(GetParam().title), GetParam().spoken);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, SpokenText,
+    testing::Values(
+        SpokenRow{"Nothing", "", ""}, SpokenRow{"PlainWords", "Refresh now", "Refresh now"},
+        SpokenRow{"Workload", "★ Ollama Server  ·   2.0 GB", "AI workload: Ollama Server, 2.0 GB"},
+        SpokenRow{"Protected", "Safari  ·   600 MB 🔒", "Safari, 600 MB, protected"},
+        SpokenRow{"KeptAlive", "com.ollama.serve  ·  on · pid 101 ↺",
+                  "com.ollama.serve, on, pid 101, kept alive"},
+        SpokenRow{"Heading", "— Model servers —", "Model servers"},
+        SpokenRow{"StatusTitle", "Vorda²", "Vorda"},
+        SpokenRow{"Summary", "Largest  2.0 GB  Ollama Server", "Largest 2.0 GB Ollama Server"},
+        SpokenRow{"OtherScripts", "Größe é 模型", "Größe é 模型"}),
+    rowName<SpokenRow>);
 
 VordaProcess processNamed(const std::string& name, double memory, LabRole role) {
   VordaProcess process;
@@ -48,7 +75,8 @@ TEST(SpokenTitle, OfTheStripIsItsDescription) {
 TEST(SpokenTitle, OfOtherItemsHasPausesForSeparators) {
   EXPECT_EQ(spokenTitle({.title = "Training / fine-tunes  1  ·  2.1 GB"}),
             "Training / fine-tunes 1, 2.1 GB");
-  EXPECT_EQ(spokenTitle({.title = "★ a  ·   4.9 GB"}), "a, 4.9 GB");
+  EXPECT_EQ(spokenTitle({.title = "com.ollama.serve  ·  on · pid 101 ↺"}),
+            "com.ollama.serve, on, pid 101, kept alive");
   EXPECT_EQ(spokenTitle({.title = "Quit Vorda"}), "Quit Vorda");
   EXPECT_EQ(spokenTitle({}), "");
 }
