@@ -3,10 +3,20 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
-#include "scanner/gpu_memory.h"
 #include "scanner/vorda_process.h"
+
+/// One graphics card.
+struct GpuCard {
+  std::string name;   ///< as its driver calls it; with its place on the bus where there are several
+  double usedGB = 0;  ///< in GiB, by whomever
+  double totalGB = 0;  ///< in GiB
+
+  /// Field by field.
+  bool operator==(const GpuCard&) const = default;
+};
 
 /// What the graphics cards hold, and for whom.
 struct GpuSample {

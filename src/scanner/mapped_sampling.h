@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/mapped_memory.h"
-#include "scanner/mapped_memory.h"
+#include "scanner/vorda_process.h"
 
 namespace ProcessScanner {
 

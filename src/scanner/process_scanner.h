@@ -22,7 +22,7 @@ struct VordaLaunchAgent;
 /// line once for all of them.
 namespace ProcessScanner {
 
-// Which processes are listed: process_scan.cpp.
+// Which processes are listed, and in what order: repeated_scan.cpp.
 
 /// The processes that the menu shows: AI workloads of any size and owner, and the user's
 /// own ordinary processes of at least `minMemMB` MiB; never the program itself. Training

@@ -20,6 +20,13 @@
 
 namespace ProcessScanner {
 
+/// The order of a scan: training first, then inference, agent, none; larger first within a role;
+/// equals stay as they are. `order`: a buffer that keeps its capacity from one call to the next.
+///@{
+void sortByRoleAndMemory(std::vector<VordaProcess>& processes);
+void sortByRoleAndMemory(std::vector<VordaProcess>& processes, std::vector<std::size_t>& order);
+///@}
+
 /// Scans again and again. What it tells is what ProcessScanner::scan tells at that moment; but it
 /// keeps what it has found out about each process, and looks only at what is new. Where nothing
 /// is, it allocates nothing.

@@ -7,9 +7,45 @@
 #include <string>
 #include <vector>
 
-#include "scanner/gpu_memory.h"
 #include "scanner/lab_role.h"
-#include "scanner/mapped_memory.h"
+
+/// What one process holds of graphics cards' memory. Never part of its footprint.
+struct GpuMemory {
+  /// Of one card.
+  struct Share {
+    std::string card;  ///< what the card is called, as in GpuCard
+    double memMB = 0;  ///< in MiB
+
+    /// Field by field.
+    bool operator==(const Share&) const = default;
+  };
+
+  double memMB = 0;           ///< of all cards together, in MiB
+  std::vector<Share> shares;  ///< by card; not empty
+
+  /// Field by field.
+  bool operator==(const GpuMemory&) const = default;
+};
+
+/// What one process uses of memory that others may use, too, where that is a lot. Never part of
+/// its footprint.
+struct MappedMemory {
+  struct File {
+    std::string name;  ///< the last part of its path
+    double memMB = 0;  ///< as much as is mapped, in MiB
+    bool isModel = false;
+
+    bool operator==(const File&) const = default;
+  };
+
+  double mappedMB = 0;  ///< pages of mapped files in memory, in MiB; 0: not worth a word
+  double sharedMB = 0;  ///< shared memory, in MiB; 0: not worth a word
+  /// Of mappedMB, as much as may be a model's; 0 where the largest file is none.
+  double modelMB = 0;
+  std::vector<File> files;  ///< the largest first, at most 3; empty where that isn't known
+
+  bool operator==(const MappedMemory&) const = default;
+};
 
 /// One sampled process, as the menu shows it. A plain value. Two samples of one process whose
 /// memory has changed are different values with the same id().

@@ -1,5 +1,8 @@
+#include "scanner/repeated_scan.h"
+
 #include <algorithm>
 #include <memory>
+#include <numeric>
 #include <optional>
 #include <utility>
 
@@ -9,9 +12,7 @@
 #include "scanner/credentials/credential_mask.h"
 #include "scanner/family_borders.h"
 #include "scanner/fixed_rules/rules.h"
-#include "scanner/process_order.h"
 #include "scanner/process_scanner.h"
-#include "scanner/repeated_scan.h"
 #include "scanner/waiting_launchers.h"
 #include "text/path.h"
 #include "text/unicode.h"
@@ -62,10 +63,6 @@ void giveRole(KnownProcess& process) {
   std::swap(process.row->displayName, process.otherName->ofLauncher);
 }
 
-}  // namespace
-
-namespace {
-
 /// A server whose command line names no model is called after the one that it has mapped.
 void nameMappedModel(VordaProcess& row) {
   if (row.labRole != LabRole::inference || !row.mapped || row.mapped->modelMB == 0) return;
@@ -80,7 +77,50 @@ void nameMappedModel(VordaProcess& row) {
   row.displayName.replace(begin, end - begin, ": " + basenameModel(file));
 }
 
+/// Training comes first: this is not the order in which the roles are declared.
+int rank(LabRole role) {
+  switch (role) {
+    case LabRole::training:
+      return 0;
+    case LabRole::inference:
+      return 1;
+    case LabRole::agent:
+      return 2;
+    case LabRole::none:
+      break;
+  }
+  return 3;
+}
+
 }  // namespace
+
+void sortByRoleAndMemory(std::vector<VordaProcess>& processes) {
+  std::vector<std::size_t> order;
+  sortByRoleAndMemory(processes, order);
+}
+
+// std::stable_sort would take memory for as many processes once more.
+void sortByRoleAndMemory(std::vector<VordaProcess>& processes, std::vector<std::size_t>& order) {
+  order.resize(processes.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::ranges::sort(order, [&processes](std::size_t first, std::size_t second) {
+    const VordaProcess& a = processes[first];
+    const VordaProcess& b = processes[second];
+    if (a.labRole != b.labRole) return rank(a.labRole) < rank(b.labRole);
+    if (a.memMB != b.memMB) return a.memMB > b.memMB;
+    return first < second;
+  });
+  // order[place] is who belongs there: each circle of those that change places goes round once.
+  for (std::size_t start = 0; start < order.size(); ++start) {
+    std::size_t place = start;
+    while (order[place] != start) {
+      const std::size_t from = std::exchange(order[place], place);
+      std::swap(processes[place], processes[from]);
+      place = from;
+    }
+    order[place] = place;
+  }
+}
 
 std::vector<VordaProcess> scan(double minMemMB) {
   return scan(minMemMB, LaunchAgentScanner::scan());
