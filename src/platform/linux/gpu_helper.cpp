@@ -12,7 +12,7 @@
 #include <csignal>
 #include <utility>
 
-#include "platform/linux/pidfd.h"
+#include "platform/linux/process_identity.h"
 #include "platform/processes.h"
 
 namespace platform {

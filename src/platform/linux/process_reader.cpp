@@ -1,14 +1,14 @@
 #include "platform/linux/process_reader.h"
 
+#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
 
 #include "platform/linux/memory.h"
-#include "platform/linux/pidfd.h"
 #include "platform/linux/process_arguments.h"
+#include "platform/linux/process_identity.h"
 #include "platform/posix/fingerprint.h"
-#include "text/hash_combine.h"
 
 namespace platform {
 namespace {
@@ -20,11 +20,6 @@ constexpr std::size_t kMostSizesKept = 256;
 
 std::size_t sizesToKeep(std::size_t files) {
   return std::min(files / 4, kMostSizesKept);
-}
-
-std::optional<std::uint64_t> inodeOfPidfd(std::int32_t pid) {
-  const FileDescriptor process(openPidfd(pid));
-  return process.isOpen() ? uniqueInode(process.get()) : std::nullopt;
 }
 
 Fingerprint fingerprintOf(const ProcessOrigin& origin) {
@@ -166,7 +161,8 @@ bool ProcessReader::confirm(std::int32_t pid, ProcessFacts& facts) {
   if (!identity && identitySource_) {
     identity = identitySource_(pid);
   } else if (!identity && process.stat) {
-    identity = makeIdentity(process);
+    ProcFs::Path path;
+    identity = madeIdentity(process.stat->startTicks, proc_.executable(pid, path), lastBlock_);
   }
 
   const auto isStillThere = blocks_.isStillThere();
@@ -215,19 +211,51 @@ bool ProcessReader::isParentOutdated(const Known& process) {
   return parent != nullptr && parent->stat && parent->stat->startTicks > process.stat->startTicks;
 }
 
-/// Two processes of one pid that start within one tick are told apart by what they run.
-std::uint64_t ProcessReader::makeIdentity(const Known& process) const {
-  ProcFs::Path path;
-  std::size_t seed = 0;
-  text::hashCombine(seed, process.stat->startTicks);
-  text::hashCombine(seed, proc_.executable(process.pid, path));
-  text::hashCombine(seed, lastBlock_);
-  return seed;
+ProcessReader& processReader() {
+  static ProcessReader reader(systemProc(), hasUniqueInodes() ? uniqueInodeOfPid : nullptr);
+  return reader;
 }
 
-ProcessReader& processReader() {
-  static ProcessReader reader(systemProc(), hasUniqueInodes() ? inodeOfPidfd : nullptr);
-  return reader;
+// platform/processes.h.
+
+std::span<const std::int32_t> allPids() {
+  return processReader().pids();
+}
+
+bool lookAtProcess(std::int32_t pid, ProcessFacts& facts) {
+  return processReader().lookAt(pid, facts);
+}
+
+bool readCommandLine(ProcessFacts& facts) {
+  return processReader().readCommandLine(facts);
+}
+
+std::optional<Fingerprint> executableOfProcess() {
+  return processReader().executable();
+}
+
+std::optional<std::uint64_t> physicalFootprint(std::int32_t pid) {
+  return processReader().footprint(pid);
+}
+
+bool confirmProcess(std::int32_t pid, ProcessFacts& facts) {
+  return processReader().confirm(pid, facts);
+}
+
+std::optional<ProcessState> processState(std::int32_t pid) {
+  return processReader().state(pid);
+}
+
+std::uint64_t processClock() {
+  timespec now = {};
+  clock_gettime(CLOCK_BOOTTIME, &now);
+  constexpr std::uint64_t kNanosecondsPerSecond = 1'000'000'000;
+  return static_cast<std::uint64_t>(now.tv_sec) * kNanosecondsPerSecond +
+         static_cast<std::uint64_t>(now.tv_nsec);
+}
+
+std::int32_t ownPid() {
+  return getpid();
 }
 
 }  // namespace platform

@@ -62,7 +62,6 @@ class ProcessReader {
   void learn(Known& process);
   bool isParentOutdated(const Known& process);
   std::string_view comm();
-  std::uint64_t makeIdentity(const Known& process) const;
 
   const ProcFs& proc_;
   IdentitySource identitySource_;

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <csignal>
 
-#include "platform/linux/pidfd.h"
+#include "platform/linux/process_identity.h"
 #include "platform/linux/process_reader.h"
 
 namespace platform {

@@ -16,4 +16,7 @@ struct ProcessRecord {
 /// None when the kernel refuses to answer. For a pid that no process has, a record of zeros.
 std::optional<ProcessRecord> processRecord(std::int32_t pid);
 
+/// None for a pid that no process has.
+std::optional<std::uint64_t> startTimeOf(const std::optional<ProcessRecord>& record);
+
 }  // namespace platform

@@ -49,11 +49,6 @@ std::int32_t lastPid = 0;
 std::optional<std::uint64_t> lastStart;  ///< in microseconds
 std::string_view lastBlock;
 
-/// None for a pid that no process has.
-std::optional<std::uint64_t> startTimeOf(const std::optional<ProcessRecord>& record) {
-  return record && record->startTime != 0 ? std::optional(record->startTime) : std::nullopt;
-}
-
 /// "" when unreadable.
 std::string executablePath(std::int32_t pid) {
   char path[PROC_PIDPATHINFO_MAXSIZE] = {};
@@ -131,10 +126,6 @@ bool confirmProcess(std::int32_t pid, ProcessFacts& facts) {
   const bool isSame = facts.identity == lastStart;
   if (!isSame) facts.identity.reset();
   return isSame;
-}
-
-std::optional<std::uint64_t> processIdentity(std::int32_t pid) {
-  return startTimeOf(processRecord(pid));
 }
 
 std::optional<ProcessState> processState(std::int32_t pid) {

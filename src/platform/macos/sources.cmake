@@ -13,6 +13,7 @@ set(MACOS_PLATFORM_SOURCES
   mapped_memory.cpp
   memory.cpp
   pipe_reader.cpp
+  process_identity.cpp
   process_record.cpp
   processes.cpp
   signals.cpp

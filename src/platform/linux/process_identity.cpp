@@ -1,4 +1,4 @@
-#include "platform/linux/pidfd.h"
+#include "platform/linux/process_identity.h"
 
 #include <sys/stat.h>
 #include <sys/statfs.h>
@@ -8,6 +8,9 @@
 #include <cerrno>
 
 #include "platform/linux/file_descriptor.h"
+#include "platform/processes.h"
+#include "platform/signals.h"
+#include "text/hash_combine.h"
 
 namespace platform {
 
@@ -40,6 +43,24 @@ bool hasUniqueInodes() {
            fstatfs(own.get(), &fileSystem) == 0 && fileSystem.f_type == kPidfs;
   }();
   return has;
+}
+
+std::optional<std::uint64_t> uniqueInodeOfPid(pid_t pid) {
+  const FileDescriptor process(openPidfd(pid));
+  return process.isOpen() ? uniqueInode(process.get()) : std::nullopt;
+}
+
+std::uint64_t madeIdentity(std::uint64_t startTicks, std::string_view executable,
+                           std::string_view arguments) {
+  std::size_t seed = 0;
+  text::hashCombine(seed, startTicks);
+  text::hashCombine(seed, executable);
+  text::hashCombine(seed, arguments);
+  return seed;
+}
+
+std::optional<std::uint64_t> processIdentity(std::int32_t pid) {
+  return SignalTarget(pid).identity();
 }
 
 }  // namespace platform

@@ -4,6 +4,9 @@
 
 #include <cstdint>
 #include <optional>
+#include <string_view>
+
+// What tells a process from a later one that is given the same pid: platform::processIdentity.
 
 namespace platform {
 
@@ -21,5 +24,14 @@ std::optional<std::uint64_t> uniqueInode(int pidfd);
 
 /// Whether this kernel gives every process such a number.
 bool hasUniqueInodes();
+
+/// The same of the process that has the pid now; none when it is gone.
+std::optional<std::uint64_t> uniqueInodeOfPid(pid_t pid);
+
+/// Where there are no such numbers: made from when the process started, in clock ticks, its
+/// executable and its arguments. Two processes of one pid that start within one tick are told apart
+/// by what they run.
+std::uint64_t madeIdentity(std::uint64_t startTicks, std::string_view executable,
+                           std::string_view arguments);
 
 }  // namespace platform
