@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "frontends/terminal/cell_grid.h"
-#include "frontends/terminal/input.h"
 #include "frontends/terminal/screen.h"
 #include "ui/alerts.h"
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "frontends/terminal/input.h"
+#include "frontends/terminal/screen.h"
 
 namespace terminal {
 

@@ -7,7 +7,7 @@
 
 #include "frontends/terminal/cell_grid.h"
 #include "frontends/terminal/glyphs.h"
-#include "frontends/terminal/input.h"
+#include "frontends/terminal/screen.h"
 
 namespace terminal {
 

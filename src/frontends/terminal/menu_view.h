@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "frontends/terminal/input.h"
 #include "frontends/terminal/list_cursor.h"
+#include "frontends/terminal/screen.h"
 #include "ui/item_key.h"
 #include "ui/menu.h"
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "frontends/terminal/input.h"
+#include "frontends/terminal/screen.h"
 
 namespace terminal {
 

@@ -7,7 +7,6 @@
 #include "frontends/terminal/footer.h"
 #include "frontends/terminal/keys_help.h"
 #include "frontends/terminal/menu_painter.h"
-#include "frontends/terminal/targets.h"
 
 namespace terminal {
 namespace {
