@@ -92,6 +92,7 @@ class MenuView {
   void resized(const MenuGeometry& geometry);
 
  private:
+  static Items itemsBelow(const MenuItem& item);
   MenuRequest handleInList(const Input& input, int height);
   MenuRequest handleInSubmenu(const Input& input, int height);
   MenuRequest handleTyping(const Input& input, int height);
