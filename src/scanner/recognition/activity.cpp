@@ -130,7 +130,13 @@ bool isMcp(const Invocation& invocation, const std::vector<std::string>& subcomm
              !isListed("install add list remove init login dev-tools --help", subcommands.front());
     }
   }
-  const bool saysMcp = !subcommands.empty() && subcommands.front() == "mcp";
+  if (subcommands.empty()) return false;
+  // "serena start-mcp-server"
+  if (subcommands.front() != "mcp" && hasWord(subcommands.front(), "mcp") &&
+      hasWord(subcommands.front(), "server")) {
+    return true;
+  }
+  const bool saysMcp = subcommands.front() == "mcp";
   return saysMcp &&
          (subcommands.size() == 1 || isListed("serve server start run stdio", subcommands[1]));
 }
@@ -180,6 +186,8 @@ Activity activityOf(const KnownProduct& known, const Invocation& invocation) {
   }
   const Arguments first =
       invocation.arguments.first(std::min<std::size_t>(invocation.arguments.size(), 64));
+  // Elsewhere "-h" is a host.
+  if (!first.empty() && first.back() == "-h") return {LabRole::none, "-h", {}};
   for (const std::string_view argument : first) {
     const std::string word = normalized(argument);
     if (isListed("--version --help", word)) return {LabRole::none, word, {}};
@@ -205,8 +213,13 @@ Activity activityOf(const Invocation& invocation) {
   if (script.ends_with(".py")) script.remove_suffix(3);
   std::string name = withJoinedWords(script);
   if (name.empty() || !invocation.module.empty()) {
-    const std::string& module = invocation.module;
-    name = withJoinedWords(module.substr(module.rfind('.') + 1));
+    std::string_view module = invocation.module;
+    const auto partOf = [&module] { return module.substr(module.rfind('.') + 1); };
+    // "training_pipeline.run" says what it does before the last part.
+    if (isListed("run main cli start", partOf()) && module.find('.') != std::string_view::npos) {
+      module = module.substr(0, module.rfind('.'));
+    }
+    name = withJoinedWords(partOf());
   }
   if (name.empty()) {
     // A title of several words in one argument is called by the first.
@@ -231,6 +244,9 @@ Activity activityOf(const Invocation& invocation) {
         hasOption(invocation, "--eval-only --evaluate --test-only --only-eval --inference-only") ||
         (hasOption(invocation, "--do-eval --do-predict") && !hasOption(invocation, "--do-train"));
     if (onlyEvaluates) return {LabRole::none, "eval", {}};
+    // What several devices answer with is a model that they hold.
+    const bool answers = beginsWithOneOf("generate infer inference chat predict sample", words);
+    if (answers && isDistributed && namesModel(invocation)) return {LabRole::inference, name, {}};
     if (!listens &&
         (beginsWithOneOf(kPrepares, words) || (trains && endsWithOneOf(kThings, words)))) {
       return {LabRole::none, name, {}};
@@ -274,6 +290,11 @@ Activity activityOf(const Invocation& invocation) {
   if (hasOption(invocation,
                 "--dangerously-skip-permissions --yolo --full-auto --allow-all-tools "
                 "--dangerously-bypass-approvals-and-sandbox --dangerously-allow-all")) {
+    return {LabRole::agent, {}, {}};
+  }
+
+  // Whoever names a provider beside the model talks to it for somebody.
+  if (hasOption(invocation, "--provider") && hasOption(invocation, "--model")) {
     return {LabRole::agent, {}, {}};
   }
 

@@ -192,8 +192,16 @@ class Unwrapping {
   /// Of a Python in an environment of a project's own the project's folder.
   static std::string projectOf(std::string_view python) {
     const auto folder = text::withinBytes(python, kLongestPath);
-    const bool isOwn = text::containsAny(folder, {"/venv/", "/.venv/", "/env/"});
-    return isOwn ? nearestFolder(folder) : std::string();
+    if (text::containsAny(folder, {"/venv/", "/.venv/", "/env/"})) return nearestFolder(folder);
+    // "/opt/tabbyapi-venv/bin/python"
+    std::string name = nearestFolder(folder);
+    for (const std::string_view ending : {"-venv", ".venv", "-env"}) {
+      if (name.size() > ending.size() && name.ends_with(ending)) {
+        name.resize(name.size() - ending.size());
+        return name;
+      }
+    }
+    return {};
   }
 
   bool module(std::string_view word) {

@@ -32,10 +32,13 @@ std::vector<std::string> Invocation::names() const {
   }
   if (!script.empty() && package.empty()) {
     // A script of a general name is known by an option that nobody else has.
-    if (isListed("main.py launch.py server.py webui.py app.py run.py api.py", script)) {
+    if (isListed("main.py launch.py server.py webui.py app.py run.py api.py train-network.py",
+                 script)) {
       for (std::size_t i = 0; i < std::min<std::size_t>(arguments.size(), 64); ++i) {
         if (!isOption(arguments[i])) continue;
-        std::string option = script + "+" + normalized(arguments[i]);
+        const bool isPort = arguments[i].starts_with("--port");
+        const auto end = isPort ? std::string_view::npos : arguments[i].find('=');
+        std::string option = script + "+" + normalized(arguments[i].substr(0, end));
         if (i + 1 < arguments.size() && arguments[i] == "--port")
           option += "=" + normalized(arguments[i + 1]);
         add(std::move(option));

@@ -18,9 +18,11 @@ constexpr std::size_t kMostLookedAt = 1024;
 constexpr std::string_view kServedNames = "--served-model-name --alias";
 constexpr std::string_view kModelOptions =
     "--model --model-path --model-id --model-name --model-name-or-path --hf-repo -hf "
-    "--pretrained-model-name-or-path --pretrained-model --base-model --base-model-path "
-    "--model-dir --checkpoint --ckpt --checkpoint-path --llama-checkpoint-path --model-repo "
-    "--model-uri --model-file --teacher-model-name-or-path";
+    "--pretrained-model-name-or-path --pretrained-model-name --pretrained-model --base-model "
+    "--base-model-name --base-model-path "
+    "--model-dir --checkpoint --ckpt --checkpoint-path --checkpoint-dir --ckpt-path --ckpt-dir "
+    "--llama-checkpoint-path --model-repo --model-uri --model-file --hf-model-path "
+    "--teacher-model-name-or-path";
 
 /// An option or a key with dots: the last part tells ("--actor.model_name_or_path").
 constexpr std::string_view kModelKeys =
@@ -83,6 +85,20 @@ bool isRecipe(std::string_view word) {
          word.ends_with(".cfg");
 }
 
+/// "qwen3:0.6b", "gemma3:latest"; no address: a port has neither letter.
+bool isTagged(std::string_view word) {
+  const auto colon = word.find(':');
+  return colon != std::string_view::npos && colon > 1 && text::isLetter(word.front()) &&
+         word.find_first_of("/\\=,{\"' ") == std::string_view::npos &&
+         word.find(':', colon + 1) == std::string_view::npos &&
+         std::any_of(word.begin() + static_cast<long>(colon), word.end(), text::isLetter);
+}
+
+bool isSourceOrSettings(std::string_view word) {
+  return word.ends_with(".py") || word.ends_with(".js") || word.ends_with(".json") ||
+         word.ends_with(".sock") || word.ends_with(".txt") || word.ends_with(".log");
+}
+
 bool isWeights(std::string_view word) {
   return word.ends_with(".gguf") || word.ends_with(".safetensors");
 }
@@ -109,6 +125,39 @@ std::optional<std::string_view> operand(Arguments arguments, std::string_view ve
   return word;
 }
 
+/// What follows an option of these words is no model that is served, although it may look like one.
+bool takesSomethingElse(std::string_view option) {
+  constexpr std::string_view kElse =
+      "tokenizer draft speculative dataset data lora adapter adapters template config dir cache "
+      "revision output image mmproj vae clip reward teacher file path host url key log";
+  const auto words = wordsOf(option);
+  return std::any_of(words.begin(), words.end(),
+                     [](std::string_view word) { return isListed(kElse, word); });
+}
+
+/// "serve --host 127.0.0.1 qwen3:0.6b", "serve --tp 1 /models/llama", "serve --omni a/B": behind
+/// options, only what looks like a model is one.
+std::optional<std::string_view> operandBehindOptions(Arguments arguments, std::string_view verb) {
+  if (verb.empty()) return std::nullopt;
+  std::size_t at = 0;
+  while (at < arguments.size() && normalized(arguments[at]) != verb) ++at;
+  std::optional<std::string_view> behindFlag;
+  std::string_view before;
+  for (++at; at < arguments.size(); ++at) {
+    const std::string_view word = arguments[at];
+    const bool isValue = before.starts_with('-') && before.find('=') == std::string_view::npos;
+    const bool isPath = (word.starts_with('/') || word.starts_with("./")) && !isRecipe(word) &&
+                        !isSourceOrSettings(word);
+    if (!isValue && (looksLikeModel(word) || isTagged(word) || isPath)) return word;
+    // Nobody knows which options take a value: of one that is a flag, it is the operand.
+    if (isValue && !behindFlag && looksLikeModel(word) && !takesSomethingElse(normalized(before))) {
+      behindFlag = word;
+    }
+    before = word;
+  }
+  return behindFlag;
+}
+
 }  // namespace
 
 std::optional<std::string_view> modelOf(const Invocation& invocation, std::string_view options,
@@ -127,20 +176,25 @@ std::optional<std::string_view> modelOf(const Invocation& invocation, std::strin
   }
   if (const auto model = valueOf(arguments, kModelOptions)) return model;
   if (const auto model = valueOf(arguments, "-m")) return model;
-  return keyedModel(arguments);
+  if (const auto model = keyedModel(arguments)) return model;
+  return operandBehindOptions(arguments, verb);
 }
 
 std::optional<std::string_view> recipeOf(const Invocation& invocation) {
   std::optional<std::string_view> found;
-  const auto tellsName = [&invocation](std::string_view path) {
+  // Who is given "config.yaml" and nothing else is at least told from others by it; the value of
+  // an option is not.
+  const auto tellsName = [&invocation](std::string_view path, bool isOperand) {
     const std::string_view file = text::lastPathComponent(path);
     const std::string stem = normalized(file.substr(0, file.rfind('.')));
-    return !isListed("config default settings accelerate-config ds-config deepspeed", stem) &&
+    if (stem == "config") return isOperand;
+    return !isListed("default settings accelerate-config ds-config deepspeed", stem) &&
            !stem.empty() && stem != invocation.program;
   };
   constexpr std::string_view kOptions =
       "--config --config-name --config-file --recipe --job.config-file --cfg -c";
-  if (const auto value = valueOf(lookedAt(invocation), kOptions); value && tellsName(*value)) {
+  if (const auto value = valueOf(lookedAt(invocation), kOptions);
+      value && tellsName(*value, false)) {
     return value;
   }
   std::string_view before;
@@ -151,7 +205,7 @@ std::optional<std::string_view> recipeOf(const Invocation& invocation) {
   for (const std::string_view word : lookedAt(invocation)) {
     const bool isValue = before.starts_with('-') && before.find('=') == std::string_view::npos;
     if (!isValue && (isRecipe(word) || isPython(word)) && !word.starts_with('-') &&
-        word.find('=') == std::string_view::npos && tellsName(word)) {
+        word.find('=') == std::string_view::npos && tellsName(word, true)) {
       return word;
     }
     before = word;
@@ -230,8 +284,12 @@ std::string modelName(std::string_view model) {
       text::isUpper(base[colon + 1])) {
     base.remove_prefix(colon + 1);
   }
-  if (base.starts_with("ggml-") && base.size() > 5) base.remove_prefix(5);
-  for (const std::string_view ending : {"-GGUF", "-gguf", "-MLC", ".llamafile"}) {
+  // "ggml-small.en.bin" is "small.en"; but "ggml-model" says no more without it.
+  if (base.starts_with("ggml-") && base.size() > 5 && !base.starts_with("ggml-model")) {
+    base.remove_prefix(5);
+  }
+  for (const std::string_view ending :
+       {"-GGUF", "-gguf", "-MLC", ".llamafile", ".yaml", ".yml", ".json", ".toml", ".onnx"}) {
     if (base.size() > ending.size() && base.ends_with(ending)) base.remove_suffix(ending.size());
   }
   std::string name = ProcessScanner::basenameModel(base);

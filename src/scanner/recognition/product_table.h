@@ -176,7 +176,8 @@ inline constexpr Product kProducts[] = {
     {"whisperx faster-whisper whisper-ctranslate2 insanely-fast-whisper", "Whisper", kInference},
     {"nim", "NIM", kInference, Naming::server, "", "", {{{"serve", kInference}}}, true},
     {"vllm-router production-stack.router", "vLLM router", kInference, Naming::tool},
-    {"rpc-server", "llama.cpp RPC", kInference, Naming::tool, "", "-p --port"},
+    {"rpc-server ggml-rpc-server", "llama.cpp RPC server", kInference, Naming::tool, "",
+     "-p --port"},
 
     // The same on Apple silicon.
     {"mlx-lm.server mlx-vlm.server mlx-audio.server mlx-openai-server mlx-serve mlx-server "
@@ -298,7 +299,7 @@ inline constexpr Product kProducts[] = {
     {"invokeai-web invokeai invokeai.app.run-app invokeai.app.api-app", "InvokeAI", kInference,
      Naming::tool},
     {"swarmui swarmui.dll stableswarmui", "SwarmUI", kInference, Naming::tool, "", "--port"},
-    {"sd-server sd-cli stable-diffusion.cpp", "Stable Diffusion", kInference, Naming::server,
+    {"sd-server sd-cli stable-diffusion.cpp", "stable-diffusion.cpp", kInference, Naming::server,
      "-m --model --diffusion-model"},
     {"wan2gp/wgp.py wgp.py", "Wan2GP", kInference, Naming::tool, "", "--server-port"},
 
@@ -336,7 +337,7 @@ inline constexpr Product kProducts[] = {
      "OpenRLHF",
      kTraining,
      Naming::training,
-     "",
+     "--pretrain",
      "",
      {{{"serve-rm", kInference},
        {"interactive-chat", kInference},
@@ -400,8 +401,10 @@ inline constexpr Product kProducts[] = {
     {"scripts.chat-sft scripts.chat-rl", "nanochat", kTraining, Naming::training},
     {"scripts.base-eval scripts.chat-eval scripts.base-loss scripts.tok-train scripts.tok-eval",
      "nanochat", kNone, Naming::byRules},
-    {"sdxl-train-network.py train-network.py sdxl-train-textual-inversion.py", "SDXL LoRA",
-     kTraining, Naming::training},
+    {"sdxl-train-network.py train-network.py+--network-module "
+     "train-network.py+--pretrained-model-name-or-path train-network.py+--config-file "
+     "train-network.py+--dataset-config sdxl-train-textual-inversion.py",
+     "SDXL LoRA", kTraining, Naming::training},
     {"flux-train-network.py sd3-train-network.py lumina-train-network.py", "FLUX LoRA", kTraining,
      Naming::training},
     {"sdxl-train.py", "SDXL fine-tune", kTraining, Naming::training},
@@ -482,8 +485,8 @@ inline constexpr Product kProducts[] = {
      "",
      "",
      {{{"train", kTraining, "Rasa train"}, {"init"}, {"data"}, {"actions"}}}},
-    {"ns-train nerfstudio.scripts.train nerfstudio/train.py", "nerfstudio train", kTraining,
-     Naming::tool},
+    {"ns-train nerfstudio.scripts.train nerfstudio/train.py", "Nerfstudio train", kTraining,
+     Naming::training},
     {"ns-viewer ns-export ns-render ns-eval ns-process-data ns-download-data", "nerfstudio", kNone,
      Naming::byRules},
     {"nnunetv2-train", "nnU-Net train", kTraining, Naming::tool},
@@ -492,7 +495,7 @@ inline constexpr Product kProducts[] = {
     {"sockeye-train sockeye.train", "Sockeye train", kTraining, Naming::tool},
     {"lerobot-train lerobot.scripts.train lerobot.scripts.lerobot-train lerobot/train.py "
      "lerobot/lerobot-train.py lerobot-train.py",
-     "LeRobot train", kTraining, Naming::tool},
+     "LeRobot train", kTraining, Naming::training, "--policy.type --policy.path"},
     {"lerobot-record lerobot-teleoperate lerobot-calibrate lerobot-eval lerobot-replay", "LeRobot",
      kNone, Naming::byRules},
     {"rl-zoo3 rl-zoo3.train", "RL Zoo", kTraining, Naming::tool, "", "", {{{"enjoy"}}}},
@@ -639,7 +642,7 @@ inline constexpr Product kProducts[] = {
     {"ipython", "IPython", kAgent, Naming::tool},
 
     // MCP: what has the word in its name is known by it (activity.cpp); these have not.
-    {"mcp-proxy", "MCP proxy", kAgent, Naming::tool},
+    {"mcp-proxy mcpo mcp-remote", "MCP proxy", kAgent, Naming::tool},
     {"fastmcp",
      "FastMCP server",
      kAgent,

@@ -6,6 +6,7 @@
 #include "scanner/recognition/name_words.h"
 #include "text/ascii.h"
 #include "text/path.h"
+#include "text/unicode.h"
 
 namespace recognition {
 namespace {
@@ -56,7 +57,16 @@ std::string_view methodOf(const Activity& activity, const Invocation& invocation
         "--training-type --stage",
         option);
     if (isMethod && i + 1 < arguments.size()) words += ' ' + normalized(arguments[i + 1]);
-    if (i == 1 && activity.verb == "run") words += ' ' + option;  // tune run RECIPE
+  }
+  if (activity.verb == "run") {  // tune run --nproc_per_node 2 RECIPE
+    std::string_view before;
+    for (std::size_t i = 1; i < arguments.size(); ++i) {
+      const bool isValue = before.starts_with('-') && before.find('=') == std::string_view::npos;
+      before = arguments[i];
+      if (before.starts_with('-') || isValue) continue;
+      words += ' ' + normalized(before);
+      break;
+    }
   }
   const auto all = wordsOf(words);
   for (const Method& method : kMethods) {
@@ -72,7 +82,65 @@ std::string recipeName(std::string_view path) {
   for (const std::string_view ending : {".yaml", ".yml", ".toml", ".json", ".cfg", ".py"}) {
     if (file.ends_with(ending)) file.remove_suffix(ending.size());
   }
-  return ProcessScanner::basenameModel(file);
+  const std::string name = ProcessScanner::basenameModel(file);
+  // "llama3_1/8B_lora": of a recipe that begins with a size the folder says of what.
+  const auto folder = path.find_last_of('/');
+  if (!name.empty() && text::isDigit(name.front()) && folder != std::string_view::npos) {
+    const std::string_view parent = text::lastPathComponent(path.substr(0, folder));
+    const auto words = wordsOf(parent);
+    const bool isGeneral = std::any_of(words.begin(), words.end(), [](std::string_view word) {
+      return isListed("configs config recipes conf examples train", word);
+    });
+    if (!parent.empty() && text::isLetter(parent.front()) && !isGeneral) {
+      return ProcessScanner::basenameModel(std::string(parent) + " " + name);
+    }
+  }
+  return name;
+}
+
+/// What a script or module that is called after its method trains: "gpt" of pretrain_gpt.py.
+std::string subjectOf(const Invocation& invocation, const Product& product) {
+  constexpr std::string_view kSaysHow =
+      "train training trainer pretrain pretraining finetune finetuning sft dpo grpo ppo lora qlora "
+      "run main cli script scripts network db py";
+  std::string_view name = invocation.script;
+  if (!invocation.module.empty()) {
+    name = std::string_view(invocation.module).substr(invocation.module.rfind('.') + 1);
+  }
+  const std::string own = normalized(product.name);
+  const auto words = wordsOf(name);
+  const bool isByMethod = std::any_of(words.begin(), words.end(), [](std::string_view word) {
+    return isListed("pretrain pretraining finetune finetuning sft", word);
+  });
+  if (!isByMethod) return {};
+  std::string subject;
+  for (const std::string_view word : words) {
+    if (isListed(kSaysHow, word) || hasWord(own, word) || word == "megatron") continue;
+    if (!subject.empty()) subject += ' ';
+    subject += word;
+  }
+  return subject;
+}
+
+/// "ns-train splatfacto", "train act": a word right behind says what is trained.
+std::string_view bareOperand(const Invocation& invocation, const Activity& activity) {
+  const Arguments arguments = invocation.arguments;
+  std::size_t at = 0;
+  if (!activity.verb.empty()) {
+    while (at < arguments.size() && normalized(arguments[at]) != activity.verb) ++at;
+    ++at;
+  }
+  if (at >= arguments.size()) return {};
+  const std::string_view word = arguments[at];
+  const bool isBare = !word.empty() && text::isLetter(word.front()) && word.size() <= 48 &&
+                      word.find_first_of("/=:. {\"'") == std::string_view::npos;
+  return isBare ? word : std::string_view();
+}
+
+/// A subcommand as it is shown: the shortest are abbreviations.
+std::string shownVerb(std::string_view verb) {
+  if (verb == "api") return "API";
+  return std::string(verb);
 }
 
 std::string trainingName(const Product& product, const Activity& activity,
@@ -88,6 +156,11 @@ std::string trainingName(const Product& product, const Activity& activity,
     name += ": " + modelName(*model);
   } else if (const auto recipe = recipeOf(invocation)) {
     name += ": " + recipeName(*recipe);
+  } else if (const std::string_view word = bareOperand(invocation, activity);
+             !word.empty() && activity.verb != "run") {
+    name += ": " + ProcessScanner::basenameModel(word);
+  } else if (const std::string subject = subjectOf(invocation, product); !subject.empty()) {
+    name += ": " + subject;
   }
   return name;
 }
@@ -95,6 +168,42 @@ std::string trainingName(const Product& product, const Activity& activity,
 /// A name that says only by what it was launched.
 bool isLauncher(std::string_view name) {
   return name == "Training: torchrun" || name == "Training: accelerate";
+}
+
+/// "claude mcp serve": a program that is a server of tools besides.
+bool servesMcp(const Invocation& invocation) {
+  const Arguments arguments = invocation.arguments;
+  return arguments.size() >= 2 && arguments[0] == "mcp" &&
+         isListed("serve server start run stdio", arguments[1]);
+}
+
+/// The server that a proxy of MCP starts: "mcp-proxy --port 3000 uvx mcp-server-fetch",
+/// "supergateway --stdio 'npx -y @scope/server-name'".
+std::optional<FriendlyName> carriedServer(const Invocation& invocation) {
+  constexpr std::size_t kMostLookedAt = 32;
+  const auto serverOf = [](Arguments line) -> std::optional<FriendlyName> {
+    if (!isListed("uvx npx uv bunx node python python3 pipx pnpm deno bun",
+                  programName(line.front()))) {
+      return std::nullopt;
+    }
+    const Invocation server = invocationOf(line);
+    const bool isKnown = !server.package.empty() || !server.module.empty();
+    FriendlyName name = mcpServerName(server);
+    if (!isKnown || !name.displayName.starts_with("MCP: ")) return std::nullopt;
+    return name;
+  };
+  const Arguments arguments = invocation.arguments;
+  for (std::size_t i = 0; i < std::min(arguments.size(), kMostLookedAt); ++i) {
+    const std::string_view word = arguments[i];
+    if (word.find(' ') != std::string_view::npos) {
+      const auto words = listed(text::withinBytes(word, kLongestName));
+      if (words.empty()) continue;
+      if (auto name = serverOf(words)) return name;
+    } else if (auto name = serverOf(arguments.subspan(i))) {
+      return name;
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -111,6 +220,10 @@ std::optional<FriendlyName> productName(const Product& product, const Activity& 
     return FriendlyName{group + " " + activity.verb, group};
   }
   if (product.naming == Naming::tool) {
+    if (servesMcp(invocation)) return FriendlyName{"MCP: " + group + port, "MCP"};
+    if (const auto server = carriedServer(invocation); server && group.starts_with("MCP")) {
+      return FriendlyName{server->displayName + port, "MCP"};
+    }
     const std::string name(activity.name.empty() ? product.name : activity.name);
     return FriendlyName{name + port, group};
   }
@@ -122,7 +235,9 @@ std::optional<FriendlyName> productName(const Product& product, const Activity& 
   if (model) {
     name += ": " + modelName(*model);
   } else if (product.role == LabRole::training) {
-    if (!activity.verb.empty() && activity.name.empty()) name += " " + activity.verb;
+    if (!activity.verb.empty() && activity.name.empty()) name += " " + shownVerb(activity.verb);
+    const auto recipe = recipeOf(invocation);
+    if (recipe && activity.verb != "inference") name += ": " + recipeName(*recipe);
   } else if (const auto recipe = recipeOf(invocation); recipe && product.role != LabRole::agent) {
     name += ": " + recipeName(*recipe);
   } else if (port.empty() && invocation.isPython && !invocation.module.empty() &&
@@ -178,6 +293,15 @@ FriendlyName mcpServerName(const Invocation& invocation) {
 FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view modelOptions,
                               const Invocation& invocation) {
   const auto model = modelOf(invocation, modelOptions, "\n");
+  // Behind what carries Python the rules take the module of "-m" for the model.
+  const std::string moduleAsModel = invocation.module.empty()
+                                        ? std::string()
+                                        : ": " + ProcessScanner::basenameModel(invocation.path);
+  if (model && !moduleAsModel.empty() && name.displayName.ends_with(moduleAsModel) &&
+      !name.displayName.starts_with("Python")) {
+    name.displayName.resize(name.displayName.size() - moduleAsModel.size());
+    name.displayName += ": " + modelName(*model);
+  }
   if (role == LabRole::training) {
     const auto recipe = recipeOf(invocation);
     const bool takesModel = name.product == "Fine-tune" &&
@@ -196,7 +320,7 @@ FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view 
         name.displayName = own;
       }
     } else if (runs && isLauncher(name.displayName)) {
-      name.displayName = own;
+      name.displayName = model ? "Training: " + modelName(*model) : own;
     }
     return name;
   }
@@ -205,6 +329,18 @@ FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view 
       name.displayName.replace(name.displayName.find(": ") + 2,
                                unknown.size() - unknown.find(": ") - 2, modelName(*model));
     }
+  }
+  if (role != LabRole::inference) return name;
+  if (invocation.isDistributed && !invocation.script.empty() && name.product == "Process") {
+    name.displayName = text::lastPathComponent(invocation.path);
+  }
+  // A server that nobody knows is called by its program alone.
+  if (model && name.product == "Process" && name.displayName.find(": ") == std::string::npos) {
+    name.displayName += ": " + modelName(*model);
+  }
+  if (name.displayName.find("  (:") == std::string::npos &&
+      name.displayName.find(": ") != std::string::npos && name.product != "Python") {
+    name.displayName += portSuffix(invocation, "");
   }
   return name;
 }

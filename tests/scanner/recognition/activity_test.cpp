@@ -36,6 +36,9 @@ INSTANTIATE_TEST_SUITE_P(
         A{"ServiceOfJava", {"java", "-jar", "/srv/trainer-workload-service.jar"}, LabRole::none},
         A{"JarOfATraining", {"java", "-jar", "booking-training.jar"}, LabRole::none},
         A{"ServiceOfDotnet", {"dotnet", "Training-Api.dll"}, LabRole::none},
+        A{"Help", {"llamafactory-cli", "train", "-h"}, LabRole::none},
+        A{"ProviderOfAModel", {"pi", "--provider", "x", "--model", "y"}, LabRole::agent},
+        A{"ProviderAlone", {"dnsupdate", "--provider", "x"}, LabRole::none},
         A{"Ruby", {"ruby", "train_service.rb"}, LabRole::none}),
     rowName<ActivityRow>);
 
@@ -56,6 +59,12 @@ INSTANTIATE_TEST_SUITE_P(
         A{"Splits", {"python", "train_test_split.py"}, LabRole::none},
         A{"Schedule", {"python", "train_schedule.py"}, LabRole::none},
         A{"Tokenizer", {"python", "train_tokenizer.py"}, LabRole::none},
+        A{"GeneratesOnSeveral",
+          {"torchrun", "--nproc_per_node=8", "generate.py", "--ckpt-path", "/m"},
+          LabRole::inference},
+        A{"GeneratesData", {"torchrun", "--nproc_per_node=8", "generate.py"}, LabRole::none},
+        A{"ModuleThatRuns", {"python", "-m", "src.training_pipeline.run"}, LabRole::training},
+        A{"ModuleOfAService", {"python", "-m", "train_service.main"}, LabRole::none},
         A{"OneOfSeveral", {"python", "main.py", "--local_rank=0"}, LabRole::training}),
     rowName<ActivityRow>);
 
