@@ -9,7 +9,8 @@
 /// Command lines of which somebody has said what a person would call them. A file of them begins
 /// with a line of headings and has one a line: id, system ("linux" or "macos"), the arguments as a
 /// JSON array of strings, the role, the name, and where the line is from, with tabs between them
-/// ("A:" where the line is put together from what stands there; "u" for users' names).
+/// ("A:" where the line is put together from what stands there; "seen in use" where it was met in
+/// public texts that are not recorded; "u" for users' names).
 /// A "|" in the name stands between names that are as good.
 struct CorpusLine {
   std::string id;
