@@ -48,17 +48,31 @@ std::optional<GpuMemory> memoryOf(const VordaProcess& process,
   return memory;
 }
 
+bool holdsMore(const VordaProcess* a, const VordaProcess* b) {
+  return a->gpuMemory->memMB > b->gpuMemory->memMB;
+}
+
+void moveSmall(std::vector<VordaProcess>& scanned, double minMemMB,
+               std::vector<VordaProcess>& small) {
+  auto end = scanned.begin();
+  for (VordaProcess& process : scanned) {
+    if (process.labRole == LabRole::none && process.memMB < minMemMB) {
+      small.push_back(std::move(process));
+    } else {
+      if (&*end != &process) *end = std::move(process);
+      ++end;
+    }
+  }
+  scanned.erase(end, scanned.end());
+}
+
+}  // namespace
+
 bool isOfInterest(const VordaProcess& process) {
   if (!process.gpuMemory) return false;
   if (process.labRole != LabRole::none) return true;
   return !process.isProtected && process.gpuMemory->memMB >= kMinMemMB;
 }
-
-bool holdsMore(const VordaProcess* a, const VordaProcess* b) {
-  return a->gpuMemory->memMB > b->gpuMemory->memMB;
-}
-
-}  // namespace
 
 std::vector<std::int32_t> holders(bool isWatched) {
   std::map<std::int32_t, double> sums;
@@ -85,9 +99,7 @@ GpuSample take(std::vector<VordaProcess>& scanned, double minMemMB, bool isWatch
 
   GpuSample sample{.cards = cardsOf(reading)};
   for (const VordaProcess* process : largest) sample.processes.push_back(*process);
-  std::erase_if(scanned, [minMemMB](const VordaProcess& process) {
-    return process.labRole == LabRole::none && process.memMB < minMemMB;
-  });
+  moveSmall(scanned, minMemMB, sample.unlisted);
   return sample;
 }
 

@@ -24,6 +24,8 @@ struct GpuSample {
   /// Who holds most, that first: AI workloads, and the user's own processes from
   /// GpuSampling::kMinMemMB on; at most GpuSampling::kMost. Copies: some are in no other list.
   std::vector<VordaProcess> processes;
+  /// Ordinary processes that were scanned for their cards' memory alone; the largest first.
+  std::vector<VordaProcess> unlisted;
 };
 
 /// Finds out what graphics cards hold. Does not wait for their drivers.
@@ -39,8 +41,12 @@ std::vector<std::int32_t> holders(bool isWatched);
 
 /// Sets VordaProcess::gpuMemory of all `scanned`, of which those with the pids `shown` are asked
 /// one by one where that is the only way. Ordinary processes that were scanned for their cards'
-/// memory alone, and have less than `minMemMB` MiB, are taken out of `scanned`.
+/// memory alone, and have less than `minMemMB` MiB, are moved to GpuSample::unlisted.
 GpuSample take(std::vector<VordaProcess>& scanned, double minMemMB, bool isWatched,
                std::span<const std::int32_t> shown);
+
+/// Whether what this process holds of cards' memory is enough for a row: something for an AI
+/// workload, kMinMemMB for the user's own others.
+bool isOfInterest(const VordaProcess& process);
 
 }  // namespace GpuSampling

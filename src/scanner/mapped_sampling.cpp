@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/processes.h"
+#include "scanner/credentials/credential_mask.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
@@ -20,19 +21,17 @@ double worthAWord(std::uint64_t bytes, double footprintMB) {
   return memMB >= kLeastMappedMB && memMB >= kLeastPartOfFootprint * footprintMB ? memMB : 0;
 }
 
-void addFiles(MappedMemory& memory, const std::vector<platform::MappedFile>& files) {
-  double modelMB = 0;
-  for (const platform::MappedFile& file : files) {
+MappedFilesRead readFiles(std::int32_t pid, std::uint64_t now) {
+  MappedFilesRead read{.at = now};
+  for (const platform::MappedFile& file : platform::mappedFiles(pid, kMostFilesRead)) {
     const double memMB = static_cast<double>(file.bytes) / kBytesInMB;
     const bool isModel = isModelFile(file.path);
-    if (isModel) modelMB += memMB;
-    if (memory.files.size() < kMostFiles) {
-      memory.files.push_back({std::string(text::lastPathComponent(file.path)), memMB, isModel});
-    }
+    if (isModel) read.modelMB += memMB;
+    if (read.largest.size() == kMostFiles) continue;
+    read.largest.push_back(
+        {CredentialMask::maskedLine(text::lastPathComponent(file.path)), memMB, isModel});
   }
-  if (!memory.files.empty() && memory.files.front().isModel) {
-    memory.modelMB = std::min(modelMB, memory.mappedMB);
-  }
+  return read;
 }
 
 }  // namespace
@@ -47,9 +46,12 @@ std::optional<MappedMemory> mappedMemory(std::int32_t pid, double footprintMB, b
   if (memory.mappedMB == 0 || !isOwn) return memory;
   const std::uint64_t now = platform::processClock();
   if (!known || now < known->at || now - known->at >= kMappedFilesStand) {
-    known = MappedFilesRead{now, platform::mappedFiles(pid, kMostFilesRead)};
+    known = readFiles(pid, now);
   }
-  addFiles(memory, known->files);
+  memory.files = known->largest;
+  if (!memory.files.empty() && memory.files.front().isModel) {
+    memory.modelMB = std::min(known->modelMB, memory.mappedMB);
+  }
   return memory;
 }
 

@@ -12,8 +12,9 @@ namespace ProcessScanner {
 
 /// What is remembered of a process's mapped files.
 struct MappedFilesRead {
-  std::uint64_t at = 0;  ///< on platform::processClock()
-  std::vector<platform::MappedFile> files;
+  std::uint64_t at = 0;                     ///< on platform::processClock()
+  double modelMB = 0;                       ///< of models' files together, in MiB
+  std::vector<MappedMemory::File> largest;  ///< MappedMemory::files
 };
 
 /// From so many MiB on, and from this part of the footprint on, it is worth a word.

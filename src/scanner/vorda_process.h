@@ -31,7 +31,7 @@ struct GpuMemory {
 /// its footprint.
 struct MappedMemory {
   struct File {
-    std::string name;  ///< the last part of its path
+    std::string name;  ///< the last part of its path, credentials masked
     double memMB = 0;  ///< as much as is mapped, in MiB
     bool isModel = false;
 

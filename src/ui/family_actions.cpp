@@ -41,7 +41,7 @@ void StatusBarController::endFamily(Sender sender, bool force) {
   Alert question;
   {
     // The sample may be another when the question is answered.
-    const FamilyViews families(processes_, scan_.unlistedMembers());
+    const FamilyViews families = this->families();
     const FamilyView* family = families.headedBy(*head);
     if (family == nullptr) return refresh();  // it has ended
     ending.name = family->name;

@@ -26,10 +26,11 @@ const VordaProcess& FamilyView::main() const {
   return known == members.end() ? first : **known;
 }
 
-FamilyViews::FamilyViews(const std::vector<VordaProcess>& listed,
-                         const std::vector<VordaProcess>& unlisted) {
-  for (const auto* list : {&listed, &unlisted}) {
-    for (const VordaProcess& process : *list) {
+FamilyViews::FamilyViews(std::span<const VordaProcess> listed,
+                         std::span<const VordaProcess> unlisted,
+                         std::span<const VordaProcess> onlyOnGpus) {
+  for (const auto list : {listed, unlisted, onlyOnGpus}) {
+    for (const VordaProcess& process : list) {
       if (!process.family) continue;
       FamilyView& family = families_[*process.family];
       family.head = *process.family;

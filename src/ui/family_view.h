@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,9 @@ struct FamilyView {
 /// The families of a sample.
 class FamilyViews {
  public:
-  /// `unlisted`: the members that are not in `listed`. Both outlive it.
-  FamilyViews(const std::vector<VordaProcess>& listed, const std::vector<VordaProcess>& unlisted);
+  /// `unlisted`, `onlyOnGpus`: the members that are not in `listed`. All outlive it.
+  FamilyViews(std::span<const VordaProcess> listed, std::span<const VordaProcess> unlisted,
+              std::span<const VordaProcess> onlyOnGpus);
 
   /// By the pid of the head, or of the process; nullptr for none.
   ///@{
@@ -33,6 +35,9 @@ class FamilyViews {
   const FamilyView* of(const VordaProcess& process) const;
   ///@}
 
+  /// All, by the head's pid.
+  const std::map<std::int32_t, FamilyView>& all() const { return families_; }
+
  private:
-  std::map<std::int32_t, FamilyView> families_;  ///< by the head's pid
+  std::map<std::int32_t, FamilyView> families_;
 };

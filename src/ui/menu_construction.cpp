@@ -119,7 +119,8 @@ class Rows {
  public:
   explicit Rows(const MenuContent& content)
       : quits_(content.quits),
-        families_(content.processes, content.unlistedMembers),
+        families_(content.processes, content.unlistedMembers,
+                  content.gpus == nullptr ? MenuContent::kNoProcesses : content.gpus->unlisted),
         familyItems_(families_, [this](const auto& process, const auto* entries) {
           return make(process, entries);
         }) {}

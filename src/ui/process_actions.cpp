@@ -98,7 +98,7 @@ std::vector<std::string> StatusBarController::fairShareLines(const VordaProcess&
   constexpr std::size_t kMostMembers = 64;
   if (process.isProtected || (!process.mapped && !process.family)) return {};
   std::vector<const VordaProcess*> asked{&process};
-  const FamilyViews families(processes_, scan_.unlistedMembers());
+  const FamilyViews families = this->families();
   if (const FamilyView* family = families.of(process);
       family != nullptr && family->members.size() <= kMostMembers) {
     std::ranges::copy(family->members, std::back_inserter(asked));
@@ -142,6 +142,7 @@ void StatusBarController::removeFromListOptimistically(std::int32_t pid) {
   const auto isMeant = [pid](const VordaProcess& process) { return process.pid == pid; };
   std::erase_if(processes_, isMeant);
   std::erase_if(gpus_.processes, isMeant);
+  std::erase_if(gpus_.unlisted, isMeant);
   rebuildMenu();
 }
 

@@ -13,6 +13,7 @@
 #include "scanner/repeated_scan.h"
 #include "scanner/vorda_process.h"
 #include "ui/alerts.h"
+#include "ui/family_view.h"
 #include "ui/front_end.h"
 #include "ui/menu.h"
 #include "ui/menu_construction.h"
@@ -46,6 +47,9 @@ class StatusBarController : public MenuDelegate {
   ///@{
   const std::vector<VordaProcess>& processes() const { return processes_; }
   const std::vector<VordaLaunchAgent>& launchAgents() const { return launchAgents_; }
+  const GpuSample& gpus() const { return gpus_; }
+  /// Those of the sample; valid until the next one.
+  FamilyViews families() const { return {processes_, scan_.unlistedMembers(), gpus_.unlisted}; }
   ///@}
   /// Whether the front end has reported that its menu has opened, and not yet that it has closed.
   bool menuIsOpen() const { return menuIsOpen_; }

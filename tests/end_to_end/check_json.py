@@ -39,8 +39,12 @@ def main(program, document):
     schema = json.loads(re.search(r"```json\n(.*?)```", text, re.DOTALL)[1])
     explained = set(re.findall(r"`(\w+)`", "\n".join(re.findall(r"^\|([^|]*)\|", text, re.MULTILINE))))
 
-    server = subprocess.Popen(["vllm", "-c", "input()", "serve", "m"], executable=sys.executable,
-                              stdin=subprocess.PIPE)
+    # A server with a worker, both of the test's own.
+    works = ("import subprocess as s; w = s.Popen(['cat'], stdin=s.PIPE, stdout=s.DEVNULL); "
+             "print(w.pid, flush=True); input(); w.communicate()")
+    server = subprocess.Popen(["vllm", "-c", works, "serve", "m"], executable=sys.executable,
+                              stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    worker = int(server.stdout.readline())
     printed = subprocess.run([program, "--json"], stdin=subprocess.DEVNULL, capture_output=True,
                              timeout=60, check=True).stdout
     server.communicate(b"\n")  # ends it
@@ -49,6 +53,10 @@ def main(program, document):
     jsonschema.Draft7Validator(schema).validate(sample)
     roles = {process["pid"]: process["role"] for process in sample["processes"]}
     assert roles.get(server.pid) == "inference", "the test's own server is not listed"
+
+    families = {family["head"]: family for family in sample["families"]}
+    members = [member["pid"] for member in families[server.pid]["members"]]
+    assert members == [server.pid, worker], "the server's family is not listed"
 
     faults = [f"not promised: {member}" for member in set(unknown_members(sample, schema, ""))]
     faults += [f"not explained: {name}" for name in set(named_members(schema)) - explained]

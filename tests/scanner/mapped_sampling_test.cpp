@@ -100,6 +100,18 @@ TEST_F(MappedSampling, LeavesOutWhatIsLittle) {
   EXPECT_FALSE(scanned().mapped);
 }
 
+TEST_F(MappedSampling, MasksWhatIsSecretInAFilesName) {
+  const std::string blob =
+      "sha256-6a0746a1ec1aef3e7ec53868f220ff6e389f6f8ef87a01d77c96807de94ca2aa";
+  process().mappedFiles = {{"/b/blobs/" + blob, 1400ULL << 20},
+                           {"/m/token=verysecret1234.gguf", 1 << 20}};
+  const auto& files = scanned().mapped->files;
+  ASSERT_EQ(files.size(), 2U);
+  EXPECT_EQ(files[0].name, blob);
+  EXPECT_EQ(files[1].name.find("verysecret"), std::string::npos);
+  EXPECT_TRUE(files[1].isModel);
+}
+
 TEST_F(MappedSampling, LibrariesAreNoModel) {
   process().mappedFiles = {{"/l/b.so", 1400ULL << 20}, {"/m/a.gguf", 500ULL << 20}};
   EXPECT_EQ(scanned().mapped->modelMB, 0);

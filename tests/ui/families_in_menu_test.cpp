@@ -81,6 +81,17 @@ TEST_F(FamiliesInMenu, TheMembersHaveWhatTheirRowsOffer) {
   EXPECT_EQ(ShortMenu::ofRow(entry(row(11), Action::openRow)).items.size(), 4U);
 }
 
+TEST_F(FamiliesInMenu, AMemberThatIsListedForItsCardAloneIsOne) {
+  machine().gpus = {.devices = {{"c", "H100", platform::GpuCapacity{80ULL << 30, 38ULL << 30}}},
+                    .uses = {{12, 0, 1ULL << 30, 1}}};
+  start();
+  const auto& members = entry(row(11), Action::openRow).opens;
+  EXPECT_THAT(titlesOf(*members),
+              ElementsAre("torchrun  ·    90 MB", "★ Training: train.py  ·   1.9 GB",
+                          "helper  ·   3.0 MB  ·  GPU  1.0 GB"));
+  EXPECT_EQ(entry(row(12), Action::openRow).opens, members);
+}
+
 TEST_F(FamiliesInMenu, AtMostThirtyMembersAreShown) {
   for (std::int32_t pid = 100; pid < 140; ++pid) addMember(pid, 11, {"helper"}, 3);
   start();

@@ -64,6 +64,33 @@ void addMachine(text::JsonWriter& json, const SystemMemory::Snapshot& sys) {
   json.endObject();
 }
 
+void addMapped(text::JsonWriter& json, const MappedMemory& mapped) {
+  if (mapped.mappedMB > 0) json.member("mappedBytes", bytesOfMB(mapped.mappedMB));
+  if (mapped.sharedMB > 0) json.member("sharedBytes", bytesOfMB(mapped.sharedMB));
+  if (mapped.files.empty()) return;
+  json.key("mappedFiles").beginArray();
+  for (const MappedMemory::File& file : mapped.files) {
+    json.beginObject();
+    json.member("file", file.name);
+    json.member("bytes", bytesOfMB(file.memMB));
+    json.member("isModel", file.isModel);
+    json.endObject();
+  }
+  json.endArray();
+}
+
+void addGpuMemory(text::JsonWriter& json, const GpuMemory& memory) {
+  json.member("gpuMemoryBytes", bytesOfMB(memory.memMB));
+  json.key("gpuShares").beginArray();
+  for (const GpuMemory::Share& share : memory.shares) {
+    json.beginObject();
+    json.member("gpu", share.card);
+    json.member("bytes", bytesOfMB(share.memMB));
+    json.endObject();
+  }
+  json.endArray();
+}
+
 void addProcess(text::JsonWriter& json, const VordaProcess& process, std::uint64_t processClock) {
   json.beginObject();
   json.member("pid", process.pid);
@@ -71,11 +98,13 @@ void addProcess(text::JsonWriter& json, const VordaProcess& process, std::uint64
   json.member("product", process.product);
   json.member("role", rawValue(process.labRole));
   json.member("memoryBytes", bytesOfMB(process.memMB));
-  if (process.gpuMemory) json.member("gpuMemoryBytes", bytesOfMB(process.gpuMemory->memMB));
+  if (process.gpuMemory) addGpuMemory(json, *process.gpuMemory);
+  if (process.mapped) addMapped(json, *process.mapped);
   json.member("owner", process.ownerName);
   json.member("protected", process.isProtected);
   json.member("ageSeconds", ageInSeconds(process, processClock));
   json.member("processesBelow", process.processesBelow);
+  if (process.leftBehindBy) json.member("leftBehindBy", *process.leftBehindBy);
   json.key("launchAgents").beginArray();
   for (const std::string& label : process.matchedAgents) json.value(label);
   json.endArray();
@@ -96,6 +125,57 @@ void addLaunchAgent(text::JsonWriter& json, const VordaLaunchAgent& launchAgent)
   json.endObject();
 }
 
+/// Those that are listed for their cards' memory alone come last: they hold less than the others.
+void addProcesses(text::JsonWriter& json, const MachineSample& sample) {
+  json.key("processes").beginArray();
+  for (const VordaProcess& process : sample.processes) {
+    addProcess(json, process, sample.processClock);
+  }
+  if (sample.gpus != nullptr) {
+    for (const VordaProcess& process : sample.gpus->unlisted) {
+      if (GpuSampling::isOfInterest(process)) addProcess(json, process, sample.processClock);
+    }
+  }
+  json.endArray();
+}
+
+void addGpus(text::JsonWriter& json, const GpuSample* gpus) {
+  json.key("gpus").beginArray();
+  if (gpus != nullptr) {
+    for (const GpuCard& card : gpus->cards) {
+      json.beginObject();
+      json.member("gpu", card.name);
+      json.member("memoryTotalBytes", bytesOfGB(card.totalGB));
+      json.member("memoryUsedBytes", bytesOfGB(card.usedGB));
+      json.endObject();
+    }
+  }
+  json.endArray();
+}
+
+void addFamilies(text::JsonWriter& json, const FamilyViews* families) {
+  json.key("families").beginArray();
+  if (families != nullptr) {
+    for (const auto& [head, family] : families->all()) {
+      json.beginObject();
+      json.member("head", head);
+      json.member("name", family.main().displayName);
+      json.member("memoryAtMostBytes", bytesOfMB(family.memMB));
+      json.key("members").beginArray();
+      for (const VordaProcess* member : family.members) {
+        json.beginObject();
+        json.member("pid", member->pid);
+        json.member("name", member->displayName);
+        json.member("memoryBytes", bytesOfMB(member->memMB));
+        json.endObject();
+      }
+      json.endArray();
+      json.endObject();
+    }
+  }
+  json.endArray();
+}
+
 }  // namespace
 
 std::string machineJson(const MachineSample& sample) {
@@ -105,11 +185,9 @@ std::string machineJson(const MachineSample& sample) {
   json.member("version", sample.version);
   json.member("time", inUtc(sample.time));
   addMachine(json, sample.sys);
-  json.key("processes").beginArray();
-  for (const VordaProcess& process : sample.processes) {
-    addProcess(json, process, sample.processClock);
-  }
-  json.endArray();
+  addProcesses(json, sample);
+  addGpus(json, sample.gpus);
+  addFamilies(json, sample.families);
   json.key("launchAgents").beginArray();
   for (const VordaLaunchAgent& launchAgent : sample.launchAgents) addLaunchAgent(json, launchAgent);
   json.endArray();

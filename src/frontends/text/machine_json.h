@@ -7,8 +7,10 @@
 #include <string_view>
 
 #include "launch_agents/vorda_launch_agent.h"
+#include "scanner/gpu_sample.h"
 #include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
+#include "ui/family_view.h"
 
 /// All that a sample found out about the machine.
 struct MachineSample {
@@ -18,6 +20,8 @@ struct MachineSample {
   SystemMemory::Snapshot sys;                      ///< the whole machine's memory
   std::span<const VordaProcess> processes;         ///< in the scan's order
   std::span<const VordaLaunchAgent> launchAgents;  ///< those of interest
+  const GpuSample* gpus = nullptr;                 ///< nullptr for none
+  const FamilyViews* families = nullptr;           ///< nullptr for none
 };
 
 /// The sample as one JSON object on one line, ended by "\n", in ASCII. docs/json.md says what each

@@ -62,12 +62,15 @@ int runText(CharacterSet characters, std::FILE* out) {
 
 int runJson(std::string_view version, std::FILE* out) {
   const Sampled sampled;
+  const FamilyViews families = sampled.controller.families();
   const std::string json = machineJson({.version = version,
                                         .time = std::time(nullptr),
                                         .processClock = platform::processClock(),
                                         .sys = SystemMemory::snapshot(),
                                         .processes = sampled.controller.processes(),
-                                        .launchAgents = sampled.controller.launchAgents()});
+                                        .launchAgents = sampled.controller.launchAgents(),
+                                        .gpus = &sampled.controller.gpus(),
+                                        .families = &families});
   return printOrSay(json, "the JSON", out);
 }
 
