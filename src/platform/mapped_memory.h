@@ -1,10 +1,9 @@
 #pragma once
 
-#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -35,13 +34,23 @@ struct MappedFile {
 /// empty when that can't be read.
 std::vector<MappedFile> mappedFiles(std::int32_t pid, std::size_t most);
 
-/// Of each of these processes of the user's own its fair share of all memory: what it shares with
-/// others counts in parts. In bytes; none for one with more than kMostSharedOut resident, for one
-/// that can't be read, and for those that were not read within `budget`. They are read on another
-/// thread: the kernel takes 10 ms for a GiB. While that still reads for an earlier question, there
-/// are none.
-std::vector<std::optional<std::uint64_t>> fairShares(std::span<const std::int32_t> pids,
-                                                     std::chrono::milliseconds budget);
+/// Of each of some processes its fair share of all memory: what it shares with others counts in
+/// parts. In bytes; none for one with more than kMostSharedOut resident, and for one that can't be
+/// read.
+using FairShares = std::vector<std::optional<std::uint64_t>>;
 inline constexpr std::uint64_t kMostSharedOut = 16ULL << 30;
+
+/// A question about fair shares. Once nobody holds it any more, no more is read for it.
+class FairShareQuestion {
+ public:
+  virtual ~FairShareQuestion() = default;
+  /// In the order of the pids, once all have been read; none until then.
+  virtual std::optional<FairShares> answer() const = 0;
+};
+
+/// Has the shares of these processes of the user's own read on another thread, where questions wait
+/// for each other: the kernel takes 10 ms for a GiB, and may take for ever. nullptr where they
+/// can't be told at all.
+std::shared_ptr<const FairShareQuestion> askFairShares(std::vector<std::int32_t> pids);
 
 }  // namespace platform

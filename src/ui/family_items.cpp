@@ -19,7 +19,32 @@ std::string size(double memMB) {
   return text.substr(text.find_first_not_of(' '));
 }
 
+/// "Runs as 13 processes  ·  up to 1.9 GB", until it is known how much the user's own of them hold.
+MenuItem memoryLine(const FamilyView& family, std::size_t own) {
+  const std::size_t all = family.members.size();
+  LiveTitle live{
+      .beginning = "Runs as " + std::to_string(all) + " processes" + MenuBuilders::kSeparator,
+      .ending = own == all ? "" : " in your own " + std::to_string(own)};
+  live.title = live.beginning + "up to " + size(family.memMB);
+  for (const VordaProcess* member : family.members) {
+    if (!member->isProtected) live.processes.push_back({member->pid, member->identity});
+  }
+  MenuItem line = label(live.title);
+  line.live = std::make_shared<LiveTitle>(std::move(live));
+  return line;
+}
+
 }  // namespace
+
+void setFairShares(LiveTitle& live, const FairShareInquiry::Shares& shares) {
+  double sum = 0;
+  for (const auto& share : shares) {
+    if (!share) return;
+    sum += *share;
+  }
+  live.title = live.beginning + size(sum) + live.ending;
+  live.isKnown = true;
+}
 
 const FamilyEntries* FamilyItems::of(const VordaProcess& process) {
   const FamilyView* const family = families_.of(process);
@@ -45,8 +70,7 @@ FamilyEntries FamilyItems::entriesOf(const FamilyView& family) const {
 
   FamilyEntries entries{.toolTip = "One of " + count + " of " + family.name};
   entries.items.push_back(separator());
-  entries.items.push_back(label("Runs as " + count + " processes" + MenuBuilders::kSeparator +
-                                "up to " + size(family.memMB)));
+  entries.items.push_back(memoryLine(family, own));
   entries.items.push_back(command("Its " + count + " processes…", Action::openRow));
   entries.items.back().opens = std::make_shared<const std::vector<MenuItem>>(std::move(members));
   if (own > 1) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "ui/fair_share_inquiry.h"
 #include "ui/family_view.h"
 #include "ui/menu.h"
 
@@ -43,6 +44,10 @@ class FamilyItems {
 /// The menu with families folded: in each section the row that stands for a family
 /// (MenuItem::folded) takes the place of its first member; the other members' rows are left out.
 Menu foldedMenu(const Menu& menu);
+
+/// The line about a family's memory, once it is known how much its members really hold. It stays as
+/// it is where that is not known of each.
+void setFairShares(LiveTitle& live, const FairShareInquiry::Shares& shares);
 
 /// "Left behind: pid 812, which started it, has ended"; "" for a process that was not.
 std::string leftBehindLine(const VordaProcess& process);

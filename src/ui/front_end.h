@@ -27,6 +27,9 @@ class MenuDelegate {
   virtual void menuWillOpen() = 0;
   virtual void menuDidClose() = 0;
 
+  /// The submenu of this row is about to open, or has just opened.
+  virtual void submenuWillOpen(const MenuItem&) {}
+
   /// The user chose this item. The pointer keeps the item's menu alive.
   virtual void perform(std::shared_ptr<const MenuItem> item) = 0;
 
@@ -47,11 +50,19 @@ class FrontEnd {
   virtual void setToolTip(const std::string& toolTip) = 0;
 
   /// There is a new menu, which is to be shown from now on. A menu never changes but for its
-  /// strip, so the old one can still be shown while it is open.
+  /// strip and its live titles, so the old one can still be shown while it is open.
   virtual void menuRebuilt(std::shared_ptr<const Menu> menu) = 0;
 
   /// The strip alone has new segments or pressure: draw it again, touch nothing else.
   virtual void stripChanged(const MemoryPressureView& strip) = 0;
+
+  /// Live titles (MenuItem::live) have changed: show shownTitle() again, touch nothing else. A
+  /// front end that can't change what is open ignores it.
+  virtual void titlesChanged() {}
+
+  /// The open alert says more by now: its informative text has become this alert's. A front end
+  /// that can't change an open one ignores it.
+  virtual void alertChanged(const Alert&) {}
 
   /// A text to show outside of the menu, which the user has not asked for: lines joined by "\n";
   /// "" removes it. A front end without a place for it ignores it, because the submenu of the

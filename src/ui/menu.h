@@ -48,13 +48,23 @@ struct ProcessReference {
   bool operator==(const ProcessReference&) const = default;
 };
 
+/// The title of a grey line that becomes another while its menu is open, when it is known how much
+/// memory some processes really hold together. All copies of the line share it.
+struct LiveTitle {
+  std::string title;                        ///< as it is shown now
+  std::vector<ProcessReference> processes;  ///< those whose memory is asked for
+  std::string beginning;                    ///< of the title, before the figure
+  std::string ending;                       ///< behind the figure, once that is known
+  bool isKnown = false;                     ///< nothing more will come
+};
+
 /// One line of the menu, and what it opens or does.
 struct MenuItem {
   /// What stands in the line: text, a thin rule, or the strip.
   enum class Kind { item, separator, strip };
 
   Kind kind = Kind::item;        ///< what stands in the line
-  std::string title;             ///< as the user reads it; front ends escape it for their toolkit
+  std::string title;             ///< as it was made; shownTitle() is what the user reads
   TextSpan name;                 ///< the part of the title that somebody else chose; empty for none
   bool enabled = true;           ///< false: a grey label
   std::string toolTip;           ///< lines joined by "\n"; "" for none
@@ -69,7 +79,8 @@ struct MenuItem {
   /// The row that stands for this one and the others of its family, where families are folded;
   /// nullptr for a row that stands for itself. A family's rows share it.
   std::shared_ptr<const MenuItem> folded;
-  bool isLeftBehind = false;  ///< a row: VordaProcess::leftBehindBy
+  bool isLeftBehind = false;        ///< a row: VordaProcess::leftBehindBy
+  std::shared_ptr<LiveTitle> live;  ///< of a line whose title may become another, else nullptr
 
   bool operator==(const MenuItem&) const = default;
 };
@@ -78,6 +89,11 @@ struct MenuItem {
 struct Menu {
   std::vector<MenuItem> items;  ///< the first is the strip's
 };
+
+/// What the user reads; front ends escape it for their toolkit.
+inline const std::string& shownTitle(const MenuItem& item) {
+  return item.live ? item.live->title : item.title;
+}
 
 /// Whether it is the grey line above a section's rows.
 bool isHeading(const MenuItem& item);

@@ -1,14 +1,14 @@
 #include <algorithm>
-#include <chrono>
-#include <iterator>
+#include <cstddef>
+#include <utility>
 
 #include "control/process_terminator.h"
 #include "platform/applications.h"
-#include "platform/mapped_memory.h"
 #include "platform/process_place.h"
 #include "platform/processes.h"
 #include "scanner/memory_format.h"
 #include "ui/alerts.h"
+#include "ui/fair_share_inquiry.h"
 #include "ui/family_view.h"
 #include "ui/refresh_times.h"
 #include "ui/status_bar_controller.h"
@@ -34,6 +34,24 @@ std::string placeOf(const VordaProcess& process) {
 
 bool isGone(const ProcessReference& process) {
   return !process.identity || platform::processIdentity(process.pid) != process.identity;
+}
+
+/// `shares`: first the process's own, then those of its family's members, if it has one.
+std::vector<std::string> fairShareLines(const FairShareInquiry::Shares& shares) {
+  std::vector<std::string> lines;
+  if (shares.front()) {
+    lines.push_back("Its fair share: " + MemoryFormat::detail(*shares.front()));
+  }
+  double sum = 0;
+  for (std::size_t i = 1; i < shares.size(); ++i) {
+    if (!shares[i]) return lines;
+    sum += *shares[i];
+  }
+  if (shares.size() > 1) {
+    lines.push_back("Its " + std::to_string(shares.size() - 1) +
+                    " processes together: " + MemoryFormat::detail(sum));
+  }
+  return lines;
 }
 
 }  // namespace
@@ -85,45 +103,34 @@ void StatusBarController::finishQuit(std::int32_t pid, const std::string& title,
   }
 }
 
+/// What takes a while to find out appears in the open alert.
 void StatusBarController::showDetails(Sender sender) {
-  if (const auto* process = std::get_if<VordaProcess>(&sender.representedObject)) {
-    frontEnd_.runModal(Alerts::details(*process, fairShareLines(*process), placeOf(*process)));
+  const auto* process = std::get_if<VordaProcess>(&sender.representedObject);
+  if (process == nullptr) return;
+  const std::string place = placeOf(*process);
+  const std::vector<ProcessReference> members = ownMembersOf(*process);
+  FairShareInquiry inquiry(frontEnd_);
+  if (!process->isProtected && (process->mapped || !members.empty())) {
+    std::vector<ProcessReference> asked{{process->pid, process->identity}};
+    asked.insert(asked.end(), members.begin(), members.end());
+    inquiry.ask(std::move(asked), [&](const FairShareInquiry::Shares& shares) {
+      const auto lines = fairShareLines(shares);
+      if (!lines.empty()) frontEnd_.alertChanged(Alerts::details(*process, lines, place));
+    });
   }
+  frontEnd_.runModal(Alerts::details(*process, {}, place));
 }
 
-/// How much of all memory is its and its family's, where that is another figure than the footprint.
-/// The kernel takes a while to count: what it has not counted in time is left out.
-std::vector<std::string> StatusBarController::fairShareLines(const VordaProcess& process) const {
-  constexpr std::chrono::milliseconds kBudget{250};
-  constexpr std::size_t kMostMembers = 64;
-  if (process.isProtected || (!process.mapped && !process.family)) return {};
-  std::vector<const VordaProcess*> asked{&process};
+/// The processes of its family, itself included; empty where it has none.
+std::vector<ProcessReference> StatusBarController::ownMembersOf(const VordaProcess& process) const {
+  std::vector<ProcessReference> members;
   const FamilyViews families = this->families();
-  if (const FamilyView* family = families.of(process);
-      family != nullptr && family->members.size() <= kMostMembers) {
-    std::ranges::copy(family->members, std::back_inserter(asked));
+  const FamilyView* const family = families.of(process);
+  if (family == nullptr) return members;
+  for (const VordaProcess* member : family->members) {
+    if (!member->isProtected) members.push_back({member->pid, member->identity});
   }
-  std::vector<std::int32_t> pids;
-  pids.reserve(asked.size());
-  for (const VordaProcess* one : asked) pids.push_back(one->pid);
-  const auto shares = platform::fairShares(pids, kBudget);
-
-  std::vector<std::string> lines;
-  double sum = 0;
-  bool isWhole = asked.size() > 1;
-  for (std::size_t i = 0; i < asked.size(); ++i) {
-    // A pid that is still the same process's was so while it was read.
-    const bool isKnown = shares[i] && !isGone({asked[i]->pid, asked[i]->identity});
-    const double memMB = static_cast<double>(shares[i].value_or(0)) / 1048576;
-    if (i == 0 && isKnown) lines.push_back("Its fair share: " + MemoryFormat::detail(memMB));
-    if (i > 0) sum += memMB;
-    isWhole = isWhole && (isKnown || i == 0);
-  }
-  if (isWhole) {
-    lines.push_back("Its " + std::to_string(asked.size() - 1) +
-                    " processes together: " + MemoryFormat::detail(sum));
-  }
-  return lines;
+  return members;
 }
 
 void StatusBarController::openDockerHelp() {

@@ -70,7 +70,7 @@ std::string spokenText(std::string_view title) {
 std::string spokenTitle(const MenuItem& item) {
   if (item.strip) return stripDescription(*item.strip);
   const VordaProcess* process = processOf(item);
-  if (process == nullptr) return spokenText(item.title);
+  if (process == nullptr) return spokenText(shownTitle(item));
   // Who owns it is said last. The figures are the row's own: a family's are not those of one
   // process.
   std::string figures = item.title.substr(item.name.end);

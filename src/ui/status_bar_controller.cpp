@@ -36,7 +36,18 @@ void StatusBarController::menuWillOpen() {
 
 void StatusBarController::menuDidClose() {
   menuIsOpen_ = false;
+  shownFamily_.forget();
   refresh();
+}
+
+void StatusBarController::submenuWillOpen(const MenuItem& row) {
+  for (const MenuItem& line : row.submenu) {
+    if (!line.live || line.live->isKnown) continue;
+    shownFamily_.ask(line.live->processes, [this, live = line.live](const auto& shares) {
+      setFairShares(*live, shares);
+      frontEnd_.titlesChanged();
+    });
+  }
 }
 
 /// `item` stays valid even if a new menu is built while its action runs.

@@ -57,6 +57,7 @@ class StatusBarController : public MenuDelegate {
   void menuNeedsUpdate() override;
   void menuWillOpen() override;
   void menuDidClose() override;
+  void submenuWillOpen(const MenuItem& row) override;
   void perform(std::shared_ptr<const MenuItem> item) override;
   void arrange(const MenuArrangement& arrangement) override;
 
@@ -95,7 +96,7 @@ class StatusBarController : public MenuDelegate {
   void finishQuit(std::int32_t pid, const std::string& title, const std::string& failureTitle,
                   const std::pair<bool, std::string>& answer);
   void showDetails(Sender sender);
-  std::vector<std::string> fairShareLines(const VordaProcess& process) const;
+  std::vector<ProcessReference> ownMembersOf(const VordaProcess& process) const;
   void openDockerHelp();
   void notify(const std::string& title, const std::string& message);
   void removeFromListOptimistically(std::int32_t pid);
@@ -110,8 +111,12 @@ class StatusBarController : public MenuDelegate {
     std::vector<ProcessReference> members = {};  ///< as they were named, the head first
     bool force = false;
     std::string reason = {};  ///< why one could not be told; "" when all could
+    /// Members that began after they were named: they are told of, not ended.
+    std::vector<ProcessReference> newcomers = {};
   };
   void endFamily(Sender sender, bool force);
+  void killRestOfFamily(FamilyEnding& ending, std::int32_t head);
+  void noteNewcomers(FamilyEnding& ending, std::int32_t head) const;
   static void tell(FamilyEnding& ending, const ProcessReference& process);
   void askRestOfFamily(FamilyEnding ending);
   void tellLater(FamilyEnding ending, double seconds);
@@ -147,6 +152,7 @@ class StatusBarController : public MenuDelegate {
   UnfinishedQuits unfinishedQuits_;
   std::string notice_;  ///< what the front end was last told
   bool menuIsOpen_ = false;
+  FairShareInquiry shownFamily_{frontEnd_};  ///< about the family whose submenu opened last
   /// Timers and delayed work hold a weak pointer to this, which expires with the controller.
   std::shared_ptr<StatusBarController*> self_;
 };

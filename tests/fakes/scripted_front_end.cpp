@@ -48,6 +48,11 @@ void ScriptedFrontEnd::cancelTracking() {
   if (whenTrackingIsCancelled) whenTrackingIsCancelled();
 }
 
+void ScriptedFrontEnd::alertChanged(const Alert& alert) {
+  ++alertChanges;
+  alerts.back() = alert;
+}
+
 int ScriptedFrontEnd::runModal(const Alert& alert) {
   alerts.push_back(alert);
   if (whileAlertIsOpen) whileAlertIsOpen(alert);

@@ -16,10 +16,12 @@ class ScriptedFrontEnd : public FrontEnd {
   std::string toolTip;
   int menusBuilt = 0;
   int stripChanges = 0;
+  int titleChanges = 0;
+  int alertChanges = 0;
   int trackingsCancelled = 0;
   int terminations = 0;
   std::vector<std::string> notices;  ///< every notice set, in order
-  std::vector<Alert> alerts;         ///< every alert shown, in order
+  std::vector<Alert> alerts;         ///< every alert shown, in order, as it was at last
   std::deque<int> answers;  ///< one is taken for each alert; when none is left, the first button
   /// Runs while an alert is open: a test can change the machine meanwhile.
   std::function<void(const Alert&)> whileAlertIsOpen;
@@ -35,6 +37,8 @@ class ScriptedFrontEnd : public FrontEnd {
   void setToolTip(const std::string& text) override { toolTip = text; }
   void menuRebuilt(std::shared_ptr<const Menu>) override { ++menusBuilt; }
   void stripChanged(const MemoryPressureView&) override { ++stripChanges; }
+  void titlesChanged() override { ++titleChanges; }
+  void alertChanged(const Alert& alert) override;
   void setNotice(const std::string& text) override { notices.push_back(text); }
   void cancelTracking() override;
   int runModal(const Alert& alert) override;

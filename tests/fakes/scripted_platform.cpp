@@ -170,18 +170,33 @@ std::vector<MappedFile> mappedFiles(std::int32_t pid, std::size_t) {
   return scripted.find(pid)->mappedFiles;
 }
 
-std::vector<std::optional<std::uint64_t>> fairShares(std::span<const std::int32_t> pids,
-                                                     std::chrono::milliseconds) {
-  ++scripted.fairSharesAsked;
-  std::vector<std::optional<std::uint64_t>> shares;
-  for (const std::int32_t pid : pids) {
-    const ScriptedProcess* process = scripted.find(pid);
-    const bool isKnown = process != nullptr && process->fairMB;
-    shares.push_back(isKnown
-                         ? std::optional(static_cast<std::uint64_t>(*process->fairMB * kBytesPerMB))
-                         : std::nullopt);
+namespace {
+
+class ScriptedFairShares : public FairShareQuestion {
+ public:
+  explicit ScriptedFairShares(std::vector<std::int32_t> pids) : pids_(std::move(pids)) {}
+  std::optional<FairShares> answer() const override {
+    if (scripted.fairSharesTakeTime) return std::nullopt;
+    FairShares shares;
+    for (const std::int32_t pid : pids_) {
+      const ScriptedProcess* process = scripted.find(pid);
+      const bool isKnown = process != nullptr && process->fairMB;
+      shares.push_back(
+          isKnown ? std::optional(static_cast<std::uint64_t>(*process->fairMB * kBytesPerMB))
+                  : std::nullopt);
+    }
+    return shares;
   }
-  return shares;
+
+ private:
+  std::vector<std::int32_t> pids_;
+};
+
+}  // namespace
+
+std::shared_ptr<const FairShareQuestion> askFairShares(std::vector<std::int32_t> pids) {
+  ++scripted.fairSharesAsked;
+  return std::make_shared<ScriptedFairShares>(std::move(pids));
 }
 
 bool confirmProcess(std::int32_t pid, ProcessFacts& facts) {

@@ -98,7 +98,8 @@ struct ScriptedPlatform {
 
   /// By model folder.
   std::map<std::string, std::vector<platform::ModelManifest>> modelManifests;
-  bool manifestsHang = false;  ///< their file system does not answer
+  bool fairSharesTakeTime = false;  ///< while true, they are not known yet
+  bool manifestsHang = false;       ///< their file system does not answer
 
   // What the program did.
   std::vector<std::pair<std::string, std::uint32_t>> manifestsRead;  ///< folder and owner

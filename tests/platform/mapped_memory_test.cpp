@@ -6,8 +6,12 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstring>
+#include <memory>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "platform/processes.h"
 #include "tools/child_process.h"
@@ -65,16 +69,39 @@ TEST(MappedMemory, TellsSharedMemoryApart) {
   EXPECT_LT(shared->fileBytes, kSize);
 }
 
+/// Empty when there is none after a minute.
+platform::FairShares answerTo(const platform::FairShareQuestion& question) {
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+  while (std::chrono::steady_clock::now() < deadline) {
+    if (auto shares = question.answer()) return *shares;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return {};
+}
+
 TEST(FairShares, AreOfEachProcessThatCanBeRead) {
   ChildProcess child(playProcess({"--memory", "64"}));
-  const std::int32_t pids[] = {child.pid(), 1 << 30, getpid()};
-  const auto shares = platform::fairShares(pids, std::chrono::minutes(1));
+  const auto question = platform::askFairShares({child.pid(), 1 << 30, getpid()});
+  const platform::FairShares shares = answerTo(*question);
   ASSERT_EQ(shares.size(), 3U);
   ASSERT_TRUE(shares[0]);
   EXPECT_GE(*shares[0], 64U << 20);
   EXPECT_LE(*shares[0], 80U << 20);
   EXPECT_FALSE(shares[1]);
   EXPECT_TRUE(shares[2]);
+}
+
+TEST(FairShares, QuestionsWaitForEachOther) {
+  ASSERT_NE(platform::askFairShares({getpid()}), nullptr);  // nobody waits for it any more
+  std::vector<std::shared_ptr<const platform::FairShareQuestion>> questions;
+  for (int i = 0; i < 20; ++i) questions.push_back(platform::askFairShares({getpid()}));
+  for (const auto& question : questions) {
+    ASSERT_NE(question, nullptr);
+    const platform::FairShares shares = answerTo(*question);
+    ASSERT_EQ(shares.size(), 1U);
+    EXPECT_TRUE(shares[0]);
+  }
+  EXPECT_TRUE(platform::askFairShares({})->answer()) << "of nobody it is there at once";
 }
 
 }  // namespace

@@ -37,6 +37,13 @@ class FamiliesInMenu : public ControllerTest {
                                    .parent = parent});
     return machine().processes.back();
   }
+  const std::string& memoryLine(std::int32_t pid) const {
+    for (const MenuItem& item : row(pid).submenu) {
+      if (item.live) return shownTitle(item);
+    }
+    static const std::string kNone;
+    return kNone;
+  }
   static std::vector<std::string> titlesOf(const std::vector<MenuItem>& items) {
     std::vector<std::string> titles;
     titles.reserve(items.size());
@@ -67,6 +74,58 @@ TEST_F(FamiliesInMenu, EachMembersSubmenuTellsOfAll) {
     EXPECT_EQ(added[2].representedObject, RepresentedObject(std::int32_t{10}));
     EXPECT_THAT(row(pid).toolTip, EndsWith("\nOne of 3 of Training: train.py"));
   }
+}
+
+TEST_F(FamiliesInMenu, TheFairFigureAppearsWhileASubmenuIsOpen) {
+  for (const std::int32_t pid : {10, 11, 12}) machine().find(pid)->fairMB = 200;
+  start();
+  openMenu();
+  EXPECT_EQ(machine().fairSharesAsked, 0);
+  const int built = frontEnd_.menusBuilt;
+  machine().fairSharesTakeTime = true;
+  controller().submenuWillOpen(row(11));
+  frontEnd_.advance(3);
+  EXPECT_EQ(memoryLine(11), "Runs as 3 processes  ·  up to 2.0 GB");
+  machine().fairSharesTakeTime = false;
+  frontEnd_.advance(1);
+  EXPECT_EQ(memoryLine(11), "Runs as 3 processes  ·  600 MB");
+  EXPECT_EQ(memoryLine(10), "Runs as 3 processes  ·  600 MB") << "the same line";
+  EXPECT_EQ(frontEnd_.titleChanges, 1);
+  EXPECT_EQ(frontEnd_.menusBuilt, built) << "nothing moved";
+  controller().submenuWillOpen(row(10));
+  EXPECT_EQ(machine().fairSharesAsked, 1) << "it is known";
+  closeMenu();
+  EXPECT_EQ(memoryLine(11), "Runs as 3 processes  ·  up to 2.0 GB");
+}
+
+TEST_F(FamiliesInMenu, NoFigureIsShownOfWhatIsNotKnownOfEach) {
+  machine().find(10)->fairMB = machine().find(11)->fairMB = 200;
+  start();
+  openMenu();
+  controller().submenuWillOpen(row(11));
+  frontEnd_.advance(5);
+  EXPECT_EQ(memoryLine(11), "Runs as 3 processes  ·  up to 2.0 GB");
+}
+
+TEST_F(FamiliesInMenu, TheFairFigureIsThatOfOnesOwn) {
+  for (const std::int32_t pid : {10, 11, 12}) machine().find(pid)->fairMB = 200;
+  machine().find(11)->effectiveUid = 1001;
+  start();
+  openMenu();
+  controller().submenuWillOpen(row(10));
+  frontEnd_.advance(1);
+  EXPECT_EQ(memoryLine(10), "Runs as 3 processes  ·  400 MB in your own 2");
+}
+
+TEST_F(FamiliesInMenu, NobodyIsAskedOnceTheMenuHasClosed) {
+  start();
+  openMenu();
+  machine().fairSharesTakeTime = true;
+  controller().submenuWillOpen(row(11));
+  closeMenu();
+  machine().fairSharesTakeTime = false;
+  frontEnd_.advance(4);
+  EXPECT_EQ(frontEnd_.titleChanges, 0);
 }
 
 TEST_F(FamiliesInMenu, TheMembersHaveWhatTheirRowsOffer) {

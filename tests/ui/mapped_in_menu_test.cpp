@@ -19,7 +19,9 @@ class MappedInMenu : public ControllerTest {
     server.mappedFiles = {{"/m/a.gguf", 1536ULL << 20}};
     addProcess(8, "gimp", 300);
   }
+  /// As they are after a while.
   const std::string& details(std::int32_t pid) {
+    frontEnd_.whileAlertIsOpen = [this](const Alert&) { frontEnd_.advance(2); };
     choose(pid, Action::showDetails);
     return frontEnd_.alerts.back().informativeText;
   }
@@ -50,6 +52,24 @@ TEST_F(MappedInMenu, WhatHasNoneIsAsItWas) {
   EXPECT_THAT(row(8).toolTip, EndsWith("above."));
   EXPECT_THAT(details(8), Not(HasSubstr("share")));
   EXPECT_EQ(machine().fairSharesAsked, 0);
+}
+
+TEST_F(MappedInMenu, DetailsOpenAtOnceAndFillIn) {
+  machine().find(7)->fairMB = 512;
+  machine().fairSharesTakeTime = true;
+  start();
+  frontEnd_.whileAlertIsOpen = [this](const Alert& alert) {
+    EXPECT_THAT(alert.informativeText, Not(HasSubstr("fair share")));
+    frontEnd_.advance(4);
+    EXPECT_EQ(frontEnd_.alertChanges, 0);
+    machine().fairSharesTakeTime = false;
+    frontEnd_.advance(1);
+    EXPECT_EQ(frontEnd_.alertChanges, 1);
+  };
+  choose(7, Action::showDetails);
+  EXPECT_THAT(frontEnd_.alerts.back().informativeText, HasSubstr("\nIts fair share: 512 MB\n"));
+  frontEnd_.advance(5);
+  EXPECT_EQ(frontEnd_.alertChanges, 1);
 }
 
 TEST_F(MappedInMenu, NothingIsSaidOfAShareThatIsNotThere) {

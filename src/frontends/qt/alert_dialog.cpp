@@ -5,6 +5,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTextDocument>
 #include <QTextLayout>
 #include <QVBoxLayout>
@@ -54,15 +55,25 @@ double wrappedHeight(const QString& text, const QFont& font, int width, double l
   return height;
 }
 
+}  // namespace
+
 /// Text to read and to copy. It has a given width and the height that the text needs, up to a
 /// limit; beyond that it scrolls. Markup is not interpreted, and words that are too long are
 /// broken.
-class TextBox : public QPlainTextEdit {
+class AlertDialog::TextBox : public QPlainTextEdit {
  public:
   TextBox(const QString& text, const QFont& font, int width, int heightLimit);
+
+  /// What was scrolled to stays in view.
+  void show(const QString& text);
+
+ private:
+  int width_;
+  int heightLimit_;
 };
 
-TextBox::TextBox(const QString& text, const QFont& font, int width, int heightLimit) {
+AlertDialog::TextBox::TextBox(const QString& text, const QFont& font, int width, int heightLimit)
+    : width_(width), heightLimit_(heightLimit) {
   setReadOnly(true);
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::ClickFocus);
@@ -73,14 +84,18 @@ TextBox::TextBox(const QString& text, const QFont& font, int width, int heightLi
   QPalette colors = palette();
   colors.setColor(QPalette::Base, Qt::transparent);
   setPalette(colors);
-  setPlainText(text);
-
-  const int wanted = static_cast<int>(std::ceil(wrappedHeight(text, font, width, heightLimit)));
-  setVerticalScrollBarPolicy(wanted > heightLimit ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
-  setFixedSize(width, std::min(wanted, heightLimit));
+  show(text);
 }
 
-}  // namespace
+void AlertDialog::TextBox::show(const QString& text) {
+  const int scrolledTo = verticalScrollBar()->value();
+  setPlainText(text);
+  const int wanted = static_cast<int>(std::ceil(wrappedHeight(text, font(), width_, heightLimit_)));
+  setVerticalScrollBarPolicy(wanted > heightLimit_ ? Qt::ScrollBarAlwaysOn
+                                                   : Qt::ScrollBarAlwaysOff);
+  setFixedSize(width_, std::min(wanted, heightLimit_));
+  verticalScrollBar()->setValue(scrolledTo);
+}
 
 // It can't be minimized, because it is in no task bar where it could be found again.
 AlertDialog::AlertDialog(const Alert& alert)
@@ -98,8 +113,8 @@ AlertDialog::AlertDialog(const Alert& alert)
   texts->setSpacing(10);
   texts->addWidget(new TextBox(toQString(alert.messageText), bold, kTextWidth, screenHeight / 5));
   if (!alert.informativeText.empty()) {
-    texts->addWidget(
-        new TextBox(toQString(alert.informativeText), font(), kTextWidth, screenHeight / 2));
+    text_ = new TextBox(toQString(alert.informativeText), font(), kTextWidth, screenHeight / 2);
+    texts->addWidget(text_);
   }
   texts->addStretch();
 
@@ -114,6 +129,10 @@ AlertDialog::AlertDialog(const Alert& alert)
   all->setSizeConstraint(QLayout::SetFixedSize);
   all->addLayout(upper);
   addButtons(alert);
+}
+
+void AlertDialog::setText(const std::string& informative) {
+  if (text_ != nullptr) text_->show(toQString(informative));
 }
 
 void AlertDialog::addButtons(const Alert& alert) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <string>
 
 #include "ui/alerts.h"
 
@@ -9,6 +10,9 @@
 class AlertDialog : public QDialog {
  public:
   explicit AlertDialog(const Alert& alert);
+
+  /// The alert's informative text has become another.
+  void setText(const std::string& informative);
 
   /// What FrontEnd::runModal returns, once the dialog has closed.
   int answer() const { return answer_; }
@@ -20,6 +24,8 @@ class AlertDialog : public QDialog {
   void addButtons(const Alert& alert);
   void choose(int index);
 
+  class TextBox;
+  TextBox* text_ = nullptr;  ///< of the informative text; none for an alert without
   int escapeAnswer_;
   int answer_ = kAlertDismissed;
 };

@@ -81,6 +81,22 @@ ExportedMenu::Change ExportedMenu::showStrip(const MemoryPressureView& strip) {
   return {};
 }
 
+ExportedMenu::Change ExportedMenu::showTitles() {
+  Change change;
+  takeTitles(root_.children, change);
+  return change;
+}
+
+void ExportedMenu::takeTitles(std::vector<Node>& nodes, Change& change) const {
+  for (Node& node : nodes) {
+    takeTitles(node.children, change);
+    if (!node.item->live) continue;
+    std::string label = hostMenuLabel(shownTitle(*node.item), host_);
+    if (label != node.label) change.relabelled.push_back(node.id);
+    node.label = std::move(label);
+  }
+}
+
 const Node* ExportedMenu::find(int id) const {
   return findIn(root_, id);
 }
@@ -99,7 +115,7 @@ std::vector<Node> ExportedMenu::nodes(const std::shared_ptr<const std::vector<Me
     if (item.strip) {
       describeStrip(node, *item.strip);
     } else {
-      node.label = hostMenuLabel(item.title, host_);
+      node.label = hostMenuLabel(shownTitle(item), host_);
     }
     if (item.action != Action::openRow) node.children = nodes({items, &item.submenu}, node.id, ids);
     ids.emplace(std::move(key), node.id);

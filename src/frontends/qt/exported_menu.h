@@ -40,6 +40,8 @@ class ExportedMenu {
   /// How much of a short menu the screen can show.
   Change setRoom(ShortMenu::Room room);
   Change showStrip(const MemoryPressureView& strip);
+  /// Live titles have changed.
+  Change showTitles();
 
   TrayHostKind host() const { return host_; }
   ShortMenu::Room room() const { return room_; }
@@ -50,6 +52,7 @@ class ExportedMenu {
   /// The numbers of items that are shown, by their submenu's and their keys.
   using Ids = std::map<std::pair<int, ItemKey>, int>;
 
+  void takeTitles(std::vector<Node>& nodes, Change& change) const;
   Change put(const std::shared_ptr<const Menu>& shown);
   std::vector<Node> nodes(const std::shared_ptr<const std::vector<MenuItem>>& items, int parent,
                           Ids& ids);

@@ -35,6 +35,9 @@ class ItemAction : public QWidgetAction {
   /// Draws the strip anew, if this is its item.
   void refreshStrip();
 
+  /// Shows the title anew.
+  void refreshTitle();
+
  private:
   ItemKey key_;
   std::shared_ptr<const MenuItem> item_;
@@ -44,10 +47,7 @@ void ItemAction::setItem(std::shared_ptr<const MenuItem> item) {
   const bool newDot = item_ == nullptr ? item->dot.has_value() : item->dot != item_->dot;
   item_ = std::move(item);
   setSeparator(item_->kind == MenuItem::Kind::separator);
-  const QFont font = static_cast<QMenu*>(parent())->font();
-  setText(
-      toQString(withStandIns(menuLabel(item_->title).toStdString(),
-                             [&font](std::string_view glyph) { return isDrawn(glyph, font); })));
+  refreshTitle();
   setData(plainToolTip(item_->toolTip));
   setStatusTip(toQString(item_->toolTip));  // what screen readers say (accessible_menu.h)
   setEnabled(item_->enabled);
@@ -56,14 +56,22 @@ void ItemAction::setItem(std::shared_ptr<const MenuItem> item) {
   refreshStrip();
 }
 
-void ItemAction::refreshStrip() {
+void ItemAction::refreshTitle() {
+  const QFont font = static_cast<QMenu*>(parent())->font();
+  setText(
+      toQString(withStandIns(menuLabel(shownTitle(*item_)).toStdString(),
+                             [&font](std::string_view glyph) { return isDrawn(glyph, font); })));
   setWhatsThis(toQString(spokenTitle(*item_)));
+}
+
+void ItemAction::refreshStrip() {
   if (!item_->strip) return;
+  setWhatsThis(toQString(spokenTitle(*item_)));
   static_cast<StripWidget*>(defaultWidget())->setStrip(item_->strip);
 }
 
 using Items = std::shared_ptr<const std::vector<MenuItem>>;
-using OnNewSubmenu = std::function<void(QMenu&)>;
+using OnNewSubmenu = std::function<void(QMenu&, ItemAction&)>;
 
 void fillMenu(QMenu& menu, const Items& items, const OnNewSubmenu& onNewSubmenu);
 
@@ -101,7 +109,7 @@ void fillLater(ItemAction& action, const OnNewSubmenu& onNewSubmenu) {
   if (action.menu() != nullptr) return;
   auto* const menu = new QMenu;
   action.setMenu(menu);
-  onNewSubmenu(*menu);
+  onNewSubmenu(*menu, action);
   QObject::connect(menu, &QMenu::aboutToShow, &action, [&action, menu, onNewSubmenu] {
     const auto& item = action.item();
     if (item->opens) fillMenu(*menu, item->opens, onNewSubmenu);
@@ -117,7 +125,7 @@ void fillSubmenu(ItemAction& action, const OnNewSubmenu& onNewSubmenu) {
   }
   if (action.menu() == nullptr) {
     action.setMenu(new QMenu);
-    onNewSubmenu(*action.menu());
+    onNewSubmenu(*action.menu(), action);
   }
   fillMenu(*action.menu(), {item, &item->submenu}, onNewSubmenu);
 }
@@ -141,6 +149,14 @@ void fillMenu(QMenu& menu, const Items& items, const OnNewSubmenu& onNewSubmenu)
   for (QAction* action : shown.obsolete()) {
     menu.removeAction(action);
     action->deleteLater();
+  }
+}
+
+void refreshLiveTitles(const QMenu& menu) {
+  for (QAction* action : menu.actions()) {
+    auto* const one = static_cast<ItemAction*>(action);
+    if (one->item()->live) one->refreshTitle();
+    if (one->menu() != nullptr) refreshLiveTitles(*one->menu());
   }
 }
 
@@ -168,7 +184,11 @@ void PopupMenu::mind(QMenu& menu) {
 void PopupMenu::setMenu(const std::shared_ptr<const Menu>& menu) {
   const QAction* pointedAt = activeAction();
   const QPoint before = pointedAt != nullptr ? actionGeometry(activeAction()).topLeft() : QPoint();
-  fillMenu(*this, {menu, &menu->items}, [this](QMenu& submenu) { mind(submenu); });
+  fillMenu(*this, {menu, &menu->items}, [this](QMenu& submenu, ItemAction& action) {
+    mind(submenu);
+    connect(&submenu, &QMenu::aboutToShow, this,
+            [this, &action] { Q_EMIT submenuOpening(action.item()); });
+  });
   if (!isVisible()) return;
   // The menu grew or shrank above the item under the pointer: move the menu so that the item stays
   // there.
@@ -179,6 +199,10 @@ void PopupMenu::setMenu(const std::shared_ptr<const Menu>& menu) {
 
 void PopupMenu::refreshStrip() {
   for (QAction* action : actions()) static_cast<ItemAction*>(action)->refreshStrip();
+}
+
+void PopupMenu::refreshTitles() {
+  refreshLiveTitles(*this);
 }
 
 /// "Refresh now" leaves the menu open, to show what it has found.

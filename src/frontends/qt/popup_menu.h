@@ -23,9 +23,12 @@ class PopupMenu : public QMenu {
 
   /// The strip has changed: draws it anew.
   void refreshStrip();
+  /// Live titles have changed: shows them.
+  void refreshTitles();
 
  Q_SIGNALS:
   void chosen(std::shared_ptr<const MenuItem> item);
+  void submenuOpening(std::shared_ptr<const MenuItem> row);
   void settingsRequested();
 
  protected:

@@ -93,6 +93,7 @@ void QtFrontEnd::attach(NamedBus bus) {
   });
   connect(&connection_->menu, &HostMenu::closed, this,
           [this] { tracking_.end(MenuTracking::Shown::hostMenu); });
+  connect(&connection_->menu, &HostMenu::submenuOpening, this, &QtFrontEnd::reportSubmenu);
   connect(&connection_->menu, &HostMenu::chosen, this, &QtFrontEnd::choose, Qt::QueuedConnection);
 }
 
@@ -149,6 +150,19 @@ void QtFrontEnd::menuRebuilt(std::shared_ptr<const Menu> menu) {
 void QtFrontEnd::stripChanged(const MemoryPressureView&) {
   if (popup_) popup_->refreshStrip();
   showStrip();
+}
+
+void QtFrontEnd::titlesChanged() {
+  if (popup_) popup_->refreshTitles();
+  if (connection_) connection_->menu.showTitles();
+}
+
+void QtFrontEnd::alertChanged(const Alert& alert) {
+  if (alert_) alert_->setText(alert.informativeText);
+}
+
+void QtFrontEnd::reportSubmenu(const std::shared_ptr<const MenuItem>& row) {
+  if (delegate_ != nullptr) delegate_->submenuWillOpen(*row);
 }
 
 /// Updates the strip everywhere except in the popup, which does it with its menu.
@@ -214,6 +228,7 @@ void QtFrontEnd::openPopup(const std::shared_ptr<const Menu>& apart, QWidget* pa
   tracking_.begin(MenuTracking::Shown::popup);
   popup_->setMenu(popupIsApart_ ? apart : menu_);
   connect(popup_, &PopupMenu::chosen, this, &QtFrontEnd::choose, Qt::QueuedConnection);
+  connect(popup_, &PopupMenu::submenuOpening, this, &QtFrontEnd::reportSubmenu);
   connect(popup_, &PopupMenu::settingsRequested, this, &QtFrontEnd::showSettings,
           Qt::QueuedConnection);
   // Queued, so that the closing is reported before the chosen item acts.
@@ -236,20 +251,21 @@ void QtFrontEnd::choose(std::shared_ptr<const MenuItem> item) {
     return;
   }
   if (item->action == Action::openRow || item->action == Action::openMenu) {
-    openInstead(*item);
+    openInstead(item);
   } else {
     delegate_->perform(std::move(item));
   }
 }
 
 /// Opens what the short menu leaves out.
-void QtFrontEnd::openInstead(const MenuItem& item) {
+void QtFrontEnd::openInstead(const std::shared_ptr<const MenuItem>& item) {
   if (popup_) popup_->close();
   const std::shared_ptr<const Menu> apart =
-      item.action == Action::openRow ? std::make_shared<const Menu>(ShortMenu::ofRow(item))
-                                     : nullptr;
-  const auto open = [this, apart](QWidget* parent, QPoint position) {
+      item->action == Action::openRow ? std::make_shared<const Menu>(ShortMenu::ofRow(*item))
+                                      : nullptr;
+  const auto open = [this, apart, item](QWidget* parent, QPoint position) {
     openPopup(apart, parent, position);
+    if (apart) reportSubmenu(item);
   };
   // Later, when the popup that is closing has gone.
   QMetaObject::invokeMethod(

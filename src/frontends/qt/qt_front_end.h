@@ -40,6 +40,8 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void setToolTip(const std::string& toolTip) override;
   void menuRebuilt(std::shared_ptr<const Menu> menu) override;
   void stripChanged(const MemoryPressureView& strip) override;
+  void titlesChanged() override;
+  void alertChanged(const Alert& alert) override;
   void setNotice(const std::string&) override {}  // the submenu says it as well
   void cancelTracking() override;
   int runModal(const Alert& alert) override;
@@ -56,9 +58,10 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void togglePopup();
   /// Opens `apart` as a menu or, for nullptr, the whole menu, which is then updated by refreshes.
   void openPopup(const std::shared_ptr<const Menu>& apart, QWidget* parent, QPoint position);
-  void openInstead(const MenuItem& item);
+  void openInstead(const std::shared_ptr<const MenuItem>& item);
   void popupClosed();
   void choose(std::shared_ptr<const MenuItem> item);
+  void reportSubmenu(const std::shared_ptr<const MenuItem>& row);
   void showStrip();
   void noteScreen();
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "frontends/terminal/cell_grid.h"
@@ -15,6 +16,9 @@ namespace terminal {
 class AlertView {
  public:
   AlertView(Alert alert, const Look& look);
+
+  /// Another informative text; to be laid out anew.
+  void setText(std::string text) { alert_.informativeText = std::move(text); }
 
   /// Breaks the text into lines for a screen of this size, which must not be too small
   /// (isTooSmall).

@@ -49,7 +49,7 @@ std::optional<Box> boxOfOpenSubmenu(Size screen, const Box& list, const MenuView
   if (!view.submenuIsOpen()) return std::nullopt;
   int width = 0;
   for (const MenuItem& item : view.submenuItems()) {
-    width = std::max(width, columnsOf(look.glyphs.line(item.title), screen.width));
+    width = std::max(width, columnsOf(look.glyphs.line(shownTitle(item)), screen.width));
   }
   const auto index = static_cast<int>(*view.cursor().selected());
   const int rowY = list.y + index - static_cast<int>(view.cursor().top());

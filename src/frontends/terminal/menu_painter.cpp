@@ -188,7 +188,7 @@ void paintSubmenu(CellGrid& grid, const MenuView& view, const MenuGeometry& geom
     const bool selected = cursor.selected() == index;
     const Style style = isLabel(item) ? kFaint : Style{.reverse = selected};
     if (selected) grid.fill({box.x + 1, y, box.width - 2, 1}, " ", style);
-    grid.write(box.x + 2, y, look.glyphs.line(item.title), style, box.width - 4,
+    grid.write(box.x + 2, y, look.glyphs.line(shownTitle(item)), style, box.width - 4,
                look.glyphs.ellipsis);
   }
   paintScrollBar(grid, box.right() - 1, box.y + 1, geometry.submenuHeight(), cursor.top(),

@@ -132,6 +132,7 @@ void TerminalFrontEnd::handle(const Input& input) {
       perform(Action::refreshNow);
       if (view_.submenuIsOpen()) {
         view_.resized(geometry());  // keeps the selection in view
+        reportSubmenu();
       } else {
         reportClosed();  // the refresh closed it: its process is gone
       }
@@ -196,6 +197,11 @@ void TerminalFrontEnd::openSubmenu() {
   reportOpened();
   view_.openSubmenu();
   view_.resized(geometry());
+  reportSubmenu();
+}
+
+void TerminalFrontEnd::reportSubmenu() {
+  if (view_.submenuIsOpen()) delegate_->submenuWillOpen(*view_.selectedRow());
 }
 
 /// As in any menu, the submenu closes before the action runs.
@@ -239,6 +245,17 @@ void TerminalFrontEnd::menuRebuilt(std::shared_ptr<const Menu> menu) {
 }
 
 void TerminalFrontEnd::stripChanged(const MemoryPressureView&) {
+  needsDrawing_ = true;
+}
+
+void TerminalFrontEnd::titlesChanged() {
+  needsDrawing_ = true;
+}
+
+void TerminalFrontEnd::alertChanged(const Alert& alert) {
+  if (alert_ == nullptr) return;
+  alert_->setText(alert.informativeText);
+  layOut(alert_);
   needsDrawing_ = true;
 }
 

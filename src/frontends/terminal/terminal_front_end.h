@@ -31,6 +31,8 @@ class TerminalFrontEnd : public FrontEnd {
   void setToolTip(const std::string& toolTip) override;
   void menuRebuilt(std::shared_ptr<const Menu> menu) override;
   void stripChanged(const MemoryPressureView& strip) override;
+  void titlesChanged() override;
+  void alertChanged(const Alert& alert) override;
   void setNotice(const std::string& notice) override;
   void cancelTracking() override;
   int runModal(const Alert& alert) override;
@@ -51,6 +53,7 @@ class TerminalFrontEnd : public FrontEnd {
   void showMatches();
   void sortByNext();
   void openSubmenu();
+  void reportSubmenu();
   void perform(std::shared_ptr<const MenuItem> item);
   void perform(Action action);
   void reportOpened();

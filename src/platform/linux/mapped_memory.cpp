@@ -2,13 +2,13 @@
 
 #include <unistd.h>
 
-#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "platform/linux/memory_maps.h"
 #include "platform/linux/process_reader.h"
@@ -40,26 +40,79 @@ std::optional<std::uint64_t> fairShare(std::int32_t pid) {
   return bytesInTable(wholeFile(pid, "smaps_rollup", kMost), "Pss");
 }
 
-/// One question about fair shares, and its answers so far. The thread that reads them has a part
-/// in it, and in nothing else.
-struct FairShares {
-  std::mutex mutex;
-  std::condition_variable changed;
-  std::vector<std::int32_t> pids;
-  std::vector<std::optional<std::uint64_t>> shares;
-  bool isDone = false;
+class Question : public FairShareQuestion {
+ public:
+  explicit Question(std::vector<std::int32_t> pids) : pids_(std::move(pids)) {}
+
+  std::optional<FairShares> answer() const override {
+    const std::lock_guard lock(mutex_);
+    return shares_.size() == pids_.size() ? std::optional(shares_) : std::nullopt;
+  }
+
+  /// Whose share is read next; none when all have been read.
+  std::optional<std::int32_t> next() const {
+    const std::lock_guard lock(mutex_);
+    return shares_.size() < pids_.size() ? std::optional(pids_[shares_.size()]) : std::nullopt;
+  }
+  void take(std::optional<std::uint64_t> share) {
+    const std::lock_guard lock(mutex_);
+    shares_.push_back(share);
+  }
+
+ private:
+  const std::vector<std::int32_t> pids_;
+  mutable std::mutex mutex_;
+  FairShares shares_;
 };
 
-void readShares(const std::shared_ptr<FairShares>& question) {
-  for (std::size_t i = 0; i < question->pids.size(); ++i) {
-    const auto share = fairShare(question->pids[i]);
-    const std::lock_guard lock(question->mutex);
-    question->shares[i] = share;
+/// The thread that reads, which runs while there are questions. It shares the life of what it works
+/// on: it may still read when the program ends.
+class Reading : public std::enable_shared_from_this<Reading> {
+ public:
+  /// False when there can be no thread.
+  bool ask(std::weak_ptr<Question> question) {
+    const std::lock_guard lock(mutex_);
+    std::erase_if(waiting_, [](const auto& one) { return one.expired(); });
+    waiting_.push_back(std::move(question));
+    if (runs_) return true;
+    try {
+      std::thread([self = shared_from_this()] { self->run(); }).detach();
+    } catch (const std::system_error&) {
+      waiting_.clear();
+      return false;
+    }
+    return runs_ = true;
   }
-  const std::lock_guard lock(question->mutex);
-  question->isDone = true;
-  question->changed.notify_one();
-}
+
+ private:
+  void run() {
+    while (const auto question = next()) read(*question);
+  }
+
+  std::optional<std::weak_ptr<Question>> next() {
+    const std::lock_guard lock(mutex_);
+    runs_ = !waiting_.empty();
+    if (!runs_) return std::nullopt;
+    const auto question = waiting_.back();  // what somebody looks at now
+    waiting_.pop_back();
+    return question;
+  }
+
+  /// Nobody's question is kept alive while the kernel takes its time.
+  static void read(const std::weak_ptr<Question>& question) {
+    while (const auto pid = nextOf(question.lock())) {
+      const auto share = fairShare(*pid);
+      if (const auto asked = question.lock()) asked->take(share);
+    }
+  }
+  static std::optional<std::int32_t> nextOf(const std::shared_ptr<Question>& question) {
+    return question ? question->next() : std::nullopt;
+  }
+
+  std::mutex mutex_;
+  std::vector<std::weak_ptr<Question>> waiting_;
+  bool runs_ = false;
+};
 
 }  // namespace
 
@@ -72,26 +125,10 @@ std::vector<MappedFile> mappedFiles(std::int32_t pid, std::size_t most) {
   return filesInMaps(wholeFile(pid, "maps", kLongestMaps), most);
 }
 
-std::vector<std::optional<std::uint64_t>> fairShares(std::span<const std::int32_t> pids,
-                                                     std::chrono::milliseconds budget) {
-  static std::shared_ptr<FairShares> asked;
-  std::vector<std::optional<std::uint64_t>> none(pids.size());
-  if (asked) {
-    const std::lock_guard lock(asked->mutex);
-    if (!asked->isDone) return none;
-  }
-  asked = std::make_shared<FairShares>();
-  asked->pids.assign(pids.begin(), pids.end());
-  asked->shares = none;
-  try {
-    std::thread(readShares, asked).detach();
-  } catch (const std::system_error&) {
-    asked.reset();
-    return none;
-  }
-  std::unique_lock lock(asked->mutex);
-  asked->changed.wait_for(lock, budget, [] { return asked->isDone; });
-  return asked->shares;
+std::shared_ptr<const FairShareQuestion> askFairShares(std::vector<std::int32_t> pids) {
+  static const auto reading = std::make_shared<Reading>();
+  auto question = std::make_shared<Question>(std::move(pids));
+  return reading->ask(question) ? question : nullptr;
 }
 
 }  // namespace platform

@@ -12,9 +12,8 @@ std::vector<MappedFile> mappedFiles(std::int32_t, std::size_t) {
   return {};
 }
 
-std::vector<std::optional<std::uint64_t>> fairShares(std::span<const std::int32_t> pids,
-                                                     std::chrono::milliseconds) {
-  return std::vector<std::optional<std::uint64_t>>(pids.size());
+std::shared_ptr<const FairShareQuestion> askFairShares(std::vector<std::int32_t>) {
+  return nullptr;
 }
 
 }  // namespace platform

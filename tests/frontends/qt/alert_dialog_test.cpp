@@ -134,4 +134,14 @@ TEST(AlertDialog, ShowsAPictureForEveryStyle) {
   }
 }
 
+TEST(AlertDialog, FindsRoomForWhatIsKnownLater) {
+  AlertDialog dialog(forceQuit());
+  dialog.show();
+  const int before = dialog.sizeHint().height();
+  dialog.setText("firefox\nPID 12\n\nThis cannot be undone.\nIts fair share: 512 MB\nmore");
+  EXPECT_TRUE(texts(dialog).last().contains("512 MB"));
+  EXPECT_GT(dialog.sizeHint().height(), before);
+  EXPECT_TRUE(buttons(dialog)[0]->isDefault());
+}
+
 }  // namespace

@@ -167,4 +167,18 @@ TEST(ExportedMenu, StripOfTheShortMenuMoves) {
   EXPECT_EQ(menu.showStrip(strip).relabelled, (std::vector<int>{menu.root().children[0].id}));
 }
 
+TEST(ExportedMenu, ALiveTitleRelabelsItsLineAlone) {
+  ExportedMenu menu;
+  const auto shown = menuOf({rowWithLiveTitle(11, "up to 3_GB"), processRow(12, "ollama")});
+  menu.show(shown);
+  EXPECT_FALSE(isChange(menu.showTitles()));
+  shown->items.front().submenu.front().live->title = "2_GB";
+  const Node& line = menu.root().children.front().children.front();
+  const ExportedMenu::Change change = menu.showTitles();
+  EXPECT_FALSE(change.layout);
+  EXPECT_EQ(change.relabelled, std::vector<int>{line.id});
+  EXPECT_EQ(line.label, "2__GB");
+  EXPECT_FALSE(isChange(menu.show(shown))) << "a menu that is shown later has it, too";
+}
+
 }  // namespace

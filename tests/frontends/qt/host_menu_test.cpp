@@ -353,4 +353,29 @@ TEST_F(HostMenuTest, WithoutNewsTheBusIsLeftAlone) {
   EXPECT_TRUE(pair.takeSignals().empty());
 }
 
+TEST_F(HostMenuTest, TellsWhichSubmenuOpens) {
+  std::vector<std::string> opened;
+  QObject::connect(
+      &hostMenu, &HostMenu::submenuOpening,
+      [&](const std::shared_ptr<const MenuItem>& item) { opened.push_back(item->title); });
+  const HostItem root = layout();
+  EXPECT_FALSE(aboutToShow(root.children[4].id));
+  event(root.children[3].id, "opened");
+  aboutToShow(root.children[1].id);  // no submenu
+  aboutToShow(4711);
+  EXPECT_EQ(opened, (std::vector<std::string>{"train_lora.py  ·  312 MB", "ollama  ·  312 MB"}));
+  EXPECT_EQ(openings, 0);
+}
+
+TEST_F(HostMenuTest, ALiveTitleChangesWhileTheMenuIsOpen) {
+  const auto shown = menuOf({rowWithLiveTitle(11, "up to 3 GB")});
+  hostMenu.show(shown);
+  aboutToShow();
+  pair.takeSignals();
+  shown->items.front().submenu.front().live->title = "2 GB";
+  hostMenu.showTitles();
+  EXPECT_THAT(pair.takeSignals(), Contains("ItemsPropertiesUpdated"));
+  EXPECT_EQ(layout().children[0].children[0].label, "2 GB");
+}
+
 }  // namespace

@@ -49,6 +49,13 @@ inline MenuItem processRow(std::int32_t pid, const std::string& name, std::uint6
   return row;
 }
 
+/// The same with a line whose title may become another, the first of its submenu.
+inline MenuItem rowWithLiveTitle(std::int32_t pid, const std::string& title) {
+  MenuItem row = processRow(pid, "torchrun");
+  row.submenu.front().live = std::make_shared<LiveTitle>(LiveTitle{.title = title});
+  return row;
+}
+
 inline std::shared_ptr<const Menu> menuOf(std::vector<MenuItem> items) {
   return std::make_shared<const Menu>(Menu{std::move(items)});
 }

@@ -378,4 +378,24 @@ TEST_F(PopupMenuTest, WhatRowsShareIsMadeWhenItOpens) {
   EXPECT_EQ(chosen, std::vector<std::string>{"Quit"});
 }
 
+TEST_F(PopupMenuTest, TellsWhichSubmenuOpensAndShowsItsNewTitle) {
+  const auto shown = menuOf({rowWithLiveTitle(11, "up to 3 GB"), processRow(12, "ollama")});
+  menu.setMenu(shown);
+  std::vector<std::string> opened;
+  QObject::connect(
+      &menu, &PopupMenu::submenuOpening,
+      [&](const std::shared_ptr<const MenuItem>& row) { opened.push_back(row->title); });
+  open();
+  submenu(0)->popup({300, 100});
+  settle();
+  EXPECT_EQ(opened, std::vector<std::string>{"torchrun  ·  312 MB"});
+  QAction* const line = submenu(0)->actions().front();
+  EXPECT_EQ(line->text(), "up to 3 GB");
+  shown->items.front().submenu.front().live->title = "2 GB";
+  menu.refreshTitles();
+  EXPECT_EQ(line->text(), "2 GB");
+  EXPECT_EQ(line->whatsThis(), "2 GB");
+  EXPECT_TRUE(submenu(0)->isVisible());
+}
+
 }  // namespace

@@ -109,6 +109,7 @@ struct HostMenuVtable {
     const int result = sd_bus_message_read(call, "i", &id);
     if (result < 0) return result;
     const bool changed = id == ExportedMenu::kRootId && menu(data).announced(isAnswered(call));
+    menu(data).announceSubmenu(id);
     return sd_bus_reply_method_return(call, "b", changed ? 1 : 0);
   }
 
@@ -119,6 +120,7 @@ struct HostMenuVtable {
     bool changed = false;
     for (const int id : ids) {
       changed |= id == ExportedMenu::kRootId && menu(data).announced(isAnswered(call));
+      menu(data).announceSubmenu(id);
     }
     return changed ? sd_bus_reply_method_return(call, "aiai", 1, ExportedMenu::kRootId, 0)
                    : sd_bus_reply_method_return(call, "aiai", 0, 0);
@@ -198,6 +200,10 @@ void HostMenu::showStrip(const MemoryPressureView& strip) {
   tell(menu_.showStrip(strip));
 }
 
+void HostMenu::showTitles() {
+  tell(menu_.showTitles());
+}
+
 void HostMenu::assumeClosed() {
   if (isOpen_) close();
 }
@@ -244,12 +250,18 @@ void HostMenu::handle(int id, std::string_view event) {
     }
     return;
   }
+  if (event == "opened") announceSubmenu(id);
   if (event != "clicked") return;
   const ExportedMenu::Node* node = menu_.find(id);
   if (node == nullptr || !node->item->enabled || node->item->action == Action::none) return;
   const std::shared_ptr<const MenuItem> item = node->item;
   if (isOpen_) close();
   Q_EMIT chosen(item);
+}
+
+void HostMenu::announceSubmenu(int id) {
+  const ExportedMenu::Node* node = menu_.find(id);
+  if (node != nullptr && node->item && !node->children.empty()) Q_EMIT submenuOpening(node->item);
 }
 
 void HostMenu::tell(const ExportedMenu::Change& change) {

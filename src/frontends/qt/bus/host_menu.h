@@ -21,9 +21,9 @@ struct HostMenuTimes {
 /// Serves the menu that tray hosts draw themselves (com.canonical.dbusmenu).
 ///
 /// A host says when it opens the menu, but not every host says when it closes it. While the menu
-/// is open nothing but the strip's label changes in it. It counts as open until the host closes it
-/// or opens it again, or an item is chosen; with a host that has never reported a closing, for five
-/// minutes at most.
+/// is open nothing but the labels of the strip and of live titles change in it. It counts as open
+/// until the host closes it or opens it again, or an item is chosen; with a host that has never
+/// reported a closing, for five minutes at most.
 ///
 /// A host that announces the menu (AboutToShow) gets its news as the answer and not as a signal
 /// besides: Plasma would fill a menu anew that it shows already, and no longer scroll it.
@@ -41,6 +41,8 @@ class HostMenu : public QObject {
   /// Sets how much room the screen has. The menu counts as closed after the screen has changed.
   void setRoom(ShortMenu::Room room);
   void showStrip(const MemoryPressureView& strip);
+  /// Live titles have changed: shows them in an open menu, too.
+  void showTitles();
 
   /// Another menu has opened, so this one can't be open any more.
   void assumeClosed();
@@ -52,6 +54,8 @@ class HostMenu : public QObject {
   /// The host is about to show the menu: the last moment to change its items.
   void opening();
   void closed();
+  /// The host is about to show this item's submenu, or has just done so.
+  void submenuOpening(std::shared_ptr<const MenuItem> item);
   void chosen(std::shared_ptr<const MenuItem> item);
 
  private:
@@ -61,6 +65,7 @@ class HostMenu : public QObject {
   void open();
   void close();
   void handle(int id, std::string_view event);
+  void announceSubmenu(int id);
   void tell(const ExportedMenu::Change& change);
   void tellLayout();
 
