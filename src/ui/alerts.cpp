@@ -103,14 +103,22 @@ Alert forceQuit(std::int32_t pid) {
 Alert endFamily(const FamilyView& family, bool force) {
   constexpr std::size_t kMostNamed = 20;
   std::string names;
+  std::string furtherPids;
   std::size_t own = 0;
   for (const VordaProcess* member : family.members) {
-    if (member->isProtected || ++own > kMostNamed) continue;
-    names += "\n" +
-             MenuLimits::cut(text::displayName(member->displayName), MenuLimits::kProcessName) +
-             "  ·  pid " + std::to_string(member->pid);
+    if (member->isProtected) continue;
+    const std::string pid = std::to_string(member->pid);
+    if (++own > kMostNamed) {
+      furtherPids += (furtherPids.empty() ? "" : ", ") + pid;
+    } else {
+      names += "\n" +
+               MenuLimits::cut(text::displayName(member->displayName), MenuLimits::kProcessName) +
+               "  ·  pid " + pid;
+    }
   }
-  if (own > kMostNamed) names += "\nand " + std::to_string(own - kMostNamed) + " more";
+  if (own > kMostNamed) {
+    names += "\nand " + std::to_string(own - kMostNamed) + " more  ·  pid " + furtherPids;
+  }
   const std::size_t others = family.members.size() - own;
   if (others > 0) {
     names += "\n\n" + std::to_string(others) +

@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -32,6 +34,24 @@ std::vector<ProcessReference> ownMembers(const FamilyView& family) {
   return members;
 }
 
+std::vector<std::int32_t> running(const std::vector<ProcessReference>& processes) {
+  std::vector<std::int32_t> pids;
+  for (const ProcessReference& process : processes) {
+    if (stillRuns(process)) pids.push_back(process.pid);
+  }
+  return pids;
+}
+
+/// " still run (pid 11, 12)"
+std::string stillRun(const std::vector<std::int32_t>& pids) {
+  std::string named;
+  for (std::size_t i = 0; i < std::min(pids.size(), kMostNamedPids); ++i) {
+    named += (i == 0 ? "" : ", ") + std::to_string(pids[i]);
+  }
+  if (pids.size() > kMostNamedPids) named += ", …";
+  return std::string(" still ") + (pids.size() == 1 ? "runs" : "run") + " (pid " + named + ")";
+}
+
 }  // namespace
 
 void StatusBarController::endFamily(Sender sender, bool force) {
@@ -51,12 +71,15 @@ void StatusBarController::endFamily(Sender sender, bool force) {
   if (ending.members.empty()) return refresh();
   if (frontEnd_.runModal(question) != kAlertFirstButtonReturn) return;
 
+  if (force) {
+    sample();  // what has begun since the question is known as a member as long as the head lives
+    noteNewcomers(ending, *head);
+  }
   // The head first: it might start others in the place of those that end.
   tell(ending, ending.members.front());
   frontEnd_.cancelTracking();
   if (force) {
-    // Only those that were named are ended, and only if they are still the same.
-    for (std::size_t i = 1; i < ending.members.size(); ++i) tell(ending, ending.members[i]);
+    killRestOfFamily(ending, *head);
     tellLater(std::move(ending), kForcePatience);
   } else {
     afterFamily(RefreshTimes::kFamilyPatience, std::move(ending),
@@ -64,6 +87,36 @@ void StatusBarController::endFamily(Sender sender, bool force) {
   }
   refreshNow();
   schedulePostQuitRescans();
+}
+
+/// Only those that were named are ended, and of them only who is still the same and has not become
+/// somebody else's work since.
+void StatusBarController::killRestOfFamily(FamilyEnding& ending, std::int32_t head) {
+  sample();
+  noteNewcomers(ending, head);
+  std::set<std::int32_t> heads{head};
+  for (const ProcessReference& member : ending.members) heads.insert(member.pid);
+  std::set<std::int32_t> ofOthers;
+  for (const auto& [otherHead, family] : families().all()) {
+    if (heads.contains(otherHead)) continue;
+    for (const VordaProcess* member : family.members) ofOthers.insert(member->pid);
+  }
+  for (std::size_t i = 1; i < ending.members.size(); ++i) {
+    if (!ofOthers.contains(ending.members[i].pid)) tell(ending, ending.members[i]);
+  }
+}
+
+void StatusBarController::noteNewcomers(FamilyEnding& ending, std::int32_t head) const {
+  const FamilyViews families = this->families();
+  const FamilyView* const family = families.headedBy(head);
+  if (family == nullptr) return;
+  for (const ProcessReference& member : ownMembers(*family)) {
+    const auto isMember = [&member](const auto& list) {
+      return std::ranges::find(list, member) != list.end();
+    };
+    if (!isMember(ending.members) && !isMember(ending.newcomers))
+      ending.newcomers.push_back(member);
+  }
 }
 
 void StatusBarController::tell(FamilyEnding& ending, const ProcessReference& process) {
@@ -91,20 +144,19 @@ void StatusBarController::tellLater(FamilyEnding ending, double seconds) {
 void StatusBarController::tellFamilyOutcome(FamilyEnding ending) {
   if (menuIsOpen_ || actionsUnderWay_ > 0) return tellLater(std::move(ending), kBusyPatience);
   const ActionUnderWay telling(actionsUnderWay_);
-  std::string pids;
-  std::size_t left = 0;
-  for (const ProcessReference& member : ending.members) {
-    if (!stillRuns(member)) continue;
-    if (left++ < kMostNamedPids) pids += (pids.empty() ? "" : ", ") + std::to_string(member.pid);
-  }
   const std::string all = std::to_string(ending.members.size());
-  if (left == 0) {
-    notify("Quit", "All " + all + " processes of " + ending.name + " have ended.");
-  } else {
-    if (left > kMostNamedPids) pids += ", …";
-    notify("Cannot end all", std::to_string(left) + " of " + all + " processes of " + ending.name +
-                                 " still " + (left == 1 ? "runs" : "run") + " (pid " + pids + ")" +
+  const std::vector<std::int32_t> left = running(ending.members);
+  const std::vector<std::int32_t> newcomers = running(ending.newcomers);
+  if (!left.empty()) {
+    notify("Cannot end all", std::to_string(left.size()) + " of " + all + " processes of " +
+                                 ending.name + stillRun(left) +
                                  (ending.reason.empty() ? "." : ": " + ending.reason));
+  } else if (!newcomers.empty()) {
+    notify("Cannot end all", "All " + all + " processes of " + ending.name + " have ended, but " +
+                                 std::to_string(newcomers.size()) + " that began since" +
+                                 stillRun(newcomers) + ".");
+  } else {
+    notify("Quit", "All " + all + " processes of " + ending.name + " have ended.");
   }
   refresh();
 }

@@ -104,6 +104,44 @@ TEST_F(FamilyActions, OnlyThoseThatWereNamedAreEnded) {
   EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{10, true}, ScriptedSignal{11, true}));
 }
 
+TEST_F(FamilyActions, ForceQuitReadsTheTreeAgainBeforeItGoesOn) {
+  frontEnd_.whileAlertIsOpen = [](const Alert&) {
+    // It has become part of other work meanwhile.
+    addMember(30, 1, "launcher", 90);
+    machine().find(30)->identity = 30;
+    machine().find(12)->parent = 30;
+  };
+  std::vector<int> scans;
+  machine().beforeSignal = [&scans](std::int32_t) { scans.push_back(machine().pidListings); };
+  choose(11, Action::forceFamily);
+  EXPECT_THAT(machine().signals, ElementsAre(ScriptedSignal{10, true}, ScriptedSignal{11, true}));
+  ASSERT_EQ(scans.size(), 2U);
+  EXPECT_GT(scans[1], scans[0]);
+  frontEnd_.advance(2);
+  EXPECT_EQ(lastAlert(), "1 of 3 processes of Training: train.py still runs (pid 12).");
+}
+
+TEST_F(FamilyActions, WhatBeganSinceTheQuestionIsToldOf) {
+  frontEnd_.whileAlertIsOpen = [](const Alert& alert) {
+    if (alert.buttons.size() == 2) addMember(13, 10, "python3", 700);
+  };
+  choose(11, Action::forceFamily);
+  EXPECT_EQ(machine().signals.size(), 3U);
+  frontEnd_.advance(2);
+  ASSERT_EQ(frontEnd_.alerts.size(), 2U);
+  EXPECT_EQ(lastAlert(),
+            "All 3 processes of Training: train.py have ended, but 1 that began since still runs "
+            "(pid 13).");
+}
+
+TEST_F(FamilyActions, EachThatIsEndedIsNamed) {
+  for (std::int32_t pid = 100; pid < 120; ++pid) addMember(pid, 10, "helper", 3);
+  controller().menuNeedsUpdate();
+  frontEnd_.answers = {kCancels};
+  choose(11, Action::forceFamily);
+  EXPECT_THAT(lastAlert(), HasSubstr("\nhelper  ·  pid 116\nand 3 more  ·  pid 117, 118, 119\n"));
+}
+
 TEST_F(FamilyActions, ARefusalIsExplained) {
   machine().find(12)->signalError = EPERM;
   choose(11, Action::forceFamily);
