@@ -81,6 +81,26 @@ TEST_F(ProcessReaderTest, PassesOverWhatIsNoProgram) {
   EXPECT_FALSE(reader_.read(4, facts_)) << "hidden: nothing of it can be read";
 }
 
+TEST_F(ProcessReaderTest, LooksForSharedMemoryOnlyWhereThereIsMuch) {
+  setSwap(100, 100);
+  const auto pages = [](std::uint64_t megabytes) {
+    return std::to_string((megabytes << 20) / static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)));
+  };
+  // Who reads this would find a lot.
+  folder_.write("7/status", "RssAnon: 1 kB\nRssFile: 1048576 kB\nRssShmem: 524288 kB\n");
+  folder_.write("7/statm", "900000 " + pages(300) + " " + pages(255) + " 1 0 1 0\n");
+  reader_.pids();
+  reader_.footprint(7);
+  EXPECT_FALSE(reader_.sharedMemory(7));
+  folder_.write("7/statm", "900000 " + pages(300) + " " + pages(256) + " 1 0 1 0\n");
+  reader_.footprint(7);
+  const auto shared = reader_.sharedMemory(7);
+  ASSERT_TRUE(shared);
+  EXPECT_EQ(shared->fileBytes, 1ULL << 30);
+  EXPECT_EQ(shared->sharedBytes, 512ULL << 20);
+  EXPECT_FALSE(reader_.sharedMemory(8)) << "another than was asked last";
+}
+
 TEST_F(ProcessReaderTest, CountsResidentMemoryWithoutSwap) {
   setSwap(100, 100);
   folder_.write("7/statm", "5000 1300 300 20 0 700 0\n");
