@@ -8,6 +8,7 @@
 //   BENCH_THREADS     sleep in so many threads
 //   BENCH_SHARED      file descriptor whose content to map, as libraries are
 //   BENCH_REWRITTEN   put blanks between the arguments, as browsers' helpers do ("" : don't)
+//   BENCH_COPIES      start so many more processes like this one
 //   BENCH_READY       file descriptor to write one byte to when all of that is done
 #include <grp.h>
 #include <pthread.h>
@@ -73,6 +74,18 @@ void startThreads(long count) {
   }
 }
 
+/// They end with this process, as it does with its parent.
+void startCopies(long count) {
+  const pid_t self = getpid();
+  for (long i = 0; i < count; ++i) {
+    const pid_t copy = fork();
+    require(copy >= 0, "BENCH_COPIES");
+    if (copy != 0) continue;
+    dieWithParent(self);
+    for (;;) pause();
+  }
+}
+
 void mapShared(int file) {
   struct stat status = {};
   require(fstat(file, &status) == 0, "BENCH_SHARED");
@@ -92,6 +105,7 @@ int main(int argc, char** argv) {
   becomeOwner(number("BENCH_OWNER"));
   dieWithParent(number("BENCH_PARENT"));
   keepBusy(static_cast<std::size_t>(number("BENCH_MEMORY_KIB")) << 10);
+  startCopies(number("BENCH_COPIES"));
   startThreads(number("BENCH_THREADS"));
   mapShared(static_cast<int>(number("BENCH_SHARED")));
   const auto ready = static_cast<int>(number("BENCH_READY"));

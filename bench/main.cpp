@@ -6,6 +6,7 @@
 
 #include "options.h"
 #include "parts.h"
+#include "population.h"
 #include "report.h"
 
 namespace {
@@ -25,9 +26,11 @@ int main(int argc, char** argv) {
     return 0;
   }
   const bench::Options options = bench::parseOptions(argc, argv);
+  bench::rememberArguments(argc, argv);
   comeFirst();
   bench::Report report;
   if (options.wants("refresh") || options.wants("peers")) measureRefresh(options, report);
+  if (options.wants("work")) measureWork(options, report);
   if (options.wants("steps")) measureSteps(options, report);
   if (options.wants("credentials")) measureCredentials(options, report);
   if (options.wants("growth")) measureGrowth(options, report);

@@ -10,6 +10,10 @@ namespace bench {
 /// keeps, for each size of population.
 void measureRefresh(const Options& options, Report& report);
 
+/// A whole refresh where there are 40 AI workloads, a family of 13 among them, and 2 graphics
+/// cards, against the floor, and that against the same without any, for each size of population.
+void measureWork(const Options& options, Report& report);
+
 /// Classifying, naming, redacting, masking, sorting and building the menu, each alone.
 void measureSteps(const Options& options, Report& report);
 

@@ -13,8 +13,11 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <set>
+#include <span>
 #include <stdexcept>
+#include <string_view>
 
 #include "tools/argument_pointers.h"
 
@@ -23,6 +26,7 @@ namespace {
 
 constexpr std::size_t kSharedSize = std::size_t{3} << 20;
 constexpr int kFirstOtherOwner = 61000;  // users that own nothing else
+std::span<char> ownArguments;
 
 [[noreturn]] void fail(const char* what) {
   std::perror(what);
@@ -97,6 +101,7 @@ pid_t start(const IdleProcess& process, pid_t parent, int shared, int ready) {
       "BENCH_THREADS=" + std::to_string(process.threads),
       "BENCH_SHARED=" + std::to_string(shared),
       "BENCH_REWRITTEN=" + std::string(process.rewritten ? "1" : ""),
+      "BENCH_COPIES=" + std::to_string(process.copies),
       "BENCH_READY=" + std::to_string(ready),
   };
   std::vector<std::string> arguments = process.arguments;
@@ -118,9 +123,19 @@ bool awaitByte(int pipe) {
   return length == 1;
 }
 
+/// The minder's command line becomes "init": who started all is no part of what it started, as on
+/// a real machine.
+void standForTheFirstProcess() {
+  constexpr std::string_view kName = "init";
+  if (ownArguments.size() <= kName.size()) return;
+  std::ranges::fill(ownArguments, '\0');
+  std::ranges::copy(kName, ownArguments.begin());
+}
+
 /// Starts the population, says so, and ends it when `hold` has no other end any more.
 [[noreturn]] void mind(const std::vector<IdleProcess>& plan, pid_t bench, int hold, int started) {
   require(setpgid(0, 0) == 0, "setpgid");
+  standForTheFirstProcess();
   require(prctl(PR_SET_PDEATHSIG, SIGKILL) == 0, "prctl");
   if (getppid() != bench) _exit(0);
   allowLongCommandLines();
@@ -148,6 +163,11 @@ bool awaitByte(int pipe) {
 }
 
 }  // namespace
+
+void rememberArguments(int argc, char** argv) {
+  const char* const end = argv[argc - 1] + std::strlen(argv[argc - 1]) + 1;
+  ownArguments = {argv[0], static_cast<std::size_t>(end - argv[0])};
+}
 
 Population::Population(const std::vector<IdleProcess>& plan) {
   linkExecutables(plan);

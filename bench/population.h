@@ -8,6 +8,9 @@
 
 namespace bench {
 
+/// Where this program's arguments stand, for Population; to be called first.
+void rememberArguments(int argc, char** argv);
+
 /// Idle processes to look at, alive as long as this object. They are the children of one
 /// process of their own, their minder, which is in a process group of its own. When the bench
 /// ends in whatever way, the kernel kills the minder, and with it the processes.

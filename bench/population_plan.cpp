@@ -6,6 +6,9 @@
 namespace bench {
 namespace {
 
+/// Whether a scan lists a process, and why.
+enum class Listing { passedOver, large, aiWork };
+
 /// A kind of process. In `line`, "%" stands for a number that differs from one process to the
 /// next, and blanks part the arguments.
 struct Kind {
@@ -15,14 +18,15 @@ struct Kind {
   int owner;
   int memoryKiB;
   int threads;
-  bool kept;  ///< a scan lists it
+  Listing listing;
   std::string_view line;
 };
 
 constexpr bool kRewritten = true;
 constexpr bool kAsStarted = false;
-constexpr bool kKept = true;
-constexpr bool kPassedOver = false;
+constexpr Listing kLarge = Listing::large;
+constexpr Listing kAiWork = Listing::aiWork;
+constexpr Listing kPassedOver = Listing::passedOver;
 
 constexpr auto kKinds = std::to_array<Kind>({
     // A browser and desktop applications built on one: helpers that rewrite their lines.
@@ -48,7 +52,7 @@ constexpr auto kKinds = std::to_array<Kind>({
      "--enable-sandbox --enable-blink-features=HighlightAPI --lang=en-US "
      "--num-raster-threads=4 --renderer-client-id=% --launch-time-ticks=% "
      "--field-trial-handle=3,i,%,%,262144 --vscode-window-config=vscode:%-1b2d"},
-    {10, "chrome", kAsStarted, 0, 65536, 28, kKept,
+    {10, "chrome", kAsStarted, 0, 65536, 28, kLarge,
      "/opt/google/chrome/chrome --profile-directory=Profile% --no-default-browser-check "
      "--restore-last-session --enable-features=UseOzonePlatform --ozone-platform=wayland"},
     // Editors and what they start.
@@ -109,27 +113,27 @@ constexpr auto kKinds = std::to_array<Kind>({
      "/usr/bin/docker-proxy -proto tcp -port-ip 0.0.0.0 -port 8% -container-ip 172.17.0.% "
      "-container-port 80% -use-listen-fd"},
     // AI workloads.
-    {6, "python3", kAsStarted, 0, 1024, 40, kKept,
+    {6, "python3", kAsStarted, 0, 1024, 40, kAiWork,
      "/home/ada/venv/bin/python3 -m vllm.entrypoints.openai.api_server --model "
      "meta-llama/Llama-3-8B-Instruct --served-model-name llama-% --port 8% --api-key sk-% "
      "--tensor-parallel-size 2 --gpu-memory-utilization 0.92 --max-model-len 8192"},
-    {6, "llama-server", kAsStarted, 5, 1024, 18, kKept,
+    {6, "llama-server", kAsStarted, 5, 1024, 18, kAiWork,
      "/usr/local/bin/llama-server -m /models/Meta-Llama-3-8B-Instruct.Q4_K_M.gguf --host 0.0.0.0 "
      "--port 8% --ctx-size 8192 --n-gpu-layers 99 --threads 8"},
-    {4, "ollama", kAsStarted, 0, 1024, 18, kKept,
+    {4, "ollama", kAsStarted, 0, 1024, 18, kAiWork,
      "/usr/local/bin/ollama runner --model /usr/share/ollama/.ollama/models/blobs/sha256-6a0746a1%"
      " --ctx-size 8192 --batch-size 512 --n-gpu-layers 33 --threads 8 --parallel 4 --port 4%"},
-    {8, "python3", kAsStarted, 0, 1024, 36, kKept,
+    {8, "python3", kAsStarted, 0, 1024, 36, kAiWork,
      "/home/ada/venv/bin/python3 /home/ada/venv/bin/torchrun --nproc_per_node=8 --master_port=2% "
      "train_lora.py --model_name_or_path meta-llama/Llama-2-7b-hf --lora_rank 16 --lora_alpha 32 "
      "--num_train_epochs 3 --output_dir /data/runs/run-% --hf-token hf_% --deepspeed zero3.json"},
-    {6, "python3", kAsStarted, 5, 1024, 24, kKept,
+    {6, "python3", kAsStarted, 5, 1024, 24, kAiWork,
      "/home/grace/venv/bin/python3 finetune.py --base-model mistralai/Mistral-7B-v0.3 --seed % "
      "--gradient_accumulation_steps 8 --learning-rate 2e-4 --output /data/grace/run-%"},
-    {6, "node", kAsStarted, 0, 512, 11, kKept,
+    {6, "node", kAsStarted, 0, 512, 11, kAiWork,
      "/usr/bin/node /home/ada/.npm/_npx/1e2d%/node_modules/.bin/mcp-server-filesystem --stdio "
      "/home/ada/src /home/ada/notes --log-level info"},
-    {4, "python3", kAsStarted, 0, 768, 14, kKept,
+    {4, "python3", kAsStarted, 0, 768, 14, kAiWork,
      "/home/ada/venv/bin/python3 -m jupyter_server.extension.serverextension --port=88% "
      "--ServerApp.token=9f0b% --no-browser --notebook-dir=/home/ada/notebooks"},
 });
@@ -171,7 +175,8 @@ std::vector<IdleProcess> planPopulation(std::size_t count, Mix mix) {
   std::vector<const Kind*> kinds;
   int all = 0;
   for (const auto& kind : kKinds) {
-    if (kind.kept && mix == Mix::ordinary) continue;
+    if (kind.listing != Listing::passedOver && mix == Mix::ordinary) continue;
+    if (kind.listing != Listing::aiWork && mix == Mix::aiWork) continue;
     kinds.push_back(&kind);
     all += kind.share;
   }
@@ -195,6 +200,14 @@ std::vector<IdleProcess> planPopulation(std::size_t count, Mix mix) {
     population.push_back(make(*kinds[furthest], numbers));
   }
   return population;
+}
+
+IdleProcess planTraining() {
+  return {.executable = "python3",
+          .arguments = {"/home/ada/venv/bin/python3", "train_lora.py", "--model_name_or_path",
+                        "meta-llama/Llama-2-7b-hf", "--lora_rank", "16"},
+          .memoryKiB = 1024,
+          .copies = 12};
 }
 
 std::vector<IdleProcess> planCommandLines(std::size_t count, std::size_t length) {

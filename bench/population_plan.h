@@ -14,16 +14,21 @@ struct IdleProcess {
   int owner = 0;           ///< 0: the user who runs the bench; else a user of its own
   int memoryKiB = 0;       ///< memory of its own
   int threads = 1;
+  int copies = 0;  ///< so many more of itself it starts, as its children
 };
 
 /// Which processes a population consists of.
 enum class Mix {
   machine,   ///< what runs on a developer's machine, a few AI workloads among it
   ordinary,  ///< the same without what a scan would keep
+  aiWork,    ///< of the same the AI workloads alone
 };
 
 /// `count` processes, the same in every run.
 std::vector<IdleProcess> planPopulation(std::size_t count, Mix mix);
+
+/// One training with 12 workers that it has started: a family of 13.
+IdleProcess planTraining();
 
 /// `count` processes with command lines of about `length` bytes each, none of them kept.
 std::vector<IdleProcess> planCommandLines(std::size_t count, std::size_t length);

@@ -2,7 +2,7 @@
 # they are is nobody's business here: a test that depends on speed fails by chance.
 #
 #   cmake -D BENCH=<program> -D JSON=<file to write> -P smoke_test.cmake
-execute_process(COMMAND ${BENCH} --parts=refresh,steps,credentials --processes=5,20 --rounds=2 --json=${JSON}
+execute_process(COMMAND ${BENCH} --parts=refresh,work,steps,credentials --processes=5,20 --rounds=2 --json=${JSON}
                 RESULT_VARIABLE status OUTPUT_VARIABLE table)
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "${BENCH} ended with ${status}\n${table}")
@@ -19,6 +19,7 @@ endfunction()
 foreach(count 5 20)
   expect_number(ratios scan/floor@${count})
   expect_number(ratios refresh/floor@${count})
+  expect_number(ratios "refresh with AI work/without@${count}")
   expect_number(milliseconds floor@${count})
   expect_number(memory "sampler memory@${count} (MB)")
   expect_number(spread scan/floor@${count} 0)

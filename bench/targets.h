@@ -17,6 +17,8 @@ inline constexpr auto kTargets = std::to_array<Target>({
     {"scan/floor@2000", 1.10},
     {"refresh/floor@500", 1.25},
     {"refresh/floor@2000", 1.20},
+    {"refresh with AI work/without@500", 1.15},
+    {"refresh with AI work/without@2000", 1.15},
     {"scan/ps@500", 0.30},
     {"scan/ps@2000", 0.30},
     {"scan/psutil@500", 0.20},

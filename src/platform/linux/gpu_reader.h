@@ -80,6 +80,10 @@ class GpuReader {
   std::vector<KfdUse> kfd_;
 };
 
+/// Whom readGpus and awaitGpus ask from now on; nullptr: the machine's own reader. A bench puts one
+/// over folders of its own in its place.
+void replaceGpuReader(GpuReader* reader);
+
 /// Whether this process is in the machine's first pid namespace.
 bool isInFirstPidNamespace();
 
