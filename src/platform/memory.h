@@ -10,10 +10,19 @@ struct MemoryInUse {
   double freeBytes = 0;  ///< held by nobody
 };
 
+/// A limit to what the processes of a container may hold together.
+struct MemoryLimit {
+  double totalBytes = 0;  ///< the limit: above 0, and less than is installed
+  MemoryInUse inUse;      ///< what they hold of it
+};
+
 /// What the system tells of its memory.
 struct MemoryReading {
   double totalBytes = 0;             ///< installed memory; 0 when unknown
   std::optional<MemoryInUse> inUse;  ///< empty when the system gives no counts
+  /// The limit that holds every process that can be listed; empty where there is none, as on a
+  /// Mac, and where it holds some of them only.
+  std::optional<MemoryLimit> limit = {};
 };
 
 /// The machine's memory now.

@@ -7,9 +7,16 @@ namespace SystemMemory {
 Snapshot snapshot() {
   constexpr double kBytesPerGB = 1073741824;
   const platform::MemoryReading reading = platform::readMemory();
-  const platform::MemoryInUse inUse = reading.inUse.value_or(platform::MemoryInUse{});
-  return {inUse.usedBytes / kBytesPerGB, reading.totalBytes / kBytesPerGB,
-          inUse.freeBytes / kBytesPerGB};
+  const auto snapshotOf = [](double totalBytes, const platform::MemoryInUse& inUse) {
+    return Snapshot{inUse.usedBytes / kBytesPerGB, totalBytes / kBytesPerGB,
+                    inUse.freeBytes / kBytesPerGB};
+  };
+  if (!reading.limit) {
+    return snapshotOf(reading.totalBytes, reading.inUse.value_or(platform::MemoryInUse{}));
+  }
+  Snapshot snapshot = snapshotOf(reading.limit->totalBytes, reading.limit->inUse);
+  snapshot.isLimit = true;
+  return snapshot;
 }
 
 }  // namespace SystemMemory

@@ -2,11 +2,12 @@
 
 namespace SystemMemory {
 
-/// The machine's memory in GiB.
+/// The machine's memory in GiB or, in a container with a limit to all that is listed, the limit.
 struct Snapshot {
   double usedGB = 0;   ///< held by processes and the kernel
-  double totalGB = 0;  ///< installed
+  double totalGB = 0;  ///< installed, or the limit
   double freeGB = 0;   ///< held by nobody
+  bool isLimit = false;
 };
 
 /// Never fails: what can't be read is 0.

@@ -14,6 +14,7 @@
 #include "text/format.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_limits.h"
+#include "ui/status_tool_tip.h"
 #include "ui/strip_segments.h"
 
 const std::vector<VordaProcess> MenuContent::kNoProcesses;
@@ -75,6 +76,17 @@ std::string usage(const std::string& what, double usedGB, double totalGB) {
   return what + text::format("  %4.1f / %.0f GB used", usedGB, totalGB);
 }
 
+/// A limit may be small, and no whole number.
+MenuItem systemLine(const SystemMemory::Snapshot& sys) {
+  constexpr double kLeastRounded = 10;
+  const bool isRounded = !sys.isLimit || sys.totalGB >= kLeastRounded;
+  MenuItem item =
+      label(isRounded ? usage("System", sys.usedGB, sys.totalGB)
+                      : "System" + text::format("  %4.1f / %.1f GB used", sys.usedGB, sys.totalGB));
+  item.toolTip = StatusToolTip::memoryLines(sys);
+  return item;
+}
+
 /// A line for each card, and for more than there is room for their sum.
 void addGpuLines(Items& items, const std::vector<GpuCard>& cards) {
   GpuCard sum;
@@ -101,7 +113,7 @@ MenuItem largestLine(const char* beginning, double memMB, const VordaProcess& la
 void addSummary(Items& items, const MenuContent& content, const ProcessList& bySize,
                 const ProcessList& training, const ProcessList& servers) {
   constexpr double kLeastLargestMB = 100;
-  items.push_back(label(usage("System", content.sys.usedGB, content.sys.totalGB)));
+  items.push_back(systemLine(content.sys));
   if (content.gpus != nullptr) addGpuLines(items, content.gpus->cards);
   if (!bySize.empty() && bySize.front()->memMB >= kLeastLargestMB) {
     items.push_back(largestLine(kLargestSummary, bySize.front()->memMB, *bySize.front()));

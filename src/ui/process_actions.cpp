@@ -150,6 +150,7 @@ void StatusBarController::removeFromListOptimistically(std::int32_t pid) {
   std::erase_if(processes_, isMeant);
   std::erase_if(gpus_.processes, isMeant);
   std::erase_if(gpus_.unlisted, isMeant);
+  sys_ = SystemMemory::snapshot();
   rebuildMenu();
 }
 

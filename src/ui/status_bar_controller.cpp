@@ -91,6 +91,7 @@ void StatusBarController::perform(std::shared_ptr<const MenuItem> item) {
 
 void StatusBarController::arrange(const MenuArrangement& arrangement) {
   arrangement_ = arrangement;
+  sys_ = SystemMemory::snapshot();
   rebuildMenu();
 }
 
@@ -114,6 +115,7 @@ void StatusBarController::sample() {
   scan_.scan(MenuLimits::kMinMemMB, allLaunchAgents_, processes_, holders);
   gpus_ = GpuSampling::take(processes_, MenuLimits::kMinMemMB, menuIsOpen_,
                             MenuConstruction::shownPids(processes_));
+  sys_ = SystemMemory::snapshot();
   launchAgents_.clear();
   std::ranges::copy_if(allLaunchAgents_, std::back_inserter(launchAgents_),
                        LaunchAgentScanner::isListed);
@@ -123,7 +125,7 @@ void StatusBarController::sample() {
 
 void StatusBarController::updateStatusItem() {
   frontEnd_.setTitle(kStatusTitle);
-  frontEnd_.setToolTip(StatusToolTip::of(processes_, waits_.refresh));
+  frontEnd_.setToolTip(StatusToolTip::of(processes_, waits_.refresh, sys_));
 }
 
 void StatusBarController::updateStrip() {
@@ -133,14 +135,14 @@ void StatusBarController::updateStrip() {
   const auto gpus = gpuTrack(gpus_, MenuLimits::kMaxStripSegments);
   const bool hasGpus = strip.gpu && gpus;
   if (hasGpus) strip.gpu = gpus;
-  const bool isKnown = applyPressureStrip(strip, SystemMemory::snapshot(), top);
+  const bool isKnown = applyPressureStrip(strip, sys_, top);
   if (isKnown || hasGpus) frontEnd_.stripChanged(strip);
 }
 
 void StatusBarController::rebuildMenu() {
   rootMenu_ = std::make_shared<const Menu>(MenuConstruction::build(
-      {processes_, launchAgents_, SystemMemory::snapshot(), &unfinishedQuits_,
-       launchAgentOperations_, &gpus_, scan_.unlistedMembers(), &arrangement_}));
+      {processes_, launchAgents_, sys_, &unfinishedQuits_, launchAgentOperations_, &gpus_,
+       scan_.unlistedMembers(), &arrangement_}));
   frontEnd_.menuRebuilt(rootMenu_);
 }
 

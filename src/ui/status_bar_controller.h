@@ -11,6 +11,7 @@
 #include "launch_agents/vorda_launch_agent.h"
 #include "scanner/gpu_sample.h"
 #include "scanner/repeated_scan.h"
+#include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
 #include "ui/alerts.h"
 #include "ui/family_view.h"
@@ -141,6 +142,7 @@ class StatusBarController : public MenuDelegate {
   ProcessScanner::RepeatedScan scan_;
   std::vector<VordaProcess> processes_;
   GpuSample gpus_;
+  SystemMemory::Snapshot sys_;
   std::vector<VordaLaunchAgent> allLaunchAgents_;  ///< as they were scanned
   std::vector<VordaLaunchAgent> launchAgents_;     ///< those of interest
   /// Under way, or ended and not told yet.

@@ -27,6 +27,18 @@ TEST(SystemMemorySnapshot, StillTellsTheTotalWhenCountsCannotBeRead) {
   EXPECT_EQ(snapshot.freeGB, 0);
 }
 
+TEST(SystemMemorySnapshot, IsOfTheLimitWhereThereIsOne) {
+  resetMachine();
+  machine().memory.limit = platform::MemoryLimit{4 * kGiB, {3 * kGiB, 0.5 * kGiB}};
+  const auto snapshot = SystemMemory::snapshot();
+  EXPECT_TRUE(snapshot.isLimit);
+  EXPECT_EQ(snapshot.totalGB, 4);
+  EXPECT_EQ(snapshot.usedGB, 3);
+  EXPECT_EQ(snapshot.freeGB, 0.5);
+  machine().memory.limit.reset();
+  EXPECT_FALSE(SystemMemory::snapshot().isLimit);
+}
+
 TEST(PageCounts, UsedIsWiredAppAndCompressed) {
   const platform::PageCounts pages{
       .free = 7, .speculative = 3, .wired = 100, .purgeable = 20, .internal = 50, .compressor = 5};

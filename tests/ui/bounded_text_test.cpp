@@ -102,7 +102,7 @@ INSTANTIATE_TEST_SUITE_P(
         Place{"ProtectedProcessRow", [] { return processRow(true); }, 8},
         Place{"AgentRow", [] { return all(MenuConstruction::launchAgentItem(launchAgent())); }, 1},
         Place{"Largest", &largest, 1}, Place{"StripDescription", &description, 1},
-        Place{"StatusToolTip", [] { return StatusToolTip::of({process(false)}, 5); }, 1},
+        Place{"StatusToolTip", [] { return StatusToolTip::of({process(false)}, 5, {}); }, 1},
         Place{"Details", [] { return all(Alerts::details(process(false))); }, 4},
         Place{"ForceQuit", [] { return all(Alerts::forceQuit(process(false))); }, 1},
         Place{"Protected", [] { return Alerts::protectedMessage(process(true)); }, 2},

@@ -239,6 +239,18 @@ TEST_F(MenuConstructionTest, TheStripIsEmptyWhenTheMemoryIsUnknown) {
   EXPECT_THAT(titles(), Contains("System   0.0 / 0 GB used"));
 }
 
+TEST_F(MenuConstructionTest, ALimitIsTheSystemAndTheStrip) {
+  processes_ = {process(1, 512)};
+  sys_ = {.usedGB = 0.26, .totalGB = 0.5, .isLimit = true};
+  const Menu limited = menu();
+  EXPECT_EQ(limited.items[1].title, "System   0.3 / 0.5 GB used");
+  EXPECT_EQ(limited.items[1].toolTip, "Limit of this container: 512 MB");
+  EXPECT_EQ(limited.items[0].strip->segments.front().fraction, 1.0);
+  EXPECT_DOUBLE_EQ(limited.items[0].strip->pressure, 0.52);
+  sys_.totalGB = 64;
+  EXPECT_EQ(menu().items[1].title, "System   0.3 / 64 GB used");
+}
+
 TEST_F(MenuConstructionTest, NamesTheLargestFromAHundredMegabytesOn) {
   processes_ = {process(1, 99.9)};
   EXPECT_EQ(titles().at(2), "Training / fine-tunes  none");

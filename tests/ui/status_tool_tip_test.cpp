@@ -18,7 +18,7 @@ struct ToolTipRow {
 class StatusToolTipOf : public testing::TestWithParam<ToolTipRow> {};
 
 TEST_P(StatusToolTipOf, Says) {
-  EXPECT_EQ(StatusToolTip::of(GetParam().processes, 5), GetParam().expected);
+  EXPECT_EQ(StatusToolTip::of(GetParam().processes, 5, {}), GetParam().expected);
 }
 
 VordaProcess process(const char* name, double memMB, LabRole role = LabRole::none) {
@@ -45,5 +45,13 @@ INSTANTIATE_TEST_SUITE_P(
                                {process("x\nHalvek", 600)},
                                "Vorda\nLargest: 600 MB — x\uFFFDHalvek\nHalvek"}),
     rowName<ToolTipRow>);
+
+TEST(StatusToolTip, TellsOfALimitBesideWhatItAlwaysSays) {
+  const SystemMemory::Snapshot sys{.usedGB = 1, .totalGB = 1.5, .isLimit = true};
+  EXPECT_EQ(StatusToolTip::of({}, 5, sys),
+            "Vorda — auto-refresh every 5s\nLimit of this container: 1.50 GB\nHalvek");
+  EXPECT_EQ(StatusToolTip::of({process("blender", 512)}, 5, sys),
+            "Vorda\nLargest: 512 MB — blender\nLimit of this container: 1.50 GB\nHalvek");
+}
 
 }  // namespace

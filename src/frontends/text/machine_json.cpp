@@ -59,6 +59,7 @@ void addMachine(text::JsonWriter& json, const SystemMemory::Snapshot& sys) {
   json.member("memoryTotalBytes", bytesOfGB(sys.totalGB));
   json.member("memoryUsedBytes", bytesOfGB(sys.usedGB));
   json.member("memoryFreeBytes", bytesOfGB(sys.freeGB));
+  json.member("memoryIsLimited", sys.isLimit);
   json.member("pressure", pressure);
   json.member("pressureLevel", pressureWord(pressureLevel(pressure)));
   json.endObject();

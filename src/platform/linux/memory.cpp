@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/linux/file_reader.h"
+#include "platform/linux/memory_limit.h"
 #include "platform/linux/process_status.h"
 #include "platform/linux/procfs.h"
 
@@ -47,7 +48,10 @@ MemoryReading readMemory(const ProcFs& proc) {
 }
 
 MemoryReading readMemory() {
-  return readMemory(systemProc());
+  static MemoryLimitReader limits(systemProc());
+  MemoryReading reading = readMemory(systemProc());
+  reading.limit = limits.read(reading.totalBytes);
+  return reading;
 }
 
 }  // namespace platform

@@ -15,8 +15,8 @@ bool isSwapInUse(std::string_view memInfo);
 
 class ProcFs;
 
-/// As in platform/memory.h, from one proc file system. The total is known even without meminfo
-/// there.
+/// As in platform/memory.h, from one proc file system, but for the limit. The total is known even
+/// without meminfo there.
 MemoryReading readMemory(const ProcFs& proc);
 
 }  // namespace platform

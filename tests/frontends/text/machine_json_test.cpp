@@ -41,8 +41,8 @@ TEST(MachineJson, HoldsAllThatIsKnown) {
                          .launchAgents = launchAgents}),
             R"({"format":1,"version":"1.2.3","time":"2025-11-24T16:00:00Z",)"
             R"("machine":{"system":"Linux","memoryTotalBytes":17179869184,)"
-            R"("memoryUsedBytes":8589934592,"memoryFreeBytes":4831838208,"pressure":0.5,)"
-            R"("pressureLevel":"low"},)"
+            R"("memoryUsedBytes":8589934592,"memoryFreeBytes":4831838208,)"
+            R"("memoryIsLimited":false,"pressure":0.5,"pressureLevel":"low"},)"
             R"("processes":[{"pid":312,"name":"LoRA fine-tune: Llama 3 8B",)"
             R"("product":"Fine-tune","role":"training","memoryBytes":1611137024,)"
             R"("owner":"grace","protected":true,"ageSeconds":60,"processesBelow":2,)"
@@ -55,12 +55,18 @@ TEST(MachineJson, HoldsAllThatIsKnown) {
             "\n");
 }
 
+TEST(MachineJson, SaysThatItsFiguresAreALimits) {
+  const SystemMemory::Snapshot sys{.usedGB = 1, .totalGB = 2, .isLimit = true};
+  EXPECT_THAT(machineJson({.version = "1.2.3", .time = kTime, .sys = sys}),
+              testing::HasSubstr(R"("memoryIsLimited":true)"));
+}
+
 TEST(MachineJson, OfAMachineThatTellsNothingIsStillWhole) {
   EXPECT_EQ(machineJson({.version = "1.2.3", .time = kTime}),
             R"({"format":1,"version":"1.2.3","time":"2025-11-24T16:00:00Z",)"
             R"("machine":{"system":"Linux","memoryTotalBytes":0,"memoryUsedBytes":0,)"
-            R"("memoryFreeBytes":0,"pressure":0,"pressureLevel":"low"},"processes":[],)"
-            R"("gpus":[],"families":[],"launchAgents":[]})"
+            R"("memoryFreeBytes":0,"memoryIsLimited":false,"pressure":0,"pressureLevel":"low"},)"
+            R"("processes":[],"gpus":[],"families":[],"launchAgents":[]})"
             "\n");
 }
 
