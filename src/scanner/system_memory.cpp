@@ -11,11 +11,20 @@ Snapshot snapshot() {
     return Snapshot{inUse.usedBytes / kBytesPerGB, totalBytes / kBytesPerGB,
                     inUse.freeBytes / kBytesPerGB};
   };
-  if (!reading.limit) {
-    return snapshotOf(reading.totalBytes, reading.inUse.value_or(platform::MemoryInUse{}));
+  const auto inGB = [](std::optional<double> bytes) {
+    return bytes ? std::optional(*bytes / kBytesPerGB) : std::nullopt;
+  };
+  Snapshot snapshot;
+  if (reading.limit) {
+    snapshot = snapshotOf(reading.limit->totalBytes, reading.limit->inUse);
+    snapshot.isLimit = true;
+    snapshot.swappedGB = inGB(reading.limit->swappedBytes);
+    snapshot.stalls = reading.limit->stalls ? reading.limit->stalls : reading.stalls;
+  } else {
+    snapshot = snapshotOf(reading.totalBytes, reading.inUse.value_or(platform::MemoryInUse{}));
+    snapshot.swappedGB = inGB(reading.swappedBytes);
+    snapshot.stalls = reading.stalls;
   }
-  Snapshot snapshot = snapshotOf(reading.limit->totalBytes, reading.limit->inUse);
-  snapshot.isLimit = true;
   return snapshot;
 }
 

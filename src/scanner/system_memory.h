@@ -1,5 +1,9 @@
 #pragma once
 
+#include <optional>
+
+#include "platform/memory.h"
+
 namespace SystemMemory {
 
 /// The machine's memory in GiB or, in a container with a limit to all that is listed, the limit.
@@ -8,6 +12,9 @@ struct Snapshot {
   double totalGB = 0;  ///< installed, or the limit
   double freeGB = 0;   ///< held by nobody
   bool isLimit = false;
+  std::optional<double> swappedGB = {};  ///< swap in use; none where the system doesn't tell
+  /// None where the system doesn't tell. Of a limit: of those that it holds, else of the machine.
+  std::optional<platform::MemoryStalls> stalls = {};
 };
 
 /// Never fails: what can't be read is 0.

@@ -30,8 +30,24 @@ std::string of(const std::vector<VordaProcess>& processes, double refreshInterva
 
 std::string memoryLines(const SystemMemory::Snapshot& sys) {
   constexpr double kMBPerGB = 1024;
-  if (!sys.isLimit) return {};
-  return "Limit of this container: " + MemoryFormat::detail(sys.totalGB * kMBPerGB);
+  constexpr double kLeastSwappedMB = 1;
+  constexpr double kLeastStalled = 1;  // percent
+  std::string lines;
+  const auto add = [&lines](const std::string& line) {
+    lines += (lines.empty() ? "" : "\n") + line;
+  };
+  if (sys.isLimit) {
+    add("Limit of this container: " + MemoryFormat::detail(sys.totalGB * kMBPerGB));
+  }
+  const double swappedMB = sys.swappedGB.value_or(0) * kMBPerGB;
+  if (swappedMB >= kLeastSwappedMB) {
+    add("Swap in use: " + MemoryFormat::detail(swappedMB));
+  }
+  if (sys.stalls && sys.stalls->some >= kLeastStalled) {
+    add(text::format("Waiting for memory: some %.0f%%, all %.0f%% of the last 10 s",
+                     sys.stalls->some, sys.stalls->full));
+  }
+  return lines;
 }
 
 }  // namespace StatusToolTip

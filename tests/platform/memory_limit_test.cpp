@@ -95,11 +95,24 @@ TEST(MemoryLimit, IsReadInVersionOneToo) {
   world.file("memory.limit_in_bytes", 1024 * kMiB);
   world.file("memory.usage_in_bytes", 300 * kMiB);
   world.file("memory.stat",
-             "inactive_file 0\ntotal_inactive_file 20971520\ntotal_active_file 31457280\n");
+             "inactive_file 0\ntotal_inactive_file 20971520\ntotal_active_file 31457280\n"
+             "swap 1\ntotal_swap 5\n");
   const auto limit = world.read();
   ASSERT_TRUE(limit);
+  EXPECT_EQ(limit->swappedBytes, 5);
   EXPECT_EQ(limit->totalBytes, 1024.0 * kMiB);
   EXPECT_EQ(limit->inUse.usedBytes, 250.0 * kMiB);
+}
+
+TEST(MemoryLimit, TellsSwapAndStallsWhereTheKernelDoes) {
+  const World world;
+  world.group("", 1024);
+  EXPECT_FALSE(world.read()->swappedBytes);
+  EXPECT_FALSE(world.read()->stalls);
+  world.file("memory.swap.current", 7 * kMiB);
+  world.file("memory.pressure", "some avg10=4.00 \nfull avg10=2.00 \n");
+  EXPECT_EQ(world.read()->swappedBytes, 7.0 * kMiB);
+  EXPECT_EQ(world.read()->stalls, (platform::MemoryStalls{4, 2}));
 }
 
 TEST(MemoryLimit, OfVersionOneHoldsWhatIsBelowOnlyWhereItIsToldTo) {

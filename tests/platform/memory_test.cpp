@@ -87,6 +87,50 @@ constexpr MemInfoRow kMemInfoRows[] = {
 
 INSTANTIATE_TEST_SUITE_P(Table, MemoryIn, testing::ValuesIn(kMemInfoRows), rowName<MemInfoRow>);
 
+struct StallRow {
+  const char* name;
+  const char* text;
+  std::optional<platform::MemoryStalls> expected;
+};
+
+class StallsIn : public testing::TestWithParam<StallRow> {};
+
+TEST_P(StallsIn, AreWhatTheLinesSay) {
+  EXPECT_EQ(platform::stallsIn(GetParam().text), GetParam().expected);
+}
+
+constexpr StallRow kStallRows[] = {
+    {"AsTheKernelWritesThem",
+     "some avg10=12.34 avg60=5.00 avg300=1.00 total=9135449\n"
+     "full avg10=3.21 avg60=2.00 avg300=0.00 total=3281065\n",
+     platform::MemoryStalls{12.34, 3.21}},
+    {"WithoutFull", "some avg10=7.00 avg60=0.00 avg300=0.00 total=1", platform::MemoryStalls{7, 0}},
+    {"WithoutSome", "full avg10=7.00 avg60=0.00 avg300=0.00 total=1\n", std::nullopt},
+    {"AllOfTheTime", "some avg10=100.00\n", platform::MemoryStalls{100, 0}},
+    {"MoreThanThat", "some avg10=100.01\n", std::nullopt},
+    {"LessThanNothing", "some avg10=-1.00\n", std::nullopt},
+    {"NoNumber", "some avg10=nan\n", std::nullopt},
+    {"NothingThere", "some avg10=\n", std::nullopt},
+    {"ALongerWord", "somewhat avg10=7.00\n", std::nullopt},
+    {"Nothing", "", std::nullopt},
+};
+
+INSTANTIATE_TEST_SUITE_P(Table, StallsIn, testing::ValuesIn(kStallRows), rowName<StallRow>);
+
+TEST(SwappedMemory, IsWhatIsNotFreeOfTheSwap) {
+  EXPECT_EQ(platform::memoryIn("SwapTotal: 100 kB\nSwapFree: 60 kB\n").swappedBytes, 40 * kKiB);
+  EXPECT_EQ(platform::memoryIn("SwapTotal: 1 kB\nSwapFree: 2 kB\n").swappedBytes, 0);
+  EXPECT_EQ(platform::memoryIn("SwapTotal: 0 kB\nSwapFree: 0 kB\n").swappedBytes, 0);
+  EXPECT_FALSE(platform::memoryIn("SwapTotal: 100 kB\n").swappedBytes);
+}
+
+TEST(ReadMemory, TellsForHowLongProcessesWaited) {
+  const TempFolder folder;
+  folder.write("pressure/memory", "some avg10=1.50 avg60=0.00 avg300=0.00 total=1\n");
+  const auto reading = platform::readMemory(platform::ProcFs(folder.path().c_str()));
+  EXPECT_EQ(reading.stalls, (platform::MemoryStalls{1.5, 0}));
+}
+
 TEST(SwapIsInUse, WhenSomethingIsSwappedOutOrNobodyKnows) {
   EXPECT_FALSE(platform::isSwapInUse("SwapTotal: 0 kB\nSwapFree: 0 kB\n"));
   EXPECT_FALSE(platform::isSwapInUse("SwapTotal: 100 kB\nSwapFree: 100 kB\n"));

@@ -39,6 +39,24 @@ TEST(SystemMemorySnapshot, IsOfTheLimitWhereThereIsOne) {
   EXPECT_FALSE(SystemMemory::snapshot().isLimit);
 }
 
+TEST(SystemMemorySnapshot, TellsSwapAndStallsOfTheMachineOrOfTheLimit) {
+  resetMachine();
+  EXPECT_FALSE(SystemMemory::snapshot().swappedGB);
+  EXPECT_FALSE(SystemMemory::snapshot().stalls);
+  machine().memory.swappedBytes = 2 * kGiB;
+  machine().memory.stalls = platform::MemoryStalls{10, 5};
+  EXPECT_EQ(SystemMemory::snapshot().swappedGB, 2);
+  EXPECT_EQ(SystemMemory::snapshot().stalls, (platform::MemoryStalls{10, 5}));
+
+  machine().memory.limit = platform::MemoryLimit{4 * kGiB, {3 * kGiB, 0}};
+  EXPECT_FALSE(SystemMemory::snapshot().swappedGB);
+  EXPECT_EQ(SystemMemory::snapshot().stalls, (platform::MemoryStalls{10, 5}));
+  machine().memory.limit->swappedBytes = kGiB;
+  machine().memory.limit->stalls = platform::MemoryStalls{1, 0};
+  EXPECT_EQ(SystemMemory::snapshot().swappedGB, 1);
+  EXPECT_EQ(SystemMemory::snapshot().stalls, (platform::MemoryStalls{1, 0}));
+}
+
 TEST(PageCounts, UsedIsWiredAppAndCompressed) {
   const platform::PageCounts pages{
       .free = 7, .speculative = 3, .wired = 100, .purgeable = 20, .internal = 50, .compressor = 5};

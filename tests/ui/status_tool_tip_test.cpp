@@ -46,12 +46,43 @@ INSTANTIATE_TEST_SUITE_P(
                                "Vorda\nLargest: 600 MB — x\uFFFDHalvek\nHalvek"}),
     rowName<ToolTipRow>);
 
-TEST(StatusToolTip, TellsOfALimitBesideWhatItAlwaysSays) {
-  const SystemMemory::Snapshot sys{.usedGB = 1, .totalGB = 1.5, .isLimit = true};
+struct MemoryRow {
+  const char* name;
+  SystemMemory::Snapshot sys;
+  const char* expected;
+};
+
+class MemoryLines : public testing::TestWithParam<MemoryRow> {};
+
+TEST_P(MemoryLines, Say) {
+  EXPECT_EQ(StatusToolTip::memoryLines(GetParam().sys), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, MemoryLines,
+    testing::Values(
+        MemoryRow{"NothingBeyondTheUsual", {.usedGB = 8, .totalGB = 16}, ""},
+        MemoryRow{"NothingThatIsWorthAWord",
+                  {.swappedGB = 0.0009, .stalls = platform::MemoryStalls{0.99, 0.5}},
+                  ""},
+        MemoryRow{"ALimit", {.totalGB = 1.5, .isLimit = true}, "Limit of this container: 1.50 GB"},
+        MemoryRow{"Swap", {.swappedGB = 0.25}, "Swap in use: 256 MB"},
+        MemoryRow{"Stalls",
+                  {.stalls = platform::MemoryStalls{12.4, 3}},
+                  "Waiting for memory: some 12%, all 3% of the last 10 s"},
+        MemoryRow{
+            "All",
+            {.totalGB = 2, .isLimit = true, .swappedGB = 2, .stalls = platform::MemoryStalls{1, 0}},
+            "Limit of this container: 2.00 GB\nSwap in use: 2.00 GB\n"
+            "Waiting for memory: some 1%, all 0% of the last 10 s"}),
+    rowName<MemoryRow>);
+
+TEST(StatusToolTip, HasTheLinesOfTheMemoryBeforeItsLast) {
+  const SystemMemory::Snapshot sys{.swappedGB = 1};
   EXPECT_EQ(StatusToolTip::of({}, 5, sys),
-            "Vorda — auto-refresh every 5s\nLimit of this container: 1.50 GB\nHalvek");
+            "Vorda — auto-refresh every 5s\nSwap in use: 1.00 GB\nHalvek");
   EXPECT_EQ(StatusToolTip::of({process("blender", 512)}, 5, sys),
-            "Vorda\nLargest: 512 MB — blender\nLimit of this container: 1.50 GB\nHalvek");
+            "Vorda\nLargest: 512 MB — blender\nSwap in use: 1.00 GB\nHalvek");
 }
 
 }  // namespace

@@ -60,6 +60,13 @@ void addMachine(text::JsonWriter& json, const SystemMemory::Snapshot& sys) {
   json.member("memoryUsedBytes", bytesOfGB(sys.usedGB));
   json.member("memoryFreeBytes", bytesOfGB(sys.freeGB));
   json.member("memoryIsLimited", sys.isLimit);
+  if (sys.swappedGB) json.member("swapUsedBytes", bytesOfGB(*sys.swappedGB));
+  if (sys.stalls) {
+    json.key("memoryStalls").beginObject();
+    json.member("somePercent", sys.stalls->some);
+    json.member("fullPercent", sys.stalls->full);
+    json.endObject();
+  }
   json.member("pressure", pressure);
   json.member("pressureLevel", pressureWord(pressureLevel(pressure)));
   json.endObject();

@@ -3,8 +3,11 @@
 #include <sys/sysinfo.h>
 
 #include <algorithm>
+#include <charconv>
+#include <string>
 
 #include "platform/linux/file_reader.h"
+#include "platform/linux/file_tree.h"
 #include "platform/linux/memory_limit.h"
 #include "platform/linux/process_status.h"
 #include "platform/linux/procfs.h"
@@ -17,6 +20,30 @@ double installedBytes() {
   struct sysinfo info = {};
   if (sysinfo(&info) != 0) return 0;
   return static_cast<double>(info.totalram) * info.mem_unit;
+}
+
+/// Of the line "some avg10=0.12 avg60=…" that begins with `kind`.
+std::optional<double> averageIn(std::string_view pressure, std::string_view kind) {
+  const std::string beginning = std::string(kind) + " avg10=";
+  while (!pressure.empty()) {
+    const std::string_view line = pressure.substr(0, pressure.find('\n'));
+    pressure.remove_prefix(std::min(line.size() + 1, pressure.size()));
+    if (!line.starts_with(beginning)) continue;
+    double percent = 0;
+    const char* const begin = line.data() + beginning.size();
+    const auto [end, error] =
+        std::from_chars(begin, line.data() + line.size(), percent, std::chars_format::fixed);
+    if (error != std::errc() || !(percent >= 0 && percent <= 100)) return std::nullopt;
+    return percent;
+  }
+  return std::nullopt;
+}
+
+/// Where the kernel keeps no figures for the whole machine, or a container hides them, those of the
+/// outermost cgroup that is there.
+std::optional<MemoryStalls> readStalls(const ProcFs& proc, FileReader& reader) {
+  if (const auto pressure = proc.read("pressure/memory", reader)) return stallsIn(*pressure);
+  return stallsIn(systemTree().text("fs/cgroup/memory.pressure").value_or(""));
 }
 
 }  // namespace
@@ -32,7 +59,16 @@ MemoryReading memoryIn(std::string_view memInfo) {
     const auto used = *total - std::min(*available, *total);
     reading.inUse = {static_cast<double>(used), static_cast<double>(*free)};
   }
+  const auto swap = bytesInTable(memInfo, "SwapTotal");
+  const auto freeSwap = bytesInTable(memInfo, "SwapFree");
+  if (swap && freeSwap) reading.swappedBytes = *swap - std::min(*freeSwap, *swap);
   return reading;
+}
+
+std::optional<MemoryStalls> stallsIn(std::string_view pressure) {
+  const auto some = averageIn(pressure, "some");
+  if (!some) return std::nullopt;
+  return MemoryStalls{*some, averageIn(pressure, "full").value_or(0)};
 }
 
 bool isSwapInUse(std::string_view memInfo) {
@@ -44,6 +80,7 @@ MemoryReading readMemory(const ProcFs& proc) {
   FileReader reader(1 << 20);
   MemoryReading reading = memoryIn(proc.read("meminfo", reader).value_or(""));
   if (reading.totalBytes == 0) reading.totalBytes = installedBytes();
+  reading.stalls = readStalls(proc, reader);
   return reading;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/linux/file_tree.h"
+#include "platform/linux/memory.h"
 #include "platform/linux/process_status.h"
 
 namespace platform {
@@ -90,12 +91,16 @@ std::optional<MemoryLimit> MemoryLimitReader::usageOf(const Limited& limited) {
   const bool isFirst = limited.version == 1;
   const auto current = group.number(isFirst ? "memory.usage_in_bytes" : "memory.current");
   if (!current) return std::nullopt;
-  const std::uint64_t reclaimable =
-      reclaimableIn(group.text("memory.stat").value_or(""), limited.version);
+  const std::string stat = group.text("memory.stat").value_or("");
+  const std::uint64_t reclaimable = reclaimableIn(stat, limited.version);
+  const auto swapped = isFirst ? valueIn(stat, "total_swap") : group.number("memory.swap.current");
   const auto held = static_cast<double>(*current);
-  return MemoryLimit{.totalBytes = limited.limitBytes,
-                     .inUse = {.usedBytes = held - std::min(held, static_cast<double>(reclaimable)),
-                               .freeBytes = std::max(limited.limitBytes - held, 0.0)}};
+  MemoryLimit limit{.totalBytes = limited.limitBytes};
+  limit.inUse.usedBytes = held - std::min(held, static_cast<double>(reclaimable));
+  limit.inUse.freeBytes = std::max(limited.limitBytes - held, 0.0);
+  if (swapped) limit.swappedBytes = static_cast<double>(*swapped);
+  limit.stalls = stallsIn(group.text("memory.pressure").value_or(""));
+  return limit;
 }
 
 }  // namespace platform

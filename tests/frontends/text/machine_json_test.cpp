@@ -61,6 +61,13 @@ TEST(MachineJson, SaysThatItsFiguresAreALimits) {
               testing::HasSubstr(R"("memoryIsLimited":true)"));
 }
 
+TEST(MachineJson, TellsSwapAndStallsWhereTheyAreKnown) {
+  const SystemMemory::Snapshot sys{.swappedGB = 1, .stalls = platform::MemoryStalls{12.5, 3}};
+  EXPECT_THAT(machineJson({.version = "1.2.3", .time = kTime, .sys = sys}),
+              HasSubstr(R"("swapUsedBytes":1073741824,)"
+                        R"("memoryStalls":{"somePercent":12.5,"fullPercent":3},)"));
+}
+
 TEST(MachineJson, OfAMachineThatTellsNothingIsStillWhole) {
   EXPECT_EQ(machineJson({.version = "1.2.3", .time = kTime}),
             R"({"format":1,"version":"1.2.3","time":"2025-11-24T16:00:00Z",)"
