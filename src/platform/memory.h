@@ -30,8 +30,10 @@ struct MemoryLimit {
 
 /// What the system tells of its memory.
 struct MemoryReading {
-  double totalBytes = 0;                    ///< installed memory; 0 when unknown
-  std::optional<MemoryInUse> inUse;         ///< empty when the system gives no counts
+  double totalBytes = 0;             ///< installed memory; 0 when unknown
+  std::optional<MemoryInUse> inUse;  ///< empty when the system gives no counts
+  /// What processes could still get without swapping; empty where that is not told (macOS).
+  std::optional<double> availableBytes = {};
   std::optional<double> swappedBytes = {};  ///< swap in use; empty where that is not told (macOS)
   std::optional<MemoryStalls> stalls = {};  ///< empty where that is not told (macOS)
   /// The limit that holds every process that can be listed; empty where there is none, as on a

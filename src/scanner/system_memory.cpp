@@ -1,5 +1,7 @@
 #include "scanner/system_memory.h"
 
+#include <algorithm>
+
 #include "platform/memory.h"
 
 namespace SystemMemory {
@@ -18,10 +20,15 @@ Snapshot snapshot() {
   if (reading.limit) {
     snapshot = snapshotOf(reading.limit->totalBytes, reading.limit->inUse);
     snapshot.isLimit = true;
+    // Others may have taken what the limit would allow.
+    if (const auto onMachine = inGB(reading.availableBytes)) {
+      snapshot.availableGB = std::clamp(snapshot.totalGB - snapshot.usedGB, 0.0, *onMachine);
+    }
     snapshot.swappedGB = inGB(reading.limit->swappedBytes);
     snapshot.stalls = reading.limit->stalls ? reading.limit->stalls : reading.stalls;
   } else {
     snapshot = snapshotOf(reading.totalBytes, reading.inUse.value_or(platform::MemoryInUse{}));
+    snapshot.availableGB = inGB(reading.availableBytes);
     snapshot.swappedGB = inGB(reading.swappedBytes);
     snapshot.stalls = reading.stalls;
   }

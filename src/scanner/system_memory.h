@@ -12,7 +12,8 @@ struct Snapshot {
   double totalGB = 0;  ///< installed, or the limit
   double freeGB = 0;   ///< held by nobody
   bool isLimit = false;
-  std::optional<double> swappedGB = {};  ///< swap in use; none where the system doesn't tell
+  std::optional<double> availableGB = {};  ///< still to be had; none where the system doesn't tell
+  std::optional<double> swappedGB = {};    ///< swap in use; none where the system doesn't tell
   /// None where the system doesn't tell. Of a limit: of those that it holds, else of the machine.
   std::optional<platform::MemoryStalls> stalls = {};
 };

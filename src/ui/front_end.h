@@ -2,9 +2,11 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "ui/alerts.h"
+#include "ui/memory_warning.h"
 #include "ui/menu.h"
 #include "ui/menu_arrangement.h"
 
@@ -68,6 +70,11 @@ class FrontEnd {
   /// "" removes it. A front end without a place for it ignores it, because the submenu of the
   /// process says the same.
   virtual void setNotice(const std::string& notice) = 0;
+
+  /// Asks for attention because memory is short: once for each warning that is set. Empty: the
+  /// user has seen it, or it is over. The notice says the same. A front end that can't ask for
+  /// attention ignores it.
+  virtual void setWarning(const std::optional<MemoryWarning>& warning) = 0;
 
   /// Closes the menu if it is open.
   virtual void cancelTracking() = 0;

@@ -185,7 +185,10 @@ void StatusBarController::startQuitClock(const ProcessReference& process) {
 
 void StatusBarController::updateNotice() {
   unfinishedQuits_.update();
-  const std::string notice = unfinishedQuits_.notice();
+  std::string notice = unfinishedQuits_.notice();
+  if (memoryWarning_) {
+    notice += (notice.empty() ? "" : "\n") + memoryWarning_->title + ": " + memoryWarning_->text;
+  }
   if (notice == notice_) return;
   notice_ = notice;
   frontEnd_.setNotice(notice);

@@ -32,6 +32,7 @@ void StatusBarController::menuNeedsUpdate() {
 
 void StatusBarController::menuWillOpen() {
   menuIsOpen_ = true;
+  if (memoryWarning_) frontEnd_.setWarning(std::nullopt);
 }
 
 void StatusBarController::menuDidClose() {
@@ -120,6 +121,7 @@ void StatusBarController::sample() {
   std::ranges::copy_if(allLaunchAgents_, std::back_inserter(launchAgents_),
                        LaunchAgentScanner::isListed);
   updateStatusItem();
+  watchMemory();
   updateNotice();
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +17,8 @@
 #include "ui/alerts.h"
 #include "ui/family_view.h"
 #include "ui/front_end.h"
+#include "ui/memory_alarm.h"
+#include "ui/memory_warning.h"
 #include "ui/menu.h"
 #include "ui/menu_construction.h"
 #include "ui/refresh_times.h"
@@ -105,6 +108,11 @@ class StatusBarController : public MenuDelegate {
   void startQuitClock(const ProcessReference& process);
   void updateNotice();
 
+  // The watch over the memory.
+  void watchMemory();
+  void lookAtMemory(double now);
+  void lookAgainInTime();
+
   // Family actions.
   /// Processes that are being ended together.
   struct FamilyEnding {
@@ -152,7 +160,10 @@ class StatusBarController : public MenuDelegate {
   MenuArrangement arrangement_;
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
   UnfinishedQuits unfinishedQuits_;
-  std::string notice_;  ///< what the front end was last told
+  MemoryAlarm memoryAlarm_;
+  std::optional<MemoryWarning> memoryWarning_;  ///< the last, until it is over
+  std::shared_ptr<ScheduledWork> memoryLook_;   ///< between two refreshes
+  std::string notice_;                          ///< what the front end was last told
   bool menuIsOpen_ = false;
   FairShareInquiry shownFamily_{frontEnd_};  ///< about the family whose submenu opened last
   /// Timers and delayed work hold a weak pointer to this, which expires with the controller.

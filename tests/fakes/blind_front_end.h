@@ -19,6 +19,7 @@ class BlindFrontEnd : public FrontEnd {
   void menuRebuilt(std::shared_ptr<const Menu>) override {}
   void stripChanged(const MemoryPressureView&) override {}
   void setNotice(const std::string&) override {}
+  void setWarning(const std::optional<MemoryWarning>&) override {}
   void cancelTracking() override {}
   int runModal(const Alert&) override { return kAlertDismissed; }
   std::shared_ptr<ScheduledWork> every(double, std::function<void()> work) override {

@@ -21,8 +21,10 @@ class ScriptedFrontEnd : public FrontEnd {
   int trackingsCancelled = 0;
   int terminations = 0;
   std::vector<std::string> notices;  ///< every notice set, in order
-  std::vector<Alert> alerts;         ///< every alert shown, in order, as it was at last
-  std::deque<int> answers;  ///< one is taken for each alert; when none is left, the first button
+  /// Every warning set and taken back, in order.
+  std::vector<std::optional<MemoryWarning>> warnings;
+  std::vector<Alert> alerts;  ///< every alert shown, in order, as it was at last
+  std::deque<int> answers;    ///< one is taken for each alert; when none is left, the first button
   /// Runs while an alert is open: a test can change the machine meanwhile.
   std::function<void(const Alert&)> whileAlertIsOpen;
   /// Runs when the menu is told to close.
@@ -40,6 +42,9 @@ class ScriptedFrontEnd : public FrontEnd {
   void titlesChanged() override { ++titleChanges; }
   void alertChanged(const Alert& alert) override;
   void setNotice(const std::string& text) override { notices.push_back(text); }
+  void setWarning(const std::optional<MemoryWarning>& warning) override {
+    warnings.push_back(warning);
+  }
   void cancelTracking() override;
   int runModal(const Alert& alert) override;
   std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;

@@ -10,6 +10,7 @@
 #include "text/display_line.h"
 #include "text/unicode.h"
 #include "ui/alerts.h"
+#include "ui/memory_warning.h"
 #include "ui/menu_construction.h"
 #include "ui/status_tool_tip.h"
 #include "ui/strip_text.h"
@@ -80,6 +81,11 @@ struct Place {
   std::size_t names;  ///< that stand in it
 };
 
+std::string warned() {
+  const MemoryCulprit culprit{{7, 70}, dearText(), 9216, 4096, 40};
+  return memoryWarning({MemoryTrouble::runsOut, culprit}, {}).text;
+}
+
 class BoundedText : public testing::TestWithParam<Place> {};
 
 TEST_P(BoundedText, HasNoDearCharacterAndNoEnd) {
@@ -103,6 +109,7 @@ INSTANTIATE_TEST_SUITE_P(
         Place{"AgentRow", [] { return all(MenuConstruction::launchAgentItem(launchAgent())); }, 1},
         Place{"Largest", &largest, 1}, Place{"StripDescription", &description, 1},
         Place{"StatusToolTip", [] { return StatusToolTip::of({process(false)}, 5, {}); }, 1},
+        Place{"MemoryWarning", &warned, 1},
         Place{"Details", [] { return all(Alerts::details(process(false))); }, 4},
         Place{"ForceQuit", [] { return all(Alerts::forceQuit(process(false))); }, 1},
         Place{"Protected", [] { return Alerts::protectedMessage(process(true)); }, 2},

@@ -1,5 +1,6 @@
 #include "frontends/qt/pictures.h"
 
+#include <QPainter>
 #include <QString>
 #include <initializer_list>
 
@@ -31,6 +32,20 @@ QIcon badgeIcon() {
 
 std::vector<QImage> badgePictures() {
   return load({"badge-22", "badge-24", "badge-32", "HalvekBadge", "badge-64", "HalvekBadge@2x"});
+}
+
+std::vector<QImage> attentionPictures() {
+  std::vector<QImage> pictures = badgePictures();
+  for (QImage& picture : pictures) {
+    picture = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(230, 160, 30));  // what warns is of this colour in a terminal, too
+    const double size = picture.width() * 0.4;
+    painter.drawEllipse(QRectF(picture.width() - size, 0, size, size));
+  }
+  return pictures;
 }
 
 QIcon warningIcon() {

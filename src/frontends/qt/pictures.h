@@ -12,4 +12,7 @@ QIcon badgeIcon();
 /// The same as single pictures, for a tray host.
 std::vector<QImage> badgePictures();
 
+/// The same with a mark that asks for attention.
+std::vector<QImage> attentionPictures();
+
 QIcon warningIcon();

@@ -64,6 +64,7 @@ void QtFrontEnd::attach(NamedBus bus) {
   if (!iconBus) return busLost();
   connection_ = std::make_unique<TrayConnection>(std::move(bus), std::move(iconBus), exportedMenu_);
   connection_->icon.setToolTip(toolTip_);
+  connection_->icon.setNeedsAttention(needsAttention_);
   connection_->menu.show(menu_);
   showStrip();
   const TrayHostWatch& hosts = connection_->hosts;
@@ -85,6 +86,8 @@ void QtFrontEnd::attach(NamedBus bus) {
   const ColorSchemeWatch& colors = connection_->colors;
   connect(&colors, &ColorSchemeWatch::changed, this,
           [&colors] { useColorScheme(colors.scheme()); });
+  connect(&connection_->notifications, &Notifications::chosen, this, &QtFrontEnd::openWarned,
+          Qt::QueuedConnection);
   connect(&connection_->icon, &StatusNotifierItem::activated, this, &QtFrontEnd::togglePopup,
           Qt::QueuedConnection);
   connect(&connection_->menu, &HostMenu::opening, this, [this] {
@@ -138,6 +141,15 @@ void QtFrontEnd::setToolTip(const std::string& toolTip) {
   toolTip_ = toolTip;
   presence_.setToolTip(toolTip);
   if (connection_) connection_->icon.setToolTip(toolTip);
+}
+
+void QtFrontEnd::setWarning(const std::optional<MemoryWarning>& warning) {
+  needsAttention_ = warning.has_value();
+  if (connection_) connection_->icon.setNeedsAttention(needsAttention_);
+  if (!warning) return;
+  warned_ = warning->process;
+  presence_.askForAttention();
+  if (connection_) connection_->notifications.show(warning->title, warning->text);
 }
 
 void QtFrontEnd::menuRebuilt(std::shared_ptr<const Menu> menu) {
@@ -272,4 +284,33 @@ void QtFrontEnd::openInstead(const std::shared_ptr<const MenuItem>& item) {
       this,
       [this, apart, open] { apart ? presence_.providePlace(open) : presence_.provideWindow(open); },
       Qt::QueuedConnection);
+}
+
+/// The row of whom the last warning was about, in a window of its own, or the whole menu where
+/// there is none any more.
+void QtFrontEnd::openWarned() {
+  if (alert_) return bringToFront(*alert_);
+  if (popup_) popup_->close();
+  // Later, when the popup that is closing has gone.
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        if (delegate_ != nullptr) delegate_->menuNeedsUpdate();
+        const auto apart = warned_ ? menuOfRow(*warned_) : nullptr;
+        presence_.provideWindow([this, apart](QWidget* parent, QPoint position) {
+          openPopup(apart, parent, position);
+        });
+      },
+      Qt::QueuedConnection);
+}
+
+std::shared_ptr<const Menu> QtFrontEnd::menuOfRow(const ProcessReference& process) const {
+  const auto isIt = [&process](const MenuItem& item) { return item.process == process; };
+  for (const MenuItem& item : menu_->items) {
+    if (isIt(item)) return std::make_shared<const Menu>(ShortMenu::ofRow(item));
+    const auto more = std::ranges::find_if(item.submenu, isIt);
+    const bool isCut = item.action == Action::showMore && more != item.submenu.end();
+    if (isCut) return std::make_shared<const Menu>(ShortMenu::ofRow(*more));
+  }
+  return nullptr;
 }

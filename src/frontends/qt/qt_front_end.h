@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void titlesChanged() override;
   void alertChanged(const Alert& alert) override;
   void setNotice(const std::string&) override {}  // the submenu says it as well
+  void setWarning(const std::optional<MemoryWarning>& warning) override;
   void cancelTracking() override;
   int runModal(const Alert& alert) override;
   std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;
@@ -59,6 +61,8 @@ class QtFrontEnd : public QObject, public FrontEnd {
   /// Opens `apart` as a menu or, for nullptr, the whole menu, which is then updated by refreshes.
   void openPopup(const std::shared_ptr<const Menu>& apart, QWidget* parent, QPoint position);
   void openInstead(const std::shared_ptr<const MenuItem>& item);
+  void openWarned();
+  std::shared_ptr<const Menu> menuOfRow(const ProcessReference& process) const;
   void popupClosed();
   void choose(std::shared_ptr<const MenuItem> item);
   void reportSubmenu(const std::shared_ptr<const MenuItem>& row);
@@ -76,6 +80,8 @@ class QtFrontEnd : public QObject, public FrontEnd {
   TrayPresence presence_;
   QPointer<PopupMenu> popup_;
   bool popupIsApart_ = false;  // it shows `apart`, not menu_
+  bool needsAttention_ = false;
+  std::optional<ProcessReference> warned_;  // whom the last warning was about
   QPointer<AlertDialog> alert_;
   QPointer<SettingsWindow> settings_;
   QTimer reconnect_;

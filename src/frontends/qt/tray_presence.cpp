@@ -1,5 +1,6 @@
 #include "frontends/qt/tray_presence.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QSystemTrayIcon>
@@ -122,6 +123,10 @@ bool TrayPresence::bringBack() {
   window().raise();
   window().activateWindow();
   return wasAway;
+}
+
+void TrayPresence::askForAttention() {
+  if (kind_ == PresenceKind::window) QApplication::alert(&window());
 }
 
 void TrayPresence::releasePlace() {

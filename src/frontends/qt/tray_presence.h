@@ -45,6 +45,8 @@ class TrayPresence : public QObject {
   /// Brings the window to the front, where it replaces the icon. Returns whether the user had put
   /// it away.
   bool bringBack();
+  /// Marks the window in the task bar, where it replaces the icon.
+  void askForAttention();
 
  Q_SIGNALS:
   void menuRequested();

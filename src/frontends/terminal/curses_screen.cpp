@@ -150,6 +150,10 @@ void CursesScreen::draw(const CellGrid& grid) {
   send(synchronizedUpdate(false));
 }
 
+void CursesScreen::ring() {
+  beep();
+}
+
 void CursesScreen::drawCell(const Cell& cell, int x, int y) {
   if (cell.columns == 0) return;
   const auto wide = wideText(cell);

@@ -29,6 +29,7 @@ class CursesScreen : public Screen {
   Size size() const override;
   void draw(const CellGrid& grid) override;
   Input nextInput(std::optional<double> seconds) override;
+  void ring() override;
   bool runSystemMonitor() override;
   double now() const override;
 

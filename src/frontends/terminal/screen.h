@@ -74,6 +74,9 @@ class Screen {
   /// waits until something happens.
   virtual Input nextInput(std::optional<double> seconds) = 0;
 
+  /// Rings the terminal's bell.
+  virtual void ring() = 0;
+
   /// Runs a system monitor on the terminal until it is left. False where it can't, or where there
   /// is a display for a monitor with a window.
   virtual bool runSystemMonitor() { return false; }

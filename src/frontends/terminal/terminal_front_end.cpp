@@ -265,6 +265,11 @@ void TerminalFrontEnd::setNotice(const std::string& notice) {
   needsDrawing_ = true;
 }
 
+/// The notice has the words.
+void TerminalFrontEnd::setWarning(const std::optional<MemoryWarning>& warning) {
+  if (warning) screen_.ring();
+}
+
 void TerminalFrontEnd::cancelTracking() {
   if (!view_.submenuIsOpen()) return;
   view_.closeSubmenu();

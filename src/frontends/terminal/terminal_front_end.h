@@ -34,6 +34,7 @@ class TerminalFrontEnd : public FrontEnd {
   void titlesChanged() override;
   void alertChanged(const Alert& alert) override;
   void setNotice(const std::string& notice) override;
+  void setWarning(const std::optional<MemoryWarning>& warning) override;
   void cancelTracking() override;
   int runModal(const Alert& alert) override;
   std::shared_ptr<ScheduledWork> every(double seconds, std::function<void()> work) override;

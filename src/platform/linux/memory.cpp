@@ -58,6 +58,7 @@ MemoryReading memoryIn(std::string_view memInfo) {
     // In a container, MemAvailable may be more than MemTotal.
     const auto used = *total - std::min(*available, *total);
     reading.inUse = {static_cast<double>(used), static_cast<double>(*free)};
+    reading.availableBytes = static_cast<double>(*total - used);
   }
   const auto swap = bytesInTable(memInfo, "SwapTotal");
   const auto freeSwap = bytesInTable(memInfo, "SwapFree");

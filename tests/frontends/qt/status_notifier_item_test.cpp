@@ -17,7 +17,8 @@ QImage redSquare(int side) {
 
 class StatusNotifierItemTest : public testing::Test {
  protected:
-  StatusNotifierItemTest() : item(pair.served(), {redSquare(2), redSquare(4)}, "/MenuBar") {
+  StatusNotifierItemTest()
+      : item(pair.served(), {{redSquare(2), redSquare(4)}, {redSquare(3)}}, "/MenuBar") {
     QObject::connect(&item, &StatusNotifierItem::activated, [this] { ++activations; });
     pair.takeSignals();
   }
@@ -115,6 +116,30 @@ TEST_F(StatusNotifierItemTest, OffersItsPicturesInNetworkByteOrder) {
     EXPECT_EQ((std::vector<int>{argb[0], argb[1], argb[2], argb[3]}),
               (std::vector<int>{255, 255, 0, 0}));
   }
+}
+
+TEST_F(StatusNotifierItemTest, AsksForAttentionAndTellsOnce) {
+  item.setNeedsAttention(true);
+  item.setNeedsAttention(true);
+  EXPECT_EQ(text("Status"), "NeedsAttention");
+  EXPECT_EQ(pair.takeSignals(), Signals{"NewStatus"});
+  const char* told = "";
+  sd_bus_message_read(pair.lastSignal("NewStatus"), "s", &told);
+  EXPECT_STREQ(told, "NeedsAttention");
+  item.setNeedsAttention(false);
+  EXPECT_EQ(text("Status"), "Active");
+  EXPECT_EQ(pair.takeSignals(), Signals{"NewStatus"});
+}
+
+TEST_F(StatusNotifierItemTest, HasAnotherPictureForAttention) {
+  const BusMessage reply = get("AttentionIconPixmap");
+  sd_bus_message_enter_container(reply.get(), 'v', "a(iiay)");
+  sd_bus_message_enter_container(reply.get(), 'a', "(iiay)");
+  sd_bus_message_enter_container(reply.get(), 'r', "iiay");
+  int width = 0;
+  int height = 0;
+  sd_bus_message_read(reply.get(), "ii", &width, &height);
+  EXPECT_EQ(width, 3);
 }
 
 TEST_F(StatusNotifierItemTest, EveryKindOfClickOpensTheMenu) {

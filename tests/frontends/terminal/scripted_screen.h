@@ -41,6 +41,7 @@ class ScriptedScreen : public terminal::Screen {
   int lineOf(const std::string& text) const;
   bool shows(const std::string& text) const { return picture().find(text) != std::string::npos; }
   int monitors = 0;                            ///< how often a system monitor can be run on it
+  int rings = 0;                               ///< of the bell
   int walksGivenUp = 0;                        ///< a row that walkTo() looked for was not there
   std::function<void(double)> whenTimePasses;  ///< is told how many seconds
   double pause = 1;  ///< so many seconds pass before each key that is pressed from now on
@@ -49,6 +50,7 @@ class ScriptedScreen : public terminal::Screen {
   terminal::Size size() const override { return size_; }
   void draw(const terminal::CellGrid& grid) override { grid_ = grid; }
   terminal::Input nextInput(std::optional<double> seconds) override;
+  void ring() override { ++rings; }
   bool runSystemMonitor() override { return monitors > 0 && monitors-- > 0; }
   double now() const override { return now_; }
 

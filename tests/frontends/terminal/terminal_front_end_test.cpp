@@ -53,6 +53,25 @@ TEST_F(TerminalMenu, AClickOnAKeyInTheLastLinePressesIt) {
   run();
 }
 
+TEST_F(TerminalMenu, RingsOnceAndSaysInALineThatMemoryIsShort) {
+  machine().memory.availableBytes = 1e10;
+  machine().memory.stalls = platform::MemoryStalls{30, 2};
+  screen.wait(12);
+  screen.then([&] {
+    EXPECT_EQ(screen.rings, 0);
+    EXPECT_FALSE(shows("wait for memory"));
+  });
+  screen.wait(60);
+  screen.then([&] {
+    EXPECT_EQ(screen.rings, 1);
+    EXPECT_TRUE(shows("Processes wait for memory: Some 30%, all 2% of the last 10 s."));
+    machine().memory.stalls.reset();
+  });
+  screen.wait(70);
+  screen.then([&] { EXPECT_FALSE(shows("wait for memory")); });
+  run();
+}
+
 TEST_F(TerminalMenu, OpensASystemMonitorOfTheTerminalWhereThereIsOne) {
   screen.monitors = 1;
   screen.walkTo("Open System Monitor");

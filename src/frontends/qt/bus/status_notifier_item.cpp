@@ -42,12 +42,15 @@ struct StatusNotifierItemVtable {
     const std::string_view name = property;
     if (name == "Category") return appendString(reply, "SystemServices");
     if (name == "Id") return appendString(reply, "vorda");
-    if (name == "Status") return appendString(reply, "Active");
     return appendString(reply, "");
   }
   static int title(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                    void* data, sd_bus_error*) {
     return appendString(reply, item(data).quiet_ ? std::string() : item(data).title_);
+  }
+  static int status(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                    void* data, sd_bus_error*) {
+    return appendString(reply, item(data).status());
   }
   static int menu(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void* data,
                   sd_bus_error*) {
@@ -65,10 +68,12 @@ struct StatusNotifierItemVtable {
                        sd_bus_error*) {
     return sd_bus_message_append(reply, "a(iiay)", 0);
   }
-  static int pictures(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
-                      void* data, sd_bus_error*) {
+  static int pictures(sd_bus*, const char*, const char*, const char* property,
+                      sd_bus_message* reply, void* data, sd_bus_error*) {
+    const bool isUsual = std::string_view(property) == "IconPixmap";
+    const StatusNotifierItem::Pictures& all = item(data).pictures_;
     int result = sd_bus_message_open_container(reply, 'a', "(iiay)");
-    for (const QImage& picture : item(data).pictures_) {
+    for (const QImage& picture : isUsual ? all.usual : all.attention) {
       if (result >= 0) result = appendPicture(reply, picture);
     }
     return result < 0 ? result : sd_bus_message_close_container(reply);
@@ -98,7 +103,7 @@ const sd_bus_vtable StatusNotifierItemVtable::table[] = {
     SD_BUS_PROPERTY("Category", "s", &constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Id", "s", &constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Title", "s", &title, 0, 0),
-    SD_BUS_PROPERTY("Status", "s", &constant, 0, 0),
+    SD_BUS_PROPERTY("Status", "s", &status, 0, 0),
     SD_BUS_PROPERTY("WindowId", "i", &windowId, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconThemePath", "s", &constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconName", "s", &constant, 0, 0),
@@ -106,7 +111,7 @@ const sd_bus_vtable StatusNotifierItemVtable::table[] = {
     SD_BUS_PROPERTY("OverlayIconName", "s", &constant, 0, 0),
     SD_BUS_PROPERTY("OverlayIconPixmap", "a(iiay)", &noPicture, 0, 0),
     SD_BUS_PROPERTY("AttentionIconName", "s", &constant, 0, 0),
-    SD_BUS_PROPERTY("AttentionIconPixmap", "a(iiay)", &noPicture, 0, 0),
+    SD_BUS_PROPERTY("AttentionIconPixmap", "a(iiay)", &pictures, 0, 0),
     SD_BUS_PROPERTY("AttentionMovieName", "s", &constant, 0, 0),
     SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", &toolTip, 0, 0),
     SD_BUS_PROPERTY("ItemIsMenu", "b", &itemIsMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
@@ -122,8 +127,7 @@ const sd_bus_vtable StatusNotifierItemVtable::table[] = {
     SD_BUS_VTABLE_END,
 };
 
-StatusNotifierItem::StatusNotifierItem(sd_bus* bus, std::vector<QImage> pictures,
-                                       std::string menuPath)
+StatusNotifierItem::StatusNotifierItem(sd_bus* bus, Pictures pictures, std::string menuPath)
     : bus_(bus), pictures_(std::move(pictures)), menuPath_(std::move(menuPath)) {
   sd_bus_slot* raw = nullptr;
   sd_bus_add_object_vtable(bus_, &raw, kPath, kItemInterface, StatusNotifierItemVtable::table,
@@ -148,4 +152,10 @@ void StatusNotifierItem::setQuiet(bool quiet) {
   quiet_ = quiet;
   sd_bus_emit_signal(bus_, kPath, kItemInterface, "NewTitle", "");
   sd_bus_emit_signal(bus_, kPath, kItemInterface, "NewToolTip", "");
+}
+
+void StatusNotifierItem::setNeedsAttention(bool needsAttention) {
+  if (needsAttention == needsAttention_) return;
+  needsAttention_ = needsAttention;
+  sd_bus_emit_signal(bus_, kPath, kItemInterface, "NewStatus", "s", status());
 }

@@ -15,8 +15,14 @@ class StatusNotifierItem : public QObject {
  public:
   static constexpr const char* kPath = "/StatusNotifierItem";
 
-  /// `pictures` is the icon in several sizes; `menuPath` where the menu is served.
-  StatusNotifierItem(sd_bus* bus, std::vector<QImage> pictures, std::string menuPath);
+  /// The icon in several sizes.
+  struct Pictures {
+    std::vector<QImage> usual;
+    std::vector<QImage> attention;  ///< while it asks for attention
+  };
+
+  /// `menuPath` is where the menu is served.
+  StatusNotifierItem(sd_bus* bus, Pictures pictures, std::string menuPath);
 
   /// The icon's name, which screen readers say. Hosts show it only where there is no tooltip.
   void setTitle(const std::string& title);
@@ -26,6 +32,9 @@ class StatusNotifierItem : public QObject {
   /// click on the icon has opened.
   void setQuiet(bool quiet);
 
+  /// Whether the icon asks for attention; hosts then show it where they hide others.
+  void setNeedsAttention(bool needsAttention);
+
  Q_SIGNALS:
   /// The user clicked the icon, or asked for a menu that the host does not show itself.
   void activated();
@@ -33,11 +42,14 @@ class StatusNotifierItem : public QObject {
  private:
   friend struct StatusNotifierItemVtable;
 
+  const char* status() const { return needsAttention_ ? "NeedsAttention" : "Active"; }
+
   sd_bus* bus_;
-  std::vector<QImage> pictures_;
+  Pictures pictures_;
   std::string menuPath_;
   std::string title_;
   std::string toolTip_;
   bool quiet_ = false;
+  bool needsAttention_ = false;
   BusSlot object_;
 };

@@ -9,10 +9,11 @@ TrayConnection::TrayConnection(NamedBus namedBus, std::unique_ptr<SessionBus> ic
     : bus(std::move(namedBus.bus)),
       name(std::move(namedBus.name)),
       iconBus(std::move(iconsBus)),
-      icon(iconBus->get(), badgePictures(), HostMenu::kPath),
+      icon(iconBus->get(), {badgePictures(), attentionPictures()}, HostMenu::kPath),
       menu(iconBus->get(), exportedMenu),
       hosts(iconBus->get()),
-      colors(bus->get()) {
+      colors(bus->get()),
+      notifications(bus->get()) {
   bus->serve();
   iconBus->serve();
 }

@@ -5,6 +5,7 @@
 #include "frontends/qt/bus/color_scheme_watch.h"
 #include "frontends/qt/bus/host_menu.h"
 #include "frontends/qt/bus/instance_name.h"
+#include "frontends/qt/bus/notifications.h"
 #include "frontends/qt/bus/session_bus.h"
 #include "frontends/qt/bus/status_notifier_item.h"
 #include "frontends/qt/bus/tray_host_watch.h"
@@ -30,4 +31,5 @@ struct TrayConnection {
   HostMenu menu;
   TrayHostWatch hosts;
   ColorSchemeWatch colors;
+  Notifications notifications;
 };

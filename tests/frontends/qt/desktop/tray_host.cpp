@@ -145,11 +145,19 @@ BusMessage TrayHost::iconProperty(const char* property) {
               [&](sd_bus_message* m) { sd_bus_message_append(m, "ss", kItem, property); });
 }
 
-std::string TrayHost::title() {
-  const BusMessage reply = iconProperty("Title");
+std::string TrayHost::iconText(const char* property) {
+  const BusMessage reply = iconProperty(property);
   const char* text = "";
   sd_bus_message_read(reply.get(), "v", "s", &text);
   return text;
+}
+
+std::string TrayHost::title() {
+  return iconText("Title");
+}
+
+std::string TrayHost::status() {
+  return iconText("Status");
 }
 
 std::string TrayHost::toolTip() {

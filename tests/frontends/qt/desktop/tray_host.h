@@ -56,6 +56,7 @@ class TrayHost {
 
   std::string toolTip();
   std::string title();
+  std::string status();
   void activate();
 
   /// The menu, as the program says now; nothing is said of opening it.
@@ -79,6 +80,7 @@ class TrayHost {
   void event(int id, const char* kind);
   /// The answer to "Get" for that property of the icon.
   BusMessage iconProperty(const char* property);
+  std::string iconText(const char* property);
 
   BusPtr bus_;
   BusSlot watcher_;

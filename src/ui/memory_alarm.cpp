@@ -1,0 +1,148 @@
+#include "ui/memory_alarm.h"
+
+#include <algorithm>
+#include <functional>
+#include <limits>
+#include <map>
+
+namespace {
+
+constexpr double kMBPerGB = 1024;
+/// A process is to blame when its work has taken at least so much of what is gone, and so many MiB.
+constexpr double kLeastShare = 0.25;
+constexpr double kLeastGrownMB = 100;
+/// Samples that come closer tell nothing new: the last minute then is a dozen of them at most.
+constexpr double kBetweenSamples = 4.5;
+/// So much sooner than wanted is in time: timers are not exact.
+constexpr double kInTime = 0.9;
+
+/// Those that belong to one piece of work grow together.
+std::int32_t workOf(const VordaProcess& process) {
+  return process.family.value_or(process.pid);
+}
+
+}  // namespace
+
+void MemoryAlarm::look(const Look& look) {
+  followTrend(look);
+  followStalls(look);
+  availableGB_ = look.availableGB;
+  trouble_.reset();
+  if (stalledSince_ && look.time - *stalledSince_ >= kStalledFor) trouble_ = MemoryTrouble::stalls;
+  const bool isLittle = look.availableGB < kLeastAvailable * look.totalGB;
+  if (isLittle && falls_ >= kFalls) trouble_ = MemoryTrouble::runsOut;
+  if (trouble_) lastTrouble_ = look.time;
+}
+
+void MemoryAlarm::followTrend(const Look& look) {
+  const bool isNew = !last_ || look.totalGB != last_->totalGB || look.time - last_->time > kSoon;
+  if (isNew) {
+    falls_ = 0;
+    pause_ = kUsualPause;
+    last_ = look;
+    return;
+  }
+  const double passed = look.time - last_->time;
+  if (passed < kInTime * pause_) return;
+  const double rate = (last_->availableGB - look.availableGB) / passed;
+  const double left = rate > 0 ? look.availableGB / rate : std::numeric_limits<double>::infinity();
+  constexpr double kLooksInTheTimeLeft = 12;
+  falls_ = left < kSoon ? falls_ + 1 : 0;
+  pause_ = std::clamp(left / kLooksInTheTimeLeft, kLeastPause, kUsualPause);
+  last_ = look;
+}
+
+void MemoryAlarm::followStalls(const Look& look) {
+  const bool isMuch =
+      look.stalls && (look.stalls->some >= kManyStalls || look.stalls->full >= kManyFullStalls);
+  // Nobody knows what was meanwhile, as after a night's sleep.
+  const bool isNew = !stallsAskedAt_ || look.time - *stallsAskedAt_ > kSoon;
+  if (!isMuch) {
+    stalledSince_.reset();
+  } else if (!stalledSince_ || isNew) {
+    stalledSince_ = look.time;
+  }
+  stallsAskedAt_ = look.time;
+}
+
+bool MemoryAlarm::isOver(double time) const {
+  return !trouble_ && (!lastTrouble_ || time - *lastTrouble_ >= kOverAfter);
+}
+
+std::optional<MemoryAlarm::Warning> MemoryAlarm::sampled(double time,
+                                                         const std::vector<VordaProcess>& processes,
+                                                         bool menuIsOpen) {
+  std::optional<Warning> warning;
+  if (trouble_ && !menuIsOpen) {
+    auto found = culprit(time, processes);
+    if (mayWarn(time, found)) warning = Warning{*trouble_, std::move(found)};
+  }
+  remember(time, processes);
+  return warning;
+}
+
+void MemoryAlarm::remember(double time, const std::vector<VordaProcess>& processes) {
+  while (!samples_.empty() && time - samples_.front().time > kSoon) samples_.pop_front();
+  if (!samples_.empty() && time - samples_.back().time < kBetweenSamples) return;
+  Sample& sample = samples_.emplace_back(Sample{time, availableGB_, {}});
+  for (const VordaProcess& process : processes) {
+    sample.processes.push_back({process.pid, process.identity, process.memMB});
+  }
+  std::ranges::sort(sample.processes, {}, &Held::pid);
+}
+
+/// 0 for a process that was not listed, because it was small or not there.
+double MemoryAlarm::heldBefore(const Sample& sample, const VordaProcess& process) {
+  const auto found = std::ranges::lower_bound(sample.processes, process.pid, {}, &Held::pid);
+  const bool isThere = found != sample.processes.end() && found->pid == process.pid &&
+                       found->identity == process.identity;
+  return isThere ? found->memMB : 0;
+}
+
+/// Who has grown most within the last minute, alone or with its family, if that explains a good
+/// part of what is gone; else the largest.
+std::optional<MemoryCulprit> MemoryAlarm::culprit(
+    double time, const std::vector<VordaProcess>& processes) const {
+  if (processes.empty()) return std::nullopt;
+  const auto said = [](const VordaProcess& process, double grownMB, double seconds) {
+    return MemoryCulprit{
+        {process.pid, process.identity}, process.displayName, process.memMB, grownMB, seconds};
+  };
+  const auto before = std::ranges::find_if(
+      samples_, [time](const Sample& sample) { return time - sample.time <= kSoon; });
+  if (before != samples_.end() && before->time < time) {
+    struct Growth {
+      double sumMB = 0;
+      double mostMB = 0;
+      const VordaProcess* most = nullptr;
+    };
+    std::map<std::int32_t, Growth> growths;
+    for (const VordaProcess& process : processes) {
+      const double grownMB = process.memMB - heldBefore(*before, process);
+      Growth& growth = growths[workOf(process)];
+      growth.sumMB += grownMB;
+      if (growth.most != nullptr && grownMB <= growth.mostMB) continue;
+      growth.mostMB = grownMB;
+      growth.most = &process;
+    }
+    const auto& [work, growth] = *std::ranges::max_element(
+        growths, {}, [](const auto& entry) { return entry.second.sumMB; });
+    const double goneMB = (before->availableGB - availableGB_) * kMBPerGB;
+    if (growth.sumMB >= std::max(kLeastGrownMB, kLeastShare * goneMB)) {
+      return said(*growth.most, growth.mostMB, time - before->time);
+    }
+  }
+  return said(*std::ranges::max_element(processes, {}, &VordaProcess::memMB), 0, 0);
+}
+
+/// Whether there may be a warning of this culprit now; if so it counts as given.
+bool MemoryAlarm::mayWarn(double time, const std::optional<MemoryCulprit>& culprit) {
+  std::erase_if(given_, [time](const Given& given) { return time - given.time >= kHour; });
+  const auto cause = culprit ? std::optional(culprit->process) : std::nullopt;
+  const bool isRepeated = std::ranges::any_of(given_, [&](const Given& given) {
+    return time - given.time < kSameAgain && given.culprit == cause;
+  });
+  if (isRepeated || given_.size() >= kMostAnHour) return false;
+  given_.push_back({time, cause});
+  return true;
+}
