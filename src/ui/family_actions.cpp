@@ -97,7 +97,8 @@ void StatusBarController::killRestOfFamily(FamilyEnding& ending, std::int32_t he
   std::set<std::int32_t> heads{head};
   for (const ProcessReference& member : ending.members) heads.insert(member.pid);
   std::set<std::int32_t> ofOthers;
-  for (const auto& [otherHead, family] : families().all()) {
+  const FamilyViews families = this->families();
+  for (const auto& [otherHead, family] : families.all()) {
     if (heads.contains(otherHead)) continue;
     for (const VordaProcess* member : family.members) ofOthers.insert(member->pid);
   }

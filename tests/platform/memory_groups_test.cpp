@@ -84,7 +84,7 @@ TEST_P(IsAtOrBelow, Says) {
 constexpr PlaceRow kPlaces[] = {
     {"TheSame", "/a/b", "/a/b", true},
     {"AChild", "/a/b/c", "/a/b", true},
-    {"AParent", "/a", "/a/b", false},
+    {"TheFolderAbove", "/a", "/a/b", false},
     {"ALongerName", "/a/bc", "/a/b", false},
     {"AnythingBelowTheRoot", "/a", "/", true},
     {"TheRootItself", "/", "/", true},

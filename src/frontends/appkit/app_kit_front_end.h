@@ -26,7 +26,7 @@ class AppKitFrontEnd : public FrontEnd {
   void setToolTip(const std::string& toolTip) override;
   void menuRebuilt(std::shared_ptr<const Menu> menu) override;
   void stripChanged(const MemoryPressureView& strip) override;
-  void setNotice(const std::string&) override {}  // the submenu says it as well
+  void setNotice(const std::string&) override {}                    // the submenu says it as well
   void setWarning(const std::optional<MemoryWarning>&) override {}  // a Mac warns by itself
   void cancelTracking() override;
   int runModal(const Alert& alert) override;
