@@ -36,6 +36,7 @@ int main(int argc, char** argv) {
   if (options.wants("growth")) measureGrowth(options, report);
   if (options.wants("rest")) measureRest(options, report);
   if (options.wants("opening")) measureOpening(options, report);
+  if (options.wants("list")) measureLongList(options, report);
   if (report.writeJson(options.json)) return 0;
   std::fprintf(stderr, "vorda_bench: can't write %s\n", options.json.c_str());
   return 1;

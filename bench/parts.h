@@ -29,6 +29,9 @@ void measureRest(const Options& options, Report& report);
 /// What opening the menu and an alert costs when others choose the names of what they show.
 void measureOpening(const Options& options, Report& report);
 
+/// What filtering thousands of rows costs at each letter.
+void measureLongList(const Options& options, Report& report);
+
 /// What a program that samples keeps, in bytes of anonymous memory, between refreshes; to be
 /// asked of a program that has done nothing else.
 double sampledMemory();

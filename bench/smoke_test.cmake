@@ -2,7 +2,7 @@
 # they are is nobody's business here: a test that depends on speed fails by chance.
 #
 #   cmake -D BENCH=<program> -D JSON=<file to write> -P smoke_test.cmake
-execute_process(COMMAND ${BENCH} --parts=refresh,work,steps,credentials --processes=5,20 --rounds=2 --json=${JSON}
+execute_process(COMMAND ${BENCH} --parts=refresh,work,steps,credentials,list --processes=5,20 --rounds=2 --json=${JSON}
                 RESULT_VARIABLE status OUTPUT_VARIABLE table)
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "${BENCH} ended with ${status}\n${table}")
@@ -27,6 +27,7 @@ endforeach()
 foreach(search names formats URLs programs)
   expect_number(credentials "${search} of 64 KiB (ms)")
 endforeach()
+expect_number(list "filter of 10,000 rows: the dearest letter (ms)")
 foreach(step classify name redact mask sort "build menu")
   expect_number(steps "${step}, ns per process")
   expect_number(steps "${step}, allocations per process")

@@ -6,6 +6,7 @@
 /// What the rows of a section are sorted by; equals by memory.
 enum class SortBy {
   memory,  ///< the largest first
+  gpu,     ///< what holds most of graphics cards' memory first
   name,    ///< in the order of the alphabet, whatever the case of ASCII letters
   start,   ///< the latest first
 };

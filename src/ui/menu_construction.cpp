@@ -154,7 +154,12 @@ class Rows {
 };
 
 bool comesBefore(const VordaProcess& a, const VordaProcess& b, SortBy sortBy) {
+  const auto onGpus = [](const VordaProcess& process) {
+    return process.gpuMemory ? process.gpuMemory->memMB : 0;
+  };
   switch (sortBy) {
+    case SortBy::gpu:
+      return onGpus(a) > onGpus(b);
     case SortBy::name:
       return std::ranges::lexicographical_compare(a.displayName, b.displayName, {},
                                                   text::asciiLower, text::asciiLower);

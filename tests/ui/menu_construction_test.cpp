@@ -334,6 +334,11 @@ TEST_F(MenuConstructionTest, TheLargestAreShownInTheOrderThatIsAskedFor) {
   EXPECT_THAT(pids(kTop), ElementsAre(2, 3, 4, 5, 6, 7, 8, 1)) << "but not the ninth";
   arrangement_.sortBy = SortBy::start;
   EXPECT_THAT(pids(kTop), ElementsAre(3, 1, 2, 4, 5, 6, 7, 8));
+  processes_[3].gpuMemory = GpuMemory{10, {{"H100", 10}}};
+  processes_[6].gpuMemory = GpuMemory{70, {{"H100", 70}}};
+  processes_[8].gpuMemory = GpuMemory{900, {{"H100", 900}}};
+  arrangement_.sortBy = SortBy::gpu;
+  EXPECT_THAT(pids(kTop), ElementsAre(7, 4, 1, 2, 3, 5, 6, 8));
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ Alert keysAlert() {
               "Tab          Next button\n"
               "/ F4         Filter what is shown\n"
               "F3  n N      Find; next, previous\n"
-              "s            Sort: size, name, start\n"
+              "s            Sort: GPU, name, start\n"
               "r            Refresh now\n"
               "f            Fold families, unfold\n"
               "? F1         This list\n"

@@ -172,6 +172,13 @@ void TerminalFrontEnd::showMatches() {
 void TerminalFrontEnd::sortByNext() {
   switch (arrangement_.sortBy) {
     case SortBy::memory:
+      if (view_.strip() != nullptr && view_.strip()->gpu) {
+        arrangement_.sortBy = SortBy::gpu;
+        hint("Sorted by GPU memory.");
+        break;
+      }
+      [[fallthrough]];
+    case SortBy::gpu:
       arrangement_.sortBy = SortBy::name;
       hint("Sorted by name.");
       break;

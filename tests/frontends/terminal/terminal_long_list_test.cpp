@@ -102,6 +102,23 @@ TEST_F(LongTerminalMenu, IsSortedInTurn) {
   run();
 }
 
+TEST_F(LongTerminalMenu, IsSortedByGraphicsCardsWhereThereAreAny) {
+  constexpr std::uint64_t kGB = 1 << 30;
+  machine().gpus.devices.push_back(
+      {"0000:61:00.0", "H100", platform::GpuCapacity{80 * kGB, 9 * kGB}});
+  machine().gpus.uses.push_back({103, 0, 2 * kGB, machine().clock});
+  machine().gpus.uses.push_back({105, 0, 7 * kGB, machine().clock});
+  screen.type(U's');
+  screen.then([&] {
+    EXPECT_TRUE(shows("Sorted by GPU memory."));
+    EXPECT_LT(screen.lineOf("● p05"), screen.lineOf("● p03"));
+    EXPECT_LT(screen.lineOf("● p03"), screen.lineOf("● p00"));
+  });
+  screen.type(U's');
+  screen.then([&] { EXPECT_TRUE(shows("Sorted by name.")); });
+  run();
+}
+
 TEST_F(LongTerminalMenu, GoesToItsEnds) {
   screen.type(U'G');
   screen.then([&] { EXPECT_TRUE(selected("Quit Vorda")); });
