@@ -146,7 +146,12 @@ Alert details(const VordaProcess& process, const std::vector<std::string>& share
               (place.empty() ? "" : "\n" + text::displayName(place)) + gpuLinesBelow(process) +
               leftBehindBelow(process) + sharedBelow(process, shares) +
               (process.isProtected ? "\n\nProtected: cannot Force Quit from Vorda." : "") +
-              "\n\nCommand:\n" + shownCommand(process)};
+              "\n\nCommand:\n" + shownCommand(process),
+          .command = wholeCommand(process)};
+}
+
+std::string wholeCommand(const VordaProcess& process) {
+  return text::displayLine(process.commandLine) + (process.isCommandLineCut ? " …" : "");
 }
 
 Alert quitDocker() {

@@ -23,6 +23,8 @@ struct Alert {
   std::string informativeText;         ///< what there is to know of it, below
   Style style = Style::informational;  ///< how grave it is
   Icon icon = Icon::standard;          ///< what stands beside the text
+  /// The command line that it is about, in one line, as it may be copied; "" for none.
+  std::string command;
   /// In order; the first is the default. Empty: one button that dismisses the alert.
   std::vector<std::string> buttons;
   /// Whether the program comes to the front for it, where a program can be behind others.
@@ -75,6 +77,10 @@ Alert endFamily(const FamilyView& family, bool force);
 /// `place`: platform::placeOfProcess, "" for unknown.
 Alert details(const VordaProcess& process, const std::vector<std::string>& shares = {},
               const std::string& place = {});
+
+/// A process's command line, masked and harmless, in one line; it ends in "…" where the process has
+/// more than is known.
+std::string wholeCommand(const VordaProcess& process);
 
 /// How to quit Docker Desktop.
 Alert quitDocker();

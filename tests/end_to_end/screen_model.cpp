@@ -132,6 +132,8 @@ bool ScreenModel::escape() {
   if (kind == ']') {  // a command to the terminal, such as to reset its palette
     const std::size_t end = pending_.find('\a');
     if (end == std::string::npos) return false;
+    const std::string command = pending_.substr(2, end - 2);
+    if (command.starts_with("52;c;")) clipboard_ = command.substr(5);
     pending_.erase(0, end + 1);
     return true;
   }

@@ -37,6 +37,8 @@ class ScreenModel {
   /// How often a picture was announced that is to be shown as a whole; whether one is still drawn.
   int wholePictures() const { return wholePictures_; }
   bool isHeldBack() const { return isHeldBack_; }
+  /// What was last put into the clipboard, in base64.
+  const std::string& clipboard() const { return clipboard_; }
   bool hasApplicationKeys() const { return applicationKeys_; }
   /// No colour or attribute is left switched on.
   bool writesPlainly() const { return pen_.ground.empty() && pen_.color.empty() && !pen_.reverse; }
@@ -80,5 +82,6 @@ class ScreenModel {
   bool bracketsPastes_ = false;
   int wholePictures_ = 0;
   bool isHeldBack_ = false;
+  std::string clipboard_;
   bool applicationKeys_ = false;
 };

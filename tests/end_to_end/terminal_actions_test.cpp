@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "end_to_end/terminal_session.h"
+#include "text/base64.h"
 #include "tools/child_process.h"
 #include "tools/forked.h"
 #include "tools/temp_folder.h"
@@ -99,6 +100,40 @@ TEST_F(TerminalActions, ShowDetails) {
   EXPECT_TRUE(terminal.press(kEnter, "PID: " + std::to_string(server.pid())));
   EXPECT_TRUE(terminal.waitFor("llama-server --model"));
   EXPECT_TRUE(terminal.press(kEnter, isGone(terminal, "PID: ")));
+}
+
+TEST_F(TerminalActions, CopyACommandAndShowItPlain) {
+  const ChildProcess server(modelServer(name, {}));
+  const std::string command = "llama-server --model /models/" + name + ".gguf";
+  TerminalSession terminal;
+  ASSERT_TRUE(terminal.walkTo(name));
+  ASSERT_TRUE(terminal.press(
+      "c", [&] { return terminal.screen().clipboard() == text::inBase64(command); }));
+
+  ASSERT_TRUE(terminal.press(kEnter, "Full details"));
+  ASSERT_TRUE(terminal.press(kEnter, "c copies the command, C shows it"));
+  ASSERT_TRUE(terminal.press("C", "Enter goes back."));
+  EXPECT_FALSE(terminal.screen().onAlternateScreen());
+  EXPECT_FALSE(terminal.screen().mouseIsReported()) << "it marks text";
+  EXPECT_EQ(terminal.screen().find(command).x, 0) << "without borders";
+  ASSERT_TRUE(terminal.press(kEnter, "PID: " + std::to_string(server.pid())));
+  EXPECT_TRUE(terminal.screen().onAlternateScreen());
+}
+
+TEST_F(TerminalActions, EndWhileACommandIsShownPlain) {
+  const ChildProcess server(modelServer(name, {}));
+  TerminalSession terminal;
+  ASSERT_TRUE(terminal.walkTo(name));
+  ASSERT_TRUE(terminal.press("C", "Enter goes back."));
+  kill(terminal.pid(), SIGTERM);
+  EXPECT_TRUE(terminal.waitForEnd());
+}
+
+TEST_F(TerminalActions, SayWhereTheSelectedProcessWorks) {
+  const ChildProcess server(modelServer(name, {}));
+  TerminalSession terminal({.width = 200});
+  ASSERT_TRUE(terminal.walkTo(name));
+  EXPECT_TRUE(terminal.waitFor(" · in " + std::filesystem::current_path().string()));
 }
 
 TEST_F(TerminalActions, ForgetAProcessThatEndsWhileItsSubmenuIsOpen) {

@@ -226,6 +226,13 @@ std::string placeOfProcess(std::int32_t pid) {
   return process->place;
 }
 
+std::optional<std::string> workingFolderOfProcess(std::int32_t pid) {
+  ++scripted.foldersRead;
+  const ScriptedProcess* const process = scripted.find(pid);
+  if (scripted.nextCallFails() || process == nullptr) return std::nullopt;
+  return process->folder;
+}
+
 std::uint64_t processClock() {
   return scripted.clock;
 }

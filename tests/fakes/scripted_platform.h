@@ -32,7 +32,8 @@ struct ScriptedProcess {
   std::string executable;
   /// Where it only says whether these words are one argument or several.
   std::string title;
-  std::string place;  ///< platform::placeOfProcess
+  std::string place;                  ///< platform::placeOfProcess
+  std::optional<std::string> folder;  ///< platform::workingFolderOfProcess
   bool noFingerprint = false;
   bool unreadable = false;  ///< listed, but gone when it is read
   double fileMB = 0;        ///< of mapped files, in memory
@@ -109,6 +110,7 @@ struct ScriptedPlatform {
   bool gpusAreWatched = false;           ///< the last question about them
   std::vector<std::int32_t> pidsOnGpus;  ///< whom the last question about them was about
   int gpusAwaited = 0;
+  int foldersRead = 0;
   int pidListings = 0;
   int mapsRead = 0;
   int fairSharesAsked = 0;

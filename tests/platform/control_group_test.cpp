@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <string>
 
 #include "fakes/row_name.h"
@@ -59,6 +60,14 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(PlaceOfProcess, OfNobodyIsUnknown) {
   EXPECT_EQ(platform::placeOfProcess(-1), "");
+}
+
+TEST(WorkingFolderOfProcess, IsWhereItIsNow) {
+  EXPECT_EQ(platform::workingFolderOfProcess(getpid()), std::filesystem::current_path().string());
+}
+
+TEST(WorkingFolderOfProcess, OfNobodyIsUnknown) {
+  EXPECT_EQ(platform::workingFolderOfProcess(-1), std::nullopt);
 }
 
 }  // namespace

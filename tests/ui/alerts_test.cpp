@@ -117,10 +117,20 @@ TEST_F(AlertsTest, DetailsTellAll) {
   EXPECT_EQ(Alerts::details(process_),
             (Alert{.messageText = "Ollama Server",
                    .informativeText = "Memory: 1.50 GB  (System Monitor scale)\nKind: Ollama\n"
-                                      "PID: 77\nOwner: ada\n\nCommand:\nollama serve"}));
+                                      "PID: 77\nOwner: ada\n\nCommand:\nollama serve",
+                   .command = "ollama serve"}));
   speakMac();
   EXPECT_THAT(Alerts::details(process_).informativeText,
               StartsWith("Memory: 1.50 GB  (Activity Monitor scale)\nKind: Ollama\n"));
+}
+
+TEST_F(AlertsTest, ACommandToCopyIsOneHarmlessLineThatSaysWhereItIsCut) {
+  process_.commandLine = "sh -c a\nb\033]52;c;AA==\a";
+  EXPECT_EQ(Alerts::wholeCommand(process_), "sh -c a\uFFFDb\uFFFD]52;c;AA==\uFFFD");
+  process_.commandLine = std::string(8000, 'x');
+  EXPECT_EQ(Alerts::wholeCommand(process_), process_.commandLine) << "more than details show";
+  process_.isCommandLineCut = true;
+  EXPECT_EQ(Alerts::wholeCommand(process_), process_.commandLine + " …");
 }
 
 TEST_F(AlertsTest, DetailsSayWhereAProcessBelongs) {

@@ -72,7 +72,9 @@ void AlertView::layOut(Size screen) {
 void AlertView::paint(CellGrid& grid) const {
   const bool warns = alert_.style == Alert::Style::warning;
   const Style frame{.foreground = warns ? look_.warning() : std::nullopt};
-  paintFrame(grid, box_, {}, frame, look_.glyphs);
+  const bool hasKeys = note_.empty() && !alert_.command.empty();
+  const std::string note = hasKeys ? "c copies the command, C shows it" : note_;
+  paintFrame(grid, box_, look_.glyphs.line(note), frame, look_.glyphs);
   for (int i = 0; i < titleBox_.height; ++i) {
     grid.write(titleBox_.x, titleBox_.y + i, title_[static_cast<std::size_t>(i)], {.bold = true},
                titleBox_.width);

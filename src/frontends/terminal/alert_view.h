@@ -25,6 +25,9 @@ class AlertView {
   void layOut(Size screen);
   void paint(CellGrid& grid) const;
 
+  /// What stands in the upper edge; "" for what keys there are.
+  void setNote(std::string note) { note_ = std::move(note); }
+
   const std::vector<std::string>& buttons() const { return buttons_; }
   std::size_t focused() const { return focused_; }  ///< the button that Enter chooses
 
@@ -41,6 +44,7 @@ class AlertView {
   Look look_;
   std::vector<std::string> buttons_;
   std::size_t focused_ = 0;
+  std::string note_;
 
   std::vector<std::string> title_;
   std::vector<std::string> text_;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <cmath>
 #include <csignal>
@@ -243,6 +244,36 @@ bool CursesScreen::runSystemMonitor() {
   take();
   repaint();
   return ran;
+}
+
+void CursesScreen::copy(const std::string& text) {
+  send(clipboardBytes(text));
+}
+
+/// What leaves the whole screen stands on the ordinary one, where the terminal breaks its lines and
+/// puts them together again when they are marked.
+void CursesScreen::showPlain(const std::string& text) {
+  giveBack();
+  send(text + "\n\nEnter goes back. ");
+  waitForLine();
+  take();
+  repaint();
+}
+
+void CursesScreen::waitForLine() {
+  for (;;) {
+    std::array<pollfd, 2> sources{{{STDIN_FILENO, POLLIN, 0}, {signals_.descriptor(), POLLIN, 0}}};
+    poll(sources.data(), sources.size(), -1);
+    while (const auto signal = signals_.next()) {
+      if (*signal == SIGTSTP) signals_.stop();
+      toldToEnd_ = toldToEnd_ || *signal == SIGINT || *signal == SIGTERM || *signal == SIGHUP;
+    }
+    if (toldToEnd_) return;
+    if (sources[0].revents == 0) continue;
+    std::array<char, 256> line{};
+    // Without any bytes it was Ctrl-D, or the terminal is gone, as nextInput() finds out.
+    if (read(STDIN_FILENO, line.data(), line.size()) >= 0 || errno != EINTR) return;
+  }
 }
 
 void CursesScreen::suspend() {

@@ -31,6 +31,8 @@ class CursesScreen : public Screen {
   Input nextInput(std::optional<double> seconds) override;
   void ring() override;
   bool runSystemMonitor() override;
+  void copy(const std::string& text) override;
+  void showPlain(const std::string& text) override;
   double now() const override;
 
  private:
@@ -43,6 +45,7 @@ class CursesScreen : public Screen {
   std::optional<Input> answer(int signal);
   std::optional<Input> answerSignals();
   void suspend();
+  void waitForLine();
   void repaint();
 
   SignalPipe signals_;  // made before curses starts, which then leaves signals alone

@@ -15,6 +15,7 @@ Alert keysAlert() {
               "/ F4         Filter what is shown\n"
               "F3  n N      Find; next, previous\n"
               "s            Sort: GPU, name, start\n"
+              "c C          Copy command; show it\n"
               "r            Refresh now\n"
               "f            Fold families, unfold\n"
               "? F1         This list\n"

@@ -64,6 +64,10 @@ MenuRequest requestOf(char32_t character) {
       return {Request::quit};
     case U'?':
       return {Request::showKeys};
+    case U'c':
+      return {Request::copyCommand};
+    case U'C':
+      return {Request::showCommand};
     default:
       return {};
   }

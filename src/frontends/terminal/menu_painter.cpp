@@ -113,9 +113,19 @@ void paintList(CellGrid& grid, const MenuView& view, const Box& list, const Look
   paintScrollBar(grid, list.right() - 1, list.y, list.height, top, view.rows().size(), look.glyphs);
 }
 
-/// The tooltip's lines in a row. Where they do not all fit, the first line is left out if the row
-/// shows it anyway: the full name.
-std::string joinedToolTip(const MenuItem& row, int columns, const Glyphs& glyphs) {
+/// What else is known of the selected row's process: for how long it has been running, and where.
+std::string lifeOf(const MenuItem& row, const MenuView& view, const Glyphs& glyphs) {
+  std::string life;
+  if (const std::string age = ageOf(row); !age.empty()) life += glyphs.line(" · ") + age;
+  if (!view.folder().empty()) life += glyphs.line(" · in " + view.folder());
+  return life;
+}
+
+/// The tooltip's lines in a row, and after its owner `life`. Where they do not all fit, the first
+/// line is left out if the row shows it anyway: the full name.
+std::string joinedToolTip(const MenuItem& row, const std::string& life, int columns,
+                          const Glyphs& glyphs) {
+  constexpr std::string_view kOwner = "Owner: ";
   std::string_view rest = row.toolTip;
   const std::string_view name = rest.substr(0, rest.find('\n'));
   const bool shown = row.title.find(name) != std::string::npos && name.size() < rest.size();
@@ -123,6 +133,7 @@ std::string joinedToolTip(const MenuItem& row, int columns, const Glyphs& glyphs
   for (;;) {
     const std::string_view line = rest.substr(0, rest.find('\n'));
     joined += glyphs.line(line);
+    if (line.starts_with(kOwner) && line.data() != name.data()) joined += life;
     if (line.size() == rest.size()) break;
     joined += glyphs.line(" · ");
     rest.remove_prefix(line.size() + 1);
@@ -134,9 +145,8 @@ std::string joinedToolTip(const MenuItem& row, int columns, const Glyphs& glyphs
 void paintToolTip(CellGrid& grid, const MenuView& view, const Box& box, const Look& look) {
   const MenuItem* row = view.selectedRow();
   if (row == nullptr || row->toolTip.empty()) return;
-  std::string joined = joinedToolTip(*row, box.width * box.height - 8, look.glyphs);
-  const std::string age = ageOf(*row);
-  if (!age.empty()) joined += look.glyphs.line(" · ") + age;
+  const std::string joined =
+      joinedToolTip(*row, lifeOf(*row, view, look.glyphs), box.width * box.height - 8, look.glyphs);
   // Cut to what the box holds before wrapping: a name may be a hundred thousand characters long.
   const int room = box.width - 2;
   const std::vector<std::string> lines = wrapped(fitted(joined, room * (box.height + 1)), room);

@@ -24,6 +24,8 @@ struct MenuRequest {
     perform,
     refresh,
     showKeys,
+    copyCommand,  ///< of the selected row's process
+    showCommand,  ///< the same, plain
     showMore,     ///< all rows of the selected section
     showMatches,  ///< another filter, which all rows have to pass
     sort,         ///< by what comes next
@@ -60,6 +62,12 @@ class MenuView {
   ///@{
   const std::string& hint() const { return hint_; }
   void setHint(std::string hint) { hint_ = std::move(hint); }
+  ///@}
+
+  /// Where the selected row's process works, as it may be shown; "" for unknown.
+  ///@{
+  const std::string& folder() const { return folder_; }
+  void setFolder(std::string folder) { folder_ = std::move(folder); }
   ///@}
 
   /// Whether there are families, and whether each is folded into one row.
@@ -125,6 +133,7 @@ class MenuView {
   std::string find_;  ///< what n and N look for
   std::string notice_;
   std::string hint_;
+  std::string folder_;
   ListCursor cursor_;
   std::optional<ItemKey> selectedKey_;
   std::optional<ItemKey> nextKey_;  ///< of the row below the selection

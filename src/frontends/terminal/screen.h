@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "frontends/terminal/cell_grid.h"
 #include "frontends/terminal/glyphs.h"
@@ -80,6 +81,13 @@ class Screen {
   /// Runs a system monitor on the terminal until it is left. False where it can't, or where there
   /// is a display for a monitor with a window.
   virtual bool runSystemMonitor() { return false; }
+
+  /// Asks the terminal to put a text into the clipboard; nobody knows whether it does.
+  virtual void copy(const std::string&) {}
+
+  /// Shows a text as ordinary output, without frames, lines of its own or a mouse that is heard,
+  /// until the user goes on.
+  virtual void showPlain(const std::string&) {}
 
   /// Seconds on a clock that only goes forward.
   virtual double now() const = 0;

@@ -7,6 +7,10 @@
 #include "frontends/terminal/footer.h"
 #include "frontends/terminal/keys_help.h"
 #include "frontends/terminal/menu_painter.h"
+#include "platform/process_place.h"
+#include "platform/processes.h"
+#include "scanner/credentials/credential_mask.h"
+#include "text/display_line.h"
 
 namespace terminal {
 namespace {
@@ -84,6 +88,7 @@ MenuGeometry TerminalFrontEnd::geometry() const {
 
 void TerminalFrontEnd::draw() {
   needsDrawing_ = false;
+  lookAtSelection();
   const Size size = screen_.size();
   CellGrid grid(size);
   Targets targets{.size = size};
@@ -140,6 +145,15 @@ void TerminalFrontEnd::handle(const Input& input) {
     case MenuRequest::Kind::showKeys:
       runModal(keysAlert());
       break;
+    case MenuRequest::Kind::copyCommand:
+    case MenuRequest::Kind::showCommand: {
+      const VordaProcess* const process =
+          view_.selectedRow() == nullptr ? nullptr : processOf(*view_.selectedRow());
+      const std::string command = process == nullptr ? "" : Alerts::wholeCommand(*process);
+      hint(takeCommand(command, request.kind == MenuRequest::Kind::copyCommand)
+               .value_or("There is no command here."));
+      break;
+    }
     case MenuRequest::Kind::showMore:
       showMore();
       break;
@@ -153,6 +167,33 @@ void TerminalFrontEnd::handle(const Input& input) {
       perform(Action::quitApp);
       break;
   }
+}
+
+/// What is said of it; none where there is no command.
+std::optional<std::string> TerminalFrontEnd::takeCommand(const std::string& command, bool copies) {
+  if (command.empty()) return std::nullopt;
+  if (copies) {
+    screen_.copy(command);
+    return "Copied, if the terminal lets it. C shows it plain.";
+  }
+  screen_.showPlain(screen_.look().glyphs.line(command));
+  return "";
+}
+
+/// Of what is selected, and one's own, the working folder is asked for: once for each menu.
+void TerminalFrontEnd::lookAtSelection() {
+  const MenuItem* const row = view_.selectedRow();
+  const VordaProcess* const process = row == nullptr ? nullptr : processOf(*row);
+  const auto selected = process == nullptr || process->isProtected
+                            ? std::nullopt
+                            : std::optional(ProcessReference{process->pid, process->identity});
+  if (selected == lookedAt_) return;
+  lookedAt_ = selected;
+  view_.setFolder({});
+  if (!selected || !selected->identity) return;
+  const auto folder = platform::workingFolderOfProcess(selected->pid);
+  if (!folder || platform::processIdentity(selected->pid) != selected->identity) return;
+  view_.setFolder(text::displayName(CredentialMask::maskedLine(*folder)));
 }
 
 /// The selection goes to the first of the rows that were left out.
@@ -247,6 +288,7 @@ void TerminalFrontEnd::setTitle(const std::string& title) {
 void TerminalFrontEnd::setToolTip(const std::string&) {}  // the menu itself shows it
 
 void TerminalFrontEnd::menuRebuilt(std::shared_ptr<const Menu> menu) {
+  lookedAt_.reset();
   view_.rebuilt(std::move(menu), listHeight(screen_.size(), view_, screen_.look()));
   needsDrawing_ = true;
 }
@@ -296,6 +338,9 @@ int TerminalFrontEnd::runModal(const Alert& alert) {
     const Input input = nextInput();
     const bool seen = !isTooSmall(screen_.size());
     if (seen || input.kind == Input::Kind::escape) answer = view.handle(input);
+    if (!seen || input.kind != Input::Kind::character) continue;
+    if (input.character != U'c' && input.character != U'C') continue;
+    if (const auto told = takeCommand(alert.command, input.character == U'c')) view.setNote(*told);
   }
 
   alert_ = below;

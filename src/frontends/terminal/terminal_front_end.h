@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "frontends/terminal/alert_view.h"
@@ -50,6 +51,8 @@ class TerminalFrontEnd : public FrontEnd {
   void handle(const Input& input);
   bool counts(const Input& input);
   void hint(const std::string& text);
+  void lookAtSelection();
+  std::optional<std::string> takeCommand(const std::string& command, bool copies);
   void showMore();
   void showMatches();
   void sortByNext();
@@ -69,6 +72,7 @@ class TerminalFrontEnd : public FrontEnd {
   AlertView* alert_ = nullptr;  ///< the one that is open, if any
   MenuDelegate* delegate_ = nullptr;
   MenuArrangement arrangement_;
+  std::optional<ProcessReference> lookedAt_;  ///< whose working folder is shown
   std::string title_;
   Size drawnSize_;
   bool needsDrawing_ = true;

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "frontends/terminal/direct_color.h"
+#include "text/base64.h"
 #include "text/display_line.h"
 
 namespace terminal {
@@ -107,6 +108,11 @@ std::string pasteBrackets(bool on) {
 std::string synchronizedUpdate(bool on) {
   if (!takesControlSequences()) return {};
   return on ? "\033[?2026h" : "\033[?2026l";
+}
+
+std::string clipboardBytes(std::string_view text) {
+  if (!takesControlSequences()) return {};
+  return "\033]52;c;" + text::inBase64(text) + "\a";
 }
 
 std::string resetBytes(int lastRow) {

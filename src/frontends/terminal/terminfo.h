@@ -34,6 +34,10 @@ std::string pasteBrackets(bool on);
 /// that would show them as text.
 std::string synchronizedUpdate(bool on);
 
+/// The bytes that ask the terminal to put a text into the clipboard (OSC 52). Empty for a terminal
+/// that would show them.
+std::string clipboardBytes(std::string_view text);
+
 /// The bytes that return the terminal that curses has opened to its ordinary state: pasting,
 /// mouse, colours, keys, cursor and screen. `lastRow` is its lowest row, from 0.
 std::string resetBytes(int lastRow);

@@ -84,4 +84,10 @@ std::string placeOfProcess(std::int32_t pid) {
   return cgroup ? placeInControlGroups(*cgroup) : std::string();
 }
 
+std::optional<std::string> workingFolderOfProcess(std::int32_t pid) {
+  ProcFs::Path path;
+  const std::string_view folder = systemProc().target(pid, "cwd", path);
+  return folder.starts_with('/') ? std::optional(std::string(folder)) : std::nullopt;
+}
+
 }  // namespace platform

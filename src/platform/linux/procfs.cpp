@@ -103,10 +103,14 @@ FileDescriptor ProcFs::open(const char* file) const {
   return FileDescriptor(openat(root_.get(), file, O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-std::string_view ProcFs::executable(std::int32_t pid, Path& path, std::string_view link) const {
+std::string_view ProcFs::target(std::int32_t pid, std::string_view link, Path& path) const {
   const ssize_t length =
       readlinkat(root_.get(), ProcPath(pid, link).get(), path.data(), path.size());
-  std::string_view target(path.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
+  return {path.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
+}
+
+std::string_view ProcFs::executable(std::int32_t pid, Path& path, std::string_view link) const {
+  std::string_view target = this->target(pid, link, path);
   constexpr std::string_view kDeleted = " (deleted)";
   if (target.ends_with(kDeleted)) target.remove_suffix(kDeleted.size());
   return target;

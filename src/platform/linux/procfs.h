@@ -37,10 +37,13 @@ class ProcFs {
   /// One file of a process, opened to be read.
   FileDescriptor open(std::int32_t pid, std::string_view file) const;
 
+  /// Where the link /proc/PID/`link` leads; "" when unreadable. The bytes live in `path`.
+  using Path = std::array<char, PATH_MAX>;
+  std::string_view target(std::int32_t pid, std::string_view link, Path& path) const;
+
   /// Where the link /proc/PID/exe leads, without the " (deleted)" that the kernel adds when
   /// the file is not there any more; "" when unreadable. The bytes live in `path`. `link` is
   /// that of the process, or of one of its threads.
-  using Path = std::array<char, PATH_MAX>;
   std::string_view executable(std::int32_t pid, Path& path, std::string_view link = "exe") const;
 
  private:

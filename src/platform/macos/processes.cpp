@@ -148,6 +148,11 @@ std::string placeOfProcess(std::int32_t) {
   return {};
 }
 
+/// The terminal asks for it, which this edition does not have.
+std::optional<std::string> workingFolderOfProcess(std::int32_t) {
+  return std::nullopt;
+}
+
 std::int32_t ownPid() {
   return getpid();
 }

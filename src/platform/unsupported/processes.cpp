@@ -44,6 +44,10 @@ std::string placeOfProcess(std::int32_t) {
   return {};
 }
 
+std::optional<std::string> workingFolderOfProcess(std::int32_t) {
+  return std::nullopt;
+}
+
 std::int32_t ownPid() {
   return 0;  // no process of anybody's
 }

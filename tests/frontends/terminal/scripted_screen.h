@@ -40,8 +40,10 @@ class ScriptedScreen : public terminal::Screen {
   /// The first line that holds the text; -1 when none does.
   int lineOf(const std::string& text) const;
   bool shows(const std::string& text) const { return picture().find(text) != std::string::npos; }
-  int monitors = 0;                            ///< how often a system monitor can be run on it
-  int rings = 0;                               ///< of the bell
+  int monitors = 0;                 ///< how often a system monitor can be run on it
+  int rings = 0;                    ///< of the bell
+  std::vector<std::string> copied;  ///< into the clipboard
+  std::vector<std::string> shownPlain;
   int walksGivenUp = 0;                        ///< a row that walkTo() looked for was not there
   std::function<void(double)> whenTimePasses;  ///< is told how many seconds
   double pause = 1;  ///< so many seconds pass before each key that is pressed from now on
@@ -52,6 +54,8 @@ class ScriptedScreen : public terminal::Screen {
   terminal::Input nextInput(std::optional<double> seconds) override;
   void ring() override { ++rings; }
   bool runSystemMonitor() override { return monitors > 0 && monitors-- > 0; }
+  void copy(const std::string& text) override { copied.push_back(text); }
+  void showPlain(const std::string& text) override { shownPlain.push_back(text); }
   double now() const override { return now_; }
 
  private:

@@ -102,6 +102,68 @@ TEST_F(TerminalMenu, SaysHowLongTheSelectedProcessHasBeenRunning) {
   run();
 }
 
+TEST_F(TerminalMenu, SaysWhereTheSelectedProcessWorks) {
+  machine().find(20)->folder = "/home/ada/runs/token=abcdefghijklmnop\033[2J";
+  machine().find(30)->folder = "/srv/elsewhere";
+  machine().find(30)->effectiveUid = 1001;
+  machine().find(30)->arguments = {"/usr/bin/ollama", "serve"};  // shown, whoever's it is
+  screen.size_.width = 160;
+  screen.walkTo("middle");
+  screen.then([&] {
+    EXPECT_TRUE(shows("Owner: ada · for 0 min · in /home/ada/runs/token=•••"));
+    machine().find(20)->folder = "/home/ada";
+  });
+  screen.wait(6);
+  screen.then([&] {
+    EXPECT_TRUE(shows(" · in /home/ada")) << "asked again with each menu";
+    EXPECT_FALSE(shows("runs"));
+    machine().foldersRead = 0;
+  });
+  screen.walkTo("Ollama");
+  screen.then([&] {
+    EXPECT_FALSE(shows("elsewhere")) << "not asked of others' processes";
+    EXPECT_EQ(machine().foldersRead, 0);
+  });
+  run();
+}
+
+TEST_F(TerminalMenu, SaysNoFolderOfALaterProcessWithThePid) {
+  machine().find(20)->folder = "/home/ada";
+  screen.then([] { machine().find(20)->identity = 2; });
+  screen.walkTo("middle");
+  screen.then([&] { EXPECT_FALSE(shows("/home/ada")); });
+  run();
+}
+
+TEST_F(TerminalMenu, CopiesTheMaskedCommandOrShowsItPlain) {
+  machine().find(20)->arguments = {"/usr/bin/middle", "--api-key", "sk-123456789", "a\nb"};
+  const std::string command = "/usr/bin/middle --api-key ••• a\uFFFDb";
+  screen.walkTo("middle");
+  screen.type(U'c');
+  screen.then([&] {
+    EXPECT_THAT(screen.copied, ElementsAre(command));
+    EXPECT_TRUE(shows("Copied, if the terminal lets it. C shows it plain."));
+  });
+  screen.press(Kind::enter);
+  screen.press(Kind::enter);
+  screen.then([&] { EXPECT_TRUE(shows("─ c copies the command, C shows it ─")); });
+  screen.type(U'C');
+  screen.then([&] { EXPECT_THAT(screen.shownPlain, ElementsAre(command)); });
+  screen.type(U'c');
+  screen.then([&] {
+    EXPECT_EQ(screen.copied.size(), 2U);
+    EXPECT_TRUE(shows("─ Copied, if the terminal"));
+  });
+  screen.press(Kind::escape);
+  screen.walkTo("About");
+  screen.type(U'c');
+  screen.then([&] { EXPECT_TRUE(shows("There is no command here.")); });
+  screen.press(Kind::enter);
+  screen.type(U'c');
+  screen.then([&] { EXPECT_EQ(screen.copied.size(), 2U) << "nor in other alerts"; });
+  run();
+}
+
 TEST_F(TerminalMenu, SleepsUntilTheNextRefresh) {
   screen.wait(20);
   run();
