@@ -33,7 +33,7 @@ TEST(ProgramStart, NobodysNameIsPrintedAsFigures) {
       {"--memory", "200"}, {"/opt/x  ·   9.9 GB  ·  pid 1\u3000\u3000[A]", "vllm", "serve"}));
   const std::string pid = "pid " + std::to_string(forger.pid());
   const std::string menu = BackgroundProgram({VORDA}, kNoDisplay).output();
-  EXPECT_THAT(menu, ContainsRegex("\n★ x · 9.9 GB · pid 1 \\[A\\] +·   2[0-9][0-9] MB  ·  " + pid));
+  EXPECT_THAT(menu, ContainsRegex("\n★ x · 9.9 GB · pid 1 \\[A\\] +·   2[0-9][0-9] MB +·  " + pid));
 }
 
 TEST(ProgramStart, NobodysNameIsALineWithoutAnEnd) {
@@ -42,7 +42,7 @@ TEST(ProgramStart, NobodysNameIsALineWithoutAnEnd) {
   const ChildProcess dear(playProcess({"--memory", "200"}, {name, "vllm", "serve"}));
   const std::string pid = "pid " + std::to_string(dear.pid());
   const std::string menu = BackgroundProgram({VORDA}, kNoDisplay).output();
-  EXPECT_THAT(menu, ContainsRegex("\n★ e(\u0301){31} +·   2[0-9][0-9] MB  ·  " + pid));
+  EXPECT_THAT(menu, ContainsRegex("\n★ e(\u0301){31} +·   2[0-9][0-9] MB +·  " + pid));
 }
 
 TEST(ProgramStart, WhereTheLocaleIsNotUtf8PrintsAscii) {
@@ -76,14 +76,40 @@ TEST(ProgramStart, AFoldersControlCharactersAreNotPrinted) {
                                        "/a\uFFFD[2Jb/vorda-tray: Exec format error\n");
 }
 
-TEST(ProgramStart, ABadOptionIsOneLineAndStatusTwo) {
-  BackgroundProgram program({VORDA, "--colour"}, kNoDisplay);
+struct BadOptionRow {
+  const char* name;
+  std::vector<std::string> options;
+  const char* problem;
+};
+
+class BadOption : public testing::TestWithParam<BadOptionRow> {};
+
+TEST_P(BadOption, IsOneLineAndStatusTwo) {
+  std::vector<std::string> command{VORDA};
+  command.insert(command.end(), GetParam().options.begin(), GetParam().options.end());
+  BackgroundProgram program(command, kNoDisplay);
   const auto status = program.wait();
   ASSERT_TRUE(status && WIFEXITED(*status));
   EXPECT_EQ(WEXITSTATUS(*status), 2);
   EXPECT_EQ(program.firstLine(), "");
-  EXPECT_EQ(program.errorOutput(), "vorda: unknown option '--colour' (see vorda --help)\n");
+  EXPECT_EQ(program.errorOutput(),
+            "vorda: " + std::string(GetParam().problem) + " (see vorda --help)\n");
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, BadOption,
+    testing::Values(
+        BadOptionRow{"Unknown", {"--colour"}, "unknown option '--colour'"},
+        BadOptionRow{"WithAValue", {"--bar=1"}, "unknown option '--bar=1'"},
+        BadOptionRow{"Word", {"help"}, "unexpected argument 'help'"},
+        BadOptionRow{"Empty", {""}, "unexpected argument ''"},
+        BadOptionRow{"AfterAGoodOne", {"--help", "x"}, "unexpected argument 'x'"},
+        BadOptionRow{"SteersTheTerminal", {"--\033[2J"}, "unknown option '--\uFFFD[2J'"},
+        BadOptionRow{"WatchAlone", {"--watch"}, "--watch goes with --bar"},
+        BadOptionRow{"Two",
+                     {"--text", "--json"},
+                     "only one of --help, --version, --text, --json and --bar can be given"}),
+    rowName<BadOptionRow>);
 
 const BackgroundProgram::Environment kDesktop{{"DISPLAY", ":4711"}, {"WAYLAND_DISPLAY", {}}};
 
@@ -121,31 +147,60 @@ TEST(ProgramStart, TheWatchedBarEndsWithItsReader) {
   EXPECT_EQ(program.errorOutput(), "");
 }
 
-struct FullDiskRow {
+/// Somewhere where nothing can be written to, as a shell opens it.
+struct UnwritableRow {
   const char* name;
-  const char* option;
-  const char* error;
+  std::string opens;
+  const char* problem;
 };
 
-class FullDisk : public testing::TestWithParam<FullDiskRow> {};
+class Unwritable : public testing::TestWithParam<UnwritableRow> {};
 
-TEST_P(FullDisk, IsOneLineAndStatusOne) {
-  BackgroundProgram program(
-      {"/bin/sh", "-c", "exec \"$0\" $1 > /dev/full", VORDA, GetParam().option}, kNoDisplay);
+TEST_P(Unwritable, IsOneLineAndStatusOne) {
+  struct Option {
+    const char* option;
+    std::string what;
+  };
+  const Option options[] = {{"", "the menu"},       {"--text", "the menu"},
+                            {"--json", "the JSON"}, {"--bar", "the line"},
+                            {"--help", "the help"}, {"--version", "the version"}};
+  for (const auto& [option, what] : options) {
+    SCOPED_TRACE(option);
+    const TempFolder folder;
+    BackgroundProgram program({"/bin/sh", "-c", GetParam().opens + "; exec \"$0\" $1 >&5 5>&-",
+                               VORDA, option, folder / "pipe"},
+                              kNoDisplay);
+    const auto status = program.wait();
+    ASSERT_TRUE(status && WIFEXITED(*status));
+    EXPECT_EQ(WEXITSTATUS(*status), 1);
+    EXPECT_EQ(program.errorOutput(),
+              "vorda: can't write " + what + ": " + GetParam().problem + "\n");
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, Unwritable,
+    testing::Values(UnwritableRow{"FullDisk", "exec 5> /dev/full", "No space left on device"},
+                    UnwritableRow{"PipeWithoutAReader",
+                                  R"(mkfifo "$2"; exec 4<> "$2" 5> "$2" 4>&-)", "Broken pipe"},
+                    UnwritableRow{"FileToRead", "exec 5< /dev/null", "Bad file descriptor"}),
+    rowName<UnwritableRow>);
+
+TEST(ProgramStart, WithoutAnOutputSaysSo) {
+  BackgroundProgram program({"/bin/sh", "-c", "exec \"$0\" --text >&-", VORDA}, kNoDisplay);
   const auto status = program.wait();
   ASSERT_TRUE(status && WIFEXITED(*status));
   EXPECT_EQ(WEXITSTATUS(*status), 1);
-  EXPECT_EQ(program.errorOutput(),
-            "vorda: can't write " + std::string(GetParam().error) + ": No space left on device\n");
+  EXPECT_EQ(program.errorOutput(), "vorda: can't write the menu: Bad file descriptor\n");
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, FullDisk,
-                         testing::Values(FullDiskRow{"Menu", "", "the menu"},
-                                         FullDiskRow{"Text", "--text", "the menu"},
-                                         FullDiskRow{"Json", "--json", "the JSON"},
-                                         FullDiskRow{"Bar", "--bar", "the line"},
-                                         FullDiskRow{"Help", "--help", "the help"},
-                                         FullDiskRow{"Version", "--version", "the version"}),
-                         rowName<FullDiskRow>);
+TEST(ProgramStart, TheWatchedBarEndsOnAFullDisk) {
+  BackgroundProgram program({"/bin/sh", "-c", "exec \"$0\" --bar --watch > /dev/full", VORDA},
+                            kNoDisplay);
+  const auto status = program.wait();
+  ASSERT_TRUE(status && WIFEXITED(*status));
+  EXPECT_EQ(WEXITSTATUS(*status), 1);
+  EXPECT_EQ(program.errorOutput(), "vorda: can't write the line: No space left on device\n");
+}
 
 }  // namespace
