@@ -11,7 +11,7 @@ START = build/$(PRESET)/vorda
 PREFIX ?= /usr/local
 endif
 
-.PHONY: help run test build bench coverage fuzz soak lint docs install package check-packages screenshots desktops mac-check clean
+.PHONY: help run test build bench coverage fuzz soak lint docs install uninstall package check-packages screenshots desktops mac-check clean
 
 # How long `make fuzz` runs each target, in seconds.
 FUZZ_SECONDS ?= 60
@@ -71,7 +71,10 @@ docs: ## make the pages of the headers' contracts and of docs/, in build/docs
 	@scripts/docs
 
 install: build ## install the program under PREFIX: /usr/local, on a Mac /Applications (DESTDIR is honoured)
-	@cmake --install build/$(PRESET) --prefix $(PREFIX) --strip
+	@scripts/install build/$(PRESET) $(PREFIX)
+
+uninstall: ## take away what `make install` has installed (with the same DESTDIR)
+	@scripts/uninstall build/$(PRESET)
 
 package: ## make the .deb packages, in build/release/packages
 	@scripts/bootstrap build package
