@@ -11,6 +11,10 @@ START = build/$(PRESET)/vorda
 PREFIX ?= /usr/local
 endif
 
+# The tray is left out where it can't be had, or is not wanted.
+TRAY ?= yes
+BOOTSTRAP_TRAY = test $(TRAY) = no || scripts/bootstrap tray || echo "make: what the tray takes can't be installed"
+
 .PHONY: help run test build bench coverage fuzz soak lint docs install uninstall package check-packages screenshots desktops mac-check clean
 
 # How long `make fuzz` runs each target, in seconds.
@@ -25,45 +29,48 @@ help: ## list the targets
 run: build ## install what is missing, build and start the program
 	@$(START)
 
-build: ## install what is missing and build the program
+build: ## install what is missing and build the program (TRAY=no: without the desktop's half)
 	@scripts/bootstrap build
-	@cmake --preset $(PRESET)
+	@$(BOOTSTRAP_TRAY)
+	@cmake --preset $(PRESET) -D VORDA_TRAY=$(TRAY)
 	@cmake --build --preset $(PRESET) --target programs
+	@test $(TRAY) = no -o -e build/$(PRESET)/vorda-tray -o "$(shell uname)" != Linux || \
+	  echo "make: vorda is built, and vorda-tray is not: that takes Qt 6, libxcb and rsvg-convert"
 
 test: ## install what is missing, build everything and run every test
-	@scripts/bootstrap build test
+	@scripts/bootstrap build tray test
 	@cmake --preset $(PRESET)
 	@cmake --build --preset $(PRESET)
 	@ctest --preset $(PRESET) --parallel $(JOBS)
 
 # BENCH_ARGS: build/release/vorda_bench --help lists the options.
 bench: ## install what is missing, build and measure what the program costs
-	@scripts/bootstrap build bench
+	@scripts/bootstrap build tray bench
 	@scripts/bootstrap peers || echo "bench: not everything to compare with could be installed"
 	@cmake --preset release
 	@cmake --build --preset release --target vorda_bench
 	@build/release/vorda_bench --json=build/release/bench.json $(BENCH_ARGS)
 
 coverage: ## run every test and print which share of the lines they run
-	@scripts/bootstrap build test coverage
+	@scripts/bootstrap build tray test coverage
 	@cmake --preset coverage
 	@cmake --build --preset coverage
 	@scripts/coverage
 
 fuzz: ## run each fuzz target for FUZZ_SECONDS=60 seconds, JOBS at a time
-	@scripts/bootstrap build test fuzz
+	@scripts/bootstrap build tray test fuzz
 	@cmake --preset fuzz
 	@cmake --build --preset fuzz
 	@scripts/fuzz $(FUZZ_SECONDS) $(JOBS)
 
 soak: ## run storms over the real program for SOAK_SECONDS=120 seconds (as root: all of them)
-	@scripts/bootstrap build test
+	@scripts/bootstrap build tray test
 	@cmake --preset $(PRESET)
 	@cmake --build --preset $(PRESET) --target vorda_soak
 	@build/$(PRESET)/vorda_soak --seconds=$(SOAK_SECONDS)
 
 lint: ## read everything for defects: format, spelling, clang-tidy … (LINT_STEPS: only some)
-	@scripts/bootstrap build test bench lint
+	@scripts/bootstrap build tray test bench lint
 	@scripts/lint $(LINT_STEPS)
 
 docs: ## make the pages of the headers' contracts and of docs/, in build/docs
@@ -77,7 +84,7 @@ uninstall: ## take away what `make install` has installed (with the same DESTDIR
 	@scripts/uninstall build/$(PRESET)
 
 package: ## make the .deb packages, in build/release/packages
-	@scripts/bootstrap build package
+	@scripts/bootstrap build tray package
 	@cmake --preset release
 	@cmake --build --preset release --target programs
 	@cd build/release && cpack -G DEB
@@ -87,19 +94,19 @@ check-packages: package ## install, start and remove the packages in a clean sys
 	@scripts/check_packages build/release/packages
 
 screenshots: ## start real desktops and take the pictures in docs/pictures/
-	@scripts/bootstrap build test screenshots
+	@scripts/bootstrap build tray test screenshots
 	@cmake --preset release
 	@cmake --build --preset release --target programs play_process
 	@scripts/screenshots
 
 desktops: ## try the tray on real desktops, and take pictures of it (root; minutes)
-	@scripts/bootstrap build test screenshots desktops
+	@scripts/bootstrap build tray test screenshots desktops
 	@cmake --preset release
 	@cmake --build --preset release --target programs play_process
 	@tests/desktops/run
 
 mac-check: ## build on Linux what a Mac builds, against the macOS SDK that SDK=FOLDER names
-	@scripts/bootstrap build mac-check
+	@scripts/bootstrap build tray mac-check
 	@scripts/mac_check "$(SDK)"
 
 clean: ## remove everything that was built
