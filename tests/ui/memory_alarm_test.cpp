@@ -13,7 +13,7 @@ namespace {
 using Stalls = platform::MemoryStalls;
 constexpr double kMBPerGB = 1024;
 
-VordaProcess process(std::int32_t pid, double memGB, const char* name = "hog") {
+VordaProcess holder(std::int32_t pid, double memGB, const char* name = "hog") {
   VordaProcess process{.pid = pid, .displayName = name, .memMB = memGB * kMBPerGB};
   process.identity = static_cast<std::uint64_t>(pid);
   return process;
@@ -26,7 +26,7 @@ struct Trace {
   std::function<double(double)> availableGB = [](double) { return 12.0; };
   std::function<std::optional<Stalls>(double)> stalls = [](double) { return Stalls{}; };
   std::function<std::vector<VordaProcess>(double)> processes = [](double) {
-    return std::vector{process(1, 4)};
+    return std::vector{holder(1, 4)};
   };
   std::function<bool(double)> menuIsOpen = [](double) { return false; };
 
@@ -75,7 +75,7 @@ TEST_P(Leak, IsWarnedOfOnceAndBeforeTheEnd) {
     Trace trace{.totalGB = row.totalGB};
     trace.availableGB = leak(row.fromGB, row.rate, start);
     trace.processes = [&](double time) {
-      return std::vector{process(1, 4, "idle"), process(2, row.rate * std::max(0.0, time - start))};
+      return std::vector{holder(1, 4, "idle"), holder(2, row.rate * std::max(0.0, time - start))};
     };
     trace.run(100'000);
     ASSERT_EQ(trace.warnings.size(), 1U) << start;
@@ -117,7 +117,7 @@ TEST(MemoryAlarm, TwentyLoadingsOfModelsThatFitGiveNoWarning) {
       trace.availableGB = [&](double time) {
         return totalGB - usedBefore - loaded(time) - noise * std::sin(7 * time) - noise;
       };
-      trace.processes = [&](double time) { return std::vector{process(1, loaded(time))}; };
+      trace.processes = [&](double time) { return std::vector{holder(1, loaded(time))}; };
       trace.stalls = [&](double time) {  // some, now and then, never for long
         return std::fmod(time, 40) < 10 ? Stalls{25, 6} : Stalls{3, 1};
       };
@@ -227,7 +227,7 @@ TEST(MemoryAlarm, StallsThatNobodySawForLongBeginAnew) {
 Trace stalling(const std::function<int(double)>& culprit) {
   Trace trace;
   trace.stalls = [](double) { return Stalls{60, 20}; };
-  trace.processes = [culprit](double time) { return std::vector{process(culprit(time), 4)}; };
+  trace.processes = [culprit](double time) { return std::vector{holder(culprit(time), 4)}; };
   return trace;
 }
 
@@ -282,7 +282,7 @@ MemoryCulprit culpritOf(const std::vector<VordaProcess>& before,
 }
 
 TEST(MemoryCulprit, IsWhoHasGrownAndNotWhoIsLarge) {
-  const auto found = culpritOf({process(1, 9), process(2, 1)}, {process(1, 9), process(2, 4)});
+  const auto found = culpritOf({holder(1, 9), holder(2, 1)}, {holder(1, 9), holder(2, 4)});
   EXPECT_EQ(found.process, (ProcessReference{2, 2}));
   EXPECT_EQ(found.memMB, 4096);
   EXPECT_EQ(found.grownMB, 3072);
@@ -290,24 +290,24 @@ TEST(MemoryCulprit, IsWhoHasGrownAndNotWhoIsLarge) {
 }
 
 TEST(MemoryCulprit, MayBeNewAndMayHaveThePidOfAnother) {
-  EXPECT_EQ(culpritOf({process(1, 9)}, {process(1, 9), process(2, 2)}).process.pid, 2);
-  VordaProcess other = process(2, 3);
+  EXPECT_EQ(culpritOf({holder(1, 9)}, {holder(1, 9), holder(2, 2)}).process.pid, 2);
+  VordaProcess other = holder(2, 3);
   other.identity = 99;
-  EXPECT_EQ(culpritOf({process(1, 9), process(2, 3)}, {process(1, 9), other}).grownMB, 3072);
+  EXPECT_EQ(culpritOf({holder(1, 9), holder(2, 3)}, {holder(1, 9), other}).grownMB, 3072);
 }
 
 TEST(MemoryCulprit, IsOnlyTheLargestWhereNobodysGrowthExplainsIt) {
-  const auto found = culpritOf({process(1, 9), process(2, 1)}, {process(1, 9), process(2, 1.9)});
+  const auto found = culpritOf({holder(1, 9), holder(2, 1)}, {holder(1, 9), holder(2, 1.9)});
   EXPECT_EQ(found.process.pid, 1);
   EXPECT_EQ(found.grownMB, 0);
 }
 
 TEST(MemoryCulprit, OfAFamilyIsWhoHasGrownMostInIt) {
-  std::vector<VordaProcess> before{process(1, 9)};
-  std::vector<VordaProcess> after{process(1, 9.9)};
+  std::vector<VordaProcess> before{holder(1, 9)};
+  std::vector<VordaProcess> after{holder(1, 9.9)};
   for (int pid = 10; pid < 18; ++pid) {
-    before.push_back(process(pid, 1));
-    after.push_back(process(pid, pid == 15 ? 1.4 : 1.3));
+    before.push_back(holder(pid, 1));
+    after.push_back(holder(pid, pid == 15 ? 1.4 : 1.3));
     before.back().family = after.back().family = 10;
   }
   EXPECT_EQ(culpritOf(before, after).process.pid, 15);
