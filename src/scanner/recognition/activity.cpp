@@ -118,6 +118,18 @@ bool hasOption(const Invocation& invocation, std::string_view list) {
       });
 }
 
+/// "train data=coco.yaml epochs=10": what only a training is told.
+bool hasSettingsOfTraining(const Invocation& invocation) {
+  if (hasOption(invocation, "--epochs --learning-rate --lr --batch-size --train-data")) return true;
+  const Arguments first =
+      invocation.arguments.first(std::min<std::size_t>(invocation.arguments.size(), 64));
+  return std::any_of(first.begin(), first.end(), [](std::string_view word) {
+    const auto equals = word.find('=');
+    return equals != std::string_view::npos &&
+           isListed("data epochs lr lr0 batch imgsz", word.substr(0, equals));
+  });
+}
+
 /// What a word of an MCP server's own name is; "--stdio" and "mcp" make an agent.
 bool isMcp(const Invocation& invocation, const std::vector<std::string>& subcommands) {
   for (const std::string_view name :
@@ -285,6 +297,10 @@ Activity activityOf(const Invocation& invocation) {
                              isAnyListed(kMethods, strings(wordsOf(withJoinedWords(word))));
                     });
     if (hasMethod) return {LabRole::training, subcommands.front(), {}};
+    if (!subcommands.empty() && subcommands.front() == "train" &&
+        hasSettingsOfTraining(invocation)) {
+      return {LabRole::training, "train", {}};
+    }
   }
   // Options that only programs have that act for somebody.
   if (hasOption(invocation,
@@ -312,9 +328,12 @@ Activity activityOf(const Invocation& invocation) {
   if (serves && takesModel()) return {LabRole::inference, "serve", {}};
   // So does a port, and so does a program that is given a file of weights.
   if (!trains && !neither) {
-    const bool isServer = listens || isAnyListed("launcher router worker supervisor", words);
-    if (isServer && takesModel()) return {LabRole::inference, "serve", {}};
+    if (listens && takesModel()) return {LabRole::inference, "serve", {}};
     if (!invocation.isPython && givesWeights(invocation)) return {LabRole::inference, {}, {}};
+    // One that only works for others may speak of a model that somebody else serves.
+    if (isAnyListed("launcher router worker", words) && holdsModel(invocation)) {
+      return {LabRole::inference, "serve", {}};
+    }
   }
   // What several devices are started for is a training, where nothing says otherwise.
   if (isDistributed && runsScript) return {LabRole::training, {}, {}};

@@ -21,7 +21,8 @@ constexpr std::string_view kModelOptions =
     "--pretrained-model-name-or-path --pretrained-model-name --pretrained-model --base-model "
     "--base-model-name --base-model-path "
     "--model-dir --checkpoint --ckpt --checkpoint-path --checkpoint-dir --ckpt-path --ckpt-dir "
-    "--llama-checkpoint-path --model-repo --model-uri --model-file --hf-model-path "
+    "--llama-checkpoint-path --model-repo --model-uri --model-file --gguf --gguf-file "
+    "--hf-model-path "
     "--teacher-model-name-or-path";
 
 /// An option or a key with dots: the last part tells ("--actor.model_name_or_path").
@@ -103,6 +104,11 @@ bool isWeights(std::string_view word) {
   return word.ends_with(".gguf") || word.ends_with(".safetensors");
 }
 
+/// A word for how it is trained, where others take their model.
+bool isMethod(std::string_view word) {
+  return isListed("lora qlora full adapter adapter_v2 sft dpo grpo kto orpo ppo", word);
+}
+
 /// What stands right behind the verb, or, of a program without one, right behind its name.
 std::optional<std::string_view> operand(Arguments arguments, std::string_view verb) {
   std::size_t at = 0;
@@ -114,6 +120,8 @@ std::optional<std::string_view> operand(Arguments arguments, std::string_view ve
   // "serve api_server MODEL", "serve -p 8080 MODEL"
   while (at + 1 < arguments.size() && isPortOption(arguments[at])) at += 2;
   while (at < arguments.size() && isListed("api_server serve server", arguments[at])) ++at;
+  // "finetune lora MODEL"
+  while (at < arguments.size() && isMethod(arguments[at])) ++at;
   if (at >= arguments.size()) return std::nullopt;
   const std::string_view word = arguments[at];
   if (word.empty() || word.front() == '-' || word.find('=') != std::string_view::npos) {
@@ -127,7 +135,7 @@ std::optional<std::string_view> operand(Arguments arguments, std::string_view ve
 
 /// What follows an option of these words is no model that is served, although it may look like one.
 bool takesSomethingElse(std::string_view option) {
-  constexpr std::string_view kElse =
+  static constexpr std::string_view kElse =
       "tokenizer draft speculative dataset data lora adapter adapters template config dir cache "
       "revision output image mmproj vae clip reward teacher file path host url key log";
   const auto words = wordsOf(option);
@@ -181,7 +189,6 @@ std::optional<std::string_view> modelOf(const Invocation& invocation, std::strin
 }
 
 std::optional<std::string_view> recipeOf(const Invocation& invocation) {
-  std::optional<std::string_view> found;
   // Who is given "config.yaml" and nothing else is at least told from others by it; the value of
   // an option is not.
   const auto tellsName = [&invocation](std::string_view path, bool isOperand) {
@@ -241,6 +248,11 @@ bool givesWeights(const Invocation& invocation) {
   return given && isWeights(*given);
 }
 
+bool holdsModel(const Invocation& invocation) {
+  const auto given = valueOf(lookedAt(invocation), kModelOptions);
+  return given && (given->find('/') != std::string_view::npos || isWeights(*given));
+}
+
 bool looksLikeModel(std::string_view word) {
   if (word.starts_with("HF://") || word.starts_with("hf://") || isWeights(word)) return true;
   if (word.empty() || word.find_first_of(" =\\\"'") != std::string_view::npos) return false;
@@ -278,10 +290,18 @@ std::string modelName(std::string_view model) {
     model = model.substr(0, model.find('/'));
   }
   std::string_view base = text::lastPathComponent(model);
-  // A service in a module: package.module:Service
+  constexpr std::string_view kLatest = ":latest";
+  if (base.size() > kLatest.size() && base.ends_with(kLatest)) {
+    base.remove_suffix(kLatest.size());
+  }
+  // A service in a module: package.module:Service, service.py:svc
   const auto colon = base.rfind(':');
-  if (base.size() == model.size() && colon != std::string_view::npos && colon + 1 < base.size() &&
-      text::isUpper(base[colon + 1])) {
+  constexpr std::string_view kSource = ".py:";
+  if (const auto source = base.find(kSource); source != std::string_view::npos && source > 0) {
+    base = colon + 1 < base.size() && text::isUpper(base[colon + 1]) ? base.substr(colon + 1)
+                                                                     : base.substr(0, source);
+  } else if (base.size() == model.size() && colon != std::string_view::npos &&
+             colon + 1 < base.size() && text::isUpper(base[colon + 1])) {
     base.remove_prefix(colon + 1);
   }
   // "ggml-small.en.bin" is "small.en"; but "ggml-model" says no more without it.

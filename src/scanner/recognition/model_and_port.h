@@ -27,6 +27,9 @@ bool namesModel(const Invocation& invocation);
 /// Whether that is a file of weights.
 bool givesWeights(const Invocation& invocation);
 
+/// Whether an option gives it a model of the hub's or a path, not just a name.
+bool holdsModel(const Invocation& invocation);
+
 /// Whether a word that belongs to no option is a model's name: "organization/name", "name3.1:8b",
 /// a file of weights.
 bool looksLikeModel(std::string_view word);

@@ -496,12 +496,22 @@ inline constexpr Product kProducts[] = {
     {"lerobot-train lerobot.scripts.train lerobot.scripts.lerobot-train lerobot/train.py "
      "lerobot/lerobot-train.py lerobot-train.py",
      "LeRobot train", kTraining, Naming::training, "--policy.type --policy.path"},
+    {"lerobot.async-inference.policy-server", "LeRobot policy server", kInference, Naming::tool},
     {"lerobot-record lerobot-teleoperate lerobot-calibrate lerobot-eval lerobot-replay", "LeRobot",
      kNone, Naming::byRules},
     {"rl-zoo3 rl-zoo3.train", "RL Zoo", kTraining, Naming::tool, "", "", {{{"enjoy"}}}},
     {"mergekit mergekit-yaml mergekit-moe mergekit-extract-lora mergekit-pytorch", "mergekit",
      kNone, Naming::byRules},
-    {"unsloth", "Unsloth", kNone, Naming::tool, "", "", {{{"studio", kNone}}}, true},
+    {"unsloth",
+     "Unsloth",
+     kNone,
+     Naming::training,
+     "",
+     "",
+     {{{"train", kTraining, "Unsloth fine-tune"},
+       {"finetune", kTraining, "Unsloth fine-tune"},
+       {"studio", kNone}}},
+     true},
     {"unsloth-cli.py unsloth-cli", "Unsloth", kTraining, Naming::byRules},
 
     // Agents: programs that write code or run tasks.

@@ -58,6 +58,10 @@ std::string_view methodOf(const Activity& activity, const Invocation& invocation
         option);
     if (isMethod && i + 1 < arguments.size()) words += ' ' + normalized(arguments[i + 1]);
   }
+  const auto subcommands = subcommandsOf(invocation);
+  for (std::size_t i = 0; i < std::min<std::size_t>(subcommands.size(), 2); ++i) {
+    if (isListed("lora qlora dora grpo dpo", subcommands[i])) words += ' ' + subcommands[i];
+  }
   if (activity.verb == "run") {  // tune run --nproc_per_node 2 RECIPE
     std::string_view before;
     for (std::size_t i = 1; i < arguments.size(); ++i) {
@@ -160,7 +164,7 @@ std::string trainingName(const Product& product, const Activity& activity,
              !word.empty() && activity.verb != "run") {
     name += ": " + ProcessScanner::basenameModel(word);
   } else if (const std::string subject = subjectOf(invocation, product); !subject.empty()) {
-    name += ": " + subject;
+    name += ": " + ProcessScanner::basenameModel(subject);
   }
   return name;
 }
@@ -221,8 +225,11 @@ std::optional<FriendlyName> productName(const Product& product, const Activity& 
   }
   if (product.naming == Naming::tool) {
     if (servesMcp(invocation)) return FriendlyName{"MCP: " + group + port, "MCP"};
-    if (const auto server = carriedServer(invocation); server && group.starts_with("MCP")) {
-      return FriendlyName{server->displayName + port, "MCP"};
+    if (group.starts_with("MCP")) {
+      if (auto server = carriedServer(invocation)) {
+        if (server->displayName.find("  (:") == std::string::npos) server->displayName += port;
+        return server;
+      }
     }
     const std::string name(activity.name.empty() ? product.name : activity.name);
     return FriendlyName{name + port, group};
@@ -302,6 +309,9 @@ FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view 
     name.displayName.resize(name.displayName.size() - moduleAsModel.size());
     name.displayName += ": " + modelName(*model);
   }
+  if (!model && !moduleAsModel.empty() && name.displayName == "Training" + moduleAsModel) {
+    name.displayName = "Training: " + std::string(text::withinBytes(invocation.path, kLongestName));
+  }
   if (role == LabRole::training) {
     const auto recipe = recipeOf(invocation);
     const bool takesModel = name.product == "Fine-tune" &&
@@ -331,8 +341,8 @@ FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view 
     }
   }
   if (role != LabRole::inference) return name;
-  if (invocation.isDistributed && !invocation.script.empty() && name.product == "Process") {
-    name.displayName = text::lastPathComponent(invocation.path);
+  if (!invocation.script.empty() && name.product == "Process") {
+    name.displayName = text::withinBytes(text::lastPathComponent(invocation.path), kLongestName);
   }
   // A server that nobody knows is called by its program alone.
   if (model && name.product == "Process" && name.displayName.find(": ") == std::string::npos) {

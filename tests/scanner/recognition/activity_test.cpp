@@ -39,6 +39,8 @@ INSTANTIATE_TEST_SUITE_P(
         A{"Help", {"llamafactory-cli", "train", "-h"}, LabRole::none},
         A{"ProviderOfAModel", {"pi", "--provider", "x", "--model", "y"}, LabRole::agent},
         A{"ProviderAlone", {"dnsupdate", "--provider", "x"}, LabRole::none},
+        A{"TrainsWithSettings", {"libreyolo", "train", "data=d.yaml"}, LabRole::training},
+        A{"TrainsNobodyKnowsWhat", {"railway", "train", "list"}, LabRole::none},
         A{"Ruby", {"ruby", "train_service.rb"}, LabRole::none}),
     rowName<ActivityRow>);
 
@@ -65,6 +67,12 @@ INSTANTIATE_TEST_SUITE_P(
         A{"GeneratesData", {"torchrun", "--nproc_per_node=8", "generate.py"}, LabRole::none},
         A{"ModuleThatRuns", {"python", "-m", "src.training_pipeline.run"}, LabRole::training},
         A{"ModuleOfAService", {"python", "-m", "train_service.main"}, LabRole::none},
+        A{"SupervisorOfAModel",
+          {"python", "supervisor_watch.py", "--model", "gpt-5"},
+          LabRole::none},
+        A{"WorkerOfAModel",
+          {"python", "model_worker.py", "--model-path", "/m/vicuna"},
+          LabRole::inference},
         A{"OneOfSeveral", {"python", "main.py", "--local_rank=0"}, LabRole::training}),
     rowName<ActivityRow>);
 
