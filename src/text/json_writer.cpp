@@ -56,12 +56,13 @@ void JsonWriter::separate() {
 }
 
 void JsonWriter::quote(std::string_view string) {
-  constexpr char32_t kReplacement = 0xFFFD;
+  constexpr char32_t kReplacementCharacter = 0xFFFD;
   constexpr char32_t kFirstOfTwoUnits = 0x10000;
   text_ += '"';
   while (!string.empty()) {
     const Scalar scalar = firstScalar(string);
-    const char32_t value = scalar.value < 0 ? kReplacement : static_cast<char32_t>(scalar.value);
+    const char32_t value =
+        scalar.value < 0 ? kReplacementCharacter : static_cast<char32_t>(scalar.value);
     if (value == U'"' || value == U'\\') {
       text_ += '\\';
       text_ += static_cast<char>(value);
