@@ -266,6 +266,8 @@ std::string_view RepeatedScan::exeOf(std::string_view name) {
 bool RepeatedScan::isOrdinaryAnyway(std::string_view title) {
   if (title.empty()) return false;  // the executable has more to say
   const auto isOrdinary = [this](std::string_view joined) {
+    // One of the two has been looked at already: the one that the arguments were read as.
+    if (std::ranges::equal(words_, sampler_.arguments())) return true;
     const std::string_view name = text::lastPathComponent(words_.front());
     otherLine_.read(words_, joined);
     return !isExcludedName(name) && verdictAs(name, otherLine_).role == LabRole::none;
