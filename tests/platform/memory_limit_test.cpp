@@ -211,6 +211,9 @@ TEST(MemoryLimit, IsNoneWhereNothingCanBeRead) {
   world.group("", 1024);
   world.own("");
   EXPECT_EQ(world.limit(), 0);
+  world.own("0::/\n");
+  world.remove("proc/1");
+  EXPECT_EQ(world.limit(), 0) << "nobody can be listed";
 }
 
 TEST(MemoryLimit, IsLookedUpEveryHalfMinuteAndWhenItHasGone) {
@@ -227,7 +230,9 @@ TEST(MemoryLimit, IsLookedUpEveryHalfMinuteAndWhenItHasGone) {
   world.remove("cg/memory.current");
   EXPECT_FALSE(reader->read(kInstalled, start + std::chrono::seconds(32)));
   world.group("", 2048);
-  EXPECT_TRUE(reader->read(kInstalled, start + std::chrono::seconds(33)));
+  const auto another = reader->read(kInstalled, start + std::chrono::seconds(33));
+  ASSERT_TRUE(another);
+  EXPECT_EQ(another->totalBytes, 2048.0 * kMiB);
 }
 
 /// A cgroup of the test's own on the real machine, with 600 MiB; "" for where none can be made.

@@ -73,8 +73,9 @@ std::optional<MemoryLimitReader::Limited> MemoryLimitReader::smallest(
 bool MemoryLimitReader::holdsEverybody(std::string_view group, int version) {
   std::vector<std::int32_t> pids;
   proc_.listPids(pids);
-  return std::ranges::none_of(
-      pids, [this, group, version](std::int32_t pid) { return isOutside(pid, group, version); });
+  return !pids.empty() && std::ranges::none_of(pids, [this, group, version](std::int32_t pid) {
+    return isOutside(pid, group, version);
+  });
 }
 
 /// Kernel threads and what has ended are in no limit, and not listed. Nor is what can't be read.
