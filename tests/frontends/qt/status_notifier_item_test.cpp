@@ -122,10 +122,10 @@ TEST_F(StatusNotifierItemTest, AsksForAttentionAndTellsOnce) {
   item.setNeedsAttention(true);
   item.setNeedsAttention(true);
   EXPECT_EQ(text("Status"), "NeedsAttention");
-  EXPECT_EQ(pair.takeSignals(), Signals{"NewStatus"});
   const char* told = "";
   sd_bus_message_read(pair.lastSignal("NewStatus"), "s", &told);
   EXPECT_STREQ(told, "NeedsAttention");
+  EXPECT_EQ(pair.takeSignals(), Signals{"NewStatus"});
   item.setNeedsAttention(false);
   EXPECT_EQ(text("Status"), "Active");
   EXPECT_EQ(pair.takeSignals(), Signals{"NewStatus"});
