@@ -134,7 +134,7 @@ TEST(MemoryGroups, AnyTextIsReadWithinBounds) {
   std::mt19937 random(20'261);
   for (int round = 0; round < 3'000; ++round) {
     std::string text;
-    for (unsigned i = random() % 40; i > 0; --i) text += words[random() % std::size(words)];
+    for (auto i = random() % 40; i > 0; --i) text += words[random() % std::size(words)];
     EXPECT_LE(platform::memoryHierarchiesIn(text).size(), 16U);
     for (const int version : {1, 2}) {
       const std::string_view group = platform::memoryGroupIn(text, version);
