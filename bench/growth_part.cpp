@@ -5,13 +5,13 @@
 #include <stdexcept>
 #include <string>
 
-#include "allocation_counter.h"
 #include "cpu_clock.h"
 #include "floor.h"
 #include "parts.h"
 #include "population.h"
 #include "rounds.h"
 #include "scanner/process_scanner.h"
+#include "tools/allocation_counter.h"
 
 namespace bench {
 namespace {

@@ -3,7 +3,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "allocation_counter.h"
 #include "cpu_clock.h"
 #include "floor.h"
 #include "launch_agents/launch_agent_scanner.h"
@@ -14,6 +13,7 @@
 #include "rounds.h"
 #include "scanner/process_scanner.h"
 #include "scanner/repeated_scan.h"
+#include "tools/allocation_counter.h"
 
 namespace bench {
 namespace {

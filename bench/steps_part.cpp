@@ -5,7 +5,6 @@
 #include <random>
 #include <string>
 
-#include "allocation_counter.h"
 #include "parts.h"
 #include "population_plan.h"
 #include "scanner/credentials/credential_mask.h"
@@ -15,6 +14,7 @@
 #include "scanner/repeated_scan.h"
 #include "text/path.h"
 #include "text/unicode.h"
+#include "tools/allocation_counter.h"
 #include "ui/menu_construction.h"
 
 namespace bench {

@@ -33,18 +33,33 @@ std::string programOf(const platform::LaunchAgentFile& file) {
   return program;
 }
 
-VordaLaunchAgent joined(const platform::LaunchAgentFile& file,
-                        const platform::LaunchAgentAnswer& answer) {
-  VordaLaunchAgent launchAgent{.label = file.label,
-                               .plistPath = file.path,
-                               .program = programOf(file),
-                               .keepAlive = file.keepAlive};
-  if (const auto entry = answer.loaded.find(file.label); entry != answer.loaded.end()) {
-    launchAgent.loaded = true;
-    launchAgent.pid = entry->second;
-    launchAgent.pidAskedAt = answer.askedAt;
+VordaLaunchAgent launchAgentOf(const platform::LaunchAgentFile& file) {
+  return {.label = file.label,
+          .plistPath = file.path,
+          .program = programOf(file),
+          .keepAlive = file.keepAlive};
+}
+
+std::vector<VordaLaunchAgent> sortedLaunchAgents(std::span<const platform::LaunchAgentFile> files) {
+  std::vector<VordaLaunchAgent> launchAgents;
+  launchAgents.reserve(files.size());
+  std::ranges::transform(files, std::back_inserter(launchAgents), launchAgentOf);
+
+  const auto ordinary =
+      std::stable_partition(launchAgents.begin(), launchAgents.end(), isInteresting);
+  std::ranges::stable_sort(launchAgents.begin(), ordinary, {}, &VordaLaunchAgent::label);
+  std::ranges::stable_sort(ordinary, launchAgents.end(), {}, &VordaLaunchAgent::label);
+  return launchAgents;
+}
+
+void setState(std::vector<VordaLaunchAgent>& launchAgents,
+              const platform::LaunchAgentAnswer& answer) {
+  for (VordaLaunchAgent& launchAgent : launchAgents) {
+    const auto entry = answer.loaded.find(launchAgent.label);
+    launchAgent.loaded = entry != answer.loaded.end();
+    launchAgent.pid = launchAgent.loaded ? entry->second : std::nullopt;
+    launchAgent.pidAskedAt = launchAgent.loaded ? answer.askedAt : 0;
   }
-  return launchAgent;
 }
 
 }  // namespace
@@ -62,20 +77,26 @@ bool hasRow(const VordaLaunchAgent& launchAgent, bool isUnderWay) {
 }
 
 std::vector<VordaLaunchAgent> scan() {
-  const std::vector<platform::LaunchAgentFile> files = platform::launchAgentFiles();
-  const auto answer = platform::loadedLaunchAgents(files);
-  if (!answer) return {};
+  RepeatedScan once;
+  return once.scan();
+}
 
-  std::vector<VordaLaunchAgent> launchAgents;
-  launchAgents.reserve(files.size());
-  std::ranges::transform(files, std::back_inserter(launchAgents),
-                         [&answer](const auto& file) { return joined(file, *answer); });
-
-  const auto ordinary =
-      std::stable_partition(launchAgents.begin(), launchAgents.end(), isInteresting);
-  std::ranges::stable_sort(launchAgents.begin(), ordinary, {}, &VordaLaunchAgent::label);
-  std::ranges::stable_sort(ordinary, launchAgents.end(), {}, &VordaLaunchAgent::label);
-  return launchAgents;
+const std::vector<VordaLaunchAgent>& RepeatedScan::scan() {
+  const std::span<const platform::LaunchAgentFile> files = platform::launchAgentFiles();
+  const platform::LaunchAgentAnswer* const answer = platform::loadedLaunchAgents(files);
+  const bool isKnown = answer != nullptr;
+  if (!isKnown || !std::ranges::equal(files, files_)) {
+    files_.clear();
+    all_.clear();
+    ofInterest_.clear();
+    if (!isKnown) return all_;
+    files_.assign(files.begin(), files.end());
+    all_ = sortedLaunchAgents(files);
+    std::ranges::copy_if(all_, std::back_inserter(ofInterest_), isListed);
+  }
+  setState(all_, *answer);
+  setState(ofInterest_, *answer);
+  return all_;
 }
 
 }  // namespace LaunchAgentScanner

@@ -16,11 +16,13 @@ struct LaunchAgentFile {
   std::string path;                           ///< of the file itself, from the root
   std::vector<std::string> programArguments;  ///< its command word by word; empty when none
   bool keepAlive = false;                     ///< the manager starts it anew when it ends
+
+  bool operator==(const LaunchAgentFile&) const = default;
 };
 
-/// Every launch agent file of the user's folder, then of the machine's; what can't be read is left
-/// out.
-std::vector<LaunchAgentFile> launchAgentFiles();
+/// Every launch agent file of the user's folder, then of the machine's, until the next call; what
+/// can't be read is left out.
+std::span<const LaunchAgentFile> launchAgentFiles();
 
 /// Label to pid of every launch agent that the manager holds loaded; no pid: loaded but not
 /// running.
@@ -34,11 +36,11 @@ struct LaunchAgentAnswer {
   std::uint64_t askedAt = 0;
 };
 
-/// Which of the launch agents in the given files (perhaps of others too) are loaded. None when the
-/// manager can't be asked. Linux: waits for 300 ms at most; when the manager takes longer, its
+/// Which of the launch agents in the given files (perhaps of others too) are loaded, until the next
+/// call. Null when the manager can't be asked. Linux: waits for 300 ms at most; when the manager takes longer, its
 /// last answer is returned, and for a minute it is not asked again. macOS: the same, with a second
 /// of waiting; before the first answer, and after a failure, nothing counts as loaded.
-std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile> files);
+const LaunchAgentAnswer* loadedLaunchAgents(std::span<const LaunchAgentFile> files);
 
 /// How one attempt to start or stop a launch agent ended.
 struct ServiceReply {

@@ -36,23 +36,25 @@ MappedFilesRead readFiles(std::int32_t pid, std::uint64_t now) {
 
 }  // namespace
 
-std::optional<MappedMemory> mappedMemory(std::int32_t pid, double footprintMB, bool isOwn,
-                                         std::optional<MappedFilesRead>& known) {
+void sampleMapped(std::int32_t pid, double footprintMB, bool isOwn,
+                  std::optional<MappedFilesRead>& known, std::optional<MappedMemory>& memory) {
   const auto shared = platform::sharedMemory(pid);
-  if (!shared) return std::nullopt;
-  MappedMemory memory{.mappedMB = worthAWord(shared->fileBytes, footprintMB),
-                      .sharedMB = worthAWord(shared->sharedBytes, footprintMB)};
-  if (memory.mappedMB == 0 && memory.sharedMB == 0) return std::nullopt;
-  if (memory.mappedMB == 0 || !isOwn) return memory;
+  const double mappedMB = shared ? worthAWord(shared->fileBytes, footprintMB) : 0;
+  const double sharedMB = shared ? worthAWord(shared->sharedBytes, footprintMB) : 0;
+  if (mappedMB == 0 && sharedMB == 0) return memory.reset();
+  if (!memory) memory.emplace();
+  memory->mappedMB = mappedMB;
+  memory->sharedMB = sharedMB;
+  memory->modelMB = 0;
+  if (mappedMB == 0 || !isOwn) return memory->files.clear();
   const std::uint64_t now = platform::processClock();
   if (!known || now < known->at || now - known->at >= kMappedFilesStand) {
     known = readFiles(pid, now);
   }
-  memory.files = known->largest;
-  if (!memory.files.empty() && memory.files.front().isModel) {
-    memory.modelMB = std::min(known->modelMB, memory.mappedMB);
+  memory->files = known->largest;
+  if (!memory->files.empty() && memory->files.front().isModel) {
+    memory->modelMB = std::min(known->modelMB, memory->mappedMB);
   }
-  return memory;
 }
 
 bool isModelFile(std::string_view path) {

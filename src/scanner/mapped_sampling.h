@@ -26,10 +26,11 @@ inline constexpr double kLeastPartOfFootprint = 0.2;
 /// So long what was read of mapped files stands, in nanoseconds.
 inline constexpr std::uint64_t kMappedFilesStand = 60'000'000'000;
 
-/// What the process that was looked at last has mapped and shares, where that is a lot. Its files
-/// are read where they may be (`isOwn`), once and then once a minute; `known` remembers them.
-std::optional<MappedMemory> mappedMemory(std::int32_t pid, double footprintMB, bool isOwn,
-                                         std::optional<MappedFilesRead>& known);
+/// Sets `memory` to what the process that was looked at last has mapped and shares, where that is a
+/// lot. Its files are read where they may be (`isOwn`), once and then once a minute; `known`
+/// remembers them. Where nothing has changed it allocates nothing.
+void sampleMapped(std::int32_t pid, double footprintMB, bool isOwn,
+                  std::optional<MappedFilesRead>& known, std::optional<MappedMemory>& memory);
 
 /// Whether a file with this path holds a model's weights.
 bool isModelFile(std::string_view path);

@@ -350,15 +350,14 @@ void RepeatedScan::fillRow(KnownProcess& process, std::span<const VordaLaunchAge
   row.identity = sampler_.identity();
   row.startTime = sampler_.startTime();
   if (process.waits) giveRole(process);
-  row.mapped = mappedMemory(process.pid, row.memMB, !row.isProtected, process.mappedFiles);
+  sampleMapped(process.pid, row.memMB, !row.isProtected, process.mappedFiles, row.mapped);
   nameMappedModel(row);
 }
 
 /// Of a launcher and the program that it waits for one has the role: the launcher only while no
 /// process below it has. Without it, it is listed as any other process.
 void RepeatedScan::leaveRolesToChildren(std::vector<VordaProcess>& processes, double minMemMB) {
-  const auto without = launchersOfOthers(processes, waiting_, tree_);
-  for (const std::int32_t pid : without) {
+  for (const std::int32_t pid : launchers_.ofOthers(processes, waiting_, tree_)) {
     const auto row = std::ranges::find(processes, pid, &VordaProcess::pid);
     KnownProcess* const process = known_.known(pid);
     if (row == processes.end() || process == nullptr) continue;

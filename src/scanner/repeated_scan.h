@@ -17,6 +17,7 @@
 #include "scanner/recognition/ollama_models.h"
 #include "scanner/recognition/verdict.h"
 #include "scanner/vorda_process.h"
+#include "scanner/waiting_launchers.h"
 
 namespace ProcessScanner {
 
@@ -63,6 +64,7 @@ class RepeatedScan {
   ProcessTree tree_;
   recognition::OllamaModels ollama_;
   std::vector<std::int32_t> waiting_;  ///< the pids of the rows that wait
+  WaitingLaunchers launchers_;
   Families families_;
   std::vector<VordaProcess> unlisted_;
 

@@ -1,42 +1,41 @@
 #include "scanner/waiting_launchers.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace ProcessScanner {
 
-std::vector<std::int32_t> launchersOfOthers(std::span<const VordaProcess> processes,
-                                            std::span<const std::int32_t> waiting,
-                                            const ProcessTree& tree) {
+std::span<const std::int32_t> WaitingLaunchers::ofOthers(std::span<const VordaProcess> processes,
+                                                         std::span<const std::int32_t> waiting,
+                                                         const ProcessTree& tree) {
   constexpr int kMostGenerations = 16;
-  struct Workload {
-    LabRole role;
-    bool waits = false;
-    bool isLaunchersOnly = false;
-  };
-  std::unordered_map<std::int32_t, Workload> workloads;
+  workloads_.clear();
   for (const VordaProcess& process : processes) {
-    if (process.labRole != LabRole::none) workloads.emplace(process.pid, Workload{process.labRole});
+    if (process.labRole != LabRole::none) workloads_.push_back({process.pid, process.labRole});
   }
+  std::ranges::sort(workloads_, {}, &Workload::pid);
   for (const std::int32_t pid : waiting) {
-    const auto found = workloads.find(pid);
-    if (found != workloads.end()) found->second.waits = true;
+    if (Workload* const workload = find(pid)) workload->waits = true;
   }
 
-  std::vector<std::int32_t> launchers;
-  for (const auto& [pid, workload] : workloads) {
-    auto above = tree.parentOf(pid);
+  launchers_.clear();
+  for (const Workload& workload : workloads_) {
+    auto above = tree.parentOf(workload.pid);
     for (int i = 0; above && i < kMostGenerations; ++i, above = tree.parentOf(*above)) {
-      const auto found = workloads.find(*above);
-      if (found == workloads.end()) continue;
-      if (!found->second.waits) break;
-      if (found->second.role != workload.role) continue;
-      if (!found->second.isLaunchersOnly && *above != pid) launchers.push_back(*above);
-      found->second.isLaunchersOnly = true;
+      Workload* const launcher = find(*above);
+      if (launcher == nullptr) continue;
+      if (!launcher->waits) break;
+      if (launcher->role != workload.role) continue;
+      if (!launcher->isLaunchersOnly && *above != workload.pid) launchers_.push_back(*above);
+      launcher->isLaunchersOnly = true;
     }
   }
-  std::ranges::sort(launchers);
-  return launchers;
+  std::ranges::sort(launchers_);
+  return launchers_;
+}
+
+WaitingLaunchers::Workload* WaitingLaunchers::find(std::int32_t pid) {
+  const auto place = std::ranges::lower_bound(workloads_, pid, {}, &Workload::pid);
+  return place != workloads_.end() && place->pid == pid ? &*place : nullptr;
 }
 
 }  // namespace ProcessScanner

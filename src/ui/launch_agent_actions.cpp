@@ -13,8 +13,9 @@ void StatusBarController::unloadLaunchAgent(Sender sender) {
 void StatusBarController::unloadByLabel(Sender sender) {
   const auto* label = std::get_if<std::string>(&sender.representedObject);
   if (label == nullptr) return;
-  const auto launchAgent = std::ranges::find(allLaunchAgents_, *label, &VordaLaunchAgent::label);
-  if (launchAgent == allLaunchAgents_.end()) return;
+  const auto& all = launchAgentScan_.all();
+  const auto launchAgent = std::ranges::find(all, *label, &VordaLaunchAgent::label);
+  if (launchAgent == all.end()) return;
   confirmUnload(VordaLaunchAgent(
       *launchAgent));  // a copy, because the list changes while the question is open
 }

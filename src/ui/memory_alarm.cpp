@@ -4,6 +4,7 @@
 #include <functional>
 #include <limits>
 #include <map>
+#include <utility>
 
 namespace {
 
@@ -82,13 +83,18 @@ std::optional<MemoryAlarm::Warning> MemoryAlarm::sampled(double time,
 }
 
 void MemoryAlarm::remember(double time, const std::vector<VordaProcess>& processes) {
-  while (!samples_.empty() && time - samples_.front().time > kSoon) samples_.pop_front();
-  if (!samples_.empty() && time - samples_.back().time < kBetweenSamples) return;
-  Sample& sample = samples_.emplace_back(Sample{time, availableGB_, {}});
-  for (const VordaProcess& process : processes) {
-    sample.processes.push_back({process.pid, process.identity, process.memMB});
+  std::vector<Held> held;  // in the memory of one that goes
+  while (!samples_.empty() && time - samples_.front().time > kSoon) {
+    held = std::move(samples_.front().processes);
+    samples_.erase(samples_.begin());
   }
-  std::ranges::sort(sample.processes, {}, &Held::pid);
+  if (!samples_.empty() && time - samples_.back().time < kBetweenSamples) return;
+  held.clear();
+  for (const VordaProcess& process : processes) {
+    held.push_back({process.pid, process.identity, process.memMB});
+  }
+  std::ranges::sort(held, {}, &Held::pid);
+  samples_.push_back({time, availableGB_, std::move(held)});
 }
 
 /// 0 for a process that was not listed, because it was small or not there.

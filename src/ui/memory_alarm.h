@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -110,6 +109,6 @@ class MemoryAlarm {
   std::optional<double> stallsAskedAt_;
   std::optional<MemoryTrouble> trouble_;
   std::optional<double> lastTrouble_;
-  std::deque<Sample> samples_;  ///< of the last minute
-  std::vector<Given> given_;    ///< in the last hour
+  std::vector<Sample> samples_;  ///< of the last minute
+  std::vector<Given> given_;     ///< in the last hour
 };

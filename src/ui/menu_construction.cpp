@@ -1,6 +1,7 @@
 #include "ui/menu_construction.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <limits>
 #include <string>
@@ -275,19 +276,23 @@ void addCommands(Items& items) {
 
 }  // namespace
 
-std::vector<std::int32_t> shownPids(const std::vector<VordaProcess>& processes) {
-  const ProcessList sorted = largestFirst(processes);
-  std::vector<std::int32_t> pids;
-  const auto add = [&pids](const ProcessList& list) {
-    for (const VordaProcess* process : list) pids.push_back(process->pid);
-  };
-  add(first(sorted, MenuLimits::kMaxTopRAM));
-  for (const LabRole role : {LabRole::training, LabRole::inference, LabRole::agent}) {
-    add(first(ofRole(sorted, role), MenuLimits::kMaxAI));
+std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& processes) {
+  bySize_.clear();
+  for (const VordaProcess& process : processes) bySize_.push_back(&process);
+  // Like a stable sort, which would allocate.
+  std::ranges::sort(bySize_, [](const VordaProcess* a, const VordaProcess* b) {
+    return a->memMB != b->memMB ? a->memMB > b->memMB : a < b;
+  });
+  pids_.clear();
+  std::array<std::size_t, 4> ofRole{};
+  for (std::size_t i = 0; i < bySize_.size(); ++i) {
+    const VordaProcess& process = *bySize_[i];
+    const std::size_t place = ofRole[static_cast<std::size_t>(process.labRole)]++;
+    const bool isInSection = process.labRole != LabRole::none && place < MenuLimits::kMaxAI;
+    if (i < MenuLimits::kMaxTopRAM || isInSection) pids_.push_back(process.pid);
   }
-  std::sort(pids.begin(), pids.end());
-  pids.erase(std::unique(pids.begin(), pids.end()), pids.end());
-  return pids;
+  std::ranges::sort(pids_);
+  return pids_;
 }
 
 Menu build(const MenuContent& content) {

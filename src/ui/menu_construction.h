@@ -14,6 +14,7 @@
 #include "ui/family_items.h"
 #include "ui/menu.h"
 #include "ui/menu_arrangement.h"
+#include "ui/strip_segments.h"
 #include "ui/unfinished_quits.h"
 
 /// What the menu is built from.
@@ -56,8 +57,16 @@ inline constexpr const char* kServersSummary = "Model servers";
 /// Every item of the root menu; the first is the strip's.
 Menu build(const MenuContent& content);
 
-/// The processes that would have a row but for what graphics cards hold, by pid.
-std::vector<std::int32_t> shownPids(const std::vector<VordaProcess>& processes);
+/// Finds the processes that would have a row but for what graphics cards hold. Keeps its buffers.
+class ShownPids {
+ public:
+  /// By pid; until the next call.
+  std::span<const std::int32_t> of(const std::vector<VordaProcess>& processes);
+
+ private:
+  ProcessList bySize_;
+  std::vector<std::int32_t> pids_;
+};
 
 /// A process's row and its submenu. The lines of `asked` are shown above "Quit". `family`: what
 /// stands there about its family, if it has one.

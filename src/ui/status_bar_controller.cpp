@@ -1,9 +1,5 @@
 #include "ui/status_bar_controller.h"
 
-#include <algorithm>
-#include <iterator>
-
-#include "launch_agents/launch_agent_scanner.h"
 #include "platform/applications.h"
 #include "scanner/system_memory.h"
 #include "ui/menu_limits.h"
@@ -110,23 +106,38 @@ void StatusBarController::refreshNow() {
   rebuildMenu();
 }
 
+void StatusBarController::refreshIfChanged() {
+  sample();
+  if (menuIsOpen_) {
+    updateStrip();
+  } else if (sampled_ != shown_ || !unfinishedQuits_.isEmpty()) {
+    rebuildMenu();
+  } else {
+    updatePressure();
+  }
+}
+
 void StatusBarController::sample() {
-  allLaunchAgents_ = LaunchAgentScanner::scan();
+  const std::vector<VordaLaunchAgent>& launchAgents = launchAgentScan_.scan();
   const std::vector<std::int32_t> holders = GpuSampling::holders(menuIsOpen_);
-  scan_.scan(MenuLimits::kMinMemMB, allLaunchAgents_, processes_, holders);
-  gpus_ = GpuSampling::take(processes_, MenuLimits::kMinMemMB, menuIsOpen_,
-                            MenuConstruction::shownPids(processes_));
+  scan_.scan(MenuLimits::kMinMemMB, launchAgents, processes_, holders);
+  gpus_ =
+      GpuSampling::take(processes_, MenuLimits::kMinMemMB, menuIsOpen_, shownPids_.of(processes_));
   sys_ = SystemMemory::snapshot();
-  launchAgents_.clear();
-  std::ranges::copy_if(allLaunchAgents_, std::back_inserter(launchAgents_),
-                       LaunchAgentScanner::isListed);
-  updateStatusItem();
+  sampled_ = digestOf(content());
+  if (sampled_ != told_) updateStatusItem();
   watchMemory();
   updateNotice();
 }
 
+MenuContent StatusBarController::content() const {
+  return {
+      processes_, launchAgents(),          sys_,         &unfinishedQuits_, launchAgentOperations_,
+      &gpus_,     scan_.unlistedMembers(), &arrangement_};
+}
+
 void StatusBarController::updateStatusItem() {
-  frontEnd_.setTitle(kStatusTitle);
+  told_ = sampled_;
   frontEnd_.setToolTip(StatusToolTip::of(processes_, waits_.refresh, sys_));
 }
 
@@ -141,15 +152,21 @@ void StatusBarController::updateStrip() {
   if (isKnown || hasGpus) frontEnd_.stripChanged(strip);
 }
 
+/// All else that the strip shows is as it was.
+void StatusBarController::updatePressure() {
+  MemoryPressureView& strip = *rootMenu_->items.front().strip;
+  if (applyPressure(strip, sys_)) frontEnd_.stripChanged(strip);
+}
+
 void StatusBarController::rebuildMenu() {
-  rootMenu_ = std::make_shared<const Menu>(MenuConstruction::build(
-      {processes_, launchAgents_, sys_, &unfinishedQuits_, launchAgentOperations_, &gpus_,
-       scan_.unlistedMembers(), &arrangement_}));
+  const MenuContent now = content();
+  shown_ = digestOf(now);
+  rootMenu_ = std::make_shared<const Menu>(MenuConstruction::build(now));
   frontEnd_.menuRebuilt(rootMenu_);
 }
 
 std::function<void()> StatusBarController::weakRefresh() {
   return [weakSelf = std::weak_ptr(self_)] {
-    if (const auto self = weakSelf.lock()) (*self)->refresh();
+    if (const auto self = weakSelf.lock()) (*self)->refreshIfChanged();
   };
 }

@@ -9,12 +9,14 @@
 #include <vector>
 
 #include "launch_agents/launch_agent_operation.h"
+#include "launch_agents/launch_agent_scanner.h"
 #include "launch_agents/vorda_launch_agent.h"
 #include "scanner/gpu_sample.h"
 #include "scanner/repeated_scan.h"
 #include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
 #include "ui/alerts.h"
+#include "ui/content_digest.h"
 #include "ui/family_view.h"
 #include "ui/front_end.h"
 #include "ui/memory_alarm.h"
@@ -50,7 +52,9 @@ class StatusBarController : public MenuDelegate {
   /// The last sample; of the launch agents, those of interest.
   ///@{
   const std::vector<VordaProcess>& processes() const { return processes_; }
-  const std::vector<VordaLaunchAgent>& launchAgents() const { return launchAgents_; }
+  const std::vector<VordaLaunchAgent>& launchAgents() const {
+    return launchAgentScan_.ofInterest();
+  }
   const GpuSample& gpus() const { return gpus_; }
   /// Those of the sample; valid until the next one.
   FamilyViews families() const { return {processes_, scan_.unlistedMembers(), gpus_.unlisted}; }
@@ -85,12 +89,18 @@ class StatusBarController : public MenuDelegate {
   void refresh();
   /// The same, in an open menu too.
   void refreshNow();
-  /// Takes the sample, and shows it in title, tooltip and notice, not in the menu.
+  /// The same for work that has come due: where the menu would say what it says already, none is
+  /// built. Allocates nothing when nothing has changed.
+  void refreshIfChanged();
+  /// Takes the sample, and shows it in tooltip and notice, not in the menu.
   void sample();
+  MenuContent content() const;
   void updateStatusItem();
   void updateStrip();
+  void updatePressure();
+  /// Builds the menu from the last sample.
   void rebuildMenu();
-  /// A function that calls refresh(), or does nothing once the controller is destroyed.
+  /// A function that calls refreshIfChanged(), or does nothing once the controller is destroyed.
   std::function<void()> weakRefresh();
 
   // Process actions.
@@ -147,12 +157,15 @@ class StatusBarController : public MenuDelegate {
   Waits waits_;
   std::shared_ptr<const Menu> rootMenu_;
   std::shared_ptr<ScheduledWork> refreshTimer_;
+  LaunchAgentScanner::RepeatedScan launchAgentScan_;
   ProcessScanner::RepeatedScan scan_;
   std::vector<VordaProcess> processes_;
   GpuSample gpus_;
   SystemMemory::Snapshot sys_;
-  std::vector<VordaLaunchAgent> allLaunchAgents_;  ///< as they were scanned
-  std::vector<VordaLaunchAgent> launchAgents_;     ///< those of interest
+  MenuConstruction::ShownPids shownPids_;
+  ContentDigest sampled_;               ///< of the last sample
+  std::optional<ContentDigest> told_;   ///< what the tooltip was made of
+  std::optional<ContentDigest> shown_;  ///< what the menu was built of
   /// Under way, or ended and not told yet.
   std::vector<LaunchAgentOperation> launchAgentOperations_;
   std::shared_ptr<ScheduledWork> launchAgentOperationTimer_;

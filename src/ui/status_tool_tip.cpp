@@ -31,7 +31,6 @@ std::string of(const std::vector<VordaProcess>& processes, double refreshInterva
 std::string memoryLines(const SystemMemory::Snapshot& sys) {
   constexpr double kMBPerGB = 1024;
   constexpr double kLeastSwappedMB = 1;
-  constexpr double kLeastStalled = 1;  // percent
   std::string lines;
   const auto add = [&lines](const std::string& line) {
     lines += (lines.empty() ? "" : "\n") + line;

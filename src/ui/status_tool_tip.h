@@ -9,6 +9,9 @@
 /// The tooltip of the program's icon. Lines are joined by "\n"; a process's name can't add a line.
 namespace StatusToolTip {
 
+/// Of less waiting for memory nothing is said, in percent.
+inline constexpr double kLeastStalled = 1;
+
 /// Before the first sample.
 std::string beforeSample();
 

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "ui/process_color.h"
+#include "ui/strip_text.h"
 
 namespace {
 
@@ -37,8 +38,16 @@ bool applyPressureStrip(MemoryPressureView& strip, const SystemMemory::Snapshot&
   for (const VordaProcess* process : top) {
     addSegment(strip.segments, *process, process->memMB, sys.totalGB);
   }
-  strip.pressure = std::clamp(sys.usedGB / sys.totalGB, 0.0, 1.0);
+  applyPressure(strip, sys);
   return true;
+}
+
+bool applyPressure(MemoryPressureView& strip, const SystemMemory::Snapshot& sys) {
+  if (sys.totalGB <= kLeastTotalGB) return false;
+  const double before = strip.pressure;
+  strip.pressure = std::clamp(sys.usedGB / sys.totalGB, 0.0, 1.0);
+  return percentUsed(before) != percentUsed(strip.pressure) ||
+         pressureLevel(before) != pressureLevel(strip.pressure);
 }
 
 std::optional<GpuTrack> gpuTrack(const GpuSample& gpus, std::size_t most) {

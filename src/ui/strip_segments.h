@@ -21,6 +21,10 @@ ProcessList largestOf(const std::vector<VordaProcess>& sample, std::size_t most)
 bool applyPressureStrip(MemoryPressureView& strip, const SystemMemory::Snapshot& sys,
                         const ProcessList& top);
 
+/// Sets the pressure alone. Whether the strip then looks another: it is told in whole percent, and
+/// drawn in one of a few colours. False, and it stays as it was, when the memory is not known.
+bool applyPressure(MemoryPressureView& strip, const SystemMemory::Snapshot& sys);
+
 /// The strip's track of the cards: a segment for each of the first `most` processes that holds more
 /// than 0.2 % of the cards' memory together. None where it is not known how much they have.
 std::optional<GpuTrack> gpuTrack(const GpuSample& gpus, std::size_t most);

@@ -24,6 +24,9 @@ class UnfinishedQuits {
   /// Forgets the processes that have ended.
   void update();
 
+  /// Whether there are none: then the menu says nothing that depends on the time.
+  bool isEmpty() const { return requests_.empty(); }
+
   /// When it was asked, on platform::processClock(); 0 when it was not.
   std::uint64_t askedAt(const ProcessReference& process) const;
 

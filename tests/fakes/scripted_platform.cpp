@@ -20,20 +20,41 @@ std::optional<std::uint64_t> lastIdentity;
 
 constexpr double kBytesPerMB = 1048576;
 
-std::optional<platform::Fingerprint> fingerprintOf(const std::string& text) {
-  if (text.empty()) return std::nullopt;
-  return platform::Fingerprint{std::hash<std::string>{}(text), text.size()};
+/// Without an allocation: a test counts those of the program.
+class TextHash {
+ public:
+  void add(std::string_view text) {
+    hash_ = hash_ * 31 + std::hash<std::string_view>{}(text);
+    size_ += text.size();
+  }
+  std::optional<platform::Fingerprint> fingerprint() const {
+    if (size_ == 0) return std::nullopt;
+    return platform::Fingerprint{hash_, size_};
+  }
+
+ private:
+  std::uint64_t hash_ = 0;
+  std::uint64_t size_ = 0;
+};
+
+std::optional<platform::Fingerprint> fingerprintOf(std::string_view text) {
+  TextHash hash;
+  hash.add(text);
+  return hash.fingerprint();
 }
 
 /// Of the arguments, as the system hands them over; the executable has no part in it.
 std::optional<platform::Fingerprint> fingerprintOf(const ScriptedProcess& process) {
   if (process.noFingerprint) return std::nullopt;
-  std::string block = process.title;
-  if (process.isCut) block += "...";
+  TextHash hash;
+  hash.add(process.title);
+  if (process.isCut) hash.add("...");
   for (const auto& argument : process.arguments) {
-    if (process.title.empty()) block += argument + '\0';
+    if (!process.title.empty()) continue;
+    hash.add(argument);
+    hash.add(std::string_view("\0", 1));
   }
-  return fingerprintOf(block);
+  return hash.fingerprint();
 }
 
 std::vector<platform::ServiceAttempt> attempts(const char* verb, const std::string& label,
@@ -258,15 +279,18 @@ MemoryReading readMemory() {
   return scripted.memory;
 }
 
-std::vector<LaunchAgentFile> launchAgentFiles() {
+std::span<const LaunchAgentFile> launchAgentFiles() {
   ++scripted.launchAgentFileListings;
   if (scripted.nextCallFails()) return {};
   return scripted.launchAgentFiles;
 }
 
-std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile>) {
-  if (scripted.nextCallFails() || !scripted.managerAnswers) return std::nullopt;
-  return LaunchAgentAnswer{scripted.loadedLaunchAgents, scripted.loadedAskedAt};
+const LaunchAgentAnswer* loadedLaunchAgents(std::span<const LaunchAgentFile>) {
+  if (scripted.nextCallFails() || !scripted.managerAnswers) return nullptr;
+  static LaunchAgentAnswer answer;
+  if (answer.loaded != scripted.loadedLaunchAgents) answer.loaded = scripted.loadedLaunchAgents;
+  answer.askedAt = scripted.loadedAskedAt;
+  return &answer;
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string&) {

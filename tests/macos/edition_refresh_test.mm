@@ -31,6 +31,15 @@ TEST_F(Edition, TickRebuildsTheClosedMenu) {
   });
 }
 
+TEST_F(Edition, TickThatFindsNothingNewLeavesTheClosedMenuAlone) {
+  whileRunning([] {
+    appkit::fireTimers();
+    NSArray* before = [menu() itemArray];
+    appkit::fireTimers();
+    EXPECT_TRUE([before isEqual:[menu() itemArray]]);
+  });
+}
+
 TEST_F(Edition, OpeningRebuildsTheMenuBeforeItIsSeen) {
   whileRunning([] {
     kernel().processes[1].footprint = 900 << 20;

@@ -79,7 +79,7 @@ TEST_F(Refresh, HappensEveryFiveSeconds) {
   EXPECT_EQ(machine().pidListings, 1);
   frontEnd_.advance(0.1);
   EXPECT_EQ(machine().pidListings, 2);
-  EXPECT_EQ(frontEnd_.menusBuilt, 2);
+  EXPECT_EQ(frontEnd_.menusBuilt, 1) << "nothing has changed";
   frontEnd_.advance(10);
   EXPECT_EQ(machine().pidListings, 4);
 }

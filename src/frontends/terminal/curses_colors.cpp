@@ -2,6 +2,9 @@
 
 #include <curses.h>
 
+#include <algorithm>
+#include <cstddef>
+
 namespace terminal {
 namespace {
 
@@ -23,7 +26,16 @@ CursesColors::CursesColors(ColorDepth depth) : depth_(depth) {
   use_default_colors();
 }
 
-int CursesColors::numberOf(const std::optional<Rgb>& color) const {
+/// All 240 are compared for each; what is painted has some dozen colours.
+int CursesColors::nearestNumber(Rgb color) {
+  constexpr std::size_t kMostKept = 256;
+  const auto known = std::ranges::find(nearest_, color, &std::pair<Rgb, int>::first);
+  if (known != nearest_.end()) return known->second;
+  if (nearest_.size() == kMostKept) nearest_.clear();
+  return nearest_.emplace_back(color, nearestOf256(color)).second;
+}
+
+int CursesColors::numberOf(const std::optional<Rgb>& color) {
   if (!color) return kOwnColor;
   switch (depth_) {
     case ColorDepth::none:
@@ -31,14 +43,14 @@ int CursesColors::numberOf(const std::optional<Rgb>& color) const {
     case ColorDepth::eight:
       return nearestOf8(*color);
     case ColorDepth::palette256:
-      return nearestOf256(*color);
+      return nearestNumber(*color);
     case ColorDepth::direct:
       break;
   }
   return color->red << 16 | color->green << 8 | color->blue;
 }
 
-int CursesColors::pairOf(const Style& style) const {
+int CursesColors::pairOf(const Style& style) {
   if (!style.foreground && !style.background) return 0;
   int foreground = numberOf(style.foreground);
   const int background = numberOf(style.background);

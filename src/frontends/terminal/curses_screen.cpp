@@ -157,6 +157,7 @@ void CursesScreen::ring() {
 
 void CursesScreen::drawCell(const Cell& cell, int x, int y) {
   if (cell.columns == 0) return;
+  if (cell.text() == " " && cell.style == Style{}) return;  // erased it is already
   const auto wide = wideText(cell);
   int pair = colors_->pairOf(cell.style);
   cchar_t character;

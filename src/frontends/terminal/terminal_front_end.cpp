@@ -114,6 +114,7 @@ void TerminalFrontEnd::layOut(AlertView* alert) const {
 }
 
 void TerminalFrontEnd::handle(const Input& input) {
+  if (input.kind == Input::Kind::nothing) return;
   const bool tooSmall = isTooSmall(screen_.size());
   const bool quits = input.kind == Input::Kind::character && input.character == U'q';
   if (tooSmall && !quits) return;  // the user could not see what a key does

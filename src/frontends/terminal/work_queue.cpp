@@ -7,12 +7,15 @@ namespace terminal {
 
 struct WorkQueue::Work : ScheduledWork {
   Work(double dueAt, double repeatEvery, std::function<void()> body)
-      : due(dueAt), interval(repeatEvery), run(std::move(body)) {}
-  void cancel() override { run = nullptr; }
+      : due(dueAt),
+        interval(repeatEvery),
+        run(std::make_shared<const std::function<void()>>(std::move(body))) {}
+  void cancel() override { run.reset(); }
 
   double due;
   double interval;
-  std::function<void()> run;  // empty: cancelled
+  // Null: cancelled. Shared, so that who runs it needs no copy when it is cancelled meanwhile.
+  std::shared_ptr<const std::function<void()>> run;
 };
 
 std::shared_ptr<ScheduledWork> WorkQueue::add(double due, double interval,
@@ -43,7 +46,7 @@ void WorkQueue::run(double now) {
     } else {
       work_.erase(next);
     }
-    body();
+    (*body)();
   }
 }
 

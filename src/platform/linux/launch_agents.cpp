@@ -1,6 +1,7 @@
 #include "platform/launch_agents.h"
 
 #include <memory>
+#include <optional>
 
 #include "platform/linux/loaded_launch_agents.h"
 #include "platform/linux/service_operation.h"
@@ -15,9 +16,11 @@ std::vector<ServiceAttempt> onlyAttempt(ServiceOperation::Verb verb, const std::
 
 }  // namespace
 
-std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile> files) {
+const LaunchAgentAnswer* loadedLaunchAgents(std::span<const LaunchAgentFile> files) {
   static LoadedLaunchAgentsReader reader;
-  return reader.read(files);
+  static std::optional<LaunchAgentAnswer> answer;
+  answer = reader.read(files);
+  return answer ? &*answer : nullptr;
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string&) {

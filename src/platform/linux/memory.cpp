@@ -78,7 +78,7 @@ bool isSwapInUse(std::string_view memInfo) {
 }
 
 MemoryReading readMemory(const ProcFs& proc) {
-  FileReader reader(1 << 20);
+  static FileReader reader(16 << 10);  // kept, because it is read at each refresh
   MemoryReading reading = memoryIn(proc.read("meminfo", reader).value_or(""));
   if (reading.totalBytes == 0) reading.totalBytes = installedBytes();
   reading.stalls = readStalls(proc, reader);

@@ -1,11 +1,12 @@
 #include "platform/linux/unit_folders.h"
 
-#include <sys/stat.h>
 #include <sys/sysmacros.h>
 
 #include <algorithm>
-#include <iterator>
+#include <cstdlib>
+#include <ctime>
 #include <string_view>
+#include <tuple>
 
 #include "platform/linux/file_reader.h"
 #include "platform/linux/unit_file.h"
@@ -80,11 +81,71 @@ std::vector<LaunchAgentFile> launchAgentFilesIn(const std::filesystem::path& fol
   return files;
 }
 
-std::vector<LaunchAgentFile> launchAgentFiles() {
-  std::vector<LaunchAgentFile> files = launchAgentFilesIn(userUnitFolder());
-  auto machine = launchAgentFilesIn(kMachineUnitFolder);
-  std::ranges::move(machine, std::back_inserter(files));
-  return files;
+LaunchAgentFolder::Stamp LaunchAgentFolder::stampOf(const char* path) {
+  struct stat status = {};
+  return stat(path, &status) == 0 ? Stamp(status) : std::nullopt;
+}
+
+bool LaunchAgentFolder::isSame(const Stamp& a, const Stamp& b) {
+  if (!a || !b) return a.has_value() == b.has_value();
+  const auto parts = [](const struct stat& status) {
+    return std::tie(status.st_dev, status.st_ino, status.st_mode, status.st_size,
+                    status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec,
+                    status.st_ctim.tv_nsec);
+  };
+  return parts(*a) == parts(*b);
+}
+
+bool LaunchAgentFolder::isAsItWas() const {
+  return isSettled_ && isSame(stampOf(path_.c_str()), stamp_) &&
+         std::ranges::all_of(entries_, [](const Entry& entry) {
+           return isSame(stampOf(entry.path.c_str()), entry.stamp);
+         });
+}
+
+bool LaunchAgentFolder::update() {
+  if (isAsItWas()) return false;
+  // What changes once more within a tick of the file system's clock keeps its times: what has
+  // changed just now is read once more.
+  constexpr std::time_t kCoarsestTick = 2;  // seconds
+  const std::time_t now = std::time(nullptr);
+  const auto isOld = [now](const Stamp& stamp) {
+    return !stamp || stamp->st_ctim.tv_sec < now - kCoarsestTick;
+  };
+  stamp_ = stampOf(path_.c_str());
+  isSettled_ = isOld(stamp_);
+  entries_.clear();
+  for (const auto& name : serviceFilesIn(path_)) {
+    std::string path = path_ / name;
+    Stamp stamp = stampOf(path.c_str());
+    isSettled_ = isSettled_ && isOld(stamp);
+    entries_.push_back({std::move(path), std::move(stamp)});
+  }
+  files_ = launchAgentFilesIn(path_);
+  return true;
+}
+
+std::span<const LaunchAgentFile> UserUnitFiles::read() {
+  const auto differs = [](std::string& known, const char* variable) {
+    const char* const value = std::getenv(variable);
+    const std::string_view now = value == nullptr ? "" : value;
+    if (known == now) return false;
+    known = now;
+    return true;
+  };
+  const bool isElsewhere = differs(config_, "XDG_CONFIG_HOME") | differs(home_, "HOME");
+  if (isElsewhere) user_ = LaunchAgentFolder(userUnitFolder());
+  const bool isNew = user_.update() | machine_.update();
+  if (isNew) {
+    all_ = user_.files();
+    all_.insert(all_.end(), machine_.files().begin(), machine_.files().end());
+  }
+  return all_;
+}
+
+std::span<const LaunchAgentFile> launchAgentFiles() {
+  static UserUnitFiles files;
+  return files.read();
 }
 
 std::filesystem::path userUnitFolder() {

@@ -1,6 +1,12 @@
 #pragma once
 
+#include <sys/stat.h>
+
 #include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/launch_agents.h"
@@ -18,5 +24,49 @@ std::vector<LaunchAgentFile> launchAgentFilesIn(const std::filesystem::path& fol
 /// Where the user's own unit files are: $XDG_CONFIG_HOME/systemd/user, else
 /// ~/.config/systemd/user; empty when there is no home.
 std::filesystem::path userUnitFolder();
+
+/// The launch agent files of one folder, read again only when the folder or one of them is another
+/// than it was.
+class LaunchAgentFolder {
+ public:
+  explicit LaunchAgentFolder(std::filesystem::path folder) : path_(std::move(folder)) {}
+
+  /// Looks whether something is new, and allocates nothing when nothing is. Whether files() may
+  /// tell something else than before.
+  bool update();
+  /// What launchAgentFilesIn told at the last update.
+  const std::vector<LaunchAgentFile>& files() const { return files_; }
+
+ private:
+  /// What changes when a file or folder does; none of what is not there.
+  using Stamp = std::optional<struct stat>;
+  struct Entry {
+    std::string path;
+    Stamp stamp;
+  };
+
+  static Stamp stampOf(const char* path);
+  static bool isSame(const Stamp& a, const Stamp& b);
+  bool isAsItWas() const;
+
+  std::filesystem::path path_;
+  bool isSettled_ = false;  ///< a later change would be told by a stamp
+  Stamp stamp_;             ///< of the folder
+  std::vector<Entry> entries_;
+  std::vector<LaunchAgentFile> files_;
+};
+
+/// platform::launchAgentFiles().
+class UserUnitFiles {
+ public:
+  std::span<const LaunchAgentFile> read();
+
+ private:
+  std::string config_;  ///< the variables that say where the user's folder is
+  std::string home_;
+  LaunchAgentFolder user_{userUnitFolder()};
+  LaunchAgentFolder machine_{"/etc/systemd/user"};
+  std::vector<LaunchAgentFile> all_;
+};
 
 }  // namespace platform

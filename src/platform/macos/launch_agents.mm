@@ -45,9 +45,10 @@ std::vector<ServiceAttempt> watched(std::vector<ServiceAttempt> attempts) {
 
 }  // namespace
 
-std::vector<LaunchAgentFile> launchAgentFiles() {
+std::span<const LaunchAgentFile> launchAgentFiles() {
   @autoreleasepool {
-    std::vector<LaunchAgentFile> files;
+    static std::vector<LaunchAgentFile> files;
+    files.clear();
     addLaunchAgentFiles([NSHomeDirectory() stringByAppendingPathComponent:@"Library/LaunchAgents"],
                         files);
     addLaunchAgentFiles(nsString(Places::kMachineLaunchAgents), files);
@@ -55,8 +56,10 @@ std::vector<LaunchAgentFile> launchAgentFiles() {
   }
 }
 
-std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile>) {
-  return inquiry().ask(Places::kListLimit);
+const LaunchAgentAnswer* loadedLaunchAgents(std::span<const LaunchAgentFile>) {
+  static std::optional<LaunchAgentAnswer> answer;
+  answer = inquiry().ask(Places::kListLimit);
+  return answer ? &*answer : nullptr;
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path) {

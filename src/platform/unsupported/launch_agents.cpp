@@ -2,12 +2,12 @@
 
 namespace platform {
 
-std::vector<LaunchAgentFile> launchAgentFiles() {
+std::span<const LaunchAgentFile> launchAgentFiles() {
   return {};
 }
 
-std::optional<LaunchAgentAnswer> loadedLaunchAgents(std::span<const LaunchAgentFile>) {
-  return std::nullopt;
+const LaunchAgentAnswer* loadedLaunchAgents(std::span<const LaunchAgentFile>) {
+  return nullptr;
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string&, const std::string&) {

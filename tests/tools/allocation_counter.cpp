@@ -1,4 +1,4 @@
-#include "allocation_counter.h"
+#include "tools/allocation_counter.h"
 
 #include <cstdlib>
 #include <new>
@@ -45,10 +45,6 @@ void operator delete[](void* memory, std::size_t) noexcept {
   std::free(memory);
 }
 
-namespace bench {
-
 std::uint64_t allocationCount() {
   return count;
 }
-
-}  // namespace bench
