@@ -147,6 +147,7 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
   for (const std::int32_t pid : platform::allPids()) {
     if (pid < 1 || !sampler_.look(pid)) continue;
     KnownProcess& process = known_.of(pid);
+    process.isFilled = false;
     isRead_ = false;
     memMB_.reset();
     const auto fingerprint = sampler_.fingerprint();
@@ -158,7 +159,10 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
     const double leastMB = isWanted ? 0 : minMemMB;
     const bool isListed = pid != ownPid && this->isListed(process, leastMB) && sampler_.confirm();
     if (!isListed) {
-      if (!std::exchange(process.isUnlistedMember, false)) process.row.drop();
+      // Who was a member the last time is one still, mostly: so it needs no second look.
+      const bool wasMember = std::exchange(process.isUnlistedMember, false);
+      process.isFilled = wasMember && fillMember(process, launchAgents);
+      if (!wasMember) process.row.drop();
       continue;
     }
     if (!process.row.isHere()) makeRow(process);
@@ -203,9 +207,12 @@ void RepeatedScan::findUnlistedMembers(std::span<const VordaLaunchAgent> launchA
   }
   for (const std::int32_t pid : wanted_) {
     KnownProcess* const process = known_.known(pid);
-    if (process == nullptr || !lookAtMember(*process)) continue;
-    if (!process->row.isHere()) makeRow(*process);
-    fillRow(*process, launchAgents);
+    if (process == nullptr) continue;
+    if (!std::exchange(process->isFilled, false)) {
+      if (!lookAtMember(*process)) continue;
+      if (!process->row.isHere()) makeRow(*process);
+      fillRow(*process, launchAgents);
+    }
     process->isUnlistedMember = true;
     unlisted_.push_back(process->row.lend());
     if (process->waits) takeRole(*process, unlisted_.back());
@@ -213,6 +220,19 @@ void RepeatedScan::findUnlistedMembers(std::span<const VordaLaunchAgent> launchA
     unlisted_.back().family = families_.headOf(pid);
     unlisted_.back().leftBehindBy = families_.leftBehindBy(pid);
   }
+}
+
+/// Of the process that is being looked at. False when its row has to be made anew, or it is
+/// somebody else's, or gone.
+bool RepeatedScan::fillMember(KnownProcess& process,
+                              std::span<const VordaLaunchAgent> launchAgents) {
+  if (isRead_ || !process.row.isHere() || process.isExcluded || sampler_.uid() != ownUid_) {
+    return false;
+  }
+  if (!memMB_) memMB_ = sampler_.physicalFootprintMB();
+  if (!sampler_.confirm()) return false;
+  fillRow(process, launchAgents);
+  return true;
 }
 
 /// False when it is somebody else's, or gone.

@@ -52,6 +52,7 @@ class RepeatedScan {
   void fillFamilies(std::vector<VordaProcess>& processes,
                     std::span<const VordaLaunchAgent> launchAgents);
   void findUnlistedMembers(std::span<const VordaLaunchAgent> launchAgents);
+  bool fillMember(KnownProcess& process, std::span<const VordaLaunchAgent> launchAgents);
   bool lookAtMember(KnownProcess& process);
   void makeRow(KnownProcess& process);
   void nameModel(KnownProcess& process);

@@ -25,6 +25,8 @@ inline void scriptBusyMachine() {
                  .arguments = {"/usr/bin/ollama", "runner", "--model", "/models/x.gguf"},
                  .footprintMB = 900,
                  .parent = 200});
+  // Of a family with one that is listed, and too small to be listed itself.
+  all.push_back({.pid = 202, .arguments = {"/usr/bin/helper"}, .footprintMB = 10, .parent = 200});
   all.push_back(
       {.pid = 210, .arguments = {"torchrun", "--nproc_per_node=2", "train_lora.py"}, .parent = 1});
   for (const int pid : {211, 212}) {

@@ -1,9 +1,14 @@
 // No menu is open, and the timer's refresh finds what it found before.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "fakes/blind_front_end.h"
 #include "tools/allocation_counter.h"
@@ -87,10 +92,17 @@ TEST_F(Unchanged, PressureThatIsAnotherIsTheStripsAlone) {
   EXPECT_EQ(allocations_, 0U);
 }
 
+TEST_F(Unchanged, EachProcessIsLookedAtOnce) {
+  refresh();
+  std::vector<std::int32_t> asked = machine().footprintsRead;
+  ASSERT_EQ(std::ranges::count(asked, 202), 1) << "a member that is not listed";
+  std::ranges::sort(asked);
+  EXPECT_EQ(std::ranges::adjacent_find(asked), asked.end());
+}
+
 struct ChangeRow {
   const char* name;
   std::function<void()> change;
-  bool changesToolTip = true;  ///< what the tooltip says may be another
 };
 
 class Change : public Unchanged, public testing::WithParamInterface<ChangeRow> {};
@@ -114,6 +126,9 @@ ScriptedProcess& on(std::int32_t pid) {
 
 const ChangeRow kChanges[] = {
     {"MemoryOfAProcess", [] { *on(200).footprintMB += 1; }},
+    {"MemoryOfAMemberThatIsNotListed", [] { on(202).footprintMB = 15; }},
+    {"EndOfAMember",
+     [] { std::erase_if(machine().processes, [](auto& one) { return one.pid == 202; }); }},
     {"MemoryOfTheMachine", [] { machine().memory.inUse->usedBytes += 1 << 30; }},
     {"MemoryThatTheMachineHas", [] { machine().memory.totalBytes *= 2; }},
     {"Birth", [] { machine().processes.push_back({.pid = 900, .arguments = {"/usr/bin/gimp"}}); }},

@@ -10,13 +10,29 @@ namespace platform {
 
 void KeptFiles::keepOnly(const std::vector<std::int32_t>& pids) {
   last_ = -1;
-  std::erase_if(kept_,
-                [&pids](const Kept& kept) { return !std::ranges::binary_search(pids, kept.pid); });
+  next_ = 0;
+  auto pid = pids.begin();
+  std::erase_if(kept_, [&](const Kept& kept) {
+    while (pid != pids.end() && *pid < kept.pid) ++pid;
+    return pid == pids.end() || *pid != kept.pid;
+  });
+}
+
+/// Where the process's file is, or would be. Mostly it is the one after the last.
+std::vector<KeptFiles::Kept>::iterator KeptFiles::placeOf(std::int32_t pid) {
+  const auto at = [this](std::size_t i) {
+    return kept_.begin() + static_cast<std::ptrdiff_t>(std::min(i, kept_.size()));
+  };
+  const auto next = at(next_);
+  const bool isNext = next != kept_.end() && next->pid == pid;
+  const auto place = isNext ? next : std::ranges::lower_bound(kept_, pid, {}, &Kept::pid);
+  next_ = static_cast<std::size_t>(place - kept_.begin()) + 1;
+  return place;
 }
 
 std::optional<std::string_view> KeptFiles::read(std::int32_t pid, std::uint32_t owner,
                                                 FileReader& reader) {
-  auto place = std::ranges::lower_bound(kept_, pid, {}, &Kept::pid);
+  auto place = placeOf(pid);
   if (place != kept_.end() && place->pid == pid) {
     if (place->owner == owner) {
       if (const auto content = reader.read(place->file.get())) {

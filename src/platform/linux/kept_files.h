@@ -45,10 +45,13 @@ class KeptFiles {
     FileDescriptor file;
   };
 
+  std::vector<Kept>::iterator placeOf(std::int32_t pid);
+
   const ProcFs& proc_;
   std::string_view file_;
   std::size_t most_;
   std::vector<Kept> kept_;  ///< by pid
+  std::size_t next_ = 0;    ///< behind the one that was asked last
   FileDescriptor unkept_;   ///< the file read last, if it may not be kept
   int last_ = -1;           ///< the descriptor of the file read last, kept or not
   bool lastWasKept_ = false;

@@ -51,9 +51,13 @@ const std::vector<std::int32_t>& ProcessReader::pids() {
   proc_.listPids(pids_);
   blocks_.keepOnly(pids_);
   sizes_.keepOnly(pids_);
-  std::erase_if(known_, [this](const Known& process) {
-    return !std::ranges::binary_search(pids_, process.pid);
+  auto pid = pids_.begin();
+  std::erase_if(known_, [&](const Known& process) {
+    while (pid != pids_.end() && *pid < process.pid) ++pid;
+    return pid == pids_.end() || *pid != process.pid;
   });
+  next_ = 0;
+  lastParent_ = {};
   return pids_;
 }
 
@@ -73,6 +77,7 @@ bool ProcessReader::lookAt(std::int32_t pid, ProcessFacts& facts) {
     facts.effectiveUid = proc_.owner(pid);
     if (!facts.effectiveUid) return false;
     process = {.pid = pid};
+    if (lastParent_.pid == pid) lastParent_ = {};
   }
   lastPid_ = pid;
   lastOwner_ = *facts.effectiveUid;
@@ -190,14 +195,23 @@ ProcessReader::Known* ProcessReader::find(std::int32_t pid) {
   return place != known_.end() && place->pid == pid ? &*place : nullptr;
 }
 
+/// Mostly it is the one after the last, or that one again.
 ProcessReader::Known& ProcessReader::known(std::int32_t pid) {
-  const auto place = std::ranges::lower_bound(known_, pid, {}, &Known::pid);
-  return place != known_.end() && place->pid == pid ? *place : *known_.insert(place, {.pid = pid});
+  for (const std::size_t i : {next_, next_ - 1}) {
+    if (i >= known_.size() || known_[i].pid != pid) continue;
+    next_ = i + 1;
+    return known_[i];
+  }
+  auto place = std::ranges::lower_bound(known_, pid, {}, &Known::pid);
+  if (place == known_.end() || place->pid != pid) place = known_.insert(place, {.pid = pid});
+  next_ = static_cast<std::size_t>(place - known_.begin()) + 1;
+  return *place;
 }
 
 void ProcessReader::learn(Known& process) {
   const auto stat = proc_.read(process.pid, "stat", small_);
   process.stat = stat ? processStat(*stat) : std::nullopt;
+  if (lastParent_.pid == process.pid) lastParent_ = {};
   process.isParentListed = process.stat && std::ranges::binary_search(pids_, process.stat->parent);
 }
 
@@ -205,10 +219,15 @@ void ProcessReader::learn(Known& process) {
 /// or belongs to a process that is younger than its supposed child.
 bool ProcessReader::isParentOutdated(const Known& process) {
   if (!process.isParentListed) return false;
-  const std::int32_t parentPid = process.stat->parent;
-  if (!std::ranges::binary_search(pids_, parentPid)) return true;
-  const Known* parent = find(parentPid);
-  return parent != nullptr && parent->stat && parent->stat->startTicks > process.stat->startTicks;
+  const std::int32_t pid = process.stat->parent;
+  // Most have the same parent as the one before.
+  if (lastParent_.pid != pid) {
+    const Known* const parent = find(pid);
+    lastParent_ = {.pid = pid,
+                   .isListed = std::ranges::binary_search(pids_, pid),
+                   .startTicks = parent != nullptr && parent->stat ? parent->stat->startTicks : 0};
+  }
+  return !lastParent_.isListed || lastParent_.startTicks > process.stat->startTicks;
 }
 
 ProcessReader& processReader() {

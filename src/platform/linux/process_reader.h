@@ -73,10 +73,18 @@ class ProcessReader {
   std::uint64_t tickNanoseconds_;
   std::vector<std::int32_t> pids_;  ///< of the last listing, ascending
   std::vector<Known> known_;        ///< by pid
-  std::int32_t lastPid_ = 0;        ///< of the process that was looked at last; 0: it is gone
-  std::uint32_t lastOwner_ = 0;     ///< its effective user
-  std::string_view lastBlock_;      ///< its arguments, in `block_`
-  std::string lastFolder_;          ///< where its memory stands: "", or of a thread "task/TID/"
+  std::size_t next_ = 0;            ///< behind the one of `known_` that was asked for last
+  /// Of the parent that was asked for last, in this scan.
+  struct Parent {
+    std::int32_t pid = 0;  ///< 0: none was
+    bool isListed = false;
+    std::uint64_t startTicks = 0;  ///< 0: unknown
+  };
+  Parent lastParent_;
+  std::int32_t lastPid_ = 0;     ///< of the process that was looked at last; 0: it is gone
+  std::uint32_t lastOwner_ = 0;  ///< its effective user
+  std::string_view lastBlock_;   ///< its arguments, in `block_`
+  std::string lastFolder_;       ///< where its memory stands: "", or of a thread "task/TID/"
   /// Of the footprint that was asked last: whose it was, and whether much of it is shared.
   std::int32_t sharesMuch_ = 0;
   bool swapInUse_ = true;  ///< as of the last pids(); until then the dearer way is the right one

@@ -5,9 +5,12 @@
 #include <sys/un.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
+#include <climits>
 #include <cstddef>
+#include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <string_view>
@@ -17,12 +20,14 @@
 namespace platform {
 namespace {
 
-namespace fs = std::filesystem;
-
-void addBusOf(const fs::path& folder, std::vector<std::string>& sockets) {
+/// Without an allocation where there is none: on a machine without one it is looked for at each
+/// refresh.
+void addBusOf(const char* folder, std::vector<std::string>& sockets) {
   struct stat status = {};
-  if (!folder.is_absolute() || stat(folder.c_str(), &status) != 0) return;
-  if (S_ISDIR(status.st_mode) && status.st_uid == ownUid()) sockets.push_back(folder / "bus");
+  if (*folder != '/' || stat(folder, &status) != 0) return;
+  if (!S_ISDIR(status.st_mode) || status.st_uid != ownUid()) return;
+  std::string& socket = sockets.emplace_back(folder);
+  socket += socket.ends_with('/') ? "bus" : "/bus";
 }
 
 /// Removes the text up to and including the separator (or all of it), and returns it without the
@@ -101,13 +106,15 @@ FileDescriptor connectTo(const std::string& name, int& error) {
 
 }  // namespace
 
-std::vector<std::string> userBusSockets(const fs::path& runtime) {
+std::vector<std::string> userBusSockets(const std::string& runtime) {
   std::vector<std::string> sockets;
   if (const char* folder = std::getenv("XDG_RUNTIME_DIR")) addBusOf(folder, sockets);
   if (const char* addresses = std::getenv("DBUS_SESSION_BUS_ADDRESS")) {
     addSocketsOf(addresses, sockets);
   }
-  addBusOf(runtime / std::to_string(ownUid()), sockets);
+  std::array<char, PATH_MAX> own{};
+  const int length = std::snprintf(own.data(), own.size(), "%s/%u", runtime.c_str(), ownUid());
+  if (length > 0 && static_cast<std::size_t>(length) < own.size()) addBusOf(own.data(), sockets);
   return sockets;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -12,7 +11,7 @@ namespace platform {
 /// $XDG_RUNTIME_DIR/bus, those of $DBUS_SESSION_BUS_ADDRESS, and RUNTIME/UID/bus, which is there
 /// without those variables as well (su -, sudo -i, cron). Only sockets in folders that belong to
 /// the user. An abstract socket's name begins with a NUL.
-std::vector<std::string> userBusSockets(const std::filesystem::path& runtime = "/run/user");
+std::vector<std::string> userBusSockets(const std::string& runtime = "/run/user");
 
 /// Connects to the first of these sockets at which a program of the user's own listens. Never
 /// waits: when it can't take connections at present, `error` is EAGAIN. No descriptor, and the
