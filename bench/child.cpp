@@ -80,11 +80,14 @@ bool Child::running() {
   return pid_ > 0;
 }
 
-void Child::drain() const {
-  if (terminal_ < 0) return;
+std::size_t Child::drain() const {
+  std::size_t drained = 0;
+  if (terminal_ < 0) return drained;
   char output[4096];
-  while (read(terminal_, output, sizeof output) > 0) {
+  for (ssize_t count = 0; (count = read(terminal_, output, sizeof output)) > 0;) {
+    drained += static_cast<std::size_t>(count);
   }
+  return drained;
 }
 
 void Child::type(const std::string& keys) const {

@@ -24,8 +24,9 @@ class Child {
   pid_t pid() const { return pid_; }
   bool running();
 
-  /// Throws away what it has written to its terminal, so that it never waits for a reader.
-  void drain() const;
+  /// Throws away what it has written to its terminal, so that it never waits for a reader: how many
+  /// bytes.
+  std::size_t drain() const;
 
   /// Types text on its terminal.
   void type(const std::string& keys) const;

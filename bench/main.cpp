@@ -31,12 +31,14 @@ int main(int argc, char** argv) {
   bench::Report report;
   if (options.wants("refresh") || options.wants("peers")) measureRefresh(options, report);
   if (options.wants("work")) measureWork(options, report);
+  if (options.wants("pace")) measurePace(options, report);
   if (options.wants("steps")) measureSteps(options, report);
   if (options.wants("credentials")) measureCredentials(options, report);
   if (options.wants("growth")) measureGrowth(options, report);
   if (options.wants("rest")) measureRest(options, report);
   if (options.wants("opening")) measureOpening(options, report);
   if (options.wants("list")) measureLongList(options, report);
+  report.tellMissed();
   if (report.writeJson(options.json)) return 0;
   std::fprintf(stderr, "vorda_bench: can't write %s\n", options.json.c_str());
   return 1;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: vorda_bench [option...]\n"
-    "  --parts=LIST      what to measure, of refresh,work,peers,steps,credentials,growth,\n"
+    "  --parts=LIST      what to measure, of refresh,work,peers,pace,steps,credentials,growth,\n"
     "                    rest,opening,list (all)\n"
     "  --processes=LIST  sizes of the population (500,2000,5000)\n"
     "  --rounds=N        how often each is measured (15)\n"

@@ -8,8 +8,8 @@ namespace bench {
 
 /// What the command line asks for.
 struct Options {
-  std::set<std::string> parts{"refresh", "work", "peers",   "steps", "credentials",
-                              "growth",  "rest", "opening", "list"};
+  std::set<std::string> parts{"refresh",     "work",   "peers", "pace",    "steps",
+                              "credentials", "growth", "rest",  "opening", "list"};
   std::vector<std::size_t> processes{500, 2000, 5000};
   int rounds = 15;
   std::string json = "bench.json";

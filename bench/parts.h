@@ -14,6 +14,10 @@ void measureRefresh(const Options& options, Report& report);
 /// cards, against the floor, and that against the same without any, for each size of population.
 void measureWork(const Options& options, Report& report);
 
+/// What the terminal and the tray take at their own pace, beside top, htop and btop at the same;
+/// how soon the terminal paints; and what it keeps of memory.
+void measurePace(const Options& options, Report& report);
+
 /// Classifying, naming, redacting, masking, sorting and building the menu, each alone.
 void measureSteps(const Options& options, Report& report);
 

@@ -25,22 +25,24 @@ class Monitor : public Peer {
   Monitor(const std::vector<std::string>& argv, const std::vector<std::string>& environment,
           Child::Output output)
       : child_(argv, environment, output) {
-    nextBurst();  // its start
-    double largest = 0;
-    for (const auto end = Clock::now() + 6s; Clock::now() < end;) {
-      largest = std::max(largest, nextBurst());
-    }
-    least_ = largest / 4;
+    // What it does first tells nothing of its refreshes: a desktop's monitor loads its pictures.
+    for (const auto end = Clock::now() + 4s; Clock::now() < end;) nextBurst();
+    std::vector<double> bursts;
+    for (const auto end = Clock::now() + 6s; Clock::now() < end;) bursts.push_back(nextBurst());
+    least_ = bursts.empty() ? 0 : *std::ranges::max_element(bursts) / 4;
+    isLost_ = least_ <= 0;
   }
 
   double refresh() override {
     double used = 0;
-    for (;;) {
+    for (const auto end = Clock::now() + kPatience; !isLost_ && Clock::now() < end;) {
       const double burst = nextBurst();
-      if (burst == 0) return 0;
+      if (burst == 0) break;
       used += burst;
       if (burst >= least_) return used;
     }
+    isLost_ = true;  // else each further round would take as long
+    return 0;
   }
 
  private:
@@ -49,7 +51,7 @@ class Monitor : public Peer {
   double nextBurst() {
     constexpr double kIdle = 0.0003;  // in 10 ms: some wake up all the time to look around
     const double before = used_;
-    const auto deadline = Clock::now() + 20s;
+    const auto deadline = Clock::now() + kPatience;
     std::optional<Clock::time_point> lastBusy;
     for (;;) {
       const double earlier = used_;
@@ -63,9 +65,12 @@ class Monitor : public Peer {
     }
   }
 
+  static constexpr auto kPatience = 20s;
+
   Child child_;
   double used_ = 0;
   double least_ = 0;  ///< less is no refresh
+  bool isLost_ = false;
 };
 
 /// A program that looks once and ends.
@@ -141,13 +146,22 @@ PeerProgram monitor(const std::string& name, std::vector<std::string> argv,
 
 PeerProgram terminalMonitor(const std::string& name, std::vector<std::string> argv) {
   return {name, isInstalled(argv.front()), [argv]() -> std::unique_ptr<Peer> {
-            return std::make_unique<ConfiguredMonitor>(
-                "empty", "", argv, std::vector<std::string>{"TERM=xterm-256color", "LANG=C.UTF-8"},
-                Child::Output::terminal);
+            return std::make_unique<ConfiguredMonitor>("empty", "", argv, terminalEnvironment(),
+                                                       Child::Output::terminal);
           }};
 }
 
 }  // namespace
+
+std::vector<std::string> terminalEnvironment() {
+  return {"TERM=xterm-256color", "LANG=C.UTF-8"};
+}
+
+std::vector<PacedMonitor> pacedMonitors() {
+  return {{"top", {"top", "-c", "-d", "5"}, "", ""},
+          {"htop", {"htop", "-d", "50"}, "", ""},
+          {"btop", {"btop", "--utf-force"}, "btop/btop.conf", "update_ms = 5000\n"}};
+}
 
 std::vector<PeerProgram> peerPrograms() {
   const std::string python = pythonWithPsutil();

@@ -74,6 +74,18 @@ void Report::add(Figure figure) {
   figures_.push_back(std::move(figure));
 }
 
+void Report::tellMissed() const {
+  for (const auto& figure : figures_) {
+    const auto most = targetOf(figure.name);
+    if (!most || figure.value.median <= *most) continue;
+    std::printf("MISSED   %s: %.4g instead of %.4g\n", figure.name.c_str(), figure.value.median,
+                *most);
+  }
+  for (const auto& [name, reason] : missing_) {
+    std::printf("MISSING  %s: %s\n", name.c_str(), reason.c_str());
+  }
+}
+
 bool Report::writeJson(const std::string& path) const {
   std::vector<std::string> groups{"ratios"};
   std::map<std::string, Members> members;
@@ -91,10 +103,17 @@ bool Report::writeJson(const std::string& path) const {
   Members missing;
   for (const auto& [name, reason] : missing_) missing.emplace_back(name, quoted(reason));
 
+  Members missed;
+  for (const auto& figure : figures_) {
+    const auto most = targetOf(figure.name);
+    if (most && figure.value.median > *most) missed.emplace_back(figure.name, number(*most));
+  }
+
   Members all;
   for (const auto& group : groups) all.emplace_back(group, object(members[group], "  "));
   all.emplace_back("spread", object(spreads, "  "));
   all.emplace_back("missing", object(missing, "  "));
+  all.emplace_back("missed", object(missed, "  "));
   std::ofstream file(path);
   file << object(all, "") << "\n";
   return file.flush().good();

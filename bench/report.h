@@ -24,8 +24,12 @@ class Report {
   /// Something that could not be measured, and why.
   void missing(const std::string& name, const std::string& reason);
 
+  /// Prints what is more than it should be, and what could not be measured, once more.
+  void tellMissed() const;
+
   /// {"ratios": {name: number}, group: {name: number}, …, "spread": {name: [lower quartile,
-  /// upper quartile]}, "missing": {name: reason}}. False when the file can't be written.
+  /// upper quartile]}, "missing": {name: reason}, "missed": {name: what it should be at the
+  /// most}}. False when the file can't be written.
   bool writeJson(const std::string& path) const;
 
  private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <map>
 #include <string>
@@ -18,7 +19,8 @@ using Measurements = std::map<std::string, std::vector<double>>;
 
 /// Runs the contestants in turns, so that whatever the machine does meanwhile meets all of
 /// them alike; each round begins with another one. One more round is run first, to warm up,
-/// and not counted.
-Measurements alternate(const std::vector<Contestant>& contestants, int rounds);
+/// and not counted. After `longest`, no further round is begun.
+Measurements alternate(const std::vector<Contestant>& contestants, int rounds,
+                       std::chrono::seconds longest = std::chrono::hours(1));
 
 }  // namespace bench
