@@ -10,7 +10,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes = fuzzing::text(data, size);
   constexpr std::size_t kLongest = 64 << 10;
-  if (size == 0 || size > kLongest || !text::isUtf8(bytes)) return 0;
+  if (size == 0 || size > kLongest || !text::isUtf8(bytes.substr(1))) return 0;
   std::vector<std::string> arguments;
   for (std::string& argument : fuzzing::split(bytes.substr(1), '\n')) {
     // The platform hands over none that is empty.
