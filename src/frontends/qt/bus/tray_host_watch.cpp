@@ -14,6 +14,8 @@ constexpr const char* kWatcherPath = "/StatusNotifierWatcher";
 /// What hosts call themselves, followed by their pid and more.
 constexpr std::string_view kHostNames = "org.kde.StatusNotifierHost-";
 constexpr const char* kGnomeShell = "org.gnome.Shell";
+/// Plasma's service, which is the watcher beside any panel. Its hosts always have names.
+constexpr const char* kPlasmasServices[] = {"org.kde.kded6", "org.kde.kded5"};
 
 TrayHostWatch* watch(void* self) {
   return static_cast<TrayHostWatch*>(self);
@@ -37,14 +39,23 @@ bool speaksOf(std::string_view item, std::string_view name) {
   return item.size() == name.size() || item[name.size()] == '/' || item[name.size()] == '@';
 }
 
-/// Whether some host's name is among all names on the bus.
-bool namesHost(sd_bus_message* reply) {
-  if (isError(reply) || sd_bus_message_enter_container(reply, 'a', "s") < 0) return false;
+/// What is of interest among all names on the bus.
+struct BusNames {
+  bool host = false;                     // some host has a name
+  const char* plasmasService = nullptr;  // the name that is there; null for none
+};
+
+BusNames namesIn(sd_bus_message* reply) {
+  BusNames found;
+  if (isError(reply) || sd_bus_message_enter_container(reply, 'a', "s") < 0) return found;
   const char* name = nullptr;
   while (sd_bus_message_read(reply, "s", &name) > 0) {
-    if (std::string_view(name).starts_with(kHostNames)) return true;
+    if (std::string_view(name).starts_with(kHostNames)) found.host = true;
+    for (const char* service : kPlasmasServices) {
+      if (std::string_view(name) == service) found.plasmasService = service;
+    }
   }
-  return false;
+  return found;
 }
 
 /// Whether the list in the answer has the icon; none when there is no list in it.
@@ -190,8 +201,7 @@ int TrayHostWatch::hostAnswered(sd_bus_message* reply, void* self, sd_bus_error*
     if (sd_bus_message_read(reply, "v", "b", &hostIsThere) < 0) hostIsThere = 0;
   }
   if (hostIsThere == 0) {
-    watch(self)->settle(false);
-    watch(self)->finishLook();
+    watch(self)->hostIsGone();
   } else {
     watch(self)->askForHosts();
   }
@@ -205,18 +215,37 @@ void TrayHostWatch::askForHosts() {
   sent(result, raw);
 }
 
-/// Some hosts have no names, and Plasma's gets its own a moment after the watcher has come: only
-/// where there has been a name does it mean anything that there is none.
+/// Some hosts have no names, and some get theirs a moment after the watcher has come: only where
+/// there has been a name, or Plasma's service is the watcher, does it mean anything that there is
+/// none.
 int TrayHostWatch::namesAnswered(sd_bus_message* reply, void* self, sd_bus_error*) {
-  if (namesHost(reply)) {
+  const BusNames names = namesIn(reply);
+  if (names.host) {
     watch(self)->hostsHaveNames_ = true;
   } else if (watch(self)->hostsHaveNames_ && !isError(reply)) {
-    watch(self)->settle(false);
-    watch(self)->finishLook();
+    watch(self)->hostIsGone();
+    return 0;
+  } else if (names.plasmasService != nullptr) {
+    watch(self)->askForOwner(names.plasmasService, &TrayHostWatch::plasmaAnswered);
     return 0;
   }
   watch(self)->seeToIcon();
   return 0;
+}
+
+int TrayHostWatch::plasmaAnswered(sd_bus_message* reply, void* self, sd_bus_error*) {
+  if (watch(self)->isWatcher(reply)) {
+    watch(self)->hostsHaveNames_ = true;
+    watch(self)->hostIsGone();
+  } else {
+    watch(self)->seeToIcon();
+  }
+  return 0;
+}
+
+void TrayHostWatch::hostIsGone() {
+  settle(false);
+  finishLook();
 }
 
 /// There is a host: sees to it that it has the icon.
@@ -224,24 +253,27 @@ void TrayHostWatch::seeToIcon() {
   if (registered_) {
     ask("RegisteredStatusNotifierItems", &TrayHostWatch::itemsAnswered);
   } else {
-    askForShell();
+    askForOwner(kGnomeShell, &TrayHostWatch::shellAnswered);
   }
 }
 
-void TrayHostWatch::askForShell() {
+void TrayHostWatch::askForOwner(const char* name, Handler handler) {
   sd_bus_slot* raw = nullptr;
-  const int result =
-      sd_bus_call_method_async(bus_, &raw, kBus, kBusPath, kBus, "GetNameOwner",
-                               &TrayHostWatch::shellAnswered, this, "s", kGnomeShell);
+  const int result = sd_bus_call_method_async(bus_, &raw, kBus, kBusPath, kBus, "GetNameOwner",
+                                              handler, this, "s", name);
   sent(result, raw);
+}
+
+/// Whether the owner in the answer is the watcher.
+bool TrayHostWatch::isWatcher(sd_bus_message* reply) const {
+  const char* owner = "";
+  return !isError(reply) && sd_bus_message_read(reply, "s", &owner) >= 0 && watcher_ == owner;
 }
 
 /// GNOME's extension runs inside the shell, so its watcher has the shell's bus name.
 int TrayHostWatch::shellAnswered(sd_bus_message* reply, void* self, sd_bus_error*) {
-  const char* shell = "";
-  const bool isShell = !isError(reply) && sd_bus_message_read(reply, "s", &shell) >= 0 &&
-                       watch(self)->watcher_ == shell;
-  const TrayHostKind kind = isShell ? TrayHostKind::gnomeShell : TrayHostKind::usual;
+  const TrayHostKind kind =
+      watch(self)->isWatcher(reply) ? TrayHostKind::gnomeShell : TrayHostKind::usual;
   if (std::exchange(watch(self)->hostKind_, kind) != kind) Q_EMIT watch(self)->changed();
   watch(self)->registerIcon();
   return 0;

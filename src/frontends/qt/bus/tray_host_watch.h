@@ -17,10 +17,10 @@ struct TrayHostTimes {
 };
 
 /// Watches for a host that shows tray icons: there is one while a StatusNotifierWatcher says that
-/// a host is registered with it, and the last host's bus name has not gone, where hosts have
-/// names: Plasma's watcher is no part of its panel, and never says that the panel has died.
-/// Registers our icon with it, again with every new watcher, and
-/// again whenever the watcher has dropped it from its list.
+/// a host is registered with it, and some host has a bus name, where hosts have names: Plasma's
+/// watcher is no part of its panel, and never says that the panel has died, or is not there yet.
+/// Registers our icon with it, again with every new watcher, and again whenever the watcher has
+/// dropped it from its list.
 ///
 /// Signals count only if they come from the bus itself or from the watcher. However many come, the
 /// watcher is asked at most once in TrayHostTimes::betweenLooks.
@@ -56,7 +56,9 @@ class TrayHostWatch : public QObject {
   void ask(const char* property, Handler handler);
   void askForHosts();
   void seeToIcon();
-  void askForShell();
+  void hostIsGone();
+  void askForOwner(const char* name, Handler handler);
+  bool isWatcher(sd_bus_message* reply) const;
   void registerIcon();
   void iconIsListed();
   void iconIsMissing();
@@ -70,6 +72,7 @@ class TrayHostWatch : public QObject {
   static int hostNameChanged(sd_bus_message* message, void* self, sd_bus_error*);
   static int hostAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
   static int namesAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
+  static int plasmaAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
   static int shellAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
   static int iconRegistered(sd_bus_message* reply, void* self, sd_bus_error*);
   static int itemsAnswered(sd_bus_message* reply, void* self, sd_bus_error*);

@@ -85,9 +85,8 @@ void TrayHost::disappear() {
   items_.clear();
 }
 
-void TrayHost::appearAsGnomeShell() {
-  EXPECT_GE(sd_bus_request_name(bus_.get(), "org.gnome.Shell", 0), 0);
-  appear();
+void TrayHost::takeName(const char* name) {
+  EXPECT_GE(sd_bus_request_name(bus_.get(), name, 0), 0);
 }
 
 void TrayHost::dropIcon() {

@@ -25,8 +25,8 @@ class TrayHost {
   void disappear();
   /// A watcher without a host.
   void setHostRegistered(bool registered);
-  /// The desktop shell's own watcher, as on GNOME.
-  void appearAsGnomeShell();
+  /// The watcher is part of a program that has this bus name, too, such as GNOME's shell.
+  void takeName(const char* name);
 
   /// What becomes of an icon that is registered.
   enum class List {

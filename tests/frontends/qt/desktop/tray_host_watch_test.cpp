@@ -127,6 +127,25 @@ TEST_F(WatchedHosts, ThatDieBesideTheirWatcherShowNoIcon) {
   EXPECT_EQ(host_->registrations(), 1) << "the watcher has kept it";
 }
 
+TEST_F(WatchedHosts, ThatAreNotThereBesidePlasmasWatcherShowNoIcon) {
+  host_->takeName("org.kde.kded5");
+  watch_ = std::make_unique<TrayHostWatch>(icons_.get(), kTimes);
+  ASSERT_TRUE(eventually([this] { return watch_->decided(); }));
+  EXPECT_FALSE(watch_->hostShowsIcon());
+  EXPECT_EQ(host_->registrations(), 0);
+
+  BusPtr panel = connectedBus(address_);
+  ASSERT_GE(sd_bus_request_name(panel.get(), "org.kde.StatusNotifierHost-1-1", 0), 0);
+  EXPECT_TRUE(eventually([this] { return watch_->hostShowsIcon(); }));
+}
+
+TEST_F(WatchedHosts, NeedNoNamesWherePlasmasServiceIsNoWatcher) {
+  const BusPtr service = connectedBus(address_);
+  ASSERT_GE(sd_bus_request_name(service.get(), "org.kde.kded5", 0), 0);
+  startWatching();
+  EXPECT_TRUE(eventually([this] { return watch_->hostShowsIcon(); }));
+}
+
 TEST_F(WatchedHosts, CountWhileOneOfThemIsThere) {
   BusPtr first = connectedBus(address_);
   const BusPtr second = connectedBus(address_);
