@@ -27,11 +27,41 @@ QPalette lightColors() {
   return palette;
 }
 
+/// Nothing is grey, and what is chosen differs in both its colours.
+QPalette contrastColors(bool dark) {
+  const QColor ground = dark ? Qt::black : Qt::white;
+  const QColor text = dark ? Qt::white : Qt::black;
+  QPalette palette(ground, ground);
+  for (const auto role : {QPalette::Window, QPalette::Base, QPalette::AlternateBase,
+                          QPalette::Button, QPalette::ToolTipBase}) {
+    palette.setColor(role, ground);
+  }
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                          QPalette::ToolTipText, QPalette::PlaceholderText}) {
+    palette.setColor(role, text);
+  }
+  palette.setColor(QPalette::Highlight, dark ? QColor(0xff, 0xe0, 0x00) : QColor(0x00, 0x00, 0x8b));
+  palette.setColor(QPalette::HighlightedText, ground);
+  return palette;
+}
+
 }  // namespace
 
-void useColorScheme(ColorScheme scheme) {
-  QApplication::setPalette(QPalette());  // the theme's own
-  const bool dark = isDark(QApplication::palette());
-  if (scheme == ColorScheme::dark && !dark) QApplication::setPalette(darkColors());
-  if (scheme == ColorScheme::light && dark) QApplication::setPalette(lightColors());
+void useColors(const Appearance& appearance, const std::optional<QPalette>& chosen) {
+  QApplication::setPalette(chosen.value_or(QPalette()));  // else the theme's own
+  if (chosen) return;
+  const bool isDarkByItself = isDark(QApplication::palette());
+  const bool dark = appearance.colors == Appearance::Colors::noPreference
+                        ? isDarkByItself
+                        : appearance.colors == Appearance::Colors::dark;
+  if (appearance.highContrast) {
+    QApplication::setPalette(contrastColors(dark));
+  } else if (dark != isDarkByItself) {
+    QApplication::setPalette(dark ? darkColors() : lightColors());
+  }
+}
+
+bool areOfHighContrast(const QPalette& palette) {
+  const QColor ground = palette.color(QPalette::Active, QPalette::Window);
+  return palette == contrastColors(ground == Qt::black);
 }

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QLocale>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -74,6 +75,8 @@ std::unique_ptr<QApplication> openDisplay() {
   QApplication::setDesktopFileName("vorda");
   QApplication::setApplicationName("Vorda");
   auto application = std::make_unique<QApplication>(count, arguments);
+  // Qt itself would ask a translation, and there is none.
+  QApplication::setLayoutDirection(QLocale::system().textDirection());
   connected = true;
   return application;
 }

@@ -4,12 +4,15 @@
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QGlyphRun>
+#include <QIcon>
 #include <QMenu>
+#include <QPixmap>
 #include <QStyleOption>
 #include <QTextLayout>
 #include <algorithm>
 #include <utility>
 
+#include "frontends/qt/desktop_colors.h"
 #include "frontends/qt/qt_text.h"
 
 namespace {
@@ -23,7 +26,9 @@ QColor mixed(const QColor& text, const QColor& ground) {
                           mix(text.blueF(), ground.blueF()));
 }
 
+/// With high contrast, disabled items, which hold most of the information, look as all others.
 QPalette withReadableDisabledText(QPalette palette) {
+  if (areOfHighContrast(palette)) return palette;
   for (const auto& [text, ground] : {std::pair{QPalette::Text, QPalette::Base},
                                      std::pair{QPalette::WindowText, QPalette::Window},
                                      std::pair{QPalette::ButtonText, QPalette::Window}}) {
@@ -39,6 +44,12 @@ QFont withEmoji(QFont font) {
   // By its real name: an alias would yield to the glyphs' font even for digits.
   font.setFamilies({QFontInfo(font).family(), "Noto Color Emoji"});
   return font;
+}
+
+QIcon blankIcon(int size) {
+  QPixmap nothing(size, size);
+  nothing.fill(Qt::transparent);
+  return nothing;
 }
 
 }  // namespace
@@ -60,14 +71,20 @@ bool MenuStyle::eventFilter(QObject* watched, QEvent* event) {
 
 QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                   const QSize& contents, const QWidget* widget) const {
-  QSize size = contents;
   const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
-  if (type == CT_MenuItem && item != nullptr &&
-      item->menuItemType != QStyleOptionMenuItem::Separator) {
-    size.setHeight(
-        std::max(QFontMetrics(item->font).height(), pixelMetric(PM_SmallIconSize, option, widget)));
+  if (type != CT_MenuItem || item == nullptr ||
+      item->menuItemType == QStyleOptionMenuItem::Separator) {
+    return QProxyStyle::sizeFromContents(type, option, contents, widget);
   }
-  return QProxyStyle::sizeFromContents(type, option, size, widget);
+  const int icon = pixelMetric(PM_SmallIconSize, option, widget);
+  QSize size = contents;
+  size.setHeight(std::max(QFontMetrics(item->font).height(), icon));
+  QSize row = QProxyStyle::sizeFromContents(type, option, size, widget);
+  // As high as with a dot: styles give an icon room of its own.
+  QStyleOptionMenuItem withDot = *item;
+  withDot.icon = blankIcon(icon);
+  row.setHeight(QProxyStyle::sizeFromContents(type, &withDot, size, widget).height());
+  return row;
 }
 
 int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

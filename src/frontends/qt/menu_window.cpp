@@ -1,11 +1,14 @@
 #include "frontends/qt/menu_window.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <QWindow>
+#include <optional>
 #include <utility>
 
 #include "frontends/qt/menu_label.h"
@@ -64,6 +67,16 @@ MenuWindow::MenuWindow()
 
 void MenuWindow::setReplacesIcon(bool replaces) {
   wayBack_->setVisible(replaces);
+}
+
+void MenuWindow::showBeside(QPoint icon) {
+  show();
+  if (!wayBack_->isHidden()) return;
+  const QScreen* screen = icon.isNull() ? nullptr : QGuiApplication::screenAt(icon);
+  plasmaSurface_ = PlasmaSurface::of(
+      *windowHandle(), screen == nullptr ? std::nullopt
+                                         : std::optional(cornerBeside(icon, frameGeometry().size(),
+                                                                      screen->geometry())));
 }
 
 void MenuWindow::setTitle(const QString& title) {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "frontends/qt/wayland/plasma_surface.h"
 #include "ui/memory_pressure_view.h"
 
 class QLabel;
@@ -27,6 +28,10 @@ class MenuWindow : public QWidget {
 
   /// Whether it replaces the icon, from the next time that it is shown.
   void setReplacesIcon(bool replaces);
+
+  /// Shows it, where it does not replace the icon: in no task bar and, where the compositor can be
+  /// told so, beside the icon, which is there on the screen (null: nobody knows where).
+  void showBeside(QPoint icon);
 
   /// The status item's title: the window's and the button's.
   void setTitle(const QString& title);
@@ -56,4 +61,5 @@ class MenuWindow : public QWidget {
   QLabel* wayBack_;
   std::function<void()> onExposed_;
   QTimer neverExposed_;
+  std::unique_ptr<PlasmaSurface> plasmaSurface_;
 };

@@ -35,11 +35,13 @@ QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings)
   makeMenusAccessible();
   // The program goes on without a window; only terminate() ends it.
   QApplication::setQuitOnLastWindowClosed(false);
-  connect(&presence_, &TrayPresence::menuRequested, this, &QtFrontEnd::togglePopup);
+  connect(&presence_, &TrayPresence::menuRequested, this, [this] { togglePopup({}); });
   connect(&presence_, &TrayPresence::settingsRequested, this, &QtFrontEnd::showSettings);
   connect(&presence_, &TrayPresence::placeLost, this, &QtFrontEnd::cancelTracking);
   connect(qApp, &QGuiApplication::primaryScreenChanged, this, &QtFrontEnd::noteScreen);
   noteScreen();
+  connect(&kdeColors_, &KdeColorsWatch::changed, this, &QtFrontEnd::showColors);
+  if (kdeColors_.palette()) showColors();
   reconnect_.setSingleShot(true);
   connect(&reconnect_, &QTimer::timeout, this, &QtFrontEnd::reconnect);
   if (bus.bus) {
@@ -83,13 +85,13 @@ void QtFrontEnd::attach(NamedBus bus) {
         if (!presence_.bringBack()) showSettings();
       },
       Qt::QueuedConnection);
-  const ColorSchemeWatch& colors = connection_->colors;
-  connect(&colors, &ColorSchemeWatch::changed, this,
-          [&colors] { useColorScheme(colors.scheme()); });
+  connect(&connection_->appearance, &AppearanceWatch::changed, this, &QtFrontEnd::showColors);
   connect(&connection_->notifications, &Notifications::chosen, this, &QtFrontEnd::openWarned,
           Qt::QueuedConnection);
   connect(&connection_->icon, &StatusNotifierItem::activated, this, &QtFrontEnd::togglePopup,
           Qt::QueuedConnection);
+  connect(&connection_->icon, &StatusNotifierItem::tokenProvided, &presence_,
+          &TrayPresence::setActivationToken);
   connect(&connection_->menu, &HostMenu::opening, this, [this] {
     if (popup_) popup_->close();
     tracking_.begin(MenuTracking::Shown::hostMenu);
@@ -112,6 +114,11 @@ void QtFrontEnd::noteScreen() {
   } else {
     exportedMenu_.setRoom(room);
   }
+}
+
+void QtFrontEnd::showColors() {
+  if (connection_) appearance_ = connection_->appearance.appearance();
+  useColors(appearance_, kdeColors_.palette());
 }
 
 void QtFrontEnd::busLost() {
@@ -217,14 +224,14 @@ void QtFrontEnd::showSettings() {
   bringToFront(*settings_);
 }
 
-void QtFrontEnd::togglePopup() {
+void QtFrontEnd::togglePopup(QPoint icon) {
   if (alert_) {
     bringToFront(*alert_);
   } else if (popup_) {
     popup_->close();
   } else {
     presence_.providePlace(
-        [this](QWidget* parent, QPoint position) { openPopup(nullptr, parent, position); });
+        [this](QWidget* parent, QPoint position) { openPopup(nullptr, parent, position); }, icon);
   }
 }
 

@@ -10,8 +10,10 @@
 #include <string>
 #include <vector>
 
+#include "frontends/qt/appearance.h"
 #include "frontends/qt/bus/tray_connection.h"
 #include "frontends/qt/exported_menu.h"
+#include "frontends/qt/kde_colors.h"
 #include "frontends/qt/menu_tracking.h"
 #include "frontends/qt/settings_window.h"
 #include "frontends/qt/tray_presence.h"
@@ -57,7 +59,8 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void attach(NamedBus bus);
   void busLost();
   void reconnect();
-  void togglePopup();
+  /// `icon` is where it was clicked; null where nobody knows.
+  void togglePopup(QPoint icon);
   /// Opens `apart` as a menu or, for nullptr, the whole menu, which is then updated by refreshes.
   void openPopup(const std::shared_ptr<const Menu>& apart, QWidget* parent, QPoint position);
   void openInstead(const std::shared_ptr<const MenuItem>& item);
@@ -68,6 +71,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void reportSubmenu(const std::shared_ptr<const MenuItem>& row);
   void showStrip();
   void noteScreen();
+  void showColors();
 
   std::vector<SettingsView::Line> settingsLines_;
   MenuDelegate* delegate_ = nullptr;
@@ -77,6 +81,8 @@ class QtFrontEnd : public QObject, public FrontEnd {
   std::shared_ptr<const Menu> menu_;
   ExportedMenu exportedMenu_;
   std::unique_ptr<TrayConnection> connection_;
+  KdeColorsWatch kdeColors_;
+  Appearance appearance_;  // as the portal said last
   TrayPresence presence_;
   QPointer<PopupMenu> popup_;
   bool popupIsApart_ = false;  // it shows `apart`, not menu_

@@ -101,17 +101,24 @@ void TrayPresence::setStrip(std::shared_ptr<const MemoryPressureView> strip) {
   if (window_) window_->setStrip(strip_);
 }
 
-void TrayPresence::providePlace(const OpenPopup& open) {
+void TrayPresence::providePlace(const OpenPopup& open, QPoint icon) {
   if (kind_ != PresenceKind::window && !popupsNeedWindow()) {
     open(nullptr, QCursor::pos());
   } else {
-    provideWindow(open);
+    provideWindow(open, icon);
   }
 }
 
-void TrayPresence::provideWindow(const OpenPopup& open) {
+void TrayPresence::provideWindow(const OpenPopup& open, QPoint icon) {
   window().setReplacesIcon(kind_ == PresenceKind::window);
-  window().show();
+  if (!window().isVisible()) window().showBeside(icon);
+  if (!activationToken_.isEmpty()) {
+    // Here Qt looks for it, and takes it away.
+    qputenv("XDG_ACTIVATION_TOKEN", activationToken_);
+    activationToken_.clear();
+    window().activateWindow();
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+  }
   window().whenExposed([this, open] { open(window_.get(), window_->menuPosition()); });
 }
 

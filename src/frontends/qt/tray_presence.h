@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
 #include <QPoint>
 #include <QTimer>
@@ -37,9 +38,12 @@ class TrayPresence : public QObject {
   /// Calls `open` with the place for a popup menu: its parent, if it needs one, and its top left
   /// corner. It may be called later, when there is such a place.
   using OpenPopup = std::function<void(QWidget* parent, QPoint position)>;
-  void providePlace(const OpenPopup& open);
+  /// `icon` is where the icon is on the screen; null where nobody knows.
+  void providePlace(const OpenPopup& open, QPoint icon = {});
   /// The same, always in the window.
-  void provideWindow(const OpenPopup& open);
+  void provideWindow(const OpenPopup& open, QPoint icon = {});
+  /// By which the window asks for the keyboard when it is provided next.
+  void setActivationToken(const QByteArray& token) { activationToken_ = token; }
   /// The popup has closed: its place is no longer needed.
   void releasePlace();
   /// Brings the window to the front, where it replaces the icon. Returns whether the user had put
@@ -65,6 +69,7 @@ class TrayPresence : public QObject {
   QTimer patience_;
   std::unique_ptr<QSystemTrayIcon> embeddedIcon_;
   std::unique_ptr<MenuWindow> window_;
+  QByteArray activationToken_;
   std::string title_;
   std::string toolTip_;
   std::shared_ptr<const MemoryPressureView> strip_;

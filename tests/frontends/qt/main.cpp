@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
   qunsetenv("QT_QPA_PLATFORMTHEME");
+  qunsetenv("XDG_CURRENT_DESKTOP");
   qInstallMessageHandler(onQtMessage);
   testing::InitGoogleTest(&argc, argv);
   const QApplication application(argc, argv);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -150,6 +151,10 @@ TEST_F(PopupMenuTest, RowChosenByKeysIsInSight) {
 }
 
 TEST_F(PopupMenuTest, RowsHaveOneHeight) {
+  // Lower than a dot, as on many desktops: else all rows are as high as the letters by themselves.
+  QFont low = menu.font();
+  low.setPixelSize(8);
+  menu.setFont(low);
   MenuItem locked = processRow(13, "ollama");
   locked.title += " 🔒";
   menu.setMenu(menuOf({processRow(11, "ollama"), locked, textItem("System"),
@@ -174,17 +179,61 @@ TEST_F(PopupMenuTest, FollowsTheColorSchemeWhileOpen) {
     return true;
   };
   EXPECT_TRUE(isReadable(false));
-  useColorScheme(ColorScheme::dark);
+  useColors({Appearance::Colors::dark});
   settle();
   EXPECT_TRUE(isReadable(true));
   PopupMenu other;
   EXPECT_LT(other.palette().color(QPalette::Base).lightness(), 128);
-  for (const ColorScheme scheme :
-       {ColorScheme::light, ColorScheme::dark, ColorScheme::noPreference}) {
-    useColorScheme(scheme);
+  using Colors = Appearance::Colors;
+  for (const Colors colors : {Colors::light, Colors::dark, Colors::noPreference}) {
+    useColors({colors});
     settle();
-    EXPECT_TRUE(isReadable(scheme == ColorScheme::dark));
+    EXPECT_TRUE(isReadable(colors == Colors::dark));
   }
+}
+
+TEST_F(PopupMenuTest, HighContrastIsBlackAndWhite) {
+  open();
+  for (const auto colors : {Appearance::Colors::light, Appearance::Colors::dark}) {
+    useColors({colors, true});
+    settle();
+    const bool dark = colors == Appearance::Colors::dark;
+    for (const QMenu* shown : std::initializer_list<const QMenu*>{&menu, submenu(3)}) {
+      const QPalette palette = shown->palette();
+      for (const auto group : {QPalette::Active, QPalette::Disabled}) {
+        EXPECT_EQ(palette.color(group, QPalette::Text), dark ? Qt::white : Qt::black);
+        EXPECT_EQ(palette.color(group, QPalette::Base), dark ? Qt::black : Qt::white);
+        EXPECT_EQ(palette.color(group, QPalette::Window), dark ? Qt::black : Qt::white);
+      }
+    }
+  }
+  useColors({});
+  settle();
+  EXPECT_NE(menu.palette().color(QPalette::Disabled, QPalette::Text), Qt::black);
+}
+
+TEST_F(PopupMenuTest, FollowsTheColorsThatTheDesktopTells) {
+  open();
+  const QPalette green(QColor(0x10, 0x40, 0x10), QColor(0x20, 0x60, 0x20));
+  useColors({Appearance::Colors::light}, green);
+  settle();
+  EXPECT_EQ(menu.palette().color(QPalette::Window), green.color(QPalette::Window));
+  useColors({});
+  settle();
+  EXPECT_NE(menu.palette().color(QPalette::Window), green.color(QPalette::Window));
+}
+
+TEST_F(PopupMenuTest, FromRightToLeftSubmenusOpenToTheLeft) {
+  QApplication::setLayoutDirection(Qt::RightToLeft);
+  menu.popup({500, 100});
+  settle();
+  press(menu, Qt::Key_Down);
+  press(menu, Qt::Key_Left);
+  const QPoint at = submenu(3)->geometry().center();
+  const bool isOpen = submenu(3)->isVisible();
+  QApplication::setLayoutDirection(Qt::LeftToRight);
+  EXPECT_TRUE(isOpen);
+  EXPECT_LT(at.x(), menu.geometry().center().x());
 }
 
 TEST_F(PopupMenuTest, SubmenusAreFull) {

@@ -19,7 +19,12 @@ class StatusNotifierItemTest : public testing::Test {
  protected:
   StatusNotifierItemTest()
       : item(pair.served(), {{redSquare(2), redSquare(4)}, {redSquare(3)}}, "/MenuBar") {
-    QObject::connect(&item, &StatusNotifierItem::activated, [this] { ++activations; });
+    QObject::connect(&item, &StatusNotifierItem::activated, [this](QPoint icon) {
+      ++activations;
+      place = icon;
+    });
+    QObject::connect(&item, &StatusNotifierItem::tokenProvided,
+                     [this](const QByteArray& token) { tokens.push_back(token.toStdString()); });
     pair.takeSignals();
   }
 
@@ -58,6 +63,8 @@ class StatusNotifierItemTest : public testing::Test {
   BusPair pair;
   StatusNotifierItem item;
   int activations = 0;
+  QPoint place;
+  std::vector<std::string> tokens;
 };
 
 TEST_F(StatusNotifierItemTest, SaysWhatItIs) {
@@ -147,6 +154,18 @@ TEST_F(StatusNotifierItemTest, EveryKindOfClickOpensTheMenu) {
   click("ContextMenu");
   click("SecondaryActivate");
   EXPECT_EQ(activations, 3);
+  EXPECT_EQ(place, QPoint(10, 20));
+}
+
+TEST_F(StatusNotifierItemTest, HostProvidesATokenForTheKeyboard) {
+  for (const std::string& token : {std::string("kwin-17"), std::string(), std::string("two words"),
+                                   std::string("a\nb"), std::string(257, 'x')}) {
+    const BusMessage call =
+        pair.newCall(StatusNotifierItem::kPath, kInterface, "ProvideXdgActivationToken");
+    sd_bus_message_append(call.get(), "s", token.c_str());
+    EXPECT_FALSE(sd_bus_message_is_method_error(pair.send(call).get(), nullptr));
+  }
+  EXPECT_EQ(tokens, std::vector<std::string>{"kwin-17"});
 }
 
 TEST_F(StatusNotifierItemTest, ScrollingDoesNothing) {

@@ -1,6 +1,7 @@
 #include "frontends/qt/bus/status_notifier_item.h"
 
 #include <QtEndian>
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -27,6 +28,13 @@ int appendPicture(sd_bus_message* reply, const QImage& picture) {
         sd_bus_message_append_array(reply, 'y', pixels.data(), pixels.size() * sizeof(quint32));
   }
   return result < 0 ? result : sd_bus_message_close_container(reply);
+}
+
+/// Short, and harmless as an environment variable.
+bool isActivationToken(std::string_view token) {
+  constexpr std::size_t kLongest = 256;
+  return !token.empty() && token.size() <= kLongest &&
+         std::ranges::all_of(token, [](char c) { return c > ' ' && c <= '~'; });
 }
 
 }  // namespace
@@ -88,7 +96,17 @@ struct StatusNotifierItemVtable {
   }
 
   static int clicked(sd_bus_message* call, void* data, sd_bus_error*) {
-    Q_EMIT static_cast<Item*>(data)->activated();
+    int x = 0;
+    int y = 0;
+    sd_bus_message_read(call, "ii", &x, &y);
+    Q_EMIT static_cast<Item*>(data)->activated({x, y});
+    return sd_bus_reply_method_return(call, "");
+  }
+  static int tokenProvided(sd_bus_message* call, void* data, sd_bus_error*) {
+    const char* token = "";
+    if (sd_bus_message_read(call, "s", &token) >= 0 && isActivationToken(token)) {
+      Q_EMIT static_cast<Item*>(data)->tokenProvided(token);
+    }
     return sd_bus_reply_method_return(call, "");
   }
   static int scrolled(sd_bus_message* call, void*, sd_bus_error*) {
@@ -119,6 +137,7 @@ const sd_bus_vtable StatusNotifierItemVtable::table[] = {
     SD_BUS_METHOD("Activate", "ii", "", &clicked, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("SecondaryActivate", "ii", "", &clicked, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("ContextMenu", "ii", "", &clicked, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("ProvideXdgActivationToken", "s", "", &tokenProvided, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("Scroll", "is", "", &scrolled, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_SIGNAL("NewTitle", "", 0),
     SD_BUS_SIGNAL("NewIcon", "", 0),

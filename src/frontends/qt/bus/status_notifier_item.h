@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QByteArray>
 #include <QImage>
 #include <QObject>
+#include <QPoint>
 #include <string>
 #include <vector>
 
@@ -37,7 +39,11 @@ class StatusNotifierItem : public QObject {
 
  Q_SIGNALS:
   /// The user clicked the icon, or asked for a menu that the host does not show itself.
-  void activated();
+  /// `icon` is where it is on the screen, as far as the host knows: null where it does not.
+  void activated(QPoint icon);
+  /// What the next window shows the compositor to be given the keyboard (xdg-activation): proof
+  /// that the user has clicked here.
+  void tokenProvided(QByteArray token);
 
  private:
   friend struct StatusNotifierItemVtable;

@@ -12,7 +12,7 @@ TrayConnection::TrayConnection(NamedBus namedBus, std::unique_ptr<SessionBus> ic
       icon(iconBus->get(), {badgePictures(), attentionPictures()}, HostMenu::kPath),
       menu(iconBus->get(), exportedMenu),
       hosts(iconBus->get()),
-      colors(bus->get()),
+      appearance(bus->get()),
       notifications(bus->get()) {
   bus->serve();
   iconBus->serve();

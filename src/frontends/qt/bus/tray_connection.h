@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "frontends/qt/bus/color_scheme_watch.h"
+#include "frontends/qt/bus/appearance_watch.h"
 #include "frontends/qt/bus/host_menu.h"
 #include "frontends/qt/bus/instance_name.h"
 #include "frontends/qt/bus/notifications.h"
@@ -30,6 +30,6 @@ struct TrayConnection {
   StatusNotifierItem icon;
   HostMenu menu;
   TrayHostWatch hosts;
-  ColorSchemeWatch colors;
+  AppearanceWatch appearance;
   Notifications notifications;
 };

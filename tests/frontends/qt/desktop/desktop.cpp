@@ -65,6 +65,11 @@ void Desktop::press(std::vector<std::string> keys) const {
   EXPECT_EQ(runProgram(command, environment()), 0);
 }
 
+void Desktop::pointAt(int x, int y) const {
+  EXPECT_EQ(
+      runProgram({"xdotool", "mousemove", std::to_string(x), std::to_string(y)}, environment()), 0);
+}
+
 bool Desktop::showsWindows(int count, const std::string& title) const {
   return runProgram({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$",
                      "getwindowgeometry", "%" + std::to_string(count)},

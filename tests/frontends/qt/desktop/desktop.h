@@ -32,6 +32,9 @@ class Desktop {
   /// Presses keys, named as xdotool names them.
   void press(std::vector<std::string> keys) const;
 
+  /// Moves the pointer there on the screen.
+  void pointAt(int x, int y) const;
+
   /// Clicks into the window with that title, near its top left corner.
   void clickInto(const std::string& title) const;
 

@@ -35,6 +35,14 @@ class Screen {
 
   std::string title(xcb_window_t window) const { return property(window, "_NET_WM_NAME"); }
 
+  void leaveRoomForPanel(std::uint32_t line) const {
+    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+    const std::uint32_t area[] = {0, 0, screen->width_in_pixels, line};
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, screen->root, atom("_NET_WORKAREA"),
+                        XCB_ATOM_CARDINAL, 32, 4, area);
+    waitUntilHandled();
+  }
+
   void askToClose(xcb_window_t window) const {
     xcb_client_message_event_t event = {};
     event.response_type = XCB_CLIENT_MESSAGE;
@@ -103,6 +111,10 @@ bool keepsOffTaskbar(const std::string& display, const std::string& title) {
     if (!screen.hasState(window, "_NET_WM_STATE_SKIP_TASKBAR")) return false;
   }
   return found;
+}
+
+void leaveRoomForPanel(const std::string& display, int line) {
+  Screen(display).leaveRoomForPanel(static_cast<std::uint32_t>(line));
 }
 
 void closeWindow(const std::string& display, const std::string& title) {

@@ -6,5 +6,8 @@
 /// is none.
 bool keepsOffTaskbar(const std::string& display, const std::string& title);
 
+/// Says, as a window manager does, that all below that line of the screen belongs to a panel.
+void leaveRoomForPanel(const std::string& display, int line);
+
 /// Asks each window with that title to close, as a window manager does for its close button.
 void closeWindow(const std::string& display, const std::string& title);

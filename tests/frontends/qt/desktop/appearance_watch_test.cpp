@@ -1,11 +1,12 @@
-// Which colours a desktop's portal says that the user wants, on a real bus.
-#include "frontends/qt/bus/color_scheme_watch.h"
+// How a desktop's portal says that the user wants programs to look, on a real bus.
+#include "frontends/qt/bus/appearance_watch.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
 #include <chrono>
 #include <memory>
+#include <optional>
 
 #include "frontends/qt/desktop/tray_host.h"
 #include "tools/background_program.h"
@@ -32,7 +33,14 @@ struct Portal {
     const char* group = nullptr;
     const char* key = nullptr;
     sd_bus_message_read(call, "ss", &group, &key);
-    if (std::string(group) + "/" + key != "org.freedesktop.appearance/color-scheme") return -ENOENT;
+    const std::string name = std::string(group) + "/" + key;
+    if (name == "org.freedesktop.appearance/contrast" && portal.contrast) {
+      return sd_bus_reply_method_return(call, "v", "v", "u", *portal.contrast);
+    }
+    if (name == "org.gnome.desktop.a11y.interface/high-contrast" && portal.gnomesContrast) {
+      return sd_bus_reply_method_return(call, "v", "v", "b", *portal.gnomesContrast);
+    }
+    if (name != "org.freedesktop.appearance/color-scheme") return -ENOENT;
     if (portal.saysNonsense) return sd_bus_reply_method_return(call, "v", "v", "s", "dark");
     return portal.wrapsTwice ? sd_bus_reply_method_return(call, "v", "v", "u", portal.colors)
                              : sd_bus_reply_method_return(call, "v", "u", portal.colors);
@@ -40,8 +48,11 @@ struct Portal {
 
   void change(std::uint32_t to) {
     colors = to;
-    sd_bus_emit_signal(bus.get(), kPortalPath, kSettings, "SettingChanged", "ssv",
-                       "org.freedesktop.appearance", "color-scheme", "u", to);
+    say("org.freedesktop.appearance", "color-scheme");
+  }
+  void say(const char* group, const char* key) {
+    sd_bus_emit_signal(bus.get(), kPortalPath, kSettings, "SettingChanged", "ssv", group, key, "u",
+                       0);
   }
 
   static constexpr sd_bus_vtable kTable[] = {
@@ -53,12 +64,14 @@ struct Portal {
   BusPtr bus;
   BusSlot object;
   std::uint32_t colors = 0;
+  std::optional<std::uint32_t> contrast;
+  std::optional<int> gnomesContrast;
   bool wrapsTwice = true;
   bool saysNonsense = false;
   int questions = 0;
 };
 
-class WatchedColors : public testing::Test {
+class WatchedAppearance : public testing::Test {
  protected:
   void SetUp() override {
     if (!bus_.started()) GTEST_SKIP() << "dbus-daemon is not installed";
@@ -90,20 +103,42 @@ class WatchedColors : public testing::Test {
   std::unique_ptr<Portal> portal_;
 };
 
-TEST_F(WatchedColors, AreAskedForAndFollowed) {
+TEST_F(WatchedAppearance, ColorsAreAskedForAndFollowed) {
+  using Colors = Appearance::Colors;
   portal_ = std::make_unique<Portal>(address_);
   portal_->colors = 1;
-  const ColorSchemeWatch watch(asking_.get());
-  EXPECT_EQ(watch.scheme(), ColorScheme::noPreference);
-  EXPECT_TRUE(eventually([&] { return watch.scheme() == ColorScheme::dark; }));
+  const AppearanceWatch watch(asking_.get());
+  EXPECT_EQ(watch.appearance(), Appearance());
+  const auto become = [&](Colors colors) {
+    return eventually([&] { return watch.appearance().colors == colors; });
+  };
+  EXPECT_TRUE(become(Colors::dark));
   portal_->change(2);
-  EXPECT_TRUE(eventually([&] { return watch.scheme() == ColorScheme::light; }));
+  EXPECT_TRUE(become(Colors::light));
   portal_->wrapsTwice = false;
   portal_->change(1);
-  EXPECT_TRUE(eventually([&] { return watch.scheme() == ColorScheme::dark; }));
+  EXPECT_TRUE(become(Colors::dark));
   portal_->saysNonsense = true;
   portal_->change(1);
-  EXPECT_TRUE(eventually([&] { return watch.scheme() == ColorScheme::noPreference; }));
+  EXPECT_TRUE(become(Colors::noPreference));
+}
+
+TEST_F(WatchedAppearance, ContrastIsAskedForAndFollowed) {
+  portal_ = std::make_unique<Portal>(address_);
+  portal_->contrast = 1;
+  portal_->colors = 1;
+  const AppearanceWatch watch(asking_.get());
+  const auto become = [&](const Appearance& appearance) {
+    return eventually([&] { return watch.appearance() == appearance; });
+  };
+  EXPECT_TRUE(become({Appearance::Colors::dark, true}));
+  portal_->contrast = 0;
+  portal_->say("org.freedesktop.appearance", "contrast");
+  EXPECT_TRUE(become({Appearance::Colors::dark, false}));
+  portal_->contrast.reset();
+  portal_->gnomesContrast = 1;
+  portal_->say("org.gnome.desktop.a11y.interface", "high-contrast");
+  EXPECT_TRUE(become({Appearance::Colors::dark, true}));
 }
 
 }  // namespace

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QPoint>
+#include <QSize>
+#include <memory>
+#include <optional>
+
+class QRect;
+class QWindow;
+
+/// What Plasma's compositor can be told of a window on Wayland, by its own protocol
+/// (org_kde_plasma_shell): its place, and that it belongs in no task bar. xdg-shell, which is all
+/// that Qt speaks, has words for neither.
+class PlasmaSurface {
+ public:
+  /// Tells it of `window`, which has just been shown and was not drawn yet. `corner` is the top
+  /// left corner of where it goes, on the whole desktop; none: where the compositor likes. nullptr
+  /// where the compositor is another, or the program was built without its protocol. To be kept as
+  /// long as the window is shown.
+  [[nodiscard]] static std::unique_ptr<PlasmaSurface> of(QWindow& window,
+                                                         std::optional<QPoint> corner);
+  virtual ~PlasmaSurface() = default;
+};
+
+/// The top left corner of a window beside the icon in a panel: above or below the icon, whichever
+/// is nearer to the middle of the screen, and wholly on the screen.
+[[nodiscard]] QPoint cornerBeside(QPoint icon, QSize window, const QRect& screen);

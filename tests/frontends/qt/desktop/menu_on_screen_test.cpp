@@ -1,0 +1,132 @@
+// What the menu does on a real X display, under a real pointer and real keys: a screen in memory
+// has neither, nor the fonts of a desktop.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QScreen>
+#include <QStyle>
+#include <QTimer>
+#include <QWindow>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frontends/qt/desktop/desktop.h"
+#include "frontends/qt/desktop/window_states.h"
+#include "frontends/qt/event_loop.h"
+#include "frontends/qt/menu_examples.h"
+#include "frontends/qt/popup_menu.h"
+
+namespace {
+
+constexpr int kPanelTop = 600;
+
+/// All tests share it: a program has one display.
+Desktop& desktop() {
+  static Desktop shared;
+  return shared;
+}
+
+class MenuOnScreen : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!desktop().reason().empty()) GTEST_SKIP() << desktop().reason();
+    ASSERT_EQ(QGuiApplication::platformName(), "xcb");
+    std::vector<MenuItem> items = exampleItems();
+    for (int i = 0; i < 60; ++i) items.push_back(processRow(100 + i, "row " + std::to_string(i)));
+    menu_.setMenu(menuOf(items));
+    menu_.popup({100, 100});
+    ASSERT_TRUE(eventually([this] { return menu_.windowHandle()->isExposed(); }));
+    ASSERT_LE(menu_.geometry().bottom(), kPanelTop);
+    ASSERT_FALSE(isInSight(menu_.actions().back()));
+  }
+
+  int arrow() const {
+    return menu_.style()->pixelMetric(QStyle::PM_MenuScrollerHeight, nullptr, &menu_);
+  }
+  bool isInSight(QAction* action) const {
+    const QRect row = menu_.actionGeometry(action);
+    return row.top() >= (action == menu_.actions().front() ? 0 : arrow()) &&
+           row.bottom() < menu_.height() - (action == menu_.actions().back() ? 0 : arrow());
+  }
+  int scrolled() const { return menu_.actionGeometry(menu_.actions().front()).top(); }
+
+  /// A line inside the menu that opens nothing.
+  int textLine() const {
+    return menu_.mapToGlobal(menu_.actionGeometry(menu_.actions()[1]).center()).y();
+  }
+  /// With the pointer, across the place, as Qt takes the first move for none.
+  void pointAt(int y) const {
+    const int x = menu_.geometry().center().x();
+    desktop().pointAt(x - 5, y);
+    desktop().pointAt(x, y);
+    wait(50);
+  }
+  static void wait(int milliseconds) {
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+  }
+
+  PopupMenu menu_;
+};
+
+TEST_F(MenuOnScreen, ScrollsOnlyWithThePointerInside) {
+  const int before = scrolled();
+  pointAt(textLine());
+  pointAt(kPanelTop + 20);
+  wait(300);  // Qt scrolls 50 milliseconds later
+  EXPECT_EQ(scrolled(), before);
+  EXPECT_TRUE(menu_.isVisible());
+  pointAt(menu_.geometry().bottom() - 3);
+  EXPECT_TRUE(eventually([&] { return scrolled() != before; }));
+}
+
+TEST_F(MenuOnScreen, RowChosenByKeysIsInSightWhereverThePointerRests) {
+  pointAt(textLine());
+  pointAt(kPanelTop + 20);
+  for (const char* key : {"Down", "Up"}) {
+    for (int i = 0; i < 40; ++i) {
+      const QAction* before = menu_.activeAction();
+      desktop().press({key});
+      ASSERT_TRUE(eventually([&] {
+        return menu_.activeAction() != before && isInSight(menu_.activeAction());
+      })) << key
+          << " " << i;
+    }
+  }
+}
+
+TEST_F(MenuOnScreen, RowsHaveOneHeight) {
+  // Lower than a dot, as on many desktops.
+  QFont low = menu_.font();
+  low.setPixelSize(8);
+  menu_.setFont(low);
+  settle();
+  for (QAction* action : menu_.actions()) {
+    const bool isOrdinary = !action->isSeparator() && action != menu_.actions().front();
+    if (!isOrdinary) continue;
+    EXPECT_EQ(menu_.actionGeometry(action).height(),
+              menu_.actionGeometry(menu_.actions()[1]).height())
+        << action->text().toStdString();
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  std::unique_ptr<QApplication> application;
+  if (desktop().reason().empty()) {
+    leaveRoomForPanel(desktop().display(), kPanelTop);
+    qputenv("DISPLAY", desktop().display().c_str());
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    for (const char* name : {"WAYLAND_DISPLAY", "QT_QPA_PLATFORMTHEME", "XDG_CURRENT_DESKTOP"}) {
+      qunsetenv(name);
+    }
+    application = std::make_unique<QApplication>(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+  }
+  return RUN_ALL_TESTS();
+}
