@@ -3,13 +3,16 @@
 
 menu='global.icons()[0].menu'
 
-# Processes whose names are made of what menus take for marks.
-kOddNames=(mcp-server-a_b_c mcp-server-__main__ 'mcp-server-R&D_&&' 'mcp-server-<b>bold_<i>'
-  'mcp-server-50%s_off%%')
+# Rows whose names are made of what menus take for marks.
+# shellcheck disable=SC2034 # scenes use it
+kOddNames=(a_b_c __main__ '★ vLLM: R&D &&' '★ vLLM: <b>bold <i>' '★ vLLM: 50%s off%%')
 play_odd_names() {
   local name
-  for name in "${kOddNames[@]}"; do
-    start play_process --seconds 600 --memory 130 -- "$name"
+  for name in a_b_c __main__; do
+    start play_process --seconds 600 --memory 700 -- "$name"
+  done
+  for name in 'R&D_&&' '<b>bold_<i>' '50%s_off%%'; do
+    start play_process --seconds 600 --memory 130 -- vllm serve "$name"
   done
 }
 
@@ -23,10 +26,11 @@ menu_picture() {
 
 # Whether some row has that name, as the shell shows it.
 row_is_called() {
-  shell "JSON.stringify(global.items(global.section('Agents')).map(i => i.label.text))" |
+  shell "JSON.stringify(['Largest', 'Model'].flatMap(section =>
+    global.items(global.section(section)).map(i => i.label.text)))" |
     python3 -c 'import json, sys
 rows = json.loads(json.load(sys.stdin))
-sys.exit(not any(row.startswith("★ " + sys.argv[1] + "  ·  ") for row in rows))' "$1"
+sys.exit(not any(row.startswith(sys.argv[1] + "  ·  ") for row in rows))' "$1"
 }
 
 open_menu() {

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# KDE Plasma on X11.
+# KDE Plasma, on X11 and on Wayland.
 . ./findings.sh
 
 # plasma SIZE: on a screen that exists in memory only.
@@ -35,3 +35,20 @@ panel_is_host() {
 }
 
 icon_is_there() { panel_is_host && tray_icon > /dev/null && ! window 'Vorda²' > /dev/null; }
+
+# wayland_plasma WIDTH HEIGHT: the same on Wayland.
+wayland_plasma() {
+  export XDG_CURRENT_DESKTOP=KDE KDE_FULL_SESSION=true KDE_SESSION_VERSION=5 LIBGL_ALWAYS_SOFTWARE=1
+  export XDG_SESSION_TYPE=wayland WAYLAND_DISPLAY=wayland-0 KWIN_SCREENSHOT_NO_PERMISSION_CHECKS=1
+  rm -f "$XDG_RUNTIME_DIR"/wayland-*
+  kbuildsycoca5 2>> /tmp/log
+  dbus-update-activation-environment --systemd WAYLAND_DISPLAY XDG_CURRENT_DESKTOP \
+    KDE_FULL_SESSION KDE_SESSION_VERSION XDG_SESSION_TYPE
+  # A copy has no file capabilities, which a machine of one's own may not grant.
+  cp "$(command -v kwin_wayland)" ~/kwin_wayland
+  start ~/kwin_wayland --virtual --width "$1" --height "$2" --socket wayland-0 --no-lockscreen
+  eventually test -S "$XDG_RUNTIME_DIR/wayland-0"
+  export QT_QPA_PLATFORM=wayland
+  start kded5
+  start_panel
+}
