@@ -72,7 +72,7 @@ class AccessibleItem : public QAccessibleInterface, public QAccessibleActionInte
   }
 
   QString text(QAccessible::Text kind) const override {
-    if (kind == QAccessible::Name) return action_->whatsThis();
+    if (kind == QAccessible::Name) return action_->property(kSpokenName).toString();
     if (kind == QAccessible::Description) return action_->statusTip();
     return {};
   }

@@ -45,7 +45,13 @@ void bringIntoSight(QMenu& menu) {
   }
 }
 
-/// Opens it anew where it stands, without anybody hearing of it.
+}  // namespace
+
+QMenu* parentMenu(const QMenu& menu) {
+  auto* parent = qobject_cast<QMenu*>(menu.menuAction()->parent());
+  return parent == &menu ? nullptr : parent;
+}
+
 void fitScreen(QMenu& menu) {
   const QPoint corner = menu.pos();
   const QPointer<QAction> active = menu.activeAction();
@@ -55,13 +61,6 @@ void fitScreen(QMenu& menu) {
     menu.popup(corner);
   }
   if (active) menu.setActiveAction(active);
-}
-
-}  // namespace
-
-QMenu* parentMenu(const QMenu& menu) {
-  auto* parent = qobject_cast<QMenu*>(menu.menuAction()->parent());
-  return parent == &menu ? nullptr : parent;
 }
 
 void MenuScrolling::watch(QMenu& menu) {

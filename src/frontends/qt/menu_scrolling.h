@@ -7,6 +7,10 @@ class QMenu;
 /// The menu that this one is a submenu of; nullptr for none.
 QMenu* parentMenu(const QMenu& menu);
 
+/// Opens an open menu anew where it stands, as high as the screen allows, without anybody hearing
+/// of it.
+void fitScreen(QMenu& menu);
+
 /// What a menu that may be higher than the screen does differently from Qt's own: it scrolls only
 /// with the pointer inside, keeps the row that keys have chosen in sight, and fits the screen again
 /// when that changes its size.

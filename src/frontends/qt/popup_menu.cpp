@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "frontends/qt/accessible_menu.h"
 #include "frontends/qt/dot_icon.h"
 #include "frontends/qt/menu_label.h"
 #include "frontends/qt/qt_text.h"
@@ -61,12 +62,12 @@ void ItemAction::refreshTitle() {
   setText(
       toQString(withStandIns(menuLabel(shownTitle(*item_)).toStdString(),
                              [&font](std::string_view glyph) { return isDrawn(glyph, font); })));
-  setWhatsThis(toQString(spokenTitle(*item_)));
+  setProperty(kSpokenName, toQString(spokenTitle(*item_)));
 }
 
 void ItemAction::refreshStrip() {
   if (!item_->strip) return;
-  setWhatsThis(toQString(spokenTitle(*item_)));
+  setProperty(kSpokenName, toQString(spokenTitle(*item_)));
   static_cast<StripWidget*>(defaultWidget())->setStrip(item_->strip);
 }
 
@@ -195,6 +196,8 @@ void PopupMenu::setMenu(const std::shared_ptr<const Menu>& menu) {
   if (pointedAt != nullptr && activeAction() == pointedAt) {
     move(pos() + before - actionGeometry(activeAction()).topLeft());
   }
+  // Qt gives it its full height.
+  if (!screen()->availableGeometry().contains(geometry())) fitScreen(*this);
 }
 
 void PopupMenu::refreshStrip() {

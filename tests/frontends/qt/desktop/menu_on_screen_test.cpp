@@ -32,9 +32,9 @@ class MenuOnScreen : public testing::Test {
   void SetUp() override {
     if (!desktop().reason().empty()) GTEST_SKIP() << desktop().reason();
     ASSERT_EQ(QGuiApplication::platformName(), "xcb");
-    std::vector<MenuItem> items = exampleItems();
-    for (int i = 0; i < 60; ++i) items.push_back(processRow(100 + i, "row " + std::to_string(i)));
-    menu_.setMenu(menuOf(items));
+    items_ = exampleItems();
+    for (int i = 0; i < 60; ++i) items_.push_back(processRow(100 + i, "row " + std::to_string(i)));
+    menu_.setMenu(menuOf(items_));
     menu_.popup({100, 100});
     ASSERT_TRUE(eventually([this] { return menu_.windowHandle()->isExposed(); }));
     ASSERT_LE(menu_.geometry().bottom(), kPanelTop);
@@ -68,8 +68,24 @@ class MenuOnScreen : public testing::Test {
     loop.exec();
   }
 
+  std::vector<MenuItem> items_;
   PopupMenu menu_;
 };
+
+TEST_F(MenuOnScreen, StaysClearOfThePanelWhileItChanges) {
+  const QRect before = menu_.geometry();
+  items_[0].strip->pressure = 0.9;
+  menu_.refreshStrip();
+  settle();
+  EXPECT_EQ(menu_.geometry(), before) << "after the strip has changed";
+  items_[4].title += " (changed)";
+  menu_.setMenu(menuOf(items_));
+  EXPECT_TRUE(eventually([&] { return menu_.geometry().bottom() <= kPanelTop; }))
+      << "after a row has changed: " << menu_.geometry().bottom();
+  pointAt(textLine());
+  pointAt(menu_.geometry().bottom() - 3);
+  EXPECT_TRUE(eventually([&] { return scrolled() < 0; })) << "the rest can be scrolled to";
+}
 
 TEST_F(MenuOnScreen, ScrollsOnlyWithThePointerInside) {
   const int before = scrolled();
