@@ -15,7 +15,7 @@ endif
 TRAY ?= yes
 BOOTSTRAP_TRAY = test $(TRAY) = no || scripts/bootstrap tray || echo "make: what the tray takes can't be installed"
 
-.PHONY: help run test build bench coverage fuzz soak lint docs install uninstall package check-packages screenshots desktops mac-check clean
+.PHONY: help run test build bench coverage fuzz soak lint docs install uninstall package check-packages package-for screenshots desktops mac-check clean
 
 # How long `make fuzz` runs each target, in seconds.
 FUZZ_SECONDS ?= 60
@@ -89,9 +89,14 @@ package: ## make the .deb packages, in build/release/packages
 	@cmake --build --preset release --target programs
 	@cd build/release && cpack -G DEB
 
-check-packages: package ## install, start and remove the packages in a clean system (root)
+check-packages: package ## install, start and remove the packages in a clean system, and build them again (root)
 	@scripts/bootstrap check-packages
 	@scripts/check_packages build/release/packages
+	@scripts/check_reproducible build/release/packages
+
+package-for: ## make and try the packages in clean systems of SUITE=trixie, bookworm, noble … (root)
+	@scripts/bootstrap check-packages
+	@scripts/package_for $(SUITE)
 
 screenshots: ## start real desktops and take the pictures in docs/pictures/
 	@scripts/bootstrap build tray test screenshots

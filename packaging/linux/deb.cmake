@@ -15,7 +15,11 @@ endif()
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+# A package fits the system that it was built on. Its name says which, so that the one of the next
+# system counts as newer: "1~deb12" comes before "1~deb13".
+cmake_host_system_information(RESULT system QUERY DISTRIB_INFO)
+string(REPLACE "debian" "deb" system "${system_ID}${system_VERSION_ID}")
+set(CPACK_DEBIAN_PACKAGE_RELEASE "1~${system}")
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
@@ -47,6 +51,12 @@ configure_file(copyright.in ${deb_folder}/copyright @ONLY)
 execute_process(COMMAND date --utc --rfc-email --date=${VORDA_RELEASE_DATE}
                 OUTPUT_VARIABLE VORDA_RELEASE_TIME OUTPUT_STRIP_TRAILING_WHITESPACE
                 COMMAND_ERROR_IS_FATAL ANY)
+# Every file in a package is as old as the release.
+execute_process(COMMAND date --utc +%s --date=${VORDA_RELEASE_DATE}
+                OUTPUT_VARIABLE release_time OUTPUT_STRIP_TRAILING_WHITESPACE
+                COMMAND_ERROR_IS_FATAL ANY)
+file(WRITE ${deb_folder}/epoch.cmake "set(ENV{SOURCE_DATE_EPOCH} ${release_time})\n")
+set(CPACK_PROJECT_CONFIG_FILE ${deb_folder}/epoch.cmake)
 configure_file(changelog.in ${deb_folder}/changelog.Debian @ONLY)
 compressed(${deb_folder}/changelog.Debian deb/changelog.Debian)
 compressed(${PROJECT_SOURCE_DIR}/CHANGELOG.md deb/changelog)
