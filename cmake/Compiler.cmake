@@ -19,6 +19,11 @@ if(NOT VORDA_COVERAGE)
     "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>"
     "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>")
 endif()
+# The number would be made of the debug information too, in which a compiler cache may write paths
+# in another way.
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  add_link_options("$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:LINKER:--build-id=none>")
+endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
                     -Woverloaded-virtual
