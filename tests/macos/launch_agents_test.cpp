@@ -37,7 +37,7 @@ class LaunchAgents : public MacTest {
                  "version=\"1.0\"><dict><key>Label</key><string>" +
                      label + "</string></dict></plist>");
   }
-  static Texts paths(const std::vector<platform::LaunchAgentFile>& files) {
+  static Texts paths(std::span<const platform::LaunchAgentFile> files) {
     Texts result;
     for (const auto& file : files) result.push_back(file.path);
     return result;
@@ -80,7 +80,8 @@ TEST_F(LaunchAgents, MissingFoldersGiveNone) {
 }
 
 platform::LoadedLaunchAgents loadedLaunchAgents() {
-  const auto answer = platform::loadedLaunchAgents(std::span<const platform::LaunchAgentFile>());
+  const auto* const answer =
+      platform::loadedLaunchAgents(std::span<const platform::LaunchAgentFile>());
   return answer ? answer->loaded : platform::LoadedLaunchAgents{{"nobody could be asked", {}}};
 }
 
@@ -94,7 +95,8 @@ TEST_F(LaunchAgents, PidsAreOfTheTimeBeforeTheyWereAskedFor) {
   Stage::setLaunchctl("sleep 0.2; printf 'PID\\tStatus\\tLabel\\n12\\t0\\tcom.a\\n'");
   constexpr std::uint64_t kSleep = 200'000'000;  // nanoseconds
   const std::uint64_t before = platform::processClock();
-  const auto answer = platform::loadedLaunchAgents(std::span<const platform::LaunchAgentFile>());
+  const auto* const answer =
+      platform::loadedLaunchAgents(std::span<const platform::LaunchAgentFile>());
   const std::uint64_t after = platform::processClock();
   ASSERT_TRUE(answer);
   EXPECT_GE(answer->askedAt, before);

@@ -24,6 +24,7 @@ class LonelyScreen : public terminal::Screen {
   const terminal::Look& look() const override { return look_; }
   terminal::Size size() const override { return {200, 50}; }
   void draw(const terminal::CellGrid&) override { ++drawings_; }
+  void ring() override { ++drawings_; }
   double now() const override { return now_; }
   terminal::Input nextInput(std::optional<double> seconds) override {
     constexpr std::size_t kRefreshes = 20;

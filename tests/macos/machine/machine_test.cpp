@@ -123,7 +123,7 @@ TEST(Machine, KnowsItsUsers) {
 
 // Whoever is logged in has launch agents of the system's own.
 TEST(Machine, ListsItsLaunchAgents) {
-  const auto answer = platform::loadedLaunchAgents({});
+  const auto* const answer = platform::loadedLaunchAgents({});
   ASSERT_TRUE(answer);
   EXPECT_FALSE(answer->loaded.empty());
   for (const auto& [label, pid] : answer->loaded) EXPECT_TRUE(!pid || *pid > 0) << label;
