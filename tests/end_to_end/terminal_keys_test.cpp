@@ -48,7 +48,7 @@ class TerminalKeys : public testing::Test {
     terminal.send(name + ending);
     return terminal.waitFor("Find: " + name + ending + "_") &&
            terminal.press(kEnter, [this] { return terminal.screen().find("Find:").x < 0; }) &&
-           selects(name + ending);
+           terminal.waitUntil([&] { return selects(name + ending); });
   }
 
   const std::string name = "keys" + std::to_string(getpid());
@@ -74,7 +74,8 @@ TEST_F(TerminalKeys, F4FiltersWhileOneTypes) {
   ASSERT_TRUE(terminal.press(kF4, "Filter: _"));
   terminal.send(name + "b");
   ASSERT_TRUE(terminal.waitFor("Filter: " + name + "b_"));
-  EXPECT_TRUE(selects(name + "b"));
+  EXPECT_TRUE(terminal.waitUntil([this] { return selects(name + "b"); }))
+      << terminal.screen().picture();
   EXPECT_EQ(terminal.screen().find(name + "a").x, -1);
   ASSERT_TRUE(terminal.press(kEscape, [this] { return terminal.screen().find("Filter:").x < 0; }));
 }

@@ -37,7 +37,8 @@ bool isBeyondLeastPower(const std::string& call) {
   static const RE2 kWriting(R"(O_(WRONLY|RDWR|CREAT|TRUNC|APPEND|TMPFILE))");
   static const RE2 kWritable(R"(/dev/(tty|null|pts/\d+))");
   static const RE2 kOfAProcess(R"((/proc/)?\d+/.*)");
-  static const RE2 kExecutable(R"re(^readlinkat\(\d+, "\d+/exe")re");
+  static const RE2 kKnownLink(R"re(^readlinkat\(\d+, "\d+/(exe|cwd)")re");
+  static const RE2 kQuestion(R"(^pidfd_send_signal\(\d+, 0, )");  // whether it still runs
   std::string path;
   if (RE2::FullMatch(call, kOpen, &path)) {
     if (RE2::PartialMatch(call, kWriting)) return !RE2::FullMatch(path, kWritable);
@@ -46,7 +47,8 @@ bool isBeyondLeastPower(const std::string& call) {
   // Qt makes sure of the session's folder in this way.
   if (RE2::FullMatch(call, R"(mkdir\(.*\) += -1 EEXIST .*)")) return false;
   if (call.starts_with("clone")) return call.find("CLONE_THREAD") == std::string::npos;
-  return !RE2::PartialMatch(call, kExecutable) && forbidden(call) != nullptr;
+  if (RE2::PartialMatch(call, kKnownLink) || RE2::PartialMatch(call, kQuestion)) return false;
+  return forbidden(call) != nullptr;
 }
 
 }  // namespace

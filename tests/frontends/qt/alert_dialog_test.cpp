@@ -139,6 +139,7 @@ TEST(AlertDialog, FindsRoomForWhatIsKnownLater) {
   dialog.show();
   const int before = dialog.sizeHint().height();
   dialog.setText("firefox\nPID 12\n\nThis cannot be undone.\nIts fair share: 512 MB\nmore");
+  QCoreApplication::sendPostedEvents();  // among them that the layout is to be done anew
   EXPECT_TRUE(texts(dialog).last().contains("512 MB"));
   EXPECT_GT(dialog.sizeHint().height(), before);
   EXPECT_TRUE(buttons(dialog)[0]->isDefault());

@@ -13,6 +13,7 @@
 #include <QToolTip>
 #include <QWidgetAction>
 
+#include "frontends/qt/accessible_menu.h"
 #include "frontends/qt/desktop_colors.h"
 #include "frontends/qt/event_loop.h"
 #include "frontends/qt/menu_examples.h"
@@ -443,7 +444,7 @@ TEST_F(PopupMenuTest, TellsWhichSubmenuOpensAndShowsItsNewTitle) {
   shown->items.front().submenu.front().live->title = "2 GB";
   menu.refreshTitles();
   EXPECT_EQ(line->text(), "2 GB");
-  EXPECT_EQ(line->whatsThis(), "2 GB");
+  EXPECT_EQ(line->property(kSpokenName), "2 GB");
   EXPECT_TRUE(submenu(0)->isVisible());
 }
 

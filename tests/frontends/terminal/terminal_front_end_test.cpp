@@ -112,6 +112,7 @@ TEST_F(TerminalMenu, SaysWhereTheSelectedProcessWorks) {
   screen.then([&] {
     EXPECT_TRUE(shows("Owner: ada · for 0 min · in /home/ada/runs/token=•••"));
     machine().find(20)->folder = "/home/ada";
+    machine().find(20)->footprintMB = 120;  // else the menu stays as it is
   });
   screen.wait(6);
   screen.then([&] {
