@@ -167,7 +167,8 @@ void measurePaced(const std::string& at, int rounds, Report& report) {
   }
   for (const std::string name : {"terminal", "tray"}) {
     if (!used.contains(name) || cheapest.empty()) continue;
-    report.ratio(name + "/cheapest peer" + at, ratio(used[name], used[cheapest]));
+    report.ratio(std::string(name).append("/cheapest peer").append(at),
+                 ratio(used[name], used[cheapest]));
   }
   if (!terminal.running()) return;
   report.ratio("terminal: RssAnon (MB)" + at,

@@ -37,9 +37,10 @@ struct LaunchAgentAnswer {
 };
 
 /// Which of the launch agents in the given files (perhaps of others too) are loaded, until the next
-/// call. Null when the manager can't be asked. Linux: waits for 300 ms at most; when the manager takes longer, its
-/// last answer is returned, and for a minute it is not asked again. macOS: the same, with a second
-/// of waiting; before the first answer, and after a failure, nothing counts as loaded.
+/// call. Null when the manager can't be asked. Linux: waits for 300 ms at most; when the manager
+/// takes longer, its last answer is returned, and for a minute it is not asked again. macOS: the
+/// same, with a second of waiting; before the first answer, and after a failure, nothing counts as
+/// loaded.
 const LaunchAgentAnswer* loadedLaunchAgents(std::span<const LaunchAgentFile> files);
 
 /// How one attempt to start or stop a launch agent ended.

@@ -52,7 +52,7 @@ struct KnownProcess {
   bool isFamilyBorder = false;  ///< family_borders.h
   /// It is shown beside its family although it is not listed.
   bool isUnlistedMember = false;
-  bool isFilled = false;  ///< its row is as it was found in this scan
+  bool isFilled = false;                       ///< its row is as it was found in this scan
   std::optional<MappedFilesRead> mappedFiles;  ///< none: it was not asked
   /// With another executable it might have another role, or another name that is never shown.
   /// When not, the executable need not be asked while the process is not listed.

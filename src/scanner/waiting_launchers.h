@@ -22,8 +22,8 @@ class WaitingLaunchers {
 
  private:
   struct Workload {
-    std::int32_t pid;
-    LabRole role;
+    std::int32_t pid = 0;
+    LabRole role = LabRole::none;
     bool waits = false;
     bool isLaunchersOnly = false;
   };

@@ -3,10 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <memory>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "end_to_end/terminal_session.h"
 #include "fakes/row_name.h"
@@ -27,12 +24,6 @@ const std::string kEndKey = "\033[F";
 /// Two model servers of the test's own, whose models end in "a" and "b".
 class TerminalKeys : public testing::Test {
  protected:
-  TerminalKeys() {
-    for (const char* ending : {"a", "b"}) {
-      servers_.push_back(std::make_unique<ChildProcess>(
-          playProcess({"--memory", "2"}, {"llama-server", "--model", "/models/" + name + ending})));
-    }
-  }
   bool selects(const std::string& text) const {
     return terminal.screen().reversed().find(text) != std::string::npos;
   }
@@ -51,12 +42,14 @@ class TerminalKeys : public testing::Test {
            terminal.waitUntil([&] { return selects(name + ending); });
   }
 
+  std::string serverOf(const char* ending) const { return "/models/" + name + ending; }
+
   const std::string name = "keys" + std::to_string(getpid());
-
- private:
-  std::vector<std::unique_ptr<ChildProcess>> servers_;
-
- protected:
+  // They run before the terminal looks for the first time.
+  const ChildProcess serverA{
+      playProcess({"--memory", "2"}, {"llama-server", "--model", serverOf("a")})};
+  const ChildProcess serverB{
+      playProcess({"--memory", "2"}, {"llama-server", "--model", serverOf("b")})};
   TerminalSession terminal{{.width = 100, .height = 18}};
 };
 

@@ -20,10 +20,10 @@ TEST_P(Base64, IsPaddedAndInOneLine) {
 
 INSTANTIATE_TEST_SUITE_P(Table, Base64,
                          testing::Values(Base64Row{"Nothing", "", ""},
-                                         Base64Row{"One", "f", "Zg=="},
-                                         Base64Row{"Two", "fo", "Zm8="},
-                                         Base64Row{"Three", "foo", "Zm9v"},
-                                         Base64Row{"Four", "foob", "Zm9vYg=="},
+                                         Base64Row{"One", "g", "Zw=="},
+                                         Base64Row{"Two", "go", "Z28="},
+                                         Base64Row{"Three", "goo", "Z29v"},
+                                         Base64Row{"Four", "good", "Z29vZA=="},
                                          Base64Row{"HighBits", "\xFF\xEF\xBE", "/+++"}),
                          rowName<Base64Row>);
 
