@@ -77,9 +77,13 @@ class MemoryPressureView {
   /// together are shrunk to fit; they are never stretched.
   void draw(Canvas& canvas, const Rectangle& bounds) const;
 
-  /// Where in `bounds` the track of the RAM lies where there are no cards, which is rounded by half
-  /// its height; nullopt when there is no room for one.
-  static std::optional<Rectangle> track(const Rectangle& bounds);
+  /// Where in `bounds` the tracks lie, which are rounded by half their height; nullopt for one that
+  /// is not drawn.
+  struct Tracks {
+    std::optional<Rectangle> ram;
+    std::optional<Rectangle> gpu;
+  };
+  Tracks tracks(const Rectangle& bounds) const;
 
   /// scaleOf() its segments.
   double scale() const { return scaleOf(segments); }

@@ -28,8 +28,6 @@ void drawSegments(Canvas& canvas, const Rectangle& track, std::span<const Segmen
 
 void drawTrack(Canvas& canvas, const Rectangle& track, std::span<const Segment> segments,
                double pressure) {
-  if (track.width <= kSmallestTrack || track.height <= kSmallestTrack) return;
-
   const double radius = track.height / 2;
   canvas.fillRoundedRect(track, radius, Color::white(0.12, 0.85));
   canvas.strokeRoundedRect(track, radius, Color::white(1, 0.12), 1);
@@ -46,22 +44,25 @@ void drawTrack(Canvas& canvas, const Rectangle& track, std::span<const Segment> 
   canvas.fillRoundedRect(gloss, kGlossRadius, Color::white(1, 0.06));
 }
 
+std::optional<Rectangle> ifDrawn(const Rectangle& track) {
+  if (track.width <= kSmallestTrack || track.height <= kSmallestTrack) return std::nullopt;
+  return track;
+}
+
 }  // namespace
 
-std::optional<Rectangle> MemoryPressureView::track(const Rectangle& bounds) {
-  const Rectangle inner = bounds.insetBy(kInsetX, kInsetY);
-  if (inner.width <= kSmallestTrack || inner.height <= kSmallestTrack) return std::nullopt;
-  return inner;
+MemoryPressureView::Tracks MemoryPressureView::tracks(const Rectangle& bounds) const {
+  if (!gpu) return {.ram = ifDrawn(bounds.insetBy(kInsetX, kInsetY)), .gpu = std::nullopt};
+  Rectangle above = bounds;
+  above.y += kGpuHeight;
+  above.height -= kGpuHeight;
+  Rectangle below = bounds.insetBy(kInsetX, kInsetY);
+  below.height = kGpuHeight - kInsetY;
+  return {.ram = ifDrawn(above.insetBy(kInsetX, kInsetY)), .gpu = ifDrawn(below)};
 }
 
 void MemoryPressureView::draw(Canvas& canvas, const Rectangle& bounds) const {
-  Rectangle own = bounds;
-  if (gpu) {
-    own.y += kGpuHeight;
-    own.height -= kGpuHeight;
-    Rectangle below = bounds.insetBy(kInsetX, kInsetY);
-    below.height = kGpuHeight - kInsetY;
-    drawTrack(canvas, below, gpu->segments, gpu->pressure);
-  }
-  if (const auto place = track(own)) drawTrack(canvas, *place, segments, pressure);
+  const Tracks places = tracks(bounds);
+  if (places.gpu) drawTrack(canvas, *places.gpu, gpu->segments, gpu->pressure);
+  if (places.ram) drawTrack(canvas, *places.ram, segments, pressure);
 }

@@ -1,5 +1,6 @@
 #include "frontends/appkit/strip_view.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "fakes/recording_canvas.h"
@@ -8,6 +9,9 @@
 #include "ui/strip_text.h"
 
 namespace {
+
+using testing::HasSubstr;
+using testing::IsSupersetOf;
 
 using Commands = std::vector<std::string>;
 
@@ -58,6 +62,21 @@ TEST_F(StripView, HasAnOutlineOnlyWhereTheUserWantsContrast) {
   appkit::record().increasesContrast = true;
   expected.push_back("strokeRoundedRect (10 6 284 28) r14 labelColor w1");
   EXPECT_EQ(appkit::drawn(view), expected) << "its own colours stay";
+}
+
+TEST_F(StripView, OutlinesBothTracksWhereTheCardsHaveTheirs) {
+  strip->gpu = GpuTrack{.segments = {{0.3, Color::white(0.55), "x"}}, .pressure = 0.3};
+  VordaStripView* tall = [[[VordaStripView alloc] initWithStrip:strip] autorelease];
+  EXPECT_TRUE(NSEqualRects([tall frame], NSMakeRect(0, 0, 304, 56))) << "there is room for both";
+  EXPECT_TRUE(NSEqualSizes([tall intrinsicContentSize], NSMakeSize(280, 52)));
+  Commands expected = appkit::drawn(tall);
+  EXPECT_THAT(expected, IsSupersetOf({HasSubstr("fillRoundedRect (10 22 284 28) r14 "),
+                                      HasSubstr("fillRoundedRect (10 6 284 10) r5 ")}))
+      << "the tracks";
+  appkit::record().increasesContrast = true;
+  expected.push_back("strokeRoundedRect (10 22 284 28) r14 labelColor w1");
+  expected.push_back("strokeRoundedRect (10 6 284 10) r5 labelColor w1");
+  EXPECT_EQ(appkit::drawn(tall), expected);
 }
 
 TEST_F(StripView, IsToldInWordsToThoseWhoCannotSeeIt) {

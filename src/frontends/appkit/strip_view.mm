@@ -6,16 +6,11 @@
 
 namespace {
 
-constexpr NSRect kFrame = {{0, 0},
-                           {MemoryPressureView::kItemWidth, MemoryPressureView::kItemHeight}};
-
-/// Around the track, in the colour of text.
-void strokeOutline(const Rectangle& bounds) {
-  const auto track = MemoryPressureView::track(bounds);
-  if (!track) return;
-  const CGFloat radius = track->height / 2;
+/// Around a track, in the colour of text.
+void strokeOutline(const Rectangle& track) {
+  const CGFloat radius = track.height / 2;
   NSBezierPath* outline = [NSBezierPath
-      bezierPathWithRoundedRect:NSMakeRect(track->x, track->y, track->width, track->height)
+      bezierPathWithRoundedRect:NSMakeRect(track.x, track.y, track.width, track.height)
                         xRadius:radius
                         yRadius:radius];
   [[NSColor labelColor] setStroke];
@@ -28,7 +23,8 @@ void strokeOutline(const Rectangle& bounds) {
 @implementation VordaStripView
 
 - (instancetype)initWithStrip:(const std::shared_ptr<MemoryPressureView>&)strip {
-  self = [super initWithFrame:kFrame];
+  self =
+      [super initWithFrame:NSMakeRect(0, 0, MemoryPressureView::kItemWidth, strip->itemHeight())];
   if (self != nil) {
     strip_ = new std::shared_ptr<MemoryPressureView>(strip);
     [self setAutoresizingMask:NSViewWidthSizable];
@@ -42,7 +38,9 @@ void strokeOutline(const Rectangle& bounds) {
 }
 
 - (NSSize)intrinsicContentSize {
-  return NSMakeSize(MemoryPressureView::kIntrinsicWidth, MemoryPressureView::kIntrinsicHeight);
+  const double gpuHeight = (*strip_)->itemHeight() - MemoryPressureView::kItemHeight;
+  return NSMakeSize(MemoryPressureView::kIntrinsicWidth,
+                    MemoryPressureView::kIntrinsicHeight + gpuHeight);
 }
 
 - (void)drawRect:(NSRect)dirtyRect {
@@ -52,7 +50,10 @@ void strokeOutline(const Rectangle& bounds) {
   const Rectangle place{bounds.origin.x, bounds.origin.y, bounds.size.width, bounds.size.height};
   (*strip_)->draw(canvas, place);
   if ([[NSWorkspace sharedWorkspace] accessibilityDisplayShouldIncreaseContrast]) {
-    strokeOutline(place);
+    const MemoryPressureView::Tracks tracks = (*strip_)->tracks(place);
+    for (const auto& track : {tracks.ram, tracks.gpu}) {
+      if (track) strokeOutline(*track);
+    }
   }
 }
 
