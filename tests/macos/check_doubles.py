@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Holds the doubles of AppKit, Foundation and libdispatch against the headers of a macOS SDK.
+"""Holds the doubles of a Mac's libraries against the headers of a macOS SDK.
 
     tests/macos/check_doubles.py [FLAG...]
 
@@ -18,6 +18,7 @@ from clang.cindex import CursorKind, Index, TranslationUnit
 
 DOUBLES = Path(__file__).resolve().parent / "include"
 APPKIT = "#import <AppKit/AppKit.h>\n"
+ACCESSIBILITY = "#include <ApplicationServices/ApplicationServices.h>\n"
 DISPATCH = "#include <dispatch/dispatch.h>\n"
 LANGUAGE = ["-x", "objective-c++", "-std=c++20"]
 
@@ -137,8 +138,9 @@ def declared_by_doubles(source, names, flags):
 def main():
     flags = sys.argv[1:]
     doubles = declared_by_doubles(APPKIT, ["AppKit", "Foundation"], flags)
+    doubles |= declared_by_doubles(ACCESSIBILITY, ["ApplicationServices"], flags)
     doubles |= declared_by_doubles(DISPATCH, ["dispatch"], flags)
-    sdk, parents = declarations(parse(APPKIT + DISPATCH, flags))
+    sdk, parents = declarations(parse(APPKIT + ACCESSIBILITY + DISPATCH, flags))
     differences = 0
     for name, types in sorted(doubles.items()):
         expected = inherited(name, sdk, parents)

@@ -1,14 +1,12 @@
 // What a real Mac answers: of this program, of a process of its own, and of launchd.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <string>
 #include <vector>
 
+#include "macos/machine/sleeper.h"
 #include "platform/launch_agents.h"
 #include "platform/memory.h"
 #include "platform/processes.h"
@@ -22,37 +20,6 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::Gt;
 using testing::IsEmpty;
-
-/// A process that waits until it is ended.
-class Sleeper {
- public:
-  Sleeper() {
-    std::string name = "/bin/sleep";
-    std::string duration = "600";
-    char* arguments[] = {name.data(), duration.data(), nullptr};
-    char* environment[] = {nullptr};
-    if (posix_spawn(&pid_, "/bin/sleep", nullptr, nullptr, arguments, environment) != 0) pid_ = -1;
-  }
-  ~Sleeper() {
-    if (pid_ > 0) kill(pid_, SIGKILL);
-    reap();
-  }
-  Sleeper(const Sleeper&) = delete;
-  Sleeper& operator=(const Sleeper&) = delete;
-
-  pid_t pid() const { return pid_; }
-
-  /// Waits for its end: the signal that ended it, or 0.
-  int reap() {
-    int status = 0;
-    if (pid_ <= 0 || waitpid(pid_, &status, 0) != pid_) return 0;
-    pid_ = -1;
-    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
-  }
-
- private:
-  pid_t pid_ = -1;
-};
 
 TEST(Machine, ListsItsProcesses) {
   const auto pids = platform::allPids();

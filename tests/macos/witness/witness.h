@@ -17,6 +17,7 @@ class Witness : public testing::Test {
     double red = 0;
     double green = 0;
     double blue = 0;
+    double alpha = 0;
 
     double sum() const { return red + green + blue; }
   };

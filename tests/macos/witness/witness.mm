@@ -51,5 +51,6 @@ Witness::Pixel Witness::pixel(NSBitmapImageRep* picture, NSView* view, double x,
   NSColor* color = [[picture colorAtX:static_cast<NSInteger>(x * scale)
                                     y:static_cast<NSInteger>(y * scale)]
       colorUsingColorSpace:[NSColorSpace genericRGBColorSpace]];
-  return {[color redComponent], [color greenComponent], [color blueComponent]};
+  return {
+      [color redComponent], [color greenComponent], [color blueComponent], [color alphaComponent]};
 }
