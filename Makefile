@@ -6,7 +6,10 @@ JOBS ?= $(shell getconf _NPROCESSORS_ONLN)
 ifeq ($(shell uname),Darwin)
 START = open build/$(PRESET)/Vorda.app
 PREFIX ?= /Applications
+# Apple's clang has no fuzzer.
+FUZZ_PATH = $$(brew --prefix llvm)/bin:$$PATH
 else
+FUZZ_PATH = $$PATH
 START = build/$(PRESET)/vorda
 PREFIX ?= /usr/local
 endif
@@ -59,7 +62,7 @@ coverage: ## run every test and print which share of the lines they run
 
 fuzz: ## run each fuzz target for FUZZ_SECONDS=60 seconds, JOBS at a time
 	@scripts/bootstrap build tray test fuzz
-	@cmake --preset fuzz
+	@PATH="$(FUZZ_PATH)" cmake --preset fuzz
 	@cmake --build --preset fuzz
 	@scripts/fuzz $(FUZZ_SECONDS) $(JOBS)
 
