@@ -72,6 +72,14 @@ TEST(Machine, QuitsAnOwnProcess) {
   EXPECT_NE(platform::processIdentity(pid), identity);
 }
 
+TEST(Machine, ForceQuitsAnOwnProcessThatIsStopped) {
+  Sleeper sleeper;
+  ASSERT_GT(sleeper.pid(), 0);
+  ASSERT_EQ(kill(sleeper.pid(), SIGSTOP), 0);
+  EXPECT_EQ(platform::SignalTarget(sleeper.pid()).send(platform::Signal::forceQuit), 0);
+  EXPECT_EQ(sleeper.reap(), SIGKILL);
+}
+
 TEST(Machine, MeasuresItsMemory) {
   constexpr double kGigabyte = 1 << 30;
   const auto reading = platform::readMemory();
