@@ -119,7 +119,7 @@ bool LaunchAgentFolder::update() {
     std::string path = path_ / name;
     Stamp stamp = stampOf(path.c_str());
     isSettled_ = isSettled_ && isOld(stamp);
-    entries_.push_back({std::move(path), std::move(stamp)});
+    entries_.push_back({std::move(path), stamp});
   }
   files_ = launchAgentFilesIn(path_);
   return true;
