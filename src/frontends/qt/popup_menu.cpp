@@ -205,7 +205,11 @@ void PopupMenu::refreshStrip() {
 }
 
 void PopupMenu::refreshTitles() {
+  const QRect before = geometry();
   refreshLiveTitles(*this);
+  // Qt gives it its full height when a title has changed. It must not be opened anew: a submenu may
+  // be open.
+  if (isVisible() && !screen()->availableGeometry().contains(geometry())) setGeometry(before);
 }
 
 /// "Refresh now" leaves the menu open, to show what it has found.

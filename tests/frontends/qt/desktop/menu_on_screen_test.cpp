@@ -33,6 +33,8 @@ class MenuOnScreen : public testing::Test {
     if (!desktop().reason().empty()) GTEST_SKIP() << desktop().reason();
     ASSERT_EQ(QGuiApplication::platformName(), "xcb");
     items_ = exampleItems();
+    items_[4].live = std::make_shared<LiveTitle>();
+    items_[4].live->title = items_[4].title;
     for (int i = 0; i < 60; ++i) items_.push_back(processRow(100 + i, "row " + std::to_string(i)));
     menu_.setMenu(menuOf(items_));
     menu_.popup({100, 100});
@@ -78,7 +80,11 @@ TEST_F(MenuOnScreen, StaysClearOfThePanelWhileItChanges) {
   menu_.refreshStrip();
   settle();
   EXPECT_EQ(menu_.geometry(), before) << "after the strip has changed";
-  items_[4].title += " (changed)";
+  items_[4].live->title = "changed";
+  menu_.refreshTitles();
+  settle();
+  EXPECT_EQ(menu_.geometry(), before) << "after a title has changed";
+  items_[3].title += " (changed)";
   menu_.setMenu(menuOf(items_));
   EXPECT_TRUE(eventually([&] { return menu_.geometry().bottom() <= kPanelTop; }))
       << "after a row has changed: " << menu_.geometry().bottom();
