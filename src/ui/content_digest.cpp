@@ -130,7 +130,7 @@ class Digester {
     add(std::string_view(shown.data()));
   }
 
-  XXH3_state_t state_;
+  XXH3_state_t state_{};
 };
 
 }  // namespace

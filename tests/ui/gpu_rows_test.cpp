@@ -154,7 +154,7 @@ TEST_F(GpuRows, SayNothingOfOthers) {
 
 TEST(GpuLines, AreBounded) {
   VordaProcess process;
-  process.gpuMemory = GpuMemory{};
+  process.gpuMemory.emplace();
   for (int i = 0; i < 9; ++i) process.gpuMemory->shares.push_back({"c" + std::to_string(i), 1024});
   const auto lines = gpuLines(process);
   ASSERT_EQ(lines.size(), 8U);
