@@ -22,7 +22,7 @@ void FairShareInquiry::ask(std::vector<ProcessReference> processes, Tell tell) {
   std::vector<std::int32_t> pids;
   pids.reserve(processes.size());
   for (const ProcessReference& process : processes) pids.push_back(process.pid);
-  question_ = platform::askFairShares(std::move(pids));
+  question_ = platform::askFairShares(pids);
   if (question_ == nullptr) return;
   processes_ = std::move(processes);
   tell_ = std::move(tell);

@@ -215,9 +215,9 @@ class ScriptedFairShares : public FairShareQuestion {
 
 }  // namespace
 
-std::shared_ptr<const FairShareQuestion> askFairShares(std::vector<std::int32_t> pids) {
+std::shared_ptr<const FairShareQuestion> askFairShares(const std::vector<std::int32_t>& pids) {
   ++scripted.fairSharesAsked;
-  return std::make_shared<ScriptedFairShares>(std::move(pids));
+  return std::make_shared<ScriptedFairShares>(pids);
 }
 
 bool confirmProcess(std::int32_t pid, ProcessFacts& facts) {

@@ -125,9 +125,9 @@ std::vector<MappedFile> mappedFiles(std::int32_t pid, std::size_t most) {
   return filesInMaps(wholeFile(pid, "maps", kLongestMaps), most);
 }
 
-std::shared_ptr<const FairShareQuestion> askFairShares(std::vector<std::int32_t> pids) {
+std::shared_ptr<const FairShareQuestion> askFairShares(const std::vector<std::int32_t>& pids) {
   static const auto reading = std::make_shared<Reading>();
-  auto question = std::make_shared<Question>(std::move(pids));
+  auto question = std::make_shared<Question>(pids);
   return reading->ask(question) ? question : nullptr;
 }
 

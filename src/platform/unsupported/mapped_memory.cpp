@@ -10,7 +10,7 @@ std::vector<MappedFile> mappedFiles(std::int32_t, std::size_t) {
   return {};
 }
 
-std::shared_ptr<const FairShareQuestion> askFairShares(std::vector<std::int32_t>) {
+std::shared_ptr<const FairShareQuestion> askFairShares(const std::vector<std::int32_t>&) {
   return nullptr;
 }
 

@@ -46,8 +46,11 @@ bool hasAnyWord(std::string_view words, std::string_view wanted) {
                      [wanted](std::string_view word) { return isListed(wanted, word); });
 }
 
-/// The number that a worker ends with: 3 of "scheduler_DP0_TP3".
-std::string_view lastNumber(std::string_view text) {
+/// The number among the workers of one model, behind "TP", else the one that a worker ends with:
+/// 3 of "scheduler_DP0_TP3" and of "Worker_TP3_DP0".
+std::string_view workerNumber(std::string_view text) {
+  const auto parallel = text.rfind("_TP");
+  if (parallel != std::string_view::npos) text = text.substr(0, text.find('_', parallel + 1));
   const auto last = text.find_last_not_of("0123456789");
   const auto number = text.substr(last == std::string_view::npos ? 0 : last + 1);
   return number.size() <= 4 ? number : std::string_view();
@@ -122,7 +125,7 @@ std::optional<TitledWorker> workerOf(const Invocation& invocation, const Product
   for (const Part& known : kParts) {
     if (!lowered.starts_with(known.begins)) continue;
     name = known.name;
-    const std::string_view number = lastNumber(part);
+    const std::string_view number = workerNumber(part);
     if (!number.empty() && known.name != "engine") name += " " + std::string(number);
     break;
   }

@@ -86,7 +86,7 @@ std::string recipeName(std::string_view path) {
   for (const std::string_view ending : {".yaml", ".yml", ".toml", ".json", ".cfg", ".py"}) {
     if (file.ends_with(ending)) file.remove_suffix(ending.size());
   }
-  const std::string name = ProcessScanner::basenameModel(file);
+  std::string name = ProcessScanner::basenameModel(file);
   // "llama3_1/8B_lora": of a recipe that begins with a size the folder says of what.
   const auto folder = path.find_last_of('/');
   if (!name.empty() && text::isDigit(name.front()) && folder != std::string_view::npos) {
@@ -333,6 +333,12 @@ FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view 
       name.displayName = model ? "Training: " + modelName(*model) : own;
     }
     return name;
+  }
+  // The rules read the launcher's words, too: "run python" of "uv run python -m mlx_lm.server".
+  constexpr std::string_view kMlxServer = "MLX Server: ";
+  if (model && invocation.waits && name.displayName.starts_with(kMlxServer)) {
+    const auto end = std::min(name.displayName.find("  (:"), name.displayName.size());
+    name.displayName.replace(kMlxServer.size(), end - kMlxServer.size(), modelName(*model));
   }
   for (const std::string_view unknown : {"LM Studio: LLM", "MLX Server: MLX model"}) {
     if (model && name.displayName.starts_with(unknown)) {
