@@ -43,7 +43,8 @@ def main(program, document):
     works = ("import subprocess as s; w = s.Popen(['cat'], stdin=s.PIPE, stdout=s.DEVNULL); "
              "print(w.pid, flush=True); input(); w.communicate()")
     server = subprocess.Popen(["vllm", "-c", works, "serve", "m"], executable=sys.executable,
-                              stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+                              stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                              start_new_session=True)  # else its leader, whoever that is, leads it
     worker = int(server.stdout.readline())
     printed = subprocess.run([program, "--json"], stdin=subprocess.DEVNULL, capture_output=True,
                              timeout=60, check=True).stdout

@@ -137,6 +137,7 @@ TEST_F(Paste, WithoutAnEndIsOverAfterAWhile) {
 
 TEST_F(Paste, WithoutAnEndDoesNotStopTheProgram) {
   TerminalSession terminal({.waits = terminal::TerminalWaits{.controller = {.refresh = 0.5}}});
+  ASSERT_TRUE(terminal.waitFor("q Quit"));  // what is typed before may be lost
   ASSERT_TRUE(terminal.walkTo(name()));
   terminal.send(kBegin);
   const ChildProcess another(

@@ -93,8 +93,8 @@ TEST(FairShares, AreOfEachProcessThatCanBeRead) {
 
 TEST(FairShares, QuestionsWaitForEachOther) {
   ASSERT_NE(platform::askFairShares({getpid()}), nullptr);  // nobody waits for it any more
-  std::vector<std::shared_ptr<const platform::FairShareQuestion>> questions;
-  for (int i = 0; i < 20; ++i) questions.push_back(platform::askFairShares({getpid()}));
+  std::vector<std::shared_ptr<const platform::FairShareQuestion>> questions(20);
+  for (auto& question : questions) question = platform::askFairShares({getpid()});
   for (const auto& question : questions) {
     ASSERT_NE(question, nullptr);
     const platform::FairShares shares = answerTo(*question);
