@@ -24,9 +24,15 @@
 
 namespace {
 
-/// A shell that runs `script`, with one process of 60 MB and another, small one below it.
+/// A shell that runs `script` in a session of its own: else whoever leads the session that the
+/// tests run in would lead its family, too.
+std::vector<std::string> shellOf(const std::string& script) {
+  return {"/usr/bin/setsid", "/bin/sh", "-c", script, "sh"};
+}
+
+/// The same, with one process of 60 MB and another, small one below it.
 std::vector<std::string> workOf(const std::string& script) {
-  std::vector<std::string> argv{"/bin/sh", "-c", script, "sh"};
+  std::vector<std::string> argv = shellOf(script);
   for (std::string& word : playProcess({"--memory", "60"})) argv.push_back(std::move(word));
   return argv;
 }
@@ -82,7 +88,7 @@ class RealFamilies : public testing::Test {
 };
 
 TEST_F(RealFamilies, AreFoundAndKnowWhoHasEnded) {
-  ChildProcess shell({"/bin/sh", "-c", "sleep 600 & echo ready; wait"});
+  ChildProcess shell(shellOf("sleep 600 & echo ready; wait"));
   const auto members = belowOf(shell.pid(), 2);
   ASSERT_EQ(members.size(), 2U) << "the shell and its sleep";
   const pid_t sleep = members[0].pid == shell.pid() ? members[1].pid : members[0].pid;
@@ -121,7 +127,7 @@ TEST_F(RealFamilies, AnEngineThatOutlivesItsProgramSaysSo) {
   const TempFolder folder;
   const std::string server = (folder / "llama-server").string();
   std::filesystem::copy_file("/bin/sleep", server);
-  ChildProcess program({"/bin/sh", "-c", server + " 600 & echo ready; wait"});
+  ChildProcess program(shellOf(server + " 600 & echo ready; wait"));
   const pid_t engine = memberThatRuns(server, program.pid());
   ASSERT_GT(engine, 0);
   ScriptedFrontEnd frontEnd;
