@@ -18,12 +18,12 @@ std::string wordsFor(const MemoryCulprit& culprit) {
 
 MemoryWarning memoryWarning(const MemoryAlarm::Warning& warning,
                             const SystemMemory::Snapshot& sys) {
-  constexpr double kMBPerGB = 1024;
+  constexpr double kMBInGB = 1024;
   MemoryWarning said;
   if (warning.trouble == MemoryTrouble::runsOut) {
     said.title = "Memory is running out";
-    said.text = MemoryFormat::detail(sys.availableGB.value_or(0) * kMBPerGB) + " of " +
-                MemoryFormat::detail(sys.totalGB * kMBPerGB) + " left.";
+    said.text = MemoryFormat::detail(sys.availableGB.value_or(0) * kMBInGB) + " of " +
+                MemoryFormat::detail(sys.totalGB * kMBInGB) + " left.";
   } else {
     said.title = "Processes wait for memory";
     const platform::MemoryStalls stalls = sys.stalls.value_or(platform::MemoryStalls{});
