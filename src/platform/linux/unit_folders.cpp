@@ -133,10 +133,13 @@ std::span<const LaunchAgentFile> UserUnitFiles::read() {
     known = now;
     return true;
   };
-  const bool isElsewhere = differs(config_, "XDG_CONFIG_HOME") | differs(home_, "HOME");
-  if (isElsewhere) user_ = LaunchAgentFolder(userUnitFolder());
-  const bool isNew = user_.update() | machine_.update();
-  if (isNew) {
+  // Each is asked, whatever the one before says.
+  const bool hasConfig = differs(config_, "XDG_CONFIG_HOME");
+  const bool hasHome = differs(home_, "HOME");
+  if (hasConfig || hasHome) user_ = LaunchAgentFolder(userUnitFolder());
+  const bool isUsersNew = user_.update();
+  const bool isMachinesNew = machine_.update();
+  if (isUsersNew || isMachinesNew) {
     all_ = user_.files();
     all_.insert(all_.end(), machine_.files().begin(), machine_.files().end());
   }
