@@ -92,6 +92,12 @@ INSTANTIATE_TEST_SUITE_P(Table, ImpossibleUse,
                                          LineRow{"UnknownBytes", "use 0 5 18446744073709551615\n"}),
                          rowName<LineRow>);
 
+/// Each byte that is no text is three once it is mended.
+TEST(GpuAnswerOf, HasNoPlaceThatIsLongOnceMended) {
+  EXPECT_TRUE(parseGpuAnswer("card " + std::string(85, '\x87') + " 10 1 x\nend\n"));
+  EXPECT_FALSE(parseGpuAnswer("card " + std::string(86, '\x87') + " 10 1 x\nend\n"));
+}
+
 TEST(GpuAnswerOf, IsNoneBeforeItsEnd) {
   const std::string whole = "card a 10 1 x\nuse 0 1 2\nend\n";
   for (std::size_t length = 0; length < whole.size(); ++length) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <utility>
 
 #include "platform/linux/file_tree.h"
 #include "text/unicode.h"
@@ -23,8 +24,9 @@ std::optional<GpuDevice> cardIn(std::string_view line) {
   const std::string_view id = nextWord(line);
   const std::string_view total = nextWord(line);
   const std::string_view used = nextWord(line);
-  if (id.empty() || id.size() > kLongestText) return std::nullopt;
-  GpuDevice card{.id = text::repairedUtf8(id),
+  std::string repairedId = text::repairedUtf8(id);
+  if (id.empty() || repairedId.size() > kLongestText) return std::nullopt;
+  GpuDevice card{.id = std::move(repairedId),
                  .name = text::repairedUtf8(line.substr(0, kLongestText))};
   if (total == "-" && used == "-") return card;
   const auto totalBytes = decimal(total);
