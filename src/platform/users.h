@@ -10,7 +10,7 @@ namespace platform {
 std::uint32_t ownUid();
 
 /// The login name of a user; none when the system knows none. May ask a directory
-/// service: ask once per user and scan.
+/// service: ask seldom.
 std::optional<std::string> loginName(std::uint32_t uid);
 
 /// What a user is called: the login name, else "uid 1000".

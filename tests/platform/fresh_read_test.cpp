@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/process_rest.h"
 #include "platform/linux/process_reader.h"
 #include "tools/child_process.h"
 #include "tools/forked.h"
@@ -48,7 +49,7 @@ class FreshReadTest : public testing::Test {
     }
   }
 
-  ProcessReader reader_{platform::systemProc()};
+  ProcessReader reader_{platform::systemProc(), nullptr, platform::cpuTimeOfPid};
   ProcessFacts facts_;
 };
 

@@ -181,6 +181,100 @@ TEST_F(ProcessReaderTest, AsksForTheParentAgainWhenThatIsGone) {
   EXPECT_EQ(facts_.parent, 1);
 }
 
+/// Processes whose CPU time is scripted: they can be changed behind the reader's back.
+class RestingProcessTest : public ProcessReaderTest {
+ protected:
+  RestingProcessTest() {
+    cpuTime_ = 100;
+    setSwap(0, 0);
+    folder_.write("13/stat", "13 (a) S 1 13 13 0 13 0 1 2 3 4 5 6 7 8 20 0 1 0 50 9 9 9\n");
+    write("one", 1000);
+    look();
+  }
+
+  void write(const char* line, int pages) {
+    folder_.write("13/cmdline", line);
+    folder_.write("13/statm", "5000 " + std::to_string(pages + 300) + " 300 20 0 700 0\n");
+    folder_.write("13/status", "RssAnon: " + std::to_string(pages) + " kB\nVmSwap: 0 kB\n");
+  }
+
+  /// As a scan does, the first time with the command line.
+  void look() {
+    reader_.pids();
+    ASSERT_TRUE(reader_.lookAt(13, facts_));
+    if (fingerprint_ != facts_.fingerprint) reader_.readCommandLine(facts_);
+    fingerprint_ = facts_.fingerprint;
+    footprint_ = reader_.footprint(13);
+    ASSERT_TRUE(reader_.confirm(13, facts_));
+  }
+
+  static std::optional<std::uint64_t> cpuTime(std::int32_t) { return cpuTime_; }
+  static inline std::uint64_t cpuTime_ = 0;
+
+  const std::uint64_t page_ = static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+  platform::ProcessReader reader_{proc_, nullptr, cpuTime};
+  std::optional<platform::Fingerprint> fingerprint_;
+  std::optional<std::uint64_t> footprint_;
+};
+
+TEST_F(RestingProcessTest, AreNotReadUntilTheyRun) {
+  const auto identity = facts_.identity;
+  write("two", 2000);
+  look();
+  EXPECT_EQ(facts_.commandLine, "one");
+  EXPECT_EQ(footprint_, 1000 * page_);
+  EXPECT_EQ(facts_.identity, identity);
+  EXPECT_EQ(facts_.effectiveUid, geteuid());
+  EXPECT_EQ(facts_.parent, 1);
+
+  cpuTime_ = 101;
+  look();
+  EXPECT_EQ(facts_.commandLine, "two");
+  EXPECT_EQ(footprint_, 2000 * page_);
+}
+
+TEST_F(RestingProcessTest, AreReadNowAndThenAllTheSame) {
+  write("two", 2000);
+  int scans = 1;
+  for (; facts_.commandLine != "two" && scans < 100; ++scans) look();
+  EXPECT_LE(scans, platform::RestWatch::kMostSkips + 2);
+  EXPECT_EQ(footprint_, 2000 * page_);
+}
+
+TEST_F(RestingProcessTest, AreReadWhenTheirCommandLineIsWantedAfterAll) {
+  write("two", 2000);
+  reader_.pids();
+  ASSERT_TRUE(reader_.lookAt(13, facts_));
+  ASSERT_TRUE(reader_.readCommandLine(facts_));
+  EXPECT_EQ(facts_.commandLine, "two");
+  EXPECT_NE(facts_.fingerprint, fingerprint_);
+}
+
+TEST_F(RestingProcessTest, AreAskedForTheirMemoryAsSwapComesAndGoes) {
+  setSwap(9, 0);
+  look();
+  EXPECT_EQ(footprint_, 1000 * 1024U) << "from status, which counts in kB";
+  setSwap(0, 0);
+  look();
+  EXPECT_EQ(footprint_, 1000 * page_);
+}
+
+TEST_F(RestingProcessTest, AreAskedForTheMemoryThatFilesMayTakeBack) {
+  const auto shared = [this](std::uint64_t megabytes) {
+    const std::string pages = std::to_string((megabytes << 20) / page_);
+    folder_.write("13/statm", "900000 900000 " + pages + " 1 0 1 0\n");
+    folder_.write("13/status", "RssFile: " + std::to_string(megabytes << 10) + " kB\n");
+    look();
+    return reader_.sharedMemory(13);
+  };
+  cpuTime_ = 101;  // it maps a file
+  ASSERT_TRUE(shared(4000));
+  look();
+  const auto less = shared(2000);
+  ASSERT_TRUE(less);
+  EXPECT_EQ(less->fileBytes, 2000ULL << 20);
+}
+
 TEST(ProcessReaderWithoutProc, FindsNothing) {
   const platform::ProcFs proc("/nonexistent");
   platform::ProcessReader reader(proc);

@@ -31,13 +31,15 @@ Fingerprint fingerprintOf(const ProcessOrigin& origin) {
 
 }  // namespace
 
-ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource)
-    : ProcessReader(proc, identitySource, platform::filesToKeep()) {}
+ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource,
+                             RestWatch::CpuTime cpuTime)
+    : ProcessReader(proc, identitySource, cpuTime, platform::filesToKeep()) {}
 
 ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource,
-                             std::size_t filesToKeep)
+                             RestWatch::CpuTime cpuTime, std::size_t filesToKeep)
     : proc_(proc),
       identitySource_(identitySource),
+      cpuTime_(cpuTime),
       blocks_(proc, "cmdline", filesToKeep - sizesToKeep(filesToKeep)),
       sizes_(proc, "statm", sizesToKeep(filesToKeep)),
       block_(kLongestCommandLine + 1),  // one byte more shows that it was cut
@@ -66,18 +68,12 @@ bool ProcessReader::lookAt(std::int32_t pid, ProcessFacts& facts) {
   facts.fingerprint.reset();
   lastPid_ = 0;
   lastFolder_.clear();
-  facts.effectiveUid = proc_.owner(pid);
-  if (!facts.effectiveUid) return false;
-
-  // An unreadable block is an empty one: the executable may still tell the name.
-  lastBlock_ = blocks_.read(pid, *facts.effectiveUid, block_).value_or("");
   Known& process = known(pid);
-  if (!blocks_.wasKept()) {
-    // The owner was read first, perhaps of the process that had the pid before: read it again.
-    facts.effectiveUid = proc_.owner(pid);
-    if (!facts.effectiveUid) return false;
-    process = {.pid = pid};
-    if (lastParent_.pid == pid) lastParent_ = {};
+  lastRests_ = hasRested(process);
+  if (lastRests_) {
+    facts.effectiveUid = process.owner;
+  } else if (!readAnew(process, facts)) {
+    return false;
   }
   lastPid_ = pid;
   lastOwner_ = *facts.effectiveUid;
@@ -90,19 +86,60 @@ bool ProcessReader::lookAt(std::int32_t pid, ProcessFacts& facts) {
     if (process.stat->session > 0) facts.session = process.stat->session;
     facts.startTime = (process.stat->startTicks + 1) * tickNanoseconds_;
   }
-  if (!lastBlock_.empty())
-    facts.fingerprint = fingerprintOf(lastBlock_, facts.startTime.value_or(0));
-  return !(lastBlock_.empty() && process.stat && process.stat->isKernelThread);
+  if (!lastRests_ && !lastBlock_.empty()) {
+    process.fingerprint = fingerprintOf(lastBlock_, facts.startTime.value_or(0));
+  }
+  facts.fingerprint = process.fingerprint;
+  return facts.fingerprint || !process.stat || !process.stat->isKernelThread;
+}
+
+/// Whether it need not be read: all that was read of it still holds.
+bool ProcessReader::hasRested(Known& process) {
+  if (cpuTime_ == nullptr || !process.rest.hasRested(process.pid, cpuTime_)) return false;
+  // Where it isn't known what a process runs, its executable may tell by now.
+  return process.fingerprint || (process.stat && process.stat->isKernelThread);
+}
+
+/// The owner and the arguments, as they are now. False when the process is gone.
+bool ProcessReader::readAnew(Known& process, ProcessFacts& facts) {
+  const std::int32_t pid = process.pid;
+  facts.effectiveUid = proc_.owner(pid);
+  if (!facts.effectiveUid) return false;
+
+  // An unreadable block is an empty one: the executable may still tell the name.
+  lastBlock_ = blocks_.read(pid, *facts.effectiveUid, block_).value_or("");
+  if (!blocks_.wasKept()) {
+    // The owner was read first, perhaps of the process that had the pid before: read it again.
+    facts.effectiveUid = proc_.owner(pid);
+    if (!facts.effectiveUid) return false;
+    process = {.pid = pid, .rest = process.rest};
+    if (lastParent_.pid == pid) lastParent_ = {};
+  }
+  process.owner = *facts.effectiveUid;
+  process.fingerprint.reset();
+  process.footprint.reset();
+  return true;
+}
+
+/// Of the process that was looked at last, and was not read because it rests.
+bool ProcessReader::readArgumentsOfResting(Known& process) {
+  lastRests_ = false;
+  lastBlock_ = blocks_.read(process.pid, process.owner, block_).value_or("");
+  return blocks_.wasKept() && !lastBlock_.empty();
 }
 
 bool ProcessReader::readCommandLine(ProcessFacts& facts) {
   facts.executable.reset();
   facts.title = {};
   if (lastPid_ == 0) return false;
+  Known& process = known(lastPid_);
+  if (lastRests_) {
+    if (!readArgumentsOfResting(process)) return false;
+    facts.fingerprint = fingerprintOf(lastBlock_, facts.startTime.value_or(0));
+  }
   readArguments(lastBlock_, {}, facts);
   if (!needsOrigin(lastBlock_, facts)) return !facts.name.empty();
 
-  Known& process = known(lastPid_);
   ProcFs::Path path;
   ProcessOrigin origin{.executable = proc_.executable(process.pid, path)};
   if (origin.executable.empty() && lastBlock_.empty()) {
@@ -139,8 +176,22 @@ std::string_view ProcessReader::comm() {
 }
 
 std::optional<std::uint64_t> ProcessReader::footprint(std::int32_t pid) {
-  const std::string folder = pid == lastPid_ ? lastFolder_ : std::string();
   sharesMuch_ = 0;
+  if (pid != lastPid_) return readFootprint(pid, {});
+  Known& process = known(pid);
+  if (lastRests_ && process.footprint && process.isFootprintWithSwap == swapInUse_) {
+    return process.footprint;
+  }
+  const auto footprint = readFootprint(pid, lastFolder_);
+  // Pages that are mapped from files go when memory is short, whether the process runs or not.
+  process.footprint = sharesMuch_ == 0 ? footprint : std::nullopt;
+  process.isFootprintWithSwap = swapInUse_;
+  return footprint;
+}
+
+/// `folder` is "" or that of a thread. Sets `sharesMuch_`.
+std::optional<std::uint64_t> ProcessReader::readFootprint(std::int32_t pid,
+                                                          const std::string& folder) {
   if (swapInUse_) {
     const auto status = proc_.read(pid, folder + "status", small_);
     if (status && sharedInStatus(*status)) sharesMuch_ = pid;
@@ -166,13 +217,18 @@ bool ProcessReader::confirm(std::int32_t pid, ProcessFacts& facts) {
   if (!identity && identitySource_) {
     identity = identitySource_(pid);
   } else if (!identity && process.stat) {
+    if (lastRests_ && !readArgumentsOfResting(process)) return false;
     ProcFs::Path path;
     identity = madeIdentity(process.stat->startTicks, proc_.executable(pid, path), lastBlock_);
   }
 
-  const auto isStillThere = blocks_.isStillThere();
-  if (!isStillThere) return true;  // its file can't be opened, so the identity stays unknown
-  if (!*isStillThere) return false;
+  const bool restsStill = lastRests_ && process.rest.restsStill(pid, cpuTime_);
+  if (!restsStill) {
+    if (lastRests_ && !readArgumentsOfResting(process)) return false;
+    const auto isStillThere = blocks_.isStillThere();
+    if (!isStillThere) return true;  // its file can't be opened, so the identity stays unknown
+    if (!*isStillThere) return false;
+  }
   process.identity = identity;
   facts.identity = identity;
   return true;
@@ -180,6 +236,7 @@ bool ProcessReader::confirm(std::int32_t pid, ProcessFacts& facts) {
 
 std::optional<std::uint64_t> ProcessReader::identity(std::int32_t pid) {
   ProcessFacts facts;
+  known(pid).rest.forget();  // a signal's safety hangs on it: everything is read now
   if (!read(pid, facts) || !confirm(pid, facts)) return std::nullopt;
   return facts.identity;
 }
@@ -231,7 +288,8 @@ bool ProcessReader::isParentOutdated(const Known& process) {
 }
 
 ProcessReader& processReader() {
-  static ProcessReader reader(systemProc(), hasUniqueInodes() ? uniqueInodeOfPid : nullptr);
+  static ProcessReader reader(systemProc(), hasUniqueInodes() ? uniqueInodeOfPid : nullptr,
+                              isCpuTimeOfPidExact() ? cpuTimeOfPid : nullptr);
   return reader;
 }
 

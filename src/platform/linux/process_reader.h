@@ -7,6 +7,7 @@
 
 #include "platform/linux/file_reader.h"
 #include "platform/linux/kept_files.h"
+#include "platform/linux/process_rest.h"
 #include "platform/linux/process_status.h"
 #include "platform/linux/procfs.h"
 #include "platform/mapped_memory.h"
@@ -27,8 +28,10 @@ class ProcessReader {
   using IdentitySource = std::optional<std::uint64_t> (*)(std::int32_t pid);
 
   /// Identities come from `identitySource` alone; without one they are made from what a process
-  /// runs and when it started.
-  explicit ProcessReader(const ProcFs& proc, IdentitySource identitySource = nullptr);
+  /// runs and when it started. With `cpuTime`, processes that have not run since they were read are
+  /// not read again, as RestWatch tells.
+  explicit ProcessReader(const ProcFs& proc, IdentitySource identitySource = nullptr,
+                         RestWatch::CpuTime cpuTime = nullptr);
 
   const std::vector<std::int32_t>& pids();
   bool lookAt(std::int32_t pid, ProcessFacts& facts);
@@ -53,18 +56,31 @@ class ProcessReader {
     std::optional<ProcessStat> stat;
     bool isParentListed = false;  ///< at the time when `stat` was read
     std::optional<std::uint64_t> identity;
+
+    // What holds as long as it rests.
+    RestWatch rest;
+    std::uint32_t owner = 0;
+    std::optional<Fingerprint> fingerprint;
+    std::optional<std::uint64_t> footprint;  ///< none: not read yet, or others can change it
+    bool isFootprintWithSwap = false;
   };
 
-  ProcessReader(const ProcFs& proc, IdentitySource identitySource, std::size_t filesToKeep);
+  ProcessReader(const ProcFs& proc, IdentitySource identitySource, RestWatch::CpuTime cpuTime,
+                std::size_t filesToKeep);
 
   Known* find(std::int32_t pid);
   Known& known(std::int32_t pid);
   void learn(Known& process);
+  bool hasRested(Known& process);
+  bool readAnew(Known& process, ProcessFacts& facts);
+  bool readArgumentsOfResting(Known& process);
+  std::optional<std::uint64_t> readFootprint(std::int32_t pid, const std::string& folder);
   bool isParentOutdated(const Known& process);
   std::string_view comm();
 
   const ProcFs& proc_;
   IdentitySource identitySource_;
+  RestWatch::CpuTime cpuTime_;
   KeptFiles blocks_;  ///< where arguments are read from
   KeptFiles sizes_;   ///< where memory is read from
   FileReader block_;  ///< the arguments, into which views point
@@ -83,6 +99,7 @@ class ProcessReader {
   Parent lastParent_;
   std::int32_t lastPid_ = 0;     ///< of the process that was looked at last; 0: it is gone
   std::uint32_t lastOwner_ = 0;  ///< its effective user
+  bool lastRests_ = false;       ///< its arguments were not read, because they still hold
   std::string_view lastBlock_;   ///< its arguments, in `block_`
   std::string lastFolder_;       ///< where its memory stands: "", or of a thread "task/TID/"
   /// Of the footprint that was asked last: whose it was, and whether much of it is shared.

@@ -26,8 +26,11 @@ void addBusOf(const char* folder, std::vector<std::string>& sockets) {
   struct stat status = {};
   if (*folder != '/' || stat(folder, &status) != 0) return;
   if (!S_ISDIR(status.st_mode) || status.st_uid != ownUid()) return;
-  std::string& socket = sockets.emplace_back(folder);
-  socket += socket.ends_with('/') ? "bus" : "/bus";
+  std::array<char, PATH_MAX> socket{};
+  const int length = std::snprintf(socket.data(), socket.size(), "%s%s", folder,
+                                   std::string_view(folder).ends_with('/') ? "bus" : "/bus");
+  if (length < 0 || static_cast<std::size_t>(length) >= socket.size()) return;
+  if (stat(socket.data(), &status) == 0) sockets.emplace_back(socket.data());
 }
 
 /// Removes the text up to and including the separator (or all of it), and returns it without the
