@@ -9,6 +9,7 @@
 //   BENCH_SHARED      file descriptor whose content to map, as libraries are
 //   BENCH_REWRITTEN   put blanks between the arguments, as browsers' helpers do ("" : don't)
 //   BENCH_COPIES      start so many more processes like this one
+//   BENCH_WAKES_MS    wake up each time so many milliseconds have passed ("" : sleep on)
 //   BENCH_READY       file descriptor to write one byte to when all of that is done
 #include <grp.h>
 #include <pthread.h>
@@ -20,6 +21,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 
 namespace {
 
@@ -61,6 +63,16 @@ void keepBusy(std::size_t bytes) {
 }
 
 void* sleepOn(void*) {
+  for (;;) pause();
+}
+
+/// At a time; 0: for good.
+[[noreturn]] void sleepFor(long milliseconds) {
+  constexpr long kInASecond = 1000;
+  constexpr long kNanoseconds = 1'000'000;
+  const timespec time = {.tv_sec = milliseconds / kInASecond,
+                         .tv_nsec = milliseconds % kInASecond * kNanoseconds};
+  while (milliseconds > 0) nanosleep(&time, nullptr);
   for (;;) pause();
 }
 
@@ -112,5 +124,5 @@ int main(int argc, char** argv) {
   if (number("BENCH_REWRITTEN") != 0) rewriteTitle(argc, argv);
   require(write(ready, "", 1) == 1, "BENCH_READY");
   close(ready);
-  for (;;) pause();
+  sleepFor(number("BENCH_WAKES_MS"));
 }

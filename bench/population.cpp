@@ -102,6 +102,7 @@ pid_t start(const IdleProcess& process, pid_t parent, int shared, int ready) {
       "BENCH_SHARED=" + std::to_string(shared),
       "BENCH_REWRITTEN=" + std::string(process.rewritten ? "1" : ""),
       "BENCH_COPIES=" + std::to_string(process.copies),
+      "BENCH_WAKES_MS=" + std::to_string(process.wakesMs),
       "BENCH_READY=" + std::to_string(ready),
   };
   std::vector<std::string> arguments = process.arguments;

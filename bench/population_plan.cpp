@@ -202,6 +202,13 @@ std::vector<IdleProcess> planPopulation(std::size_t count, Mix mix) {
   return population;
 }
 
+std::vector<IdleProcess> planAwakePopulation(std::size_t count, int wakesMs) {
+  constexpr std::size_t kPart = 4;
+  std::vector<IdleProcess> population = planPopulation(count, Mix::machine);
+  for (std::size_t i = 0; i < population.size(); i += kPart) population[i].wakesMs = wakesMs;
+  return population;
+}
+
 IdleProcess planTraining() {
   return {.executable = "python3",
           .arguments = {"/home/ada/venv/bin/python3", "train_lora.py", "--model_name_or_path",

@@ -14,7 +14,8 @@ struct IdleProcess {
   int owner = 0;           ///< 0: the user who runs the bench; else a user of its own
   int memoryKiB = 0;       ///< memory of its own
   int threads = 1;
-  int copies = 0;  ///< so many more of itself it starts, as its children
+  int copies = 0;   ///< so many more of itself it starts, as its children
+  int wakesMs = 0;  ///< wakes up each time so many milliseconds have passed; 0: never
 };
 
 /// Which processes a population consists of.
@@ -26,6 +27,9 @@ enum class Mix {
 
 /// `count` processes, the same in every run.
 std::vector<IdleProcess> planPopulation(std::size_t count, Mix mix);
+
+/// The same with a quarter of them awake: they run for a moment at least every `wakesMs`.
+std::vector<IdleProcess> planAwakePopulation(std::size_t count, int wakesMs);
 
 /// One training with 12 workers that it has started: a family of 13.
 IdleProcess planTraining();

@@ -3,6 +3,7 @@
 #include <limits>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -137,6 +138,26 @@ void measureAt(const std::string& at, const Options& options, Report& report) {
   }
 }
 
+/// As on a machine that is used: a quarter of the processes has run since the scan before.
+void measureAwakeAt(std::size_t count, const std::string& at, int rounds, Report& report) {
+  constexpr int kWakesMs = 20;
+  const Population population(planAwakePopulation(count, kWakesMs));
+  Own own;
+  std::vector<Contestant> contestants;
+  for (Contestant& contestant : afterOtherWork(own.contestants())) {
+    if (contestant.name == "storm") continue;
+    contestants.push_back({contestant.name, [run = std::move(contestant.run)] {
+                             std::this_thread::sleep_for(std::chrono::milliseconds(kWakesMs + 5));
+                             return run();
+                           }});
+  }
+  const Measurements measured = alternate(contestants, rounds);
+  for (const std::string name : {"scan", "refresh"}) {
+    report.ratio(name + "/floor, cold, a quarter awake" + at,
+                 ratio(measured.at(name), measured.at("floor")));
+  }
+}
+
 }  // namespace
 
 void measureRefresh(const Options& options, Report& report) {
@@ -148,6 +169,12 @@ void measureRefresh(const Options& options, Report& report) {
       measureAt(at, options, report);
     } catch (const std::runtime_error& error) {
       report.missing("everything" + at, error.what());
+    }
+    if (!options.wants("refresh")) continue;
+    try {
+      measureAwakeAt(count, at, options.rounds, report);
+    } catch (const std::runtime_error& error) {
+      report.missing("a quarter awake" + at, error.what());
     }
   }
 }

@@ -6,6 +6,13 @@
 
 namespace ProcessScanner {
 
+void ProcessSampler::beginScan() {
+  constexpr int kScansInAMinute = 12;
+  if (++scansWithNames_ < kScansInAMinute) return;
+  scansWithNames_ = 0;
+  ownerNames_.clear();
+}
+
 bool ProcessSampler::look(std::int32_t pid) {
   pid_ = pid;
   return platform::lookAtProcess(pid, facts_);

@@ -21,8 +21,9 @@ class ProcessSampler {
   /// Reads the command line of the process that was looked at last. False when no name can be
   /// found: there is nothing to show.
   bool read() { return platform::readCommandLine(facts_); }
-  /// Forgets the owners' names, which may be given to others: once a scan.
-  void forgetNames() { ownerNames_.clear(); }
+  /// To be told at each scan. The owners' names are asked for anew once a minute of refreshes: that
+  /// they are given to others is rare, and finding them may take a directory service.
+  void beginScan();
 
   // Once it was looked at:
 
@@ -66,6 +67,7 @@ class ProcessSampler {
   std::int32_t pid_ = 0;
   platform::ProcessFacts facts_;
   std::vector<std::pair<std::uint32_t, std::string>> ownerNames_;  ///< few
+  int scansWithNames_ = 0;
 };
 
 }  // namespace ProcessScanner

@@ -138,7 +138,7 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
                         std::span<const std::int32_t> alsoPids) {
   const std::int32_t ownPid = platform::ownPid();
   ownUid_ = platform::ownUid();
-  sampler_.forgetNames();
+  sampler_.beginScan();
   tree_.clear();
   known_.begin(processes);
   waiting_.clear();

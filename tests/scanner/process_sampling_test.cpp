@@ -79,6 +79,17 @@ TEST_F(ProcessSampling, LooksEachOwnerUpOnce) {
   EXPECT_EQ(machine().loginNameLookups, 2);
 }
 
+TEST_F(ProcessSampling, LooksOwnersUpAnewOnceAMinute) {
+  machine().processes = {{.pid = 7, .arguments = {"x"}}};
+  constexpr int kScansInTwoMinutes = 24;
+  for (int scan = 0; scan < kScansInTwoMinutes; ++scan) {
+    sampler.beginScan();
+    ASSERT_TRUE(sample(7));
+    sampler.ownerName();
+  }
+  EXPECT_EQ(machine().loginNameLookups, 3);
+}
+
 TEST_F(ProcessSampling, MeasuresMemoryInMebibytes) {
   machine().processes = {{.pid = 7, .arguments = {"x"}, .footprintMB = 1.5},
                          {.pid = 8, .arguments = {"x"}, .footprintMB = std::nullopt}};
