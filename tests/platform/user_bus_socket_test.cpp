@@ -28,7 +28,7 @@ class UserBusSockets : public testing::Test {
   /// The machine's folder of runtime folders, with the user's own in it or not.
   std::string addRuntime() const {
     const std::string own = std::to_string(getuid());
-    runtime_.write(own + "/file", "");
+    runtime_.write(own + "/bus", "");
     return runtime_ / own / "bus";
   }
   TempFolder runtime_;
@@ -47,6 +47,8 @@ TEST_F(UserBusSockets, AreLookedForWhereTheVariablesSayFirst) {
   const std::string own = addRuntime();
   const ScopedVariable address("DBUS_SESSION_BUS_ADDRESS", "unix:path=/x/bus");
   const ScopedVariable folder("XDG_RUNTIME_DIR", session_.path().c_str());
+  EXPECT_THAT(userBusSockets(runtime_.path()), ElementsAre("/x/bus", own)) << "there is no bus";
+  session_.write("bus", "");
   EXPECT_THAT(userBusSockets(runtime_.path()), ElementsAre(session_ / "bus", "/x/bus", own));
 }
 
@@ -62,6 +64,7 @@ TEST_F(UserBusSockets, AreNotLookedForInFoldersThatAreNone) {
 TEST_F(UserBusSockets, AreNotLookedForInFoldersOfOthers) {
   if (getuid() != 0) GTEST_SKIP() << "only root can give a folder away";
   addRuntime();
+  session_.write("bus", "");
   for (const auto& folder : {session_.path(), runtime_ / "0"}) {
     ASSERT_EQ(chown(folder.c_str(), kStranger, kStranger), 0);
   }

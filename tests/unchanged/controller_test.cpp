@@ -100,6 +100,14 @@ TEST_F(Unchanged, EachProcessIsLookedAtOnce) {
   EXPECT_EQ(std::ranges::adjacent_find(asked), asked.end());
 }
 
+TEST_F(Unchanged, AnOwnersNewNameIsShownWithinAMinute) {
+  constexpr int kRefreshesInAMinute = 12;
+  const int menus = frontEnd_.menus;
+  machine().loginNames[1001] = "hopper";
+  for (int i = 0; i < kRefreshesInAMinute; ++i) refresh();
+  EXPECT_EQ(frontEnd_.menus, menus + 1);
+}
+
 struct ChangeRow {
   const char* name;
   std::function<void()> change;
@@ -137,7 +145,6 @@ const ChangeRow kChanges[] = {
     {"Identity", [] { on(139).identity = 2; }},
     {"StartTime", [] { on(139).startTime = 7; }},
     {"Owner", [] { on(220).effectiveUid = 0; }},
-    {"OwnersName", [] { machine().loginNames[1001] = "hopper"; }},
     {"MappedMemory", [] { on(200).fileMB += 300; }},
     {"Parent", [] { on(139).parent = 200; }},
     {"LaunchAgentThatStops", [] { machine().loadedLaunchAgents["ollama"] = std::nullopt; }},

@@ -47,7 +47,8 @@ bool tellsOwnPids(const char* procRoot) {
 std::optional<std::uint64_t> cpuTimeOfPid(std::int32_t pid) {
   // As the kernel numbers the clocks of processes; clock_getcpuclockid would ask it twice.
   constexpr unsigned kTimeOnCpu = 2;
-  return timeOf(static_cast<clockid_t>((~static_cast<unsigned>(pid) << 3) | kTimeOnCpu));
+  const auto time = timeOf(static_cast<clockid_t>((~static_cast<unsigned>(pid) << 3) | kTimeOnCpu));
+  return time == 0 ? std::nullopt : time;
 }
 
 bool isCpuTimeOfPidExact(const char* procRoot) {

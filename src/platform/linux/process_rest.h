@@ -10,7 +10,8 @@ namespace platform {
 
 /// For how many nanoseconds the process that has the pid has computed, all its threads together; a
 /// thread that is running at this moment is counted up to its last tick at the least. None when no
-/// process has the pid.
+/// process has the pid, or nothing of it has been counted yet: that much it has in common with
+/// every process that has just begun.
 std::optional<std::uint64_t> cpuTimeOfPid(std::int32_t pid);
 
 /// Whether that tells every run of a process: `procRoot` tells of the same pids as the system
