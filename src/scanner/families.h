@@ -52,7 +52,15 @@ class Families {
   }
 
  private:
-  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+  using Index = std::uint32_t;  ///< in `nodes_`; there may be thousands
+  static constexpr Index kNone = static_cast<Index>(-1);
+
+  struct Node {
+    FamilyFacts facts;
+    Index above = kNone;  ///< who started it, within its family
+    Index head = kNone;
+    Index members = 0;  ///< of a head: how many, itself included
+  };
 
   /// A process that was seen; known again by pid and start time.
   struct Seen {
@@ -60,11 +68,9 @@ class Families {
     std::uint64_t startTime = 0;
   };
 
-  struct Node {
-    FamilyFacts facts;
-    std::size_t above = kNone;  ///< who started it, within its family
-    std::size_t head = kNone;
-    std::size_t members = 0;  ///< of a head: how many, itself included
+  /// What one scan leaves to the next of a process that has somebody above it, or had.
+  struct Memory {
+    Seen self;
     // As they were when they were seen; without a pid when they were not.
     Seen starter = {};
     Seen first = {};
@@ -74,20 +80,22 @@ class Families {
   bool isMember(const Node& node) const {
     return node.head != kNone && nodes_[node.head].members > 1;
   }
-  std::size_t indexOf(std::int32_t pid) const;
-  std::size_t indexOf(std::optional<std::int32_t> pid, const Node& child) const;
-  std::size_t aboveOf(const Node& node) const;
+  Index indexOf(std::int32_t pid) const;
+  Index indexOf(std::optional<std::int32_t> pid, const Node& child) const;
+  Index aboveOf(const Node& node) const;
   void markOwnAncestors();
   void cutOffJobsOfAgents();
-  void findHead(std::size_t index);
-  void remember(Node& node, const Node* before) const;
+  void findHead(Index index);
+  void rememberAll();
+  Memory memoryOf(const Node& node, const Memory* before) const;
   bool isGone(const Seen& seen) const;
   Seen seen(const Node& node) const;
 
   std::int32_t own_ = 0;
   std::vector<Node> nodes_;       ///< by pid, once they are found
-  std::vector<Node> before_;      ///< those of the last scan
-  std::vector<std::size_t> way_;  ///< up to the head
+  std::vector<Memory> memories_;  ///< by pid
+  std::vector<Memory> before_;    ///< those of the last scan
+  std::vector<Index> way_;        ///< up to the head
 };
 
 }  // namespace ProcessScanner

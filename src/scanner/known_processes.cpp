@@ -27,40 +27,39 @@ void KnownProcesses::begin(std::vector<VordaProcess>& rows) {
 
 void KnownProcesses::giveBack(std::vector<VordaProcess>& rows) {
   for (VordaProcess& row : rows) {
-    if (Entry* const entry = find(row.pid)) entry->process.row.takeBack(std::move(row));
+    if (KnownProcess* const process = known(row.pid)) process->row.takeBack(std::move(row));
   }
   rows.clear();
 }
 
 KnownProcess& KnownProcesses::of(std::int32_t pid) {
-  Entry* entry =
-      next_ < known_.size() && known_[next_].process.pid == pid ? &known_[next_] : find(pid);
-  if (entry == nullptr) {
-    entry = &born_.emplace_back();
-    entry->process.pid = pid;
+  KnownProcess* process =
+      next_ < known_.size() && known_[next_].pid == pid ? &known_[next_] : known(pid);
+  if (process == nullptr) {
+    process = &born_.emplace_back();
+    process->pid = pid;
   } else {
-    next_ = static_cast<std::size_t>(entry - known_.data()) + 1;
+    next_ = static_cast<std::size_t>(process - known_.data()) + 1;
   }
-  entry->isThere = true;
-  return entry->process;
+  process->isThere = true;
+  return *process;
 }
 
 void KnownProcesses::end() {
-  std::erase_if(known_, [](const Entry& entry) { return !entry.isThere; });
+  std::erase_if(known_, [](const KnownProcess& process) { return !process.isThere; });
   if (!born_.empty()) {
     known_.insert(known_.end(), std::make_move_iterator(born_.begin()),
                   std::make_move_iterator(born_.end()));
     born_.clear();
     born_.shrink_to_fit();
-    std::ranges::sort(known_, {}, [](const Entry& entry) { return entry.process.pid; });
+    std::ranges::sort(known_, {}, &KnownProcess::pid);
   }
-  for (Entry& entry : known_) entry.isThere = false;
+  for (KnownProcess& process : known_) process.isThere = false;
 }
 
-KnownProcesses::Entry* KnownProcesses::find(std::int32_t pid) {
-  const auto place = std::ranges::lower_bound(known_, pid, {},
-                                              [](const Entry& entry) { return entry.process.pid; });
-  return place != known_.end() && place->process.pid == pid ? &*place : nullptr;
+KnownProcess* KnownProcesses::known(std::int32_t pid) {
+  const auto place = std::ranges::lower_bound(known_, pid, {}, &KnownProcess::pid);
+  return place != known_.end() && place->pid == pid ? &*place : nullptr;
 }
 
 }  // namespace ProcessScanner

@@ -48,23 +48,25 @@ struct OtherName {
 struct KnownProcess {
   std::int32_t pid = 0;
   LabRole role = LabRole::none;
+  bool isThere = false;         ///< the scan that is under way has asked for it
   bool isExcluded = false;      ///< its name is one that is never shown
   bool isFamilyBorder = false;  ///< family_borders.h
   /// It is shown beside its family although it is not listed.
   bool isUnlistedMember = false;
-  bool isFilled = false;                       ///< its row is as it was found in this scan
-  std::optional<MappedFilesRead> mappedFiles;  ///< none: it was not asked
+  bool isFilled = false;  ///< its row is as it was found in this scan
   /// With another executable it might have another role, or another name that is never shown.
   /// When not, the executable need not be asked while the process is not listed.
   bool dependsOnExecutable = false;
+  bool waits = false;  ///< recognition::Verdict::waits, of a process that has a role
   std::optional<platform::Fingerprint> fingerprint;  ///< none: nothing was found out
   std::optional<platform::Fingerprint> executable;   ///< none: it has no say
-  bool waits = false;  ///< recognition::Verdict::waits, of a process that has a role
-  std::unique_ptr<OtherName> otherName;  ///< null for nearly all
-  LentRow row;                           ///< while it is listed, or such a member
+  // For few, so that the many stay small:
+  std::unique_ptr<MappedFilesRead> mappedFiles;  ///< null: it was not asked
+  std::unique_ptr<OtherName> otherName;
+  LentRow row;  ///< while it is listed, or such a member
 
   /// Starts over: nothing was found out.
-  void forget() { *this = {.pid = pid}; }
+  void forget() { *this = {.pid = pid, .isThere = isThere}; }
 };
 
 /// What is known of the processes that run, from one scan to the next. It knows no more of them
@@ -84,25 +86,15 @@ class KnownProcesses {
   void end();
 
   /// The process with this pid, when no scan is under way; null: it is not known.
-  KnownProcess* known(std::int32_t pid) {
-    Entry* const entry = find(pid);
-    return entry == nullptr ? nullptr : &entry->process;
-  }
+  KnownProcess* known(std::int32_t pid);
 
   /// Of how many processes something is known, when no scan is under way.
   std::size_t size() const { return known_.size(); }
 
  private:
-  struct Entry {
-    KnownProcess process;
-    bool isThere = false;  ///< the scan has asked for it
-  };
-
-  Entry* find(std::int32_t pid);
-
-  std::vector<Entry> known_;  ///< by pid
-  std::vector<Entry> born_;   ///< those that the scan found first
-  std::size_t next_ = 0;      ///< where the next pid is, when the system lists them in order
+  std::vector<KnownProcess> known_;  ///< by pid
+  std::vector<KnownProcess> born_;   ///< those that the scan found first
+  std::size_t next_ = 0;             ///< where the next pid is, when the system lists them in order
 };
 
 }  // namespace ProcessScanner

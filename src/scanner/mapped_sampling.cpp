@@ -37,7 +37,7 @@ MappedFilesRead readFiles(std::int32_t pid, std::uint64_t now) {
 }  // namespace
 
 void sampleMapped(std::int32_t pid, double footprintMB, bool isOwn,
-                  std::optional<MappedFilesRead>& known, std::optional<MappedMemory>& memory) {
+                  std::unique_ptr<MappedFilesRead>& known, std::optional<MappedMemory>& memory) {
   const auto shared = platform::sharedMemory(pid);
   const double mappedMB = shared ? worthAWord(shared->fileBytes, footprintMB) : 0;
   const double sharedMB = shared ? worthAWord(shared->sharedBytes, footprintMB) : 0;
@@ -49,7 +49,7 @@ void sampleMapped(std::int32_t pid, double footprintMB, bool isOwn,
   if (mappedMB == 0 || !isOwn) return memory->files.clear();
   const std::uint64_t now = platform::processClock();
   if (!known || now < known->at || now - known->at >= kMappedFilesStand) {
-    known = readFiles(pid, now);
+    known = std::make_unique<MappedFilesRead>(readFiles(pid, now));
   }
   memory->files = known->largest;
   if (!memory->files.empty() && memory->files.front().isModel) {

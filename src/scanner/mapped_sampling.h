@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -30,7 +31,7 @@ inline constexpr std::uint64_t kMappedFilesStand = 60'000'000'000;
 /// lot. Its files are read where they may be (`isOwn`), once and then once a minute; `known`
 /// remembers them. Where nothing has changed it allocates nothing.
 void sampleMapped(std::int32_t pid, double footprintMB, bool isOwn,
-                  std::optional<MappedFilesRead>& known, std::optional<MappedMemory>& memory);
+                  std::unique_ptr<MappedFilesRead>& known, std::optional<MappedMemory>& memory);
 
 /// Whether a file with this path holds a model's weights.
 bool isModelFile(std::string_view path);

@@ -12,9 +12,11 @@ struct ObjectName {
   std::string operator()(std::monostate) const { return {}; }
   std::string operator()(std::int32_t pid) const { return std::to_string(pid); }
   std::string operator()(const std::string& label) const { return label; }
-  std::string operator()(const VordaProcess& process) const { return std::to_string(process.pid); }
-  std::string operator()(const VordaLaunchAgent& launchAgent) const {
-    return launchAgent.plistPath;
+  std::string operator()(const SharedRecord<VordaProcess>& process) const {
+    return std::to_string((*process).pid);
+  }
+  std::string operator()(const SharedRecord<VordaLaunchAgent>& launchAgent) const {
+    return (*launchAgent).plistPath;
   }
 };
 

@@ -5,7 +5,7 @@
 #include "ui/status_bar_controller.h"
 
 void StatusBarController::unloadLaunchAgent(Sender sender) {
-  if (const auto* launchAgent = std::get_if<VordaLaunchAgent>(&sender.representedObject)) {
+  if (const auto* launchAgent = recordIn<VordaLaunchAgent>(sender.representedObject)) {
     confirmUnload(*launchAgent);
   }
 }
@@ -26,7 +26,7 @@ void StatusBarController::confirmUnload(const VordaLaunchAgent& launchAgent) {
 }
 
 void StatusBarController::loadLaunchAgent(Sender sender) {
-  const auto* launchAgent = std::get_if<VordaLaunchAgent>(&sender.representedObject);
+  const auto* launchAgent = recordIn<VordaLaunchAgent>(sender.representedObject);
   if (launchAgent != nullptr) beginOperation({*launchAgent, LaunchAgentOperation::Kind::start});
 }
 

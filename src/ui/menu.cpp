@@ -7,7 +7,7 @@ bool isHeading(const MenuItem& item) {
 const VordaProcess* processOf(const MenuItem& row) {
   if (!row.process) return nullptr;
   for (const MenuItem& item : row.submenu) {
-    const auto* process = std::get_if<VordaProcess>(&item.representedObject);
+    const auto* process = recordIn<VordaProcess>(item.representedObject);
     if (process != nullptr && process->pid == row.process->pid) return process;
   }
   return nullptr;

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -35,9 +36,32 @@ enum class Action {
   openMenu,  ///< the front end's own: open the whole menu in a window of its own
 };
 
+/// A record that several items hold and none changes: one copy for all of them, because each of
+/// hundreds of items would take as much room as the largest that it may hold. Equal where the
+/// records are.
+template <typename Record>
+class SharedRecord {
+ public:
+  SharedRecord(Record record) : record_(std::make_shared<const Record>(std::move(record))) {}
+  const Record& operator*() const { return *record_; }
+  bool operator==(const SharedRecord& other) const {
+    return record_ == other.record_ || *record_ == *other.record_;
+  }
+
+ private:
+  std::shared_ptr<const Record> record_;
+};
+
 /// What an item's action acts on, copied when the menu was built.
-using RepresentedObject =
-    std::variant<std::monostate, std::int32_t, std::string, VordaProcess, VordaLaunchAgent>;
+using RepresentedObject = std::variant<std::monostate, std::int32_t, std::string,
+                                       SharedRecord<VordaProcess>, SharedRecord<VordaLaunchAgent>>;
+
+/// The record of that kind in it; nullptr when it holds something else.
+template <typename Record>
+const Record* recordIn(const RepresentedObject& object) {
+  const auto* shared = std::get_if<SharedRecord<Record>>(&object);
+  return shared == nullptr ? nullptr : &**shared;
+}
 
 /// The process that an item is about. The identity tells it from a later process with the same
 /// pid.

@@ -66,7 +66,7 @@ void StatusBarController::quitProcess(Sender sender) {
 }
 
 void StatusBarController::forceProcess(Sender sender) {
-  if (const auto* process = std::get_if<VordaProcess>(&sender.representedObject)) {
+  if (const auto* process = recordIn<VordaProcess>(sender.representedObject)) {
     if (process->isProtected) {
       notify("Protected process", Alerts::protectedMessage(*process));
     } else {
@@ -105,7 +105,7 @@ void StatusBarController::finishQuit(std::int32_t pid, const std::string& title,
 
 /// What takes a while to find out appears in the open alert.
 void StatusBarController::showDetails(Sender sender) {
-  const auto* process = std::get_if<VordaProcess>(&sender.representedObject);
+  const auto* process = recordIn<VordaProcess>(sender.representedObject);
   if (process == nullptr) return;
   const std::string place = placeOf(*process);
   const std::vector<ProcessReference> members = ownMembersOf(*process);

@@ -73,6 +73,7 @@ bool isDocker(const VordaProcess& process) {
 
 std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& words,
                                      const std::vector<std::string>& asked) {
+  const SharedRecord<VordaProcess> record(process);
   std::vector<MenuItem> items;
   items.push_back(
       label(MemoryFormat::detail(process.memMB) + " · pid " + std::to_string(process.pid)));
@@ -94,9 +95,9 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process, const Words& w
       items.push_back(label(std::string(platform::words().mlxQuitFirst)));
     }
     items.push_back(command("Force Quit (" + MemoryFormat::compact(process.memMB) + ")",
-                            Action::forceProcess, process));
+                            Action::forceProcess, record));
   }
-  items.push_back(command("Full details…", Action::showDetails, process));
+  items.push_back(command("Full details…", Action::showDetails, record));
   for (const std::string& label : process.matchedAgents) {
     items.push_back(command("Unload " + text::displayName(label), Action::unloadByLabel, label));
   }

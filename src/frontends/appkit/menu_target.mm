@@ -40,7 +40,7 @@ namespace {
 
 std::optional<std::int32_t> pidOf(const RepresentedObject& value) {
   if (const auto* pid = std::get_if<std::int32_t>(&value)) return *pid;
-  if (const auto* process = std::get_if<VordaProcess>(&value)) return process->pid;
+  if (const auto* process = recordIn<VordaProcess>(value)) return process->pid;
   return std::nullopt;
 }
 

@@ -53,15 +53,15 @@ class ProcessReader {
   /// may end first.
   struct Known {
     std::int32_t pid = 0;
-    std::optional<ProcessStat> stat;
     bool isParentListed = false;  ///< at the time when `stat` was read
+    std::optional<ProcessStat> stat;
     std::optional<std::uint64_t> identity;
 
     // What holds as long as it rests.
     RestWatch rest;
-    std::uint32_t owner = 0;
     std::optional<Fingerprint> fingerprint;
     std::optional<std::uint64_t> footprint;  ///< none: not read yet, or others can change it
+    std::uint32_t owner = 0;
     bool isFootprintWithSwap = false;
   };
 

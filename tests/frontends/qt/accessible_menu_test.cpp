@@ -72,10 +72,12 @@ class AccessibleMenu : public testing::Test {
     std::vector<MenuItem> items = exampleItems();
     items.resize(4);
     items[3].name = {0, 6};
-    auto& process = std::get<VordaProcess>(items[3].submenu.back().representedObject);
+    RepresentedObject& object = items[3].submenu.back().representedObject;
+    VordaProcess process = *recordIn<VordaProcess>(object);
     process.memMB = 312;
     process.labRole = LabRole::inference;
     process.isProtected = true;
+    object = process;
     return items;
   }
   static std::vector<std::string> expectedMenu(const std::string& indent) {
