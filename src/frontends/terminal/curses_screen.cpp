@@ -72,6 +72,14 @@ void send(const std::string& bytes) {
   std::fflush(stdout);
 }
 
+/// curses holds three images of the terminal: what stands there, what shall, and what a program
+/// draws on. We draw on the second, so that the third need not take 28 bytes a cell; it is only
+/// where keys are read from. Untouched, because reading a key would show it otherwise.
+void spareStandardScreen() {
+  wresize(stdscr, 1, 1);
+  untouchwin(stdscr);
+}
+
 int millisecondsUntil(std::optional<double> end, double now) {
   if (!end) return -1;
   return static_cast<int>(std::ceil(std::clamp((*end - now) * 1000, 0.0, 3600000.0)));
@@ -126,7 +134,8 @@ bool CursesScreen::start(const TerminalCheck& check) {
   if (check.depth == ColorDepth::eight) look_.glyphs.divider = " ";
   prepareKeys();
   curs_set(0);
-  leaveok(stdscr, TRUE);
+  leaveok(newscr, TRUE);
+  spareStandardScreen();
   return true;
 }
 
@@ -140,14 +149,14 @@ double CursesScreen::now() const {
 }
 
 void CursesScreen::draw(const CellGrid& grid) {
-  erase();
+  werase(newscr);
   const Size size = grid.size();
   for (int y = 0; y < size.height; ++y) {
     for (int x = 0; x < size.width; ++x) drawCell(grid.at(x, y), x, y);
   }
   // One picture after the other, never half of the next one, on terminals that know how.
   send(synchronizedUpdate(true));
-  refresh();
+  doupdate();
   send(synchronizedUpdate(false));
 }
 
@@ -162,7 +171,7 @@ void CursesScreen::drawCell(const Cell& cell, int x, int y) {
   int pair = colors_->pairOf(cell.style);
   cchar_t character;
   setcchar(&character, wide.data(), attributesOf(cell.style), 0, &pair);
-  mvadd_wch(y, x, &character);
+  mvwadd_wch(newscr, y, x, &character);
 }
 
 Input CursesScreen::nextInput(std::optional<double> seconds) {
@@ -288,7 +297,10 @@ void CursesScreen::suspend() {
 /// Makes the next draw() paint everything, in the window's present size.
 void CursesScreen::repaint() {
   const Size window = windowSize();
-  if (window.width > 0 && window != size()) resizeterm(window.height, window.width);
+  if (window.width > 0 && window != size()) {
+    resizeterm(window.height, window.width);
+    spareStandardScreen();
+  }
   clearok(curscr, TRUE);
 }
 
