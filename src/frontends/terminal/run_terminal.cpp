@@ -16,6 +16,7 @@ int runTerminal(Alert about, const TerminalWaits& waits) {
     return 1;
   }
   TerminalFrontEnd frontEnd(*screen, waits.hint);
+  frontEnd.showFrame();
   StatusBarController controller(frontEnd, std::move(about), waits.controller);
   frontEnd.run(controller);
   return 0;

@@ -25,6 +25,10 @@ class TerminalFrontEnd : public FrontEnd {
   explicit TerminalFrontEnd(Screen& screen, double hintSeconds = kHintSeconds)
       : screen_(screen), hintSeconds_(hintSeconds) {}
 
+  /// Shows what there is before the menu, at once: the first look at thousands of processes takes
+  /// a while.
+  void showFrame() { draw(); }
+
   /// Shows the menu, and reports to `delegate`, until the user quits or the terminal is gone.
   void run(MenuDelegate& delegate);
 

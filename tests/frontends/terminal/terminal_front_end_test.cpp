@@ -25,6 +25,15 @@ TEST_F(TerminalMenu, IsRebuiltEveryFiveSecondsAndKeepsTheSelection) {
   run();
 }
 
+TEST_F(TerminalMenu, HasAFrameBeforeThereIsAMenu) {
+  for (const terminal::Size size : {terminal::Size{80, 24}, terminal::Size{20, 4}}) {
+    screen.size_ = size;
+    terminal::TerminalFrontEnd frontEnd(screen);
+    frontEnd.showFrame();
+    EXPECT_EQ(shows("Quit"), size.width == 80) << screen.picture();
+  }
+}
+
 TEST_F(TerminalMenu, AClickOnAKeyInTheLastLinePressesIt) {
   const auto clickOn = [this](const std::string& word) {
     screen.then([this, word] {
