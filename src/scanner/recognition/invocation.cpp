@@ -18,14 +18,26 @@ namespace {
 constexpr int kMostCarriers = 8;
 constexpr std::size_t kLongestPath = 4096;
 
+/// A command line that its process wrote anew, in one piece, as npm and Chromium do. Paths have
+/// blanks as well: only of a program that is known to the letter is it taken for one.
+bool isInOnePiece(Arguments arguments) {
+  const std::string_view first = arguments.front();
+  const auto blank = first.find(' ');
+  if (blank == std::string_view::npos || blank + 1 == first.size()) return false;
+  const std::string_view program = first.substr(0, blank);
+  if (isListed("npm npx", program)) return true;
+  if (arguments.size() > 1) return false;
+  const bool isBare = program.find('/') == std::string_view::npos;
+  if (!isBare && first[blank + 1] != '-') return false;
+  return isBystander(isBare ? std::string(program) : programName(program));
+}
+
 class Unwrapping {
  public:
   explicit Unwrapping(Arguments arguments) {
     if (arguments.empty()) return;
     const std::string_view first = arguments.front();
-    // Node's tools write their command line as a title, in one piece.
-    if (first.starts_with("npm exec ") || first.starts_with("npx ") ||
-        first.starts_with("npm run ")) {
+    if (isInOnePiece(arguments)) {
       result_.isTitle = true;
       result_.titleWords = listed(text::withinBytes(first, 4096));
       all_ = result_.titleWords;

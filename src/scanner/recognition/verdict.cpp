@@ -38,8 +38,9 @@ FriendlyName nameByRules(Arguments arguments, LabRole role) {
 }
 
 /// The name of a process whose role the rules had seen in the words of others.
-FriendlyName nameOfWithdrawn(Arguments arguments) {
-  return nameByRules(arguments.first(1), LabRole::none);
+FriendlyName nameOfWithdrawn(Arguments arguments, const Invocation& invocation) {
+  const Arguments line = invocation.titleWords.empty() ? arguments : invocation.titleWords;
+  return nameByRules(line.first(1), LabRole::none);
 }
 
 bool worksOnOthersWords(const Invocation& invocation) {
@@ -126,7 +127,12 @@ class Recognizer {
  private:
   Verdict none() {
     verdict_.role = LabRole::none;
-    if (byRules_ != LabRole::none) verdict_.name = nameOfWithdrawn(arguments_);
+    // Of a line in one piece the last part of a path in it would be taken for who it is.
+    const bool isPath =
+        !invocation_.titleWords.empty() && arguments_.front().find('/') != std::string_view::npos;
+    if (byRules_ != LabRole::none || isPath) {
+      verdict_.name = nameOfWithdrawn(arguments_, invocation_);
+    }
     return std::move(verdict_);
   }
 

@@ -41,13 +41,10 @@ INSTANTIATE_TEST_SUITE_P(
         A{"ProviderAlone", {"dnsupdate", "--provider", "x"}, LabRole::none},
         A{"TrainsWithSettings", {"libreyolo", "train", "data=d.yaml"}, LabRole::training},
         A{"TrainsNobodyKnowsWhat", {"railway", "train", "list"}, LabRole::none},
-        A{"Ruby", {"ruby", "train_service.rb"}, LabRole::none}),
-    rowName<ActivityRow>);
-
-INSTANTIATE_TEST_SUITE_P(
-    Scripts, ActivityByName,
-    testing::Values(
-        A{"Trains", {"python", "train_dog.py"}, LabRole::training},
+        A{"Ruby", {"ruby", "train_service.rb"}, LabRole::none},
+        A{"InstallsInOnePiece", {"npm install -g @anthropic-ai/claude-code"}, LabRole::none},
+        A{"ClonesInOnePiece", {"git clone https://github.com/vllm-project/vllm"}, LabRole::none},
+        A{"WithABlankInItsPath", {"/opt/find my/llama-server"}, LabRole::inference},
         A{"TrainsAndEvaluates", {"python", "train_and_eval.py"}, LabRole::training},
         A{"Prepares", {"python", "prepare_train_data.py"}, LabRole::none},
         A{"PreparesWithAnOption", {"python", "prepare.py", "--train"}, LabRole::none},
