@@ -52,6 +52,10 @@ constexpr std::string_view kOfPrograms = "cli main gpu cuda cpu mpi";
 constexpr std::string_view kServesByName =
     "serve server serving api apiserver chat generate app inference infer webui deploy";
 
+/// What a client does with the MCP servers that it will start: "claude mcp add".
+constexpr std::string_view kSetsUp =
+    "add add-json add-from-claude-desktop get enable disable import reset-project-choices auth";
+
 std::vector<std::string> strings(const std::vector<std::string_view>& views) {
   return {views.begin(), views.end()};
 }
@@ -193,6 +197,9 @@ Activity activityOf(const KnownProduct& known, const Invocation& invocation) {
     }
     return nullptr;
   };
+  const bool setsUp = words.size() > 1 && words[0] == "mcp" &&
+                      (isListed(kSetsUp, words[1]) || isListed(kNeither, words[1]));
+  if (setsUp) return {LabRole::none, "mcp " + words[1], {}};
   for (const std::string& word : words) {
     if (const Verb* const verb = ownVerb(word)) return {verb->role, word, verb->name};
   }

@@ -107,6 +107,7 @@ INSTANTIATE_TEST_SUITE_P(
           "MCP: memory"},
         N{"ProxyOfNobody", {"mcp-proxy", "https://example.com/sse"}, "MCP proxy"},
         N{"TitleOfAnInstallation", {"npm install -g @anthropic-ai/claude-code"}, "npm"},
+        N{"ClientThatSetsUp", {"claude", "mcp", "add", "x"}, "Claude Code mcp add"},
         N{"PortOfAnAddress", {"wyoming-piper", "--uri", "tcp://0.0.0.0:10200"}, "Piper  (:10200)"},
         N{"PortThatIsNone", {"vllm", "--port", "$PORT"}, "vLLM"},
         N{"LongModel",
