@@ -90,6 +90,10 @@ class Unwrapping {
     }
     if (isListed("node nodejs bun deno tsx ts-node electron", name)) return node(name);
     if (name == "java") return java();
+    if (result_.carriers > 0 && name.ends_with(".py")) {
+      result_.isPython = true;
+      return pythonScript(rest_.front());
+    }
     if (isListed("ruby perl php rscript dotnet julia lua", name)) return scriptOf();
     host();
     return false;
@@ -138,14 +142,14 @@ class Unwrapping {
     }
     const std::string name = packageName(word);
     const std::string_view base = text::lastPathComponent(name);
-    if (word.find('/') != std::string_view::npos && !word.starts_with('@')) return true;  // a path
-    if (isListed("python node bun java deno", programName(base)) || isSource(word)) {
-      if (!isSource(word)) return true;
-      settle(word, "python");
+    if (isSource(word)) {
       result_.isPython = word.ends_with(".py");
+      settle(word, result_.isPython ? "python" : "node");
       script(word);
       return false;
     }
+    if (word.find('/') != std::string_view::npos && !word.starts_with('@')) return true;  // a path
+    if (isListed("python node bun java deno tsx ts-node", programName(base))) return true;
     if (word.starts_with('@')) {
       settle(word, std::string(base));
       result_.package = name;
@@ -164,6 +168,7 @@ class Unwrapping {
     if (!isSource(word) && text::lastPathComponent(word).find('.') == std::string_view::npos) {
       return true;  // a program
     }
+    if (isSource(word)) return pythonScript(word);
     settle(word, "python");
     script(word);
     return false;

@@ -73,7 +73,9 @@ INSTANTIATE_TEST_SUITE_P(
         A{"WorkerOfAModel",
           {"python", "model_worker.py", "--model-path", "/m/vicuna"},
           LabRole::inference},
-        A{"OneOfSeveral", {"python", "main.py", "--local_rank=0"}, LabRole::training}),
+        A{"OneOfSeveral", {"python", "main.py", "--local_rank=0"}, LabRole::training},
+        A{"CarriedWithItsFolder", {"uv", "run", "examples/run_grpo.py"}, LabRole::training},
+        A{"CarriedByAnEnvironment", {"conda", "run", "-n", "e", "finetune.py"}, LabRole::training}),
     rowName<ActivityRow>);
 
 }  // namespace
