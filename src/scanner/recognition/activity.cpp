@@ -134,6 +134,17 @@ bool hasSettingsOfTraining(const Invocation& invocation) {
   });
 }
 
+/// A recipe that is called after a training.
+bool isGivenTraining(const Invocation& invocation) {
+  const auto recipe = recipeOf(invocation);
+  if (!recipe) return false;
+  std::string_view file = recipe->substr(recipe->rfind('/') + 1);
+  file = file.substr(0, file.rfind('.'));
+  const auto words = strings(wordsOf(withJoinedWords(file)));
+  return isAnyListed(kTrainsByName, words) && !isAnyListed(kNeitherByName, words) &&
+         !endsWithOneOf(kThings, words);
+}
+
 /// What a word of an MCP server's own name is; "--stdio" and "mcp" make an agent.
 bool isMcp(const Invocation& invocation, const std::vector<std::string>& subcommands) {
   for (const std::string_view name :
@@ -283,6 +294,15 @@ Activity activityOf(const Invocation& invocation) {
         (hasOption(invocation, "--epochs --num-epochs --max-epochs --n-epochs") &&
          hasOption(invocation, "--lr --learning-rate --batch-size --bs --optimizer"));
     if (hasSchedule && !neither) return {LabRole::training, {}, {}};
+    // What a script of a general name is given says what it does: "run.py config/train_lora.yaml".
+    if (isListed("run main cli start launch", name) && isGivenTraining(invocation)) {
+      return {LabRole::training, {}, {}};
+    }
+    if (answers && hasOption(invocation,
+                             "--infer-steps --num-inference-steps --sampling-steps "
+                             "--sample-steps --guidance-scale --cfg-scale --frame-num")) {
+      return {LabRole::inference, name, {}};
+    }
     if (!subcommands.empty() &&
         (namesTraining(subcommands.front()) || subcommands.front() == "fit") &&
         subcommands.front().find('.') == std::string::npos) {

@@ -313,6 +313,12 @@ FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view 
     name.displayName = "Training: " + std::string(text::withinBytes(invocation.path, kLongestName));
   }
   if (role == LabRole::training) {
+    // The rules show a recipe as they show a model, with its ending.
+    for (const std::string_view ending : {".yaml", ".yml", ".toml"}) {
+      if (name.displayName.ends_with(ending)) {
+        name.displayName.resize(name.displayName.size() - ending.size());
+      }
+    }
     const auto recipe = recipeOf(invocation);
     const bool takesModel = name.product == "Fine-tune" &&
                             name.displayName.find(':') == std::string::npos &&

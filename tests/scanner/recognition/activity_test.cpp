@@ -75,7 +75,12 @@ INSTANTIATE_TEST_SUITE_P(
           LabRole::inference},
         A{"OneOfSeveral", {"python", "main.py", "--local_rank=0"}, LabRole::training},
         A{"CarriedWithItsFolder", {"uv", "run", "examples/run_grpo.py"}, LabRole::training},
-        A{"CarriedByAnEnvironment", {"conda", "run", "-n", "e", "finetune.py"}, LabRole::training}),
+        A{"CarriedByAnEnvironment", {"conda", "run", "-n", "e", "finetune.py"}, LabRole::training},
+        A{"GivenARecipe", {"python", "run.py", "config/train_flux.yaml"}, LabRole::training},
+        A{"GivenATimetable", {"python", "run.py", "config/train_schedule.yaml"}, LabRole::none},
+        A{"GivenAnEvaluation", {"python", "run.py", "config/eval_sft.yaml"}, LabRole::none},
+        A{"Draws", {"python", "sample_video.py", "--infer-steps", "50"}, LabRole::inference},
+        A{"DrawsASample", {"python", "sample.py", "--size", "50"}, LabRole::none}),
     rowName<ActivityRow>);
 
 }  // namespace
