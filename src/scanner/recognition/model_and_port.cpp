@@ -34,6 +34,15 @@ Arguments lookedAt(const Invocation& invocation) {
   return invocation.arguments.first(std::min(invocation.arguments.size(), kMostLookedAt));
 }
 
+/// "-listen", as programs written in Go take "--listen".
+bool isListedWithTwoDashes(std::string_view options, std::string_view written) {
+  constexpr std::size_t kShortest = 5;
+  if (written.size() < kShortest || written[1] == '-') return false;
+  const auto found = options.find(written);
+  return found != std::string_view::npos && found > 0 && options[found - 1] == '-' &&
+         isListed(options, options.substr(found - 1, written.size() + 1));
+}
+
 /// The value of the first argument that is one of these options, whose values may not be empty.
 std::optional<std::string_view> valueOf(Arguments arguments, std::string_view options) {
   for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -43,7 +52,10 @@ std::optional<std::string_view> valueOf(Arguments arguments, std::string_view op
     const std::string_view written = word.substr(0, equals);
     const NormalizedOption option(written);
     const bool isWritten = option.name() == written;
-    if (!isListed(options, written) && (isWritten || !isListed(options, option.name()))) continue;
+    if (!isListed(options, written) && (isWritten || !isListed(options, option.name())) &&
+        !isListedWithTwoDashes(options, written)) {
+      continue;
+    }
     if (equals != std::string_view::npos) {
       if (equals + 1 < word.size()) return word.substr(equals + 1);
     } else if (i + 1 < arguments.size() && !arguments[i + 1].starts_with('-')) {

@@ -181,8 +181,23 @@ bool servesMcp(const Invocation& invocation) {
          isListed("serve server start run stdio", arguments[1]);
 }
 
-/// The server that a proxy of MCP starts: "mcp-proxy --port 3000 uvx mcp-server-fetch",
-/// "supergateway --stdio 'npx -y @scope/server-name'".
+/// Whose a server of tools elsewhere is: "linear" of "https://mcp.linear.app/sse". Empty of hosts
+/// that do not say that they are one.
+std::string_view ownerOfHost(std::string_view url) {
+  for (const std::string_view scheme : {"https://", "http://"}) {
+    if (!url.starts_with(scheme)) continue;
+    std::string_view host = url.substr(scheme.size());
+    host = host.substr(0, host.find_first_of("/:?#"));
+    const auto dot = host.rfind('.');
+    if (dot == std::string_view::npos || !hasWord(host, "mcp")) return {};
+    host = host.substr(0, dot);
+    return host.substr(host.rfind('.') + 1);
+  }
+  return {};
+}
+
+/// The server that a proxy of MCP starts or speaks to: "mcp-proxy --port 3000 uvx
+/// mcp-server-fetch", "supergateway --stdio 'npx -y @scope/server-name'".
 std::optional<FriendlyName> carriedServer(const Invocation& invocation) {
   constexpr std::size_t kMostLookedAt = 32;
   const auto serverOf = [](Arguments line) -> std::optional<FriendlyName> {
@@ -205,6 +220,8 @@ std::optional<FriendlyName> carriedServer(const Invocation& invocation) {
       if (auto name = serverOf(words)) return name;
     } else if (auto name = serverOf(arguments.subspan(i))) {
       return name;
+    } else if (const std::string_view owner = ownerOfHost(word); !owner.empty()) {
+      return FriendlyName{"MCP: " + ProcessScanner::basenameModel(owner), "MCP"};
     }
   }
   return std::nullopt;
@@ -353,6 +370,11 @@ FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view 
     }
   }
   if (role != LabRole::inference) return name;
+  constexpr std::string_view kPython = "Python: ";
+  if (model && name.displayName.starts_with(kPython)) {
+    name.displayName.erase(0, kPython.size());
+    name.displayName += ": " + modelName(*model) + portSuffix(invocation, "");
+  }
   if (!invocation.script.empty() && name.product == "Process") {
     name.displayName = text::withinBytes(text::lastPathComponent(invocation.path), kLongestName);
   }
