@@ -32,7 +32,8 @@ std::vector<std::string> Invocation::names() const {
   }
   if (!script.empty() && package.empty()) {
     // A script of a general name is known by an option that nobody else has.
-    if (isListed("main.py launch.py server.py webui.py app.py run.py api.py train-network.py",
+    if (isListed("main.py launch.py server.py webui.py app.py run.py api.py train-network.py "
+                 "train.py train-async.py",
                  script)) {
       for (std::size_t i = 0; i < std::min<std::size_t>(arguments.size(), 64); ++i) {
         if (!isOption(arguments[i])) continue;
@@ -57,6 +58,8 @@ std::vector<std::string> Invocation::names() const {
   } else if (!program.empty() && !isServedByHost) {
     const auto dot = program.rfind('.');
     if (dot != std::string::npos) add("*" + program.substr(dot));
+    // "rl @ config.toml": who reads settings so is not everybody of that name.
+    if (!arguments.empty() && arguments.front() == "@") add(program + "+@");
     addWithParents(program);
   }
   return names;

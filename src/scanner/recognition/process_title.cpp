@@ -76,6 +76,9 @@ TitledWorker rayActor(std::string_view part) {
   if (part.starts_with("ProxyActor") || part.starts_with("HTTPProxy")) {
     return {LabRole::inference, "Ray Serve proxy", "Ray Serve"};
   }
+  if (part.starts_with("RayWorkerWrapper")) {
+    return {LabRole::inference, "vLLM worker (Ray)", "vLLM"};
+  }
   // A dictionary of workers and the task that runs them: how verl trains.
   if (part.starts_with("WorkerDict")) {
     return {LabRole::training, "verl worker (Ray)", "verl"};

@@ -48,6 +48,15 @@ INSTANTIATE_TEST_SUITE_P(
         A{"InstallsInOnePiece", {"npm install -g @anthropic-ai/claude-code"}, LabRole::none},
         A{"ClonesInOnePiece", {"git clone https://github.com/vllm-project/vllm"}, LabRole::none},
         A{"WithABlankInItsPath", {"/opt/find my/llama-server"}, LabRole::inference},
+        A{"FoldersOfAFileManager", {"nemo", "/h/finetune"}, LabRole::none},
+        A{"ReadsSettings", {"rl", "@", "a.toml"}, LabRole::training},
+        A{"HasAShortName", {"rl", "a.toml"}, LabRole::none}),
+    rowName<ActivityRow>);
+
+INSTANTIATE_TEST_SUITE_P(
+    Scripts, ActivityByName,
+    testing::Values(
+        A{"Trains", {"python", "train_dog.py"}, LabRole::training},
         A{"TrainsAndEvaluates", {"python", "train_and_eval.py"}, LabRole::training},
         A{"Prepares", {"python", "prepare_train_data.py"}, LabRole::none},
         A{"PreparesWithAnOption", {"python", "prepare.py", "--train"}, LabRole::none},
