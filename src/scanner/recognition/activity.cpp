@@ -4,6 +4,7 @@
 
 #include "scanner/recognition/model_and_port.h"
 #include "scanner/recognition/name_words.h"
+#include "scanner/recognition/self_made_server.h"
 
 namespace recognition {
 namespace {
@@ -151,7 +152,8 @@ bool isMcp(const Invocation& invocation, const std::vector<std::string>& subcomm
        {std::string_view(invocation.program), std::string_view(invocation.package),
         std::string_view(invocation.module), std::string_view(invocation.script),
         std::string_view(invocation.folder)}) {
-    if (hasWord(name, "mcp") || hasWord(name, "modelcontextprotocol")) {
+    if (hasWord(name, "mcp") || hasWord(name, "mcpserver") ||
+        hasWord(name, "modelcontextprotocol")) {
       // "mcp install" and its like set a server up.
       return subcommands.empty() ||
              !isListed("install add list remove init login dev-tools --help", subcommands.front());
@@ -270,6 +272,9 @@ Activity activityOf(const Invocation& invocation) {
       invocation.isDistributed || (invocation.isPython && hasOption(invocation, "--local-rank"));
 
   if (invocation.isPython && runsScript && !invocation.isServedByHost) {
+    if (!invocation.arguments.empty() && invocation.arguments.back() == "--help") {
+      return {LabRole::none, "--help", {}};
+    }
     const bool onlyEvaluates =
         hasOption(invocation, "--eval-only --evaluate --test-only --only-eval --inference-only") ||
         (hasOption(invocation, "--do-eval --do-predict") && !hasOption(invocation, "--do-train"));
@@ -361,6 +366,9 @@ Activity activityOf(const Invocation& invocation) {
     if (isAnyListed("launcher router worker", words) && holdsModel(invocation)) {
       return {LabRole::inference, "serve", {}};
     }
+  }
+  if (!trains && !neither && !selfMadeServer(invocation).empty()) {
+    return {LabRole::inference, "serve", {}};
   }
   // What several devices are started for is a training, where nothing says otherwise.
   if (isDistributed && runsScript) return {LabRole::training, {}, {}};

@@ -363,7 +363,7 @@ class Unwrapping {
       }
       const auto colon = word.find(':');
       if (hasVerb || colon == std::string_view::npos || colon == 0 ||
-          word.find('/') != std::string_view::npos || word.find('.') > colon + kLongestName) {
+          word.find('/') != std::string_view::npos || word.size() > kLongestName) {
         continue;
       }
       const std::string_view target = word.substr(0, colon);

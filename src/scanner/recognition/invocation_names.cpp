@@ -23,7 +23,8 @@ std::vector<std::string> Invocation::names() const {
       name.resize(dot);
     }
   };
-  addWithParents(module);
+  // What a server of applications was given is called "app" or "notebook" by anybody.
+  if (!isServedByHost || module.find('.') != std::string::npos) addWithParents(module);
   add(package);
   add(std::string(text::lastPathComponent(package)));
   if (!folder.empty()) {

@@ -640,6 +640,7 @@ inline constexpr Product kProducts[] = {
     {"librechat anything-llm anythingllm lobe-chat", "Chat UI", kAgent, Naming::tool},
     {"claude-code-router @musistudio/claude-code-router ccr", "Claude Code Router", kAgent,
      Naming::tool},
+    {"claude-code-proxy ccproxy", "Claude Code proxy", kAgent, Naming::tool},
     {"one-api new-api", "LLM gateway", kAgent, Naming::tool, "", "", {{{"serve", kAgent}}}, true},
 
     // Notebooks.

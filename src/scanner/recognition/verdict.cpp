@@ -176,7 +176,8 @@ class Recognizer {
       verdict_.name = isNamed ? std::move(name) : mcpServerName(invocation_);
       return std::move(verdict_);
     }
-    verdict_.name = verdict_.role == LabRole::training ? lightningName(invocation_) : std::nullopt;
+    verdict_.name = verdict_.role == LabRole::training ? lightningName(invocation_)
+                                                       : selfMadeServerName(invocation_);
     if (!verdict_.name) {
       verdict_.name = withModelAndPort(std::move(name), verdict_.role, "", invocation_);
     }

@@ -4,6 +4,7 @@
 
 #include "scanner/recognition/model_and_port.h"
 #include "scanner/recognition/name_words.h"
+#include "scanner/recognition/self_made_server.h"
 #include "text/ascii.h"
 #include "text/path.h"
 #include "text/unicode.h"
@@ -284,9 +285,17 @@ std::optional<FriendlyName> lightningName(const Invocation& invocation) {
   return FriendlyName{"Lightning fit: " + recipeName(*recipe), "Lightning"};
 }
 
+std::optional<FriendlyName> selfMadeServerName(const Invocation& invocation) {
+  const std::string name = selfMadeServer(invocation);
+  if (name.empty() || namesModel(invocation)) return std::nullopt;
+  return FriendlyName{ProcessScanner::basenameModel(name) + portSuffix(invocation, ""),
+                      "Model server"};
+}
+
 FriendlyName mcpServerName(const Invocation& invocation) {
   constexpr std::string_view kFiller =
-      "mcp server servers modelcontextprotocol js py ts mjs cjs index main cli dist latest stdio "
+      "mcp server servers mcpserver modelcontextprotocol js py ts mjs cjs index main cli dist "
+      "latest stdio "
       "run start";
   const auto told = [kFiller](std::string_view name) {
     std::string words;

@@ -19,6 +19,10 @@ std::optional<ProcessScanner::FriendlyName> productName(const Product& product,
 /// vit.yaml"); none for another.
 std::optional<ProcessScanner::FriendlyName> lightningName(const Invocation& invocation);
 
+/// "whisper server  (:9000)", of one that somebody wrote (self_made_server.h); none for another,
+/// and where a model says more.
+std::optional<ProcessScanner::FriendlyName> selfMadeServerName(const Invocation& invocation);
+
 /// "MCP: filesystem", of a server that is known by the word alone.
 ProcessScanner::FriendlyName mcpServerName(const Invocation& invocation);
 
