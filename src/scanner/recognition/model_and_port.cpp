@@ -248,6 +248,16 @@ std::optional<std::string_view> portOf(const Invocation& invocation, std::string
   return std::nullopt;
 }
 
+std::string portSuffix(const Invocation& invocation, std::string_view options, LabRole role) {
+  auto port = portOf(invocation, options);
+  // Of a server of models "-p" is a port as well; others have prompts and projects.
+  if (!port && role == LabRole::inference) {
+    port = portOf(invocation, "-p");
+    if (port && port->size() < 4) port.reset();
+  }
+  return port ? "  (:" + std::string(*port) + ")" : "";
+}
+
 bool namesModel(const Invocation& invocation) {
   const Arguments arguments = lookedAt(invocation);
   if (valueOf(arguments, kModelOptions) || valueOf(arguments, kServedNames)) return true;

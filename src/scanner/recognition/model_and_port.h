@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "scanner/lab_role.h"
 #include "scanner/recognition/invocation.h"
 
 namespace recognition {
@@ -20,6 +21,11 @@ std::optional<std::string_view> recipeOf(const Invocation& invocation);
 /// The port that it listens at: the value of one of `options`, else of those by which most servers
 /// take one; of an address its port. Digits alone.
 std::optional<std::string_view> portOf(const Invocation& invocation, std::string_view options);
+
+/// "  (:8000)", as names show that port; "" where there is none. Of a server of models (`role`)
+/// "-p" gives it as well.
+std::string portSuffix(const Invocation& invocation, std::string_view options,
+                       LabRole role = LabRole::none);
 
 /// Whether an option gives it a model.
 bool namesModel(const Invocation& invocation);

@@ -9,6 +9,7 @@
 #include "scanner/recognition/activity.h"
 #include "scanner/recognition/bystanders.h"
 #include "scanner/recognition/counted_words.h"
+#include "scanner/recognition/mcp_name.h"
 #include "scanner/recognition/model_and_port.h"
 #include "scanner/recognition/name_words.h"
 #include "scanner/recognition/process_title.h"

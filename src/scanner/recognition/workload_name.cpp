@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "scanner/recognition/mcp_name.h"
 #include "scanner/recognition/model_and_port.h"
 #include "scanner/recognition/name_words.h"
 #include "scanner/recognition/self_made_server.h"
@@ -13,17 +14,6 @@ namespace recognition {
 namespace {
 
 using ProcessScanner::FriendlyName;
-
-std::string portSuffix(const Invocation& invocation, std::string_view options,
-                       LabRole role = LabRole::none) {
-  auto port = portOf(invocation, options);
-  // Of a server of models "-p" is a port as well; others have prompts and projects.
-  if (!port && role == LabRole::inference) {
-    port = portOf(invocation, "-p");
-    if (port && port->size() < 4) port.reset();
-  }
-  return port ? "  (:" + std::string(*port) + ")" : "";
-}
 
 /// How a training trains, as the naming rules rank it: the adapter before what is done with it.
 std::string_view methodOf(const Activity& activity, const Invocation& invocation) {
@@ -175,59 +165,6 @@ bool isLauncher(std::string_view name) {
   return name == "Training: torchrun" || name == "Training: accelerate";
 }
 
-/// "claude mcp serve": a program that is a server of tools besides.
-bool servesMcp(const Invocation& invocation) {
-  const Arguments arguments = invocation.arguments;
-  return arguments.size() >= 2 && arguments[0] == "mcp" &&
-         isListed("serve server start run stdio", arguments[1]);
-}
-
-/// Whose a server of tools elsewhere is: "linear" of "https://mcp.linear.app/sse". Empty of hosts
-/// that do not say that they are one.
-std::string_view ownerOfHost(std::string_view url) {
-  for (const std::string_view scheme : {"https://", "http://"}) {
-    if (!url.starts_with(scheme)) continue;
-    std::string_view host = url.substr(scheme.size());
-    host = host.substr(0, host.find_first_of("/:?#"));
-    const auto dot = host.rfind('.');
-    if (dot == std::string_view::npos || !hasWord(host, "mcp")) return {};
-    host = host.substr(0, dot);
-    return host.substr(host.rfind('.') + 1);
-  }
-  return {};
-}
-
-/// The server that a proxy of MCP starts or speaks to: "mcp-proxy --port 3000 uvx
-/// mcp-server-fetch", "supergateway --stdio 'npx -y @scope/server-name'".
-std::optional<FriendlyName> carriedServer(const Invocation& invocation) {
-  constexpr std::size_t kMostLookedAt = 32;
-  const auto serverOf = [](Arguments line) -> std::optional<FriendlyName> {
-    if (!isListed("uvx npx uv bunx node python python3 pipx pnpm deno bun",
-                  programName(line.front()))) {
-      return std::nullopt;
-    }
-    const Invocation server = invocationOf(line);
-    const bool isKnown = !server.package.empty() || !server.module.empty();
-    FriendlyName name = mcpServerName(server);
-    if (!isKnown || !name.displayName.starts_with("MCP: ")) return std::nullopt;
-    return name;
-  };
-  const Arguments arguments = invocation.arguments;
-  for (std::size_t i = 0; i < std::min(arguments.size(), kMostLookedAt); ++i) {
-    const std::string_view word = arguments[i];
-    if (word.find(' ') != std::string_view::npos) {
-      const auto words = listed(text::withinBytes(word, kLongestName));
-      if (words.empty()) continue;
-      if (auto name = serverOf(words)) return name;
-    } else if (auto name = serverOf(arguments.subspan(i))) {
-      return name;
-    } else if (const std::string_view owner = ownerOfHost(word); !owner.empty()) {
-      return FriendlyName{"MCP: " + ProcessScanner::basenameModel(owner), "MCP"};
-    }
-  }
-  return std::nullopt;
-}
-
 }  // namespace
 
 std::optional<FriendlyName> productName(const Product& product, const Activity& activity,
@@ -290,37 +227,6 @@ std::optional<FriendlyName> selfMadeServerName(const Invocation& invocation) {
   if (name.empty() || namesModel(invocation)) return std::nullopt;
   return FriendlyName{ProcessScanner::basenameModel(name) + portSuffix(invocation, ""),
                       "Model server"};
-}
-
-FriendlyName mcpServerName(const Invocation& invocation) {
-  constexpr std::string_view kFiller =
-      "mcp server servers mcpserver modelcontextprotocol js py ts mjs cjs index main cli dist "
-      "latest stdio "
-      "run start";
-  const auto told = [kFiller](std::string_view name) {
-    std::string words;
-    for (const std::string_view word : wordsOf(name)) {
-      if (isListed(kFiller, word)) continue;
-      if (!words.empty()) words += ' ';
-      words += word;
-    }
-    return words;
-  };
-  const std::string_view scope =
-      invocation.package.starts_with('@')
-          ? std::string_view(invocation.package).substr(1, invocation.package.find('/') - 1)
-          : std::string_view();
-  for (const std::string_view name :
-       {std::string_view(invocation.package).substr(invocation.package.find('/') + 1), scope,
-        std::string_view(invocation.module), std::string_view(invocation.folder),
-        std::string_view(invocation.script), std::string_view(invocation.program)}) {
-    if (isListed("python node deno bun uvicorn gunicorn hypercorn granian", name)) continue;
-    const std::string words = told(name);
-    if (!words.empty()) {
-      return {"MCP: " + ProcessScanner::basenameModel(words) + portSuffix(invocation, ""), "MCP"};
-    }
-  }
-  return {"MCP server" + portSuffix(invocation, ""), "MCP"};
 }
 
 FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view modelOptions,

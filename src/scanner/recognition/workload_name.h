@@ -23,9 +23,6 @@ std::optional<ProcessScanner::FriendlyName> lightningName(const Invocation& invo
 /// and where a model says more.
 std::optional<ProcessScanner::FriendlyName> selfMadeServerName(const Invocation& invocation);
 
-/// "MCP: filesystem", of a server that is known by the word alone.
-ProcessScanner::FriendlyName mcpServerName(const Invocation& invocation);
-
 /// A name by the naming rules, with the model and the port that they did not find, because they
 /// stand in options that they do not know.
 ProcessScanner::FriendlyName withModelAndPort(ProcessScanner::FriendlyName name, LabRole role,
