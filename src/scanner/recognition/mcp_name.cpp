@@ -17,11 +17,14 @@ std::string_view ownerOfHost(std::string_view url) {
   for (const std::string_view scheme : {"https://", "http://"}) {
     if (!url.starts_with(scheme)) continue;
     std::string_view host = url.substr(scheme.size());
-    host = host.substr(0, host.find_first_of("/:?#"));
+    host = host.substr(0, host.find_first_of("/?#"));
+    host = host.substr(host.rfind('@') + 1);  // whoever signs in is not shown
+    host = host.substr(0, host.find(':'));
     const auto dot = host.rfind('.');
     if (dot == std::string_view::npos || !hasWord(host, "mcp")) return {};
     host = host.substr(0, dot);
-    return host.substr(host.rfind('.') + 1);
+    host = host.substr(host.rfind('.') + 1);
+    return host == "mcp" ? std::string_view() : host;
   }
   return {};
 }
