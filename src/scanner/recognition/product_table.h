@@ -177,6 +177,7 @@ inline constexpr Product kProducts[] = {
     {"faster-whisper whisper-ctranslate2 insanely-fast-whisper", "Whisper", kInference},
     {"nim", "NIM", kInference, Naming::server, "", "", {{{"serve", kInference}}}, true},
     {"vllm-router production-stack.router", "vLLM router", kInference, Naming::tool},
+    {"lmcache lmcache-server", "LMCache", kInference, Naming::tool},
     {"rpc-server ggml-rpc-server", "llama.cpp RPC server", kInference, Naming::tool, "",
      "-p --port"},
 

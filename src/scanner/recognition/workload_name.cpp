@@ -290,6 +290,13 @@ FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view 
     name.displayName.erase(0, kPython.size());
     name.displayName += ": " + modelName(*model) + portSuffix(invocation, "");
   }
+  // A program that is written in Python is no Python to those who run it.
+  const bool isInstalled = invocation.isPython && invocation.script.empty() &&
+                           invocation.module.empty() &&
+                           !isListed("python pypy", invocation.program);
+  if (isInstalled && !invocation.isServedByHost && programName(name.displayName) == "python") {
+    name.displayName = invocation.program + (model ? "" : portSuffix(invocation, ""));
+  }
   if (!invocation.script.empty() && name.product == "Process") {
     name.displayName = text::withinBytes(text::lastPathComponent(invocation.path), kLongestName);
   }
