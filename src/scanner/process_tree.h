@@ -30,8 +30,8 @@ class ProcessTree {
   struct Node {
     std::int32_t pid = 0;
     std::optional<std::int32_t> parent;
-    std::size_t uncountedChildren = 0;
-    std::size_t below = 0;
+    std::uint32_t uncountedChildren = 0;
+    std::uint32_t below = 0;
   };
 
   Node* find(std::optional<std::int32_t> pid);

@@ -12,7 +12,7 @@
 namespace platform {
 namespace {
 
-constexpr std::size_t kFirstSize = 16 << 10;
+constexpr std::size_t kFirstSize = 4 << 10;  // enough for most of what /proc tells
 constexpr std::size_t kMostKept = 256 << 10;
 
 }  // namespace
