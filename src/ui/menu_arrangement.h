@@ -3,7 +3,7 @@
 #include <set>
 #include <string>
 
-/// What the rows of a section are sorted by; equals by memory.
+/// What the rows of a section are sorted by, before it is cut; equals by memory.
 enum class SortBy {
   memory,  ///< the largest first
   gpu,     ///< what holds most of graphics cards' memory first
@@ -11,9 +11,10 @@ enum class SortBy {
   start,   ///< the latest first
 };
 
-/// How a front end wants the menu to be arranged. As it is by default, sections are cut.
+/// How a front end wants the menu to be arranged. As it is by default, sections are cut, to the
+/// largest.
 struct MenuArrangement {
   SortBy sortBy = SortBy::memory;
   bool isWhole = false;                 ///< no section is cut
-  std::set<std::string> wholeSections;  ///< the headings of those that are not
+  std::set<std::string> wholeSections;  ///< the headings of those that are not, in any order
 };

@@ -172,15 +172,23 @@ bool comesBefore(const VordaProcess& a, const VordaProcess& b, SortBy sortBy) {
   return false;  // each list comes sorted by the memory that it is about
 }
 
+SortBy sortOf(const MenuContent& content) {
+  return content.arrangement == nullptr ? SortBy::memory : content.arrangement->sortBy;
+}
+
 /// The rows of a section, and what ends it where it is cut.
 class SectionRows {
  public:
-  SectionRows(Items& items, const MenuContent& content, Rows* rows, const char* header,
-              std::size_t limit)
+  /// `headers`: all that the section may have.
+  SectionRows(Items& items, const MenuContent& content, Rows* rows,
+              std::span<const char* const> headers, std::size_t limit)
       : items_(items), content_(content), rows_(rows) {
     const MenuArrangement* arrangement = content.arrangement;
-    const bool isWhole = arrangement != nullptr &&
-                         (arrangement->isWhole || arrangement->wholeSections.contains(header));
+    const bool isWhole =
+        arrangement != nullptr &&
+        (arrangement->isWhole || std::ranges::any_of(headers, [arrangement](const char* header) {
+           return arrangement->wholeSections.contains(header);
+         }));
     limit_ = isWhole ? std::numeric_limits<std::size_t>::max() : limit;
   }
 
@@ -200,14 +208,12 @@ class SectionRows {
     items_.push_back(std::move(more));
   }
 
-  /// Those that come first in `list`, where the largest do, in the order of the arrangement.
+  /// The rows of `list`, where the largest come first, in the order of the arrangement.
   void addProcesses(ProcessList list) {
-    if (content_.arrangement != nullptr) {
-      const SortBy sortBy = content_.arrangement->sortBy;
-      const auto shown = list.begin() + static_cast<std::ptrdiff_t>(std::min(list.size(), limit_));
-      std::stable_sort(list.begin(), shown, [sortBy](const auto* a, const auto* b) {
-        return comesBefore(*a, *b, sortBy);
-      });
+    const SortBy sortBy = sortOf(content_);
+    if (sortBy != SortBy::memory) {
+      std::ranges::stable_sort(
+          list, [sortBy](const auto* a, const auto* b) { return comesBefore(*a, *b, sortBy); });
     }
     add(list.size(), [this, &list](std::size_t i) { return rows_->of(*list[i]); });
   }
@@ -219,12 +225,17 @@ class SectionRows {
   std::size_t limit_ = 0;
 };
 
+/// What stands above the section that lists everybody, in the order of SortBy's values.
+constexpr std::array kTopHeaders{kTopHeader, "— By GPU memory (colors match graph) —",
+                                 "— By name (colors match graph) —",
+                                 "— By start, the latest first (colors match graph) —"};
+
 void addTopSection(Items& items, const MenuContent& content, Rows& rows,
                    const ProcessList& bySize) {
   items.push_back(separator());
-  items.push_back(label(kTopHeader));
+  items.push_back(label(kTopHeaders.at(static_cast<std::size_t>(sortOf(content)))));
   if (bySize.empty()) items.push_back(label("  (nothing above threshold)"));
-  SectionRows(items, content, &rows, kTopHeader, MenuLimits::kMaxTopRAM).addProcesses(bySize);
+  SectionRows(items, content, &rows, kTopHeaders, MenuLimits::kMaxTopRAM).addProcesses(bySize);
 }
 
 void addSection(Items& items, const MenuContent& content, Rows& rows, const char* header,
@@ -232,7 +243,7 @@ void addSection(Items& items, const MenuContent& content, Rows& rows, const char
   if (list.empty()) return;
   items.push_back(separator());
   items.push_back(label(header));
-  SectionRows(items, content, &rows, header, limit).addProcesses(list);
+  SectionRows(items, content, &rows, {&header, 1}, limit).addProcesses(list);
 }
 
 std::optional<LaunchAgentOperation::Kind> operationOf(
@@ -258,7 +269,7 @@ void addLaunchAgentSection(Items& items, const MenuContent& content) {
   if (rows.empty()) return;
   items.push_back(separator());
   items.push_back(label(kLaunchAgentsHeader));
-  SectionRows(items, content, nullptr, kLaunchAgentsHeader, MenuLimits::kMaxLaunchAgents)
+  SectionRows(items, content, nullptr, {&kLaunchAgentsHeader, 1}, MenuLimits::kMaxLaunchAgents)
       .add(rows.size(), [&rows](std::size_t i) {
         return launchAgentItem(*rows[i].launchAgent, rows[i].underWay);
       });

@@ -17,6 +17,7 @@ using testing::ElementsAre;
 using testing::Not;
 
 constexpr const char* kTop = "— Top RAM (colors match graph) —";
+constexpr const char* kByName = "— By name (colors match graph) —";
 constexpr const char* kTraining = "— Training & fine-tunes (LoRA, SFT, …) —";
 constexpr const char* kServers = "— Model servers —";
 constexpr const char* kTools = "— Agents & tools —";
@@ -325,20 +326,32 @@ TEST_F(MenuConstructionTest, ASectionIsWholeWhereThatIsAskedFor) {
   EXPECT_EQ(section(kTop).size(), 20U);
 }
 
-TEST_F(MenuConstructionTest, TheLargestAreShownInTheOrderThatIsAskedFor) {
-  processes_ = processes(9);
+TEST_F(MenuConstructionTest, TheFirstOfTheOrderThatIsAskedForAreShown) {
+  processes_ = processes(20, LabRole::training);
   processes_[0].displayName = "Zeta";
-  processes_[8].startTime = 99;
+  processes_[19].displayName = "alpha";
+  processes_[18].startTime = 99;
   processes_[2].startTime = 5;
-  arrangement_.sortBy = SortBy::name;
-  EXPECT_THAT(pids(kTop), ElementsAre(2, 3, 4, 5, 6, 7, 8, 1)) << "but not the ninth";
-  arrangement_.sortBy = SortBy::start;
-  EXPECT_THAT(pids(kTop), ElementsAre(3, 1, 2, 4, 5, 6, 7, 8));
   processes_[3].gpuMemory = GpuMemory{10, {{"H100", 10}}};
-  processes_[6].gpuMemory = GpuMemory{70, {{"H100", 70}}};
-  processes_[8].gpuMemory = GpuMemory{900, {{"H100", 900}}};
+  processes_[17].gpuMemory = GpuMemory{900, {{"H100", 900}}};
+
+  EXPECT_THAT(pids(kTop), ElementsAre(1, 2, 3, 4, 5, 6, 7, 8));
+  arrangement_.sortBy = SortBy::name;
+  EXPECT_THAT(pids(kByName), ElementsAre(20, 10, 11, 12, 13, 14, 15, 16)) << "p2 follows p19";
+  EXPECT_THAT(pids(kTraining), ElementsAre(20, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 2));
+  EXPECT_EQ(section(kTraining).back().submenu.back().process->pid, 1) << "the next ones";
+  arrangement_.sortBy = SortBy::start;
+  EXPECT_THAT(pids("— By start, the latest first (colors match graph) —"),
+              ElementsAre(19, 3, 1, 2, 4, 5, 6, 7));
   arrangement_.sortBy = SortBy::gpu;
-  EXPECT_THAT(pids(kTop), ElementsAre(7, 4, 1, 2, 3, 5, 6, 8));
+  EXPECT_THAT(pids("— By GPU memory (colors match graph) —"), ElementsAre(18, 4, 1, 2, 3, 5, 6, 7));
+}
+
+TEST_F(MenuConstructionTest, ASectionStaysWholeInAnotherOrder) {
+  processes_ = processes(20);
+  arrangement_.wholeSections = {kTop};
+  arrangement_.sortBy = SortBy::name;
+  EXPECT_EQ(section(kByName).size(), 20U);
 }
 
 }  // namespace

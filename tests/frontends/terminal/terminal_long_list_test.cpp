@@ -95,10 +95,17 @@ TEST_F(LongTerminalMenu, IsSortedInTurn) {
   screen.type(U's');
   screen.then([&] {
     EXPECT_TRUE(shows("Sorted by start, the latest first."));
-    EXPECT_LT(screen.lineOf("● p07"), screen.lineOf("● p00"));
+    EXPECT_TRUE(shows("— By start, the latest first"));
+    EXPECT_LT(screen.lineOf("— By start"), screen.lineOf("p19"));
+    EXPECT_LT(screen.lineOf("p19"), screen.lineOf("p12"));
+    EXPECT_FALSE(shows("p11")) << "the smallest are the latest";
   });
   screen.type(U's');
-  screen.then([&] { EXPECT_LT(screen.lineOf("● p00"), screen.lineOf("● p07")); });
+  screen.then([&] {
+    EXPECT_LT(screen.lineOf("— Top RAM"), screen.lineOf("● p00"));
+    EXPECT_LT(screen.lineOf("● p00"), screen.lineOf("p07"));
+    EXPECT_FALSE(shows("p08"));
+  });
   run();
 }
 
