@@ -211,6 +211,7 @@ void TerminalFrontEnd::showMatches() {
   delegate_->arrange(arrangement_);
 }
 
+/// The selection stays in its place: what stood there may be far away now, or cut.
 void TerminalFrontEnd::sortByNext() {
   switch (arrangement_.sortBy) {
     case SortBy::memory:
@@ -233,7 +234,9 @@ void TerminalFrontEnd::sortByNext() {
       hint("Sorted by memory.");
       break;
   }
+  const auto place = view_.cursor().selected();
   delegate_->arrange(arrangement_);
+  if (place) view_.selectNearest(*place, geometry().list.height);
 }
 
 /// The menu is brought up to date first. That may move the selected row, so the submenu that

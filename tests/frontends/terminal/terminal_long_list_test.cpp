@@ -99,6 +99,7 @@ TEST_F(LongTerminalMenu, IsSortedInTurn) {
     EXPECT_LT(screen.lineOf("— By start"), screen.lineOf("p19"));
     EXPECT_LT(screen.lineOf("p19"), screen.lineOf("p12"));
     EXPECT_FALSE(shows("p11")) << "the smallest are the latest";
+    EXPECT_TRUE(selected("p19")) << "where the largest was";
   });
   screen.type(U's');
   screen.then([&] {
