@@ -41,8 +41,9 @@ build: ## install what is missing and build the program (TRAY=no: without the de
 	  echo "make: vorda is built, and vorda-tray is not: that takes Qt 6, libxcb and rsvg-convert"
 
 test: ## install what is missing, build everything and run every test
-	@scripts/bootstrap build tray test
-	@cmake --preset $(PRESET)
+	@scripts/bootstrap build test
+	@$(BOOTSTRAP_TRAY)
+	@cmake --preset $(PRESET) -D VORDA_TRAY=$(TRAY)
 	@cmake --build --preset $(PRESET)
 	@ctest --preset $(PRESET) --parallel $(JOBS)
 
@@ -87,8 +88,9 @@ uninstall: ## take away what `make install` has installed (with the same DESTDIR
 	@scripts/uninstall build/$(PRESET)
 
 package: ## make the .deb packages, in build/release/packages
-	@scripts/bootstrap build tray package
-	@cmake --preset release
+	@scripts/bootstrap build package
+	@$(BOOTSTRAP_TRAY)
+	@cmake --preset release -D VORDA_TRAY=$(TRAY)
 	@cmake --build --preset release --target programs
 	@cd build/release && cpack -G DEB
 
