@@ -73,12 +73,17 @@ class Merging {
 
 GpuReader* replacement = nullptr;
 
+GpuReader::Options systemOptions() {
+  GpuReader::Options options;
+  options.helper.program = findOwnProgram("vorda-gpu");
+  options.library = [] { return findNvidiaLibrary(); };
+  options.pidsAreTheDrivers = isInFirstPidNamespace();
+  return options;
+}
+
 GpuReader& gpuReader() {
   if (replacement != nullptr) return *replacement;
-  static GpuReader reader(systemTree(), systemProc(),
-                          {.helper = {.program = findOwnProgram("vorda-gpu")},
-                           .library = [] { return findNvidiaLibrary(); },
-                           .pidsAreTheDrivers = isInFirstPidNamespace()});
+  static GpuReader reader(systemTree(), systemProc(), systemOptions());
   return reader;
 }
 
