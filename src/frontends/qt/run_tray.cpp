@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "frontends/qt/display.h"
+#include "frontends/qt/own_sigterm.h"
 #include "frontends/qt/qt_front_end.h"
 #include "frontends/qt/start_at_login.h"
 #include "ui/status_bar_controller.h"
@@ -25,6 +26,7 @@ NamedBus openBus() {
 
 int show(NamedBus bus, const TrayTexts& texts, bool opensSettings) {
   const auto application = openDisplay();
+  surviveOwnSigterm();
   std::vector<SettingsView::Line> settings = texts.settings;
   const char* desktops = std::getenv("XDG_CURRENT_DESKTOP");
   settings.push_back({startAtLoginHint(desktops == nullptr ? "" : desktops),
