@@ -57,11 +57,19 @@ void ItemAction::setItem(std::shared_ptr<const MenuItem> item) {
   refreshStrip();
 }
 
+/// The rows are English: a menu that is laid out from right to left would turn them round.
+QString fromLeftToRight(const QString& label, Qt::LayoutDirection menu) {
+  if (menu == Qt::LeftToRight || label.isEmpty()) return label;
+  return QChar(0x2066) + label + QChar(0x2069);  // LRI … PDI
+}
+
 void ItemAction::refreshTitle() {
-  const QFont font = static_cast<QMenu*>(parent())->font();
-  setText(
+  const auto& menu = *static_cast<const QMenu*>(parent());
+  const QFont font = menu.font();
+  const QString label =
       toQString(withStandIns(menuLabel(shownTitle(*item_)).toStdString(),
-                             [&font](std::string_view glyph) { return isDrawn(glyph, font); })));
+                             [&font](std::string_view glyph) { return isDrawn(glyph, font); }));
+  setText(fromLeftToRight(label, menu.layoutDirection()));
   setProperty(kSpokenName, toQString(spokenTitle(*item_)));
 }
 

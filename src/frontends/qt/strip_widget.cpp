@@ -25,6 +25,10 @@ void StripWidget::setStrip(std::shared_ptr<const MemoryPressureView> strip) {
 void StripWidget::paintEvent(QPaintEvent*) {
   if (!strip_) return;
   QPainter painter(this);
+  if (layoutDirection() == Qt::RightToLeft) {
+    painter.translate(width(), 0);
+    painter.scale(-1, 1);
+  }
   PainterCanvas canvas(painter, height());
   strip_->draw(canvas, {0, 0, static_cast<double>(width()), static_cast<double>(height())});
 }

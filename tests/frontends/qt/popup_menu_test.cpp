@@ -9,8 +9,10 @@
 #include <QPointer>
 #include <QScreen>
 #include <QStyle>
+#include <QTextLayout>
 #include <QTimer>
 #include <QToolTip>
+#include <QWheelEvent>
 #include <QWidgetAction>
 
 #include "frontends/qt/accessible_menu.h"
@@ -28,6 +30,15 @@ class PopupMenuTest : public testing::Test {
         &menu, &PopupMenu::chosen,
         [this](const std::shared_ptr<const MenuItem>& item) { chosen.push_back(item->title); });
     menu.setMenu(menuOf(exampleItems()));
+  }
+
+  bool chosenRowIsInSight() const {
+    const int arrow = menu.style()->pixelMetric(QStyle::PM_MenuScrollerHeight, nullptr, &menu);
+    const QRect row = menu.actionGeometry(menu.activeAction());
+    const bool isFirst = menu.activeAction() == menu.actions().front();
+    const bool isLast = menu.activeAction() == menu.actions().back();
+    return row.top() >= (isFirst ? 0 : arrow) &&
+           row.bottom() < menu.height() - (isLast ? 0 : arrow);
   }
 
   void open() {
@@ -137,18 +148,27 @@ TEST_F(PopupMenuTest, FitsTheScreenAgainWhenThatChanges) {
 TEST_F(PopupMenuTest, RowChosenByKeysIsInSight) {
   menu.setMenu(menuOf(manyRows()));
   open();
-  const int arrow = menu.style()->pixelMetric(QStyle::PM_MenuScrollerHeight, nullptr, &menu);
   for (const int key : {Qt::Key_Down, Qt::Key_Up}) {
     for (int i = 0; i < 70; ++i) {
       press(menu, key);
-      const QRect row = menu.actionGeometry(menu.activeAction());
-      const bool isFirst = menu.activeAction() == menu.actions().front();
-      const bool isLast = menu.activeAction() == menu.actions().back();
-      ASSERT_TRUE(row.top() >= (isFirst ? 0 : arrow) &&
-                  row.bottom() < menu.height() - (isLast ? 0 : arrow))
-          << key << " " << i << ": " << row.top() << " to " << row.bottom();
+      ASSERT_TRUE(chosenRowIsInSight()) << key << " " << i;
     }
   }
+}
+
+TEST_F(PopupMenuTest, RowChosenByKeysIsInSightAfterTheWheel) {
+  menu.setMenu(menuOf(manyRows()));
+  open();
+  for (int i = 0; i < 5; ++i) press(menu, Qt::Key_Down);
+  for (int i = 0; i < 30; ++i) {
+    const QPointF place = menu.rect().center();
+    QWheelEvent wheel(place, menu.mapToGlobal(place), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&menu, &wheel);
+  }
+  ASSERT_FALSE(chosenRowIsInSight());
+  press(menu, Qt::Key_Down);
+  EXPECT_TRUE(chosenRowIsInSight());
 }
 
 TEST_F(PopupMenuTest, RowsHaveOneHeight) {
@@ -235,6 +255,27 @@ TEST_F(PopupMenuTest, FromRightToLeftSubmenusOpenToTheLeft) {
   QApplication::setLayoutDirection(Qt::LeftToRight);
   EXPECT_TRUE(isOpen);
   EXPECT_LT(at.x(), menu.geometry().center().x());
+}
+
+TEST_F(PopupMenuTest, FromRightToLeftRowsReadAsTheyAreWritten) {
+  QApplication::setLayoutDirection(Qt::RightToLeft);
+  PopupMenu turned;
+  turned.setMenu(menuOf({textItem("1.01 GB · pid 77"), processRow(11, "★ last")}));
+  QApplication::setLayoutDirection(Qt::LeftToRight);
+  for (const QAction* row : turned.actions()) {
+    QTextLayout line(row->text(), turned.font());
+    QTextOption option;
+    option.setTextDirection(Qt::RightToLeft);
+    line.setTextOption(option);
+    line.beginLayout();
+    QTextLine drawn = line.createLine();
+    line.endLayout();
+    const int last = static_cast<int>(row->text().size()) - 1;
+    for (int i = 3; i < last; ++i) {
+      EXPECT_GT(drawn.cursorToX(i), drawn.cursorToX(i - 1))
+          << row->text().toStdString() << " at " << i;
+    }
+  }
 }
 
 TEST_F(PopupMenuTest, SubmenusAreFull) {

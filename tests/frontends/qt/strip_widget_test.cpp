@@ -57,6 +57,15 @@ TEST(StripWidget, MarksHighPressureInRedAtTheRightEnd) {
   EXPECT_GT(pressure.red(), pressure.green() + 40);
 }
 
+TEST(StripWidget, FromRightToLeftIsMirrored) {
+  StripWidget widget;
+  widget.setStrip(halfRedQuarterBlue());
+  widget.setLayoutDirection(Qt::RightToLeft);
+  const QImage image = picture(widget);
+  EXPECT_TRUE(isReddish(image.pixelColor(kTrackLeft + kTrackWidth * 3 / 4, kBelowTheGloss)));
+  EXPECT_TRUE(isBluish(image.pixelColor(kTrackLeft + kTrackWidth * 3 / 8, kBelowTheGloss)));
+}
+
 TEST(StripWidget, IsCrispOnADenserScreen) {
   StripWidget widget;
   widget.setStrip(halfRedQuarterBlue());
