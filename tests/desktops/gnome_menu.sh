@@ -73,6 +73,43 @@ own_menu_is_open() {
 }
 own_menu_is_closed() { ! own_menu_is_open; }
 
+# from_the_row NAME PLACE PICTURE: in the small menu of that row, the entry at that place from its
+# end, by keys.
+from_the_row() {
+  open_menu
+  shell_click "global.item($menu, '$1')" || return
+  eventually own_menu_is_open || return
+  for _ in $(seq "$2"); do shell_key Up; done
+  shell_picture "$3" 1280 0 640 600
+  shell_key Return
+}
+quits_by_force() {
+  from_the_row "$1" 2 "$2" || return
+  eventually shell_shows Vorda || return
+  shell_picture "$2-alert"
+  shell_key Return
+  eventually is_gone "$victim"
+}
+shows_details() {
+  from_the_row "$1" 1 "$2" || return
+  eventually shell_shows Vorda || return
+  shell_picture "$2-alert"
+  shell_key Return
+  eventually shell_hides Vorda
+}
+# stays_alive PICTURE: while it is open, the strip shows what has just been started.
+stays_alive() {
+  local before
+  open_menu || return
+  before=$(shell "global.items($menu)[0].label.text")
+  play_process --seconds 600 --memory 1500 -- newcomer > /dev/null &
+  started=($! "${started[@]}")
+  eventually strip_is_new "$before" || return
+  menu_picture "$1"
+  shell_says "$menu.isOpen" true
+}
+strip_is_new() { [ "$(shell "global.items($menu)[0].label.text")" != "$1" ]; }
+
 # quits_from_the_menu PICTURE: one's own process, from its row's small menu.
 quits_from_the_menu() {
   local victim
