@@ -156,6 +156,25 @@ TEST_F(PopupMenuTest, RowChosenByKeysIsInSight) {
   }
 }
 
+TEST_F(PopupMenuTest, WhatIsLowerThanTheScreenScrollsToo) {
+  menu.setMenu(menuOf(manyRows()));
+  menu.setMaximumHeight(300);
+  open();
+  ASSERT_EQ(menu.height(), 300);
+  const int before = menu.actionGeometry(action(0)).top();
+  for (const int y : {150, 298}) {
+    const QPointF place(menu.width() / 2.0, y);
+    QMouseEvent event(QEvent::MouseMove, place, menu.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&menu, &event);
+  }
+  EXPECT_TRUE(eventually([&] { return menu.actionGeometry(action(0)).top() < before; }));
+  for (int i = 0; i < 70; ++i) {
+    press(menu, Qt::Key_Down);
+    ASSERT_TRUE(chosenRowIsInSight()) << i;
+  }
+}
+
 TEST_F(PopupMenuTest, RowChosenByKeysIsInSightAfterTheWheel) {
   menu.setMenu(menuOf(manyRows()));
   open();

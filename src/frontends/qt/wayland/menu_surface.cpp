@@ -2,11 +2,20 @@
 
 #include <QGuiApplication>
 #include <QMenu>
+#include <QScreen>
 #include <QWindow>
+
+namespace {
+
+/// A panel's height. Wayland doesn't tell what of the screen panels cover.
+constexpr int kPanel = 64;
+
+}  // namespace
 
 void letMenuOpenUnasked(QMenu& menu) {
   if (!QGuiApplication::platformName().startsWith("wayland")) return;
   QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu] {
+    menu.setMaximumHeight(menu.screen()->geometry().height() - kPanel);
     menu.winId();  // creates the window, whose kind is read when it is shown
     QWindow* window = menu.windowHandle();
     window->setFlags((window->flags() & ~Qt::WindowType_Mask) | Qt::ToolTip);
