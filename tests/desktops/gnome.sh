@@ -22,6 +22,8 @@ gnome_shell() {
   gsettings set org.gnome.shell disabled-extensions '[]'
   gsettings set org.gnome.shell welcome-dialog-last-shown-version 999
   gsettings set org.gnome.desktop.interface enable-animations false
+  dbus-update-activation-environment --systemd ${DISPLAY:+DISPLAY} XDG_CURRENT_DESKTOP \
+    GSETTINGS_BACKEND
   start gnome-shell --sm-disable --unsafe-mode "$@"
   eventually shell_says 'Main.layoutManager._startingUp' false
   eventually busctl --user status org.kde.StatusNotifierWatcher

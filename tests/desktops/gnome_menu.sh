@@ -7,14 +7,16 @@ menu='global.icons()[0].menu'
 # shellcheck disable=SC2034 # scenes use it
 kOddNames=(a_b_c __main__ '★ vLLM: R&D &&' '★ vLLM: <b>bold <i>' '★ vLLM: 50%s off%%')
 play_odd_names() {
-  local name
+  local name others=("${started[@]}")
   for name in a_b_c __main__; do
-    start play_process --seconds 600 --memory 700 -- "$name"
+    start play_process --seconds 600 --memory 1900 -- "$name"
   done
   for name in 'R&D_&&' '<b>bold_<i>' '50%s_off%%'; do
     start play_process --seconds 600 --memory 130 -- vllm serve "$name"
   done
+  odd=("${started[@]:0:${#started[@]}-${#others[@]}}")
 }
+end_odd_names() { kill "${odd[@]}"; }
 
 # menu_picture NAME: the menu and what is around it.
 menu_picture() {
@@ -26,8 +28,9 @@ menu_picture() {
 
 # Whether some row has that name, as the shell shows it.
 row_is_called() {
-  shell "JSON.stringify(['Largest', 'Model'].flatMap(section =>
-    global.items(global.section(section)).map(i => i.label.text)))" |
+  shell "JSON.stringify([$menu, ...['Largest', 'Model'].map(start => global.item($menu, start))
+    .filter(item => item).map(item => item.menu)].flatMap(menu =>
+    global.items(menu).map(i => i.label.text)))" |
     python3 -c 'import json, sys
 rows = json.loads(json.load(sys.stdin))
 sys.exit(not any(row.startswith(sys.argv[1] + "  ·  ") for row in rows))' "$1"

@@ -37,9 +37,9 @@ alert_is_open() { window 'Vorda' > /dev/null; }
 alert_is_closed() { ! alert_is_open; }
 is_gone() { ! kill -0 "$1" 2> /dev/null; }
 
-# victim NAME: a model server that may be ended; its pid is in $victim.
+# victim NAME [MIB]: a model server that may be ended; its pid is in $victim.
 victim() {
-  play_process --seconds 900 --memory 600 -- vllm serve "$1" > /dev/null &
+  play_process --seconds 900 --memory "${2:-600}" -- vllm serve "$1" > /dev/null &
   victim=$!
   started=("$victim" "${started[@]}")
 }
