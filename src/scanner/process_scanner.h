@@ -37,7 +37,7 @@ std::vector<VordaProcess> scan(double minMemMB);
 std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents,
                                std::span<const std::int32_t> alsoPids = {});
 
-// What a process is: fixed_rules/role_classification.cpp, training_detection.cpp.
+// What a process is: fixed_rules/role_by_words.cpp, training_detection.cpp.
 
 /// The role of a process, from its executable name (or path), its arguments and its command line.
 /// Training is tested before inference, so a training run that mentions a server is still
@@ -54,7 +54,7 @@ bool isTrainingProcess(std::string_view exe, std::string_view lower,
 /// Executables that only launch or wrap a workload; their processes have no role.
 const std::set<std::string_view>& wrapperExecutables();
 
-// What a process is called: fixed_rules/friendly_naming.cpp, model_name.cpp, options.cpp.
+// What a process is called: fixed_rules/friendly_naming.cpp, basename_model.cpp, options.cpp.
 
 /// What a process is called.
 struct FriendlyName {

@@ -16,7 +16,7 @@ namespace ProcessScanner {
 
 // What a process is. `exe` is in lower case here.
 
-/// Its role: role_classification.cpp.
+/// Its role by the words anywhere in its line: role_by_words.cpp.
 LabRole roleOf(std::string_view exe, const CommandLine& line);
 
 /// Whether a process trains or fine-tunes a model.

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 
-#include "scanner/recognition/model_and_port.h"
+#include "scanner/recognition/agent_options.h"
+#include "scanner/recognition/mcp_server.h"
+#include "scanner/recognition/model_options.h"
 #include "scanner/recognition/name_words.h"
+#include "scanner/recognition/option_values.h"
 #include "scanner/recognition/self_made_server.h"
 
 namespace recognition {
@@ -116,13 +119,6 @@ bool isBareWord(std::string_view word) {
          word.find_first_of("/=:@ {\"") == std::string_view::npos;
 }
 
-bool hasOption(const Invocation& invocation, std::string_view list) {
-  return std::any_of(
-      invocation.arguments.begin(), invocation.arguments.end(), [list](std::string_view word) {
-        return word.starts_with('-') && isListed(list, normalized(word.substr(0, word.find('='))));
-      });
-}
-
 /// "train data=coco.yaml epochs=10": what only a training is told.
 bool hasSettingsOfTraining(const Invocation& invocation) {
   if (hasOption(invocation, "--epochs --learning-rate --lr --batch-size --train-data")) return true;
@@ -144,30 +140,6 @@ bool isGivenTraining(const Invocation& invocation) {
   const auto words = strings(wordsOf(withJoinedWords(file)));
   return isAnyListed(kTrainsByName, words) && !isAnyListed(kNeitherByName, words) &&
          !endsWithOneOf(kThings, words);
-}
-
-/// What a word of an MCP server's own name is; "--stdio" and "mcp" make an agent.
-bool isMcp(const Invocation& invocation, const std::vector<std::string>& subcommands) {
-  for (const std::string_view name :
-       {std::string_view(invocation.program), std::string_view(invocation.package),
-        std::string_view(invocation.module), std::string_view(invocation.script),
-        std::string_view(invocation.folder)}) {
-    if (hasWord(name, "mcp") || hasWord(name, "mcpserver") ||
-        hasWord(name, "modelcontextprotocol")) {
-      // "mcp install" and its like set a server up.
-      return subcommands.empty() ||
-             !isListed("install add list remove init login dev-tools --help", subcommands.front());
-    }
-  }
-  if (subcommands.empty()) return false;
-  // "serena start-mcp-server"
-  if (subcommands.front() != "mcp" && hasWord(subcommands.front(), "mcp") &&
-      hasWord(subcommands.front(), "server")) {
-    return true;
-  }
-  const bool saysMcp = subcommands.front() == "mcp";
-  return saysMcp &&
-         (subcommands.size() == 1 || isListed("serve server start run stdio", subcommands[1]));
 }
 
 }  // namespace
@@ -237,7 +209,7 @@ Activity activityOf(const KnownProduct& known, const Invocation& invocation) {
 
 Activity activityOf(const Invocation& invocation) {
   const auto subcommands = subcommandsOf(invocation);
-  if (isMcp(invocation, subcommands)) return {LabRole::agent, "mcp", {}};
+  if (isMcpServer(invocation, subcommands)) return {LabRole::agent, "mcp", {}};
   if (invocation.isTitle || invocation.isCode) return {};
 
   // Whose name says what it does: a script's, a module's last part, a program's.
@@ -334,17 +306,7 @@ Activity activityOf(const Invocation& invocation) {
       return {LabRole::training, "train", {}};
     }
   }
-  // Options that only programs have that act for somebody.
-  if (hasOption(invocation,
-                "--dangerously-skip-permissions --yolo --full-auto --allow-all-tools "
-                "--dangerously-bypass-approvals-and-sandbox --dangerously-allow-all")) {
-    return {LabRole::agent, {}, {}};
-  }
-
-  // Whoever names a provider beside the model talks to it for somebody.
-  if (hasOption(invocation, "--provider") && hasOption(invocation, "--model")) {
-    return {LabRole::agent, {}, {}};
-  }
+  if (hasAgentOptions(invocation)) return {LabRole::agent, {}, {}};
 
   // A verb that serves counts beside a model.
   const bool verbServes = !subcommands.empty() &&

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
-#include "scanner/recognition/mcp_name.h"
-#include "scanner/recognition/model_and_port.h"
+#include "scanner/recognition/mcp_server.h"
+#include "scanner/recognition/model_name.h"
+#include "scanner/recognition/model_options.h"
 #include "scanner/recognition/name_words.h"
 #include "scanner/recognition/self_made_server.h"
+#include "scanner/recognition/server_port.h"
 #include "text/ascii.h"
 #include "text/path.h"
 #include "text/unicode.h"
@@ -70,27 +72,6 @@ std::string_view methodOf(const Activity& activity, const Invocation& invocation
     }
   }
   return {};
-}
-
-std::string recipeName(std::string_view path) {
-  std::string_view file = text::lastPathComponent(path);
-  for (const std::string_view ending : {".yaml", ".yml", ".toml", ".json", ".cfg", ".py"}) {
-    if (file.ends_with(ending)) file.remove_suffix(ending.size());
-  }
-  std::string name = ProcessScanner::basenameModel(file);
-  // "llama3_1/8B_lora": of a recipe that begins with a size the folder says of what.
-  const auto folder = path.find_last_of('/');
-  if (!name.empty() && text::isDigit(name.front()) && folder != std::string_view::npos) {
-    const std::string_view parent = text::lastPathComponent(path.substr(0, folder));
-    const auto words = wordsOf(parent);
-    const bool isGeneral = std::any_of(words.begin(), words.end(), [](std::string_view word) {
-      return isListed("configs config recipes conf examples train", word);
-    });
-    if (!parent.empty() && text::isLetter(parent.front()) && !isGeneral) {
-      return ProcessScanner::basenameModel(std::string(parent) + " " + name);
-    }
-  }
-  return name;
 }
 
 /// What a script or module that is called after its method trains: "gpt" of pretrain_gpt.py.
@@ -181,7 +162,7 @@ std::optional<FriendlyName> productName(const Product& product, const Activity& 
   if (product.naming == Naming::tool) {
     if (servesMcp(invocation)) return FriendlyName{"MCP: " + group + port, "MCP"};
     if (group.starts_with("MCP")) {
-      if (auto server = carriedServer(invocation)) {
+      if (auto server = carriedMcpServerName(invocation)) {
         if (server->displayName.find("  (:") == std::string::npos) server->displayName += port;
         return server;
       }

@@ -1,18 +1,15 @@
-#include "scanner/recognition/model_and_port.h"
+#include "scanner/recognition/model_options.h"
 
 #include <algorithm>
-#include <array>
 
-#include "scanner/process_scanner.h"
 #include "scanner/recognition/name_words.h"
+#include "scanner/recognition/option_values.h"
+#include "scanner/recognition/server_port.h"
 #include "text/ascii.h"
 #include "text/path.h"
 
 namespace recognition {
 namespace {
-
-/// More arguments than anybody writes by hand are not looked at.
-constexpr std::size_t kMostLookedAt = 1024;
 
 /// The name that a server gives its model goes before the path that it is read from.
 constexpr std::string_view kServedNames = "--served-model-name --alias";
@@ -29,41 +26,6 @@ constexpr std::string_view kModelOptions =
 constexpr std::string_view kModelKeys =
     "model model-path model-id model-name model-name-or-path pretrained-model-name-or-path "
     "base-model model-dir pretrained";
-
-Arguments lookedAt(const Invocation& invocation) {
-  return invocation.arguments.first(std::min(invocation.arguments.size(), kMostLookedAt));
-}
-
-/// "-listen", as programs written in Go take "--listen".
-bool isListedWithTwoDashes(std::string_view options, std::string_view written) {
-  constexpr std::size_t kShortest = 5;
-  if (written.size() < kShortest || written[1] == '-') return false;
-  const auto found = options.find(written);
-  return found != std::string_view::npos && found > 0 && options[found - 1] == '-' &&
-         isListed(options, options.substr(found - 1, written.size() + 1));
-}
-
-/// The value of the first argument that is one of these options, whose values may not be empty.
-std::optional<std::string_view> valueOf(Arguments arguments, std::string_view options) {
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string_view word = arguments[i];
-    if (word.empty() || word.front() != '-') continue;
-    const auto equals = word.find('=');
-    const std::string_view written = word.substr(0, equals);
-    const NormalizedOption option(written);
-    const bool isWritten = option.name() == written;
-    if (!isListed(options, written) && (isWritten || !isListed(options, option.name())) &&
-        !isListedWithTwoDashes(options, written)) {
-      continue;
-    }
-    if (equals != std::string_view::npos) {
-      if (equals + 1 < word.size()) return word.substr(equals + 1);
-    } else if (i + 1 < arguments.size() && !arguments[i + 1].starts_with('-')) {
-      return arguments[i + 1];
-    }
-  }
-  return std::nullopt;
-}
 
 /// "--actor.model_name_or_path X", "model=X", "actor_rollout_ref.model.path=X".
 std::optional<std::string_view> keyedModel(Arguments arguments) {
@@ -83,14 +45,6 @@ std::optional<std::string_view> keyedModel(Arguments arguments) {
     if (i + 1 < arguments.size() && !arguments[i + 1].starts_with('-')) return arguments[i + 1];
   }
   return std::nullopt;
-}
-
-/// Where a server may be told its port, after its own options.
-constexpr std::string_view kPortOptions =
-    "--port --listen-port --server-port --http-port --api-port --address --listen --bind --host";
-
-bool isPortOption(std::string_view word) {
-  return word == "-p" || isListed(kPortOptions, word);
 }
 
 bool isRecipe(std::string_view word) {
@@ -232,32 +186,6 @@ std::optional<std::string_view> recipeOf(const Invocation& invocation) {
   return std::nullopt;
 }
 
-std::optional<std::string_view> portOf(const Invocation& invocation, std::string_view options) {
-  const Arguments arguments = lookedAt(invocation);
-  for (const std::string_view list : {options, kPortOptions}) {
-    for (const std::string_view option : listed(list)) {
-      auto value = valueOf(arguments, option);
-      if (!value) continue;
-      const auto colon = value->rfind(':');
-      if (colon != std::string_view::npos) value = value->substr(colon + 1);
-      const bool isNumber = !value->empty() && value->size() <= 5 &&
-                            std::all_of(value->begin(), value->end(), text::isDigit);
-      if (isNumber) return value;
-    }
-  }
-  return std::nullopt;
-}
-
-std::string portSuffix(const Invocation& invocation, std::string_view options, LabRole role) {
-  auto port = portOf(invocation, options);
-  // Of a server of models "-p" is a port as well; others have prompts and projects.
-  if (!port && role == LabRole::inference) {
-    port = portOf(invocation, "-p");
-    if (port && port->size() < 4) port.reset();
-  }
-  return port ? "  (:" + std::string(*port) + ")" : "";
-}
-
 bool namesModel(const Invocation& invocation) {
   const Arguments arguments = lookedAt(invocation);
   if (valueOf(arguments, kModelOptions) || valueOf(arguments, kServedNames)) return true;
@@ -292,51 +220,6 @@ bool looksLikeModel(std::string_view word) {
          text::isLetter(word.front()) &&
          word.find_first_not_of("0123456789", colon + 1) != std::string_view::npos &&
          word.find('.') != std::string_view::npos && text::isDigit(word[colon + 1]);
-}
-
-std::string modelName(std::string_view model) {
-  // A model in the hub's cache: …/models--org--name/snapshots/REVISION
-  constexpr std::string_view kCached = "models--";
-  if (const auto cached = model.find(kCached); cached != std::string_view::npos) {
-    std::string_view name = model.substr(cached + kCached.size());
-    name = name.substr(0, name.find('/'));
-    const auto organization = name.find("--");
-    if (organization != std::string_view::npos) name = name.substr(organization + 2);
-    return ProcessScanner::basenameModel(name);
-  }
-  while (model.size() > 1 && model.ends_with('/')) model.remove_suffix(1);
-  // A model of a registry: models:/NAME/STAGE
-  constexpr std::string_view kRegistered = "models:/";
-  if (model.starts_with(kRegistered)) {
-    model.remove_prefix(kRegistered.size());
-    model = model.substr(0, model.find('/'));
-  }
-  std::string_view base = text::lastPathComponent(model);
-  constexpr std::string_view kLatest = ":latest";
-  if (base.size() > kLatest.size() && base.ends_with(kLatest)) {
-    base.remove_suffix(kLatest.size());
-  }
-  // A service in a module: package.module:Service, service.py:svc
-  const auto colon = base.rfind(':');
-  constexpr std::string_view kSource = ".py:";
-  if (const auto source = base.find(kSource); source != std::string_view::npos && source > 0) {
-    base = colon + 1 < base.size() && text::isUpper(base[colon + 1]) ? base.substr(colon + 1)
-                                                                     : base.substr(0, source);
-  } else if (base.size() == model.size() && colon != std::string_view::npos &&
-             colon + 1 < base.size() && text::isUpper(base[colon + 1])) {
-    base.remove_prefix(colon + 1);
-  }
-  // "ggml-small.en.bin" is "small.en"; but "ggml-model" says no more without it.
-  if (base.starts_with("ggml-") && base.size() > 5 && !base.starts_with("ggml-model")) {
-    base.remove_prefix(5);
-  }
-  for (const std::string_view ending :
-       {"-GGUF", "-gguf", "-MLC", ".llamafile", ".yaml", ".yml", ".json", ".toml", ".onnx"}) {
-    if (base.size() > ending.size() && base.ends_with(ending)) base.remove_suffix(ending.size());
-  }
-  std::string name = ProcessScanner::basenameModel(base);
-  std::replace(name.begin(), name.end(), ':', ' ');
-  return name;
 }
 
 }  // namespace recognition

@@ -1,9 +1,9 @@
-#include "scanner/recognition/mcp_name.h"
+#include "scanner/recognition/mcp_server.h"
 
 #include <algorithm>
 
-#include "scanner/recognition/model_and_port.h"
 #include "scanner/recognition/name_words.h"
+#include "scanner/recognition/server_port.h"
 #include "text/unicode.h"
 
 namespace recognition {
@@ -30,6 +30,29 @@ std::string_view ownerOfHost(std::string_view url) {
 }
 
 }  // namespace
+
+bool isMcpServer(const Invocation& invocation, const std::vector<std::string>& subcommands) {
+  for (const std::string_view name :
+       {std::string_view(invocation.program), std::string_view(invocation.package),
+        std::string_view(invocation.module), std::string_view(invocation.script),
+        std::string_view(invocation.folder)}) {
+    if (hasWord(name, "mcp") || hasWord(name, "mcpserver") ||
+        hasWord(name, "modelcontextprotocol")) {
+      // "mcp install" and its like set a server up.
+      return subcommands.empty() ||
+             !isListed("install add list remove init login dev-tools --help", subcommands.front());
+    }
+  }
+  if (subcommands.empty()) return false;
+  // "serena start-mcp-server"
+  if (subcommands.front() != "mcp" && hasWord(subcommands.front(), "mcp") &&
+      hasWord(subcommands.front(), "server")) {
+    return true;
+  }
+  const bool saysMcp = subcommands.front() == "mcp";
+  return saysMcp &&
+         (subcommands.size() == 1 || isListed("serve server start run stdio", subcommands[1]));
+}
 
 bool servesMcp(const Invocation& invocation) {
   const Arguments arguments = invocation.arguments;
@@ -68,7 +91,7 @@ FriendlyName mcpServerName(const Invocation& invocation) {
   return {"MCP server" + portSuffix(invocation, ""), "MCP"};
 }
 
-std::optional<FriendlyName> carriedServer(const Invocation& invocation) {
+std::optional<FriendlyName> carriedMcpServerName(const Invocation& invocation) {
   constexpr std::size_t kMostLookedAt = 32;
   const auto serverOf = [](Arguments line) -> std::optional<FriendlyName> {
     if (!isListed("uvx npx uv bunx node python python3 pipx pnpm deno bun",
