@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 
+#include "scanner/credentials/bare_credentials.h"
 #include "scanner/credentials/credential_formats.h"
 #include "scanner/credentials/credential_value.h"
+#include "scanner/credentials/harmless_values.h"
 #include "scanner/credentials/named_credentials.h"
 #include "scanner/credentials/program_credentials.h"
 #include "scanner/credentials/randomness.h"
@@ -43,7 +45,10 @@ class ArgumentSearch {
     for (const TextSpan& span : spans_) found_.push_back({i, span});
     if (spans_.empty()) takeUserInfo(i);
     if (before.form == Form::nothing && i > 0 && spans_.empty()) takePaired(i);
-    if (before.form == Form::nothing && i > 0 && spans_.empty()) takeBareKey(i);
+    if (before.form == Form::nothing && i > 0 && spans_.empty() &&
+        isBareCredential(argument, arguments_[i - 1])) {
+      found_.push_back({i, {0, argument.size()}});
+    }
   }
 
   /// Takes this argument as the value that the one before has announced. False when it is no
@@ -118,22 +123,6 @@ class ArgumentSearch {
     if (kind != NameKind::password && kind != NameKind::token) return;
     if (!looksSecret(value) && !looksLikeKey(value) && !setsSomething(i)) return;
     if (mayBeSecret(value, kind)) found_.push_back({i, {0, value.size()}});
-  }
-
-  /// A long random word in base64 without any name.
-  void takeBareKey(std::size_t i) {
-    const std::string_view key = arguments_[i];
-    constexpr std::size_t kShortest = 40;
-    constexpr std::size_t kLongest = 512;
-    if (key.size() < kShortest || key.size() > kLongest) return;
-    const auto isAllowed = [](char c) {
-      return text::isAlphanumeric(c) || c == '+' || c == '/' || c == '=';
-    };
-    if (!std::ranges::all_of(key, isAllowed)) return;
-    if (key.find_first_of("+=") == std::string_view::npos) return;
-    if (key.find('=') < key.size() - 2) return;
-    if (isPath(key) || kindOf(arguments_[i - 1]) == NameKind::harmless) return;
-    if (mayBeSecret(key, NameKind::unknown)) found_.push_back({i, {0, key.size()}});
   }
 
   /// Whether the command says that something is set: "config set", "defaults write".

@@ -30,6 +30,11 @@ constexpr bool isCredential(NameKind kind) {
   return kind != NameKind::unknown && kind != NameKind::harmless;
 }
 
+/// Whether nearly every value with such a name is a secret.
+constexpr bool isStrong(NameKind kind) {
+  return kind == NameKind::password || kind == NameKind::token;
+}
+
 /// Whether an option of this name takes no value: "--no-auth", "--ask-password", "--use-token".
 bool isSwitch(std::string_view name);
 

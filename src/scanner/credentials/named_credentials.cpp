@@ -5,6 +5,8 @@
 #include <optional>
 
 #include "scanner/credentials/credential_value.h"
+#include "scanner/credentials/harmless_values.h"
+#include "scanner/credentials/named_values.h"
 #include "scanner/credentials/value_bounds.h"
 #include "text/ascii.h"
 
@@ -20,14 +22,14 @@ bool isTag(std::string_view value) {
   return std::ranges::find(kTags, value) != kTags.end();
 }
 
-bool isStrong(NameKind kind) {
-  return kind == NameKind::password || kind == NameKind::token;
-}
-
 class NameSearch {
  public:
   NameSearch(std::string_view text, bool isArgument, int& namesLeft, std::vector<TextSpan>& found)
-      : text_(text), bounds_(text), isArgument_(isArgument), namesLeft_(namesLeft), found_(found) {}
+      : text_(text),
+        bounds_(text),
+        isArgument_(isArgument),
+        namesLeft_(namesLeft),
+        values_(text, found) {}
 
   Announcement run() {
     const char* const text = text_.data();
@@ -46,12 +48,8 @@ class NameSearch {
   }
 
  private:
-  char at(std::size_t i) const { return i < text_.size() ? text_[i] : '\0'; }
-
-  std::size_t skipBlanks(std::size_t i) const {
-    while (i < text_.size() && text::isWhiteSpace(text_[i])) ++i;
-    return i;
-  }
+  char at(std::size_t i) const { return bounds_.at(i); }
+  std::size_t skipBlanks(std::size_t i) const { return bounds_.skipBlanks(i); }
 
   std::string_view name(std::size_t begin, std::size_t end) const {
     return text_.substr(begin, end - begin);
@@ -63,7 +61,7 @@ class NameSearch {
       --namesLeft_;
       return true;
     }
-    if (begin < text_.size()) found_.push_back({begin, text_.size()});
+    values_.add(begin, text_.size());
     return false;
   }
 
@@ -96,7 +94,7 @@ class NameSearch {
     if (begin == 0 || text_[begin - 1] != '<' || !countName(end)) return 0;
     const NameKind kind = kindAt(begin, end);
     if (!isStrong(kind)) return 0;
-    return addIf(kind, end + 1, std::min(text_.find('<', end), text_.size()));
+    return values_.addIf(kind, end + 1, std::min(text_.find('<', end), text_.size()));
   }
 
   /// "name=value"
@@ -105,8 +103,9 @@ class NameSearch {
     if (!countName(value)) return text_.size();
     if (at(value) == '>') ++value;  // "name => value"
     const std::size_t quoted = skipBlanks(value);
-    if (quoted > value && isQuote(at(quoted))) return takeValue(kindAt(begin, end), quoted, false);
-    return takeValue(kindAt(begin, end), value, reachesFromStart(begin));
+    if (quoted > value && isQuote(at(quoted)))
+      return values_.take(kindAt(begin, end), quoted, false);
+    return values_.take(kindAt(begin, end), value, reachesFromStart(begin));
   }
 
   NameKind kindAt(std::size_t begin, std::size_t end) const {
@@ -117,7 +116,10 @@ class NameSearch {
     }
     NameKind kind = kindOf(own);
     if (kind == NameKind::anyKey && !isSetting(begin)) kind = NameKind::key;
-    if (begin < nestedUntil_ && !isStrong(kind) && isNeutral(own)) return nestedKind_;
+    if (const auto object = values_.objectAround(begin);
+        object && !isStrong(kind) && isNeutral(own)) {
+      return *object;
+    }
     // "-object secret,id=…,data=…"
     if (kind == NameKind::unknown && own == "data" && text_.starts_with("secret,")) {
       return NameKind::token;
@@ -162,7 +164,8 @@ class NameSearch {
       return end + 1;
     }
     if (text::isWhiteSpace(behind)) return takeHeader(kind, begin, end, skipBlanks(end + 1));
-    if (isQuote(behind) || behind == '[' || behind == '{') return takeValue(kind, end + 1, false);
+    if (isQuote(behind) || behind == '[' || behind == '{')
+      return values_.take(kind, end + 1, false);
     return takeGlued(kind, begin, end);
   }
 
@@ -176,17 +179,18 @@ class NameSearch {
     if (isCredential(kind) && isProseText() && !isQuote(at(value)) && begin > 0 &&
         text_[begin - 1] == ' ') {
       const std::string_view word = text_.substr(value, bounds_.judgedEnd(value) - value);
-      return looksSecret(word) || looksLikeKey(word) ? takeValue(kind, value, false) : value;
+      return looksSecret(word) || looksLikeKey(word) ? values_.take(kind, value, false) : value;
     }
     if (isCredential(kind) && isSentence(begin, value)) return value;
     // «echo "Password: "»: the quotation mark closes the prompt, and no value follows.
     if (isQuote(at(value)) && quotesBefore(value, at(value)) % 2 == 1) return value;
-    if (reachesFromStart(begin)) return takeValue(kind, value, true);
+    if (reachesFromStart(begin)) return values_.take(kind, value, true);
     if (begin > 0 && isQuote(text_[begin - 1]) && !isQuote(at(value))) {
       // The whole header is quoted: its value ends at the closing mark.
-      return addIf(kind, value, std::min(text_.find(text_[begin - 1], value), text_.size()));
+      return values_.addIf(kind, value,
+                           std::min(text_.find(text_[begin - 1], value), text_.size()));
     }
-    return takeValue(kind, value, false);
+    return values_.take(kind, value, false);
   }
 
   /// "password: use another hash": a sentence, in which no value follows.
@@ -229,14 +233,14 @@ class NameSearch {
     if (isTag(word)) return value;
     if (kind == NameKind::account || kind == NameKind::unknown) {
       const bool beginsValue = !word.empty() && text::isAlphanumeric(word.front());
-      return beginsValue && looksRandomValue(word, kind) ? takeValue(kind, value, false) : value;
+      return beginsValue && looksRandomValue(word, kind) ? values_.take(kind, value, false) : value;
     }
     const std::string_view own = name(begin, end);
     const bool isOneWord = std::ranges::all_of(own, text::isLower);
     const bool isClear = isStrong(kind) && (!isOneWord || kind == NameKind::password);
     const bool isOptionsValue = own.front() == '-' && kind == NameKind::authentication;
     if (!isClear && !isOptionsValue && !looksSecret(word) && !looksLikeKey(word)) return value;
-    return takeValue(kind, value, reachesFromStart(begin) || (begin == 1 && before == '/'));
+    return values_.take(kind, value, reachesFromStart(begin) || (begin == 1 && before == '/'));
   }
 
   bool looksRandomValue(std::string_view word, NameKind kind) const {
@@ -248,7 +252,7 @@ class NameSearch {
     const std::size_t value = quotedValue(end);
     if (value > 0) {
       if (!countName(value)) return text_.size();
-      return takeValue(kindAt(begin, end), value, false);
+      return values_.take(kindAt(begin, end), value, false);
     }
     if (text_[begin] == '-' && !isInsideWord(begin)) return takeOption(begin, end);
     // «define("DB_PASSWORD", "value")»
@@ -257,7 +261,7 @@ class NameSearch {
       if (!isQuote(at(argument))) return 0;
       if (!countName(argument)) return text_.size();
       const NameKind kind = kindAt(begin, end);
-      return isStrong(kind) ? takeValue(kind, argument, false) : 0;
+      return isStrong(kind) ? values_.take(kind, argument, false) : 0;
     }
     return 0;
   }
@@ -295,7 +299,7 @@ class NameSearch {
       std::size_t value = next + 1;
       if (at(value) == '>') ++value;
       value = skipBlanks(value);
-      return value < text_.size() ? takeValue(kindAt(begin, end), value, false) : value;
+      return value < text_.size() ? values_.take(kindAt(begin, end), value, false) : value;
     }
     if (!isQuote(at(next))) return takeBareValue(begin, end, next);
     // «password "value"», «IDENTIFIED BY 'value'»
@@ -304,8 +308,9 @@ class NameSearch {
     const NameKind kind = isIdentified ? NameKind::password : kindAt(begin, end);
     if (!isStrong(kind)) return 0;
     const std::string_view word = text_.substr(next + 1, bounds_.judgedEnd(next) - next - 1);
-    return word.find(' ') == std::string_view::npos || isIdentified ? takeValue(kind, next, false)
-                                                                    : 0;
+    return word.find(' ') == std::string_view::npos || isIdentified
+               ? values_.take(kind, next, false)
+               : 0;
   }
 
   /// "machine h login a password value"
@@ -315,7 +320,7 @@ class NameSearch {
     constexpr std::size_t kShortest = 7;
     if (word.size() < kShortest || !looksSecret(word)) return 0;
     if (!countName(value)) return text_.size();
-    return isStrong(kindAt(begin, end)) ? takeValue(kindAt(begin, end), value, false) : 0;
+    return isStrong(kindAt(begin, end)) ? values_.take(kindAt(begin, end), value, false) : 0;
   }
 
   /// "IDENTIFIED WITH some_plugin BY"
@@ -358,7 +363,7 @@ class NameSearch {
     const std::string_view word = text_.substr(value, bounds_.judgedEnd(value) - value);
     if (isOption(word)) return 0;
     if (kind == NameKind::unknown && (!looksRandomValue(word, kind) || isSetting(word))) return 0;
-    const std::size_t taken = takeValue(kind, value, false);
+    const std::size_t taken = values_.take(kind, value, false);
     return taken > value ? taken : 0;
   }
 
@@ -379,7 +384,7 @@ class NameSearch {
     const bool isTaken = isBearer ? follows || (begin == 0 && isArgument_) || looksLikeKey(word)
                                   : (follows || before == 0) && looksEncoded(word);
     if (!isTaken || isOption(word) || isNothing(word)) return 0;
-    return add(value, bounds_.end(value));
+    return values_.add(value, bounds_.end(value));
   }
 
   /// Whether the value of the name at `begin` is the whole rest of the argument: that is so if
@@ -401,143 +406,13 @@ class NameSearch {
     return *isProse_;
   }
 
-  /// Takes the value at `value` if it is a secret. Returns where the search continues.
-  std::size_t takeValue(NameKind kind, std::size_t value, bool reachesEnd) {
-    if (value >= text_.size()) return value;
-    if (kind == NameKind::harmless) return value;
-    const bool isText =
-        isStrong(kind) || kind == NameKind::authentication || kind == NameKind::anyKey;
-    if (at(value) == '[' && isText && !reachesEnd) return takeList(value);
-    if (at(value) == '{' && isText && !reachesEnd) return enterObject(kind, value);
-    if (at(value) == '(' && isText) return takePair(value);
-    if (isText && reachesEnd) return addIf(kind, value, endOfSetting(value));
-    // A value that is not always a secret is judged by its first word, and may itself hold names.
-    const std::size_t judged = bounds_.judgedEnd(value);
-    const std::size_t begin = bounds_.behindOpening(value);
-    const std::string_view word = text_.substr(begin, judged > begin ? judged - begin : 0);
-    if (isText) {
-      const std::size_t end = judged < value + kLongestLook ? judged : bounds_.end(value);
-      return addIf(kind, begin, end);
-    }
-    if (kind == NameKind::account) return takeAccount(value, begin, word);
-    const std::size_t shown = schemeLength(word);
-    if (!mayBeSecret(word.substr(shown), kind)) return value;
-    const std::size_t end = judged < value + kLongestLook ? judged : bounds_.end(value);
-    return add(begin + shown, end);
-  }
-
-  /// "user=name:password"
-  std::size_t takeAccount(std::size_t value, std::size_t begin, std::string_view word) {
-    const std::size_t colon = word.find(':');
-    if (colon == std::string_view::npos) {
-      // A key where a user's name is expected.
-      const bool isKey =
-          word.find('@') == std::string_view::npos && mayBeSecret(word, NameKind::unknown);
-      return isKey ? add(begin, begin + word.size()) : value;
-    }
-    if (word.find("://") == colon) return value;
-    const std::string_view password = word.substr(colon + 1);
-    constexpr std::size_t kShortest = 6;
-    const bool hasBoth = std::ranges::any_of(password, text::isDigit) &&
-                         std::ranges::any_of(password, text::isLetter);
-    if (password.size() < kShortest || !hasBoth || isNothing(password)) return value;
-    return add(begin + colon + 1, begin + word.size());
-  }
-
-  /// "["a", "b"]": everything between the brackets.
-  std::size_t takeList(std::size_t open) {
-    const std::size_t end = std::min(text_.find(']', open), text_.size());
-    std::size_t begin = open + 1;
-    while (begin < end &&
-           (text::isWhiteSpace(text_[begin]) || isQuote(text_[begin]) || text_[begin] == '\\')) {
-      ++begin;
-    }
-    std::size_t last = end;
-    while (last > begin && (text::isWhiteSpace(text_[last - 1]) || isQuote(text_[last - 1]) ||
-                            text_[last - 1] == '\\')) {
-      --last;
-    }
-    return begin < last ? addIf(NameKind::token, begin, last) : end;
-  }
-
-  /// «("user", "password")»
-  std::size_t takePair(std::size_t open) {
-    const std::size_t limit = std::min(open + kLongestLook, text_.size());
-    const std::size_t user = skipBlanks(open + 1);
-    if (!isQuote(at(user))) return user;
-    const std::size_t comma = bounds_.closing(user, 0, limit) + 1;
-    if (at(comma) != ',') return std::min(comma, text_.size());
-    const std::size_t password = skipBlanks(comma + 1);
-    return isQuote(at(password)) ? takeValue(NameKind::password, password, false) : comma;
-  }
-
-  /// The end of the text, or of this setting where "; name=" follows.
-  std::size_t endOfSetting(std::size_t value) const {
-    for (std::size_t i = text_.find(';', value); i != std::string_view::npos;
-         i = text_.find(';', i + 1)) {
-      if (bounds_.beginsSetting(skipBlanks(i + 1))) return i;
-    }
-    return text_.size();
-  }
-
-  /// Fields of this object whose names say nothing themselves get the kind of the object's name.
-  std::size_t enterObject(NameKind kind, std::size_t open) {
-    if (open >= nestedUntil_) {
-      nestedKind_ = kind;
-      nestedUntil_ = std::min(text_.find('}', open), text_.size());
-    }
-    return open + 1;
-  }
-
-  /// The length of a scheme's name at the start of the value: "Bearer ".
-  static std::size_t schemeLength(std::string_view value) {
-    std::size_t word = 0;
-    while (word < value.size() && isNameCharacter(value[word])) ++word;
-    if (word == value.size() || !isScheme(value.substr(0, word))) return 0;
-    std::size_t behind = word;
-    while (behind < value.size() && text::isWhiteSpace(value[behind])) ++behind;
-    return behind > word ? behind : 0;
-  }
-
-  std::size_t addIf(NameKind kind, std::size_t begin, std::size_t end) {
-    if (begin >= end) return end;
-    const std::string_view value = text_.substr(begin, end - begin);
-    const std::size_t shown = schemeLength(value.substr(0, kLongestLook));
-    if (shown > 0 && shown < value.size()) {
-      return isNothing(value.substr(shown)) ? end : add(begin + shown, end);
-    }
-    // In a line the credential is the word after the scheme.
-    if (isScheme(value) && text::isWhiteSpace(at(end))) {
-      const std::size_t behind = skipBlanks(end);
-      const std::string_view word = text_.substr(behind, bounds_.judgedEnd(behind) - behind);
-      if (!word.empty() && !isOption(word) && !isNothing(word)) {
-        return add(bounds_.behindOpening(behind), bounds_.end(behind));
-      }
-      return end;
-    }
-    // "PGPASSWORD=$PASS command"
-    const std::size_t blank = value.substr(0, kLongestLook).find_first_of(" \n");
-    if (blank != std::string_view::npos && value[0] == '$' && isReference(value.substr(0, blank))) {
-      return begin + blank;
-    }
-    if (mayBeSecret(value, kind)) return add(begin, end);
-    return end;
-  }
-
-  std::size_t add(std::size_t begin, std::size_t end) {
-    if (begin < end) found_.push_back({begin, end});
-    return end;
-  }
-
   std::string_view text_;
   ValueBounds bounds_;
   bool isArgument_;
   int& namesLeft_;
-  std::vector<TextSpan>& found_;
+  NamedValues values_;
   Announcement next_;
-  std::size_t plain_ = 0;        // up to here there are only names and "="
-  std::size_t nestedUntil_ = 0;  // the end of an object that is named like a credential
-  NameKind nestedKind_ = NameKind::unknown;
+  std::size_t plain_ = 0;  // up to here there are only names and "="
   std::optional<bool> isProse_;
   std::size_t quotesCountedTo_ = 0;
   int doubleQuotes_ = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "scanner/credentials/credential_value.h"
+#include "scanner/credentials/harmless_values.h"
 #include "text/ascii.h"
 #include "text/contains.h"
 

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "scanner/credentials/credential_value.h"
+#include "scanner/credentials/harmless_values.h"
 #include "text/ascii.h"
 
 namespace credentials {

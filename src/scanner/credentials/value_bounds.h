@@ -28,6 +28,11 @@ constexpr bool isQuote(char c) {
   return c == '"' || c == '\'' || c == '`';
 }
 
+/// Whether passwords have it and names do not.
+constexpr bool isSpecial(char c) {
+  return std::string_view("!#$%^&*~?|;`").find(c) != std::string_view::npos;
+}
+
 /// How much of a value is looked at to judge it.
 constexpr std::size_t kLongestLook = 160;
 
@@ -37,6 +42,15 @@ constexpr std::size_t kLongestLook = 160;
 class ValueBounds {
  public:
   explicit ValueBounds(std::string_view text) : text_(text) {}
+
+  /// The character at a place, 0 behind the end of the text.
+  char at(std::size_t i) const { return i < text_.size() ? text_[i] : '\0'; }
+
+  /// The first place from `i` on that is no blank, or the end of the text.
+  std::size_t skipBlanks(std::size_t i) const {
+    while (i < text_.size() && text::isWhiteSpace(text_[i])) ++i;
+    return i;
+  }
 
   /// The value's beginning without its quotation mark, if it has one.
   std::size_t behindOpening(std::size_t value) const;
@@ -54,8 +68,6 @@ class ValueBounds {
   bool beginsSetting(std::size_t begin) const;
 
  private:
-  char at(std::size_t i) const { return i < text_.size() ? text_[i] : '\0'; }
-
   /// As end(), but looks at nothing from `limit` on.
   std::size_t endOf(std::size_t value, std::size_t limit) const;
 
