@@ -13,7 +13,7 @@
 #include "ui/family_view.h"
 #include "ui/gpu_lines.h"
 #include "ui/mapped_lines.h"
-#include "ui/menu_limits.h"
+#include "ui/name_limits.h"
 
 std::vector<std::string> Alert::shownButtons() const {
   return buttons.empty() ? std::vector<std::string>{"OK"} : buttons;
@@ -112,7 +112,7 @@ Alert endFamily(const FamilyView& family, bool force) {
       furtherPids += (furtherPids.empty() ? "" : ", ") + pid;
     } else {
       names += "\n" +
-               MenuLimits::cut(text::displayName(member->displayName), MenuLimits::kProcessName) +
+               NameLimits::cut(text::displayName(member->displayName), NameLimits::kProcessName) +
                "  ·  pid " + pid;
     }
   }

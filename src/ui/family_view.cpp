@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "text/display_line.h"
-#include "ui/menu_limits.h"
+#include "ui/name_limits.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ FamilyViews::FamilyViews(std::span<const VordaProcess> listed,
   for (auto& [head, family] : families_) {
     sortMembers(family);
     family.name =
-        MenuLimits::cut(text::displayName(family.main().displayName), MenuLimits::kProcessName);
+        NameLimits::cut(text::displayName(family.main().displayName), NameLimits::kProcessName);
   }
 }
 

@@ -5,7 +5,7 @@
 #include "text/display_line.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
-#include "ui/menu_limits.h"
+#include "ui/name_limits.h"
 
 namespace MenuConstruction {
 namespace {
@@ -30,7 +30,7 @@ MenuItem launchAgentItem(const VordaLaunchAgent& launchAgent,
             : MenuBuilders::command("Start / load", Action::loadLaunchAgent, launchAgent);
   command.enabled = underWay != LaunchAgentOperation::Kind::stop;
   MenuItem item = MenuBuilders::named(
-      "", MenuLimits::cut(text::displayName(launchAgent.label), MenuLimits::kLaunchAgentName),
+      "", NameLimits::cut(text::displayName(launchAgent.label), NameLimits::kLaunchAgentName),
       MenuBuilders::kSeparator + statusText(launchAgent, underWay) +
           (launchAgent.keepAlive ? MenuBuilders::kKeptAlive : ""));
   item.submenu = {std::move(command)};

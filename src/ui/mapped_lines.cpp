@@ -3,7 +3,7 @@
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
 #include "ui/menu_builders.h"
-#include "ui/menu_limits.h"
+#include "ui/name_limits.h"
 
 namespace {
 
@@ -35,7 +35,7 @@ std::vector<std::string> mappedFileLines(const VordaProcess& process) {
   std::vector<std::string> lines;
   if (!process.mapped) return lines;
   for (const MappedMemory::File& file : process.mapped->files) {
-    lines.push_back("  " + MenuLimits::cut(text::displayName(file.name), MenuLimits::kFileName) +
+    lines.push_back("  " + NameLimits::cut(text::displayName(file.name), NameLimits::kFileName) +
                     MenuBuilders::kSeparator + inSentence(file.memMB));
   }
   return lines;

@@ -9,19 +9,6 @@
 #include "ui/canvas.h"
 #include "ui/color.h"
 
-/// How scarce memory is, as the colour at the strip's right end tells it.
-enum class PressureLevel {
-  low,     ///< less than 55 % of all memory is used
-  medium,  ///< less than 80 %
-  high,    ///< 80 % or more
-};
-
-/// The level of a pressure: used memory divided by all memory, 0 to 1.
-PressureLevel pressureLevel(double pressure);
-
-/// The colour of the pressure. It lets through what it is drawn over.
-Color pressureColor(PressureLevel level);
-
 /// One segment of the strip.
 struct Segment {
   double fraction = 0;   ///< the process's share of all memory, 0 to 1
@@ -34,7 +21,7 @@ struct Segment {
 };
 
 /// The share of its track that one unit of fraction takes: 1, or less when the segments would
-/// overflow.
+/// overflow (strip_drawing.cpp).
 double scaleOf(std::span<const Segment> segments);
 
 /// A thinner track below the strip's: who holds the cards' memory.

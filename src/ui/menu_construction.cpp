@@ -15,6 +15,7 @@
 #include "text/format.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_limits.h"
+#include "ui/name_limits.h"
 #include "ui/status_tool_tip.h"
 #include "ui/strip_segments.h"
 
@@ -106,7 +107,7 @@ void addGpuLines(Items& items, const std::vector<GpuCard>& cards) {
 MenuItem largestLine(const char* beginning, double memMB, const VordaProcess& largest) {
   MenuItem item =
       named(beginning + MemoryFormat::compact(memMB) + "  ",
-            MenuLimits::cut(text::displayName(largest.displayName), MenuLimits::kLargestName), {});
+            NameLimits::cut(text::displayName(largest.displayName), NameLimits::kLargestName), {});
   item.enabled = false;
   return item;
 }

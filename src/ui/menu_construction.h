@@ -68,10 +68,16 @@ class ShownPids {
   std::vector<std::int32_t> pids_;
 };
 
-/// A process's row and its submenu. The lines of `asked` are shown above "Quit". `family`: what
-/// stands there about its family, if it has one.
+/// A process's row and its submenu (process_row.cpp). The lines of `asked` are shown above "Quit".
+/// `family`: what stands there about its family, if it has one.
 MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked = {},
                      const FamilyEntries* family = nullptr);
+
+/// What is told and offered in a process's submenu (process_submenu.cpp); none of the entries
+/// refers to its process yet.
+std::vector<MenuItem> processSubmenu(const VordaProcess& process,
+                                     const std::vector<std::string>& asked,
+                                     const FamilyEntries* family);
 
 /// A launch agent's row and its submenu. `underWay`: what it is being asked to do, and so can't
 /// be asked for again.

@@ -1,4 +1,11 @@
 #include "ui/memory_pressure_view.h"
+#include "ui/strip_pressure.h"
+
+double scaleOf(std::span<const Segment> segments) {
+  double sum = 0;
+  for (const Segment& segment : segments) sum += segment.fraction;
+  return sum > 1 ? 1 / sum : 1;
+}
 
 namespace {
 

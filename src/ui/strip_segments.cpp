@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "ui/process_color.h"
-#include "ui/strip_text.h"
+#include "ui/strip_pressure.h"
 
 namespace {
 

@@ -1,28 +1,12 @@
 #include "ui/strip_text.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
-#include "ui/menu_limits.h"
-
-long percentUsed(double pressure) {
-  return std::lrint(pressure * 100);
-}
-
-const char* pressureWord(PressureLevel level) {
-  switch (level) {
-    case PressureLevel::low:
-      return "low";
-    case PressureLevel::medium:
-      return "medium";
-    case PressureLevel::high:
-      break;
-  }
-  return "high";
-}
+#include "ui/name_limits.h"
+#include "ui/strip_pressure.h"
 
 namespace {
 
@@ -34,7 +18,7 @@ std::string trackDescription(const std::string& what, std::span<const Segment> s
   for (const Segment& segment : segments) {
     const std::string figure = MemoryFormat::compact(segment.memMB);
     words += separator +
-             MenuLimits::cut(text::displayName(segment.label), MenuLimits::kProcessName) + ' ' +
+             NameLimits::cut(text::displayName(segment.label), NameLimits::kProcessName) + ' ' +
              figure.substr(figure.find_first_not_of(' '));
     separator = ", ";
   }

@@ -9,15 +9,6 @@
 
 // The strip where words or a row of characters stand in for the picture.
 
-/// The used share of all memory, in whole percent; half a percent goes to the even neighbour.
-long percentUsed(double pressure);
-inline long percentUsed(const MemoryPressureView& strip) {
-  return percentUsed(strip.pressure);
-}
-
-/// "low", "medium" or "high".
-const char* pressureWord(PressureLevel level);
-
 /// The strip in words, for those who can't see it: "Memory 62 percent used: Ollama Server
 /// 4.1 GB, firefox 312 MB"; with cards also "; GPU memory 48 percent used: Ollama Server 36.1 GB".
 std::string stripDescription(const MemoryPressureView& strip);

@@ -5,7 +5,7 @@
 
 #include "platform/processes.h"
 #include "text/display_line.h"
-#include "ui/menu_limits.h"
+#include "ui/name_limits.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ bool UnfinishedQuits::add(const ProcessReference& process, const std::string& na
   const auto state = stateOf(process);
   if (!state) return false;
   requests_.push_back({.process = process,
-                       .name = MenuLimits::cut(text::displayName(name), MenuLimits::kProcessName),
+                       .name = NameLimits::cut(text::displayName(name), NameLimits::kProcessName),
                        .askedAt = platform::processClock(),
                        .isStopped = state == ProcessState::stopped});
   return true;

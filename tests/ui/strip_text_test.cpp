@@ -83,14 +83,6 @@ MemoryPressureView strip(double pressure, std::vector<Segment> segments) {
   return view;
 }
 
-TEST(PercentUsed, IsRounded) {
-  EXPECT_EQ(percentUsed(strip(0.004, {})), 0);
-  EXPECT_EQ(percentUsed(strip(0.125, {})), 12);
-  EXPECT_EQ(percentUsed(strip(0.375, {})), 38);
-  EXPECT_EQ(percentUsed(strip(0.994, {})), 99);
-  EXPECT_EQ(percentUsed(strip(1, {})), 100);
-}
-
 TEST(StripDescription, NamesEverySegmentWithItsMemory) {
   EXPECT_EQ(stripDescription(strip(0.62, {{.label = "Ollama Server", .memMB = 4198},
                                           {.label = "firefox", .memMB = 312},

@@ -8,7 +8,7 @@
 #include "text/display_line.h"
 #include "text/unicode.h"
 #include "ui/row_direction.h"
-#include "ui/strip_text.h"
+#include "ui/strip_pressure.h"
 
 namespace {
 
@@ -58,7 +58,7 @@ std::string stripLabel(const MemoryPressureView& strip) {
   const int filled = static_cast<int>(std::lround(strip.pressure * kCells));
   std::string label;
   for (int cell = 0; cell < kCells; ++cell) label += cell < filled ? "█" : "░";
-  return label + " " + std::to_string(percentUsed(strip)) + "%";
+  return label + " " + std::to_string(percentUsed(strip.pressure)) + "%";
 }
 
 QString plainToolTip(std::string_view text) {

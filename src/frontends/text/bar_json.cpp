@@ -6,7 +6,7 @@
 #include "text/display_line.h"
 #include "text/json_writer.h"
 #include "ui/memory_pressure_view.h"
-#include "ui/strip_text.h"
+#include "ui/strip_pressure.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "text/json_writer.h"
 #include "ui/memory_pressure_view.h"
 #include "ui/process_color.h"
-#include "ui/strip_text.h"
+#include "ui/strip_pressure.h"
 
 namespace {
 

@@ -11,6 +11,7 @@
 #include "text/blanks.h"
 #include "text/display_line.h"
 #include "ui/menu_builders.h"
+#include "ui/strip_pressure.h"
 #include "ui/strip_text.h"
 
 namespace {

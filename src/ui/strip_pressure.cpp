@@ -1,4 +1,6 @@
-#include "ui/memory_pressure_view.h"
+#include "ui/strip_pressure.h"
+
+#include <cmath>
 
 PressureLevel pressureLevel(double pressure) {
   if (pressure < 0.55) return PressureLevel::low;
@@ -17,8 +19,18 @@ Color pressureColor(PressureLevel level) {
   return {1.0, 0.35, 0.3, 0.45};
 }
 
-double scaleOf(std::span<const Segment> segments) {
-  double sum = 0;
-  for (const Segment& segment : segments) sum += segment.fraction;
-  return sum > 1 ? 1 / sum : 1;
+const char* pressureWord(PressureLevel level) {
+  switch (level) {
+    case PressureLevel::low:
+      return "low";
+    case PressureLevel::medium:
+      return "medium";
+    case PressureLevel::high:
+      break;
+  }
+  return "high";
+}
+
+long percentUsed(double pressure) {
+  return std::lrint(pressure * 100);
 }

@@ -7,127 +7,15 @@
 #include <vector>
 
 #include "fakes/row_name.h"
-#include "fakes/scripted_platform.h"
-#include "ui/menu_construction.h"
-#include "ui/process_color.h"
+#include "ui/shown_process.h"
 
 namespace {
 
 using testing::ElementsAre;
-using testing::EndsWith;
-using testing::StartsWith;
 
-class ProcessItem : public testing::Test {
- protected:
-  ProcessItem() { resetMachine(); }
+class ProcessSubmenu : public ShownProcess {};
 
-  MenuItem item() const { return MenuConstruction::processItem(process_); }
-  std::vector<MenuItem> submenu() const { return item().submenu; }
-  std::vector<std::string> submenuTitles() const {
-    std::vector<std::string> titles;
-    for (const MenuItem& entry : submenu()) {
-      titles.push_back(entry.kind == MenuItem::Kind::separator ? "---" : entry.title);
-    }
-    return titles;
-  }
-  void protect() {
-    process_.isProtected = true;
-    process_.ownerName = "root";
-  }
-
-  VordaProcess process_{.pid = 77,
-                        .displayName = "Ollama Server",
-                        .product = "Ollama",
-                        .memMB = 1536,
-                        .commandLine = "ollama serve",
-                        .labRole = LabRole::inference,
-                        .ownerName = "ada",
-                        .identity = 99};
-};
-
-TEST_F(ProcessItem, SaysRoleNameAndMemory) {
-  EXPECT_EQ(item().title, "★ Ollama Server  ·   1.5 GB");
-  process_.memMB = 512;
-  EXPECT_EQ(item().title, "★ Ollama Server  ·   512 MB");
-}
-
-TEST_F(ProcessItem, HasAStarForEveryRoleAndNoneWithout) {
-  for (const auto role : {LabRole::inference, LabRole::training, LabRole::agent}) {
-    process_.labRole = role;
-    EXPECT_THAT(item().title, StartsWith("★ Ollama")) << rawValue(role);
-  }
-  process_.labRole = LabRole::none;
-  EXPECT_THAT(item().title, StartsWith("Ollama"));
-}
-
-TEST_F(ProcessItem, HasALockWhenProtected) {
-  protect();
-  EXPECT_THAT(item().title, EndsWith("1.5 GB 🔒"));
-}
-
-struct NameRow {
-  const char* name;
-  std::string displayName;
-  std::string shown;
-};
-
-class ProcessItemName : public ProcessItem, public testing::WithParamInterface<NameRow> {};
-
-TEST_P(ProcessItemName, IsCutFrom43CharactersOn) {
-  process_.labRole = LabRole::none;
-  process_.displayName = GetParam().displayName;
-  EXPECT_EQ(item().title, GetParam().shown + "  ·   1.5 GB");
-  EXPECT_THAT(item().toolTip, StartsWith(GetParam().displayName + "\n"));
-}
-
-std::string times(int count, const char* text) {
-  std::string result;
-  for (int i = 0; i < count; ++i) result += text;
-  return result;
-}
-
-INSTANTIATE_TEST_SUITE_P(Table, ProcessItemName,
-                         testing::Values(NameRow{"Empty", "", ""},
-                                         NameRow{"Of42", times(42, "x"), times(42, "x")},
-                                         NameRow{"Of43", times(43, "x"), times(41, "x") + "…"},
-                                         NameRow{"Of42Emoji", times(42, "👩‍👩‍👧"),
-                                                 times(42, "👩‍👩‍👧")},
-                                         NameRow{"Of43Emoji", times(43, "👩‍👩‍👧"),
-                                                 times(41, "👩‍👩‍👧") + "…"}),
-                         rowName<NameRow>);
-
-TEST_F(ProcessItem, TellsMoreInItsToolTip) {
-  EXPECT_EQ(item().toolTip,
-            "Ollama Server\n1.50 GB · Ollama · pid 77\nOwner: ada\n"
-            "Color matches the pressure strip above.");
-}
-
-TEST_F(ProcessItem, SaysInItsToolTipThatItIsProtected) {
-  protect();
-  EXPECT_EQ(item().toolTip,
-            "Ollama Server\n1.50 GB · Ollama · pid 77\nOwner: root (protected)\n"
-            "Color matches the pressure strip above.");
-}
-
-TEST_F(ProcessItem, CannotForgeALineOfItsToolTip) {
-  process_.displayName = "x\nOwner: root";
-  EXPECT_THAT(item().toolTip, StartsWith("x\uFFFDOwner: root\n1.50 GB"));
-}
-
-TEST_F(ProcessItem, HasTheDotOfItsStripSegment) {
-  EXPECT_EQ(item().dot, ProcessColor::color(process_));
-  protect();
-  process_.labRole = LabRole::none;
-  EXPECT_EQ(item().dot, ProcessColor::systemMuted());
-}
-
-TEST_F(ProcessItem, DoesNothingItself) {
-  EXPECT_EQ(item().action, Action::none);
-  EXPECT_EQ(item().representedObject, RepresentedObject{});
-  EXPECT_TRUE(item().enabled);
-}
-
-TEST_F(ProcessItem, OffersQuitAndForceQuit) {
+TEST_F(ProcessSubmenu, OffersQuitAndForceQuit) {
   EXPECT_THAT(submenuTitles(), ElementsAre("1.50 GB · pid 77", "Ollama", "---", "Quit",
                                            "Force Quit ( 1.5 GB)", "Full details…"));
   const auto entries = submenu();
@@ -142,7 +30,7 @@ TEST_F(ProcessItem, OffersQuitAndForceQuit) {
   EXPECT_EQ(entries[5].representedObject, RepresentedObject(process_));
 }
 
-TEST_F(ProcessItem, SaysAboveQuitWhatRunsBelowIt) {
+TEST_F(ProcessSubmenu, SaysAboveQuitWhatRunsBelowIt) {
   process_.processesBelow = 7;
   EXPECT_THAT(submenuTitles(),
               ElementsAre("1.50 GB · pid 77", "Ollama", "---", "7 other processes run below it",
@@ -152,7 +40,7 @@ TEST_F(ProcessItem, SaysAboveQuitWhatRunsBelowIt) {
   EXPECT_EQ(submenuTitles()[3], "1 other process runs below it");
 }
 
-TEST_F(ProcessItem, OffersNeitherWhenProtected) {
+TEST_F(ProcessSubmenu, OffersNeitherWhenProtected) {
   protect();
   EXPECT_THAT(submenuTitles(),
               ElementsAre("1.50 GB · pid 77", "Ollama · root", "---",
@@ -161,7 +49,7 @@ TEST_F(ProcessItem, OffersNeitherWhenProtected) {
   EXPECT_EQ(submenu()[4].action, Action::showDetails);
 }
 
-TEST_F(ProcessItem, OffersToUnloadEachOfItsLaunchAgentsInOrder) {
+TEST_F(ProcessSubmenu, OffersToUnloadEachOfItsLaunchAgentsInOrder) {
   process_.matchedAgents = {"b.gateway", "a.gateway"};
   const auto entries = submenu();
   ASSERT_EQ(entries.size(), 8U);
@@ -171,7 +59,7 @@ TEST_F(ProcessItem, OffersToUnloadEachOfItsLaunchAgentsInOrder) {
   EXPECT_EQ(entries[7].title, "Unload a.gateway");
 }
 
-TEST_F(ProcessItem, SpeaksOfOneProcessThroughout) {
+TEST_F(ProcessSubmenu, SpeaksOfOneProcessThroughout) {
   process_.matchedAgents = {"gateway"};
   const ProcessReference expected{77, 99};
   EXPECT_EQ(item().process, expected);
@@ -186,7 +74,7 @@ struct DockerRow {
   bool hasItem;
 };
 
-class DockerItem : public ProcessItem, public testing::WithParamInterface<DockerRow> {};
+class DockerItem : public ProcessSubmenu, public testing::WithParamInterface<DockerRow> {};
 
 TEST_P(DockerItem, IsThereForProtectedDockerProcesses) {
   const auto& row = GetParam();
@@ -210,7 +98,7 @@ struct MlxRow {
   bool hasLine;
 };
 
-class MlxLine : public ProcessItem, public testing::WithParamInterface<MlxRow> {};
+class MlxLine : public ProcessSubmenu, public testing::WithParamInterface<MlxRow> {};
 
 TEST_P(MlxLine, StandsAboveForceQuitOfAServer) {
   const MlxRow& row = GetParam();

@@ -1,0 +1,73 @@
+#include <string>
+
+#include "scanner/memory_format.h"
+#include "text/display_line.h"
+#include "ui/family_items.h"
+#include "ui/gpu_lines.h"
+#include "ui/mapped_lines.h"
+#include "ui/menu_builders.h"
+#include "ui/menu_construction.h"
+#include "ui/name_limits.h"
+#include "ui/process_color.h"
+
+namespace MenuConstruction {
+namespace {
+
+using MenuBuilders::named;
+
+/// The texts of a process that others chose, made safe to show.
+struct Words {
+  explicit Words(const VordaProcess& process)
+      : name(text::displayName(process.displayName)),
+        product(text::displayName(process.product)),
+        owner(text::displayName(process.ownerName)) {}
+
+  std::string name;
+  std::string product;
+  std::string owner;
+};
+
+std::string gpuEnding(const VordaProcess& process) {
+  if (!process.gpuMemory) return {};
+  return std::string(MenuBuilders::kSeparator) + "GPU " +
+         MemoryFormat::compact(process.gpuMemory->memMB);
+}
+
+MenuItem processRow(const VordaProcess& process, const Words& words) {
+  return named(process.labRole == LabRole::none ? "" : MenuBuilders::kWorkload,
+               NameLimits::cut(words.name, NameLimits::kProcessName),
+               MenuBuilders::kSeparator + MemoryFormat::compact(process.memMB) +
+                   (process.isProtected ? MenuBuilders::kProtected : "") + gpuEnding(process) +
+                   mappedEnding(process));
+}
+
+std::string processToolTip(const VordaProcess& process, const Words& words,
+                           const FamilyEntries* family) {
+  std::string lines = words.name + "\n" + MemoryFormat::detail(process.memMB) + " · " +
+                      words.product + " · pid " + std::to_string(process.pid) +
+                      "\nOwner: " + words.owner + (process.isProtected ? " (protected)" : "") +
+                      "\nColor matches the pressure strip above.";
+  for (const std::string& line : gpuLines(process)) lines += "\n" + line;
+  for (const std::string& line : explainedMappedLines(process)) lines += "\n" + line;
+  if (const std::string line = leftBehindLine(process); !line.empty()) lines += "\n" + line;
+  if (family != nullptr) lines += "\n" + family->toolTip;
+  return lines;
+}
+
+}  // namespace
+
+MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked,
+                     const FamilyEntries* family) {
+  const Words words(process);
+  MenuItem item = processRow(process, words);
+  item.toolTip = processToolTip(process, words, family);
+  item.dot = ProcessColor::color(process);
+  item.process = ProcessReference{process.pid, process.identity};
+  item.isLeftBehind = !leftBehindLine(process).empty();
+  if (family != nullptr) item.folded = family->folded;
+  item.submenu = processSubmenu(process, asked, family);
+  for (MenuItem& entry : item.submenu) entry.process = item.process;
+  return item;
+}
+
+}  // namespace MenuConstruction
