@@ -74,19 +74,11 @@ std::optional<bool> lists(sd_bus_message* reply, std::string_view icon) {
 }  // namespace
 
 TrayHostWatch::TrayHostWatch(sd_bus* bus, const TrayHostTimes& times)
-    : bus_(bus), times_(times), pause_(times.firstPause) {
+    : bus_(bus), times_(times), registration_(times, [this] { lookSoon(); }) {
   const char* name = nullptr;
   if (sd_bus_get_unique_name(bus, &name) >= 0) icon_ = name;
-  for (QTimer* timer : {&nextLook_, &patience_, &again_}) timer->setSingleShot(true);
+  nextLook_.setSingleShot(true);
   connect(&nextLook_, &QTimer::timeout, this, &TrayHostWatch::look);
-  connect(&patience_, &QTimer::timeout, this, [this] {
-    if (missing_ == Missing::forAMoment) missing_ = Missing::forTooLong;
-    lookSoon();
-  });
-  connect(&again_, &QTimer::timeout, this, [this] {
-    registered_ = false;
-    lookSoon();
-  });
 
   const std::string watcher = std::string("'") + kWatcher + "'";
   addMatch(watcherMatch_,
@@ -147,12 +139,7 @@ int TrayHostWatch::watcherSignalled(sd_bus_message* message, void* self, sd_bus_
 
 void TrayHostWatch::forgetIcon() {
   hostsHaveNames_ = false;
-  registered_ = false;
-  listed_ = false;
-  missing_ = Missing::no;
-  pause_ = times_.firstPause;
-  patience_.stop();
-  again_.stop();
+  registration_.forget();
 }
 
 void TrayHostWatch::lookSoon() {
@@ -250,7 +237,7 @@ void TrayHostWatch::hostIsGone() {
 
 /// There is a host: sees to it that it has the icon.
 void TrayHostWatch::seeToIcon() {
-  if (registered_) {
+  if (registration_.isRegistered()) {
     ask("RegisteredStatusNotifierItems", &TrayHostWatch::itemsAnswered);
   } else {
     askForOwner(kGnomeShell, &TrayHostWatch::shellAnswered);
@@ -290,20 +277,15 @@ void TrayHostWatch::registerIcon() {
 }
 
 int TrayHostWatch::iconRegistered(sd_bus_message* reply, void* self, sd_bus_error*) {
-  watch(self)->registered_ = !isError(reply);
-  if (!watch(self)->registered_) {
+  TrayRegistration& registration = watch(self)->registration_;
+  if (isError(reply)) {
+    registration.refused();
     watch(self)->settle(false);
-    watch(self)->registerAgainLater();
     watch(self)->finishLook();
     return 0;
   }
-  // The watcher may list the icon a little later: allow it the usual time, and look again
-  // afterwards.
-  if (watch(self)->missing_ == Missing::no) {
-    watch(self)->missing_ = Missing::forAMoment;
-    watch(self)->patience_.start(watch(self)->times_.patience);
-  }
-  if (watch(self)->missing_ == Missing::forAMoment) watch(self)->settle(true);
+  registration.accepted();
+  if (!registration.isOverdue()) watch(self)->settle(true);
   watch(self)->ask("RegisteredStatusNotifierItems", &TrayHostWatch::itemsAnswered);
   return 0;
 }
@@ -320,28 +302,13 @@ int TrayHostWatch::itemsAnswered(sd_bus_message* reply, void* self, sd_bus_error
 }
 
 void TrayHostWatch::iconIsListed() {
-  if (!listed_) sinceListed_.start();
-  listed_ = true;
-  missing_ = Missing::no;
-  again_.stop();
+  registration_.listed();
   settle(true);
 }
 
 void TrayHostWatch::iconIsMissing() {
-  if (listed_ && sinceListed_.elapsed() >= times_.longestPause) pause_ = times_.firstPause;
-  listed_ = false;
-  if (missing_ == Missing::no) {
-    missing_ = Missing::forAMoment;
-    patience_.start(times_.patience);
-  }
-  if (missing_ == Missing::forTooLong) settle(false);
-  registerAgainLater();
-}
-
-void TrayHostWatch::registerAgainLater() {
-  if (again_.isActive()) return;
-  again_.start(pause_);
-  pause_ = std::min(2 * pause_, times_.longestPause);
+  registration_.missing();
+  if (registration_.isOverdue()) settle(false);
 }
 
 void TrayHostWatch::settle(bool shown) {

@@ -5,16 +5,9 @@
 #include <QTimer>
 #include <string>
 
+#include "frontends/qt/bus/tray_registration.h"
 #include "frontends/qt/tray_host_kind.h"
 #include "platform/linux/sd_bus_ptr.h"
-
-/// What a TrayHostWatch waits for, in milliseconds.
-struct TrayHostTimes {
-  int betweenLooks = 100;
-  int patience = 3000;       ///< how long the icon may be missing from the list
-  int firstPause = 250;      ///< before an icon that was dropped is registered again
-  int longestPause = 30000;  ///< the pause doubles up to this
-};
 
 /// Watches for a host that shows tray icons: there is one while a StatusNotifierWatcher says that
 /// a host is registered with it, and some host has a bus name, where hosts have names: Plasma's
@@ -46,7 +39,6 @@ class TrayHostWatch : public QObject {
   void watcherChanged();
 
  private:
-  enum class Missing { no, forAMoment, forTooLong };
   using Handler = int (*)(sd_bus_message* reply, void* self, sd_bus_error*);
 
   void addMatch(BusSlot& slot, const std::string& rule, Handler handler);
@@ -62,7 +54,6 @@ class TrayHostWatch : public QObject {
   void registerIcon();
   void iconIsListed();
   void iconIsMissing();
-  void registerAgainLater();
   void sent(int result, sd_bus_slot* question);
   void finishLook();
   void settle(bool shown);
@@ -86,10 +77,6 @@ class TrayHostWatch : public QObject {
   bool hostsHaveNames_ = false;  // those of the present watcher
   bool hostShowsIcon_ = false;
   bool decided_ = false;
-  bool registered_ = false;  // with the present watcher
-  bool listed_ = false;      // by the watcher, when it was asked last
-  Missing missing_ = Missing::no;
-  int pause_;
 
   BusSlot watcherMatch_;
   BusSlot hostMatch_;
@@ -97,8 +84,6 @@ class TrayHostWatch : public QObject {
   BusSlot question_;        // the call that has not been answered yet
   bool lookAgain_ = false;  // once the question is answered
   QElapsedTimer sinceLook_;
-  QElapsedTimer sinceListed_;
   QTimer nextLook_;
-  QTimer patience_;
-  QTimer again_;
+  TrayRegistration registration_;
 };
