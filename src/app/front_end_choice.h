@@ -1,19 +1,13 @@
 #pragma once
 
+#include "app/surroundings.h"
+
 /// Which front end the program shows when no option asks for one: it depends on where the program
 /// was started.
 enum class FrontEndKind {
   text,      ///< the menu once, as plain text
   terminal,  ///< the full-screen menu in a terminal
   tray,      ///< the icon on a desktop
-};
-
-/// Where the program was started.
-struct Surroundings {
-  bool onTerminal = false;  ///< standard input and output are a terminal
-  bool overSsh = false;     ///< the terminal is on another machine
-  bool intoPipe = false;    ///< standard output is a pipe
-  bool hasDisplay = false;  ///< there is an X11 or Wayland display to show a window on
 };
 
 /// A pipe gets text, whatever display there is; a terminal over ssh, or one without a display, the

@@ -1,14 +1,11 @@
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cstdio>
-#include <cstdlib>
 #include <span>
 #include <string>
 
 #include "app/branding.h"
 #include "app/front_end_choice.h"
 #include "app/program_options.h"
+#include "app/surroundings.h"
 #include "app/tray_program.h"
 #include "frontends/terminal/character_set.h"
 #include "frontends/terminal/run_terminal.h"
@@ -21,23 +18,6 @@ namespace {
 
 constexpr int kNothingToShow = 1;
 constexpr int kWrongUse = 2;
-
-bool isSet(const char* variable) {
-  const char* value = std::getenv(variable);
-  return value != nullptr && *value != '\0';
-}
-
-bool isPipe(int descriptor) {
-  struct stat status {};
-  return fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
-}
-
-Surroundings lookAround() {
-  return {.onTerminal = isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1,
-          .overSsh = isSet("SSH_CONNECTION") || isSet("SSH_TTY"),
-          .intoPipe = isPipe(STDOUT_FILENO),
-          .hasDisplay = isSet("WAYLAND_DISPLAY") || isSet("DISPLAY")};
-}
 
 /// Becomes the tray's program if the surroundings ask for it; returns only if they do not, or if
 /// that fails.

@@ -7,8 +7,5 @@ const char* const kLaunchctl = Stage::launchctlPath();
 const char* const kMachineLaunchAgents = Stage::machineLaunchAgentsPath();
 const char* const kActivityMonitor = "/System/Applications/Utilities/Activity Monitor.app";
 const char* const kDockerDesktop = Stage::dockerPath();
-// Longer than anything takes, however busy the machine is.
-const std::chrono::milliseconds kListLimit{60'000};
-const std::chrono::milliseconds kActionLimit{60'000};
 
 }  // namespace platform::Places

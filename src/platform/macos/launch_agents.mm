@@ -7,6 +7,7 @@
 #include "platform/macos/launch_agent_file.h"
 #include "platform/macos/launchctl_attempts.h"
 #include "platform/macos/launchctl_inquiry.h"
+#include "platform/macos/launchctl_limits.h"
 #include "platform/macos/places.h"
 
 namespace platform {
@@ -58,12 +59,12 @@ std::span<const LaunchAgentFile> launchAgentFiles() {
 
 const LaunchAgentAnswer* loadedLaunchAgents(std::span<const LaunchAgentFile>) {
   static std::optional<LaunchAgentAnswer> answer;
-  answer = inquiry().ask(Places::kListLimit);
+  answer = inquiry().ask(LaunchctlLimits::kList);
   return answer ? &*answer : nullptr;
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path) {
-  return stopAttempts(label, path, Places::kActionLimit);
+  return stopAttempts(label, path, LaunchctlLimits::kAction);
 }
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path,
@@ -74,7 +75,7 @@ std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::st
 }
 
 std::vector<ServiceAttempt> startAttempts(const std::string&, const std::string& path) {
-  return startAttempts(path, Places::kActionLimit);
+  return startAttempts(path, LaunchctlLimits::kAction);
 }
 
 std::vector<ServiceAttempt> startAttempts(const std::string& path,
