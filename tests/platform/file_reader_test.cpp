@@ -6,7 +6,6 @@
 
 #include <string>
 
-#include "platform/linux/file_descriptor.h"
 #include "tools/temp_folder.h"
 
 namespace {

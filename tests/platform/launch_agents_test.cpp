@@ -10,7 +10,7 @@
 #include <chrono>
 #include <thread>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/file_reader.h"
 #include "platform/linux/loaded_launch_agents.h"
 #include "platform/linux/service_operation.h"
 #include "platform/processes.h"

@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "platform/linux/file_descriptor.h"
-
 namespace platform {
 namespace {
 

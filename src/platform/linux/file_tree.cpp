@@ -7,7 +7,6 @@
 #include <charconv>
 #include <memory>
 
-#include "platform/linux/file_descriptor.h"
 #include "platform/linux/file_reader.h"
 #include "platform/linux/trimmed.h"
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/file_reader.h"
 #include "platform/linux/gpu_answer.h"
 
 namespace platform {

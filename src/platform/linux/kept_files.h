@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/file_descriptor.h"
 #include "platform/linux/file_reader.h"
 #include "platform/linux/procfs.h"
 

@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include "platform/linux/drm_cards.h"
-#include "platform/linux/file_descriptor.h"
 #include "platform/linux/file_reader.h"
 #include "text/path.h"
 

@@ -7,7 +7,7 @@
 
 #include <cerrno>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/file_reader.h"
 #include "platform/processes.h"
 #include "platform/signals.h"
 #include "text/hash_combine.h"

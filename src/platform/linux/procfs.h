@@ -8,7 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/file_descriptor.h"
 #include "platform/linux/file_reader.h"
 
 namespace platform {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/file_reader.h"
 
 namespace platform {
 
