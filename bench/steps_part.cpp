@@ -12,6 +12,7 @@
 #include "scanner/fixed_rules/rules.h"
 #include "scanner/process_scanner.h"
 #include "scanner/repeated_scan.h"
+#include "scanner/scan_order.h"
 #include "text/path.h"
 #include "text/unicode.h"
 #include "tools/allocation_counter.h"

@@ -4,7 +4,7 @@
 #include <string_view>
 
 /// What an AI workload does. The values index tables in this order; the scan sorts in another one
-/// (repeated_scan.h).
+/// (scan_order.h).
 enum class LabRole {
   inference,  ///< a model server or local inference runtime
   training,   ///< a training or fine-tuning job

@@ -1,4 +1,4 @@
-#include "scanner/process_sampling.h"
+#include "scanner/owner_names.h"
 
 #include <algorithm>
 
@@ -6,28 +6,17 @@
 
 namespace ProcessScanner {
 
-void ProcessSampler::beginScan() {
+void OwnerNames::beginScan() {
   constexpr int kScansInAMinute = 12;
-  if (++scansWithNames_ < kScansInAMinute) return;
-  scansWithNames_ = 0;
-  ownerNames_.clear();
+  if (++scans_ < kScansInAMinute) return;
+  scans_ = 0;
+  names_.clear();
 }
 
-bool ProcessSampler::look(std::int32_t pid) {
-  pid_ = pid;
-  return platform::lookAtProcess(pid, facts_);
-}
-
-double ProcessSampler::physicalFootprintMB() const {
-  constexpr double kBytesPerMB = 1048576;
-  return static_cast<double>(platform::physicalFootprint(pid_).value_or(0)) / kBytesPerMB;
-}
-
-const std::string& ProcessSampler::ownerName() {
-  const auto owner =
-      std::ranges::find(ownerNames_, uid(), [](const auto& one) { return one.first; });
-  if (owner != ownerNames_.end()) return owner->second;
-  return ownerNames_.emplace_back(uid(), platform::nameOfUser(uid())).second;
+const std::string& OwnerNames::of(std::uint32_t uid) {
+  const auto owner = std::ranges::find(names_, uid, [](const auto& one) { return one.first; });
+  if (owner != names_.end()) return owner->second;
+  return names_.emplace_back(uid, platform::nameOfUser(uid)).second;
 }
 
 }  // namespace ProcessScanner

@@ -2,17 +2,16 @@
 
 #include <algorithm>
 #include <memory>
-#include <numeric>
 #include <optional>
 #include <utility>
 
 #include "launch_agents/launch_agent_scanner.h"
-#include "platform/processes.h"
 #include "platform/users.h"
 #include "scanner/credentials/credential_mask.h"
 #include "scanner/family_borders.h"
 #include "scanner/fixed_rules/rules.h"
 #include "scanner/process_scanner.h"
+#include "scanner/scan_order.h"
 #include "scanner/waiting_launchers.h"
 #include "text/path.h"
 #include "text/unicode.h"
@@ -30,6 +29,12 @@ constexpr std::size_t kLongestStoredLine = 8 << 10;
 
 std::string stored(std::string_view commandLine) {
   return std::string(text::withinBytes(commandLine, kLongestStoredLine));
+}
+
+/// In MiB; 0 when unreadable.
+double footprintMB(std::int32_t pid) {
+  constexpr double kBytesPerMB = 1048576;
+  return static_cast<double>(platform::physicalFootprint(pid).value_or(0)) / kBytesPerMB;
 }
 
 /// Strings that are there already are used again.
@@ -77,50 +82,7 @@ void nameMappedModel(VordaProcess& row) {
   row.displayName.replace(begin, end - begin, ": " + basenameModel(file));
 }
 
-/// Training comes first: this is not the order in which the roles are declared.
-int rank(LabRole role) {
-  switch (role) {
-    case LabRole::training:
-      return 0;
-    case LabRole::inference:
-      return 1;
-    case LabRole::agent:
-      return 2;
-    case LabRole::none:
-      break;
-  }
-  return 3;
-}
-
 }  // namespace
-
-void sortByRoleAndMemory(std::vector<VordaProcess>& processes) {
-  std::vector<std::size_t> order;
-  sortByRoleAndMemory(processes, order);
-}
-
-// std::stable_sort would take memory for as many processes once more.
-void sortByRoleAndMemory(std::vector<VordaProcess>& processes, std::vector<std::size_t>& order) {
-  order.resize(processes.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::ranges::sort(order, [&processes](std::size_t first, std::size_t second) {
-    const VordaProcess& a = processes[first];
-    const VordaProcess& b = processes[second];
-    if (a.labRole != b.labRole) return rank(a.labRole) < rank(b.labRole);
-    if (a.memMB != b.memMB) return a.memMB > b.memMB;
-    return first < second;
-  });
-  // order[place] is who belongs there: each circle of those that change places goes round once.
-  for (std::size_t start = 0; start < order.size(); ++start) {
-    std::size_t place = start;
-    while (order[place] != start) {
-      const std::size_t from = std::exchange(order[place], place);
-      std::swap(processes[place], processes[from]);
-      place = from;
-    }
-    order[place] = place;
-  }
-}
 
 std::vector<VordaProcess> scan(double minMemMB) {
   return scan(minMemMB, LaunchAgentScanner::scan());
@@ -138,26 +100,27 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
                         std::span<const std::int32_t> alsoPids) {
   const std::int32_t ownPid = platform::ownPid();
   ownUid_ = platform::ownUid();
-  sampler_.beginScan();
+  ownerNames_.beginScan();
   tree_.clear();
   known_.begin(processes);
   waiting_.clear();
   known_.giveBack(unlisted_);
   families_.begin(ownPid);
   for (const std::int32_t pid : platform::allPids()) {
-    if (pid < 1 || !sampler_.look(pid)) continue;
+    if (pid < 1 || !platform::lookAtProcess(pid, facts_)) continue;
     KnownProcess& process = known_.of(pid);
     process.isFilled = false;
     isRead_ = false;
     memMB_.reset();
-    const auto fingerprint = sampler_.fingerprint();
+    const auto fingerprint = facts_.fingerprint;
     if ((!fingerprint || process.fingerprint != fingerprint) && !learn(process)) continue;
-    tree_.add(pid, sampler_.parent());
-    families_.add({pid, sampler_.parent(), sampler_.session(), sampler_.startTime(), process.role,
+    tree_.add(pid, facts_.parent);
+    families_.add({pid, facts_.parent, facts_.session, facts_.startTime, process.role,
                    process.isFamilyBorder});
     const bool isWanted = std::binary_search(alsoPids.begin(), alsoPids.end(), pid);
     const double leastMB = isWanted ? 0 : minMemMB;
-    const bool isListed = pid != ownPid && this->isListed(process, leastMB) && sampler_.confirm();
+    const bool isListed = pid != ownPid && this->isListed(process, leastMB) &&
+                          platform::confirmProcess(process.pid, facts_);
     if (!isListed) {
       // Who was a member the last time is one still, mostly: so it needs no second look.
       const bool wasMember = std::exchange(process.isUnlistedMember, false);
@@ -226,38 +189,38 @@ void RepeatedScan::findUnlistedMembers(std::span<const VordaLaunchAgent> launchA
 /// somebody else's, or gone.
 bool RepeatedScan::fillMember(KnownProcess& process,
                               std::span<const VordaLaunchAgent> launchAgents) {
-  if (isRead_ || !process.row.isHere() || process.isExcluded || sampler_.uid() != ownUid_) {
+  if (isRead_ || !process.row.isHere() || process.isExcluded || uid() != ownUid_) {
     return false;
   }
-  if (!memMB_) memMB_ = sampler_.physicalFootprintMB();
-  if (!sampler_.confirm()) return false;
+  if (!memMB_) memMB_ = footprintMB(process.pid);
+  if (!platform::confirmProcess(process.pid, facts_)) return false;
   fillRow(process, launchAgents);
   return true;
 }
 
 /// False when it is somebody else's, or gone.
 bool RepeatedScan::lookAtMember(KnownProcess& process) {
-  if (!sampler_.look(process.pid)) return false;
+  if (!platform::lookAtProcess(process.pid, facts_)) return false;
   isRead_ = false;
-  const auto fingerprint = sampler_.fingerprint();
+  const auto fingerprint = facts_.fingerprint;
   if ((!fingerprint || process.fingerprint != fingerprint) && !learn(process)) return false;
-  if (process.isExcluded || sampler_.uid() != ownUid_) return false;
-  memMB_ = sampler_.physicalFootprintMB();
+  if (process.isExcluded || uid() != ownUid_) return false;
+  memMB_ = footprintMB(process.pid);
   if (!isRead_ && !process.row.isHere() && !learn(process)) return false;
-  return sampler_.confirm();
+  return platform::confirmProcess(process.pid, facts_);
 }
 
 /// Finds everything out anew. False when there is nothing to show.
 bool RepeatedScan::learn(KnownProcess& process) {
   process.forget();
-  if (!sampler_.read()) return false;
+  if (!platform::readCommandLine(facts_)) return false;
   isRead_ = true;
-  process.fingerprint = sampler_.fingerprint();
-  process.executable = sampler_.executable();
-  process.isExcluded = isExcludedName(sampler_.name());
-  process.isFamilyBorder = isFamilyBorder(sampler_.name(), sampler_.arguments());
-  line_.read(sampler_.arguments(), sampler_.commandLine());
-  verdict_ = verdictAs(sampler_.name(), line_);
+  process.fingerprint = facts_.fingerprint;
+  process.executable = facts_.executable;
+  process.isExcluded = isExcludedName(facts_.name);
+  process.isFamilyBorder = isFamilyBorder(facts_.name, facts_.arguments);
+  line_.read(facts_.arguments, facts_.commandLine);
+  verdict_ = verdictAs(facts_.name, line_);
   process.role = verdict_.role;
   process.waits = verdict_.waits && verdict_.role != LabRole::none;
   if (process.waits || !verdict_.blob.empty()) {
@@ -265,7 +228,7 @@ bool RepeatedScan::learn(KnownProcess& process) {
   }
   process.dependsOnExecutable =
       process.executable &&
-      (process.isExcluded || process.role != LabRole::none || !isOrdinaryAnyway(sampler_.title()));
+      (process.isExcluded || process.role != LabRole::none || !isOrdinaryAnyway(facts_.title));
   return true;
 }
 
@@ -287,7 +250,7 @@ bool RepeatedScan::isOrdinaryAnyway(std::string_view title) {
   if (title.empty()) return false;  // the executable has more to say
   const auto isOrdinary = [this](std::string_view joined) {
     // One of the two has been looked at already: the one that the arguments were read as.
-    if (std::ranges::equal(words_, sampler_.arguments())) return true;
+    if (std::ranges::equal(words_, facts_.arguments)) return true;
     const std::string_view name = text::lastPathComponent(words_.front());
     otherLine_.read(words_, joined);
     return !isExcludedName(name) && verdictAs(name, otherLine_).role == LabRole::none;
@@ -318,8 +281,8 @@ bool RepeatedScan::isListed(KnownProcess& process, double minMemMB) {
     return false;
   }
   if (process.isExcluded) return false;
-  if (process.role == LabRole::none && sampler_.uid() != ownUid_) return false;
-  if (!memMB_) memMB_ = sampler_.physicalFootprintMB();
+  if (process.role == LabRole::none && uid() != ownUid_) return false;
+  if (!memMB_) memMB_ = footprintMB(process.pid);
   if (process.role == LabRole::none && *memMB_ < minMemMB) return false;
   // Of what is listed the name is shown, in which the executable always has its say.
   const bool isNew =
@@ -329,30 +292,30 @@ bool RepeatedScan::isListed(KnownProcess& process, double minMemMB) {
 }
 
 void RepeatedScan::makeRow(KnownProcess& process) {
-  auto shown = CredentialMask::shown(sampler_.arguments(), sampler_.commandLine());
+  auto shown = CredentialMask::shown(facts_.arguments, facts_.commandLine);
   std::optional<FriendlyName> name = std::move(verdict_.name);
   if (shown.arguments) {
     // The name is made of what may be shown.
     const auto arguments = viewsOf(*shown.arguments);
-    auto verdict = recognition::verdictOn(exeOf(sampler_.name()), arguments, verdict_.byRules);
+    auto verdict = recognition::verdictOn(exeOf(facts_.name), arguments, verdict_.byRules);
     name = verdict.role == process.role ? std::move(verdict.name) : std::nullopt;
     if (!name) name = friendlyName(*shown.arguments, process.role, {});
   } else if (!name) {
-    name = nameOf(line_, process.role, CredentialMask::maskedLine(sampler_.name()));
+    name = nameOf(line_, process.role, CredentialMask::maskedLine(facts_.name));
   }
-  if (process.waits) process.otherName->ofLauncher = launcherName(sampler_.arguments());
+  if (process.waits) process.otherName->ofLauncher = launcherName(facts_.arguments);
   process.row.make(
       {.displayName = std::move(name->displayName),
        .product = std::move(name->product),
        .commandLine = stored(shown.commandLine),
        .labRole = process.role,
-       .isCommandLineCut = sampler_.isCut() || shown.commandLine.size() > kLongestStoredLine});
+       .isCommandLineCut = facts_.isCut || shown.commandLine.size() > kLongestStoredLine});
 }
 
 /// Ollama's runners are called after their model, as soon as a manifest tells which it is.
 void RepeatedScan::nameModel(KnownProcess& process) {
   if (!process.otherName || process.otherName->blob.empty()) return;
-  const auto model = ollama_.nameOf(process.otherName->blob, sampler_.uid());
+  const auto model = ollama_.nameOf(process.otherName->blob, uid());
   if (!model) return;
   process.row->displayName = "Ollama: " + basenameModel(*model);
   process.otherName->blob.clear();
@@ -364,11 +327,11 @@ void RepeatedScan::fillRow(KnownProcess& process, std::span<const VordaLaunchAge
   VordaProcess& row = *process.row;
   row.pid = process.pid;
   row.memMB = *memMB_;
-  setLabels(row.matchedAgents, launchAgents, process.pid, sampler_.startTime());
-  row.isProtected = sampler_.uid() != ownUid_;
-  row.ownerName = sampler_.ownerName();
-  row.identity = sampler_.identity();
-  row.startTime = sampler_.startTime();
+  setLabels(row.matchedAgents, launchAgents, process.pid, facts_.startTime);
+  row.isProtected = uid() != ownUid_;
+  row.ownerName = ownerNames_.of(uid());
+  row.identity = facts_.identity;
+  row.startTime = facts_.startTime;
   if (process.waits) giveRole(process);
   sampleMapped(process.pid, row.memMB, !row.isProtected, process.mappedFiles, row.mapped);
   nameMappedModel(row);

@@ -9,10 +9,11 @@
 #include <vector>
 
 #include "launch_agents/vorda_launch_agent.h"
+#include "platform/processes.h"
 #include "scanner/families.h"
 #include "scanner/fixed_rules/command_line.h"
 #include "scanner/known_processes.h"
-#include "scanner/process_sampling.h"
+#include "scanner/owner_names.h"
 #include "scanner/process_tree.h"
 #include "scanner/recognition/ollama_models.h"
 #include "scanner/recognition/verdict.h"
@@ -20,13 +21,6 @@
 #include "scanner/waiting_launchers.h"
 
 namespace ProcessScanner {
-
-/// The order of a scan: training first, then inference, agent, none; larger first within a role;
-/// equals stay as they are. `order`: a buffer that keeps its capacity from one call to the next.
-///@{
-void sortByRoleAndMemory(std::vector<VordaProcess>& processes);
-void sortByRoleAndMemory(std::vector<VordaProcess>& processes, std::vector<std::size_t>& order);
-///@}
 
 /// Scans again and again. What it tells is what ProcessScanner::scan tells at that moment; but it
 /// keeps what it has found out about each process, and looks only at what is new. Where nothing
@@ -44,6 +38,8 @@ class RepeatedScan {
   static constexpr std::size_t kMostUnlistedMembers = 512;
 
  private:
+  /// An unknown owner counts as the superuser.
+  std::uint32_t uid() const { return facts_.effectiveUid.value_or(0); }
   bool learn(KnownProcess& process);
   recognition::Verdict verdictAs(std::string_view name, const CommandLine& line);
   std::string_view exeOf(std::string_view name);
@@ -60,7 +56,7 @@ class RepeatedScan {
   void leaveRolesToChildren(std::vector<VordaProcess>& processes, double minMemMB);
 
   std::uint32_t ownUid_ = 0;
-  ProcessSampler sampler_;
+  OwnerNames ownerNames_;
   KnownProcesses known_;
   ProcessTree tree_;
   recognition::OllamaModels ollama_;
@@ -70,6 +66,7 @@ class RepeatedScan {
   std::vector<VordaProcess> unlisted_;
 
   // Of the process that is being looked at.
+  platform::ProcessFacts facts_;
   bool isRead_ = false;  ///< its command line, into `line_`
   CommandLine line_;
   recognition::Verdict verdict_;  ///< on that
