@@ -11,8 +11,7 @@
 #include "text/unicode.h"
 #include "ui/family_items.h"
 #include "ui/family_view.h"
-#include "ui/gpu_lines.h"
-#include "ui/mapped_lines.h"
+#include "ui/memory_lines.h"
 #include "ui/name_limits.h"
 
 std::vector<std::string> Alert::shownButtons() const {

@@ -6,8 +6,7 @@
 #include "text/display_line.h"
 #include "text/unicode.h"
 #include "ui/family_items.h"
-#include "ui/gpu_lines.h"
-#include "ui/mapped_lines.h"
+#include "ui/memory_lines.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
 

@@ -8,7 +8,7 @@
 #include "frontends/text/menu_text.h"
 #include "ui/alerts.h"
 #include "ui/controller_test.h"
-#include "ui/gpu_lines.h"
+#include "ui/memory_lines.h"
 #include "ui/short_menu.h"
 #include "ui/strip_text.h"
 

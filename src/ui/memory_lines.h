@@ -5,6 +5,12 @@
 
 #include "scanner/vorda_process.h"
 
+// What is said of a process's memory beside its own footprint.
+
+/// What a process holds of graphics cards' memory, in words: "GPU memory: 36.10 GB on NVIDIA H100",
+/// a line for each card, of at most eight; empty where it holds none, or that isn't known.
+std::vector<std::string> gpuLines(const VordaProcess& process);
+
 /// What a process has mapped and shares, in words: "Mapped: 1.5 GB", "Shared: 1.0 GB"; empty where
 /// that is not worth a word.
 std::vector<std::string> mappedLines(const VordaProcess& process);
