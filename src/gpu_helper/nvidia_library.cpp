@@ -94,7 +94,7 @@ GpuAnswer NvidiaLibrary::ask() {
   return answer;
 }
 
-/// None when it doesn't tell how much memory it has.
+/// The card's id, name and capacity; none when it doesn't tell how much memory it has.
 std::optional<GpuDevice> NvidiaLibrary::card(nvml::Device device, std::uint32_t index) const {
   GpuDevice card{.id = "nvidia" + std::to_string(index)};
   nvml::PciInfo place = {};
@@ -111,7 +111,7 @@ std::optional<GpuDevice> NvidiaLibrary::card(nvml::Device device, std::uint32_t 
   nvml::Status status = nvml::kNotSupported;
   card.capacity = capacity(device, status);
   if (card.capacity || status == nvml::kSuccess || status == nvml::kNotSupported) return card;
-  // Of a card that is divided only its parts may tell.
+  // Where a card is divided (MIG), only its parts may tell: their capacities are added up.
   GpuCapacity sum;
   for (const nvml::Device part : parts(device)) {
     if (const auto one = capacity(part, status)) {

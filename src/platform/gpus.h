@@ -47,12 +47,12 @@ struct GpuReading {
   std::vector<GpuUse> uses;        ///< by pid, then device; one of each process and device
 };
 
-/// Who wants to know.
+/// What the caller wants of the cards.
 struct GpuQuestion {
   /// Somebody looks at the answer now: it may be 5 seconds old, else 10.
   bool isWatched = false;
-  /// Of which processes it is wanted most. Where it has to be asked of one process after the
-  /// other, it is asked of these alone; without any it is not asked.
+  /// The processes that matter most. Where processes have to be asked one after the other, only
+  /// these are; without any, none is.
   std::span<const std::int32_t> pids = {};
 };
 

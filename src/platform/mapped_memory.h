@@ -18,8 +18,8 @@ struct SharedMemory {
 /// Less than this is not worth a look.
 inline constexpr std::uint64_t kLeastSharedBytes = 256 << 20;
 
-/// Of the process whose physicalFootprint was asked last; none when each is less than
-/// kLeastSharedBytes, or that can't be told. Costs a read only where there is so much.
+/// What the process shares whose physicalFootprint was asked last; none when both figures are below
+/// kLeastSharedBytes, or can't be told. Reads a file only where there is that much.
 std::optional<SharedMemory> sharedMemory(std::int32_t pid);
 
 /// A file that a process has mapped.
@@ -34,9 +34,9 @@ struct MappedFile {
 /// empty when that can't be read.
 std::vector<MappedFile> mappedFiles(std::int32_t pid, std::size_t most);
 
-/// Of each of some processes its fair share of all memory: what it shares with others counts in
-/// parts. In bytes; none for one with more than kMostSharedOut resident, and for one that can't be
-/// read.
+/// The fair share of memory of each of several processes, in bytes: what a process shares with
+/// others is divided among them. None for one with more than kMostSharedOut resident, and for one
+/// that can't be read.
 using FairShares = std::vector<std::optional<std::uint64_t>>;
 inline constexpr std::uint64_t kMostSharedOut = 16ULL << 30;
 

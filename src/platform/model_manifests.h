@@ -22,10 +22,10 @@ struct ModelManifest {
 /// kLongestModelManifest long; of more than kMostModelManifests some. All of it UTF-8. No link is
 /// followed below `modelFolder`. Empty where there are none.
 ///
-/// Whoever names the folder may have it on a file system that does not answer. None: it has not
-/// answered yet, within 50 ms, or at once while it is waited for already or another one does not
-/// answer either. The reading goes on meanwhile, a few at a time; who asks again for the same
-/// folder and owner is told what it found.
+/// The folder may be on a file system that does not answer, so 50 ms are waited at most, and not at
+/// all while this folder or another one has failed to answer in time. None: it has not been read
+/// yet. The reading goes on in the background, a few folders at a time, and a later call for the
+/// same folder and owner returns what it found.
 std::optional<std::vector<ModelManifest>> readModelManifests(const std::string& modelFolder,
                                                              std::uint32_t owner);
 

@@ -31,7 +31,8 @@ std::vector<GpuCard> cardsOf(const platform::GpuReading& reading) {
   return cards;
 }
 
-/// None when it holds nothing, or what was said is about an earlier process with its pid.
+/// What the process holds of the cards' memory; none when that is nothing, or when the reading is
+/// older than the process and so about an earlier one with the same pid.
 std::optional<GpuMemory> memoryOf(const VordaProcess& process,
                                   const platform::GpuReading& reading) {
   const auto [first, last] = std::equal_range(

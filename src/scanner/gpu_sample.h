@@ -21,7 +21,7 @@ struct GpuCard {
 /// What the graphics cards hold, and for whom.
 struct GpuSample {
   std::vector<GpuCard> cards;  ///< those of which it is known how much memory they have
-  /// Who holds most, that first: AI workloads, and the user's own processes from
+  /// The largest holders first: AI workloads, and the user's own processes from
   /// GpuSampling::kMinMemMB on; at most GpuSampling::kMost. Copies: some are in no other list.
   std::vector<VordaProcess> processes;
   /// Ordinary processes that were scanned for their cards' memory alone; the largest first.
@@ -31,7 +31,7 @@ struct GpuSample {
 /// Finds out what graphics cards hold. Does not wait for their drivers.
 namespace GpuSampling {
 
-/// From so much of cards' memory on an ordinary process is of interest, in MiB.
+/// An ordinary process is of interest if it holds at least this much of the cards' memory, in MiB.
 inline constexpr double kMinMemMB = 50;
 inline constexpr std::size_t kMost = 8;
 

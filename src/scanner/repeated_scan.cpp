@@ -122,7 +122,7 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
     const bool isListed = pid != ownPid && this->isListed(process, leastMB) &&
                           platform::confirmProcess(process.pid, facts_);
     if (!isListed) {
-      // Who was a member the last time is one still, mostly: so it needs no second look.
+      // A member of the last scan mostly is one still: filled now, it needs no second look later.
       const bool wasMember = std::exchange(process.isUnlistedMember, false);
       process.isFilled = wasMember && fillMember(process, launchAgents);
       if (!wasMember) process.row.drop();
@@ -284,7 +284,8 @@ bool RepeatedScan::isListed(KnownProcess& process, double minMemMB) {
   if (process.role == LabRole::none && uid() != ownUid_) return false;
   if (!memMB_) memMB_ = footprintMB(process.pid);
   if (process.role == LabRole::none && *memMB_ < minMemMB) return false;
-  // Of what is listed the name is shown, in which the executable always has its say.
+  // A listed process shows its name, and that may depend on the executable even where the role
+  // does not: another executable means that its row has to be made anew.
   const bool isNew =
       !process.row.isHere() || (!process.dependsOnExecutable && hasOtherExecutable());
   if (!isRead_ && isNew) return learn(process) && isListed(process, minMemMB);
@@ -337,8 +338,8 @@ void RepeatedScan::fillRow(KnownProcess& process, std::span<const VordaLaunchAge
   nameMappedModel(row);
 }
 
-/// Of a launcher and the program that it waits for one has the role: the launcher only while no
-/// process below it has. Without it, it is listed as any other process.
+/// Takes the role from launchers whose started program has it too, so that only one of the two
+/// counts as the workload. A launcher without a role is listed as any other process.
 void RepeatedScan::leaveRolesToChildren(std::vector<VordaProcess>& processes, double minMemMB) {
   for (const std::int32_t pid : launchers_.ofOthers(processes, waiting_, tree_)) {
     const auto row = std::ranges::find(processes, pid, &VordaProcess::pid);

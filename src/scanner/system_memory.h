@@ -14,7 +14,8 @@ struct Snapshot {
   bool isLimit = false;
   std::optional<double> availableGB = {};  ///< still to be had; none where the system doesn't tell
   std::optional<double> swappedGB = {};    ///< swap in use; none where the system doesn't tell
-  /// None where the system doesn't tell. Of a limit: of those that it holds, else of the machine.
+  /// How long processes wait for memory: those under the limit where there is one, else all of the
+  /// machine's. None where the system doesn't tell.
   std::optional<platform::MemoryStalls> stalls = {};
 };
 

@@ -27,7 +27,7 @@ class FairShareInquiry {
   /// Calls `tell` once, later, unless nothing can be told at all.
   void ask(std::vector<ProcessReference> processes, Tell tell);
 
-  /// Nobody wants to know any more.
+  /// Drops the question: `tell` will not be called.
   void forget();
 
  private:

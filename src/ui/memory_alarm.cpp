@@ -56,7 +56,7 @@ void MemoryAlarm::followTrend(const Look& look) {
 void MemoryAlarm::followStalls(const Look& look) {
   const bool isMuch =
       look.stalls && (look.stalls->some >= kManyStalls || look.stalls->full >= kManyFullStalls);
-  // Nobody knows what was meanwhile, as after a night's sleep.
+  // After a long gap, such as a night's sleep, an earlier look says nothing of the time between.
   const bool isNew = !stallsAskedAt_ || look.time - *stallsAskedAt_ > kSoon;
   if (!isMuch) {
     stalledSince_.reset();

@@ -50,16 +50,16 @@ class MemoryAlarm {
     std::optional<platform::MemoryStalls> stalls = {};
   };
 
-  /// To be given at every refresh, and as soon as nextLook() says. A look that comes sooner counts
-  /// for the trend no more than that it leaves the earlier one standing.
+  /// To be given at every refresh, and as soon as nextLook() says. One that comes sooner does not
+  /// change the trend.
   void look(const Look& look);
 
   /// What is wrong as of the last look.
   std::optional<MemoryTrouble> trouble() const { return trouble_; }
 
-  /// So long after a look the next is wanted. The sooner memory would be gone, the shorter: three
-  /// looks in a row then cover a quarter of the time that is left, and what ends in seconds is
-  /// noticed before.
+  /// How long after the last look the next one is wanted, in seconds: less where memory will be
+  /// gone sooner. Three looks in a row cover a quarter of the time that is left, so that even
+  /// memory that lasts for seconds only is noticed before it is gone.
   double nextLook() const { return trouble_ ? kUsualPause : pause_; }
 
   /// Whether there has been no trouble for kOverAfter.

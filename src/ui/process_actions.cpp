@@ -22,8 +22,9 @@ ProcessReference meantProcess(std::int32_t pid, const MenuItem& sender) {
   return {pid, platform::processIdentity(pid)};
 }
 
-/// Of one that is not the user's own, and that the user may want to tell its owner of. Asked
-/// before the identity, so that it is not told of a later process with the pid.
+/// Where somebody else's process belongs (unit, container), for the details: with that the user can
+/// tell its owner which one is meant. "" for the user's own. It is asked before the identity is
+/// compared, so that it is never a later process's with the same pid.
 std::string placeOf(const VordaProcess& process) {
   if (!process.isProtected) return {};
   std::string place = platform::placeOfProcess(process.pid);

@@ -10,10 +10,10 @@ inline constexpr double kRefreshInterval = 5;
 /// After a process was told to end: when the machine is looked at once more.
 inline constexpr std::array<double, 3> kAfterQuit{0.25, 1.0, 2.5};
 
-/// So long a process has to quit before the user is told that it is still there.
+/// How long a process has to quit before the user is told that it is still there.
 inline constexpr double kQuitPatience = 3;
 
-/// So long the head of a family has before the others are asked to quit.
+/// How long the head of a family has before the others are asked to quit.
 inline constexpr double kFamilyPatience = 5;
 
 /// While a launch agent is being stopped or started, how often it is asked how that goes on.

@@ -89,8 +89,8 @@ class StatusBarController : public MenuDelegate {
   void refresh();
   /// The same, in an open menu too.
   void refreshNow();
-  /// The same for work that has come due: where the menu would say what it says already, none is
-  /// built. Allocates nothing when nothing has changed.
+  /// The same for timers: no new menu is built where it would say what the last one says. Allocates
+  /// nothing when nothing has changed.
   void refreshIfChanged();
   /// Takes the sample, and shows it in tooltip and notice, not in the menu.
   void sample();

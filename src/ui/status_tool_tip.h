@@ -9,7 +9,7 @@
 /// The tooltip of the program's icon. Lines are joined by "\n"; a process's name can't add a line.
 namespace StatusToolTip {
 
-/// Of less waiting for memory nothing is said, in percent.
+/// From this percentage of time spent waiting for memory on, the tooltip mentions it.
 inline constexpr double kLeastStalled = 1;
 
 /// Before the first sample.

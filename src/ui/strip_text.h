@@ -16,8 +16,8 @@ std::string stripDescription(const MemoryPressureView& strip);
 /// The letter of the segment at this place, from 0: A, B, C … from the left; "+" beyond Z.
 char segmentLetter(std::size_t place);
 
-/// The same of the track of the cards, which the strip has: the letter of the process in the track
-/// above, or one that nobody has there.
+/// The letter of a segment in the track of the cards, which the strip must have: the letter that
+/// the process has in the track above, else one that is not used there.
 char gpuSegmentLetter(const MemoryPressureView& strip, std::size_t place);
 
 /// What ties a process's row to its segment: "  [A]"; "" for a process without one.

@@ -44,7 +44,8 @@ Targets targetsOf(Size size, const AlertView& alert) {
           .lines = std::vector(static_cast<std::size_t>(size.height), any)};
 }
 
-/// Of a line; where the submenu stands in it, of that. `rows` are the keys of the view's rows.
+/// What a click on this line means: an item of the submenu where the submenu covers the line, else
+/// what the line itself shows. `rows` are the keys of the view's rows.
 Target targetAt(int y, const MenuView& view, std::span<const ItemKey> rows,
                 const MenuGeometry& geometry) {
   if (geometry.submenu && geometry.submenu->contains(geometry.submenu->x, y)) {

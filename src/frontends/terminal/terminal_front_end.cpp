@@ -181,7 +181,7 @@ std::optional<std::string> TerminalFrontEnd::takeCommand(const std::string& comm
   return "";
 }
 
-/// Of what is selected, and one's own, the working folder is asked for: once for each menu.
+/// Asks for the working folder of the selected process if it is the user's own; once for each menu.
 void TerminalFrontEnd::lookAtSelection() {
   const MenuItem* const row = view_.selectedRow();
   const VordaProcess* const process = row == nullptr ? nullptr : processOf(*row);

@@ -26,7 +26,8 @@ bool isId(std::string_view name) {
   return name.size() >= kShortestId && std::ranges::all_of(name, text::isHexDigit);
 }
 
-/// Of "docker-3f2a….scope", or of "3f2a…" in a folder "docker"; "" for what is no container.
+/// What a container is called whose group is "docker-3f2a….scope", or "3f2a…" in a folder "docker";
+/// "" for what is no container.
 std::string container(std::string_view name, std::string_view folder) {
   if (name.ends_with(".scope")) name.remove_suffix(std::string_view(".scope").size());
   const std::size_t dash = name.rfind('-');

@@ -17,7 +17,7 @@
 namespace platform {
 namespace {
 
-/// Of a card that has no memory of its own: the machine's.
+/// The capacity of a card that has no memory of its own: the machine's.
 std::optional<GpuCapacity> sharedCapacity() {
   const MemoryReading memory = readMemory();
   if (memory.totalBytes < 1 || !memory.inUse) return std::nullopt;
@@ -135,7 +135,7 @@ void GpuReader::askDriver(Clock::time_point now) {
   if (options_.helper.program.empty() || library(now).empty()) return;
   const NvidiaCards cards = nvidiaCards(sys_);
   if (cards.oneSleeps) {
-    // Who only has the library open keeps a card from sleeping on.
+    // A helper that merely has the driver's library open would keep the card awake.
     helper_.end();
     heard_ = now;
     return;

@@ -49,7 +49,7 @@ class Question : public FairShareQuestion {
     return shares_.size() == pids_.size() ? std::optional(shares_) : std::nullopt;
   }
 
-  /// Whose share is read next; none when all have been read.
+  /// The process whose share is to be read next; none when all have been read.
   std::optional<std::int32_t> next() const {
     const std::lock_guard lock(mutex_);
     return shares_.size() < pids_.size() ? std::optional(pids_[shares_.size()]) : std::nullopt;
@@ -98,7 +98,7 @@ class Reading : public std::enable_shared_from_this<Reading> {
     return question;
   }
 
-  /// Nobody's question is kept alive while the kernel takes its time.
+  /// Holds the question between two reads only: once its asker has dropped it, no more is read.
   static void read(const std::weak_ptr<Question>& question) {
     while (const auto pid = nextOf(question.lock())) {
       const auto share = fairShare(*pid);

@@ -54,7 +54,7 @@ NvidiaCards nvidiaCards(const FileTree& sys) {
   for (const std::string& name : sys.names(folder)) {
     std::string device = folder;
     device.append("/").append(name);
-    // Of NVIDIA, and a display controller: a card's sound and USB devices sleep on their own.
+    // Only NVIDIA's display controllers: a card's sound and USB devices sleep on their own.
     if (sys.line(device + "/vendor") != "0x10de") continue;
     if (!sys.line(device + "/class").starts_with("0x03")) continue;
     cards.oneSleeps = cards.oneSleeps || isAsleep(sys, device);

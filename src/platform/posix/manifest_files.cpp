@@ -24,7 +24,7 @@ struct CloseFolder {
 };
 using Folder = std::unique_ptr<DIR, CloseFolder>;
 
-/// Of an open folder, which is closed when the result is.
+/// The entries of an open folder; takes over its descriptor.
 Folder folderOf(int descriptor) {
   if (descriptor < 0) return nullptr;
   Folder folder(fdopendir(descriptor));

@@ -39,7 +39,7 @@ class ManifestReading {
     return manifests_.has_value();
   }
 
-  /// None when it is not done by then.
+  /// What was read; none when that takes longer than `budget`.
   std::optional<std::vector<ModelManifest>> take(std::chrono::milliseconds budget) {
     std::unique_lock lock(mutex_);
     done_.wait_for(lock, budget, [this] { return manifests_.has_value(); });

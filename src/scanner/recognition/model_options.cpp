@@ -123,7 +123,7 @@ std::optional<std::string_view> operandBehindOptions(Arguments arguments, std::s
     const bool isPath = (word.starts_with('/') || word.starts_with("./")) && !isRecipe(word) &&
                         !isSourceOrSettings(word);
     if (!isValue && (looksLikeModel(word) || isTagged(word) || isPath)) return word;
-    // Nobody knows which options take a value: of one that is a flag, it is the operand.
+    // Which options take a value is not known: behind one that is a mere flag this is the operand.
     if (isValue && !behindFlag && looksLikeModel(word) && !takesSomethingElse(normalized(before))) {
       behindFlag = word;
     }
@@ -155,8 +155,8 @@ std::optional<std::string_view> modelOf(const Invocation& invocation, std::strin
 }
 
 std::optional<std::string_view> recipeOf(const Invocation& invocation) {
-  // Who is given "config.yaml" and nothing else is at least told from others by it; the value of
-  // an option is not.
+  // "config.yaml" says little. As an operand it may be all that tells one run from another; as the
+  // value of an option it does not count.
   const auto tellsName = [&invocation](std::string_view path, bool isOperand) {
     const std::string_view file = text::lastPathComponent(path);
     const std::string stem = normalized(file.substr(0, file.rfind('.')));
@@ -171,7 +171,7 @@ std::optional<std::string_view> recipeOf(const Invocation& invocation) {
     return value;
   }
   std::string_view before;
-  // Of programs that are no scripts of somebody's a recipe may be written in Python.
+  // A program that is no script itself may take a recipe that is written in Python.
   const auto isPython = [&invocation](std::string_view word) {
     return invocation.script.empty() && word.ends_with(".py");
   };

@@ -74,7 +74,8 @@ std::optional<std::string> OllamaModels::nameOf(std::string_view blob, std::uint
   });
   if (folder == folders_.end()) {
     if (folders_.size() >= kMostFolders) {
-      // Whoever names folder after folder waits until the oldest may be read again.
+      // All places are taken: the oldest gives way, but not before it may be read again, so that a
+      // process that names ever new folders does not have them all read.
       folder =
           std::min_element(folders_.begin(), folders_.end(),
                            [](const Folder& a, const Folder& b) { return a.askedAt < b.askedAt; });

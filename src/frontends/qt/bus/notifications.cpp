@@ -69,7 +69,7 @@ int Notifications::answered(sd_bus_message* reply, void* self, sd_bus_error*) {
   return 0;
 }
 
-/// Whoever else sends such a signal is not heard.
+/// Whether the signal is the server's own, and about what we have shown: anybody may send one.
 bool Notifications::isAboutShown(sd_bus_message* signal, std::uint32_t id) const {
   const char* const sender = sd_bus_message_get_sender(signal);
   return shown_ != 0 && id == shown_ && sender != nullptr && server_ == sender;
