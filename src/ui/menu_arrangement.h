@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <set>
 #include <string>
 
@@ -15,6 +16,7 @@ enum class SortBy {
 /// largest.
 struct MenuArrangement {
   SortBy sortBy = SortBy::memory;
-  bool isWhole = false;                 ///< no section is cut
-  std::set<std::string> wholeSections;  ///< the headings of those that are not, in any order
+  bool isWhole = false;  ///< no section is cut
+  /// The headings of those that are not, in any order.
+  std::set<std::string, std::less<>> wholeSections;
 };

@@ -177,21 +177,28 @@ SortBy sortOf(const MenuContent& content) {
   return content.arrangement == nullptr ? SortBy::memory : content.arrangement->sortBy;
 }
 
+/// How many rows a section has, which is cut after `limit` unless somebody wants all of it.
+/// `headers`: all that it may have.
+std::size_t limitOf(std::span<const char* const> headers, std::size_t limit,
+                    const MenuArrangement* arrangement) {
+  const bool isWhole =
+      arrangement != nullptr &&
+      (arrangement->isWhole || std::ranges::any_of(headers, [arrangement](const char* header) {
+         return arrangement->wholeSections.contains(header);
+       }));
+  return isWhole ? std::numeric_limits<std::size_t>::max() : limit;
+}
+
 /// The rows of a section, and what ends it where it is cut.
 class SectionRows {
  public:
-  /// `headers`: all that the section may have.
+  /// `headers`: as for limitOf.
   SectionRows(Items& items, const MenuContent& content, Rows* rows,
               std::span<const char* const> headers, std::size_t limit)
-      : items_(items), content_(content), rows_(rows) {
-    const MenuArrangement* arrangement = content.arrangement;
-    const bool isWhole =
-        arrangement != nullptr &&
-        (arrangement->isWhole || std::ranges::any_of(headers, [arrangement](const char* header) {
-           return arrangement->wholeSections.contains(header);
-         }));
-    limit_ = isWhole ? std::numeric_limits<std::size_t>::max() : limit;
-  }
+      : items_(items),
+        content_(content),
+        rows_(rows),
+        limit_(limitOf(headers, limit, content.arrangement)) {}
 
   /// `makeRow` makes the row at that place, of `count` that there are.
   template <typename MakeRow>
@@ -223,13 +230,19 @@ class SectionRows {
   Items& items_;
   const MenuContent& content_;
   Rows* rows_;  ///< of processes
-  std::size_t limit_ = 0;
+  std::size_t limit_;
 };
 
 /// What stands above the section that lists everybody, in the order of SortBy's values.
 constexpr std::array kTopHeaders{kTopHeader, "— By GPU memory (colors match graph) —",
                                  "— By name (colors match graph) —",
                                  "— By start, the latest first (colors match graph) —"};
+
+/// The sections that are a role's alone.
+constexpr std::array kRoleHeaders{std::pair{LabRole::training, kTrainingHeader},
+                                  std::pair{LabRole::inference, kServersHeader},
+                                  std::pair{LabRole::agent, kToolsHeader}};
+constexpr std::size_t kRoles = kRoleHeaders.size() + 1;  // or none
 
 void addTopSection(Items& items, const MenuContent& content, Rows& rows,
                    const ProcessList& bySize) {
@@ -288,20 +301,34 @@ void addCommands(Items& items) {
 
 }  // namespace
 
-std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& processes) {
-  bySize_.clear();
-  for (const VordaProcess& process : processes) bySize_.push_back(&process);
-  // Like a stable sort, which would allocate.
-  std::ranges::sort(bySize_, [](const VordaProcess* a, const VordaProcess* b) {
+std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& processes,
+                                            const MenuArrangement& arrangement) {
+  const SortBy sortBy = arrangement.sortBy;
+  inOrder_.clear();
+  for (const VordaProcess& process : processes) inOrder_.push_back(&process);
+  // Like the stable sorts of a menu, which would allocate.
+  std::ranges::sort(inOrder_, [sortBy](const VordaProcess* a, const VordaProcess* b) {
+    if (comesBefore(*a, *b, sortBy)) return true;
+    if (comesBefore(*b, *a, sortBy)) return false;
     return a->memMB != b->memMB ? a->memMB > b->memMB : a < b;
   });
+
+  // Who holds most of cards' memory isn't known before all have been asked.
+  const bool isAnybodys = sortBy == SortBy::gpu;
+  const auto limit = [&](std::span<const char* const> headers, std::size_t usual) {
+    return isAnybodys ? processes.size() : limitOf(headers, usual, &arrangement);
+  };
+  const std::size_t mostInTop = limit(kTopHeaders, MenuLimits::kMaxTopRAM);
+  std::array<std::size_t, kRoles> left{};
+  for (const auto& [role, header] : kRoleHeaders) {
+    left[static_cast<std::size_t>(role)] = limit({&header, 1}, MenuLimits::kMaxAI);
+  }
   pids_.clear();
-  std::array<std::size_t, 4> ofRole{};
-  for (std::size_t i = 0; i < bySize_.size(); ++i) {
-    const VordaProcess& process = *bySize_[i];
-    const std::size_t place = ofRole[static_cast<std::size_t>(process.labRole)]++;
-    const bool isInSection = process.labRole != LabRole::none && place < MenuLimits::kMaxAI;
-    if (i < MenuLimits::kMaxTopRAM || isInSection) pids_.push_back(process.pid);
+  for (std::size_t i = 0; i < inOrder_.size(); ++i) {
+    std::size_t& leftOfRole = left[static_cast<std::size_t>(inOrder_[i]->labRole)];
+    const bool isInSection = leftOfRole > 0;
+    if (isInSection) --leftOfRole;
+    if (i < mostInTop || isInSection) pids_.push_back(inOrder_[i]->pid);
   }
   std::ranges::sort(pids_);
   return pids_;

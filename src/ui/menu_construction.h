@@ -61,10 +61,11 @@ Menu build(const MenuContent& content);
 class ShownPids {
  public:
   /// By pid; until the next call.
-  std::span<const std::int32_t> of(const std::vector<VordaProcess>& processes);
+  std::span<const std::int32_t> of(const std::vector<VordaProcess>& processes,
+                                   const MenuArrangement& arrangement);
 
  private:
-  ProcessList bySize_;
+  ProcessList inOrder_;
   std::vector<std::int32_t> pids_;
 };
 

@@ -193,6 +193,45 @@ TEST_F(GpuRows, AskAboutTheRowsThatAreShown) {
   EXPECT_FALSE(machine().gpusAreWatched);
 }
 
+TEST_F(GpuRows, AskAboutAllOfASectionThatIsShownWhole) {
+  constexpr int kLastOrdinary = 29;
+  constexpr int kLastServer = 69;
+  for (int pid = 10; pid <= kLastOrdinary; ++pid) addProcess(pid, "ordinary", 100);
+  for (int pid = 50; pid <= kLastServer; ++pid) addProcess(pid, "llama-server", 5);
+  start();
+  EXPECT_THAT(machine().pidsOnGpus, Not(Contains(kLastServer)));
+
+  controller().arrange({.wholeSections = {"— Model servers —"}});
+  frontEnd_.advance(5);
+  EXPECT_THAT(machine().pidsOnGpus, Contains(kLastServer));
+  EXPECT_THAT(machine().pidsOnGpus, Not(Contains(kLastOrdinary)));
+
+  controller().arrange({.isWhole = true});
+  frontEnd_.advance(5);
+  EXPECT_THAT(machine().pidsOnGpus, Contains(kLastOrdinary));
+
+  controller().arrange({});
+  frontEnd_.advance(5);
+  EXPECT_THAT(machine().pidsOnGpus, Not(Contains(kLastServer)));
+}
+
+TEST_F(GpuRows, AskAboutTheFirstRowsOfTheOrder) {
+  constexpr int kLast = 29;
+  for (int pid = 10; pid <= kLast; ++pid) addProcess(pid, "ordinary", 100);
+  addProcess(40, "aardvark", 60).startTime = 99;
+  start();
+  EXPECT_THAT(machine().pidsOnGpus, Not(Contains(40)));
+  for (const SortBy sortBy : {SortBy::name, SortBy::start}) {
+    controller().arrange({.sortBy = sortBy});
+    frontEnd_.advance(5);
+    EXPECT_THAT(machine().pidsOnGpus, Contains(40));
+    EXPECT_THAT(machine().pidsOnGpus, Not(Contains(kLast)));
+  }
+  controller().arrange({.sortBy = SortBy::gpu});
+  frontEnd_.advance(5);
+  EXPECT_THAT(machine().pidsOnGpus, Contains(kLast)) << "who is first is not known before";
+}
+
 TEST_F(GpuRows, HaveATrackBelowTheStrip) {
   addCards(2);
   addUses();
