@@ -88,6 +88,8 @@ void QtFrontEnd::attach(NamedBus bus) {
   connect(&connection_->appearance, &AppearanceWatch::changed, this, &QtFrontEnd::showColors);
   connect(&connection_->notifications, &Notifications::chosen, this, &QtFrontEnd::openWarned,
           Qt::QueuedConnection);
+  connect(&connection_->notifications, &Notifications::tokenProvided, &presence_,
+          &TrayPresence::setActivationToken);
   connect(&connection_->icon, &StatusNotifierItem::activated, this, &QtFrontEnd::togglePopup,
           Qt::QueuedConnection);
   connect(&connection_->icon, &StatusNotifierItem::tokenProvided, &presence_,

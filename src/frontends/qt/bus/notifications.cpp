@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "frontends/qt/bus/activation_token.h"
+
 namespace {
 
 constexpr const char* kService = "org.freedesktop.Notifications";
@@ -41,6 +43,7 @@ std::string asMarkup(const std::string& text) {
 
 Notifications::Notifications(sd_bus* bus)
     : bus_(bus),
+      tokenMatch_(matchSignal(bus, "ActivationToken", &Notifications::tokenGiven, this)),
       actionMatch_(matchSignal(bus, "ActionInvoked", &Notifications::acted, this)),
       closingMatch_(matchSignal(bus, "NotificationClosed", &Notifications::closed, this)) {}
 
@@ -82,6 +85,17 @@ int Notifications::acted(sd_bus_message* signal, void* self, sd_bus_error*) {
   if (sd_bus_message_read(signal, "us", &id, &action) <= 0) return 0;
   if (std::string_view(action) == kDefaultAction && notifications.isAboutShown(signal, id)) {
     Q_EMIT notifications.chosen();
+  }
+  return 0;
+}
+
+int Notifications::tokenGiven(sd_bus_message* signal, void* self, sd_bus_error*) {
+  auto& notifications = *static_cast<Notifications*>(self);
+  std::uint32_t id = 0;
+  const char* token = nullptr;
+  if (sd_bus_message_read(signal, "us", &id, &token) <= 0) return 0;
+  if (notifications.isAboutShown(signal, id) && isActivationToken(token)) {
+    Q_EMIT notifications.tokenProvided(token);
   }
   return 0;
 }

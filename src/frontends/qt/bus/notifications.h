@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
 #include <cstdint>
 #include <string>
@@ -22,10 +23,14 @@ class Notifications : public QObject {
  Q_SIGNALS:
   /// The user clicked what was shown last.
   void chosen();
+  /// What the next window shows the compositor to be given the keyboard (xdg-activation). Comes
+  /// before chosen(), where the desktop has such a thing.
+  void tokenProvided(QByteArray token);
 
  private:
   static int answered(sd_bus_message* reply, void* self, sd_bus_error*);
   static int acted(sd_bus_message* signal, void* self, sd_bus_error*);
+  static int tokenGiven(sd_bus_message* signal, void* self, sd_bus_error*);
   static int closed(sd_bus_message* signal, void* self, sd_bus_error*);
   bool isAboutShown(sd_bus_message* signal, std::uint32_t id) const;
 
@@ -33,6 +38,7 @@ class Notifications : public QObject {
   std::string server_;       ///< the unique name of who answered last
   std::uint32_t shown_ = 0;  ///< what it called the notification; 0 for none
   bool isThere_ = false;     ///< it has not been closed
+  BusSlot tokenMatch_;
   BusSlot actionMatch_;
   BusSlot closingMatch_;
   BusSlot call_;  ///< that has not been answered yet

@@ -1,9 +1,10 @@
 #include "frontends/qt/bus/status_notifier_item.h"
 
 #include <QtEndian>
-#include <algorithm>
 #include <string_view>
 #include <utility>
+
+#include "frontends/qt/bus/activation_token.h"
 
 namespace {
 
@@ -28,13 +29,6 @@ int appendPicture(sd_bus_message* reply, const QImage& picture) {
         sd_bus_message_append_array(reply, 'y', pixels.data(), pixels.size() * sizeof(quint32));
   }
   return result < 0 ? result : sd_bus_message_close_container(reply);
-}
-
-/// Short, and harmless as an environment variable.
-bool isActivationToken(std::string_view token) {
-  constexpr std::size_t kLongest = 256;
-  return !token.empty() && token.size() <= kLongest &&
-         std::ranges::all_of(token, [](char c) { return c > ' ' && c <= '~'; });
 }
 
 }  // namespace

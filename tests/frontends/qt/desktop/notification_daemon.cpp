@@ -68,6 +68,7 @@ struct NotificationVtable {
 const sd_bus_vtable NotificationVtable::table[] = {
     SD_BUS_VTABLE_START(0),
     SD_BUS_METHOD("Notify", "susssasa{sv}i", "u", &notify, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_SIGNAL("ActivationToken", "us", 0),
     SD_BUS_SIGNAL("ActionInvoked", "us", 0),
     SD_BUS_SIGNAL("NotificationClosed", "uu", 0),
     SD_BUS_VTABLE_END,
@@ -89,6 +90,10 @@ void NotificationDaemon::process() {
 
 void NotificationDaemon::act(std::uint32_t id, const char* action) {
   EXPECT_GE(sd_bus_emit_signal(bus_.get(), kPath, kName, "ActionInvoked", "us", id, action), 0);
+}
+
+void NotificationDaemon::giveToken(std::uint32_t id, const char* token) {
+  EXPECT_GE(sd_bus_emit_signal(bus_.get(), kPath, kName, "ActivationToken", "us", id, token), 0);
 }
 
 void NotificationDaemon::close(std::uint32_t id) {

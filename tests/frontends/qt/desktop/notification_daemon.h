@@ -34,6 +34,7 @@ class NotificationDaemon {
   int refusals() const { return refusals_; }
 
   void act(std::uint32_t id, const char* action);
+  void giveToken(std::uint32_t id, const char* token);
   void close(std::uint32_t id);
 
  private:

@@ -7,6 +7,8 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "frontends/qt/desktop/notification_daemon.h"
 #include "frontends/qt/desktop/tray_host.h"
@@ -104,6 +106,23 @@ TEST_F(ShownNotifications, TellOfAClickOnThemAndOfNothingElse) {
   daemon_->act(102, "default");
   forgeClick(101);
   EXPECT_TRUE(clickIsHeard(101)) << "one, and no more";
+}
+
+TEST_F(ShownNotifications, PassOnWhatTheDesktopGivesTheWindowThatAClickOpens) {
+  std::vector<QByteArray> tokens;
+  QObject::connect(notifications_.get(), &Notifications::tokenProvided,
+                   [&tokens](const QByteArray& token) { tokens.push_back(token); });
+  notifications_->show("first", "");
+  ASSERT_TRUE(eventually([this] { return !daemon_->shown().empty(); }));
+  ASSERT_TRUE(clickIsHeard(101)) << "not every desktop has one";
+  EXPECT_TRUE(tokens.empty());
+  daemon_->giveToken(102, "of-another");
+  daemon_->giveToken(101, "with blanks");
+  daemon_->giveToken(101, std::string(257, 'x').c_str());
+  daemon_->giveToken(101, "");
+  daemon_->giveToken(101, "token-4711");
+  ASSERT_TRUE(clickIsHeard(101));
+  EXPECT_THAT(tokens, ElementsAre("token-4711")) << "by the time of the click";
 }
 
 TEST_F(ShownNotifications, ReplaceTheEarlierOneWhileItIsThere) {
