@@ -228,11 +228,15 @@ void TerminalSession::releaseKey() {
 
 bool TerminalSession::walkTo(const std::string& text, bool up) {
   const auto isThere = [&] { return screen_.reversed().find(text) != std::string::npos; };
-  for (int steps = 0; steps < 100 && !isThere(); ++steps) {
+  const auto deadline = Clock::now() + kPatience;
+  for (int steps = 0; steps < 100 && !isThere() && Clock::now() < deadline; ++steps) {
     // Rows may have the same title, but not the same tooltip.
     const std::string before = screen_.picture() + screen_.reversed();
     send(up ? "\033[A" : "\033[B");
-    if (!waitUntil([&] { return screen_.picture() + screen_.reversed() != before; })) break;
+    // As in pressAtOnce, a key may stay without an effect.
+    const auto unheard = Clock::now() + kUnheard;
+    while (screen_.picture() + screen_.reversed() == before && Clock::now() < unheard)
+      read(kMoment);
     settle();
   }
   EXPECT_TRUE(isThere()) << "can't select \"" << text << "\" on the screen:\n" << screen_.picture();
