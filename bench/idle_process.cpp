@@ -72,8 +72,13 @@ void* sleepOn(void*) {
   constexpr long kNanoseconds = 1'000'000;
   const timespec time = {.tv_sec = milliseconds / kInASecond,
                          .tv_nsec = milliseconds % kInASecond * kNanoseconds};
-  while (milliseconds > 0) nanosleep(&time, nullptr);
-  for (;;) pause();
+  for (;;) {
+    if (milliseconds > 0) {
+      nanosleep(&time, nullptr);
+    } else {
+      pause();
+    }
+  }
 }
 
 void startThreads(long count) {

@@ -152,9 +152,9 @@ void measureAwakeAt(std::size_t count, const std::string& at, int rounds, Report
                            }});
   }
   const Measurements measured = alternate(contestants, rounds);
+  const std::string where = "/floor, cold, a quarter awake" + at;
   for (const std::string name : {"scan", "refresh"}) {
-    report.ratio(name + "/floor, cold, a quarter awake" + at,
-                 ratio(measured.at(name), measured.at("floor")));
+    report.ratio(name + where, ratio(measured.at(name), measured.at("floor")));
   }
 }
 

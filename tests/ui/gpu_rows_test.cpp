@@ -18,7 +18,6 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 
 constexpr std::uint64_t kMB = 1 << 20;

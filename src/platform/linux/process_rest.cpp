@@ -35,7 +35,7 @@ bool isCountFine() {
 
 /// Not so with the host's proc file system in a container, or the other way round.
 bool tellsOwnPids(const char* procRoot) {
-  std::array<char, PATH_MAX> target;
+  std::array<char, PATH_MAX> target{};
   const std::string link = std::string(procRoot) + "/self";
   const ssize_t length = readlink(link.c_str(), target.data(), target.size());
   return length > 0 && std::string_view(target.data(), static_cast<std::size_t>(length)) ==

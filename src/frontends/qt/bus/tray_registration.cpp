@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-TrayRegistration::TrayRegistration(const TrayHostTimes& times, std::function<void()> look)
+TrayRegistration::TrayRegistration(const TrayHostTimes& times, const std::function<void()>& look)
     : times_(times), pause_(times.firstPause) {
   for (QTimer* timer : {&patience_, &again_}) timer->setSingleShot(true);
   QObject::connect(&patience_, &QTimer::timeout, &patience_, [this, look] {

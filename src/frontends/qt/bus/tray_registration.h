@@ -17,7 +17,7 @@ struct TrayHostTimes {
 class TrayRegistration {
  public:
   /// `look` is called when it is time to register the icon again or to look whether it is listed.
-  TrayRegistration(const TrayHostTimes& times, std::function<void()> look);
+  TrayRegistration(const TrayHostTimes& times, const std::function<void()>& look);
 
   /// Another watcher may have come: it knows nothing of the icon.
   void forget();
