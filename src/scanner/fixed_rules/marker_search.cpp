@@ -1,7 +1,6 @@
 #include "scanner/fixed_rules/marker_search.h"
 
 #include <limits>
-#include <vector>
 
 namespace {
 
@@ -18,18 +17,27 @@ constexpr std::uint8_t byteOf(char c) {
   return static_cast<std::uint8_t>(c);
 }
 
-/// How many classes of bytes the search tells apart, at the most: one for each byte that a
-/// marker holds, and one for all others.
-constexpr std::size_t classCountOf(auto markers) {
-  std::array<bool, 256> held{};
-  for (const std::string_view marker : markers) {
-    for (const char c : marker) held[byteOf(c)] = true;
-  }
-  return 1 + static_cast<std::size_t>(std::count(held.begin(), held.end(), true));
-}
+/// Bytes that the search need not tell apart share a class: 0 for all that no marker holds.
+struct ByteClasses {
+  std::array<std::uint8_t, 256> of{};
+  std::size_t count = 1;
+};
 
-/// How many nodes their tree has: one for each beginning that any of them has, and the root.
-constexpr std::size_t nodeCountOf(auto markers) {
+constexpr ByteClasses kClasses = [] {
+  ByteClasses classes;
+  for (const std::string_view marker : kMarkers) {
+    for (const char c : marker) {
+      std::uint8_t& byteClass = classes.of[byteOf(c)];
+      if (byteClass == 0) byteClass = static_cast<std::uint8_t>(classes.count++);
+    }
+  }
+  return classes;
+}();
+
+/// How many nodes the tree of the markers has: one for each beginning that any of them has, and
+/// the root.
+constexpr std::size_t kNodeCount = [] {
+  auto markers = kMarkers;
   std::sort(markers.begin(), markers.end());
   std::size_t count = 1;
   std::string_view previous;
@@ -40,117 +48,112 @@ constexpr std::size_t nodeCountOf(auto markers) {
     previous = marker;
   }
   return count;
+}();
+
+/// Two bytes for a place in the table keep it small and fast.
+using Place = std::uint16_t;
+static_assert(kNodeCount * kClasses.count - 1 <= std::numeric_limits<Place>::max(),
+              "there are too many markers for the type of a place");
+
+/// The markers as a tree of their bytes' classes, in which every node has a successor for every
+/// class. Node 0 is the root, and also means "none": it is nobody's child.
+struct Tree {
+  using Node = Place;
+
+  std::array<std::array<Node, kClasses.count>, kNodeCount> next{};
+  std::array<MarkerSet, kNodeCount> ended{};  // by node: the markers that end there
+};
+
+constexpr void addMarkers(Tree& tree) {
+  Tree::Node last = 0;
+  for (std::size_t i = 0; i < kMarkers.size(); ++i) {
+    Tree::Node node = 0;
+    for (const char c : kMarkers[i]) {
+      Tree::Node& child = tree.next[node][kClasses.of[byteOf(c)]];
+      if (child == 0) child = ++last;
+      node = child;
+    }
+    tree.ended[node].insert(i);
+  }
 }
 
-/// The markers as a tree of their bytes' classes. Node 0 is the root, and also means "none":
-/// it is nobody's child.
-class Trie {
- public:
-  using Node = std::uint32_t;
-
-  explicit Trie(std::size_t classCount) : classCount_(classCount) { addNode(); }
-
-  std::size_t size() const { return ended.size(); }
-  Node& next(Node node, std::size_t byteClass) { return next_[node * classCount_ + byteClass]; }
-
-  Node child(Node node, std::size_t byteClass) {
-    if (next(node, byteClass) == 0) {
-      const Node added = addNode();
-      next(node, byteClass) = added;
-    }
-    return next(node, byteClass);
-  }
-
-  /// Gives every node a successor for every class: where it has no child, the successor of
-  /// the longest proper suffix of its text that is a node too. Breadth first, so that the
-  /// suffix, being shorter, is complete.
-  void completeWithSuffixes() {
-    std::vector<Node> suffix(size(), 0);
-    std::vector<Node> queue{0};
-    for (std::size_t i = 0; i < queue.size(); ++i) {
-      const Node node = queue[i];
-      for (std::size_t c = 0; c < classCount_; ++c) {
-        const Node afterSuffix = node == 0 ? 0 : next(suffix[node], c);
-        Node& successor = next(node, c);
-        if (successor == 0) {
-          successor = afterSuffix;
-        } else {
-          suffix[successor] = afterSuffix;
-          ended[successor].insert(ended[afterSuffix]);
-          queue.push_back(successor);
-        }
+/// Where a node has no child, its successor is that of the longest proper suffix of its text that
+/// is a node too. Breadth first, so that the suffix, being shorter, is complete.
+constexpr void completeWithSuffixes(Tree& tree) {
+  std::array<Tree::Node, kNodeCount> suffix{};
+  std::array<Tree::Node, kNodeCount> queue{};
+  std::size_t queued = 1;  // the root
+  for (std::size_t i = 0; i < queued; ++i) {
+    const Tree::Node node = queue[i];
+    auto& successors = tree.next[node];
+    if (node == 0) {
+      for (const Tree::Node child : successors) {
+        if (child != 0) queue[queued++] = child;
       }
+      continue;
+    }
+    tree.ended[node].insert(tree.ended[suffix[node]]);
+    const auto* afterSuffix = tree.next[suffix[node]].data();
+    for (Tree::Node& successor : successors) {
+      if (successor == 0) {
+        successor = *afterSuffix;
+      } else {
+        suffix[successor] = *afterSuffix;
+        queue[queued++] = successor;
+      }
+      ++afterSuffix;
     }
   }
+}
 
-  std::vector<MarkerSet> ended;  // by node: the markers that end there
+constexpr Tree kTree = [] {
+  Tree tree;
+  addMarkers(tree);
+  completeWithSuffixes(tree);
+  return tree;
+}();
 
- private:
-  Node addNode() {
-    next_.resize(next_.size() + classCount_, 0);
-    ended.emplace_back();
-    return static_cast<Node>(ended.size() - 1);
-  }
-
-  std::size_t classCount_;
-  std::vector<Node> next_;
-};
+constexpr auto kEndingCount = static_cast<std::size_t>(
+    std::count_if(kTree.ended.begin(), kTree.ended.end(),
+                  [](const MarkerSet& markers) { return !markers.empty(); }));
 
 /// An Aho-Corasick automaton, its failure links resolved into one table, so that every byte costs
-/// one look-up whatever the text holds.
-class Automaton {
- public:
-  Automaton();
-  MarkerSet findIn(std::string_view text) const;
-
- private:
-  /// A row of next_, named by where it starts. Rows that end a marker come last. Two bytes
-  /// are enough for the table (the constructor proves it), and keep it small and fast.
-  using Row = std::uint16_t;
-
-  std::array<std::uint8_t, 256> classes_{};  // of bytes; those in no marker share class 0
-  std::size_t classCount_ = 1;
-  std::vector<Row> next_;         // by row and class
-  Row firstEnding_ = 0;           // the first row that ends a marker
-  std::vector<MarkerSet> ended_;  // by row from there on: the markers that end there
+/// one look-up whatever the text holds. Rows that end a marker come last.
+struct Automaton {
+  /// By row and class: where the next row starts.
+  std::array<Place, kNodeCount * kClasses.count> next{};
+  /// By row from the first that ends a marker on: the markers that end there.
+  std::array<MarkerSet, kEndingCount> ended{};
 };
 
-Automaton::Automaton() {
-  static_assert(
-      nodeCountOf(kMarkers) * classCountOf(kMarkers) - 1 <= std::numeric_limits<Row>::max(),
-      "there are too many markers for the type of a row");
-  for (const std::string_view marker : kMarkers) {
-    for (const char c : marker) {
-      std::uint8_t& byteClass = classes_[byteOf(c)];
-      if (byteClass == 0) byteClass = static_cast<std::uint8_t>(classCount_++);
+constexpr std::size_t kFirstEnding = (kNodeCount - kEndingCount) * kClasses.count;
+
+/// Made by the compiler: the program would spend time at its start, and memory of its own.
+constexpr Automaton kAutomaton = [] {
+  Automaton automaton;
+  std::array<std::size_t, kNodeCount> rowOf{};
+  std::size_t plain = 0;
+  std::size_t ending = 0;
+  for (std::size_t node = 0; node < kNodeCount; ++node) {
+    if (kTree.ended[node].empty()) {
+      rowOf[node] = plain++;
+    } else {
+      automaton.ended[ending] = kTree.ended[node];
+      rowOf[node] = kNodeCount - kEndingCount + ending++;
     }
   }
-
-  Trie trie(classCount_);
-  for (std::size_t i = 0; i < kMarkers.size(); ++i) {
-    Trie::Node node = 0;
-    for (const char c : kMarkers[i]) node = trie.child(node, classes_[byteOf(c)]);
-    trie.ended[node].insert(i);
+  for (std::size_t node = 0; node < kNodeCount; ++node) {
+    auto* place = &automaton.next[rowOf[node] * kClasses.count];
+    for (const Tree::Node successor : kTree.next[node]) {
+      *place++ = static_cast<Place>(rowOf[successor] * kClasses.count);
+    }
   }
-  trie.completeWithSuffixes();
+  return automaton;
+}();
 
-  std::vector<Trie::Node> order(trie.size());
-  for (std::size_t i = 0; i < order.size(); ++i) order[i] = static_cast<Trie::Node>(i);
-  const auto firstEnding = std::stable_partition(
-      order.begin(), order.end(), [&trie](Trie::Node node) { return trie.ended[node].empty(); });
-  firstEnding_ =
-      static_cast<Row>(static_cast<std::size_t>(firstEnding - order.begin()) * classCount_);
+}  // namespace
 
-  std::vector<Row> rows(trie.size());
-  for (std::size_t i = 0; i < order.size(); ++i) rows[order[i]] = static_cast<Row>(i * classCount_);
-  next_.reserve(order.size() * classCount_);
-  for (const Trie::Node node : order) {
-    for (std::size_t c = 0; c < classCount_; ++c) next_.push_back(rows[trie.next(node, c)]);
-  }
-  for (auto node = firstEnding; node != order.end(); ++node) ended_.push_back(trie.ended[*node]);
-}
-
-MarkerSet Automaton::findIn(std::string_view text) const {
+MarkerSet MarkerSearch::find(std::string_view text) {
   // A step needs the step before it, so one walk alone leaves the processor waiting most of
   // the time: four stretches are walked side by side. They overlap by all but one byte of
   // the longest marker, so that none is missed (in a short text they are all the same).
@@ -163,15 +166,17 @@ MarkerSet Automaton::findIn(std::string_view text) const {
   const char* const last = first + lastStart;
 
   MarkerSet found;
-  const auto step = [this, &found](Row row, char c) {
-    row = next_[row + classes_[byteOf(c)]];
-    if (row >= firstEnding_) found.insert(ended_[(row - firstEnding_) / classCount_]);
+  const auto step = [&found](Place row, char c) {
+    row = kAutomaton.next[row + kClasses.of[byteOf(c)]];
+    if (row >= kFirstEnding) {
+      found.insert(kAutomaton.ended[(row - kFirstEnding) / kClasses.count]);
+    }
     return row;
   };
-  Row inFirst = 0;
-  Row inSecond = 0;
-  Row inThird = 0;
-  Row inLast = 0;
+  Place inFirst = 0;
+  Place inSecond = 0;
+  Place inThird = 0;
+  Place inLast = 0;
   for (std::size_t i = 0; i < length; ++i) {
     inFirst = step(inFirst, first[i]);
     inSecond = step(inSecond, second[i]);
@@ -179,11 +184,4 @@ MarkerSet Automaton::findIn(std::string_view text) const {
     inLast = step(inLast, last[i]);
   }
   return found;
-}
-
-}  // namespace
-
-MarkerSet MarkerSearch::find(std::string_view text) {
-  static const Automaton automaton;
-  return automaton.findIn(text);
 }
