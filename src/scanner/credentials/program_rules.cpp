@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <unordered_map>
+#include <cstdint>
 #include <utility>
 
 #include "scanner/credentials/program_table.h"
 #include "text/ascii.h"
+#include "text/name_table.h"
 
 namespace credentials {
 namespace {
@@ -118,42 +119,36 @@ class Programs {
     std::ranges::transform(word, lower.begin(), [](char c) {
       return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
     });
-    const auto found = byName_.find(std::string_view(lower.data(), word.size()));
-    if (found != byName_.end()) return &all_[found->second];
-    const auto exact = byName_.find(word);
-    return exact == byName_.end() ? nullptr : &all_[exact->second];
+    const auto* program = byName_.find(std::string_view(lower.data(), word.size()));
+    if (program == nullptr) program = byName_.find(word);
+    return program == nullptr ? nullptr : &all_[*program];
   }
 
  private:
   static constexpr std::size_t kLongestName = 24;
 
-  void add(std::string_view name, std::size_t program) {
-    byName_.emplace(name, program);
-    lengths_[static_cast<unsigned char>(name[0]) & 31U][name.size()] = true;
-  }
-
   std::vector<Ways> all_;
-  std::unordered_map<std::string_view, std::size_t> byName_;
+  text::NameTable<std::uint16_t> byName_;
   std::array<std::array<bool, kLongestName + 1>, 32> lengths_{};  // by first letter
 };
 
 Programs::Programs() {
+  std::vector<decltype(byName_)::Entry> names;
+  const auto add = [&](std::string_view name) {
+    names.emplace_back(name, static_cast<std::uint16_t>(all_.size() - 1));
+    lengths_[static_cast<unsigned char>(name[0]) & 31U][name.size()] = true;
+  };
   for (const Program& program : kPrograms) {
     all_.push_back(waysOf(program.rules));
-    forEachPart(program.names, ' ', [&](std::string_view name) { add(name, all_.size() - 1); });
+    forEachPart(program.names, ' ', add);
   }
-  all_.push_back({.isCarrier = true});
-  const std::size_t plainCarrier = all_.size() - 1;
-  forEachPart(kCarriers, ' ', [&](std::string_view name) {
-    const auto found = byName_.find(name);
-    if (found == byName_.end()) {
-      add(name, plainCarrier);
-    } else {
-      all_[found->second].isCarrier = true;
-    }
-  });
-  forEachPart(kContainers, ' ',
-              [&](std::string_view name) { all_[byName_.at(name)].isContainer = true; });
+  all_.push_back({});  // of a carrier that stands in no other row
+  forEachPart(kCarriers, ' ', add);
+  byName_ = decltype(byName_)(std::move(names));
+
+  const auto named = [this](std::string_view name) -> Ways& { return all_[*byName_.find(name)]; };
+  forEachPart(kCarriers, ' ', [&](std::string_view name) { named(name).isCarrier = true; });
+  forEachPart(kContainers, ' ', [&](std::string_view name) { named(name).isContainer = true; });
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
 #include "scanner/recognition/bystanders.h"
 
+#include <algorithm>
 #include <string>
-#include <unordered_set>
+#include <vector>
 
 #include "scanner/recognition/name_words.h"
 #include "text/contains.h"
@@ -122,13 +123,17 @@ constexpr std::string_view kBystanders[] = {
 };
 // NOLINTEND(bugprone-suspicious-missing-comma)
 
-const std::unordered_set<std::string_view>& bystanders() {
+/// By name. A hash table of as many would take three times the memory.
+const std::vector<std::string_view>& bystanders() {
   static const auto names = [] {
-    std::unordered_set<std::string_view> set;
+    std::vector<std::string_view> all;
     for (const std::string_view list : kBystanders) {
-      for (const std::string_view name : listed(list)) set.insert(name);
+      const auto some = listed(list);
+      all.insert(all.end(), some.begin(), some.end());
     }
-    return set;
+    std::ranges::sort(all);
+    all.shrink_to_fit();
+    return all;
   }();
   return names;
 }
@@ -136,7 +141,7 @@ const std::unordered_set<std::string_view>& bystanders() {
 }  // namespace
 
 bool isBystander(std::string_view name) {
-  if (bystanders().contains(name)) return true;
+  if (std::ranges::binary_search(bystanders(), name)) return true;
   // x86_64-linux-gnu-g++, aarch64-apple-darwin-ld
   const auto dash = name.rfind('-');
   if (dash != std::string_view::npos) {

@@ -1,14 +1,19 @@
 #include "scanner/recognition/products.h"
 
+#include <utility>
+#include <vector>
+
 #include "scanner/recognition/name_words.h"
 #include "scanner/recognition/product_table.h"
 
 namespace recognition {
 
 Products::Products(std::span<const Product> rows) {
+  std::vector<decltype(byName_)::Entry> names;
   for (const Product& product : rows) {
-    for (const std::string_view name : listed(product.names)) byName_.emplace(name, &product);
+    for (const std::string_view name : listed(product.names)) names.emplace_back(name, &product);
   }
+  byName_ = decltype(byName_)(std::move(names));
 }
 
 const Products& Products::known() {
@@ -17,8 +22,8 @@ const Products& Products::known() {
 }
 
 const Product* Products::called(std::string_view name) const {
-  const auto found = byName_.find(name);
-  return found == byName_.end() ? nullptr : found->second;
+  const Product* const* const product = byName_.find(name);
+  return product == nullptr ? nullptr : *product;
 }
 
 KnownProduct Products::of(const Invocation& invocation) const {

@@ -2,10 +2,10 @@
 
 #include <span>
 #include <string_view>
-#include <unordered_map>
 
 #include "scanner/recognition/invocation.h"
 #include "scanner/recognition/product.h"
+#include "text/name_table.h"
 
 namespace recognition {
 
@@ -30,7 +30,7 @@ class Products {
   const Product* called(std::string_view name) const;
 
  private:
-  std::unordered_map<std::string_view, const Product*> byName_;
+  text::NameTable<const Product*> byName_;
 };
 
 }  // namespace recognition
