@@ -11,10 +11,10 @@ namespace ProcessScanner {
 
 /// What tells to which family a process belongs.
 struct FamilyFacts {
-  std::int32_t pid = 0;
-  std::optional<std::int32_t> parent;
-  std::optional<std::int32_t> session;     ///< the pid that began its session
   std::optional<std::uint64_t> startTime;  ///< platform::ProcessFacts::startTime
+  std::optional<std::int32_t> parent;
+  std::optional<std::int32_t> session;  ///< the pid that began its session
+  std::int32_t pid = 0;
   LabRole role = LabRole::none;
   bool isBorder = false;  ///< what it starts are works of their own (family_borders.h)
 };

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
 /// What an AI workload does. The values index tables in this order; the scan sorts in another one
 /// (scan_order.h).
-enum class LabRole {
+enum class LabRole : std::uint8_t {
   inference,  ///< a model server or local inference runtime
   training,   ///< a training or fine-tuning job
   agent,      ///< an agent framework, MCP server or similar tool process

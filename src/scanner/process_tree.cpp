@@ -14,18 +14,21 @@ void ProcessTree::countAll() {
     if (Node* const parent = find(node.parent)) ++parent->uncountedChildren;
   }
 
-  // From the leaves up: a process is counted for its parent once all its own are counted_.
+  // From the leaves up: a process is counted for its parent once all its own are counted.
+  const auto countedNode = [this](const Node& node) {
+    counted_.push_back(static_cast<std::uint32_t>(&node - nodes_.data()));
+  };
   counted_.clear();
   for (const Node& node : nodes_) {
-    if (node.uncountedChildren == 0) counted_.push_back(&node);
+    if (node.uncountedChildren == 0) countedNode(node);
   }
   while (!counted_.empty()) {
-    const Node& node = *counted_.back();
+    const Node& node = nodes_[counted_.back()];
     counted_.pop_back();
     Node* const parent = find(node.parent);
     if (parent == nullptr) continue;
     parent->below += node.below + 1;
-    if (--parent->uncountedChildren == 0) counted_.push_back(parent);
+    if (--parent->uncountedChildren == 0) countedNode(*parent);
   }
 }
 

@@ -36,8 +36,8 @@ class ProcessTree {
 
   Node* find(std::optional<std::int32_t> pid);
 
-  std::vector<Node> nodes_;  ///< by pid, once they are counted
-  std::vector<const Node*> counted_;
+  std::vector<Node> nodes_;             ///< by pid, once they are counted
+  std::vector<std::uint32_t> counted_;  ///< in `nodes_`
 };
 
 }  // namespace ProcessScanner

@@ -115,8 +115,12 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
     const auto fingerprint = facts_.fingerprint;
     if ((!fingerprint || process.fingerprint != fingerprint) && !learn(process)) continue;
     tree_.add(pid, facts_.parent);
-    families_.add({pid, facts_.parent, facts_.session, facts_.startTime, process.role,
-                   process.isFamilyBorder});
+    families_.add({.startTime = facts_.startTime,
+                   .parent = facts_.parent,
+                   .session = facts_.session,
+                   .pid = pid,
+                   .role = process.role,
+                   .isBorder = process.isFamilyBorder});
     const bool isWanted = std::binary_search(alsoPids.begin(), alsoPids.end(), pid);
     const double leastMB = isWanted ? 0 : minMemMB;
     const bool isListed = pid != ownPid && this->isListed(process, leastMB) &&

@@ -90,6 +90,7 @@ void MemoryAlarm::remember(double time, const std::vector<VordaProcess>& process
   }
   if (!samples_.empty() && time - samples_.back().time < kBetweenSamples) return;
   held.clear();
+  held.reserve(processes.size());
   for (const VordaProcess& process : processes) {
     held.push_back({process.pid, process.identity, process.memMB});
   }

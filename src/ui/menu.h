@@ -15,7 +15,7 @@
 #include "ui/memory_pressure_view.h"
 
 /// What choosing an item asks the controller to do.
-enum class Action {
+enum class Action : std::uint8_t {
   none,
   refreshNow,
   openAM,  ///< open the system's own process monitor
@@ -85,14 +85,15 @@ struct LiveTitle {
 /// One line of the menu, and what it opens or does.
 struct MenuItem {
   /// What stands in the line: text, a thin rule, or the strip.
-  enum class Kind { item, separator, strip };
+  enum class Kind : std::uint8_t { item, separator, strip };
 
-  Kind kind = Kind::item;        ///< what stands in the line
   std::string title;             ///< as it was made; shownTitle() is what the user reads
   TextSpan name;                 ///< the part of the title that somebody else chose; empty for none
-  bool enabled = true;           ///< false: a grey label
   std::string toolTip;           ///< lines joined by "\n"; "" for none
   std::optional<Color> dot;      ///< the colour of the dot before the title
+  Kind kind = Kind::item;        ///< what stands in the line
+  bool enabled = true;           ///< false: a grey label
+  bool isLeftBehind = false;     ///< a row: VordaProcess::leftBehindBy
   Action action = Action::none;  ///< what choosing it does
   RepresentedObject representedObject;        ///< what the action acts on
   std::optional<ProcessReference> process;    ///< the process of this row or submenu item
@@ -103,7 +104,6 @@ struct MenuItem {
   /// The row that stands for this one and the others of its family, where families are folded;
   /// nullptr for a row that stands for itself. A family's rows share it.
   std::shared_ptr<const MenuItem> folded;
-  bool isLeftBehind = false;        ///< a row: VordaProcess::leftBehindBy
   std::shared_ptr<LiveTitle> live;  ///< of a line whose title may become another, else nullptr
 
   bool operator==(const MenuItem&) const = default;

@@ -85,6 +85,7 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process,
     items.push_back(command("Unload " + text::displayName(agent), Action::unloadByLabel, agent));
   }
   if (family != nullptr) items.insert(items.end(), family->items.begin(), family->items.end());
+  items.shrink_to_fit();  // hundreds of rows have one
   return items;
 }
 

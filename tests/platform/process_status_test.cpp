@@ -77,19 +77,19 @@ TEST_P(ProcessStatText, TellsWhereAProcessComesFrom) {
 const StatRow kStatRows[] = {
     {"AnOrdinaryProcess",
      "812 (bash) S 800 812 811 34816 812 4194304 1 2 3 4 5 6 7 8 20 0 1 0 12345 9 9 9\n",
-     {{'S', 800, false, 1, 12345, 811}}},
+     {{12345, 800, 811, 1, 'S', false}}},
     {"ANameWithBlanksAndParentheses",
      "812 (a) b (c) S) S 800 812 812 34816 812 4194304 1 2 3 4 5 6 7 8 20 0 4 0 777 9 9 9\n",
-     {{'S', 800, false, 4, 777, 812}}},
+     {{777, 800, 812, 4, 'S', false}}},
     {"AKernelThread",
      "2 (kthreadd) S 0 0 0 0 -1 2129984 0 0 0 0 0 0 0 0 20 0 1 0 0 0 0\n",
-     {{'S', 0, true, 1, 0}}},
+     {{0, 0, 0, 1, 'S', true}}},
     {"AZombie",
      "9 (sh) Z 8 9 9 0 -1 4227084 0 0 0 0 0 0 0 0 20 0 2 0 42 0 0\n",
-     {{'Z', 8, false, 2, 42, 9}}},
+     {{42, 8, 9, 2, 'Z', false}}},
     {"NegativeFieldsBefore",
      "1 (x) S 0 -1 -1 0 -1 0 0 0 0 0 0 0 0 0 20 -5 1 0 42 9\n",
-     {{'S', 0, false, 1, 42}}},
+     {{42, 0, 0, 1, 'S', false}}},
     {"Empty", "", std::nullopt},
     {"NoName", "812 bash S 800 812", std::nullopt},
     {"CutBehindTheName", "812 (bash) ", std::nullopt},
@@ -108,7 +108,7 @@ struct StateRow {
 class ProcessStates : public testing::TestWithParam<StateRow> {};
 
 TEST_P(ProcessStates, TellWhetherARequestIsTaken) {
-  EXPECT_EQ(platform::stateOf({.state = GetParam().state, .threads = GetParam().threads}),
+  EXPECT_EQ(platform::stateOf({.threads = GetParam().threads, .state = GetParam().state}),
             GetParam().expected);
 }
 

@@ -34,12 +34,12 @@ Heads headsIn(Families& families, const std::vector<FamilyFacts>& processes) {
 }
 
 FamilyFacts border(std::int32_t pid, std::optional<std::int32_t> parent = std::nullopt) {
-  return {.pid = pid, .parent = parent, .startTime = 1, .isBorder = true};
+  return {.startTime = 1, .parent = parent, .pid = pid, .isBorder = true};
 }
 
 FamilyFacts process(std::int32_t pid, std::optional<std::int32_t> parent,
                     LabRole role = LabRole::none, std::uint64_t startTime = 5) {
-  return {.pid = pid, .parent = parent, .startTime = startTime, .role = role};
+  return {.startTime = startTime, .parent = parent, .pid = pid, .role = role};
 }
 
 FamilyFacts inSession(FamilyFacts facts, std::int32_t session) {

@@ -58,6 +58,7 @@ const std::vector<std::int32_t>& ProcessReader::pids() {
     while (pid != pids_.end() && *pid < process.pid) ++pid;
     return pid == pids_.end() || *pid != process.pid;
   });
+  known_.reserve(pids_.size());  // no more: there may be thousands
   next_ = 0;
   lastParent_ = {};
   return pids_;

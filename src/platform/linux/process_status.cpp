@@ -95,12 +95,12 @@ std::optional<ProcessStat> processStat(std::string_view stat) {
   const auto start = numberInField(stat, kStartTime - kState);
   if (!parent || !flags || !threads || !start) return std::nullopt;
   constexpr std::uint64_t kKernelThreadFlag = 0x00200000;  // PF_KTHREAD
-  return ProcessStat{.state = stat.front(),
+  return ProcessStat{.startTicks = *start,
                      .parent = static_cast<std::int32_t>(*parent),
-                     .isKernelThread = (*flags & kKernelThreadFlag) != 0,
+                     .session = static_cast<std::int32_t>(session.value_or(0)),
                      .threads = static_cast<int>(*threads),
-                     .startTicks = *start,
-                     .session = static_cast<std::int32_t>(session.value_or(0))};
+                     .state = stat.front(),
+                     .isKernelThread = (*flags & kKernelThreadFlag) != 0};
 }
 
 ProcessState stateOf(const ProcessStat& stat) {

@@ -29,12 +29,12 @@ std::optional<SharedMemory> sharedInStatus(std::string_view status);
 
 /// Of /proc/PID/stat, what tells where a process comes from and what has become of it.
 struct ProcessStat {
-  char state = '?';              ///< 'Z': it has ended, or its first thread has
-  std::int32_t parent = 0;       ///< 0: none that can be seen from here
-  bool isKernelThread = false;   ///< it runs no program
-  int threads = 0;               ///< those that have not ended; the first counts until all have
   std::uint64_t startTicks = 0;  ///< when it was started, in clock ticks since boot
+  std::int32_t parent = 0;       ///< 0: none that can be seen from here
   std::int32_t session = 0;      ///< the pid that began its session; 0: none that can be seen
+  int threads = 0;               ///< those that have not ended; the first counts until all have
+  char state = '?';              ///< 'Z': it has ended, or its first thread has
+  bool isKernelThread = false;   ///< it runs no program
 };
 
 /// None when the text is not whole.
