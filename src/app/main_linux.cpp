@@ -11,7 +11,7 @@
 #include "frontends/terminal/run_terminal.h"
 #include "frontends/text/printed.h"
 #include "frontends/text/text_front_end.h"
-#include "platform/linux/heap.h"
+#include "platform/heap.h"
 #include "platform/linux/procfs.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include "app/branding.h"
 #include "app/settings_view.h"
 #include "frontends/qt/run_tray.h"
-#include "platform/linux/heap.h"
+#include "platform/heap.h"
 #include "platform/linux/procfs.h"
 
 int main(int argc, char** argv) {

@@ -1,6 +1,7 @@
 #include "ui/status_bar_controller.h"
 
 #include "platform/applications.h"
+#include "platform/heap.h"
 #include "scanner/system_memory.h"
 #include "ui/menu_limits.h"
 #include "ui/status_tool_tip.h"
@@ -163,6 +164,7 @@ void StatusBarController::rebuildMenu() {
   shown_ = digestOf(now);
   rootMenu_ = std::make_shared<const Menu>(MenuConstruction::build(now));
   frontEnd_.menuRebuilt(rootMenu_);
+  platform::returnFreeMemory();  // the menu before went only when this one was complete
 }
 
 std::function<void()> StatusBarController::weakRefresh() {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/applications.h"
+#include "platform/heap.h"
 #include "platform/process_place.h"
 #include "platform/processes.h"
 #include "platform/signals.h"
@@ -107,6 +108,10 @@ GpuReading readGpus(const GpuQuestion& question) {
   scripted.gpusAreWatched = question.isWatched;
   scripted.pidsOnGpus.assign(question.pids.begin(), question.pids.end());
   return scripted.nextCallFails() ? GpuReading() : scripted.gpus;
+}
+
+void returnFreeMemory() {
+  ++scripted.timesFreeMemoryReturned;
 }
 
 void awaitGpus() {

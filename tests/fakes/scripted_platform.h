@@ -110,6 +110,7 @@ struct ScriptedPlatform {
   bool gpusAreWatched = false;           ///< the last question about them
   std::vector<std::int32_t> pidsOnGpus;  ///< whom the last question about them was about
   int gpusAwaited = 0;
+  int timesFreeMemoryReturned = 0;
   int foldersRead = 0;
   int pidListings = 0;
   int mapsRead = 0;

@@ -84,6 +84,16 @@ TEST_F(Refresh, HappensEveryFiveSeconds) {
   EXPECT_EQ(machine().pidListings, 4);
 }
 
+TEST_F(Refresh, ReturnsWhatTheMenuBeforeHeld) {
+  start();
+  const int before = machine().timesFreeMemoryReturned;
+  frontEnd_.advance(5);
+  EXPECT_EQ(machine().timesFreeMemoryReturned, before) << "nothing has changed";
+  addProcess(7, "blender", 700);
+  frontEnd_.advance(5);
+  EXPECT_EQ(machine().timesFreeMemoryReturned, before + 1);
+}
+
 TEST_F(Refresh, ReplacesTheWholeSample) {
   addProcess(7, "blender", 700);
   start();

@@ -1,4 +1,4 @@
-#include "platform/linux/heap.h"
+#include "platform/heap.h"
 
 #include <cstdlib>  // defines __GLIBC__ where the C library is glibc
 
@@ -15,6 +15,12 @@ void keepHeapSmall() {
   mallopt(M_TRIM_THRESHOLD, kBytes);
   constexpr int kPage = 4 << 10;
   mallopt(M_TOP_PAD, kPage);  // what it keeps when it returns memory
+#endif
+}
+
+void returnFreeMemory() {
+#ifdef __GLIBC__
+  malloc_trim(0);
 #endif
 }
 

@@ -4,6 +4,7 @@ set(MACOS_PLATFORM_SOURCES
   argument_block.cpp
   foundation_text.mm
   gpus.cpp
+  heap.cpp
   launch_agent_file.mm
   launchctl_list.cpp
   launch_agents.mm
