@@ -1,5 +1,6 @@
 #include "frontends/terminal/choice_guard.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <string_view>
@@ -19,6 +20,10 @@ constexpr double kBetweenKeys = 0.05;
 constexpr double kStill = 0.3;
 constexpr double kSlowestRepeat = 0.12;  // between a held key's repeats; a console's is 0.09
 constexpr double kFirstRepeat = 0.75;    // most keyboards begin to repeat by then
+
+// The marks of a paste, as they come byte by byte.
+constexpr std::u32string_view kPasteBegins = U"\033[200~";
+constexpr std::u32string_view kPasteEnds = U"\033[201~";
 
 bool isKey(Kind kind) {
   switch (kind) {
@@ -94,7 +99,7 @@ void ChoiceGuard::shown(Targets targets, double now) {
 }
 
 ChoiceGuard::Verdict ChoiceGuard::judge(const Input& input, double now) {
-  const Verdict verdict = verdictOf(input);
+  const Verdict verdict = isPasted(input) ? Verdict::pasted : verdictOf(input);
   if (isKey(input.kind)) {
     // The key may have come long before it was read. Taking the later time is the strict choice:
     // the next key then has to come later to count.
@@ -103,6 +108,33 @@ ChoiceGuard::Verdict ChoiceGuard::judge(const Input& input, double now) {
     if (input.kind == Kind::character) lastLetter_ = now;
   }
   return verdict;
+}
+
+bool ChoiceGuard::isPasted(const Input& input) {
+  const bool lost = input.came - lastInput_ > kPastePatience;
+  const bool wasPasting = pasting_ && !lost;
+  lastInput_ = std::max(lastInput_, input.came);
+  const Kind mark = markEndingWith(input);
+  pasting_ = mark == Kind::pasteBegin || (wasPasting && mark != Kind::pasteEnd);
+  return wasPasting || mark != Kind::nothing;
+}
+
+/// Kind::pasteBegin or Kind::pasteEnd if this input completes such a mark, else Kind::nothing.
+Kind ChoiceGuard::markEndingWith(const Input& input) {
+  if (input.kind == Kind::pasteBegin || input.kind == Kind::pasteEnd) return input.kind;
+  if (input.kind == Kind::escape) {
+    begunMark_ = kPasteBegins.front();
+  } else if (input.kind == Kind::character && !begunMark_.empty()) {
+    begunMark_ += input.character;
+  } else {
+    begunMark_.clear();
+  }
+  if (begunMark_ == kPasteBegins) return Kind::pasteBegin;
+  if (begunMark_ == kPasteEnds) return Kind::pasteEnd;
+  if (!kPasteBegins.starts_with(begunMark_) && !kPasteEnds.starts_with(begunMark_)) {
+    begunMark_.clear();
+  }
+  return Kind::nothing;
 }
 
 ChoiceGuard::Effect ChoiceGuard::effectOf(const Input& input) const {

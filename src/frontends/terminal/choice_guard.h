@@ -42,6 +42,10 @@ Targets targetsOf(Size size, const MenuView& view, const MenuGeometry& geometry,
 /// the repeats of a key that is held down, and what comes so soon after the screen changed that it
 /// was meant for something else.
 ///
+/// Pasted is what stands between the marks that a terminal puts around a paste (bracketed paste). A
+/// mark may come byte by byte: it is then known only by its last byte, and the Escape that it
+/// begins with has already counted as a key.
+///
 /// A key that does more than move the selection counts only 50 ms or more after the key before it,
 /// and 300 ms or more after a letter, which may be part of a typed word. A key that chooses the
 /// selection counts only if the selection has not changed for 300 ms; a click, if the line under
@@ -53,9 +57,14 @@ class ChoiceGuard {
 
   enum class Verdict {
     counts,
-    ignored,  ///< pasted, or the repeat of a held key
+    pasted,   ///< part of a paste, or one of its marks
+    ignored,  ///< the repeat of a held key, or too fast for fingers
     tooSoon,  ///< perhaps meant: tell the user that it did nothing
   };
+
+  /// In seconds. A paste whose end mark is lost is over when nothing has come for that long.
+  static constexpr double kPastePatience = 2;
+
   /// Whether this input may take effect. To be called with every input, in order; `now` is when it
   /// was read.
   [[nodiscard]] Verdict judge(const Input& input, double now);
@@ -65,6 +74,8 @@ class ChoiceGuard {
   Effect effectOf(const Input& input) const;
   Verdict verdictOf(const Input& input) const;
   Verdict verdictOfKey(const Input& input) const;
+  bool isPasted(const Input& input);
+  Input::Kind markEndingWith(const Input& input);
 
   static constexpr double kNever = -std::numeric_limits<double>::infinity();
 
@@ -74,6 +85,10 @@ class ChoiceGuard {
   double lastKey_ = kNever;
   double lastLetter_ = kNever;
   Input::Kind lastKind_ = Input::Kind::nothing;
+
+  bool pasting_ = false;
+  double lastInput_ = 0;      ///< when the last input came
+  std::u32string begunMark_;  ///< the characters so far of a mark that comes byte by byte
 };
 
 }  // namespace terminal

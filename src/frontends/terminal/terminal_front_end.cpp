@@ -60,12 +60,11 @@ Input TerminalFrontEnd::clickedKey(const Input& input) const {
 bool TerminalFrontEnd::counts(const Input& input) {
   using Verdict = ChoiceGuard::Verdict;
   const Verdict verdict = guard_.judge(input, screen_.now());
-  const bool isPasted = paste_.takes(input);
   if (view_.isTyping() && alert_ == nullptr && input.kind != Input::Kind::click) {
     // Words choose nothing. The line ends of a paste are left out.
-    return !isPasted || input.kind == Input::Kind::character;
+    return verdict != Verdict::pasted || input.kind == Input::Kind::character;
   }
-  if (isPasted) {
+  if (verdict == Verdict::pasted) {
     hint("What is pasted does nothing here.");
     return false;
   }

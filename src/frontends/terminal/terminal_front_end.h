@@ -8,7 +8,6 @@
 #include "frontends/terminal/choice_guard.h"
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/menu_view.h"
-#include "frontends/terminal/paste_filter.h"
 #include "frontends/terminal/screen.h"
 #include "frontends/terminal/work_queue.h"
 #include "ui/front_end.h"
@@ -70,7 +69,6 @@ class TerminalFrontEnd : public FrontEnd {
   Screen& screen_;
   double hintSeconds_;
   WorkQueue work_;
-  PasteFilter paste_;
   ChoiceGuard guard_;
   MenuView view_;
   AlertView* alert_ = nullptr;  ///< the one that is open, if any

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -258,6 +259,85 @@ TEST(AKeyThatCameBeforeThePicture, IsNotForIt) {
   keys.wait(10);
   keys.show(question());
   EXPECT_EQ(keys.read({.kind = Kind::enter, .pause = 0.5, .late = 0.6}), Verdict::tooSoon);
+}
+
+Input typedLetter(char32_t character) {
+  return {.kind = Kind::character, .character = character};
+}
+
+/// What a terminal that is slow to send a bracket makes of it.
+std::vector<Input> inSingleBytes(std::u32string_view behindTheEscape) {
+  std::vector<Input> inputs{{.kind = Kind::escape}};
+  for (const char32_t character : behindTheEscape) inputs.push_back(typedLetter(character));
+  return inputs;
+}
+
+std::vector<Input> operator+(std::vector<Input> all, const std::vector<Input>& more) {
+  all.insert(all.end(), more.begin(), more.end());
+  return all;
+}
+
+const std::vector<Input> kBegin{{.kind = Kind::pasteBegin}};
+const std::vector<Input> kPasteEnd{{.kind = Kind::pasteEnd}};
+const std::vector<Input> kEnter{{.kind = Kind::enter}};
+
+struct PasteRow {
+  const char* name;
+  std::vector<Input> inputs;
+  std::string taken;  ///< one character for each: "x" when it is taken, "." when not
+};
+
+class Pastes : public testing::TestWithParam<PasteRow> {};
+
+TEST_P(Pastes, AreTaken) {
+  ChoiceGuard guard;
+  std::string taken;
+  double now = 100;
+  for (Input input : GetParam().inputs) {
+    input.came = now += 0.06;
+    taken += guard.judge(input, now) == Verdict::pasted ? 'x' : '.';
+  }
+  EXPECT_EQ(taken, GetParam().taken);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, Pastes,
+    testing::Values(
+        PasteRow{"Keys", kEnter + kEnter, ".."},
+        PasteRow{"Paste", kBegin + kEnter + kPasteEnd + kEnter, "xxx."},
+        PasteRow{"Empty", kBegin + kPasteEnd + kEnter, "xx."},
+        PasteRow{"Endless", kBegin + kEnter + kEnter, "xxx"},
+        PasteRow{"TwiceBegun", kBegin + kBegin + kPasteEnd + kEnter, "xxx."},
+        PasteRow{"EndAlone", kPasteEnd + kEnter, "x."},
+        PasteRow{"EndTwice", kBegin + kPasteEnd + kPasteEnd + kEnter, "xxx."},
+        PasteRow{"TwoPastes", kBegin + kPasteEnd + kEnter + kBegin + kEnter + kPasteEnd, "xx.xxx"},
+        PasteRow{"BeginInBytes", inSingleBytes(U"[200~") + kEnter + kPasteEnd, ".....xxx"},
+        PasteRow{"EndInBytes", kBegin + inSingleBytes(U"[201~") + kEnter, "xxxxxxx."},
+        PasteRow{"BothInBytes", inSingleBytes(U"[200~") + kEnter + inSingleBytes(U"[201~") + kEnter,
+                 ".....xxxxxxxx."},
+        PasteRow{"EndInBytesAlone", inSingleBytes(U"[201~") + kEnter, ".....x."},
+        PasteRow{"EscapeTwice", inSingleBytes(U"") + inSingleBytes(U"[200~") + kEnter, "......xx"},
+        PasteRow{"OtherSequence", inSingleBytes(U"[202~") + kEnter, "......."},
+        PasteRow{"BrokenOff", inSingleBytes(U"[20") + kEnter + inSingleBytes(U"0~") + kEnter,
+                 "........."},
+        PasteRow{"WithoutEscape",
+                 {typedLetter(U'['), typedLetter(U'2'), typedLetter(U'0'), typedLetter(U'0'),
+                  typedLetter(U'~')},
+                 "....."},
+        PasteRow{"EscapeInsideAPaste", kBegin + inSingleBytes(U"") + kEnter + kPasteEnd + kEnter,
+                 "xxxx."}),
+    rowName<PasteRow>);
+
+TEST(PasteWithoutAnEnd, IsOverWhenNothingHasComeForAWhile) {
+  ChoiceGuard guard;
+  const auto isPastedAt = [&](Kind kind, double when) {
+    return guard.judge({.kind = kind, .came = when}, when) == Verdict::pasted;
+  };
+  EXPECT_TRUE(isPastedAt(Kind::pasteBegin, 100));
+  EXPECT_TRUE(isPastedAt(Kind::enter, 101.9)) << "a slow line";
+  EXPECT_TRUE(isPastedAt(Kind::enter, 103.8));
+  EXPECT_FALSE(isPastedAt(Kind::enter, 105.9));
+  EXPECT_FALSE(isPastedAt(Kind::enter, 106));
 }
 
 }  // namespace
