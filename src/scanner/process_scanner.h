@@ -37,7 +37,7 @@ std::vector<VordaProcess> scan(double minMemMB);
 std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents,
                                std::span<const std::int32_t> alsoPids = {});
 
-// What a process is: fixed_rules/role_by_words.cpp, training_detection.cpp.
+// What a process is: fixed_rules/role_by_words.cpp.
 
 /// The role of a process, from its executable name (or path), its arguments and its command line.
 /// Training is tested before inference, so a training run that mentions a server is still

@@ -19,16 +19,6 @@ namespace ProcessScanner {
 /// Its role by the words anywhere in its line: role_by_words.cpp.
 LabRole roleOf(std::string_view exe, const CommandLine& line);
 
-/// Whether a process trains or fine-tunes a model.
-enum class Training {
-  no,
-  unlessServing,  ///< there is only evidence of LoRA, which a server with an adapter shows too
-  yes,
-};
-
-/// Asked first of all for the role: training_detection.cpp.
-Training trainingOf(std::string_view exe, const CommandLine& line);
-
 // What it is called. `exe` keeps its case here.
 
 /// The name of a process of which the role is known: friendly_naming.cpp. The role may come from
