@@ -14,4 +14,9 @@ std::string compact(double mb) {
   return text::format("%4.1f MB", mb);
 }
 
+std::string inSentence(double mb) {
+  const std::string text = compact(mb);
+  return text.substr(text.find_first_not_of(' '));
+}
+
 }  // namespace MemoryFormat

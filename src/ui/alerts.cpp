@@ -9,7 +9,6 @@
 #include "scanner/vorda_process.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
-#include "ui/family_items.h"
 #include "ui/family_view.h"
 #include "ui/memory_lines.h"
 #include "ui/name_limits.h"

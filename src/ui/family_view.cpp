@@ -1,11 +1,35 @@
 #include "ui/family_view.h"
 
 #include <algorithm>
+#include <set>
 
+#include "scanner/memory_format.h"
 #include "text/display_line.h"
+#include "ui/menu_builders.h"
+#include "ui/menu_limits.h"
 #include "ui/name_limits.h"
 
 namespace {
+
+using MenuBuilders::command;
+using MenuBuilders::label;
+using MenuBuilders::named;
+using MenuBuilders::separator;
+
+/// "Runs as 13 processes  ·  up to 1.9 GB", until it is known how much the user's own of them hold.
+MenuItem memoryLine(const FamilyView& family, std::size_t own) {
+  const std::size_t all = family.members.size();
+  LiveTitle live{
+      .beginning = "Runs as " + std::to_string(all) + " processes" + MenuBuilders::kSeparator,
+      .ending = own == all ? "" : " in your own " + std::to_string(own)};
+  live.title = live.beginning + "up to " + MemoryFormat::inSentence(family.memMB);
+  for (const VordaProcess* member : family.members) {
+    if (!member->isProtected) live.processes.push_back({member->pid, member->identity});
+  }
+  MenuItem line = label(live.title);
+  line.live = std::make_shared<LiveTitle>(std::move(live));
+  return line;
+}
 
 /// The head, then the largest first.
 void sortMembers(FamilyView& family) {
@@ -53,4 +77,78 @@ const FamilyView* FamilyViews::headedBy(std::int32_t head) const {
 
 const FamilyView* FamilyViews::of(const VordaProcess& process) const {
   return process.family ? headedBy(*process.family) : nullptr;
+}
+
+void setFairShares(LiveTitle& live, const FairShareInquiry::Shares& shares) {
+  double sum = 0;
+  for (const auto& share : shares) {
+    if (!share) return;
+    sum += *share;
+  }
+  live.title = live.beginning + MemoryFormat::inSentence(sum) + live.ending;
+  live.isKnown = true;
+}
+
+const FamilyEntries* FamilyItems::of(const VordaProcess& process) {
+  const FamilyView* const family = families_.of(process);
+  if (family == nullptr) return nullptr;
+  const auto [entries, isNew] = made_.try_emplace(family->head);
+  if (isNew) entries->second = entriesOf(*family);
+  return &entries->second;
+}
+
+FamilyEntries FamilyItems::entriesOf(const FamilyView& family) const {
+  const std::string count = std::to_string(family.members.size());
+  std::vector<MenuItem> members;
+  std::size_t own = 0;
+  for (const VordaProcess* member : family.members) {
+    if (!member->isProtected) ++own;
+    if (members.size() < MenuLimits::kMaxFamilyMembers)
+      members.push_back(makeRow_(*member, nullptr));
+  }
+  if (family.members.size() > MenuLimits::kMaxFamilyMembers) {
+    members.push_back(label(
+        "and " + std::to_string(family.members.size() - MenuLimits::kMaxFamilyMembers) + " more"));
+  }
+
+  FamilyEntries entries{.toolTip = "One of " + count + " of " + family.name};
+  entries.items.push_back(separator());
+  entries.items.push_back(memoryLine(family, own));
+  entries.items.push_back(command("Its " + count + " processes…", Action::openRow));
+  entries.items.back().opens = std::make_shared<const std::vector<MenuItem>>(std::move(members));
+  if (own > 1) {
+    const std::string all = "Quit all " + std::to_string(own) + "…";
+    entries.items.push_back(command(all, Action::quitFamily, family.head));
+    entries.items.push_back(command("Force " + all, Action::forceFamily, family.head));
+  }
+
+  const VordaProcess& main = family.main();
+  MenuItem folded = makeRow_(main, &entries);
+  const MenuItem title =
+      named(main.labRole == LabRole::none ? "" : MenuBuilders::kWorkload, family.name,
+            "  (" + count + ")" + MenuBuilders::kSeparator + MemoryFormat::compact(family.memMB));
+  folded.title = title.title;
+  folded.name = title.name;
+  entries.folded = std::make_shared<const MenuItem>(std::move(folded));
+  return entries;
+}
+
+std::string leftBehindLine(const VordaProcess& process) {
+  if (!process.leftBehindBy) return {};
+  return "Left behind: pid " + std::to_string(*process.leftBehindBy) +
+         ", which started it, has ended";
+}
+
+Menu foldedMenu(const Menu& menu) {
+  Menu folded;
+  std::set<const MenuItem*> seen;  // in this section
+  for (const MenuItem& item : menu.items) {
+    if (isHeading(item) || item.kind == MenuItem::Kind::separator) seen.clear();
+    if (!item.folded) {
+      folded.items.push_back(item);
+    } else if (seen.insert(item.folded.get()).second) {
+      folded.items.push_back(*item.folded);
+    }
+  }
+  return folded;
 }

@@ -8,16 +8,6 @@
 #include "ui/menu_limits.h"
 #include "ui/name_limits.h"
 
-namespace {
-
-/// The compact form within a sentence.
-std::string inSentence(double memMB) {
-  const std::string text = MemoryFormat::compact(memMB);
-  return text.substr(text.find_first_not_of(' '));
-}
-
-}  // namespace
-
 std::vector<std::string> gpuLines(const VordaProcess& process) {
   constexpr std::size_t kMost = MenuLimits::kMaxGpuShares;
   std::vector<std::string> lines;
@@ -42,9 +32,9 @@ std::vector<std::string> mappedLines(const VordaProcess& process) {
   std::vector<std::string> lines;
   if (!process.mapped) return lines;
   if (process.mapped->mappedMB > 0)
-    lines.push_back("Mapped: " + inSentence(process.mapped->mappedMB));
+    lines.push_back("Mapped: " + MemoryFormat::inSentence(process.mapped->mappedMB));
   if (process.mapped->sharedMB > 0)
-    lines.push_back("Shared: " + inSentence(process.mapped->sharedMB));
+    lines.push_back("Shared: " + MemoryFormat::inSentence(process.mapped->sharedMB));
   return lines;
 }
 
@@ -59,7 +49,7 @@ std::vector<std::string> mappedFileLines(const VordaProcess& process) {
   if (!process.mapped) return lines;
   for (const MappedMemory::File& file : process.mapped->files) {
     lines.push_back("  " + NameLimits::cut(text::displayName(file.name), NameLimits::kFileName) +
-                    MenuBuilders::kSeparator + inSentence(file.memMB));
+                    MenuBuilders::kSeparator + MemoryFormat::inSentence(file.memMB));
   }
   return lines;
 }
@@ -67,6 +57,6 @@ std::vector<std::string> mappedFileLines(const VordaProcess& process) {
 std::string mappedEnding(const VordaProcess& process) {
   if (process.labRole == LabRole::none || !process.mapped) return {};
   if (process.mapped->modelMB < 1) return {};
-  return std::string(MenuBuilders::kSeparator) + "+" + inSentence(process.mapped->modelMB) +
-         " mapped";
+  return std::string(MenuBuilders::kSeparator) + "+" +
+         MemoryFormat::inSentence(process.mapped->modelMB) + " mapped";
 }

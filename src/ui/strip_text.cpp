@@ -16,10 +16,9 @@ std::string trackDescription(const std::string& what, std::span<const Segment> s
   std::string words = what + " " + std::to_string(percentUsed(pressure)) + " percent used";
   const char* separator = ": ";
   for (const Segment& segment : segments) {
-    const std::string figure = MemoryFormat::compact(segment.memMB);
     words += separator +
              NameLimits::cut(text::displayName(segment.label), NameLimits::kProcessName) + ' ' +
-             figure.substr(figure.find_first_not_of(' '));
+             MemoryFormat::inSentence(segment.memMB);
     separator = ", ";
   }
   return words;

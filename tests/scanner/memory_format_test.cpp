@@ -35,6 +35,12 @@ constexpr MemoryFormatRow kMemoryFormatRows[] = {
     {"Wide", 1024 * 1024, "1024.00 GB", "1024.0 GB"},
 };
 
+TEST(MemoryInASentence, HasNoBlanksBeforeIt) {
+  EXPECT_EQ(MemoryFormat::inSentence(9.94), "9.9 MB");
+  EXPECT_EQ(MemoryFormat::inSentence(10), "10 MB");
+  EXPECT_EQ(MemoryFormat::inSentence(1024 * 1024), "1024.0 GB");
+}
+
 INSTANTIATE_TEST_SUITE_P(Table, MemoryFormats, testing::ValuesIn(kMemoryFormatRows),
                          rowName<MemoryFormatRow>);
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "ui/controller_test.h"
-#include "ui/family_items.h"
+#include "ui/family_view.h"
 #include "ui/short_menu.h"
 
 namespace {

@@ -7,7 +7,7 @@
 
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/row_search.h"
-#include "ui/family_items.h"
+#include "ui/family_view.h"
 
 namespace terminal {
 namespace {
