@@ -30,6 +30,20 @@ void bringToFront(QWidget& window) {
 
 }  // namespace
 
+void MenuTracking::begin(Shown menu) {
+  if (delegate_ == nullptr) return;
+  end(shown_);
+  delegate_->menuNeedsUpdate();
+  shown_ = menu;
+  delegate_->menuWillOpen();
+}
+
+void MenuTracking::end(Shown menu) {
+  if (shown_ == Shown::none || shown_ != menu) return;
+  shown_ = Shown::none;
+  if (delegate_ != nullptr) delegate_->menuDidClose();
+}
+
 QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings)
     : settingsLines_(std::move(settings)), menu_(std::make_shared<const Menu>()) {
   makeMenusAccessible();

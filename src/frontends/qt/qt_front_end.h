@@ -14,7 +14,6 @@
 #include "frontends/qt/bus/tray_connection.h"
 #include "frontends/qt/exported_menu.h"
 #include "frontends/qt/kde_colors.h"
-#include "frontends/qt/menu_tracking.h"
 #include "frontends/qt/settings_window.h"
 #include "frontends/qt/tray_presence.h"
 #include "ui/front_end.h"
@@ -23,6 +22,25 @@
 class AlertDialog;
 class PopupMenu;
 class QWidget;
+
+/// Keeps track of which menu is open, and reports to the delegate. For the delegate there is only
+/// one menu, though two toolkits may show it; when one opens, the other counts as closed.
+class MenuTracking {
+ public:
+  enum class Shown { none, popup, hostMenu };
+
+  void reportTo(MenuDelegate* delegate) { delegate_ = delegate; }
+
+  /// A menu is about to open. Brings its items up to date.
+  void begin(Shown menu);
+
+  /// That menu has closed. Does nothing if it was not open.
+  void end(Shown menu);
+
+ private:
+  MenuDelegate* delegate_ = nullptr;
+  Shown shown_ = Shown::none;
+};
 
 /// The desktop: an icon in the tray with a tooltip and a menu, alerts, the Settings window.
 /// Needs a QApplication.
