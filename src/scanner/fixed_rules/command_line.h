@@ -17,10 +17,20 @@ namespace ProcessScanner {
 class CommandLine {
  public:
   /// Starts over with these arguments; `joined` is the line that markers are looked for in.
-  void read(std::span<const std::string_view> arguments, std::string_view joined);
+  void read(std::span<const std::string_view> arguments, std::string_view joined) {
+    line_.clear();
+    text::appendLowered(joined, line_);
+    arguments_ = arguments;
+    isLowered_ = false;
+    found_ = MarkerSearch::find(line_);
+  }
 
   /// The same for texts that are already in lower case.
-  void readLowered(std::span<const std::string_view> arguments, std::string_view lower);
+  void readLowered(std::span<const std::string_view> arguments, std::string_view lower) {
+    arguments_ = arguments;
+    isLowered_ = true;
+    found_ = MarkerSearch::find(lower);
+  }
 
   /// As given: neither lowered nor checked.
   std::span<const std::string_view> arguments() const { return arguments_; }
@@ -60,6 +70,8 @@ class CommandLine {
 };
 
 /// The strings as views; they must outlive the result.
-std::vector<std::string_view> viewsOf(std::span<const std::string> strings);
+inline std::vector<std::string_view> viewsOf(std::span<const std::string> strings) {
+  return {strings.begin(), strings.end()};
+}
 
 }  // namespace ProcessScanner
