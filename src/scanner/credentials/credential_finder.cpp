@@ -9,7 +9,6 @@
 #include "scanner/credentials/harmless_values.h"
 #include "scanner/credentials/named_credentials.h"
 #include "scanner/credentials/program_credentials.h"
-#include "scanner/credentials/randomness.h"
 #include "scanner/credentials/url_credentials.h"
 #include "scanner/credentials/value_bounds.h"
 #include "text/ascii.h"
@@ -29,7 +28,6 @@ class ArgumentSearch {
   InArguments run() {
     for (std::size_t i = 0; i < arguments_.size(); ++i) takeArgument(i);
     appendProgramCredentials(arguments_, found_);
-    takeLoneOptions();
     return {grouped(), arguments_.size()};
   }
 
@@ -43,10 +41,12 @@ class ArgumentSearch {
     appendUrlCredentials(argument, spans_);
     appendCredentialFormats(argument, spans_);
     for (const TextSpan& span : spans_) found_.push_back({i, span});
-    if (spans_.empty()) takeUserInfo(i);
-    if (before.form == Form::nothing && i > 0 && spans_.empty()) takePaired(i);
-    if (before.form == Form::nothing && i > 0 && spans_.empty() &&
-        isBareCredential(argument, arguments_[i - 1])) {
+    if (!spans_.empty()) return;
+    appendUserInfo(argument, spans_);
+    for (const TextSpan& span : spans_) found_.push_back({i, span});
+    if (before.form != Form::nothing || i == 0) return;
+    takePaired(i);
+    if (isBareCredential(argument, arguments_[i - 1])) {
       found_.push_back({i, {0, argument.size()}});
     }
   }
@@ -74,18 +74,11 @@ class ArgumentSearch {
     }
     if (kind == NameKind::harmless || !mayBeSecret(argument, kind)) return false;
     // "-e NAME=value": only the value of NAME can be random here, and NAME decides about it.
-    if (kind == NameKind::unknown && isSetting(argument)) return false;
+    if (kind == NameKind::unknown && isAssignment(argument)) return false;
     const std::size_t shown = shownScheme(argument);
     found_.push_back({i, {shown, argument.size()}});
     announced_ = {};
     return true;
-  }
-
-  static bool isSetting(std::string_view text) {
-    const std::size_t separator = text.find('=');
-    return separator != std::string_view::npos && separator > 0 && separator + 2 < text.size() &&
-           std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(separator),
-                       isNameCharacter);
   }
 
   /// "--auth Bearer V", "--auth Basic dTpw"
@@ -134,80 +127,6 @@ class ArgumentSearch {
       if (std::ranges::find(kVerbs, arguments_[i]) != kVerbs.end()) return true;
     }
     return false;
-  }
-
-  /// "user:password@host" without a scheme
-  void takeUserInfo(std::size_t i) {
-    const std::string_view text = arguments_[i];
-    const std::size_t colon = text.find(':');
-    if (colon == std::string_view::npos || colon == 0) return;
-    const std::size_t at = text.rfind('@');
-    if (at == std::string_view::npos || at < colon || at + 1 == text.size()) return;
-    const std::string_view password = text.substr(colon + 1, at - colon - 1);
-    const std::string_view host = text.substr(at + 1);
-    constexpr std::size_t kLongest = 80;
-    constexpr std::size_t kShortest = 6;
-    if (password.size() < kShortest || password.size() > kLongest || isNothing(password)) return;
-    if (password.find_first_of("/ ") != std::string_view::npos) return;
-    if (host.find_first_of(" @=") != std::string_view::npos || host.starts_with("sha256:")) return;
-    const auto isUserCharacter = [](char c) {
-      return text::isAlphanumeric(c) || c == '.' || c == '-' || c == '_' || c == '/' || c == '\\';
-    };
-    const std::string_view user = text.substr(0, colon);
-    if (user.size() > kLongest || !std::ranges::all_of(user, isUserCharacter)) return;
-    const bool hasBoth = std::ranges::any_of(password, text::isDigit) &&
-                         std::ranges::any_of(password, text::isLetter);
-    if (!hasBoth || (text::isDigit(host[0]) && host.find('.') == std::string_view::npos)) return;
-    found_.push_back({i, {colon + 1, at}});
-  }
-
-  /// For programs that we know nothing of: where a user's name is given, a word behind "-p" that
-  /// looks like a password is taken for one, and so is what follows the user's name and a ":".
-  void takeLoneOptions() {
-    bool hasUser = false;
-    for (std::size_t i = 0; i + 1 < arguments_.size(); ++i) {
-      const std::string_view option = arguments_[i];
-      if (option.size() < 2 || option[0] != '-') continue;
-      const std::string_view value = arguments_[i + 1];
-      if (isUserOption(option)) {
-        hasUser = true;
-        const std::size_t colon = value.find(':');
-        if (colon != std::string_view::npos && colon > 0 &&
-            value.find_first_of("?=/") == std::string_view::npos) {
-          const std::string_view password = value.substr(colon + 1);
-          if (looksSecret(password) || looksLikeKey(password)) {
-            found_.push_back({i + 1, {colon + 1, value.size()}});
-          }
-        }
-      } else if ((hasUser && isPasswordOption(option) && looksSecret(value)) ||
-                 (value.size() >= kShortestGenerated && mayTakePassword(option) &&
-                  looksGenerated(value))) {
-        found_.push_back({i + 1, {0, value.size()}});
-      }
-    }
-  }
-
-  static constexpr std::size_t kShortestGenerated = 10;
-
-  static bool isUserOption(std::string_view option) {
-    constexpr std::array<std::string_view, 10> kOptions{
-        "-u",    "-U",      "--user", "-l",      "--username",
-        "-user", "--login", "--auth", "--creds", "--credentials"};
-    return std::ranges::find(kOptions, option) != kOptions.end();
-  }
-
-  /// Options that some programs use for a password. No matter which program it is, a value that
-  /// looks random is taken for one.
-  static bool mayTakePassword(std::string_view option) {
-    constexpr std::array<std::string_view, 8> kOptions{"-a",  "-A",    "-k", "-K",
-                                                       "-pw", "-auth", "-S", "-t"};
-    constexpr std::size_t kLongest = 5;
-    if (option.size() > kLongest) return false;
-    return isPasswordOption(option) || std::ranges::find(kOptions, option) != kOptions.end();
-  }
-
-  static bool isPasswordOption(std::string_view option) {
-    return option == "-p" || option == "-P" || option == "-w" || option == "-W";
   }
 
   std::vector<InArgument> grouped() {

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <string>
 #include <vector>
 
 #include "scanner/credentials/credential_name_words.h"
 #include "scanner/credentials/key_tree.h"
+#include "scanner/credentials/value_bounds.h"
 #include "scanner/credentials/word_set.h"
 #include "text/ascii.h"
 
@@ -134,6 +134,20 @@ bool holdsTellingPair(std::string_view name) {
   return false;
 }
 
+/// Whether the name that begins here is where a setting's name would be, and not inside a program's
+/// source text.
+bool isSettingsName(std::string_view text, std::size_t begin) {
+  return begin == 0 || text[begin] == '-' || text[begin - 1] == '?' || text[begin - 1] == '&' ||
+         isQuote(text[begin - 1]);
+}
+
+/// Field names that hold the secret itself, inside an object that is named like a credential.
+bool isNeutral(std::string_view name) {
+  constexpr std::array kNeutral{"value"sv,   "data"sv, "content"sv, "plain"sv, "default"sv,
+                                "current"sv, "text"sv, "string"sv,  "raw"sv};
+  return std::ranges::find(kNeutral, name) != kNeutral.end();
+}
+
 }  // namespace
 
 NameKind kindOf(std::string_view name) {
@@ -160,6 +174,22 @@ bool isSwitch(std::string_view name) {
   while (!name.empty() && isSeparator(name.front())) name.remove_prefix(1);
   const auto end = std::ranges::find_if(name, isSeparator);
   return switches().holds(name.substr(0, static_cast<std::size_t>(end - name.begin())));
+}
+
+NameKind kindIn(std::string_view text, std::size_t begin, std::size_t end,
+                std::optional<NameKind> object) {
+  const std::string_view name = text.substr(begin, end - begin);
+  const char value = end + 1 < text.size() ? text[end + 1] : '\0';
+  // PWD and OLDPWD, the shell's folders.
+  if (name.ends_with("PWD") && (value == '/' || value == '~')) return NameKind::harmless;
+  NameKind kind = kindOf(name);
+  if (kind == NameKind::anyKey && !isSettingsName(text, begin)) kind = NameKind::key;
+  if (object && !isStrong(kind) && isNeutral(name)) return *object;
+  // "-object secret,id=…,data=…"
+  if (kind == NameKind::unknown && name == "data" && text.starts_with("secret,")) {
+    return NameKind::token;
+  }
+  return kind;
 }
 
 }  // namespace credentials

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace credentials {
@@ -24,6 +26,11 @@ enum class NameKind {
 /// ("OPENAI_API_KEY"), a header ("X-Api-Key"), a field ("apiKey") or a setting ("auth.password").
 /// The end of the name decides. Case and separators do not matter.
 NameKind kindOf(std::string_view name);
+
+/// The same for the name between two places of a text, where what stands around it counts too.
+/// `object`: the kind of the object that holds the name, if one does.
+NameKind kindIn(std::string_view text, std::size_t begin, std::size_t end,
+                std::optional<NameKind> object);
 
 /// Whether a value with such a name may have to be masked.
 constexpr bool isCredential(NameKind kind) {

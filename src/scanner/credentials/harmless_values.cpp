@@ -142,4 +142,10 @@ bool isPath(std::string_view text) {
          std::ranges::all_of(text, isPathCharacter);
 }
 
+bool isTag(std::string_view value) {
+  constexpr std::array kTags{"latest"sv, "stable"sv, "edge"sv,    "main"sv, "master"sv, "dev"sv,
+                             "prod"sv,   "alpine"sv, "nightly"sv, "slim"sv, "test"sv,   "beta"sv};
+  return std::ranges::find(kTags, value) != kTags.end();
+}
+
 }  // namespace credentials

@@ -12,6 +12,9 @@ bool isNothing(std::string_view value);
 /// ("***").
 bool isReference(std::string_view value);
 
+/// Whether it is the tag in "image:tag", so that the name before it has no secret value.
+bool isTag(std::string_view value);
+
 /// Whether it is a path or the name of a file.
 bool isPath(std::string_view text);
 

@@ -15,13 +15,6 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Words that are the tag in "image:tag", so that the name before them has no secret value.
-bool isTag(std::string_view value) {
-  constexpr std::array kTags{"latest"sv, "stable"sv, "edge"sv,    "main"sv, "master"sv, "dev"sv,
-                             "prod"sv,   "alpine"sv, "nightly"sv, "slim"sv, "test"sv,   "beta"sv};
-  return std::ranges::find(kTags, value) != kTags.end();
-}
-
 class NameSearch {
  public:
   NameSearch(std::string_view text, bool isArgument, int& namesLeft, std::vector<TextSpan>& found)
@@ -109,43 +102,7 @@ class NameSearch {
   }
 
   NameKind kindAt(std::size_t begin, std::size_t end) const {
-    const std::string_view own = name(begin, end);
-    // PWD and OLDPWD, the shell's folders.
-    if (own.ends_with("PWD") && (at(end + 1) == '/' || at(end + 1) == '~')) {
-      return NameKind::harmless;
-    }
-    NameKind kind = kindOf(own);
-    if (kind == NameKind::anyKey && !isSetting(begin)) kind = NameKind::key;
-    if (const auto object = values_.objectAround(begin);
-        object && !isStrong(kind) && isNeutral(own)) {
-      return *object;
-    }
-    // "-object secret,id=…,data=…"
-    if (kind == NameKind::unknown && own == "data" && text_.starts_with("secret,")) {
-      return NameKind::token;
-    }
-    return kind;
-  }
-
-  /// Whether the name is where a setting's name would be, and not inside a program's source text.
-  bool isSetting(std::size_t begin) const {
-    return begin == 0 || text_[begin] == '-' || text_[begin - 1] == '?' ||
-           text_[begin - 1] == '&' || isQuote(text_[begin - 1]);
-  }
-
-  /// "NAME=value": only the value of NAME can be random here.
-  static bool isSetting(std::string_view word) {
-    const std::size_t separator = word.find('=');
-    return separator != std::string_view::npos && separator > 0 && separator + 2 < word.size() &&
-           std::all_of(word.begin(), word.begin() + static_cast<std::ptrdiff_t>(separator),
-                       isNameCharacter);
-  }
-
-  /// Field names that hold the secret itself, inside an object that is named like a credential.
-  static bool isNeutral(std::string_view own) {
-    constexpr std::array kNeutral{"value"sv,   "data"sv, "content"sv, "plain"sv, "default"sv,
-                                  "current"sv, "text"sv, "string"sv,  "raw"sv};
-    return std::ranges::find(kNeutral, own) != kNeutral.end();
+    return kindIn(text_, begin, end, values_.objectAround(begin));
   }
 
   /// "Name: value", "name:value", "name:=value"
@@ -362,7 +319,9 @@ class NameSearch {
     if (!isCredential(kind) && kind != NameKind::unknown) return 0;
     const std::string_view word = text_.substr(value, bounds_.judgedEnd(value) - value);
     if (isOption(word)) return 0;
-    if (kind == NameKind::unknown && (!looksRandomValue(word, kind) || isSetting(word))) return 0;
+    // "--env NAME=value": NAME decides.
+    if (kind == NameKind::unknown && (!looksRandomValue(word, kind) || isAssignment(word)))
+      return 0;
     const std::size_t taken = values_.take(kind, value, false);
     return taken > value ? taken : 0;
   }

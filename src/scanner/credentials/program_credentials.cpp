@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "scanner/credentials/credential_value.h"
 #include "scanner/credentials/piped_credentials.h"
 #include "scanner/credentials/program_rule_follower.h"
 #include "scanner/credentials/program_rules.h"
+#include "scanner/credentials/randomness.h"
 #include "scanner/credentials/shell_words.h"
 #include "text/contains.h"
 
@@ -94,11 +96,61 @@ class Search {
   bool isValue_ = false;  // the next word is the value of an option
 };
 
+bool isUserOption(std::string_view option) {
+  constexpr std::array<std::string_view, 10> kOptions{
+      "-u",    "-U",      "--user", "-l",      "--username",
+      "-user", "--login", "--auth", "--creds", "--credentials"};
+  return std::ranges::find(kOptions, option) != kOptions.end();
+}
+
+bool isPasswordOption(std::string_view option) {
+  return option == "-p" || option == "-P" || option == "-w" || option == "-W";
+}
+
+/// Options that some programs use for a password. No matter which program it is, a value that
+/// looks random is taken for one.
+bool mayTakePassword(std::string_view option) {
+  constexpr std::array<std::string_view, 8> kOptions{"-a",  "-A",    "-k", "-K",
+                                                     "-pw", "-auth", "-S", "-t"};
+  constexpr std::size_t kLongest = 5;
+  if (option.size() > kLongest) return false;
+  return isPasswordOption(option) || std::ranges::find(kOptions, option) != kOptions.end();
+}
+
+/// Of every program, because most are in no table: where a user's name is given, a word behind "-p"
+/// that looks like a password is taken for one, and so is what follows the user's name and a ":".
+void appendFromUnknownPrograms(std::span<const std::string_view> arguments,
+                               std::vector<ArgumentSpan>& found) {
+  constexpr std::size_t kShortestGenerated = 10;
+  bool hasUser = false;
+  for (std::size_t i = 0; i + 1 < arguments.size(); ++i) {
+    const std::string_view option = arguments[i];
+    if (option.size() < 2 || option[0] != '-') continue;
+    const std::string_view value = arguments[i + 1];
+    if (isUserOption(option)) {
+      hasUser = true;
+      const std::size_t colon = value.find(':');
+      if (colon != std::string_view::npos && colon > 0 &&
+          value.find_first_of("?=/") == std::string_view::npos) {
+        const std::string_view password = value.substr(colon + 1);
+        if (looksSecret(password) || looksLikeKey(password)) {
+          found.push_back({i + 1, {colon + 1, value.size()}});
+        }
+      }
+    } else if ((hasUser && isPasswordOption(option) && looksSecret(value)) ||
+               (value.size() >= kShortestGenerated && mayTakePassword(option) &&
+                looksGenerated(value))) {
+      found.push_back({i + 1, {0, value.size()}});
+    }
+  }
+}
+
 }  // namespace
 
 void appendProgramCredentials(std::span<const std::string_view> arguments,
                               std::vector<ArgumentSpan>& found) {
   Search(found).run(arguments);
+  appendFromUnknownPrograms(arguments, found);
 }
 
 }  // namespace credentials

@@ -157,4 +157,27 @@ void appendUrlCredentials(std::string_view text, std::vector<TextSpan>& found) {
   }
 }
 
+void appendUserInfo(std::string_view text, std::vector<TextSpan>& found) {
+  const std::size_t colon = text.find(':');
+  if (colon == std::string_view::npos || colon == 0) return;
+  const std::size_t at = text.rfind('@');
+  if (at == std::string_view::npos || at < colon || at + 1 == text.size()) return;
+  const std::string_view password = text.substr(colon + 1, at - colon - 1);
+  const std::string_view host = text.substr(at + 1);
+  constexpr std::size_t kLongest = 80;
+  constexpr std::size_t kShortest = 6;
+  if (password.size() < kShortest || password.size() > kLongest || isNothing(password)) return;
+  if (password.find_first_of("/ ") != std::string_view::npos) return;
+  if (host.find_first_of(" @=") != std::string_view::npos || host.starts_with("sha256:")) return;
+  const auto isUserCharacter = [](char c) {
+    return text::isAlphanumeric(c) || c == '.' || c == '-' || c == '_' || c == '/' || c == '\\';
+  };
+  const std::string_view user = text.substr(0, colon);
+  if (user.size() > kLongest || !std::ranges::all_of(user, isUserCharacter)) return;
+  const bool hasBoth =
+      std::ranges::any_of(password, text::isDigit) && std::ranges::any_of(password, text::isLetter);
+  if (!hasBoth || (text::isDigit(host[0]) && host.find('.') == std::string_view::npos)) return;
+  found.push_back({colon + 1, at});
+}
+
 }  // namespace credentials

@@ -13,4 +13,7 @@ namespace credentials {
 /// the length of the text.
 void appendUrlCredentials(std::string_view text, std::vector<TextSpan>& found);
 
+/// Appends the password of a text that is as a whole "user:password@host", without a scheme.
+void appendUserInfo(std::string_view text, std::vector<TextSpan>& found);
+
 }  // namespace credentials
