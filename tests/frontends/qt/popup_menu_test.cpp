@@ -3,73 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QCoreApplication>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPointer>
-#include <QScreen>
-#include <QStyle>
 #include <QTextLayout>
-#include <QTimer>
 #include <QToolTip>
-#include <QWheelEvent>
 #include <QWidgetAction>
 
 #include "frontends/qt/accessible_menu.h"
 #include "frontends/qt/desktop_colors.h"
-#include "frontends/qt/event_loop.h"
-#include "frontends/qt/menu_examples.h"
+#include "frontends/qt/popup_menu_fixture.h"
 #include "frontends/qt/strip_widget.h"
 
 namespace {
-
-class PopupMenuTest : public testing::Test {
- protected:
-  PopupMenuTest() {
-    QObject::connect(
-        &menu, &PopupMenu::chosen,
-        [this](const std::shared_ptr<const MenuItem>& item) { chosen.push_back(item->title); });
-    menu.setMenu(menuOf(exampleItems()));
-  }
-
-  bool chosenRowIsInSight() const {
-    const int arrow = menu.style()->pixelMetric(QStyle::PM_MenuScrollerHeight, nullptr, &menu);
-    const QRect row = menu.actionGeometry(menu.activeAction());
-    const bool isFirst = menu.activeAction() == menu.actions().front();
-    const bool isLast = menu.activeAction() == menu.actions().back();
-    return row.top() >= (isFirst ? 0 : arrow) &&
-           row.bottom() < menu.height() - (isLast ? 0 : arrow);
-  }
-
-  void open() {
-    menu.popup({100, 100});
-    settle();
-  }
-
-  QAction* action(int index) const { return menu.actions().at(index); }
-  QMenu* submenu(int index) const { return action(index)->menu(); }
-
-  static void press(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QKeyEvent down(QEvent::KeyPress, key, modifiers);
-    QCoreApplication::sendEvent(&widget, &down);
-    settle();
-  }
-
-  void click(QAction* target) {
-    const QPointF place = menu.actionGeometry(target).center();
-    for (const auto type :
-         {QEvent::MouseMove, QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-      QMouseEvent event(type, place, menu.mapToGlobal(place), Qt::LeftButton,
-                        type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                        Qt::NoModifier);
-      QCoreApplication::sendEvent(&menu, &event);
-    }
-    settle();
-  }
-
-  PopupMenu menu;
-  std::vector<std::string> chosen;
-};
 
 TEST_F(PopupMenuTest, ShowsEveryItem) {
   ASSERT_EQ(menu.actions().size(), 8);
@@ -90,104 +34,6 @@ TEST_F(PopupMenuTest, DisabledItemsCanBeRead) {
     const QColor ground = shown->palette().color(QPalette::Disabled, QPalette::Base);
     EXPECT_GT(std::abs(qGray(text.rgb()) - qGray(ground.rgb())), kReadable);
   }
-}
-
-TEST_F(PopupMenuTest, ScrollsWhenItIsTooHigh) {
-  const std::vector<MenuItem> items(200, exampleItems()[6]);
-  menu.setMenu(menuOf(items));
-  open();
-  EXPECT_EQ(menu.actionGeometry(action(0)).left(), menu.actionGeometry(action(199)).left());
-  EXPECT_LE(menu.height(), menu.screen()->geometry().height());
-}
-
-std::vector<MenuItem> manyRows() {
-  std::vector<MenuItem> items = exampleItems();
-  for (int i = 0; i < 60; ++i) items.push_back(processRow(100 + i, "row " + std::to_string(i)));
-  return items;
-}
-
-TEST_F(PopupMenuTest, ScrollsOnlyWithThePointerInside) {
-  menu.setMenu(menuOf(manyRows()));
-  open();
-  ASSERT_GE(menu.actionGeometry(menu.actions().back()).bottom(), menu.height());
-  const int before = menu.actionGeometry(action(0)).top();
-  const auto moveTo = [this](int y) {
-    const QPointF place(menu.width() / 2.0, y);
-    QMouseEvent event(QEvent::MouseMove, place, menu.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
-                      Qt::NoModifier);
-    QCoreApplication::sendEvent(&menu, &event);
-  };
-  const auto scrolled = [&] { return menu.actionGeometry(action(0)).top() != before; };
-  // Qt takes the first move of the pointer for none.
-  moveTo(menu.height() / 2);
-  moveTo(menu.height() + 20);
-  QEventLoop loop;
-  QTimer::singleShot(300, &loop, &QEventLoop::quit);  // Qt scrolls 50 milliseconds later
-  loop.exec();
-  EXPECT_FALSE(scrolled());
-  EXPECT_TRUE(menu.isVisible());
-  moveTo(menu.height() - 2);
-  EXPECT_TRUE(eventually(scrolled));
-}
-
-TEST_F(PopupMenuTest, FitsTheScreenAgainWhenThatChanges) {
-  int closings = 0;
-  QObject::connect(&menu, &QMenu::aboutToHide, [&closings] { ++closings; });
-  open();
-  menu.setActiveAction(action(3));
-  const QRect screen = menu.screen()->availableGeometry();
-  menu.move(screen.bottomRight() - QPoint(30, 30));
-  Q_EMIT menu.screen()->availableGeometryChanged(screen);
-  settle();
-  EXPECT_TRUE(menu.isVisible());
-  EXPECT_TRUE(screen.contains(menu.geometry()));
-  EXPECT_EQ(menu.activeAction(), action(3));
-  EXPECT_EQ(closings, 0);
-}
-
-TEST_F(PopupMenuTest, RowChosenByKeysIsInSight) {
-  menu.setMenu(menuOf(manyRows()));
-  open();
-  for (const int key : {Qt::Key_Down, Qt::Key_Up}) {
-    for (int i = 0; i < 70; ++i) {
-      press(menu, key);
-      ASSERT_TRUE(chosenRowIsInSight()) << key << " " << i;
-    }
-  }
-}
-
-TEST_F(PopupMenuTest, WhatIsLowerThanTheScreenScrollsToo) {
-  menu.setMenu(menuOf(manyRows()));
-  menu.setMaximumHeight(300);
-  open();
-  ASSERT_EQ(menu.height(), 300);
-  const int before = menu.actionGeometry(action(0)).top();
-  for (const int y : {150, 298}) {
-    const QPointF place(menu.width() / 2.0, y);
-    QMouseEvent event(QEvent::MouseMove, place, menu.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
-                      Qt::NoModifier);
-    QCoreApplication::sendEvent(&menu, &event);
-  }
-  EXPECT_TRUE(eventually([&] { return menu.actionGeometry(action(0)).top() < before; }));
-  for (int i = 0; i < 70; ++i) {
-    press(menu, Qt::Key_Down);
-    ASSERT_TRUE(chosenRowIsInSight()) << i;
-  }
-}
-
-TEST_F(PopupMenuTest, RowChosenByKeysIsInSightAfterTheWheel) {
-  menu.setMenu(menuOf(manyRows()));
-  open();
-  for (int i = 0; i < 5; ++i) press(menu, Qt::Key_Down);
-  for (int i = 0; i < 30; ++i) {
-    const QPointF place = menu.rect().center();
-    QWheelEvent wheel(place, menu.mapToGlobal(place), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&menu, &wheel);
-  }
-  ASSERT_FALSE(chosenRowIsInSight());
-  press(menu, Qt::Key_Down);
-  EXPECT_TRUE(chosenRowIsInSight());
 }
 
 TEST_F(PopupMenuTest, RowsHaveOneHeight) {
