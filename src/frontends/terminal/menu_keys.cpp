@@ -174,6 +174,30 @@ MenuRequest MenuView::handleInSubmenu(const Input& input, int height) {
   return chooseInSubmenu(*index);
 }
 
+/// The request keeps its menu alive: a new one may be built before the action runs.
+MenuRequest MenuView::performing(const MenuItem& item) const {
+  return {Request::perform, {menu_, &item}};
+}
+
+/// What Enter (or Right, which opens but never performs) does with the selection.
+MenuRequest MenuView::choose(bool performs) {
+  const MenuItem* row = selectedRow();
+  if (row == nullptr) return {};
+  if (row->action == Action::showMore) return {Request::showMore};
+  if (!row->submenu.empty()) return {Request::openSubmenu};
+  if (performs && row->action != Action::none) return performing(*row);
+  return {};
+}
+
+/// Performs the item, or opens what is below it.
+MenuRequest MenuView::chooseInSubmenu(std::size_t index) {
+  const MenuItem& item = submenuItems()[index];
+  if (itemsBelow(item).empty()) return performing(item);
+  outer_.push_back({*submenu_, itemKeys(submenuItems())[index]});
+  openSubmenu();
+  return {};
+}
+
 MenuRequest MenuView::handleClick(const Input& input, const MenuGeometry& geometry) {
   if (submenu_ && geometry.submenu && geometry.submenu->contains(input.x, input.y)) {
     const auto index = geometry.submenuItemAt(input.x, input.y, *this);

@@ -20,8 +20,6 @@ std::size_t firstChoice(Items items) {
   return 0;
 }
 
-using Request = MenuRequest::Kind;
-
 }  // namespace
 
 Items MenuView::itemsBelow(const MenuItem& item) {
@@ -176,35 +174,10 @@ std::string MenuView::prompt() const {
   return {};
 }
 
-/// The request keeps its menu alive: a new one may be built before the action runs.
-MenuRequest MenuView::performing(const MenuItem& item) const {
-  return {Request::perform, {menu_, &item}};
-}
-
-/// What Enter (or Right, which opens but never performs) does with the selection.
-MenuRequest MenuView::choose(bool performs) {
-  const MenuItem* row = selectedRow();
-  if (row == nullptr) return {};
-  if (row->action == Action::showMore) return {Request::showMore};
-  if (!row->submenu.empty()) return {Request::openSubmenu};
-  if (performs && row->action != Action::none) return performing(*row);
-  return {};
-}
-
 void MenuView::fold(int height) {
   if (whole_ == nullptr || (!isFolded_ && !canFold())) return;
   isFolded_ = !isFolded_;
   rebuilt(whole_, height);
-}
-
-/// Performs the item, or opens what is below it.
-MenuRequest MenuView::chooseInSubmenu(std::size_t index) {
-  const MenuItem& item = submenuItems()[index];
-  if (itemsBelow(item).empty()) return performing(item);
-  outer_.push_back({*submenu_, itemKeys(submenuItems())[index]});
-  submenu_.emplace();
-  selectInSubmenu(firstChoice(submenuItems()));
-  return {};
 }
 
 }  // namespace terminal
