@@ -12,51 +12,47 @@
 namespace recognition {
 namespace {
 
-// What a word says of a program that is known to have to do with models.
+// What the subcommands mean of a program that is known to work with models.
 constexpr std::string_view kServing =
     "serve server serving api apiserver launch-server start up run runner chat cli generate app "
-    "infer inference "
-    "deploy webui web ui gradio demo worker service rollout predict stream interactive";
+    "infer inference deploy webui web ui gradio demo worker service rollout predict stream "
+    "interactive";
 constexpr std::string_view kTrains =
     "train training trainer trains sft dpo grpo kto orpo ppo rlhf rl rloo cpo simpo reinforce "
-    "lora qlora dora finetune finetuning finetuned tune pretrain pretraining pretrained cpt pt fit "
-    "distill "
-    "distillation reward rm";
+    "lora qlora dora finetune finetuning finetuned tune pretrain pretraining pretrained cpt pt "
+    "fit distill distillation reward rm";
 constexpr std::string_view kNeither =
     "fuse preprocess convert converter conversion merge quantize quant export download pull push "
-    "upload "
-    "evaluate eval evaluation evaluator bench benchmark benchmarks list ls ps show cp copy create "
-    "delete rm "
-    "remove install uninstall login logout config configure env doctor status stop search info "
-    "help "
-    "version init new validate cache tokenize tokenizer prepare dataset check --version --help -h "
-    "-v";
+    "upload evaluate eval evaluation evaluator bench benchmark benchmarks list ls ps show cp copy "
+    "create delete rm remove install uninstall login logout config configure env doctor status "
+    "stop search info help version init new validate cache tokenize tokenizer prepare dataset "
+    "check --version --help -h -v";
 
-/// A word as strong as it gets: what a script or a module of nobody's is called by.
+// The same for words in the name of a script, module or program that is in no table. Nothing else
+// is known of it, so these are only words that are clear by themselves.
 constexpr std::string_view kTrainsByName =
     "train training trainer sft dpo grpo kto orpo ppo rlhf qlora finetune finetuning pretrain "
     "pretraining";
 constexpr std::string_view kNeitherByName =
     "preprocess convert merge quantize export download evaluate eval evaluation evaluator test "
-    "tests "
-    "bench benchmark tokenize tokenizer prepare dataset data plot visualize analyze analyse infer "
-    "inference "
-    "generate predict demo reduce nccl check summarize report collect";
-/// Whoever is called after one of these first makes ready what others train with.
+    "tests bench benchmark tokenize tokenizer prepare dataset data plot visualize analyze analyse "
+    "infer inference generate predict demo reduce nccl check summarize report collect";
+/// A script whose name begins with one of these prepares data or models for others.
 constexpr std::string_view kPrepares =
     "prepare preprocess preprocessing convert tokenize download split build make create extract "
     "clean filter merge quantize export generate collect inspect fetch upload";
-/// What a name that holds "train" speaks of, when it ends so: no training.
+/// A name with "train" in it that ends with one of these is no training: "train_tickets",
+/// "train_dataset".
 constexpr std::string_view kThings =
     "data dataset datasets set sets split splits list lists tokenizer schedule timetable station "
     "stations ticket tickets delay delays log logs stats results utils test service server portal "
     "app api";
-/// What may follow the word for it in the name of a program that trains.
+/// What may stand behind that word in the name of a program that trains: "sft-cli", "train-gpu".
 constexpr std::string_view kOfPrograms = "cli main gpu cuda cpu mpi";
 constexpr std::string_view kServesByName =
     "serve server serving api apiserver chat generate app inference infer webui deploy";
 
-/// What a client does with the MCP servers that it will start: "claude mcp add".
+/// Subcommands of "mcp" by which a client only changes its list of servers: "claude mcp add".
 constexpr std::string_view kSetsUp =
     "add add-json add-from-claude-desktop get enable disable import reset-project-choices auth";
 
@@ -80,15 +76,15 @@ bool isAnyListed(std::string_view list, const std::vector<std::string>& words) {
                      [list](const std::string& word) { return isListed(list, word); });
 }
 
-/// What a word of a known product says, whoever's it is.
+/// The role that a subcommand gives, whichever product it is of; none where it says nothing.
 std::optional<LabRole> generalRole(std::string_view word, LabRole ofProduct) {
   const auto words = strings(wordsOf(withJoinedWords(word)));
-  // Of a framework that trains "rm" is the reward model, elsewhere it removes.
+  // For a framework that trains, "rm" is the reward model; elsewhere it removes something.
   const bool removes = word == "rm" && ofProduct != LabRole::training;
   if (!removes && isAnyListed(kTrains, words)) return LabRole::training;
   if (isListed(kNeither, word) || isAnyListed(kNeither, words)) return LabRole::none;
   if (isAnyListed(kServing, words)) {
-    // An agent's server is the agent's; "run" and its like start what the product is.
+    // An agent with a server is still an agent. "run" and the like start whatever the product is.
     if (ofProduct == LabRole::agent) return LabRole::agent;
     const bool saysNothing = isListed("run start up cli app web ui worker service runner", word);
     if (ofProduct == LabRole::training && saysNothing) return ofProduct;
@@ -105,7 +101,8 @@ bool endsWithOneOf(std::string_view list, const std::vector<std::string>& words)
   return !words.empty() && isListed(list, words.back());
 }
 
-/// A program's name says that it trains where that is its last word: "train-tickets" does not.
+/// Whether the name of a program, which is no script, says that it trains. Its last word counts:
+/// "lerobot-train" trains, "train-tickets" does not.
 bool trainsAsProgram(std::vector<std::string> words, const Invocation& invocation) {
   for (const std::string_view ending : {".jar", ".dll", ".rb", ".pl", ".js"}) {
     if (invocation.path.ends_with(ending)) return false;
@@ -119,7 +116,7 @@ bool isBareWord(std::string_view word) {
          word.find_first_of("/=:@ {\"") == std::string_view::npos;
 }
 
-/// "train data=coco.yaml epochs=10": what only a training is told.
+/// Whether it is given settings that only a training has: "train data=coco.yaml epochs=10".
 bool hasSettingsOfTraining(const Invocation& invocation) {
   if (hasOption(invocation, "--epochs --learning-rate --lr --batch-size --train-data")) return true;
   const Arguments first =
@@ -131,7 +128,7 @@ bool hasSettingsOfTraining(const Invocation& invocation) {
   });
 }
 
-/// A recipe that is called after a training.
+/// Whether it is given a recipe with a training's name: "config/train_lora.yaml".
 bool isGivenTraining(const Invocation& invocation) {
   const auto recipe = recipeOf(invocation);
   if (!recipe) return false;
@@ -190,7 +187,7 @@ Activity activityOf(const KnownProduct& known, const Invocation& invocation) {
   }
   const Arguments first =
       invocation.arguments.first(std::min<std::size_t>(invocation.arguments.size(), 64));
-  // Elsewhere "-h" is a host.
+  // Only as the last word is "-h" a question for help; before a value it names a host.
   if (!first.empty() && first.back() == "-h") return {LabRole::none, "-h", {}};
   for (const std::string_view argument : first) {
     const std::string word = normalized(argument);
@@ -212,7 +209,8 @@ Activity activityOf(const Invocation& invocation) {
   if (isMcpServer(invocation, subcommands)) return {LabRole::agent, "mcp", {}};
   if (invocation.isTitle || invocation.isCode) return {};
 
-  // Whose name says what it does: a script's, a module's last part, a program's.
+  // The name that says what it does: the script's, else the last part of the module's, else the
+  // program's.
   std::string_view script = invocation.script;
   if (script.ends_with(".py")) script.remove_suffix(3);
   std::string name = withJoinedWords(script);
@@ -226,20 +224,20 @@ Activity activityOf(const Invocation& invocation) {
     name = withJoinedWords(partOf());
   }
   if (name.empty()) {
-    // A title of several words in one argument is called by the first.
+    // Of a title such as "name - description" the name: normalized, " - " is "---".
     const std::string_view program = invocation.program;
     name = withJoinedWords(program.substr(0, program.find("---")));
   }
   const auto words = strings(wordsOf(name));
   const bool runsScript = !invocation.script.empty() || !invocation.module.empty();
-  // "lora" is a radio as well: it counts beside a model.
+  // "lora" is a kind of radio as well: it counts only beside a model.
   const bool trains =
       isAnyListed(kTrainsByName, words) || (isAnyListed("lora", words) && namesModel(invocation));
   const bool neither = isAnyListed(kNeitherByName, words);
   const bool listens = hasOption(invocation,
                                  "--port --host --hostname --listen --uds-path "
                                  "--http-port --grpc-port --num-shard");
-  // Launchers of several devices tell only their own children which of them they are.
+  // Only those who start one process for each device pass "--local-rank".
   const bool isDistributed =
       invocation.isDistributed || (invocation.isPython && hasOption(invocation, "--local-rank"));
 
@@ -251,7 +249,7 @@ Activity activityOf(const Invocation& invocation) {
         hasOption(invocation, "--eval-only --evaluate --test-only --only-eval --inference-only") ||
         (hasOption(invocation, "--do-eval --do-predict") && !hasOption(invocation, "--do-train"));
     if (onlyEvaluates) return {LabRole::none, "eval", {}};
-    // What several devices answer with is a model that they hold.
+    // A script that generates on several devices holds a model in them.
     const bool answers = beginsWithOneOf("generate infer inference chat predict sample", words);
     if (answers && isDistributed && namesModel(invocation)) return {LabRole::inference, name, {}};
     if (!listens &&
@@ -271,7 +269,7 @@ Activity activityOf(const Invocation& invocation) {
         (hasOption(invocation, "--epochs --num-epochs --max-epochs --n-epochs") &&
          hasOption(invocation, "--lr --learning-rate --batch-size --bs --optimizer"));
     if (hasSchedule && !neither) return {LabRole::training, {}, {}};
-    // What a script of a general name is given says what it does: "run.py config/train_lora.yaml".
+    // A script with a general name does what its recipe says: "run.py config/train_lora.yaml".
     if (isListed("run main cli start launch", name) && isGivenTraining(invocation)) {
       return {LabRole::training, {}, {}};
     }
@@ -286,7 +284,7 @@ Activity activityOf(const Invocation& invocation) {
       return {LabRole::training, subcommands.front(), {}};
     }
   } else if (!invocation.isServedByHost) {
-    // A program that is called after training ("lerobot-train", "train_gpt2cu").
+    // A program that is named after training ("lerobot-train", "train_gpt2cu").
     if (trains && !neither && trainsAsProgram(words, invocation)) {
       return {LabRole::training, name, {}};
     }
@@ -308,7 +306,7 @@ Activity activityOf(const Invocation& invocation) {
   }
   if (hasAgentOptions(invocation)) return {LabRole::agent, {}, {}};
 
-  // A verb that serves counts beside a model.
+  // A subcommand that serves counts only beside a model.
   const bool verbServes = !subcommands.empty() &&
                           isListed("serve server api chat infer inference deploy run generate app",
                                    subcommands.front());
@@ -320,11 +318,12 @@ Activity activityOf(const Invocation& invocation) {
     return verbServes && std::any_of(first.begin(), first.end(), looksLikeModel);
   };
   if (serves && takesModel()) return {LabRole::inference, "serve", {}};
-  // So does a port, and so does a program that is given a file of weights.
+  // So does a port. A program, which is no script, serves as well when it is given weights.
   if (!trains && !neither) {
     if (listens && takesModel()) return {LabRole::inference, "serve", {}};
     if (!invocation.isPython && givesWeights(invocation)) return {LabRole::inference, {}, {}};
-    // One that only works for others may speak of a model that somebody else serves.
+    // Launchers, routers and workers often pass on the mere name of a model that another process
+    // serves: theirs must be one to load.
     if (isAnyListed("launcher router worker", words) && holdsModel(invocation)) {
       return {LabRole::inference, "serve", {}};
     }
@@ -332,7 +331,7 @@ Activity activityOf(const Invocation& invocation) {
   if (!trains && !neither && !selfMadeServer(invocation).empty()) {
     return {LabRole::inference, "serve", {}};
   }
-  // What several devices are started for is a training, where nothing says otherwise.
+  // A script that is started once for each device trains, where nothing says otherwise.
   if (isDistributed && runsScript) return {LabRole::training, {}, {}};
   return {};
 }

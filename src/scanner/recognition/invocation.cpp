@@ -18,8 +18,9 @@ namespace {
 constexpr int kMostCarriers = 8;
 constexpr std::size_t kLongestPath = 4096;
 
-/// A command line that its process wrote anew, in one piece, as npm and Chromium do. Paths have
-/// blanks as well: only of a program that is known to the letter is it taken for one.
+/// Whether the process has replaced its arguments by one text that holds the whole command line, as
+/// npm and Chromium do. A path may hold blanks as well, so this is believed only where the text
+/// begins with the name of a known program.
 bool isInOnePiece(Arguments arguments) {
   const std::string_view first = arguments.front();
   const auto blank = first.find(' ');
@@ -59,7 +60,7 @@ class Unwrapping {
   Invocation result() { return std::move(result_); }
 
  private:
-  /// "nginx: worker process", "VLLM::EngineCore": who it is stands before the colon.
+  /// "nginx: worker process", "VLLM::EngineCore": the program's name stands before the colon.
   void title(std::string_view name, std::string_view part) {
     result_.isTitle = true;
     result_.program = normalized(name);
@@ -74,7 +75,8 @@ class Unwrapping {
     }
   }
 
-  /// Settles on the program at the front of what is left; true when it only carries another.
+  /// Takes the first of the words that are left for the program. True when it only carries another,
+  /// with which the words that are left then begin.
   bool step() {
     settle(rest_.front(), programName(rest_.front()));
     const std::string name = result_.program;
@@ -206,7 +208,7 @@ class Unwrapping {
     return false;
   }
 
-  /// Of a Python in an environment of a project's own the project's folder.
+  /// The folder of the project to whose own environment (venv) this Python belongs; "" for none.
   static std::string projectOf(std::string_view python) {
     const auto folder = text::withinBytes(python, kLongestPath);
     if (text::containsAny(folder, {"/venv/", "/.venv/", "/env/"})) return nearestFolder(folder);
@@ -345,7 +347,7 @@ class Unwrapping {
     return false;
   }
 
-  /// A server of applications: who it is says the application that it was given.
+  /// Of a program that runs applications (uvicorn, streamlit), the application says what it is.
   void host() {
     const std::string& name = result_.program;
     const bool hasVerb = isListed("fastapi streamlit chainlit flask panel bokeh", name);

@@ -39,7 +39,8 @@ FriendlyName nameByRules(Arguments arguments, LabRole role) {
   return ProcessScanner::nameOf(line, role, {});
 }
 
-/// The name of a process whose role the rules had seen in the words of others.
+/// The name of a process that has no role, although words in its line, which are not about itself,
+/// look like one to the rules: only its first word names it.
 FriendlyName nameOfWithdrawn(Arguments arguments, const Invocation& invocation) {
   const Arguments line = invocation.titleWords.empty() ? arguments : invocation.titleWords;
   return nameByRules(line.first(1), LabRole::none);
@@ -53,7 +54,7 @@ bool worksOnOthersWords(const Invocation& invocation) {
          (!invocation.package.empty() && isBystander(invocation.package));
 }
 
-/// What the rules say of the words that count.
+/// The role that the rules give when they see only the words that count.
 LabRole roleByCountedWords(std::string_view exe, Arguments arguments,
                            const Invocation& invocation) {
   const std::vector<std::string> counted = countedWords(arguments, invocation);
@@ -68,7 +69,8 @@ bool isOllama(std::string_view path) {
   return hasWord(text::lowered(path.substr(0, 4096)), "ollama");
 }
 
-/// Ollama's own runners, and the llama-server that it starts: "Ollama: gemma3 4b".
+/// Names Ollama's own runners, and the llama-server that it starts: "Ollama: gemma3 4b". False for
+/// every other process.
 bool nameOllama(const Invocation& invocation, Verdict& verdict) {
   constexpr std::string_view kBlob = "/blobs/sha256-";
   const std::string_view program = invocation.program;
@@ -89,7 +91,7 @@ bool nameOllama(const Invocation& invocation, Verdict& verdict) {
                 : FriendlyName{"Ollama", "Ollama"};
     return true;
   }
-  // A model by its own name has a tag, or was asked for by a person.
+  // A model's own name has a tag ("gemma3:4b"); people who type it often leave the tag out.
   if (model && (verb == "run" || isChild || model->find(':') != std::string_view::npos)) {
     verdict.name = FriendlyName{"Ollama: " + modelName(*model), "Ollama"};
     return true;
@@ -129,7 +131,7 @@ class Recognizer {
  private:
   Verdict none() {
     verdict_.role = LabRole::none;
-    // Of a line in one piece the last part of a path in it would be taken for who it is.
+    // Of a command line in one piece the rules would take the end of some path for the name.
     const bool isPath =
         !invocation_.titleWords.empty() && arguments_.front().find('/') != std::string_view::npos;
     if (byRules_ != LabRole::none || isPath) {
@@ -153,7 +155,7 @@ class Recognizer {
     verdict_.role = *activity.role;
     if (nameOllama(invocation_, verdict_)) return std::move(verdict_);
     verdict_.name = productName(product, activity, invocation_);
-    // What serves on Apple silicon keeps the name that the rules give it.
+    // MLX servers keep the name that the fixed rules give them.
     const bool isMlx = product.name.find("MLX") != std::string_view::npos ||
                        product.name.find("mlx") != std::string_view::npos;
     if (!verdict_.name || isMlx) {
@@ -186,7 +188,7 @@ class Recognizer {
     return withRank();
   }
 
-  /// Nobody knows who this is: the rules decide, by the words that count.
+  /// For a program that is in no table: the rules decide, by the words that count.
   Verdict ofRules() {
     if (byRules_ == LabRole::none) return std::move(verdict_);
     verdict_.role = roleByCountedWords(exe_, arguments_, invocation_);
@@ -218,7 +220,7 @@ class Recognizer {
 
 Verdict verdictOn(std::string_view exe, Arguments arguments, LabRole byRules,
                   const Products& products) {
-  // Nobody says who he is behind hundreds of arguments; whoever writes more costs no more.
+  // What a program is, its first arguments tell; thousands more must not cost more.
   constexpr std::size_t kMostArguments = 256;
   arguments = arguments.first(std::min(arguments.size(), kMostArguments));
   if (arguments.empty()) return {.role = byRules, .byRules = byRules};

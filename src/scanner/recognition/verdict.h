@@ -19,16 +19,17 @@ struct Verdict {
   LabRole byRules = LabRole::none;  ///< what the rules alone had said
   /// None: the rules name the process.
   std::optional<ProcessScanner::FriendlyName> name = std::nullopt;
-  /// It only waits for the program that it has started: of the two one has the role.
+  /// It only waits for the program that it has started. If that has the role as well, this one
+  /// loses it (waiting_launchers.h).
   bool waits = false;
-  /// Of Ollama's own runners the path of the model's blob, which a manifest calls by its name; a
-  /// part of the arguments. "" for all others.
+  /// For Ollama's own runners the path of the model's blob, as it stands in the arguments: which
+  /// model that is, a manifest tells (ollama_models.h). "" for all others.
   std::string_view blob = {};
 };
 
-/// Of a process with these arguments, none of them empty. `exe`: the last path component of its
-/// executable's name, lowered, as the rules were given it; `byRules` what they have said.
-/// `products`: who is known.
+/// What a process with these arguments is, none of which is empty. `exe`: the last path component
+/// of its executable's name in lower case, as the rules were given it; `byRules`: the role that
+/// they gave. `products`: the table of known products.
 Verdict verdictOn(std::string_view exe, Arguments arguments, LabRole byRules,
                   const Products& products = Products::known());
 
