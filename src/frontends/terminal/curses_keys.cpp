@@ -6,9 +6,8 @@ namespace terminal {
 namespace {
 
 constexpr int kEscapeDelay = 25;  // milliseconds; the bytes of one key come without a pause
-constexpr wint_t kControlD = 0x04;
 constexpr wint_t kControlL = 0x0C;
-constexpr wint_t kControlU = 0x15;
+constexpr wint_t kMostFunctionKeys = 12;
 
 // Key codes of our own, above those that curses gives the keys of a terminal's description.
 constexpr int kPasteBegin = 0x1000;
@@ -64,16 +63,6 @@ Input ofFunctionKey(wint_t key) {
       return {.kind = Input::Kind::backTab};
     case KEY_MOUSE:
       return mouseInput();
-    case KEY_F(1):
-      return {.kind = Input::Kind::character, .character = U'?'};
-    case KEY_F(3):
-      return {.kind = Input::Kind::find};
-    case KEY_F(4):
-      return {.kind = Input::Kind::character, .character = U'/'};
-    case KEY_F(9):
-      return {.kind = Input::Kind::right};
-    case KEY_F(10):
-      return {.kind = Input::Kind::character, .character = U'q'};
     case KEY_BACKSPACE:
       return {.kind = Input::Kind::character, .character = kBackspace};
     case KEY_RESIZE:
@@ -83,6 +72,9 @@ Input ofFunctionKey(wint_t key) {
     case kPasteEnd:
       return {.kind = Input::Kind::pasteEnd};
     default:
+      if (key > KEY_F0 && key <= KEY_F(kMostFunctionKeys)) {
+        return {.kind = Input::Kind::function, .character = static_cast<char32_t>(key - KEY_F0)};
+      }
       return {.kind = Input::Kind::other};
   }
 }
@@ -98,10 +90,6 @@ Input ofCharacter(wint_t character) {
       return {.kind = Input::Kind::tab};
     case L'\b':
       return {.kind = Input::Kind::character, .character = kBackspace};
-    case kControlD:
-      return {.kind = Input::Kind::pageDown};
-    case kControlU:
-      return {.kind = Input::Kind::pageUp};
     case kControlL:
       clearok(curscr, TRUE);
       return {.kind = Input::Kind::redraw};

@@ -10,6 +10,8 @@ namespace {
 using Request = MenuRequest::Kind;
 
 constexpr int kWheelRows = 3;
+constexpr char32_t kControlD = 0x04;
+constexpr char32_t kControlU = 0x15;
 constexpr std::size_t kMostWords = 256;  // in bytes, of what is looked for
 
 /// Handles the keys that work in every list; false for any other key.
@@ -44,6 +46,24 @@ bool moved(ListCursor& cursor, Items items, const Input& input, int height) {
   }
 }
 
+/// What a function key stands for: a key, or a letter.
+Input ofFunctionKey(char32_t number) {
+  switch (number) {
+    case 1:
+      return {.kind = Input::Kind::character, .character = U'?'};
+    case 3:
+      return {.kind = Input::Kind::find};
+    case 4:
+      return {.kind = Input::Kind::character, .character = U'/'};
+    case 9:
+      return {.kind = Input::Kind::right};
+    case 10:
+      return {.kind = Input::Kind::character, .character = U'q'};
+    default:
+      return {.kind = Input::Kind::other};
+  }
+}
+
 /// The letters that stand for keys.
 Input translated(Input input) {
   if (input.kind != Input::Kind::character) return input;
@@ -74,6 +94,19 @@ MenuRequest requestOf(char32_t character) {
 }
 
 }  // namespace
+
+Input withoutShortcut(Input input) {
+  if (input.kind == Input::Kind::function) {
+    const Input meant = ofFunctionKey(input.character);
+    input.kind = meant.kind;
+    input.character = meant.character;
+  } else if (input.kind == Input::Kind::character &&
+             (input.character == kControlD || input.character == kControlU)) {
+    input.kind = input.character == kControlD ? Input::Kind::pageDown : Input::Kind::pageUp;
+    input.character = 0;
+  }
+  return input;
+}
 
 MenuRequest MenuView::handle(const Input& input, const MenuGeometry& geometry) {
   const int height = geometry.list.height;

@@ -36,6 +36,9 @@ struct MenuRequest {
   std::shared_ptr<const MenuItem> item;  ///< of Kind::perform
 };
 
+/// The key or letter that a function or control key stands for; all else stands for itself.
+Input withoutShortcut(Input input);
+
 /// The menu as it is being used: what is selected, what is in view, whether the selected
 /// row's submenu is open.
 class MenuView {

@@ -14,9 +14,10 @@ inline constexpr char32_t kBackspace = 0x7F;
 /// One thing that happened at the terminal.
 struct Input {
   enum class Kind {
-    nothing,  ///< the time to wait is over
-    find,     ///< F3
-    other,    ///< a key that does nothing here
+    nothing,   ///< the time to wait is over
+    find,      ///< for the next row with some words
+    other,     ///< a key that does nothing here
+    function,  ///< F1 and on; `character` is the number
     character,
     up,
     down,
@@ -40,7 +41,7 @@ struct Input {
   };
 
   Kind kind = Kind::nothing;
-  char32_t character = 0;  ///< of Kind::character
+  char32_t character = 0;  ///< of Kind::character; control characters, too
   int x = 0;               ///< of a click or the wheel: column and row, from 0
   int y = 0;
   /// When it came, in seconds on the screen's clock; the earliest possible time where that is not

@@ -35,7 +35,7 @@ Input TerminalFrontEnd::nextInput() {
   if (ended_) return {.kind = Input::Kind::ended};
   std::optional<double> wait = work_.nextDue();
   if (wait) wait = std::max(*wait - screen_.now(), 0.0);
-  const Input input = screen_.nextInput(wait);
+  const Input input = withoutShortcut(screen_.nextInput(wait));
   if (input.kind == Input::Kind::ended) ended_ = true;
   if (input.kind == Input::Kind::nothing) return input;
   if (isFromUser(input) && !counts(input)) return {};

@@ -103,6 +103,40 @@ INSTANTIATE_TEST_SUITE_P(
         MenuSubmenuRow{"Q", {typed(U'q')}, "Full details…", Request::quit}),
     rowName<MenuSubmenuRow>);
 
+struct ShortcutRow {
+  const char* name;
+  Input pressed;
+  Input meant;
+};
+
+class Shortcuts : public testing::TestWithParam<ShortcutRow> {};
+
+TEST_P(Shortcuts, StandForAKeyOrALetter) {
+  EXPECT_EQ(terminal::withoutShortcut(GetParam().pressed), GetParam().meant);
+}
+
+Input functionKey(char32_t number) {
+  return {.kind = Kind::function, .character = number};
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, Shortcuts,
+    testing::Values(ShortcutRow{"F1", functionKey(1), typed(U'?')},
+                    ShortcutRow{"F2", functionKey(2), {.kind = Kind::other}},
+                    ShortcutRow{"F3", functionKey(3), {.kind = Kind::find}},
+                    ShortcutRow{"F4", functionKey(4), typed(U'/')},
+                    ShortcutRow{"F9", functionKey(9), pressed(Kind::right)},
+                    ShortcutRow{"F10", functionKey(10), typed(U'q')},
+                    ShortcutRow{"ControlD", typed(0x04), pressed(Kind::pageDown)},
+                    ShortcutRow{"ControlU", typed(0x15), pressed(Kind::pageUp)},
+                    ShortcutRow{"ALetter", typed(U'd'), typed(U'd')},
+                    ShortcutRow{"AKey", pressed(Kind::left), pressed(Kind::left)},
+                    ShortcutRow{
+                        "KeepsWhenItCame",
+                        {.kind = Kind::function, .character = 9, .came = 7, .followed = true},
+                        {.kind = Kind::right, .came = 7, .followed = true}}),
+    rowName<ShortcutRow>);
+
 TEST(MenuRequests, NameTheChosenItem) {
   UsedMenu menu(threeProcesses());
   menu.press(pressed(Kind::down));
