@@ -9,7 +9,7 @@
 
 #include "platform/processes.h"
 #include "scanner/lab_role.h"
-#include "scanner/mapped_sampling.h"
+#include "scanner/mapped_models.h"
 #include "scanner/vorda_process.h"
 
 namespace ProcessScanner {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "ui/alerts.h"
-#include "ui/memory_warning.h"
+#include "ui/memory_warning_text.h"
 #include "ui/menu.h"
 #include "ui/menu_arrangement.h"
 

@@ -20,7 +20,7 @@
 #include "ui/family_view.h"
 #include "ui/front_end.h"
 #include "ui/memory_alarm.h"
-#include "ui/memory_warning.h"
+#include "ui/memory_warning_text.h"
 #include "ui/menu.h"
 #include "ui/menu_construction.h"
 #include "ui/refresh_times.h"

@@ -10,7 +10,7 @@
 #include "text/display_line.h"
 #include "text/unicode.h"
 #include "ui/alerts.h"
-#include "ui/memory_warning.h"
+#include "ui/memory_warning_text.h"
 #include "ui/menu_construction.h"
 #include "ui/status_tool_tip.h"
 #include "ui/strip_text.h"

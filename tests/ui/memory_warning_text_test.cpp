@@ -1,4 +1,4 @@
-#include "ui/memory_warning.h"
+#include "ui/memory_warning_text.h"
 
 #include <gtest/gtest.h>
 

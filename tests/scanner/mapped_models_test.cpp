@@ -1,4 +1,4 @@
-#include "scanner/mapped_sampling.h"
+#include "scanner/mapped_models.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ui/memory_warning.h"
+#include "ui/memory_warning_text.h"
 
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
