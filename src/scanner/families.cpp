@@ -56,7 +56,8 @@ Families::Index Families::indexOf(std::int32_t pid) const {
                                                         : kNone;
 }
 
-/// Of an elder of this child: one that is younger has only been given the elder's pid.
+/// The parent of this child. A process that is younger than the child is not its parent: it was
+/// given the pid of one that has ended.
 Families::Index Families::indexOf(std::optional<std::int32_t> pid, const Node& child) const {
   if (!pid || *pid == child.facts.pid) return kNone;
   const Index index = indexOf(*pid);
@@ -75,7 +76,7 @@ void Families::markOwnAncestors() {
 
 Families::Index Families::aboveOf(const Node& node) const {
   if (node.facts.isBorder) return kNone;
-  constexpr std::int32_t kFirst = 1;  // takes in who has lost its parent
+  constexpr std::int32_t kFirst = 1;  // adopts every process whose parent has ended
   const auto startsWork = [this](Index index) {
     const FamilyFacts& facts = nodes_[index].facts;
     return facts.isBorder || (facts.pid == kFirst && facts.role == LabRole::none);
@@ -117,7 +118,7 @@ void Families::findHead(Index index) {
   for (const Index member : way_) nodes_[member].head = head;
 }
 
-/// Notes who is above, or finds that who was is gone.
+/// Remembers its parent and its family's head, and tells when one that was remembered has ended.
 Families::Memory Families::memoryOf(const Node& node, const Memory* before) const {
   Memory memory = before == nullptr ? Memory{} : *before;
   memory.self = seen(node);
@@ -135,7 +136,7 @@ bool Families::isGone(const Seen& seen) const {
   return index == kNone || nodes_[index].facts.startTime != seen.startTime;
 }
 
-/// Nothing, where it could not be told from a later process of its pid.
+/// Nothing where the start time is unknown: a later process with the same pid would look the same.
 Families::Seen Families::seen(const Node& node) const {
   if (!node.facts.startTime) return {};
   return {node.facts.pid, *node.facts.startTime};

@@ -21,9 +21,9 @@ struct FamilyFacts {
 
 /// Finds out which processes belong together: those of one piece of work, which are the tree
 /// below the process that was started. First begin(), then add() for every process, then find(),
-/// then the questions. It remembers one scan, to know who has lost whom. Costs as much as sorting
-/// the processes; parents that were never added, that are younger than their child, and circles
-/// are ignored.
+/// then the questions. It remembers the last scan, to find processes whose parent has ended since.
+/// Costs as much as sorting the processes; parents that were never added, that are younger than
+/// their child, and circles are ignored.
 class Families {
  public:
   /// Starts a scan. `own`: Vorda's own process. It belongs to no family, and what started it
@@ -68,12 +68,11 @@ class Families {
     std::uint64_t startTime = 0;
   };
 
-  /// What one scan leaves to the next of a process that has somebody above it, or had.
+  /// What one scan leaves to the next about a process that has, or had, a parent in its family.
   struct Memory {
     Seen self;
-    // As they were when they were seen; without a pid when they were not.
-    Seen starter = {};
-    Seen first = {};
+    Seen starter = {};  ///< its parent; pid 0: never seen
+    Seen first = {};    ///< the head of its family; pid 0: never seen
     std::optional<std::int32_t> leftBehindBy = std::nullopt;
   };
 
