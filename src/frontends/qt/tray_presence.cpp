@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QCursor>
-#include <QGuiApplication>
 #include <QSystemTrayIcon>
 #include <utility>
 
@@ -10,15 +9,7 @@
 #include "frontends/qt/menu_window.h"
 #include "frontends/qt/pictures.h"
 #include "frontends/qt/qt_text.h"
-
-namespace {
-
-/// A Wayland client can't place a menu without a window.
-bool popupsNeedWindow() {
-  return QGuiApplication::platformName().startsWith("wayland");
-}
-
-}  // namespace
+#include "frontends/qt/wayland/menu_surface.h"
 
 TrayPresence::TrayPresence() {
   facts_.embeddingTray = embeddingTray_.trayIsThere();
@@ -102,7 +93,8 @@ void TrayPresence::setStrip(std::shared_ptr<const MemoryPressureView> strip) {
 }
 
 void TrayPresence::providePlace(const OpenPopup& open, QPoint icon) {
-  if (kind_ != PresenceKind::window && !popupsNeedWindow()) {
+  // A Wayland client can't place a menu without a window.
+  if (kind_ != PresenceKind::window && !isOnWayland()) {
     open(nullptr, QCursor::pos());
   } else {
     provideWindow(open, icon);

@@ -12,8 +12,12 @@ constexpr int kPanel = 64;
 
 }  // namespace
 
-void letMenuOpenUnasked(QMenu& menu) {
-  if (!QGuiApplication::platformName().startsWith("wayland")) return;
+bool isOnWayland() {
+  return QGuiApplication::platformName().startsWith("wayland");
+}
+
+void letMenuOpenUnasked(QMenu& menu, bool onWayland) {
+  if (!onWayland) return;
   QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu] {
     menu.setMaximumHeight(menu.screen()->geometry().height() - kPanel);
     menu.winId();  // creates the window, whose kind is read when it is shown

@@ -2,9 +2,11 @@
 
 class QMenu;
 
+[[nodiscard]] bool isOnWayland();
+
 /// On Wayland a menu may pop up, and grab the pointer, only in answer to a click into a window of
 /// the same program. A click on a tray icon is no such click, and Qt would show the menu as an
 /// ordinary window. This makes `menu`, each time it opens, a surface like a tooltip's: attached to
 /// its parent, without a grab, and low enough to leave a panel free: it scrolls where it is higher.
 /// Without effect elsewhere.
-void letMenuOpenUnasked(QMenu& menu);
+void letMenuOpenUnasked(QMenu& menu, bool onWayland = isOnWayland());

@@ -12,6 +12,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "frontends/qt/wayland/menu_surface.h"
+
 // The header first: it makes what the other file defines known outside of it.
 #include "plasma-shell-client.h"
 // NOLINTNEXTLINE(bugprone-suspicious-include)
@@ -76,7 +78,7 @@ class ToldSurface : public PlasmaSurface {
 }  // namespace
 
 std::unique_ptr<PlasmaSurface> PlasmaSurface::of(QWindow& window, std::optional<QPoint> corner) {
-  if (!QGuiApplication::platformName().startsWith("wayland")) return nullptr;
+  if (!isOnWayland()) return nullptr;
   QPlatformNativeInterface* native = QGuiApplication::platformNativeInterface();
   auto* display = static_cast<wl_display*>(native->nativeResourceForIntegration("wl_display"));
   auto* surface = static_cast<wl_surface*>(native->nativeResourceForWindow("surface", &window));
