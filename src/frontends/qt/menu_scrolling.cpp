@@ -8,6 +8,9 @@
 #include <QStyle>
 #include <QTimer>
 
+#include "frontends/qt/screen_place.h"
+#include "frontends/qt/wayland/menu_surface.h"
+
 namespace {
 
 bool isScrollable(const QMenu& menu) {
@@ -53,7 +56,9 @@ QMenu* parentMenu(const QMenu& menu) {
 }
 
 void fitScreen(QMenu& menu) {
-  const QPoint corner = menu.pos();
+  menu.setMaximumHeight(roomForMenu(*menu.screen()));
+  const QPoint corner =
+      cornerWithin(menu.pos(), menu.sizeHint(), menu.screen()->availableGeometry());
   const QPointer<QAction> active = menu.activeAction();
   {
     const QSignalBlocker silence(menu);

@@ -14,6 +14,7 @@
 #include "frontends/qt/menu_label.h"
 #include "frontends/qt/pictures.h"
 #include "frontends/qt/qt_text.h"
+#include "frontends/qt/screen_place.h"
 #include "frontends/qt/strip_widget.h"
 #include "frontends/qt/x11/window_hints.h"
 

@@ -1,7 +1,9 @@
 #include "frontends/qt/popup_menu.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QWidgetAction>
 #include <algorithm>
 #include <functional>
@@ -12,6 +14,7 @@
 #include "frontends/qt/dot_icon.h"
 #include "frontends/qt/menu_label.h"
 #include "frontends/qt/qt_text.h"
+#include "frontends/qt/screen_place.h"
 #include "frontends/qt/strip_widget.h"
 #include "frontends/qt/wayland/menu_surface.h"
 #include "ui/glyph_stand_ins.h"
@@ -206,6 +209,15 @@ void PopupMenu::setMenu(const std::shared_ptr<const Menu>& menu) {
   }
   // Qt gives it its full height.
   if (!screen()->availableGeometry().contains(geometry())) fitScreen(*this);
+}
+
+void PopupMenu::openAt(QPoint place) {
+  const QScreen* at = QGuiApplication::screenAt(place);
+  if (at == nullptr) return popup(place);
+  // On Plasma Qt lets menus cover panels.
+  setMaximumHeight(roomForMenu(*at));
+  const QRect free = at->availableGeometry();
+  popup(free.contains(place) ? place : cornerWithin(place, sizeHint(), free));
 }
 
 void PopupMenu::refreshStrip() {

@@ -21,6 +21,9 @@ class PopupMenu : public QMenu {
   /// Shows these items. An open menu stays open, and its "Refresh now" under the pointer.
   void setMenu(const std::shared_ptr<const Menu>& menu);
 
+  /// Opens it at that place on the screen, or beside the panel that covers it.
+  void openAt(QPoint place);
+
   /// The strip has changed: draws it anew.
   void refreshStrip();
   /// Live titles have changed: shows them.

@@ -268,7 +268,7 @@ void QtFrontEnd::openPopup(const std::shared_ptr<const Menu>& apart, QWidget* pa
           Qt::QueuedConnection);
   // Queued, so that the closing is reported before the chosen item acts.
   connect(popup_, &QMenu::aboutToHide, this, &QtFrontEnd::popupClosed, Qt::QueuedConnection);
-  popup_->popup(position);
+  popup_->openAt(position);
 }
 
 void QtFrontEnd::popupClosed() {

@@ -16,10 +16,14 @@ bool isOnWayland() {
   return QGuiApplication::platformName().startsWith("wayland");
 }
 
+int roomForMenu(const QScreen& screen, bool onWayland) {
+  return onWayland ? screen.geometry().height() - kPanel : screen.availableGeometry().height();
+}
+
 void letMenuOpenUnasked(QMenu& menu, bool onWayland) {
   if (!onWayland) return;
   QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu] {
-    menu.setMaximumHeight(menu.screen()->geometry().height() - kPanel);
+    menu.setMaximumHeight(roomForMenu(*menu.screen(), true));
     menu.winId();  // creates the window, whose kind is read when it is shown
     QWindow* window = menu.windowHandle();
     window->setFlags((window->flags() & ~Qt::WindowType_Mask) | Qt::ToolTip);

@@ -1,8 +1,12 @@
 #pragma once
 
 class QMenu;
+class QScreen;
 
 [[nodiscard]] bool isOnWayland();
+
+/// How high a menu may be on this screen without covering panels.
+[[nodiscard]] int roomForMenu(const QScreen& screen, bool onWayland = isOnWayland());
 
 /// On Wayland a menu may pop up, and grab the pointer, only in answer to a click into a window of
 /// the same program. A click on a tray icon is no such click, and Qt would show the menu as an

@@ -1,14 +1,13 @@
 #include "frontends/qt/wayland/plasma_surface.h"
 
 #include <QGuiApplication>
-#include <QRect>
 #include <QWindow>
-#include <algorithm>
 
 #ifdef VORDA_PLASMA_SHELL
 #include <qpa/qplatformnativeinterface.h>
 #include <wayland-client.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -95,15 +94,3 @@ std::unique_ptr<PlasmaSurface> PlasmaSurface::of(QWindow&, std::optional<QPoint>
 }
 
 #endif
-
-QPoint cornerBeside(QPoint icon, QSize window, const QRect& screen) {
-  constexpr int kPanel = 32;  // the icon, and the panel around it
-  const bool isBelow = icon.y() > screen.center().y();
-  const int x = icon.x() - window.width() / 2;
-  const int y = isBelow ? icon.y() - kPanel - window.height() : icon.y() + kPanel;
-  const auto within = [](int wanted, int from, int to) {
-    return std::clamp(wanted, from, std::max(from, to));
-  };
-  return {within(x, screen.left(), screen.right() + 1 - window.width()),
-          within(y, screen.top(), screen.bottom() + 1 - window.height())};
-}

@@ -1,11 +1,9 @@
 #pragma once
 
 #include <QPoint>
-#include <QSize>
 #include <memory>
 #include <optional>
 
-class QRect;
 class QWindow;
 
 /// What Plasma's compositor can be told of a window on Wayland, by its own protocol
@@ -21,7 +19,3 @@ class PlasmaSurface {
                                                          std::optional<QPoint> corner);
   virtual ~PlasmaSurface() = default;
 };
-
-/// The top left corner of a window beside the icon in a panel: above or below the icon, whichever
-/// is nearer to the middle of the screen, and wholly on the screen.
-[[nodiscard]] QPoint cornerBeside(QPoint icon, QSize window, const QRect& screen);

@@ -37,7 +37,7 @@ class MenuOnScreen : public testing::Test {
     items_[4].live->title = items_[4].title;
     for (int i = 0; i < 60; ++i) items_.push_back(processRow(100 + i, "row " + std::to_string(i)));
     menu_.setMenu(menuOf(items_));
-    menu_.popup({100, 100});
+    menu_.openAt({100, 100});
     ASSERT_TRUE(eventually([this] { return menu_.windowHandle()->isExposed(); }));
     ASSERT_LE(menu_.geometry().bottom(), kPanelTop);
     ASSERT_FALSE(isInSight(menu_.actions().back()));
@@ -93,6 +93,18 @@ TEST_F(MenuOnScreen, StaysClearOfThePanelWhileItChanges) {
   EXPECT_TRUE(eventually([&] { return scrolled() < 0; })) << "the rest can be scrolled to";
 }
 
+TEST_F(MenuOnScreen, OpensBesideThePanelThatItsIconIsIn) {
+  menu_.hide();
+  PopupMenu menu;
+  menu.setMenu(menuOf(exampleItems()));
+  menu.openAt({100, kPanelTop + 20});
+  EXPECT_EQ(menu.geometry().bottom(), kPanelTop - 1);
+  EXPECT_EQ(menu.geometry().left(), 100);
+  menu.hide();
+  menu.openAt({100, 100});
+  EXPECT_EQ(menu.pos(), QPoint(100, 100)) << "where no panel is";
+}
+
 TEST_F(MenuOnScreen, ScrollsOnlyWithThePointerInside) {
   const int before = scrolled();
   pointAt(textLine());
@@ -144,9 +156,10 @@ int main(int argc, char** argv) {
     qputenv("DISPLAY", desktop().display().c_str());
     qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
-    for (const char* name : {"WAYLAND_DISPLAY", "QT_QPA_PLATFORMTHEME", "XDG_CURRENT_DESKTOP"}) {
-      qunsetenv(name);
-    }
+    // On Plasma Qt lets menus cover panels, elsewhere it does not.
+    qputenv("QT_QPA_PLATFORMTHEME", "kde");
+    qputenv("KDE_SESSION_VERSION", "5");
+    for (const char* name : {"WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP"}) qunsetenv(name);
     application = std::make_unique<QApplication>(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
   }

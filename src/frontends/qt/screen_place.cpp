@@ -1,0 +1,21 @@
+#include "frontends/qt/screen_place.h"
+
+#include <QRect>
+#include <algorithm>
+
+QPoint cornerWithin(QPoint corner, QSize window, const QRect& area) {
+  const auto within = [](int wanted, int from, int to) {
+    return std::clamp(wanted, from, std::max(from, to));
+  };
+  return {within(corner.x(), area.left(), area.right() + 1 - window.width()),
+          within(corner.y(), area.top(), area.bottom() + 1 - window.height())};
+}
+
+QPoint cornerBeside(QPoint icon, QSize window, const QRect& screen) {
+  constexpr int kPanel = 32;     // the icon, and the panel around it
+  constexpr int kTitleBar = 32;  // which others draw above the window
+  const bool isBelow = icon.y() > screen.center().y();
+  const int x = icon.x() - window.width() / 2;
+  const int y = isBelow ? icon.y() - kPanel - kTitleBar - window.height() : icon.y() + kPanel;
+  return cornerWithin({x, y}, window, screen);
+}
