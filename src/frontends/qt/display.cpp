@@ -59,6 +59,20 @@ std::string platforms() {
   return "xcb";
 }
 
+/// Lets Qt believe where the program says that its windows are on Wayland (MenuWindow knows of
+/// one), instead of taking each to be at the top left. Only Qt's start looks at it; what the
+/// program starts is not to inherit it.
+class WindowsHavePlaces {
+ public:
+  WindowsHavePlaces() { qputenv(kVariable, "1"); }
+  ~WindowsHavePlaces() { qunsetenv(kVariable); }
+  WindowsHavePlaces(const WindowsHavePlaces&) = delete;
+  WindowsHavePlaces& operator=(const WindowsHavePlaces&) = delete;
+
+ private:
+  static constexpr const char* kVariable = "QT_WAYLAND_DISABLE_FIXED_POSITIONS";
+};
+
 }  // namespace
 
 std::unique_ptr<QApplication> openDisplay() {
@@ -74,6 +88,7 @@ std::unique_ptr<QApplication> openDisplay() {
   qInstallMessageHandler(onQtMessage);
   QApplication::setDesktopFileName("vorda");
   QApplication::setApplicationName("Vorda");
+  const WindowsHavePlaces windowsHavePlaces;
   auto application = std::make_unique<QApplication>(count, arguments);
   // Qt itself would ask a translation, and there is none.
   QApplication::setLayoutDirection(QLocale::system().textDirection());

@@ -8,7 +8,6 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <QWindow>
-#include <optional>
 #include <utility>
 
 #include "frontends/qt/menu_label.h"
@@ -74,10 +73,12 @@ void MenuWindow::showBeside(QPoint icon) {
   show();
   if (!wayBack_->isHidden()) return;
   const QScreen* screen = icon.isNull() ? nullptr : QGuiApplication::screenAt(icon);
-  plasmaSurface_ = PlasmaSurface::of(
-      *windowHandle(), screen == nullptr ? std::nullopt
-                                         : std::optional(cornerBeside(icon, frameGeometry().size(),
-                                                                      screen->geometry())));
+  corner_.reset();
+  if (screen != nullptr) {
+    corner_ = cornerBeside(icon, frameGeometry().size(), screen->geometry());
+  }
+  plasmaSurface_ = PlasmaSurface::of(*windowHandle(), corner_);
+  if (plasmaSurface_ == nullptr) corner_.reset();
 }
 
 void MenuWindow::setTitle(const QString& title) {
@@ -100,10 +101,16 @@ QPoint MenuWindow::menuPosition() const {
 }
 
 void MenuWindow::whenExposed(std::function<void()> work) {
-  if (windowHandle()->isExposed()) {
+  // Nobody else tells Qt where a window is on Wayland (display.cpp), and submenus open where Qt
+  // sees room beside their menu. Each time: the compositor's answers move it back to the top left.
+  auto placed = [this, work = std::move(work)] {
+    if (corner_) move(*corner_);
     work();
+  };
+  if (windowHandle()->isExposed()) {
+    placed();
   } else {
-    onExposed_ = std::move(work);
+    onExposed_ = std::move(placed);
   }
 }
 

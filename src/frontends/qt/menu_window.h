@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "frontends/qt/wayland/plasma_surface.h"
@@ -62,4 +63,5 @@ class MenuWindow : public QWidget {
   std::function<void()> onExposed_;
   QTimer neverExposed_;
   std::unique_ptr<PlasmaSurface> plasmaSurface_;
+  std::optional<QPoint> corner_;  // where the compositor was told to place it
 };
