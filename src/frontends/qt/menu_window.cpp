@@ -23,6 +23,18 @@ constexpr int kExposurePatience = 2000;  // milliseconds
 constexpr const char* kWayBack =
     "Closing this window puts it away. To get it back, start Vorda again.";
 
+/// `icon` is in pixels, as Plasma tells it; windows are placed in points.
+std::optional<QPoint> cornerBesideIcon(QPoint icon, QSize window) {
+  if (icon.isNull()) return std::nullopt;
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    const QPoint place = icon / screen->devicePixelRatio();
+    if (screen->geometry().contains(place)) {
+      return cornerBeside(place, window, screen->geometry());
+    }
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 MenuWindow::MenuWindow()
@@ -72,11 +84,7 @@ void MenuWindow::setReplacesIcon(bool replaces) {
 void MenuWindow::showBeside(QPoint icon) {
   show();
   if (!wayBack_->isHidden()) return;
-  const QScreen* screen = icon.isNull() ? nullptr : QGuiApplication::screenAt(icon);
-  corner_.reset();
-  if (screen != nullptr) {
-    corner_ = cornerBeside(icon, frameGeometry().size(), screen->geometry());
-  }
+  corner_ = cornerBesideIcon(icon, frameGeometry().size());
   plasmaSurface_ = PlasmaSurface::of(*windowHandle(), corner_);
   if (plasmaSurface_ == nullptr) corner_.reset();
 }

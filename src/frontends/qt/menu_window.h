@@ -31,7 +31,7 @@ class MenuWindow : public QWidget {
   void setReplacesIcon(bool replaces);
 
   /// Shows it, where it does not replace the icon: in no task bar and, where the compositor can be
-  /// told so, beside the icon, which is there on the screen (null: nobody knows where).
+  /// told so, beside the icon, which is at that place of the screen in pixels (null: nobody knows).
   void showBeside(QPoint icon);
 
   /// The status item's title: the window's and the button's.

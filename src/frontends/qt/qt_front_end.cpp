@@ -11,6 +11,7 @@
 #include "frontends/qt/desktop_colors.h"
 #include "frontends/qt/popup_menu.h"
 #include "frontends/qt/qt_scheduled_work.h"
+#include "frontends/qt/wayland/plasma_surface.h"
 #include "frontends/qt/x11/window_hints.h"
 #include "ui/short_menu.h"
 #include "ui/strip_text.h"
@@ -219,6 +220,7 @@ int QtFrontEnd::runModal(const Alert& alert) {
   alert_ = &dialog;
   setInTaskbar(dialog, false);
   bringToFront(dialog);
+  const auto surface = PlasmaSurface::of(*dialog.windowHandle(), std::nullopt);
   dialog.exec();
   return dialog.answer();
 }
