@@ -112,7 +112,7 @@ screenshots: ## start real desktops and take the pictures in docs/pictures/
 desktops: ## try the tray on real desktops, and take pictures of it (root; minutes)
 	@scripts/bootstrap build tray test screenshots desktops
 	@cmake --preset release
-	@cmake --build --preset release --target programs play_process
+	@cmake --build --preset release --target programs play_process play_input
 	@tests/desktops/run
 
 mac-check: ## build on Linux what a Mac builds, against the macOS SDK that SDK=FOLDER names

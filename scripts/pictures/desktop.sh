@@ -20,9 +20,10 @@ end_started() {
 }
 trap end_started EXIT
 
-# eventually COMMAND...: until it succeeds; fails after half a minute.
+# eventually COMMAND...: until it succeeds; fails after a minute and a half.
 eventually() {
-  for _ in $(seq 300); do
+  local end=$((SECONDS + 90))
+  while [ "$SECONDS" -lt "$end" ]; do
     "$@" > /dev/null 2>&1 && return
     sleep 0.1
   done

@@ -19,12 +19,14 @@ x11_screen() {
   xsetroot -solid "$2" -cursor_name left_ptr
 }
 
-# click X Y [BUTTON]
+# What a user does with pointer and keys: move X Y, click X Y [BUTTON], key NAME...
+move() { xdotool mousemove "$1" "$2"; }
 click() {
-  xdotool mousemove "$1" "$2"
+  move "$1" "$2"
   sleep 0.3
   xdotool click "${3:-1}"
 }
+key() { xdotool key "$@"; }
 
 # A window of that title that can be seen, and whatever window of the program can.
 window() { xdotool search --onlyvisible --name "^$1\$"; }

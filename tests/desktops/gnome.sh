@@ -5,8 +5,8 @@
 
 kExtension=ubuntu-appindicators@ubuntu.com
 
-# gnome_shell OPTION...: starts it and waits until it is there.
-gnome_shell() {
+# gnome_system: what the shell asks of the system, and how it is set.
+gnome_system() {
   local address
   exec 8< <(exec dbus-daemon --session --nofork --nopidfile --print-address=1 2>> /tmp/log)
   started=($! "${started[@]}")
@@ -24,7 +24,13 @@ gnome_shell() {
   gsettings set org.gnome.desktop.interface enable-animations false
   dbus-update-activation-environment --systemd ${DISPLAY:+DISPLAY} XDG_CURRENT_DESKTOP \
     GSETTINGS_BACKEND
+}
+
+# gnome_shell OPTION...: starts it and waits until it is there. Its pid is in $shell.
+gnome_shell() {
   start gnome-shell --sm-disable --unsafe-mode "$@"
+  # shellcheck disable=SC2034 # scenes end it
+  shell=${started[0]}
   eventually shell_says 'Main.layoutManager._startingUp' false
   eventually busctl --user status org.kde.StatusNotifierWatcher
   shell 'Main.overview.hide();
@@ -44,10 +50,12 @@ gnome_shell() {
 # x11_gnome SIZE, wayland_gnome SIZE: on a screen that exists in memory only.
 x11_gnome() {
   x11_server "$1"
+  gnome_system
   gnome_shell --x11
 }
 wayland_gnome() {
   export WAYLAND_DISPLAY=wayland-0
+  gnome_system
   gnome_shell --wayland --headless --no-x11 --virtual-monitor "$1"
 }
 
@@ -95,6 +103,19 @@ shell_picture() {
 # Whether the shell shows a window of that title; they are those of this desktop alone.
 shell_shows() {
   shell_says "global.get_window_actors().some(a => a.visible && a.meta_window.title === '$1')" true
+}
+
+# gnome_scale SCALE: on the one monitor that there is, as the settings do it.
+gnome_scale() {
+  local display=(org.gnome.Mutter.DisplayConfig /org/gnome/Mutter/DisplayConfig
+    org.gnome.Mutter.DisplayConfig)
+  local serial connector mode
+  read -r serial connector mode < <(busctl --user --json=short call "${display[@]}" GetCurrentState |
+    python3 -c 'import json, sys
+serial, monitors = json.load(sys.stdin)["data"][:2]
+print(serial, monitors[0][0][0], monitors[0][1][0][0])')
+  busctl --user call "${display[@]}" ApplyMonitorsConfig 'uua(iiduba(ssa{sv}))a{sv}' \
+    "$serial" 1 1 0 0 "$1" 0 true 1 "$connector" "$mode" 0 0
 }
 
 # extension on|off

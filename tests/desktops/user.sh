@@ -1,6 +1,7 @@
 # shellcheck shell=bash
 # What a user does with the tray, with pointer and keys, on a desktop that is there (X11). A desktop
 # has start_host and end_host, and says in $icon where the icon is.
+. ./bus.sh
 . ./findings.sh
 . ./colors.sh
 
@@ -39,9 +40,11 @@ is_gone() { ! kill -0 "$1" 2> /dev/null; }
 
 # victim NAME [MIB]: a model server that may be ended; its pid is in $victim.
 victim() {
-  play_process --seconds 900 --memory "${2:-600}" -- vllm serve "$1" > /dev/null &
+  exec 7< <(exec play_process --seconds 1200 --memory "${2:-600}" -- vllm serve "$1")
   victim=$!
   started=("$victim" "${started[@]}")
+  read -r _ <&7
+  exec 7<&-
 }
 
 # at_icon [BUTTON]: where the desktop shows the icon.
@@ -53,33 +56,35 @@ open_menu() {
   menu_is_open || at_icon
   eventually menu_is_open
 }
+# Escape may close no more than a submenu.
 close_menu() {
-  menu_is_closed || xdotool key Escape
-  sleep 0.3
-  menu_is_closed || xdotool key Escape
-  eventually menu_is_closed
+  for _ in $(seq 20); do
+    menu_is_closed && return
+    key Escape
+    sleep 0.5
+  done
+  menu_is_closed
 }
 
-# keys_to NAME: down, until the row of that name is chosen.
+# keys_to NAME KEY: that key, until the row of that name is chosen.
 keys_to() {
-  for _ in $(seq 60); do
+  for _ in $(seq 150); do
     [[ "$(./accessible_tree --keys)" = "$1"* ]] && return
-    xdotool key Down
-    sleep 0.1
+    key "$2"
+    sleep 0.2
   done
   return 1
 }
 
-# choose NAME PLACE PICTURE: in the submenu of the row of that name, the entry at that place from
-# its end, by keys.
+# choose NAME ENTRY PICTURE: in the submenu of the row of that name, that entry, by keys.
 choose() {
   open_menu || return
-  keys_to "$1" || return
-  xdotool key Right
-  sleep 1
-  for _ in $(seq "$2"); do xdotool key Up; done
+  keys_to "$1" Down || return
+  key Right
+  sleep 0.5
+  keys_to "$2" Up || return
   picture "$3"
-  xdotool key Return
+  key Return
 }
 
 strip() {
@@ -101,22 +106,27 @@ stays_alive() {
 
 quits() {
   local quitting=$victim
-  choose 'vLLM: to quit' 3 "$1" || return
+  choose 'vLLM: to quit' Quit "$1" || return
   eventually is_gone "$quitting"
 }
 quits_by_force() {
-  choose 'vLLM: to kill' 2 "$1" || return
+  choose 'vLLM: to kill' 'Force Quit' "$1" || return
   eventually alert_is_open || return
   picture "$1-alert"
-  xdotool key Return
+  key Return
   eventually is_gone "$victim"
 }
 shows_details() {
-  choose 'vLLM: to see' 1 "$1" || return
+  choose 'vLLM: to see' 'Full details' "$1" || return
   eventually alert_is_open || return
   picture "$1-alert"
-  xdotool key Return
+  key Return
   eventually alert_is_closed
+}
+
+is_read() {
+  ./accessible_tree > "$1"
+  grep -q "$2" "$1"
 }
 
 # try_menu NAME: all that can be done from the icon.
@@ -127,19 +137,19 @@ try_menu() {
   victim to-quit; local quitting=$victim
   victim to-kill; local killed=$victim
   victim to-see
-  sleep 8
-  xdotool mousemove 300 300
+  sleep 6
+  move 300 300
   picture "$name-icon"
   # shellcheck disable=SC2086
-  xdotool mousemove $icon
+  move $icon
   sleep 3
   picture "$name-tooltip"
   at_icon
   must 'a left click opens the menu' eventually menu_is_open
   picture "$name-left"
-  ./accessible_tree > "/tmp/pictures/$name-screen-reader.txt"
   must 'a screen reader finds row, memory and role' \
-    grep -q 'menu item "vLLM: to quit, .*B, model server' "/tmp/pictures/$name-screen-reader.txt"
+    eventually is_read "/tmp/pictures/$name-screen-reader.txt" \
+    'menu item "vLLM: to quit, .*B, model server'
   must 'the open menu stays alive' stays_alive "$name-live"
   must 'the menu closes' close_menu
   victim=$quitting
@@ -151,17 +161,17 @@ try_menu() {
   must 'details are shown' shows_details "$name-details"
   close_menu || true
   at_icon 3
-  sleep 2
-  xdotool mousemove_relative -- -300 0
+  sleep 3
+  # Off the menu.
+  move "$((${icon% *} > 300 ? ${icon% *} - 300 : 0))" "${icon#* }"
   picture "$name-right"
-  xdotool key Escape
+  key Escape
   sleep 0.5
-  xdotool key Escape
+  key Escape
   sleep 0.5
   at_icon 2
-  sleep 2
+  must 'a middle click opens the menu' eventually menu_is_open
   picture "$name-middle"
-  menu_is_open && figure 'a middle click opens the menu'
   close_menu || true
 }
 
@@ -173,17 +183,6 @@ try_host_restart() {
   must 'the icon comes back with the host' eventually icon_is_there
   sleep 3
   picture "$1-host-restart"
-}
-
-# start_bus: one of the scene's own, which can die.
-start_bus() {
-  export DBUS_SESSION_BUS_ADDRESS="unix:path=$XDG_RUNTIME_DIR/own-bus"
-  rm -f "$XDG_RUNTIME_DIR/own-bus"
-  dbus-daemon --session --nofork --nopidfile --address="$DBUS_SESSION_BUS_ADDRESS" \
-    2>> /tmp/log &
-  bus=$!
-  started=("${started[@]}" "$bus")
-  eventually busctl --user status org.freedesktop.DBus
 }
 
 # try_bus_restart NAME: the session's bus dies, and all that hangs on it but Vorda is started anew.
@@ -230,7 +229,7 @@ try_hidpi() {
   must 'the icon is there with two pixels a point' eventually icon_is_there
   sleep 6
   # shellcheck disable=SC2086
-  xdotool mousemove $2 $3 click 1
+  click $2 $3
   must 'the menu opens with two pixels a point' eventually menu_is_open
   must 'it is twice as wide' menu_is_wide
   picture "$1-hidpi"
