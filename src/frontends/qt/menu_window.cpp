@@ -15,6 +15,7 @@
 #include "frontends/qt/qt_text.h"
 #include "frontends/qt/screen_place.h"
 #include "frontends/qt/strip_widget.h"
+#include "frontends/qt/wayland/menu_surface.h"
 #include "frontends/qt/x11/window_hints.h"
 
 namespace {
@@ -111,8 +112,10 @@ QPoint MenuWindow::menuPosition() const {
 void MenuWindow::whenExposed(std::function<void()> work) {
   // Nobody else tells Qt where a window is on Wayland (display.cpp), and submenus open where Qt
   // sees room beside their menu. Each time: the compositor's answers move it back to the top left.
+  // Where nobody knows, that is best: further down, the menu would be asked for above the window,
+  // and not every compositor keeps it on the screen then.
   auto placed = [this, work = std::move(work)] {
-    if (corner_) move(*corner_);
+    if (isOnWayland()) move(corner_.value_or(screen()->geometry().topLeft()));
     work();
   };
   if (windowHandle()->isExposed()) {

@@ -211,6 +211,13 @@ void PopupMenu::setMenu(const std::shared_ptr<const Menu>& menu) {
   if (!screen()->availableGeometry().contains(geometry())) fitScreen(*this);
 }
 
+/// Qt lets a menu scroll that is higher than the screen, but not one that has less room than that.
+QSize PopupMenu::sizeHint() const {
+  const QSize whole = QMenu::sizeHint();
+  if (whole.height() <= maximumHeight()) return whole;
+  return {whole.width(), std::max(whole.height(), screen()->geometry().height() + 1)};
+}
+
 void PopupMenu::openAt(QPoint place) {
   const QScreen* at = QGuiApplication::screenAt(place);
   if (at == nullptr) return popup(place);
@@ -218,6 +225,7 @@ void PopupMenu::openAt(QPoint place) {
   setMaximumHeight(roomForMenu(*at));
   const QRect free = at->availableGeometry();
   popup(free.contains(place) ? place : cornerWithin(place, sizeHint(), free));
+  if (!free.contains(geometry())) move(cornerWithin(pos(), size(), free));
 }
 
 void PopupMenu::refreshStrip() {

@@ -24,6 +24,8 @@ class PopupMenu : public QMenu {
   /// Opens it at that place on the screen, or beside the panel that covers it.
   void openAt(QPoint place);
 
+  QSize sizeHint() const override;
+
   /// The strip has changed: draws it anew.
   void refreshStrip();
   /// Live titles have changed: shows them.

@@ -105,6 +105,22 @@ TEST_F(MenuOnScreen, OpensBesideThePanelThatItsIconIsIn) {
   EXPECT_EQ(menu.pos(), QPoint(100, 100)) << "where no panel is";
 }
 
+TEST_F(MenuOnScreen, ScrollsWhereThePanelAloneIsInTheWay) {
+  menu_.hide();
+  items_.resize(items_.size() - 40);
+  PopupMenu menu;
+  menu.setMenu(menuOf(items_));
+  ASSERT_GT(menu.sizeHint().height(), kPanelTop);
+  ASSERT_LT(menu.sizeHint().height(), menu.screen()->geometry().height());
+  menu.openAt({100, 100});
+  ASSERT_TRUE(eventually([&] { return menu.windowHandle()->isExposed(); }));
+  EXPECT_EQ(menu.geometry().bottom(), kPanelTop - 1);
+  EXPECT_EQ(menu.activeAction(), nullptr);
+  desktop().pointAt(150, kPanelTop - 8);
+  desktop().pointAt(155, kPanelTop - 3);
+  EXPECT_TRUE(eventually([&] { return menu.actionGeometry(menu.actions().front()).top() < 0; }));
+}
+
 TEST_F(MenuOnScreen, ScrollsOnlyWithThePointerInside) {
   const int before = scrolled();
   pointAt(textLine());
