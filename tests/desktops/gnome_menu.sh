@@ -76,13 +76,22 @@ own_menu_is_open() {
 }
 own_menu_is_closed() { ! own_menu_is_open; }
 
+# shows COMMAND...: whether that is so, in the menu opened anew if need be: no row comes into an
+# open one.
+shows() {
+  "$@" && return
+  shell "$menu.close(false)" > /dev/null
+  sleep 1
+  open_menu
+  "$@"
+}
 has_row() { shell_says "!!global.item($menu, '$1')" true; }
 
 # from_the_row NAME PLACE PICTURE: in the small menu of that row, the entry at that place from its
 # end, by keys.
 from_the_row() {
   open_menu
-  eventually has_row "$1" || return
+  eventually shows has_row "$1" || return
   shell_click "global.item($menu, '$1')" || return
   eventually own_menu_is_open || return
   for _ in $(seq "$2"); do shell_key Up; done
@@ -122,7 +131,7 @@ quits_from_the_menu() {
   play_process --seconds 600 --memory 5000 -- victim > /dev/null &
   victim=$!
   open_menu
-  eventually has_row victim || return
+  eventually shows has_row victim || return
   shell_click "global.item($menu, 'victim')" || return
   eventually own_menu_is_open || return
   shell_picture "$1" 1280 0 640 600

@@ -52,10 +52,16 @@ at_icon() {
   # shellcheck disable=SC2154,SC2086 # the desktop says where
   click $icon "${1:-1}"
 }
-open_menu() {
-  menu_is_open || at_icon
-  eventually menu_is_open
+# A panel draws the icon a while after it knows of it: a click may come too soon.
+opens_by_click() {
+  at_icon "${1:-1}"
+  for _ in $(seq 25); do
+    menu_is_open && return
+    sleep 0.2
+  done
+  return 1
 }
+open_menu() { menu_is_open || eventually opens_by_click; }
 # Escape may close no more than a submenu.
 close_menu() {
   for _ in $(seq 20); do
@@ -144,8 +150,7 @@ try_menu() {
   move $icon
   sleep 3
   picture "$name-tooltip"
-  at_icon
-  must 'a left click opens the menu' eventually menu_is_open
+  must 'a left click opens the menu' eventually opens_by_click
   picture "$name-left"
   must 'a screen reader finds row, memory and role' \
     eventually is_read "/tmp/pictures/$name-screen-reader.txt" \
@@ -169,8 +174,7 @@ try_menu() {
   sleep 0.5
   key Escape
   sleep 0.5
-  at_icon 2
-  must 'a middle click opens the menu' eventually menu_is_open
+  must 'a middle click opens the menu' eventually opens_by_click 2
   picture "$name-middle"
   close_menu || true
 }
@@ -228,9 +232,8 @@ try_hidpi() {
   start_tray
   must 'the icon is there with two pixels a point' eventually icon_is_there
   sleep 6
-  # shellcheck disable=SC2086
-  click $2 $3
-  must 'the menu opens with two pixels a point' eventually menu_is_open
+  icon="$2 $3"
+  must 'the menu opens with two pixels a point' eventually opens_by_click
   must 'it is twice as wide' menu_is_wide
   picture "$1-hidpi"
 }
