@@ -11,6 +11,7 @@
 #include "frontends/qt/desktop_colors.h"
 #include "frontends/qt/popup_menu.h"
 #include "frontends/qt/qt_scheduled_work.h"
+#include "frontends/qt/wayland/menu_surface.h"
 #include "frontends/qt/wayland/plasma_surface.h"
 #include "frontends/qt/x11/window_hints.h"
 #include "ui/short_menu.h"
@@ -125,7 +126,7 @@ void QtFrontEnd::noteScreen() {
   const QScreen* screen = QGuiApplication::primaryScreen();
   if (screen == nullptr) return;
   screenSize_ = connect(screen, &QScreen::geometryChanged, this, &QtFrontEnd::noteScreen);
-  const ShortMenu::Room room = ShortMenu::roomOn(screen->geometry().height());
+  const ShortMenu::Room room = ShortMenu::roomOn(linesOf(*screen));
   if (connection_) {
     connection_->menu.setRoom(room);
   } else {

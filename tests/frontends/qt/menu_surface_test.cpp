@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QByteArray>
 #include <QMenu>
 #include <QScreen>
 #include <QWindow>
 
+#include "fakes/row_name.h"
 #include "frontends/qt/menu_style.h"
 
 namespace {
@@ -55,5 +57,24 @@ TEST_F(MenuOnWayland, IsAMenuLikeAnyOtherElsewhere) {
   EXPECT_GT(menu.height(), screenHeight() - 64);
   EXPECT_EQ(menu.windowHandle()->type(), Qt::Popup);
 }
+
+struct LinesRow {
+  const char* name;
+  int told;
+  qreal scale;
+  const char* desktops;
+  int lines;
+};
+class LinesOnWayland : public testing::TestWithParam<LinesRow> {};
+TEST_P(LinesOnWayland, ArePoints) {
+  EXPECT_EQ(linesOf(GetParam().told, GetParam().scale, GetParam().desktops), GetParam().lines);
+}
+INSTANTIATE_TEST_SUITE_P(Table, LinesOnWayland,
+                         testing::Values(LinesRow{"Gnome", 1080, 1, "GNOME", 1080},
+                                         LinesRow{"GnomeHidpi", 1600, 2, "GNOME", 800},
+                                         LinesRow{"UbuntuHidpi", 1600, 2, "ubuntu:GNOME", 800},
+                                         LinesRow{"PlasmaHidpi", 800, 2, "KDE", 800},
+                                         LinesRow{"NobodySays", 800, 2, "", 800}),
+                         rowName<LinesRow>);
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "frontends/qt/wayland/menu_surface.h"
 
+#include <QByteArray>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QScreen>
@@ -16,8 +17,18 @@ bool isOnWayland() {
   return QGuiApplication::platformName().startsWith("wayland");
 }
 
+int linesOf(int told, qreal scale, const QByteArray& desktops) {
+  return desktops.split(':').contains("GNOME") ? qRound(told / scale) : told;
+}
+
+int linesOf(const QScreen& screen) {
+  const int told = screen.geometry().height();
+  if (!isOnWayland()) return told;
+  return linesOf(told, screen.devicePixelRatio(), qgetenv("XDG_CURRENT_DESKTOP"));
+}
+
 int roomForMenu(const QScreen& screen, bool onWayland) {
-  return onWayland ? screen.geometry().height() - kPanel : screen.availableGeometry().height();
+  return onWayland ? linesOf(screen) - kPanel : screen.availableGeometry().height();
 }
 
 void letMenuOpenUnasked(QMenu& menu, bool onWayland) {
