@@ -12,10 +12,11 @@ QPoint cornerWithin(QPoint corner, QSize window, const QRect& area) {
 }
 
 QPoint cornerBeside(QPoint icon, QSize window, const QRect& screen) {
-  constexpr int kPanel = 32;     // the icon, and the panel around it
-  constexpr int kTitleBar = 32;  // which others draw above the window
+  constexpr int kAroundIcon = 32;  // the icon, and the panel around it
+  constexpr int kTitleBar = 32;    // which others draw above the window
   const bool isBelow = icon.y() > screen.center().y();
   const int x = icon.x() - window.width() / 2;
-  const int y = isBelow ? icon.y() - kPanel - kTitleBar - window.height() : icon.y() + kPanel;
+  const int y =
+      isBelow ? icon.y() - kAroundIcon - kTitleBar - window.height() : icon.y() + kAroundIcon;
   return cornerWithin({x, y}, window, screen);
 }
