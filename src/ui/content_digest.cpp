@@ -104,8 +104,8 @@ class Digester {
     addAll(operation.label(), operation.kind(), operation.outcome().has_value());
   }
   void add(const MenuArrangement& arrangement) {
-    const auto& [sortBy, isWhole, wholeSections] = arrangement;
-    addAll(sortBy, isWhole, wholeSections.size());
+    const auto& [sortBy, isWhole, foldsFamilies, wholeSections] = arrangement;
+    addAll(sortBy, isWhole, foldsFamilies, wholeSections.size());
     for (const std::string& section : wholeSections) add(section);
   }
   /// As finely as menu and tooltip tell it; of what is used the rest is the pressure's.

@@ -1,7 +1,6 @@
 #include "ui/family_view.h"
 
 #include <algorithm>
-#include <set>
 
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
@@ -97,6 +96,19 @@ const FamilyEntries* FamilyItems::of(const VordaProcess& process) {
   return &entries->second;
 }
 
+MenuItem FamilyItems::folded(const VordaProcess& process) {
+  const FamilyView* const family = families_.of(process);
+  if (family == nullptr) return makeRow_(process, nullptr);
+  const VordaProcess& main = family->main();
+  MenuItem row = makeRow_(main, of(main));
+  MenuItem title = named(main.labRole == LabRole::none ? "" : MenuBuilders::kWorkload, family->name,
+                         "  (" + std::to_string(family->members.size()) + ")" +
+                             MenuBuilders::kSeparator + MemoryFormat::compact(family->memMB));
+  row.title = std::move(title.title);
+  row.name = title.name;
+  return row;
+}
+
 FamilyEntries FamilyItems::entriesOf(const FamilyView& family) const {
   const std::string count = std::to_string(family.members.size());
   std::vector<MenuItem> members;
@@ -121,15 +133,6 @@ FamilyEntries FamilyItems::entriesOf(const FamilyView& family) const {
     entries.items.push_back(command(all, Action::quitFamily, family.head));
     entries.items.push_back(command("Force " + all, Action::forceFamily, family.head));
   }
-
-  const VordaProcess& main = family.main();
-  MenuItem folded = makeRow_(main, &entries);
-  const MenuItem title =
-      named(main.labRole == LabRole::none ? "" : MenuBuilders::kWorkload, family.name,
-            "  (" + count + ")" + MenuBuilders::kSeparator + MemoryFormat::compact(family.memMB));
-  folded.title = title.title;
-  folded.name = title.name;
-  entries.folded = std::make_shared<const MenuItem>(std::move(folded));
   return entries;
 }
 
@@ -137,18 +140,4 @@ std::string leftBehindLine(const VordaProcess& process) {
   if (!process.leftBehindBy) return {};
   return "Left behind: pid " + std::to_string(*process.leftBehindBy) +
          ", which started it, has ended";
-}
-
-Menu foldedMenu(const Menu& menu) {
-  Menu folded;
-  std::set<const MenuItem*> seen;  // in this section
-  for (const MenuItem& item : menu.items) {
-    if (isHeading(item) || item.kind == MenuItem::Kind::separator) seen.clear();
-    if (!item.folded) {
-      folded.items.push_back(item);
-    } else if (seen.insert(item.folded.get()).second) {
-      folded.items.push_back(*item.folded);
-    }
-  }
-  return folded;
 }

@@ -50,9 +50,8 @@ class FamilyViews {
 /// What stands in the rows of a family's members about the family. All of them share the menu of
 /// the members.
 struct FamilyEntries {
-  std::string toolTip;                     ///< a line for the tooltip
-  std::vector<MenuItem> items;             ///< for the submenu
-  std::shared_ptr<const MenuItem> folded;  ///< MenuItem::folded
+  std::string toolTip;          ///< a line for the tooltip
+  std::vector<MenuItem> items;  ///< for the submenu
 };
 
 /// Makes them, for each family once and only when a row of it is made.
@@ -69,6 +68,9 @@ class FamilyItems {
   /// The entries of the process's family; nullptr when it has none.
   const FamilyEntries* of(const VordaProcess& process);
 
+  /// The row that stands for all of the family, which the process is of; its own when it has none.
+  MenuItem folded(const VordaProcess& process);
+
  private:
   FamilyEntries entriesOf(const FamilyView& family) const;
 
@@ -76,10 +78,6 @@ class FamilyItems {
   MakeRow makeRow_;
   std::map<std::int32_t, FamilyEntries> made_;  ///< by the head's pid
 };
-
-/// The menu with families folded: in each section the row that stands for a family
-/// (MenuItem::folded) takes the place of its first member; the other members' rows are left out.
-Menu foldedMenu(const Menu& menu);
 
 /// The line about a family's memory, once it is known how much its members really hold. It stays as
 /// it is where that is not known of each.

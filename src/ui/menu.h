@@ -72,14 +72,16 @@ struct ProcessReference {
   bool operator==(const ProcessReference&) const = default;
 };
 
-/// The title of a grey line that becomes another while its menu is open, when it is known how much
-/// memory some processes really hold together. All copies of the line share it.
+/// A title that becomes another while its menu is open: a grey line's, when it is known how much
+/// memory some processes really hold together; that of a row which was cut off, when it is known
+/// what its process holds of cards' memory. All copies of the item share it.
 struct LiveTitle {
-  std::string title;                        ///< as it is shown now
-  std::vector<ProcessReference> processes;  ///< those whose memory is asked for
-  std::string beginning;                    ///< of the title, before the figure
-  std::string ending;                       ///< behind the figure, once that is known
-  bool isKnown = false;                     ///< nothing more will come
+  std::string title = {};  ///< as it is shown now
+  /// Of a line: those whose memory is asked for when its menu opens.
+  std::vector<ProcessReference> processes = {};
+  std::string beginning = {};  ///< of a line: what stands before the figure
+  std::string ending = {};     ///< of a line: behind the figure, once that is known
+  bool isKnown = false;        ///< of a line: nothing more will come
 };
 
 /// One line of the menu, and what it opens or does.
@@ -93,6 +95,7 @@ struct MenuItem {
   std::optional<Color> dot;      ///< the colour of the dot before the title
   Kind kind = Kind::item;        ///< what stands in the line
   bool enabled = true;           ///< false: a grey label
+  bool isOfFamily = false;       ///< a row: of one member of a family, or of all of it
   bool isLeftBehind = false;     ///< a row: VordaProcess::leftBehindBy
   Action action = Action::none;  ///< what choosing it does
   RepresentedObject representedObject;        ///< what the action acts on
@@ -101,10 +104,7 @@ struct MenuItem {
   std::vector<MenuItem> submenu;              ///< what it opens; empty for nothing
   /// Of Action::openRow: what it opens, where many items share that; else nullptr.
   std::shared_ptr<const std::vector<MenuItem>> opens;
-  /// The row that stands for this one and the others of its family, where families are folded;
-  /// nullptr for a row that stands for itself. A family's rows share it.
-  std::shared_ptr<const MenuItem> folded;
-  std::shared_ptr<LiveTitle> live;  ///< of a line whose title may become another, else nullptr
+  std::shared_ptr<LiveTitle> live;  ///< of an item whose title may become another, else nullptr
 
   bool operator==(const MenuItem&) const = default;
 };

@@ -17,6 +17,8 @@ enum class SortBy {
 struct MenuArrangement {
   SortBy sortBy = SortBy::memory;
   bool isWhole = false;  ///< no section is cut
+  /// In each section one row stands for all of a family, which counts as one where it is cut.
+  bool foldsFamilies = false;
   /// The headings of those that are not, in any order.
   std::set<std::string, std::less<>> wholeSections;
 };

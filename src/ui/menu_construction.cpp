@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 #include <limits>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -128,11 +129,19 @@ void addSummary(Items& items, const MenuContent& content, const ProcessList& byS
   items.push_back(label(roleSummary(kServersSummary, servers)));
 }
 
+/// How much memory the row is about that stands for the process, in MiB. `folded`: the families
+/// that have one row each; nullptr where each process has its own.
+double memoryOfRow(const VordaProcess& process, const FamilyViews* folded) {
+  const FamilyView* const family = folded == nullptr ? nullptr : folded->of(process);
+  return family == nullptr ? process.memMB : family->memMB;
+}
+
 /// Makes the rows of processes.
 class Rows {
  public:
   explicit Rows(const MenuContent& content)
-      : quits_(content.quits),
+      : foldsFamilies_(content.arrangement != nullptr && content.arrangement->foldsFamilies),
+        quits_(content.quits),
         families_(content.processes, content.unlistedMembers,
                   content.gpus == nullptr ? MenuContent::kNoProcesses : content.gpus->unlisted),
         familyItems_(families_, [this](const auto& process, const auto* entries) {
@@ -141,7 +150,29 @@ class Rows {
   Rows(const Rows&) = delete;
   Rows& operator=(const Rows&) = delete;
 
-  MenuItem of(const VordaProcess& process) { return make(process, familyItems_.of(process)); }
+  MenuItem of(const VordaProcess& process) {
+    return foldsFamilies_ ? familyItems_.folded(process) : make(process, familyItems_.of(process));
+  }
+
+  /// `list`, where the largest come first, in the order of how large their rows are.
+  ProcessList largestRowsFirst(ProcessList list) const {
+    if (!foldsFamilies_) return list;
+    std::ranges::stable_sort(list, [this](const auto* a, const auto* b) {
+      return memoryOfRow(*a, &families_) > memoryOfRow(*b, &families_);
+    });
+    return list;
+  }
+
+  /// The first process of each row.
+  ProcessList firstOfEach(ProcessList list) const {
+    if (!foldsFamilies_) return list;
+    std::set<const FamilyView*> seen;
+    std::erase_if(list, [&](const auto* process) {
+      const FamilyView* const family = families_.of(*process);
+      return family != nullptr && !seen.insert(family).second;
+    });
+    return list;
+  }
 
  private:
   MenuItem make(const VordaProcess& process, const FamilyEntries* family) const {
@@ -150,6 +181,7 @@ class Rows {
     return processItem(process, quits_->linesOf(reference), family);
   }
 
+  bool foldsFamilies_;
   const UnfinishedQuits* quits_;
   FamilyViews families_;
   FamilyItems familyItems_;
@@ -216,13 +248,14 @@ class SectionRows {
     items_.push_back(std::move(more));
   }
 
-  /// The rows of `list`, where the largest come first, in the order of the arrangement.
+  /// The rows of `list`, where the largest rows come first, in the order of the arrangement.
   void addProcesses(ProcessList list) {
     const SortBy sortBy = sortOf(content_);
     if (sortBy != SortBy::memory) {
       std::ranges::stable_sort(
           list, [sortBy](const auto* a, const auto* b) { return comesBefore(*a, *b, sortBy); });
     }
+    list = rows_->firstOfEach(std::move(list));
     add(list.size(), [this, &list](std::size_t i) { return rows_->of(*list[i]); });
   }
 
@@ -244,12 +277,11 @@ constexpr std::array kRoleHeaders{std::pair{LabRole::training, kTrainingHeader},
                                   std::pair{LabRole::agent, kToolsHeader}};
 constexpr std::size_t kRoles = kRoleHeaders.size() + 1;  // or none
 
-void addTopSection(Items& items, const MenuContent& content, Rows& rows,
-                   const ProcessList& bySize) {
+void addTopSection(Items& items, const MenuContent& content, Rows& rows, const ProcessList& list) {
   items.push_back(separator());
   items.push_back(label(kTopHeaders.at(static_cast<std::size_t>(sortOf(content)))));
-  if (bySize.empty()) items.push_back(label("  (nothing above threshold)"));
-  SectionRows(items, content, &rows, kTopHeaders, MenuLimits::kMaxTopRAM).addProcesses(bySize);
+  if (list.empty()) items.push_back(label("  (nothing above threshold)"));
+  SectionRows(items, content, &rows, kTopHeaders, MenuLimits::kMaxTopRAM).addProcesses(list);
 }
 
 void addSection(Items& items, const MenuContent& content, Rows& rows, const char* header,
@@ -302,14 +334,23 @@ void addCommands(Items& items) {
 }  // namespace
 
 std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& processes,
+                                            const std::vector<VordaProcess>& unlistedMembers,
                                             const MenuArrangement& arrangement) {
   const SortBy sortBy = arrangement.sortBy;
+  std::optional<FamilyViews> families;
+  if (arrangement.foldsFamilies) {
+    families.emplace(processes, unlistedMembers, MenuContent::kNoProcesses);
+  }
+  const FamilyViews* const folded = families ? &*families : nullptr;
   inOrder_.clear();
   for (const VordaProcess& process : processes) inOrder_.push_back(&process);
   // Like the stable sorts of a menu, which would allocate.
-  std::ranges::sort(inOrder_, [sortBy](const VordaProcess* a, const VordaProcess* b) {
+  std::ranges::sort(inOrder_, [sortBy, folded](const VordaProcess* a, const VordaProcess* b) {
     if (comesBefore(*a, *b, sortBy)) return true;
     if (comesBefore(*b, *a, sortBy)) return false;
+    const double rowA = memoryOfRow(*a, folded);
+    const double rowB = memoryOfRow(*b, folded);
+    if (rowA != rowB) return rowA > rowB;
     return a->memMB != b->memMB ? a->memMB > b->memMB : a < b;
   });
 
@@ -318,17 +359,29 @@ std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& pro
   const auto limit = [&](std::span<const char* const> headers, std::size_t usual) {
     return isAnybodys ? processes.size() : limitOf(headers, usual, &arrangement);
   };
-  const std::size_t mostInTop = limit(kTopHeaders, MenuLimits::kMaxTopRAM);
-  std::array<std::size_t, kRoles> left{};
+  struct Section {
+    std::size_t left = 0;                  ///< rows that it may still have
+    std::set<const FamilyView*> families;  ///< those that have one
+  };
+  Section top{limit(kTopHeaders, MenuLimits::kMaxTopRAM), {}};
+  std::array<Section, kRoles> ofRoles;
   for (const auto& [role, header] : kRoleHeaders) {
-    left[static_cast<std::size_t>(role)] = limit({&header, 1}, MenuLimits::kMaxAI);
+    ofRoles.at(static_cast<std::size_t>(role)).left = limit({&header, 1}, MenuLimits::kMaxAI);
   }
+  const auto isIn = [folded](Section& section, const VordaProcess& process) {
+    const FamilyView* const family = folded == nullptr ? nullptr : folded->of(process);
+    if (family != nullptr && section.families.contains(family)) return true;
+    if (section.left == 0) return false;
+    --section.left;
+    if (family != nullptr) section.families.insert(family);
+    return true;
+  };
   pids_.clear();
-  for (std::size_t i = 0; i < inOrder_.size(); ++i) {
-    std::size_t& leftOfRole = left[static_cast<std::size_t>(inOrder_[i]->labRole)];
-    const bool isInSection = leftOfRole > 0;
-    if (isInSection) --leftOfRole;
-    if (i < mostInTop || isInSection) pids_.push_back(inOrder_[i]->pid);
+  for (const VordaProcess* process : inOrder_) {
+    const bool isInTop = isIn(top, *process);
+    const bool isInItsRoles =
+        isIn(ofRoles.at(static_cast<std::size_t>(process->labRole)), *process);
+    if (isInTop || isInItsRoles) pids_.push_back(process->pid);
   }
   std::ranges::sort(pids_);
   return pids_;
@@ -338,21 +391,21 @@ Menu build(const MenuContent& content) {
   const ProcessList sorted = largestFirst(content.processes);
   const ProcessList training = ofRole(sorted, LabRole::training);
   const ProcessList servers = ofRole(sorted, LabRole::inference);
-  const ProcessList agentProcesses = ofRole(sorted, LabRole::agent);
 
   Menu menu;
   Items& items = menu.items;
   Rows rows(content);
   items.push_back(stripItem(content, sorted));
   addSummary(items, content, sorted, training, servers);
-  addTopSection(items, content, rows, sorted);
+  const ProcessList inOrder = rows.largestRowsFirst(sorted);
+  addTopSection(items, content, rows, inOrder);
   if (content.gpus != nullptr) {
     const ProcessList onGpus = all(content.gpus->processes);
     addSection(items, content, rows, kTopGpuHeader, onGpus, onGpus.size());
   }
-  addSection(items, content, rows, kTrainingHeader, training);
-  addSection(items, content, rows, kServersHeader, servers);
-  addSection(items, content, rows, kToolsHeader, agentProcesses);
+  for (const auto& [role, header] : kRoleHeaders) {
+    addSection(items, content, rows, header, ofRole(inOrder, role));
+  }
   addLaunchAgentSection(items, content);
   addCommands(items);
   return menu;

@@ -60,8 +60,10 @@ Menu build(const MenuContent& content);
 /// Finds the processes that would have a row but for what graphics cards hold. Keeps its buffers.
 class ShownPids {
  public:
-  /// By pid; until the next call.
+  /// By pid; until the next call. Of a family that has one row, all that are in `processes`.
+  /// `unlistedMembers`: MenuContent's.
   std::span<const std::int32_t> of(const std::vector<VordaProcess>& processes,
+                                   const std::vector<VordaProcess>& unlistedMembers,
                                    const MenuArrangement& arrangement);
 
  private:

@@ -63,7 +63,7 @@ MenuItem processItem(const VordaProcess& process, const std::vector<std::string>
   item.dot = ProcessColor::color(process);
   item.process = ProcessReference{process.pid, process.identity};
   item.isLeftBehind = !leftBehindLine(process).empty();
-  if (family != nullptr) item.folded = family->folded;
+  item.isOfFamily = family != nullptr;
   item.submenu = processSubmenu(process, asked, family);
   for (MenuItem& entry : item.submenu) entry.process = item.process;
   return item;

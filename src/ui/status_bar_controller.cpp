@@ -123,7 +123,7 @@ void StatusBarController::sample() {
   const std::vector<std::int32_t> holders = GpuSampling::holders(menuIsOpen_);
   scan_.scan(MenuLimits::kMinMemMB, launchAgents, processes_, holders);
   gpus_ = GpuSampling::take(processes_, MenuLimits::kMinMemMB, menuIsOpen_,
-                            shownPids_.of(processes_, arrangement_));
+                            shownPids_.of(processes_, scan_.unlistedMembers(), arrangement_));
   sys_ = SystemMemory::snapshot();
   sampled_ = digestOf(content());
   if (sampled_ != told_) updateStatusItem();

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "ui/controller_test.h"
-#include "ui/family_view.h"
 #include "ui/short_menu.h"
 
 namespace {
@@ -15,7 +14,9 @@ using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 using testing::Not;
+using testing::StartsWith;
 
 /// A training of three: torchrun (10), a rank (11), and a helper (12) that is too small to be
 /// listed; and an ordinary process (20).
@@ -164,7 +165,7 @@ TEST_F(FamiliesInMenu, ARowOfItsOwnIsAsItWas) {
   start();
   EXPECT_EQ(row(20).submenu.size(), 6U);
   EXPECT_THAT(row(20).toolTip, EndsWith("above."));
-  EXPECT_EQ(row(20).folded, nullptr);
+  EXPECT_FALSE(row(20).isOfFamily);
 }
 
 TEST_F(FamiliesInMenu, WhoWasLeftBehindSaysSo) {
@@ -183,19 +184,58 @@ TEST_F(FamiliesInMenu, WhoWasLeftBehindSaysSo) {
 
 TEST_F(FamiliesInMenu, FoldIntoOneRowInEachSection) {
   start();
-  EXPECT_THAT(rowsOf(foldedMenu(menu())),
+  const auto unfolded = rowsOf(menu());
+  controller().arrange({.foldsFamilies = true});
+  EXPECT_THAT(rowsOf(menu()),
               ElementsAre("★ Training: train.py  (3)  ·   2.0 GB", "gimp  ·   300 MB",
                           "★ Training: train.py  (3)  ·   2.0 GB"));
-  const Menu folded = foldedMenu(menu());
-  for (const MenuItem& item : folded.items) {
-    if (item.process && item.process->pid == 10) {
-      EXPECT_EQ(entry(item, Action::quitFamily).title, "Quit all 3…");
-    }
-  }
+  EXPECT_EQ(entry(row(11), Action::quitFamily).title, "Quit all 3…");
+  EXPECT_TRUE(row(11).isOfFamily);
+  controller().arrange({});
+  EXPECT_EQ(rowsOf(menu()), unfolded);
+
   machine().processes.clear();
   addProcess(20, "gimp", 300);
   controller().menuNeedsUpdate();
-  EXPECT_EQ(foldedMenu(menu()).items, menu().items) << "without families nothing changes";
+  const auto withoutFamilies = titles();
+  controller().arrange({.foldsFamilies = true});
+  EXPECT_EQ(titles(), withoutFamilies);
+}
+
+TEST_F(FamiliesInMenu, FoldedFillTheirSectionsAndTellHowManyRowsAreLeftOut) {
+  for (std::int32_t pid = 100; pid < 130; ++pid) addMember(pid, 11, {"helper"}, 500);
+  for (std::int32_t pid = 21; pid <= 30; ++pid) addProcess(pid, "gimp", 300).identity = pid;
+  start();
+  EXPECT_THAT(titles(), Contains("… and 35 more"));
+  controller().arrange({.foldsFamilies = true});
+  ASSERT_EQ(rowsOf(menu()).size(), 8U + 1U) << "in both sections";
+  EXPECT_EQ(rowsOf(menu())[7], "gimp  ·   300 MB");
+  EXPECT_THAT(titles(), Contains("… and 4 more"));
+}
+
+TEST_F(FamiliesInMenu, FoldedStandWhereTheirMemoryBelongs) {
+  for (std::int32_t pid = 100; pid < 140; ++pid) addMember(pid, 12, {"helper"}, 60);
+  addProcess(21, "blender", 4000).identity = 21;
+  addProcess(22, "krita", 2000).identity = 22;
+  start();
+  const std::string family = "★ Training: train.py  (43)  ·   4.3 GB";
+  EXPECT_THAT(rowsOf(menu()).front(), StartsWith("blender"));
+  controller().arrange({.foldsFamilies = true});
+  EXPECT_THAT(rowsOf(menu()), ElementsAre(family, "blender  ·   3.9 GB", "krita  ·   2.0 GB",
+                                          "gimp  ·   300 MB", family));
+  controller().arrange({.sortBy = SortBy::name, .foldsFamilies = true});
+  EXPECT_THAT(rowsOf(menu()).front(), StartsWith("blender"));
+}
+
+TEST_F(FamiliesInMenu, FoldedAllAreAskedForTheirCards) {
+  for (std::int32_t pid = 100; pid < 140; ++pid) addMember(pid, 12, {"helper"}, 60);
+  for (std::int32_t pid = 21; pid <= 30; ++pid) addProcess(pid, "gimp", 50 + pid).identity = pid;
+  start();
+  EXPECT_THAT(machine().pidsOnGpus, Not(Contains(25)));
+  controller().arrange({.foldsFamilies = true});
+  frontEnd_.advance(5);
+  EXPECT_THAT(machine().pidsOnGpus, IsSupersetOf({20, 25, 30, 10, 11, 100, 139}));
+  EXPECT_THAT(machine().pidsOnGpus, Not(Contains(24))) << "the ninth row";
 }
 
 }  // namespace

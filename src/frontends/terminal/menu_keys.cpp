@@ -118,7 +118,7 @@ MenuRequest MenuView::handle(const Input& input, const MenuGeometry& geometry) {
   const Input key = translated(input);
   MenuRequest request;
   if (key.kind == Input::Kind::character && key.character == U'f') {
-    if (!submenu_) fold(geometry.list.height);
+    if (!submenu_) request = fold();
   } else if (key.kind == Input::Kind::character) {
     request = handleLetter(key.character, height);
   } else if (key.kind == Input::Kind::find && !submenu_) {

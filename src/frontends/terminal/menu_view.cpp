@@ -7,7 +7,6 @@
 
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/row_search.h"
-#include "ui/family_view.h"
 
 namespace terminal {
 namespace {
@@ -43,9 +42,8 @@ const MenuItem* MenuView::selectedRow() const {
 }
 
 bool MenuView::canFold() const {
-  return whole_ != nullptr && std::ranges::any_of(whole_->items, [](const MenuItem& item) {
-           return item.folded != nullptr;
-         });
+  return whole_ != nullptr &&
+         std::ranges::any_of(whole_->items, [](const MenuItem& item) { return item.isOfFamily; });
 }
 
 Items MenuView::submenuItems() const {
@@ -158,8 +156,7 @@ void MenuView::applyFilter(int height) {
 }
 
 std::shared_ptr<const Menu> MenuView::shownMenu() const {
-  if (!filter_.empty()) return filtered(*whole_, filter_);
-  return isFolded_ ? std::make_shared<const Menu>(foldedMenu(*whole_)) : whole_;
+  return filter_.empty() ? whole_ : filtered(*whole_, filter_);
 }
 
 void MenuView::selectNearest(std::size_t index, int height) {
@@ -174,10 +171,10 @@ std::string MenuView::prompt() const {
   return {};
 }
 
-void MenuView::fold(int height) {
-  if (whole_ == nullptr || (!isFolded_ && !canFold())) return;
+MenuRequest MenuView::fold() {
+  if (!isFolded_ && !canFold()) return {};
   isFolded_ = !isFolded_;
-  rebuilt(whole_, height);
+  return {MenuRequest::Kind::fold};
 }
 
 }  // namespace terminal

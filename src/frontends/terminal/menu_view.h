@@ -28,6 +28,7 @@ struct MenuRequest {
     showCommand,  ///< the same, plain
     showMore,     ///< all rows of the selected section
     showMatches,  ///< another filter, which all rows have to pass
+    fold,         ///< families, or no more, as isFolded() says
     sort,         ///< by what comes next
     quit
   };
@@ -73,7 +74,7 @@ class MenuView {
   void setFolder(std::string folder) { folder_ = std::move(folder); }
   ///@}
 
-  /// Whether there are families, and whether each is folded into one row.
+  /// Whether there are families, and whether each is to be folded into one row.
   ///@{
   bool canFold() const;
   bool isFolded() const { return isFolded_; }
@@ -116,7 +117,7 @@ class MenuView {
   MenuRequest performing(const MenuItem& item) const;
   MenuRequest chooseInSubmenu(std::size_t index);
   void selectInSubmenu(std::size_t index);
-  void fold(int height);
+  MenuRequest fold();
   void rest(int height);
   void remember();
 
@@ -127,7 +128,7 @@ class MenuView {
   };
 
   std::shared_ptr<const Menu> whole_;  ///< as it was built
-  std::shared_ptr<const Menu> menu_;   ///< as it is shown: whole, folded or filtered
+  std::shared_ptr<const Menu> menu_;   ///< as it is shown: whole or filtered
   bool isFolded_ = false;
 
   enum class Typing { nothing, filter, find };

@@ -158,7 +158,8 @@ void TerminalFrontEnd::handle(const Input& input) {
       showMore();
       break;
     case MenuRequest::Kind::showMatches:
-      showMatches();
+    case MenuRequest::Kind::fold:
+      arrange();
       break;
     case MenuRequest::Kind::sort:
       sortByNext();
@@ -205,8 +206,10 @@ void TerminalFrontEnd::showMore() {
 }
 
 /// All rows are there to be looked at only while somebody looks for some.
-void TerminalFrontEnd::showMatches() {
-  arrangement_.isWhole = view_.isTyping() || !view_.filter().empty();
+void TerminalFrontEnd::arrange() {
+  const bool looksForSome = view_.isTyping() || !view_.filter().empty();
+  arrangement_.isWhole = looksForSome;
+  arrangement_.foldsFamilies = view_.isFolded() && !looksForSome;
   delegate_->arrange(arrangement_);
 }
 

@@ -57,7 +57,7 @@ class TerminalFrontEnd : public FrontEnd {
   void lookAtSelection();
   std::optional<std::string> takeCommand(const std::string& command, bool copies);
   void showMore();
-  void showMatches();
+  void arrange();
   void sortByNext();
   void openSubmenu();
   void reportSubmenu();

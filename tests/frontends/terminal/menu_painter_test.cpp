@@ -75,7 +75,7 @@ TEST(MenuPicture, MarksWhoWasLeftBehindAndTellsOfFolding) {
   for (MenuItem& item : menu.items) {
     if (item.title != "P2") continue;
     item.isLeftBehind = true;
-    item.folded = std::make_shared<MenuItem>(item);
+    item.isOfFamily = true;
   }
   const std::string picture = pictureOf(painted(view, menu, {80, 24}, kMonochrome));
   EXPECT_THAT(picture, HasSubstr(" ● P2  [B]  left behind\n"));

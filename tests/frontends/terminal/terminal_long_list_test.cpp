@@ -127,6 +127,37 @@ TEST_F(LongTerminalMenu, IsSortedByGraphicsCardsWhereThereAreAny) {
   run();
 }
 
+TEST_F(LongTerminalMenu, FoldsFamiliesBeforeItIsCut) {
+  // p00 and all up to p09 are one piece of work.
+  for (int i = 0; i < 10; ++i) machine().processes[i].parent = i == 0 ? 1 : 100;
+  screen.then([&] {
+    EXPECT_TRUE(shows("f Fold"));
+    EXPECT_FALSE(shows("p16"));
+  });
+  screen.type(U'f');
+  screen.then([&] {
+    EXPECT_TRUE(shows("f Unfold"));
+    EXPECT_TRUE(shows("p00  (10)"));
+    EXPECT_TRUE(selected("p00")) << "the selection is still about the same process";
+    EXPECT_TRUE(shows("p16"));
+    EXPECT_TRUE(shows("… and 3 more"));
+  });
+  screen.wait(6);
+  screen.then([&] { EXPECT_TRUE(shows("p00  (10)")) << "and so after a refresh"; });
+  screen.type(U'/');
+  type("p0");
+  screen.then([&] { EXPECT_TRUE(shows("p09")) << "words are looked for in each member"; });
+  screen.press(Kind::escape);
+  screen.then([&] { EXPECT_TRUE(shows("p00  (10)")); });
+  screen.type(U'f');
+  screen.then([&] {
+    EXPECT_TRUE(shows("p07"));
+    EXPECT_FALSE(shows("(10)"));
+    EXPECT_TRUE(shows("… and 12 more"));
+  });
+  run();
+}
+
 TEST_F(LongTerminalMenu, GoesToItsEnds) {
   screen.type(U'G');
   screen.then([&] { EXPECT_TRUE(selected("Quit Vorda")); });
