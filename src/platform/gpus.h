@@ -52,7 +52,8 @@ struct GpuQuestion {
   /// Somebody looks at the answer now: it may be 5 seconds old, else 10.
   bool isWatched = false;
   /// The processes that matter most. Where processes have to be asked one after the other, only
-  /// these are; without any, none is.
+  /// these are; without any, none is. While somebody looks, one that never was asked is asked at
+  /// once.
   std::span<const std::int32_t> pids = {};
 };
 

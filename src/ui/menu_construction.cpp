@@ -240,7 +240,11 @@ class SectionRows {
     if (shown == count) return;
     MenuItem more = command("… and " + std::to_string(count - shown) + " more", Action::showMore);
     const std::size_t next = std::min(count, shown + MenuLimits::kMaxMore);
-    for (std::size_t i = shown; i < next; ++i) more.submenu.push_back(makeRow(i));
+    for (std::size_t i = shown; i < next; ++i) {
+      more.submenu.push_back(makeRow(i));
+      MenuItem& row = more.submenu.back();
+      if (row.process) row.live = std::make_shared<LiveTitle>(LiveTitle{.title = row.title});
+    }
     if (next < count) {
       more.submenu.push_back(
           label("… and " + std::to_string(count - next) + " more: run vorda in a terminal"));
@@ -335,7 +339,8 @@ void addCommands(Items& items) {
 
 std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& processes,
                                             const std::vector<VordaProcess>& unlistedMembers,
-                                            const MenuArrangement& arrangement) {
+                                            const MenuArrangement& arrangement,
+                                            std::span<const std::int32_t> more) {
   const SortBy sortBy = arrangement.sortBy;
   std::optional<FamilyViews> families;
   if (arrangement.foldsFamilies) {
@@ -376,7 +381,7 @@ std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& pro
     if (family != nullptr) section.families.insert(family);
     return true;
   };
-  pids_.clear();
+  pids_.assign(more.begin(), more.end());
   for (const VordaProcess* process : inOrder_) {
     const bool isInTop = isIn(top, *process);
     const bool isInItsRoles =
@@ -384,6 +389,8 @@ std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& pro
     if (isInTop || isInItsRoles) pids_.push_back(process->pid);
   }
   std::ranges::sort(pids_);
+  const auto repeated = std::ranges::unique(pids_);
+  pids_.erase(repeated.begin(), repeated.end());
   return pids_;
 }
 

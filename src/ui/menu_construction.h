@@ -60,11 +60,12 @@ Menu build(const MenuContent& content);
 /// Finds the processes that would have a row but for what graphics cards hold. Keeps its buffers.
 class ShownPids {
  public:
-  /// By pid; until the next call. Of a family that has one row, all that are in `processes`.
-  /// `unlistedMembers`: MenuContent's.
+  /// By pid, and until the next call; `more` are shown besides. Of a family that has one row, all
+  /// that are in `processes`. `unlistedMembers`: MenuContent's.
   std::span<const std::int32_t> of(const std::vector<VordaProcess>& processes,
                                    const std::vector<VordaProcess>& unlistedMembers,
-                                   const MenuArrangement& arrangement);
+                                   const MenuArrangement& arrangement,
+                                   std::span<const std::int32_t> more);
 
  private:
   ProcessList inOrder_;
@@ -75,6 +76,9 @@ class ShownPids {
 /// `family`: what stands there about its family, if it has one.
 MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked = {},
                      const FamilyEntries* family = nullptr);
+
+/// The title of that row (process_row.cpp).
+std::string processTitle(const VordaProcess& process);
 
 /// What is told and offered in a process's submenu (process_submenu.cpp); none of the entries
 /// refers to its process yet.

@@ -55,6 +55,10 @@ std::string processToolTip(const VordaProcess& process, const Words& words,
 
 }  // namespace
 
+std::string processTitle(const VordaProcess& process) {
+  return processRow(process, Words(process)).title;
+}
+
 MenuItem processItem(const VordaProcess& process, const std::vector<std::string>& asked,
                      const FamilyEntries* family) {
   const Words words(process);

@@ -34,11 +34,14 @@ void StatusBarController::menuWillOpen() {
 
 void StatusBarController::menuDidClose() {
   menuIsOpen_ = false;
+  moreRows_.clear();
+  morePids_.clear();
   shownFamily_.forget();
   refresh();
 }
 
 void StatusBarController::submenuWillOpen(const MenuItem& row) {
+  if (row.action == Action::showMore) return showMoreRows(row);
   for (const MenuItem& line : row.submenu) {
     if (!line.live || line.live->isKnown) continue;
     shownFamily_.ask(line.live->processes, [this, live = line.live](const auto& shares) {
@@ -97,6 +100,7 @@ void StatusBarController::refresh() {
   sample();
   if (menuIsOpen_) {
     updateStrip();
+    updateMoreRows();
   } else {
     rebuildMenu();
   }
@@ -111,6 +115,7 @@ void StatusBarController::refreshIfChanged() {
   sample();
   if (menuIsOpen_) {
     updateStrip();
+    updateMoreRows();
   } else if (sampled_ != shown_ || !unfinishedQuits_.isEmpty()) {
     rebuildMenu();
   } else {
@@ -122,8 +127,9 @@ void StatusBarController::sample() {
   const std::vector<VordaLaunchAgent>& launchAgents = launchAgentScan_.scan();
   const std::vector<std::int32_t> holders = GpuSampling::holders(menuIsOpen_);
   scan_.scan(MenuLimits::kMinMemMB, launchAgents, processes_, holders);
-  gpus_ = GpuSampling::take(processes_, MenuLimits::kMinMemMB, menuIsOpen_,
-                            shownPids_.of(processes_, scan_.unlistedMembers(), arrangement_));
+  gpus_ = GpuSampling::take(
+      processes_, MenuLimits::kMinMemMB, menuIsOpen_,
+      shownPids_.of(processes_, scan_.unlistedMembers(), arrangement_, morePids_));
   sys_ = SystemMemory::snapshot();
   sampled_ = digestOf(content());
   if (sampled_ != told_) updateStatusItem();
@@ -151,6 +157,40 @@ void StatusBarController::updateStrip() {
   if (hasGpus) strip.gpu = gpus;
   const bool isKnown = applyPressureStrip(strip, sys_, top);
   if (isKnown || hasGpus) frontEnd_.stripChanged(strip);
+}
+
+/// They are asked for their cards' memory from now on, as all that are shown. Soon: the front end
+/// opens their menu first.
+void StatusBarController::showMoreRows(const MenuItem& more) {
+  moreRows_.clear();
+  morePids_.clear();
+  for (const MenuItem& row : more.submenu) {
+    const VordaProcess* const process = processOf(row);
+    if (process == nullptr || !row.live) continue;
+    moreRows_.push_back({*process, row.live});
+    morePids_.push_back(process->pid);
+  }
+  if (moreRows_.empty()) return;
+  frontEnd_.after(0, [weakSelf = std::weak_ptr(self_)] {
+    const auto self = weakSelf.lock();
+    if (self && (*self)->menuIsOpen_) (*self)->refresh();
+  });
+}
+
+void StatusBarController::updateMoreRows() {
+  bool areOthers = false;
+  for (MoreRow& row : moreRows_) {
+    const auto now = std::ranges::find_if(processes_, [&row](const VordaProcess& process) {
+      return process.pid == row.process.pid && process.identity == row.process.identity;
+    });
+    if (now == processes_.end()) continue;
+    row.process.gpuMemory = now->gpuMemory;
+    std::string title = MenuConstruction::processTitle(row.process);
+    if (title == row.live->title) continue;
+    row.live->title = std::move(title);
+    areOthers = true;
+  }
+  if (areOthers) frontEnd_.titlesChanged();
 }
 
 /// All else that the strip shows is as it was.

@@ -84,6 +84,12 @@ class StatusBarController : public MenuDelegate {
     int& count_;
   };
 
+  /// A row in the open submenu of what ends a cut section.
+  struct MoreRow {
+    VordaProcess process;  ///< as it was when the row was made
+    std::shared_ptr<LiveTitle> live;
+  };
+
   // Refresh cycle.
   /// Takes a sample and shows it: in a new menu, or only in the strip while the menu is open.
   void refresh();
@@ -97,6 +103,8 @@ class StatusBarController : public MenuDelegate {
   MenuContent content() const;
   void updateStatusItem();
   void updateStrip();
+  void showMoreRows(const MenuItem& more);
+  void updateMoreRows();
   void updatePressure();
   /// Builds the menu from the last sample.
   void rebuildMenu();
@@ -178,6 +186,8 @@ class StatusBarController : public MenuDelegate {
   std::shared_ptr<ScheduledWork> memoryLook_;   ///< between two refreshes
   std::string notice_;                          ///< what the front end was last told
   bool menuIsOpen_ = false;
+  std::vector<MoreRow> moreRows_;  ///< of the submenu that opened last
+  std::vector<std::int32_t> morePids_;
   FairShareInquiry shownFamily_{frontEnd_};  ///< about the family whose submenu opened last
   /// Timers and delayed work hold a weak pointer to this, which expires with the controller.
   std::shared_ptr<StatusBarController*> self_;

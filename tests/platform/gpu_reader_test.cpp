@@ -74,7 +74,8 @@ class Gpus : public testing::Test {
   void open(int pid, const std::string& memory) const {
     folder_.write("proc/" + std::to_string(pid) + "/fd/3", "");
     folder_.write("proc/" + std::to_string(pid) + "/fdinfo/3",
-                  "drm-driver: amdgpu\ndrm-client-id: 1\ndrm-resident-vram: " + memory + "\n");
+                  "drm-driver: amdgpu\ndrm-client-id: " + std::to_string(pid) +
+                      "\ndrm-resident-vram: " + memory + "\n");
   }
   void compute(int pid, std::uint64_t bytes) const {
     folder_.write("sys/class/kfd/kfd/topology/nodes/1/gpu_id", "5\n");
@@ -281,6 +282,23 @@ TEST_F(Gpus, AreAskedEveryTenSecondsAndEveryFiveWhileWatched) {
   EXPECT_EQ(after(4999ms, true, 4), 3U);
   EXPECT_EQ(after(1ms, true, 5), 5U);
   EXPECT_EQ(after(5s, false, 6), 5U);
+}
+
+TEST_F(Gpus, OfProcessesThatAreShownSinceAreAskedAtOnceWhileWatched) {
+  addAmdCard();
+  open(4711, "300 MiB");
+  open(4712, "100 MiB");
+  GpuReader reader(sys_, proc_, options(""));
+  const std::vector<std::int32_t> first{4711};
+  const std::vector<std::int32_t> both{4711, 4712};
+  ASSERT_THAT(reader.read({.isWatched = true, .pids = first}).uses, SizeIs(1));
+  open(4711, "500 MiB");
+  EXPECT_THAT(reader.read({.pids = both}).uses, SizeIs(1)) << "nobody looks";
+  EXPECT_THAT(uses(reader.read({.isWatched = true, .pids = both})),
+              ElementsAre("4711 on 0000:04:00.0: 300 MiB", "4712 on 0000:04:00.0: 100 MiB"));
+  open(4712, "200 MiB");
+  EXPECT_THAT(uses(reader.read({.isWatched = true, .pids = both})),
+              ElementsAre("4711 on 0000:04:00.0: 300 MiB", "4712 on 0000:04:00.0: 100 MiB"));
 }
 
 TEST_F(Gpus, StandAsTheyWereWhileTheDriverHangs) {

@@ -18,6 +18,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::IsSupersetOf;
 using testing::Not;
 
 constexpr std::uint64_t kMB = 1 << 20;
@@ -229,6 +230,50 @@ TEST_F(GpuRows, AskAboutTheFirstRowsOfTheOrder) {
   controller().arrange({.sortBy = SortBy::gpu});
   frontEnd_.advance(5);
   EXPECT_THAT(machine().pidsOnGpus, Contains(kLast)) << "who is first is not known before";
+}
+
+TEST_F(GpuRows, OfACutSectionAreAskedAboutWhileItsSubmenuIsOpen) {
+  addCards(1);
+  for (int pid = 10; pid < 30; ++pid) addProcess(pid, "ordinary", 100).identity = pid;
+  start();
+  openMenu();
+  // Now, as the menu's figures stand: the scripted cards tell only of those that are asked.
+  ASSERT_THAT(machine().pidsOnGpus, Not(Contains(29)));
+  const MenuItem& more = row("… and 14 more");
+  const auto last = std::find_if(more.submenu.begin(), more.submenu.end(), [](const auto& item) {
+    return item.process && item.process->pid == 29;
+  });
+  ASSERT_NE(last, more.submenu.end());
+  EXPECT_EQ(shownTitle(*last), "ordinary  ·   100 MB");
+  use(29, kGB);
+  machine().find(29)->footprintMB = 200;
+
+  controller().submenuWillOpen(more);
+  frontEnd_.advance(0);
+  EXPECT_THAT(machine().pidsOnGpus, IsSupersetOf({1, 29}));
+  EXPECT_EQ(shownTitle(*last), "ordinary  ·   100 MB  ·  GPU  1.0 GB") << "all else stays";
+  EXPECT_EQ(frontEnd_.titleChanges, 1);
+  machine().gpus.uses.back().bytes = 2 * kGB;
+  frontEnd_.advance(5);
+  EXPECT_EQ(shownTitle(*last), "ordinary  ·   100 MB  ·  GPU  2.0 GB");
+  EXPECT_EQ(frontEnd_.titleChanges, 2);
+  frontEnd_.advance(5);
+  EXPECT_EQ(frontEnd_.titleChanges, 2) << "nothing new";
+
+  machine().find(29)->footprintMB = 100;
+  closeMenu();
+  EXPECT_THAT(machine().pidsOnGpus, Not(Contains(29)));
+}
+
+TEST_F(GpuRows, AreNotAskedAboutWhenTheMenuHasClosedAtOnce) {
+  for (int pid = 10; pid < 30; ++pid) addProcess(pid, "ordinary", 100).identity = pid;
+  start();
+  openMenu();
+  controller().submenuWillOpen(row("… and 14 more"));
+  closeMenu();
+  const int listings = machine().pidListings;
+  frontEnd_.advance(0);
+  EXPECT_EQ(machine().pidListings, listings);
 }
 
 TEST_F(GpuRows, HaveATrackBelowTheStrip) {

@@ -44,6 +44,15 @@ std::optional<DrmCard::Node> DrmClients::deviceOfDescriptor(int folder, const ch
 }
 
 void DrmClients::look(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids) {
+  look(cards, pids, [](const Process&) { return true; });
+}
+
+void DrmClients::lookAtNew(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids) {
+  look(cards, pids, [](const Process& process) { return process.askedAt == 0; });
+}
+
+void DrmClients::look(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids,
+                      bool (*isDue)(const Process&)) {
   std::vector<std::int32_t> wanted(pids.begin(), pids.end());
   std::sort(wanted.begin(), wanted.end());
   wanted.erase(std::unique(wanted.begin(), wanted.end()), wanted.end());
@@ -65,6 +74,7 @@ void DrmClients::look(const std::vector<DrmCard>& cards, std::span<const std::in
 
   std::size_t left = options_.mostDescriptors;
   for (Process& process : processes_) {
+    if (!isDue(process)) continue;
     const std::size_t count = lookAt(process, cards);
     if (count >= left) break;
     left -= count;

@@ -35,6 +35,8 @@ class DrmClients {
   /// stands. Cards that sleep, and those that turned out to have no memory of their own, are
   /// passed over.
   void look(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids);
+  /// The same, but looks at no process that was looked at before.
+  void lookAtNew(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids);
 
   /// What was found. GpuUse::device is the place in `cards`. A client that several processes
   /// share counts for the first of them.
@@ -55,6 +57,8 @@ class DrmClients {
 
   static std::optional<DrmCard::Node> deviceOfDescriptor(int folder, const char* name);
   bool isWanted(const DrmCard& card) const;
+  void look(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids,
+            bool (*isDue)(const Process&));
   std::size_t lookAt(Process& process, const std::vector<DrmCard>& cards);
 
   const ProcFs& proc_;

@@ -109,6 +109,8 @@ GpuReading GpuReader::read(const GpuQuestion& question) {
   if (kernelPace_.allows(now, interval)) askKernel();
   if (!question.pids.empty() && clientsPace_.allows(now, interval)) {
     clients_.look(cards_, question.pids);
+  } else if (question.isWatched) {
+    clients_.lookAtNew(cards_, question.pids);
   }
   return reading();
 }
