@@ -70,6 +70,7 @@ TEST_F(FamilyActions, QuitAsksTheHeadAndLaterTheOthers) {
 TEST_F(FamilyActions, WhatAHeadHasEndedIsNotAskedAgain) {
   choose(11, Action::quitFamily);
   std::erase_if(machine().processes, [](const auto& one) { return one.pid == 11; });
+  ASSERT_NE(machine().find(12), nullptr);
   machine().find(12)->identity = 99;  // another process by now
   frontEnd_.advance(20);
   EXPECT_EQ(machine().signals.size(), 1U);

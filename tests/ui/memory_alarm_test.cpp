@@ -81,6 +81,7 @@ TEST_P(Leak, IsWarnedOfOnceAndBeforeTheEnd) {
     ASSERT_EQ(trace.warnings.size(), 1U) << start;
     const auto& [time, warning] = trace.warnings.front();
     EXPECT_EQ(warning.trouble, MemoryTrouble::runsOut);
+    ASSERT_TRUE(warning.culprit);
     EXPECT_EQ(warning.culprit->process.pid, 2);
     EXPECT_GT(warning.culprit->grownMB, 0);
     EXPECT_GT(trace.availableGB(time), 0);
@@ -243,7 +244,7 @@ TEST(MemoryAlarm, OfOneCulpritWarnsOnceInTenMinutes) {
 TEST(MemoryAlarm, NeverWarnsMoreThanThreeTimesAnHour) {
   Trace trace = stalling([](double time) { return 1 + static_cast<int>(time / 20); });
   trace.run(3600);
-  EXPECT_EQ(trace.warnings.size(), 3U);
+  ASSERT_EQ(trace.warnings.size(), 3U);
   EXPECT_LT(trace.warnings.back().time, 100);
   trace.warnings.clear();
   trace.run(3700);
