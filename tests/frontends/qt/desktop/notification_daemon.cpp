@@ -4,7 +4,7 @@
 
 #include <cerrno>
 
-#include "frontends/qt/desktop/tray_host.h"
+#include "frontends/qt/desktop/connected_bus.h"
 
 namespace {
 

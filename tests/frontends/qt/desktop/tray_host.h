@@ -6,11 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "frontends/qt/desktop/connected_bus.h"
 #include "frontends/qt/host_item.h"
 #include "platform/linux/sd_bus_ptr.h"
-
-/// A connection of its own to the message bus there.
-BusPtr connectedBus(const std::string& address);
 
 /// A tray host of the test's own, with its watcher, on the bus of that address: what a panel
 /// is to the program, in the hands of a test.
