@@ -91,6 +91,36 @@ TEST(FairShares, AreOfEachProcessThatCanBeRead) {
   EXPECT_TRUE(shares[2]);
 }
 
+/// The same 64 MB, mapped so often that they count as more than `bytes` resident.
+class ManyTimesResident {
+ public:
+  explicit ManyTimesResident(std::uint64_t bytes) {
+    constexpr std::size_t kPart = 64 << 20;
+    const int memory = memfd_create("part", MFD_CLOEXEC);
+    if (ftruncate(memory, kPart) != 0) return;
+    for (std::uint64_t mapped = 0; mapped <= bytes; mapped += kPart) {
+      void* const at = mmap(nullptr, kPart, PROT_READ, MAP_SHARED | MAP_POPULATE, memory, 0);
+      if (at == MAP_FAILED) break;
+      parts_.emplace_back(at, [](void* part) { munmap(part, kPart); });
+    }
+    close(memory);
+  }
+
+ private:
+  std::vector<std::shared_ptr<void>> parts_;
+};
+
+TEST(FairShares, AreNotReadOfAProcessWithMoreThanSixteenGigabytes) {
+  ASSERT_EQ(platform::kMostSharedOut, 16ULL << 30);
+  {
+    const ManyTimesResident resident(platform::kMostSharedOut);
+    EXPECT_EQ(answerTo(*platform::askFairShares({getpid()})), platform::FairShares{std::nullopt});
+  }
+  const platform::FairShares shares = answerTo(*platform::askFairShares({getpid()}));
+  ASSERT_EQ(shares.size(), 1U);
+  EXPECT_TRUE(shares[0]);
+}
+
 TEST(FairShares, QuestionsWaitForEachOther) {
   ASSERT_NE(platform::askFairShares({getpid()}), nullptr);  // nobody waits for it any more
   std::vector<std::shared_ptr<const platform::FairShareQuestion>> questions(20);

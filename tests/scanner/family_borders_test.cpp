@@ -38,6 +38,8 @@ const BorderRow kBorderRows[] = {
     {"SystemdOfAUser", {"/usr/lib/systemd/systemd", "--user"}, true},
     {"Multiplexer", {"tmux: server"}, true},
     {"MultiplexerInCapitals", {"SCREEN", "-S", "x"}, true},
+    {"Terminal", {"/usr/bin/konsole"}, true},
+    {"TerminalWithAPathInItsTitle", {"/usr/libexec/gnome-terminal-server: x"}, true},
     {"SecureShell", {"sshd: ada@pts/1"}, true},
     {"Editor", {"/usr/share/code/code", "--no-sandbox"}, true},
     {"EditorFromAfar", {"node", "/home/a/.vscode-server/cli/out/server-main.js"}, true},

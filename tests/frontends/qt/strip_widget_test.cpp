@@ -18,8 +18,8 @@ std::shared_ptr<MemoryPressureView> halfRedQuarterBlue() {
 }
 
 /// What the widget shows, `density` pixels a point.
-QImage picture(StripWidget& widget, int density = 1) {
-  widget.resize(StripWidget::kWidth, StripWidget::kHeight);
+QImage picture(StripWidget& widget, int density = 1, int height = StripWidget::kHeight) {
+  widget.resize(StripWidget::kWidth, height);
   QImage image(widget.size() * density, QImage::Format_ARGB32);
   image.setDevicePixelRatio(density);
   image.fill(Qt::white);
@@ -73,6 +73,28 @@ TEST(StripWidget, IsCrispOnADenserScreen) {
   const int border = 2 * (kTrackLeft + kTrackWidth / 2);
   EXPECT_TRUE(isReddish(image.pixelColor(border - 4, 2 * kBelowTheGloss)));
   EXPECT_TRUE(isBluish(image.pixelColor(border + 1, 2 * kBelowTheGloss)));
+}
+
+TEST(StripWidget, HasAThinnerTrackOfTheCardsBelow) {
+  StripWidget widget;
+  const auto strip = halfRedQuarterBlue();
+  widget.setStrip(strip);
+  EXPECT_EQ(widget.sizeHint().height(), StripWidget::kHeight);
+  strip->gpu = GpuTrack{.segments = {{0.5, kStripBlue, "firefox", 12, 8192}}, .pressure = 0.5};
+  widget.setStrip(strip);
+  const int height = static_cast<int>(strip->itemHeight());
+  EXPECT_EQ(widget.sizeHint().height(), height);
+  const QImage image = picture(widget, 1, height);
+  const auto isBlueAt = [&](int y) {
+    return isBluish(image.pixelColor(kTrackLeft + kTrackWidth / 4, y));
+  };
+  // From the bottom: 6 points of ground, 10 of the cards' track, 6 of ground, the strip's track.
+  EXPECT_FALSE(isBlueAt(height - 4));
+  EXPECT_TRUE(isBlueAt(height - 8));
+  EXPECT_FALSE(isBlueAt(height - 19));
+  EXPECT_TRUE(isReddish(image.pixelColor(kTrackLeft + kTrackWidth / 4, height - 28)));
+  EXPECT_FALSE(isBluish(image.pixelColor(kTrackLeft + kTrackWidth * 3 / 4, height - 8)))
+      << "half of the cards is free";
 }
 
 TEST(StripWidget, FollowsItsStrip) {

@@ -14,8 +14,10 @@ using terminal::CellGrid;
 using terminal::Look;
 using terminal::MenuView;
 using terminal::Size;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 namespace {
 
@@ -80,6 +82,26 @@ TEST(MenuPicture, MarksWhoWasLeftBehindAndTellsOfFolding) {
   const std::string picture = pictureOf(painted(view, menu, {80, 24}, kMonochrome));
   EXPECT_THAT(picture, HasSubstr(" ● P2  [B]  left behind\n"));
   EXPECT_THAT(picture, HasSubstr("r Refresh  f Fold  ? Keys"));
+}
+
+TEST(MenuPicture, HasALineOfTheCardsBelowTheStrip) {
+  Menu menu = sample();
+  auto strip = std::make_shared<MemoryPressureView>(*menu.items.front().strip);
+  // A process that the strip shows, too, and one that it doesn't.
+  Segment other{.fraction = 0.25, .color = Color{0, 0, 1}, .label = "blender", .pid = 99};
+  Segment shared = strip->segments.front();
+  shared.fraction = 0.5;
+  strip->gpu = GpuTrack{.segments = {shared, other}, .pressure = 0.75};
+  menu.items.front().strip = strip;
+  MenuView view;
+  const CellGrid plain = painted(view, menu, {40, 24}, kMonochrome);
+  EXPECT_EQ(rowOf(plain, 1), " [AAAAAAABBBBBBB··············▒▒]   62%");
+  EXPECT_EQ(rowOf(plain, 2), " [AAAAAAAAAAAAAAACCCCCCC······▒▒]   75%");
+
+  MenuView coloredView;
+  const CellGrid colored = painted(coloredView, menu, {40, 24}, kColored);
+  EXPECT_THAT(rowOf(colored, 2), StartsWith(" A▀▀▀▀▀▀▀▀▀▀▀▀▀▀▀C▀"));
+  EXPECT_THAT(rowOf(colored, 2), EndsWith("   75%"));
 }
 
 TEST(MenuPicture, ScrollsInTheSmallestTerminal) {
