@@ -117,10 +117,11 @@ void TerminalFrontEnd::handle(const Input& input) {
   const bool tooSmall = isTooSmall(screen_.size());
   const bool quits = input.kind == Input::Kind::character && input.character == U'q';
   if (tooSmall && !quits) return;  // the user could not see what a key does
+  const bool wasTyping = view_.isTyping();
   const MenuRequest request = view_.handle(input, geometry());
   switch (request.kind) {
     case MenuRequest::Kind::nothing:
-      if (input.kind == Input::Kind::enter && view_.selectedRow() == nullptr) {
+      if (input.kind == Input::Kind::enter && !wasTyping && view_.selectedRow() == nullptr) {
         hint("Nothing is selected. Press ↑ or ↓ first.");
       }
       break;

@@ -62,6 +62,15 @@ TEST_F(LongTerminalMenu, IsFilteredAsOneTypes) {
   run();
 }
 
+TEST_F(LongTerminalMenu, KeepsAFilterThatNothingMatches) {
+  type("/zz");
+  screen.press(Kind::enter);
+  screen.then([&] { EXPECT_TRUE(shows("Filter: zz   Esc ends it")); });
+  screen.press(Kind::enter);
+  screen.then([&] { EXPECT_TRUE(shows("Nothing is selected.")) << "here it was meant for a row"; });
+  run();
+}
+
 TEST_F(LongTerminalMenu, TakesAPastedFilterWithoutItsLineEnds) {
   screen.type(U'/');
   screen.press(Kind::pasteBegin);
