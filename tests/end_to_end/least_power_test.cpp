@@ -32,6 +32,8 @@ class LeastPower : public testing::Test {
   std::string alone() const { return folder_ / "vorda"; }
 
   const TempFolder folder_;
+  // Of a process whose first thread has ended another one is asked.
+  const ChildProcess others_{playProcess({"--end-first-thread"}, {"tgi", "--model", "a/b"})};
   const ChildProcess server_{playProcess({}, {"llama-server", "--model", "/models/m.gguf"})};
 };
 

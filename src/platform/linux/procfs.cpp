@@ -63,8 +63,7 @@ void ProcFs::listPids(std::vector<std::int32_t>& pids) const {
 }
 
 std::optional<std::int32_t> ProcFs::anotherThread(std::int32_t pid) const {
-  FileDescriptor folder(
-      openat(root_.get(), ProcPath(pid, "task").get(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  FileDescriptor folder = open(pid, "task");
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(fdopendir(folder.get()), closedir);
   if (!entries) return std::nullopt;
   folder.release();
