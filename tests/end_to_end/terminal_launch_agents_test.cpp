@@ -118,13 +118,16 @@ TEST_F(TerminalLaunchAgents, ThatDoNotStartAreToldOf) {
 }
 
 TEST_F(TerminalLaunchAgents, WithoutARowAreUnloadedByTheirProcess) {
-  const std::string kProgram = "MCP: unloaded";  // what mcp-server-unloaded is called
+  const std::string name = "unloaded" + std::to_string(getpid());
+  const std::string kProgram = "MCP: " + name;  // what mcp-server-NAME is called
   // No AI tooling by its name, and not kept alive.
-  rig_.addService("plain-service", execStart(playProcess({}, {"mcp-server-unloaded", "stdio"})));
+  rig_.addService("plain-service", execStart(playProcess({}, {"mcp-server-" + name, "stdio"})));
   ASSERT_EQ(runProgram({"systemctl", "--user", "start", "plain-service"}), 0);
   TerminalSession terminal({.height = 50});
-  ASSERT_TRUE(terminal.waitFor(kProgram));
-  EXPECT_EQ(terminal.screen().find("plain-service").x, -1);
+  ASSERT_TRUE(terminal.filter("plain-service"));
+  EXPECT_TRUE(terminal.waitFor("(nothing matches)")) << "no row of its own";
+  ASSERT_TRUE(terminal.press(kEscape, [&] { return terminal.screen().find("Filter:").x < 0; }));
+  ASSERT_TRUE(terminal.filter(name));
   ASSERT_TRUE(terminal.walkTo(kProgram));
   ASSERT_TRUE(terminal.press(kEnter, "Unload plain-service"));
   ASSERT_TRUE(terminal.walkTo("Unload plain-service"));

@@ -16,8 +16,8 @@
 
 namespace {
 
-bool isShown(TerminalSession& terminal) {
-  return terminal.waitFor("Top RAM") && terminal.screen().onAlternateScreen() &&
+bool isShown(TerminalSession& terminal, const std::string& line = "Top RAM") {
+  return terminal.waitFor(line) && terminal.screen().onAlternateScreen() &&
          terminal.screen().bracketsPastes();
 }
 
@@ -85,11 +85,12 @@ TEST(TerminalLife, LendsTheTerminalToASystemMonitor) {
   TerminalSession terminal(
       TerminalSession::Options{.environment = {{"PATH", folder.path().string()}}});
   ASSERT_TRUE(isShown(terminal));
-  ASSERT_TRUE(terminal.walkTo("Open System Monitor"));
+  ASSERT_TRUE(terminal.press("G", [&] { return terminal.screen().reversed() == " Quit Vorda\n"; }));
+  ASSERT_TRUE(terminal.walkTo("Open System Monitor", true));
   ASSERT_TRUE(terminal.press(kEnter, "A MONITOR IS HERE"));
   EXPECT_FALSE(terminal.screen().onAlternateScreen());
   terminal.send("seen\r");
-  EXPECT_TRUE(isShown(terminal));
+  EXPECT_TRUE(isShown(terminal, "Open System Monitor")) << "at its end, where it was";
   terminal.releaseKey();
   terminal.send("q");
   EXPECT_EQ(terminal.waitForEnd(), 0);

@@ -226,6 +226,12 @@ void TerminalSession::releaseKey() {
   }
 }
 
+bool TerminalSession::filter(const std::string& words) {
+  if (!press("/", "Filter: _")) return false;
+  send(words);
+  return waitFor("Filter: " + words + "_") && press(kEnter, "Filter: " + words + "   Esc ends it");
+}
+
 bool TerminalSession::walkTo(const std::string& text, bool up) {
   const auto isThere = [&] { return screen_.reversed().find(text) != std::string::npos; };
   const auto deadline = Clock::now() + kPatience;

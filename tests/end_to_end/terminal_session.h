@@ -66,6 +66,9 @@ class TerminalSession {
   void settle();
   /// Settles for so long that the next key is taken for a press of its own.
   void releaseKey();
+  /// Leaves only the rows that hold these words, whatever else the machine runs, and selects the
+  /// first of them.
+  bool filter(const std::string& words);
   /// Presses Down (or Up) until what is selected holds `text`.
   bool walkTo(const std::string& text, bool up = false);
 
