@@ -5,6 +5,10 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <ctime>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "tools/scoped_variable.h"
 #include "tools/temp_folder.h"
@@ -163,6 +167,113 @@ TEST(UserUnitFolder, IsElseInTheHomeFolder) {
   }
   const ScopedVariable config("XDG_CONFIG_HOME", nullptr);
   EXPECT_EQ(platform::userUnitFolder(), "/home/ada/.config/systemd/user");
+}
+
+std::time_t now() {
+  return std::time(nullptr);
+}
+/// When a change that comes now can't have the time of an earlier one any more.
+std::time_t later() {
+  return std::time(nullptr) + 60;
+}
+
+/// Waits until what is written has another time than what was written before.
+void waitForATick() {
+  const TempFolder folder;
+  const auto timeOfNew = [&folder](const char* name) {
+    folder.write(name, "");
+    struct stat status = {};
+    EXPECT_EQ(stat((folder / name).c_str(), &status), 0);
+    return std::pair(status.st_ctim.tv_sec, status.st_ctim.tv_nsec);
+  };
+  const auto before = timeOfNew("before");
+  while (timeOfNew("after") == before) {
+  }
+}
+
+std::vector<std::string> commandsOf(const platform::LaunchAgentFolder& folder) {
+  std::vector<std::string> commands;
+  for (const LaunchAgentFile& file : folder.files()) {
+    commands.push_back(file.label + ":" +
+                       (file.programArguments.empty() ? "" : file.programArguments.front()));
+  }
+  return commands;
+}
+
+TEST(LaunchAgentFolder, IsReadAgainOnlyWhenSomethingIsNew) {
+  const TempFolder files;
+  files.write("a.service", "[Service]\nExecStart=/bin/a\n");
+  platform::LaunchAgentFolder folder(files.path(), later);
+  EXPECT_TRUE(folder.update());
+  EXPECT_THAT(commandsOf(folder), ElementsAre("a:/bin/a"));
+  const LaunchAgentFile* const kept = folder.files().data();
+  EXPECT_FALSE(folder.update());
+  EXPECT_EQ(folder.files().data(), kept);
+
+  waitForATick();
+  files.write("b.service", "[Service]\nExecStart=/bin/b\n");
+  EXPECT_TRUE(folder.update()) << "one that is new";
+  EXPECT_THAT(commandsOf(folder), ElementsAre("a:/bin/a", "b:/bin/b"));
+  EXPECT_FALSE(folder.update());
+
+  waitForATick();
+  // The same size; the folder does not change.
+  files.write("a.service", "[Service]\nExecStart=/bin/x\n");
+  EXPECT_TRUE(folder.update()) << "one that says something else";
+  EXPECT_THAT(commandsOf(folder), ElementsAre("a:/bin/x", "b:/bin/b"));
+  EXPECT_FALSE(folder.update());
+
+  waitForATick();
+  std::filesystem::remove(files / "a.service");
+  EXPECT_TRUE(folder.update()) << "one that is gone";
+  EXPECT_THAT(commandsOf(folder), ElementsAre("b:/bin/b"));
+  EXPECT_FALSE(folder.update());
+
+  waitForATick();
+  std::filesystem::remove_all(files.path());
+  EXPECT_TRUE(folder.update()) << "the folder is gone";
+  EXPECT_THAT(commandsOf(folder), IsEmpty());
+  EXPECT_FALSE(folder.update());
+  waitForATick();
+  std::filesystem::create_directory(files.path());
+  files.write("c.service", "");
+  EXPECT_TRUE(folder.update()) << "and there again";
+  EXPECT_THAT(commandsOf(folder), ElementsAre("c:"));
+}
+
+TEST(LaunchAgentFolder, FollowsWhatALinkLeadsTo) {
+  const TempFolder files;
+  files.write("elsewhere/a", "[Service]\nExecStart=/bin/a\n");
+  files.link("units/a.service", (files / "elsewhere/a").string());
+  platform::LaunchAgentFolder folder(files / "units", later);
+  folder.update();
+  ASSERT_FALSE(folder.update());
+  waitForATick();
+  files.write("elsewhere/a", "[Service]\nExecStart=/bin/x\n");
+  EXPECT_TRUE(folder.update());
+  EXPECT_THAT(commandsOf(folder), ElementsAre("a:/bin/x"));
+}
+
+TEST(LaunchAgentFolder, IsReadOnceMoreWhereAnotherChangeMayHaveTheSameTime) {
+  const TempFolder files;
+  files.write("a.service", "[Service]\nExecStart=/bin/a\n");
+  platform::LaunchAgentFolder folder(files.path(), now);
+  EXPECT_TRUE(folder.update());
+  EXPECT_TRUE(folder.update());
+}
+
+TEST(UserUnitFiles, OfOneNameInBothFoldersAreTwoTheUsersFirst) {
+  const TempFolder folder;
+  folder.write("config/systemd/user/a.service", "[Service]\nExecStart=/bin/users\n");
+  folder.write("etc/a.service", "[Service]\nExecStart=/bin/machines\n");
+  folder.write("etc/b.service", "");
+  const ScopedVariable config("XDG_CONFIG_HOME", (folder / "config").c_str());
+  platform::UserUnitFiles files(folder / "etc");
+  const auto found = files.read();
+  ASSERT_EQ(found.size(), 3U);
+  EXPECT_EQ(found[0].path, folder / "config/systemd/user/a.service");
+  EXPECT_EQ(found[1].path, folder / "etc/a.service");
+  EXPECT_EQ(found[2].label, "b");
 }
 
 TEST(LaunchAgentFiles, AreTheUsersAndThenTheMachines) {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <ctime>
 #include <string_view>
 #include <tuple>
 
@@ -16,7 +15,6 @@
 namespace platform {
 namespace {
 
-constexpr const char* kMachineUnitFolder = "/etc/systemd/user";
 constexpr std::string_view kSuffix = ".service";
 
 // What is looked at of a folder, however much is in it: it is walked at every refresh.
@@ -108,7 +106,7 @@ bool LaunchAgentFolder::update() {
   // What changes once more within a tick of the file system's clock keeps its times: what has
   // changed just now is read once more.
   constexpr std::time_t kCoarsestTick = 2;  // seconds
-  const std::time_t now = std::time(nullptr);
+  const std::time_t now = now_();
   const auto isOld = [now](const Stamp& stamp) {
     return !stamp || stamp->st_ctim.tv_sec < now - kCoarsestTick;
   };

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <ctime>
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -29,7 +30,11 @@ std::filesystem::path userUnitFolder();
 /// than it was.
 class LaunchAgentFolder {
  public:
-  explicit LaunchAgentFolder(std::filesystem::path folder) : path_(std::move(folder)) {}
+  /// The time in seconds, on the clock of the file systems.
+  using Clock = std::time_t (*)();
+  explicit LaunchAgentFolder(
+      std::filesystem::path folder, Clock now = [] { return std::time(nullptr); })
+      : path_(std::move(folder)), now_(now) {}
 
   /// Looks whether something is new, and allocates nothing when nothing is. Whether files() may
   /// tell something else than before.
@@ -50,6 +55,7 @@ class LaunchAgentFolder {
   bool isAsItWas() const;
 
   std::filesystem::path path_;
+  Clock now_;
   bool isSettled_ = false;  ///< a later change would be told by a stamp
   Stamp stamp_;             ///< of the folder
   std::vector<Entry> entries_;
@@ -59,13 +65,16 @@ class LaunchAgentFolder {
 /// platform::launchAgentFiles().
 class UserUnitFiles {
  public:
+  /// `machine`: the folder in the place of the machine's.
+  explicit UserUnitFiles(std::filesystem::path machine = "/etc/systemd/user")
+      : machine_(std::move(machine)) {}
   std::span<const LaunchAgentFile> read();
 
  private:
   std::string config_;  ///< the variables that say where the user's folder is
   std::string home_;
   LaunchAgentFolder user_{userUnitFolder()};
-  LaunchAgentFolder machine_{"/etc/systemd/user"};
+  LaunchAgentFolder machine_;
   std::vector<LaunchAgentFile> all_;
 };
 
