@@ -37,7 +37,7 @@ bool isBeyondLeastPower(const std::string& call) {
   static const RE2 kWriting(R"(O_(WRONLY|RDWR|CREAT|TRUNC|APPEND|TMPFILE))");
   static const RE2 kWritable(R"(/dev/(tty|null|pts/\d+))");
   static const RE2 kOfAProcess(R"((/proc/)?\d+/.*)");
-  static const RE2 kKnownLink(R"re(^readlinkat\(\d+, "\d+/(task/\d+/)?(exe|cwd)")re");
+  static const RE2 kKnownLink(R"re(^readlinkat\(\d+, "\d+/((task/\d+/)?exe|cwd)")re");
   static const RE2 kQuestion(R"(^pidfd_send_signal\(\d+, 0, )");  // whether it still runs
   std::string path;
   if (RE2::FullMatch(call, kOpen, &path)) {
