@@ -1,6 +1,5 @@
 #include "frontends/qt/menu_window.h"
 
-#include <QCloseEvent>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
@@ -140,9 +139,4 @@ void MenuWindow::showEvent(QShowEvent* event) {
   keepOnAllDesktops(*this);
   neverExposed_.start();
   QWidget::showEvent(event);
-}
-
-void MenuWindow::closeEvent(QCloseEvent* event) {
-  event->ignore();
-  Q_EMIT dismissed();
 }

@@ -19,8 +19,9 @@ class StripWidget;
 /// The small window that replaces the icon where there is no tray, and that the menu is attached
 /// to where a menu needs a window (Wayland): the live strip above a button that opens the menu.
 ///
-/// As a replacement it is a window like any other, in the task bar, and says how it comes back when
-/// it was closed. Attached to a menu it is in no task bar and stays as long as the menu.
+/// As a replacement it is a window like any other, in the task bar. Closing it only hides it, and
+/// it says how it comes back. Attached to a menu it is in no task bar and stays as long as the
+/// menu.
 class MenuWindow : public QWidget {
   Q_OBJECT
 
@@ -48,12 +49,9 @@ class MenuWindow : public QWidget {
  Q_SIGNALS:
   void menuRequested();
   void settingsRequested();
-  /// The user closed the window, which stays until it is hidden.
-  void dismissed();
 
  protected:
   void showEvent(QShowEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:

@@ -72,7 +72,6 @@ MenuWindow& TrayPresence::window() {
   window_->setStrip(strip_);
   connect(window_.get(), &MenuWindow::menuRequested, this, &TrayPresence::menuRequested);
   connect(window_.get(), &MenuWindow::settingsRequested, this, &TrayPresence::settingsRequested);
-  connect(window_.get(), &MenuWindow::dismissed, window_.get(), &QWidget::hide);
   return *window_;
 }
 
