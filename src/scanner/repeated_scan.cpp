@@ -9,10 +9,10 @@
 #include "platform/users.h"
 #include "scanner/credentials/credential_mask.h"
 #include "scanner/family_borders.h"
-#include "scanner/fixed_rules/rules.h"
 #include "scanner/process_scanner.h"
 #include "scanner/scan_order.h"
 #include "scanner/waiting_launchers.h"
+#include "scanner/word_rules/rules.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
@@ -236,7 +236,7 @@ bool RepeatedScan::learn(KnownProcess& process) {
   return true;
 }
 
-/// What the fixed rules and the recognition together say.
+/// What the word rules and the recognition together say.
 recognition::Verdict RepeatedScan::verdictAs(std::string_view name, const CommandLine& line) {
   const std::string_view exe = exeOf(name);
   return recognition::verdictOn(exe, line.arguments(), roleOf(exe, line));

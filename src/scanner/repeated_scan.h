@@ -11,7 +11,6 @@
 #include "launch_agents/vorda_launch_agent.h"
 #include "platform/processes.h"
 #include "scanner/families.h"
-#include "scanner/fixed_rules/command_line.h"
 #include "scanner/known_processes.h"
 #include "scanner/owner_names.h"
 #include "scanner/process_tree.h"
@@ -19,6 +18,7 @@
 #include "scanner/recognition/verdict.h"
 #include "scanner/vorda_process.h"
 #include "scanner/waiting_launchers.h"
+#include "scanner/word_rules/command_line.h"
 
 namespace ProcessScanner {
 

@@ -4,13 +4,7 @@
 #include <set>
 #include <string>
 
-/// What the rows of a section are sorted by, before it is cut; equals by memory.
-enum class SortBy {
-  memory,  ///< the largest first
-  gpu,     ///< what holds most of graphics cards' memory first
-  name,    ///< in the order of the alphabet, whatever the case of ASCII letters
-  start,   ///< the latest first
-};
+#include "ui/row_order.h"
 
 /// How a front end wants the menu to be arranged. As it is by default, sections are cut, to the
 /// largest.

@@ -11,12 +11,12 @@
 #include "launch_agents/launch_agent_scanner.h"
 #include "platform/words.h"
 #include "scanner/memory_format.h"
-#include "text/ascii.h"
 #include "text/display_line.h"
 #include "text/format.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_limits.h"
 #include "ui/name_limits.h"
+#include "ui/row_order.h"
 #include "ui/status_tool_tip.h"
 #include "ui/strip_segments.h"
 
@@ -186,24 +186,6 @@ class Rows {
   FamilyViews families_;
   FamilyItems familyItems_;
 };
-
-bool comesBefore(const VordaProcess& a, const VordaProcess& b, SortBy sortBy) {
-  const auto onGpus = [](const VordaProcess& process) {
-    return process.gpuMemory ? process.gpuMemory->memMB : 0;
-  };
-  switch (sortBy) {
-    case SortBy::gpu:
-      return onGpus(a) > onGpus(b);
-    case SortBy::name:
-      return std::ranges::lexicographical_compare(a.displayName, b.displayName, {},
-                                                  text::asciiLower, text::asciiLower);
-    case SortBy::start:
-      return a.startTime > b.startTime;
-    case SortBy::memory:
-      break;
-  }
-  return false;  // each list comes sorted by the memory that it is about
-}
 
 SortBy sortOf(const MenuContent& content) {
   return content.arrangement == nullptr ? SortBy::memory : content.arrangement->sortBy;

@@ -1,7 +1,6 @@
 #include "ui/strip_segments.h"
 
 #include <algorithm>
-#include <functional>
 
 #include "ui/process_color.h"
 #include "ui/strip_pressure.h"
@@ -21,15 +20,6 @@ void addSegment(std::vector<Segment>& segments, const VordaProcess& process, dou
 }
 
 }  // namespace
-
-ProcessList largestOf(const std::vector<VordaProcess>& sample, std::size_t most) {
-  ProcessList list;
-  list.reserve(sample.size());
-  for (const VordaProcess& process : sample) list.push_back(&process);
-  std::ranges::stable_sort(list, std::ranges::greater(), &VordaProcess::memMB);
-  list.resize(std::min(list.size(), most));
-  return list;
-}
 
 bool applyPressureStrip(MemoryPressureView& strip, const SystemMemory::Snapshot& sys,
                         const ProcessList& top) {

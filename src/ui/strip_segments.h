@@ -2,18 +2,11 @@
 
 #include <cstddef>
 #include <optional>
-#include <vector>
 
 #include "scanner/gpu_sample.h"
 #include "scanner/system_memory.h"
-#include "scanner/vorda_process.h"
 #include "ui/memory_pressure_view.h"
-
-/// Some of a sample's processes, in an order of their own. Points into the sample.
-using ProcessList = std::vector<const VordaProcess*>;
-
-/// The largest processes, at most `most` of them; equals in the sample's order.
-ProcessList largestOf(const std::vector<VordaProcess>& sample, std::size_t most);
+#include "ui/row_order.h"
 
 /// Replaces the strip's segments and pressure: one segment, in the process's colour, for each of
 /// `top` that holds more than 0.2 % of all memory, in the given order. False, and the strip

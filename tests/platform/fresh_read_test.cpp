@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/idle_watch.h"
 #include "platform/linux/process_reader.h"
-#include "platform/linux/process_rest.h"
 #include "tools/child_process.h"
 #include "tools/forked.h"
 #include "tools/puppet.h"

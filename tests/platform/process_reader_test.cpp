@@ -237,7 +237,7 @@ TEST_F(RestingProcessTest, AreReadNowAndThenAllTheSame) {
   write("two", 2000);
   int scans = 1;
   for (; facts_.commandLine != "two" && scans < 100; ++scans) look();
-  EXPECT_LE(scans, platform::RestWatch::kMostSkips + 2);
+  EXPECT_LE(scans, platform::IdleWatch::kMostSkips + 2);
   EXPECT_EQ(footprint_, 2000 * page_);
 }
 

@@ -32,11 +32,11 @@ Fingerprint fingerprintOf(const ProcessOrigin& origin) {
 }  // namespace
 
 ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource,
-                             RestWatch::CpuTime cpuTime)
+                             IdleWatch::CpuTime cpuTime)
     : ProcessReader(proc, identitySource, cpuTime, platform::filesToKeep()) {}
 
 ProcessReader::ProcessReader(const ProcFs& proc, IdentitySource identitySource,
-                             RestWatch::CpuTime cpuTime, std::size_t filesToKeep)
+                             IdleWatch::CpuTime cpuTime, std::size_t filesToKeep)
     : proc_(proc),
       identitySource_(identitySource),
       cpuTime_(cpuTime),

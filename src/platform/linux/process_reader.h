@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "platform/linux/file_reader.h"
+#include "platform/linux/idle_watch.h"
 #include "platform/linux/kept_files.h"
-#include "platform/linux/process_rest.h"
 #include "platform/linux/process_status.h"
 #include "platform/linux/procfs.h"
 #include "platform/mapped_memory.h"
@@ -29,9 +29,9 @@ class ProcessReader {
 
   /// Identities come from `identitySource` alone; without one they are made from what a process
   /// runs and when it started. With `cpuTime`, processes that have not run since they were read are
-  /// not read again, as RestWatch tells.
+  /// not read again, as IdleWatch tells.
   explicit ProcessReader(const ProcFs& proc, IdentitySource identitySource = nullptr,
-                         RestWatch::CpuTime cpuTime = nullptr);
+                         IdleWatch::CpuTime cpuTime = nullptr);
 
   const std::vector<std::int32_t>& pids();
   bool lookAt(std::int32_t pid, ProcessFacts& facts);
@@ -58,14 +58,14 @@ class ProcessReader {
     std::optional<std::uint64_t> identity;
 
     // What holds as long as it rests.
-    RestWatch rest;
+    IdleWatch rest;
     std::optional<Fingerprint> fingerprint;
     std::optional<std::uint64_t> footprint;  ///< none: not read yet, or others can change it
     std::uint32_t owner = 0;
     bool isFootprintWithSwap = false;
   };
 
-  ProcessReader(const ProcFs& proc, IdentitySource identitySource, RestWatch::CpuTime cpuTime,
+  ProcessReader(const ProcFs& proc, IdentitySource identitySource, IdleWatch::CpuTime cpuTime,
                 std::size_t filesToKeep);
 
   Known* find(std::int32_t pid);
@@ -80,7 +80,7 @@ class ProcessReader {
 
   const ProcFs& proc_;
   IdentitySource identitySource_;
-  RestWatch::CpuTime cpuTime_;
+  IdleWatch::CpuTime cpuTime_;
   KeptFiles blocks_;  ///< where arguments are read from
   KeptFiles sizes_;   ///< where memory is read from
   FileReader block_;  ///< the arguments, into which views point

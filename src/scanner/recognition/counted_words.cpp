@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "scanner/fixed_rules/markers.h"
 #include "scanner/recognition/activity.h"
 #include "scanner/recognition/name_words.h"
+#include "scanner/word_rules/markers.h"
 #include "text/ascii.h"
 #include "text/path.h"
 #include "text/unicode.h"

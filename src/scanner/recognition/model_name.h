@@ -3,6 +3,10 @@
 #include <string>
 #include <string_view>
 
+// How a model is called: also ProcessScanner::basenameModel (process_scanner.h), which all other
+// spellings begin with. Which option gives the model is another question: model_options.h, and for
+// the word rules' trainings word_rules/training_naming.cpp.
+
 namespace recognition {
 
 /// A model as people say it: ProcessScanner::basenameModel of the part of a path or address that

@@ -4,8 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "scanner/fixed_rules/command_line.h"
-#include "scanner/fixed_rules/rules.h"
 #include "scanner/recognition/activity.h"
 #include "scanner/recognition/bystanders.h"
 #include "scanner/recognition/counted_words.h"
@@ -14,7 +12,9 @@
 #include "scanner/recognition/model_options.h"
 #include "scanner/recognition/name_words.h"
 #include "scanner/recognition/process_title.h"
-#include "scanner/recognition/workload_name.h"
+#include "scanner/recognition/product_name.h"
+#include "scanner/word_rules/command_line.h"
+#include "scanner/word_rules/rules.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
@@ -155,7 +155,7 @@ class Recognizer {
     verdict_.role = *activity.role;
     if (nameOllama(invocation_, verdict_)) return std::move(verdict_);
     verdict_.name = productName(product, activity, invocation_);
-    // MLX servers keep the name that the fixed rules give them.
+    // MLX servers keep the name that the word rules give them.
     const bool isMlx = product.name.find("MLX") != std::string_view::npos ||
                        product.name.find("mlx") != std::string_view::npos;
     if (!verdict_.name || isMlx) {

@@ -8,7 +8,7 @@
 #include "scanner/recognition/invocation.h"
 #include "scanner/recognition/products.h"
 
-/// The recognition of a command line, beside the fixed rules (fixed_rules/rules.h):
+/// The recognition of a command line, beside the word rules (word_rules/rules.h):
 /// who runs, whose words these are, what it does, and what it is called. Pure,
 /// and linear in the line.
 namespace recognition {

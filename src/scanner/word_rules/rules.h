@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "scanner/fixed_rules/command_line.h"
 #include "scanner/lab_role.h"
 #include "scanner/process_scanner.h"
+#include "scanner/word_rules/command_line.h"
 
 /// The rules by which a process is recognised and named, over a command line that is read already
 /// (command_line.h). Each is a list of tests in the file that is named after it; the first one

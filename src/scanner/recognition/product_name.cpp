@@ -1,4 +1,4 @@
-#include "scanner/recognition/workload_name.h"
+#include "scanner/recognition/product_name.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/process_rest.h"
+#include "platform/linux/idle_watch.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -12,53 +12,53 @@
 
 namespace {
 
-using platform::RestWatch;
+using platform::IdleWatch;
 
 std::optional<std::uint64_t> scriptedTime;
-int asked = 0;
+int timesAsked = 0;
 std::optional<std::uint64_t> askScript(std::int32_t) {
-  ++asked;
+  ++timesAsked;
   return scriptedTime;
 }
 
 /// What a watch says of one process whose CPU time is this at each scan; '.' where it wasn't asked.
 std::string saidOf(const std::vector<std::optional<std::uint64_t>>& times, std::int32_t pid = 12) {
-  RestWatch watch;
+  IdleWatch watch;
   std::string said;
   for (const auto& time : times) {
     scriptedTime = time;
-    const int before = asked;
+    const int before = timesAsked;
     const bool rested = watch.hasRested(pid, askScript);
-    said += asked == before ? '.' : rested ? 'r' : '-';
+    said += timesAsked == before ? '.' : rested ? 'r' : '-';
   }
   return said;
 }
 
-TEST(RestWatch, TellsWhatHasNotRun) {
+TEST(IdleWatch, TellsWhatHasNotRun) {
   EXPECT_EQ(saidOf({7}), "-") << "nothing is known of before";
   EXPECT_EQ(saidOf({7, 7, 7}), "-rr");
   EXPECT_EQ(saidOf({7, 7, 8, 8, 8}), "-r-.r") << "it may run again at once";
   EXPECT_EQ(saidOf({7, 8, 9, 9}), "--.-") << "when it ran, unasked, isn't known";
 }
 
-TEST(RestWatch, AsksTheRestlessSeldom) {
+TEST(IdleWatch, AsksTheRestlessSeldom) {
   std::vector<std::optional<std::uint64_t>> times;
   for (std::uint64_t time = 0; time < 24; ++time) times.emplace_back(time);
   EXPECT_EQ(saidOf(times), "--.-...-.......-.......-");
 }
 
-TEST(RestWatch, HasEveryProcessReadNowAndThen) {
-  const std::vector<std::optional<std::uint64_t>> times(RestWatch::kMostSkips * 2 + 4, 7);
+TEST(IdleWatch, HasEveryProcessReadNowAndThen) {
+  const std::vector<std::optional<std::uint64_t>> times(IdleWatch::kMostSkips * 2 + 4, 7);
   EXPECT_EQ(saidOf(times), "-rrrrrrrrrrrr-rrrrrrrrrrrr-r");
   EXPECT_EQ(saidOf(times, 15), "-rrrrrrrrr-rrrrrrrrrrrr-rrrr") << "another at another time";
 }
 
-TEST(RestWatch, KnowsNothingOfWhatIsGone) {
+TEST(IdleWatch, KnowsNothingOfWhatIsGone) {
   EXPECT_EQ(saidOf({7, std::nullopt, std::nullopt, 7, 7}), "----r");
 }
 
-TEST(RestWatch, NoticesARunBeforeTheProcessIsUsed) {
-  RestWatch watch;
+TEST(IdleWatch, NoticesARunBeforeTheProcessIsUsed) {
+  IdleWatch watch;
   scriptedTime = 7;
   watch.hasRested(1, askScript);
   ASSERT_TRUE(watch.hasRested(1, askScript));
@@ -67,8 +67,8 @@ TEST(RestWatch, NoticesARunBeforeTheProcessIsUsed) {
   EXPECT_FALSE(watch.restsStill(1, askScript));
 }
 
-TEST(RestWatch, BeginsAnewWhenToldToForget) {
-  RestWatch watch;
+TEST(IdleWatch, BeginsAnewWhenToldToForget) {
+  IdleWatch watch;
   scriptedTime = 7;
   watch.hasRested(1, askScript);
   watch.forget();

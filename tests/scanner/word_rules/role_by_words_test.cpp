@@ -9,8 +9,8 @@
 #include "fakes/row_name.h"
 #include "reference/process_rules.h"
 #include "scanner/command_words.h"
-#include "scanner/fixed_rules/markers.h"
 #include "scanner/process_scanner.h"
+#include "scanner/word_rules/markers.h"
 
 namespace {
 

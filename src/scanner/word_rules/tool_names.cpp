@@ -1,7 +1,7 @@
 #include <array>
 #include <span>
 
-#include "scanner/fixed_rules/rules.h"
+#include "scanner/word_rules/rules.h"
 
 namespace ProcessScanner {
 namespace {

@@ -1,4 +1,4 @@
-#include "scanner/fixed_rules/naming_row.h"
+#include "scanner/word_rules/naming_row.h"
 
 namespace {
 

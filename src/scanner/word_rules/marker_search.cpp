@@ -1,4 +1,4 @@
-#include "scanner/fixed_rules/marker_search.h"
+#include "scanner/word_rules/marker_search.h"
 
 #include <limits>
 

@@ -1,4 +1,4 @@
-#include "scanner/fixed_rules/rules.h"
+#include "scanner/word_rules/rules.h"
 #include "text/contains.h"
 #include "text/path.h"
 #include "text/unicode.h"

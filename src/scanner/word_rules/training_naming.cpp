@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "scanner/fixed_rules/options.h"
-#include "scanner/fixed_rules/rules.h"
+#include "scanner/word_rules/options.h"
+#include "scanner/word_rules/rules.h"
 #include "text/contains.h"
 #include "text/path.h"
 #include "text/unicode.h"
@@ -51,7 +51,7 @@ bool looksLikeModel(std::string_view argument) {
          text::containsAny(argument, {"llama", "qwen", "mistral", "phi", "gemma"});
 }
 
-std::optional<std::string> modelName(Arguments arguments) {
+std::optional<std::string> modelOfTraining(Arguments arguments) {
   constexpr std::string_view kOptions[] = {"--model",      "-m",           "--base-model",
                                            "--base_model", "--model-name", "--model_name"};
   if (const auto model = modelOption(arguments, kOptions)) return basenameModel(*model);
@@ -76,7 +76,7 @@ FriendlyName training(std::string_view what) {
 
 FriendlyName trainingName(const CommandLine& line) {
   const Arguments arguments = line.arguments();
-  const auto model = modelName(arguments);
+  const auto model = modelOfTraining(arguments);
 
   for (const Method& method : kMethods) {
     if (!line.hasAny(method.evidence)) continue;

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "scanner/fixed_rules/marker_search.h"
+#include "scanner/word_rules/marker_search.h"
 #include "text/unicode.h"
 
 namespace ProcessScanner {

@@ -1,4 +1,4 @@
-#include "platform/linux/process_rest.h"
+#include "platform/linux/idle_watch.h"
 
 #include <time.h>
 #include <unistd.h>
@@ -55,7 +55,7 @@ bool isCpuTimeOfPidExact(const char* procRoot) {
   return tellsOwnPids(procRoot) && isCountFine();
 }
 
-bool RestWatch::hasRested(std::int32_t pid, CpuTime cpuTime) {
+bool IdleWatch::hasRested(std::int32_t pid, CpuTime cpuTime) {
   if (wait_ > 0) {
     // What was counted last stays: the process is read later than that, so it holds as well.
     --wait_;

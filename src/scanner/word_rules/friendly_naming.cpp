@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "scanner/fixed_rules/options.h"
-#include "scanner/fixed_rules/rules.h"
+#include "scanner/word_rules/options.h"
+#include "scanner/word_rules/rules.h"
 #include "text/path.h"
 #include "text/unicode.h"
 

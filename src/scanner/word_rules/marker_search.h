@@ -8,7 +8,7 @@
 #include <span>
 #include <string_view>
 
-#include "scanner/fixed_rules/markers.h"
+#include "scanner/word_rules/markers.h"
 
 /// Every marker of markers.h in one table; a marker's place in it is its bit in a set. One
 /// that stands in several lists goes by its first place.

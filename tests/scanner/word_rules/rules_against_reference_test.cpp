@@ -7,8 +7,8 @@
 
 #include "reference/process_rules.h"
 #include "reference/text_rules.h"
-#include "scanner/fixed_rules/marker_search.h"
 #include "scanner/process_scanner.h"
+#include "scanner/word_rules/marker_search.h"
 
 namespace {
 

@@ -19,7 +19,7 @@ std::optional<std::uint64_t> cpuTimeOfPid(std::int32_t pid);
 bool isCpuTimeOfPidExact(const char* procRoot = "/proc");
 
 /// Watches one process from scan to scan.
-class RestWatch {
+class IdleWatch {
  public:
   /// cpuTimeOfPid, or what stands for it.
   using CpuTime = std::optional<std::uint64_t> (*)(std::int32_t pid);

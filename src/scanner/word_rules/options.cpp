@@ -1,9 +1,9 @@
-#include "scanner/fixed_rules/options.h"
+#include "scanner/word_rules/options.h"
 
 #include <algorithm>
 
-#include "scanner/fixed_rules/command_line.h"
 #include "scanner/process_scanner.h"
+#include "scanner/word_rules/command_line.h"
 #include "text/path.h"
 #include "text/unicode.h"
 

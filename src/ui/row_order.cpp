@@ -1,0 +1,33 @@
+#include "ui/row_order.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "text/ascii.h"
+
+ProcessList largestOf(const std::vector<VordaProcess>& sample, std::size_t most) {
+  ProcessList list;
+  list.reserve(sample.size());
+  for (const VordaProcess& process : sample) list.push_back(&process);
+  std::ranges::stable_sort(list, std::ranges::greater(), &VordaProcess::memMB);
+  list.resize(std::min(list.size(), most));
+  return list;
+}
+
+bool comesBefore(const VordaProcess& a, const VordaProcess& b, SortBy sortBy) {
+  const auto onGpus = [](const VordaProcess& process) {
+    return process.gpuMemory ? process.gpuMemory->memMB : 0;
+  };
+  switch (sortBy) {
+    case SortBy::gpu:
+      return onGpus(a) > onGpus(b);
+    case SortBy::name:
+      return std::ranges::lexicographical_compare(a.displayName, b.displayName, {},
+                                                  text::asciiLower, text::asciiLower);
+    case SortBy::start:
+      return a.startTime > b.startTime;
+    case SortBy::memory:
+      break;
+  }
+  return false;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "scanner/vorda_process.h"
+
+/// Some of a sample's processes, in an order of their own. Points into the sample.
+using ProcessList = std::vector<const VordaProcess*>;
+
+/// The largest processes, at most `most` of them; equals in the sample's order.
+ProcessList largestOf(const std::vector<VordaProcess>& sample, std::size_t most);
+
+/// What the rows of a section are sorted by, before it is cut; equals by memory.
+enum class SortBy {
+  memory,  ///< the largest first
+  gpu,     ///< what holds most of graphics cards' memory first
+  name,    ///< in the order of the alphabet, whatever the case of ASCII letters
+  start,   ///< the latest first
+};
+
+/// Whether the first one's row stands above the other's. Never so for SortBy::memory: each list
+/// comes sorted by the memory that it is about.
+bool comesBefore(const VordaProcess& a, const VordaProcess& b, SortBy sortBy);
