@@ -59,9 +59,9 @@ struct KnownProcess {
   bool dependsOnExecutable = false;
   bool waits = false;  ///< recognition::Verdict::waits, of a process that has a role
   std::optional<platform::Fingerprint> fingerprint;  ///< none: nothing was found out
-  std::optional<platform::Fingerprint> executable;   ///< none: it has no say
   // For few, so that the many stay small:
-  std::unique_ptr<MappedFilesRead> mappedFiles;  ///< null: it was not asked
+  std::unique_ptr<platform::Fingerprint> executable;  ///< null: it has no say
+  std::unique_ptr<MappedFilesRead> mappedFiles;       ///< null: it was not asked
   std::unique_ptr<OtherName> otherName;
   LentRow row;  ///< while it is listed, or such a member
 

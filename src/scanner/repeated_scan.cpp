@@ -220,7 +220,8 @@ bool RepeatedScan::learn(KnownProcess& process) {
   if (!platform::readCommandLine(facts_)) return false;
   isRead_ = true;
   process.fingerprint = facts_.fingerprint;
-  process.executable = facts_.executable;
+  process.executable =
+      facts_.executable ? std::make_unique<platform::Fingerprint>(*facts_.executable) : nullptr;
   process.isExcluded = isExcludedName(facts_.name);
   process.isFamilyBorder = isFamilyBorder(facts_.name, facts_.arguments);
   line_.read(facts_.arguments, facts_.commandLine);
@@ -279,7 +280,7 @@ bool RepeatedScan::isOrdinaryAnyway(std::string_view title) {
 /// Asks the system for what decides, and no more.
 bool RepeatedScan::isListed(KnownProcess& process, double minMemMB) {
   const auto hasOtherExecutable = [&process] {
-    return process.executable && platform::executableOfProcess() != process.executable;
+    return process.executable && platform::executableOfProcess() != *process.executable;
   };
   if (!isRead_ && process.dependsOnExecutable && hasOtherExecutable() && !learn(process)) {
     return false;

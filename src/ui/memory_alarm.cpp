@@ -12,8 +12,8 @@ constexpr double kMBPerGB = 1024;
 /// A process is to blame when its work has taken at least so much of what is gone, and so many MiB.
 constexpr double kLeastShare = 0.25;
 constexpr double kLeastGrownMB = 100;
-/// Samples that come closer tell nothing new: the last minute then is a dozen of them at most.
-constexpr double kBetweenSamples = 4.5;
+/// Samples that come closer tell nothing new: the last minute then is six of them at most.
+constexpr double kBetweenSamples = 9.5;
 /// So much sooner than wanted is in time: timers are not exact.
 constexpr double kInTime = 0.9;
 
