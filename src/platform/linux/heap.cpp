@@ -10,7 +10,7 @@ namespace platform {
 
 void keepHeapSmall() {
 #ifdef __GLIBC__
-  constexpr int kBytes = 64 << 10;
+  constexpr int kBytes = 16 << 10;
   mallopt(M_MMAP_THRESHOLD, kBytes);
   mallopt(M_TRIM_THRESHOLD, kBytes);
   constexpr int kPage = 4 << 10;
