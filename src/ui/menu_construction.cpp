@@ -371,8 +371,7 @@ std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& pro
     if (isInTop || isInItsRoles) pids_.push_back(process->pid);
   }
   std::ranges::sort(pids_);
-  const auto repeated = std::ranges::unique(pids_);
-  pids_.erase(repeated.begin(), repeated.end());
+  pids_.erase(std::unique(pids_.begin(), pids_.end()), pids_.end());
   return pids_;
 }
 

@@ -23,7 +23,8 @@ struct Verb {
   std::string_view name;  ///< what is then shown ("" : the product's own name)
 };
 
-/// One product.
+/// One product. Its members stand in the order in which a row of the table is read.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 struct Product {
   /// What it is known as, with blanks between: names of programs, packages ("@openai/codex"),
   /// modules (and all below them), scripts ("train_network.py", "comfyui/main.py") and the endings

@@ -138,7 +138,7 @@ TEST_F(LongTerminalMenu, IsSortedByGraphicsCardsWhereThereAreAny) {
 
 TEST_F(LongTerminalMenu, FoldsFamiliesBeforeItIsCut) {
   // p00 and all up to p09 are one piece of work.
-  for (int i = 0; i < 10; ++i) machine().processes[i].parent = i == 0 ? 1 : 100;
+  for (std::size_t i = 0; i < 10; ++i) machine().processes[i].parent = i == 0 ? 1 : 100;
   screen.then([&] {
     EXPECT_TRUE(shows("f Fold"));
     EXPECT_FALSE(shows("p16"));
