@@ -31,14 +31,6 @@ using MenuBuilders::named;
 using MenuBuilders::separator;
 using Items = std::vector<MenuItem>;
 
-/// All processes, in the sample's order.
-ProcessList all(const std::vector<VordaProcess>& sample) {
-  ProcessList list;
-  list.reserve(sample.size());
-  for (const VordaProcess& process : sample) list.push_back(&process);
-  return list;
-}
-
 ProcessList largestFirst(const std::vector<VordaProcess>& sample) {
   return largestOf(sample, sample.size());
 }
@@ -388,7 +380,7 @@ Menu build(const MenuContent& content) {
   const ProcessList inOrder = rows.largestRowsFirst(sorted);
   addTopSection(items, content, rows, inOrder);
   if (content.gpus != nullptr) {
-    const ProcessList onGpus = all(content.gpus->processes);
+    const ProcessList onGpus = listOf(content.gpus->processes);
     addSection(items, content, rows, kTopGpuHeader, onGpus, onGpus.size());
   }
   for (const auto& [role, header] : kRoleHeaders) {

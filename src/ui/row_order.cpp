@@ -5,10 +5,15 @@
 
 #include "text/ascii.h"
 
-ProcessList largestOf(const std::vector<VordaProcess>& sample, std::size_t most) {
+ProcessList listOf(const std::vector<VordaProcess>& sample) {
   ProcessList list;
   list.reserve(sample.size());
   for (const VordaProcess& process : sample) list.push_back(&process);
+  return list;
+}
+
+ProcessList largestOf(const std::vector<VordaProcess>& sample, std::size_t most) {
+  ProcessList list = listOf(sample);
   std::ranges::stable_sort(list, std::ranges::greater(), &VordaProcess::memMB);
   list.resize(std::min(list.size(), most));
   return list;

@@ -8,6 +8,9 @@
 /// Some of a sample's processes, in an order of their own. Points into the sample.
 using ProcessList = std::vector<const VordaProcess*>;
 
+/// All of them, in the sample's order.
+ProcessList listOf(const std::vector<VordaProcess>& sample);
+
 /// The largest processes, at most `most` of them; equals in the sample's order.
 ProcessList largestOf(const std::vector<VordaProcess>& sample, std::size_t most);
 
