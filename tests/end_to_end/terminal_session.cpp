@@ -235,15 +235,18 @@ bool TerminalSession::filter(const std::string& words) {
 bool TerminalSession::walkTo(const std::string& text, bool up) {
   const auto isThere = [&] { return screen_.reversed().find(text) != std::string::npos; };
   const auto deadline = Clock::now() + kPatience;
-  for (int steps = 0; steps < 100 && !isThere() && Clock::now() < deadline; ++steps) {
+  settle();
+  while (!isThere() && Clock::now() < deadline) {
     // Rows may have the same title, but not the same tooltip.
     const std::string before = screen_.picture() + screen_.reversed();
     send(up ? "\033[A" : "\033[B");
     // As in pressAtOnce, a key may stay without an effect.
     const auto unheard = Clock::now() + kUnheard;
-    while (screen_.picture() + screen_.reversed() == before && Clock::now() < unheard)
-      read(kMoment);
+    const auto isUnheard = [&] { return screen_.picture() + screen_.reversed() == before; };
+    while (isUnheard() && Clock::now() < unheard) read(kMoment);
     settle();
+    // At the last row: the one that is looked for has changed places with a row already passed.
+    if (isUnheard()) up = !up;
   }
   EXPECT_TRUE(isThere()) << "can't select \"" << text << "\" on the screen:\n" << screen_.picture();
   return isThere();

@@ -69,7 +69,7 @@ class TerminalSession {
   /// Leaves only the rows that hold these words, whatever else the machine runs, and selects the
   /// first of them.
   bool filter(const std::string& words);
-  /// Presses Down (or Up) until what is selected holds `text`.
+  /// Presses Down (or Up) until what is selected holds `text`, and back from the menu's end.
   bool walkTo(const std::string& text, bool up = false);
 
   /// Forgets what is on the screen, as another program's output would cover it.

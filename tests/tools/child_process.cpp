@@ -58,6 +58,9 @@ void ChildProcess::start(std::vector<std::string> argv) {
   if (error != 0) pid_ = -1;
   ASSERT_EQ(error, 0) << argv[0];
   ASSERT_TRUE(ready) << argv[0] << " did not get ready";
+  // The kernel tells in ticks when a process started: what is asked about it within the first one
+  // may be about an earlier process with its pid, and is not believed.
+  std::this_thread::sleep_for(std::chrono::microseconds(1'000'000 / sysconf(_SC_CLK_TCK)));
 }
 
 ChildProcess::~ChildProcess() {

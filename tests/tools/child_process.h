@@ -10,8 +10,8 @@
 /// with the test program whatever happens to that.
 class ChildProcess {
  public:
-  /// Runs the program argv[0] and waits until it prints "ready"; a test that starts one
-  /// that doesn't within a minute fails.
+  /// Runs the program argv[0] and waits until it prints "ready" and is a tick of the kernel's clock
+  /// old; a test that starts one that doesn't within a minute fails.
   explicit ChildProcess(std::vector<std::string> argv);
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
