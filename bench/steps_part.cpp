@@ -8,11 +8,12 @@
 #include "parts.h"
 #include "population_plan.h"
 #include "scanner/credentials/credential_mask.h"
+#include "scanner/naming/friendly_naming.h"
 #include "scanner/process_scanner.h"
 #include "scanner/repeated_scan.h"
+#include "scanner/roles/role_by_words.h"
+#include "scanner/roles/searched_line.h"
 #include "scanner/scan_order.h"
-#include "scanner/word_rules/command_line.h"
-#include "scanner/word_rules/rules.h"
 #include "text/path.h"
 #include "text/unicode.h"
 #include "tools/allocation_counter.h"
@@ -56,7 +57,7 @@ const std::vector<Sample>& samples() {
 /// What a scan would keep of them.
 std::vector<VordaProcess> makeKept() {
   std::vector<VordaProcess> kept;
-  CommandLine line;
+  SearchedLine line;
   std::int32_t pid = 0;
   for (const auto& sample : samples()) {
     line.read(sample.views, sample.commandLine);
@@ -104,7 +105,7 @@ class Tally {
 };
 
 void classify(benchmark::State& state) {
-  CommandLine line;
+  SearchedLine line;
   std::string exe;
   const auto classifyAll = [&] {
     for (const auto& sample : samples()) {
@@ -120,7 +121,7 @@ void classify(benchmark::State& state) {
 }
 
 void name(benchmark::State& state) {
-  CommandLine line;
+  SearchedLine line;
   const Tally tally(state, samples().size());
   while (state.KeepRunning()) {
     for (const auto& sample : samples()) {

@@ -7,12 +7,14 @@
 
 #include "launch_agents/launch_agent_scanner.h"
 #include "platform/users.h"
+#include "scanner/command_line/arguments.h"
 #include "scanner/credentials/credential_mask.h"
 #include "scanner/family_borders.h"
+#include "scanner/naming/friendly_naming.h"
 #include "scanner/process_scanner.h"
+#include "scanner/roles/role_by_words.h"
 #include "scanner/scan_order.h"
 #include "scanner/waiting_launchers.h"
-#include "scanner/word_rules/rules.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
@@ -51,7 +53,7 @@ void setLabels(std::vector<std::string>& labels, std::span<const VordaLaunchAgen
 
 /// What a launcher is called that has no role of its own: after itself.
 std::string launcherName(std::span<const std::string_view> arguments) {
-  CommandLine line;
+  SearchedLine line;
   line.read(arguments.first(1), arguments.front());
   return nameOf(line, LabRole::none, {}).displayName;
 }
@@ -238,7 +240,7 @@ bool RepeatedScan::learn(KnownProcess& process) {
 }
 
 /// What the word rules and the recognition together say.
-recognition::Verdict RepeatedScan::verdictAs(std::string_view name, const CommandLine& line) {
+recognition::Verdict RepeatedScan::verdictAs(std::string_view name, const SearchedLine& line) {
   const std::string_view exe = exeOf(name);
   return recognition::verdictOn(exe, line.arguments(), roleOf(exe, line));
 }
@@ -302,7 +304,7 @@ void RepeatedScan::makeRow(KnownProcess& process) {
   std::optional<FriendlyName> name = std::move(verdict_.name);
   if (shown.arguments) {
     // The name is made of what may be shown.
-    const auto arguments = viewsOf(*shown.arguments);
+    const auto arguments = recognition::viewsOf(*shown.arguments);
     auto verdict = recognition::verdictOn(exeOf(facts_.name), arguments, verdict_.byRules);
     name = verdict.role == process.role ? std::move(verdict.name) : std::nullopt;
     if (!name) name = friendlyName(*shown.arguments, process.role, {});

@@ -12,13 +12,13 @@
 #include "platform/processes.h"
 #include "scanner/families.h"
 #include "scanner/known_processes.h"
+#include "scanner/naming/ollama_models.h"
 #include "scanner/owner_names.h"
 #include "scanner/process_tree.h"
-#include "scanner/recognition/ollama_models.h"
-#include "scanner/recognition/verdict.h"
+#include "scanner/recognizer.h"
+#include "scanner/roles/searched_line.h"
 #include "scanner/vorda_process.h"
 #include "scanner/waiting_launchers.h"
-#include "scanner/word_rules/command_line.h"
 
 namespace ProcessScanner {
 
@@ -41,7 +41,7 @@ class RepeatedScan {
   /// An unknown owner counts as the superuser.
   std::uint32_t uid() const { return facts_.effectiveUid.value_or(0); }
   bool learn(KnownProcess& process);
-  recognition::Verdict verdictAs(std::string_view name, const CommandLine& line);
+  recognition::Verdict verdictAs(std::string_view name, const SearchedLine& line);
   std::string_view exeOf(std::string_view name);
   bool isOrdinaryAnyway(std::string_view title);
   bool isListed(KnownProcess& process, double minMemMB);
@@ -68,12 +68,12 @@ class RepeatedScan {
   // Of the process that is being looked at.
   platform::ProcessFacts facts_;
   bool isRead_ = false;  ///< its command line, into `line_`
-  CommandLine line_;
+  SearchedLine line_;
   recognition::Verdict verdict_;  ///< on that
   std::optional<double> memMB_;
 
   // Buffers.
-  CommandLine otherLine_;
+  SearchedLine otherLine_;
   std::string exe_;
   std::vector<std::string_view> words_;
   std::string joinedWords_;

@@ -3,7 +3,7 @@
 
 #include "fuzz/fuzzing.h"
 #include "scanner/process_scanner.h"
-#include "scanner/recognition/verdict.h"
+#include "scanner/recognizer.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
