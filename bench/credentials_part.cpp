@@ -7,10 +7,10 @@
 
 #include "cpu_clock.h"
 #include "parts.h"
-#include "scanner/credentials/credential_formats.h"
 #include "scanner/credentials/credential_mask.h"
 #include "scanner/credentials/named_credentials.h"
 #include "scanner/credentials/program_credentials.h"
+#include "scanner/credentials/token_formats.h"
 #include "scanner/credentials/url_credentials.h"
 #include "scanner/process_scanner.h"
 
@@ -152,7 +152,7 @@ void measureCredentials(const Options& options, Report& report) {
       {"formats",
        [&](const Worst& w) {
          spans.clear();
-         credentials::appendCredentialFormats(w.text, spans);
+         credentials::appendTokens(w.text, spans);
        }},
       {"URLs",
        [&](const Worst& w) {

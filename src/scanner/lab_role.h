@@ -4,8 +4,8 @@
 #include <optional>
 #include <string_view>
 
-/// What an AI workload does. The values index tables in this order; the scan sorts in another one
-/// (scan_order.h).
+/// The role of a process: what an AI workload does. The values index tables in this order; the scan
+/// sorts in another one (scan_order.h).
 enum class LabRole : std::uint8_t {
   inference,  ///< a model server or local inference runtime
   training,   ///< a training or fine-tuning job

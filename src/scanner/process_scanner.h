@@ -18,7 +18,7 @@ struct VordaLaunchAgent;
 /// pure, and none fails: what can't be read is left out.
 ///
 /// These signatures are fixed: other tools compile against them. The program itself calls scan(),
-/// which takes the same steps over views (word_rules/rules.h, options.h there) and reads a command
+/// which takes the same steps over views (recognizer.h) and reads a command
 /// line once for all of them.
 namespace ProcessScanner {
 
@@ -37,7 +37,7 @@ std::vector<VordaProcess> scan(double minMemMB);
 std::vector<VordaProcess> scan(double minMemMB, std::span<const VordaLaunchAgent> launchAgents,
                                std::span<const std::int32_t> alsoPids = {});
 
-// What a process is: word_rules/role_by_words.cpp.
+// What a process is: roles/role_by_words.cpp.
 
 /// The role of a process, from its executable name (or path), its arguments and its command line.
 /// Training is tested before inference, so a training run that mentions a server is still
@@ -54,8 +54,8 @@ bool isTrainingProcess(std::string_view exe, std::string_view lower,
 /// Executables that only launch or wrap a workload; their processes have no role.
 const std::set<std::string_view>& wrapperExecutables();
 
-// What a process is called: word_rules/friendly_naming.cpp, recognition/model_name.cpp,
-// word_rules/options.cpp.
+// What a process is called: naming/friendly_naming.cpp, naming/model_name.cpp,
+// command_line/option_values.cpp.
 
 /// What a process is called.
 struct FriendlyName {

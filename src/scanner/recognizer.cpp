@@ -40,17 +40,17 @@ FriendlyName nameOfWithdrawn(Arguments arguments, const Invocation& invocation) 
 
 bool worksOnOthersWords(const Invocation& invocation) {
   const std::string_view module = invocation.module;
-  return isBystander(invocation.program) || (!module.empty() && isBystander(module)) ||
-         isBystander(module.substr(0, module.find('.'))) ||
-         isBystander(text::lastPathComponent(invocation.package)) ||
-         (!invocation.package.empty() && isBystander(invocation.package));
+  return isIgnoredProgram(invocation.program) || (!module.empty() && isIgnoredProgram(module)) ||
+         isIgnoredProgram(module.substr(0, module.find('.'))) ||
+         isIgnoredProgram(text::lastPathComponent(invocation.package)) ||
+         (!invocation.package.empty() && isIgnoredProgram(invocation.package));
 }
 
 /// The role that the rules give when they see only the words that count.
-LabRole roleByCountedWords(std::string_view exe, Arguments arguments,
-                           const Invocation& invocation) {
-  const std::vector<std::string> counted = countedWords(arguments, invocation);
-  const std::vector<std::string_view> views(counted.begin(), counted.end());
+LabRole roleByRelevantWords(std::string_view exe, Arguments arguments,
+                            const Invocation& invocation) {
+  const std::vector<std::string> relevant = relevantWords(arguments, invocation);
+  const std::vector<std::string_view> views(relevant.begin(), relevant.end());
   ProcessScanner::SearchedLine line;
   line.read(views, joined(views));
   return ProcessScanner::roleOf(exe, line);
@@ -182,7 +182,7 @@ class Recognizer {
   /// For a program that is in no table: the rules decide, by the words that count.
   Verdict ofRules() {
     if (byRules_ == LabRole::none) return std::move(verdict_);
-    verdict_.role = roleByCountedWords(exe_, arguments_, invocation_);
+    verdict_.role = roleByRelevantWords(exe_, arguments_, invocation_);
     if (verdict_.role != LabRole::none) {
       verdict_.role = roleOfSubcommand(invocation_, verdict_.role).value_or(verdict_.role);
     }

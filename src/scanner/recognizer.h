@@ -8,9 +8,9 @@
 #include "scanner/process_scanner.h"
 #include "scanner/roles/products.h"
 
-/// The recognition of a command line, beside the word rules (word_rules/rules.h):
-/// who runs, whose words these are, what it does, and what it is called. Pure,
-/// and linear in the line.
+/// Recognises a command line: decides which role the process has and what it is called, from who
+/// runs, whose words these are and what it does; where none of that says anything, from the word
+/// rules (roles/role_by_words.h, naming/friendly_naming.h). Pure, and linear in the line.
 namespace recognition {
 
 /// What the rules and the recognition together say of a process.

@@ -60,11 +60,11 @@ std::string launcherName(std::span<const std::string_view> arguments) {
 
 /// A launcher's row as it was made, and as it is without the role. Both names are kept, the one
 /// that is not shown with the process.
-void takeRole(KnownProcess& process, VordaProcess& row) {
+void takeRole(CachedProcess& process, VordaProcess& row) {
   row.labRole = LabRole::none;
   std::swap(row.displayName, process.otherName->ofLauncher);
 }
-void giveRole(KnownProcess& process) {
+void giveRole(CachedProcess& process) {
   if (process.row->labRole == process.role) return;
   process.row->labRole = process.role;
   std::swap(process.row->displayName, process.otherName->ofLauncher);
@@ -104,13 +104,13 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
   ownUid_ = platform::ownUid();
   ownerNames_.beginScan();
   tree_.clear();
-  known_.begin(processes);
+  cache_.begin(processes);
   waiting_.clear();
-  known_.giveBack(unlisted_);
+  cache_.giveBack(unlisted_);
   families_.begin(ownPid);
   for (const std::int32_t pid : platform::allPids()) {
     if (pid < 1 || !platform::lookAtProcess(pid, facts_)) continue;
-    KnownProcess& process = known_.of(pid);
+    CachedProcess& process = cache_.of(pid);
     process.isFilled = false;
     isRead_ = false;
     memMB_.reset();
@@ -139,7 +139,7 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
     if (process.waits) waiting_.push_back(pid);
     processes.push_back(process.row.lend());
   }
-  known_.end();
+  cache_.end();
 
   tree_.countAll();
   if (!waiting_.empty()) leaveRolesToChildren(processes, minMemMB);
@@ -175,7 +175,7 @@ void RepeatedScan::findUnlistedMembers(std::span<const VordaLaunchAgent> launchA
     });
   }
   for (const std::int32_t pid : wanted_) {
-    KnownProcess* const process = known_.known(pid);
+    CachedProcess* const process = cache_.find(pid);
     if (process == nullptr) continue;
     if (!std::exchange(process->isFilled, false)) {
       if (!lookAtMember(*process)) continue;
@@ -193,7 +193,7 @@ void RepeatedScan::findUnlistedMembers(std::span<const VordaLaunchAgent> launchA
 
 /// Of the process that is being looked at. False when its row has to be made anew, or it is
 /// somebody else's, or gone.
-bool RepeatedScan::fillMember(KnownProcess& process,
+bool RepeatedScan::fillMember(CachedProcess& process,
                               std::span<const VordaLaunchAgent> launchAgents) {
   if (isRead_ || !process.row.isHere() || process.isExcluded || uid() != ownUid_) {
     return false;
@@ -205,7 +205,7 @@ bool RepeatedScan::fillMember(KnownProcess& process,
 }
 
 /// False when it is somebody else's, or gone.
-bool RepeatedScan::lookAtMember(KnownProcess& process) {
+bool RepeatedScan::lookAtMember(CachedProcess& process) {
   if (!platform::lookAtProcess(process.pid, facts_)) return false;
   isRead_ = false;
   const auto fingerprint = facts_.fingerprint;
@@ -217,7 +217,7 @@ bool RepeatedScan::lookAtMember(KnownProcess& process) {
 }
 
 /// Finds everything out anew. False when there is nothing to show.
-bool RepeatedScan::learn(KnownProcess& process) {
+bool RepeatedScan::learn(CachedProcess& process) {
   process.forget();
   if (!platform::readCommandLine(facts_)) return false;
   isRead_ = true;
@@ -280,7 +280,7 @@ bool RepeatedScan::isOrdinaryAnyway(std::string_view title) {
 }
 
 /// Asks the system for what decides, and no more.
-bool RepeatedScan::isListed(KnownProcess& process, double minMemMB) {
+bool RepeatedScan::isListed(CachedProcess& process, double minMemMB) {
   const auto hasOtherExecutable = [&process] {
     return process.executable && platform::executableOfProcess() != *process.executable;
   };
@@ -299,7 +299,7 @@ bool RepeatedScan::isListed(KnownProcess& process, double minMemMB) {
   return true;
 }
 
-void RepeatedScan::makeRow(KnownProcess& process) {
+void RepeatedScan::makeRow(CachedProcess& process) {
   auto shown = CredentialMask::shown(facts_.arguments, facts_.commandLine);
   std::optional<FriendlyName> name = std::move(verdict_.name);
   if (shown.arguments) {
@@ -321,7 +321,7 @@ void RepeatedScan::makeRow(KnownProcess& process) {
 }
 
 /// Ollama's runners are called after their model, as soon as a manifest tells which it is.
-void RepeatedScan::nameModel(KnownProcess& process) {
+void RepeatedScan::nameModel(CachedProcess& process) {
   if (!process.otherName || process.otherName->blob.empty()) return;
   const auto model = ollama_.nameOf(process.otherName->blob, uid());
   if (!model) return;
@@ -330,7 +330,7 @@ void RepeatedScan::nameModel(KnownProcess& process) {
 }
 
 /// What may be another at each scan.
-void RepeatedScan::fillRow(KnownProcess& process, std::span<const VordaLaunchAgent> launchAgents) {
+void RepeatedScan::fillRow(CachedProcess& process, std::span<const VordaLaunchAgent> launchAgents) {
   nameModel(process);
   VordaProcess& row = *process.row;
   row.pid = process.pid;
@@ -350,7 +350,7 @@ void RepeatedScan::fillRow(KnownProcess& process, std::span<const VordaLaunchAge
 void RepeatedScan::leaveRolesToChildren(std::vector<VordaProcess>& processes, double minMemMB) {
   for (const std::int32_t pid : launchers_.ofOthers(processes, waiting_, tree_)) {
     const auto row = std::ranges::find(processes, pid, &VordaProcess::pid);
-    KnownProcess* const process = known_.known(pid);
+    CachedProcess* const process = cache_.find(pid);
     if (row == processes.end() || process == nullptr) continue;
     takeRole(*process, *row);
     if (row->isProtected || row->memMB < minMemMB) {

@@ -11,9 +11,9 @@
 #include "launch_agents/vorda_launch_agent.h"
 #include "platform/processes.h"
 #include "scanner/families.h"
-#include "scanner/known_processes.h"
 #include "scanner/naming/ollama_models.h"
 #include "scanner/owner_names.h"
+#include "scanner/process_cache.h"
 #include "scanner/process_tree.h"
 #include "scanner/recognizer.h"
 #include "scanner/roles/searched_line.h"
@@ -40,24 +40,24 @@ class RepeatedScan {
  private:
   /// An unknown owner counts as the superuser.
   std::uint32_t uid() const { return facts_.effectiveUid.value_or(0); }
-  bool learn(KnownProcess& process);
+  bool learn(CachedProcess& process);
   recognition::Verdict verdictAs(std::string_view name, const SearchedLine& line);
   std::string_view exeOf(std::string_view name);
   bool isOrdinaryAnyway(std::string_view title);
-  bool isListed(KnownProcess& process, double minMemMB);
+  bool isListed(CachedProcess& process, double minMemMB);
   void fillFamilies(std::vector<VordaProcess>& processes,
                     std::span<const VordaLaunchAgent> launchAgents);
   void findUnlistedMembers(std::span<const VordaLaunchAgent> launchAgents);
-  bool fillMember(KnownProcess& process, std::span<const VordaLaunchAgent> launchAgents);
-  bool lookAtMember(KnownProcess& process);
-  void makeRow(KnownProcess& process);
-  void nameModel(KnownProcess& process);
-  void fillRow(KnownProcess& process, std::span<const VordaLaunchAgent> launchAgents);
+  bool fillMember(CachedProcess& process, std::span<const VordaLaunchAgent> launchAgents);
+  bool lookAtMember(CachedProcess& process);
+  void makeRow(CachedProcess& process);
+  void nameModel(CachedProcess& process);
+  void fillRow(CachedProcess& process, std::span<const VordaLaunchAgent> launchAgents);
   void leaveRolesToChildren(std::vector<VordaProcess>& processes, double minMemMB);
 
   std::uint32_t ownUid_ = 0;
   OwnerNames ownerNames_;
-  KnownProcesses known_;
+  ProcessCache cache_;
   ProcessTree tree_;
   recognition::OllamaModels ollama_;
   std::vector<std::int32_t> waiting_;  ///< the pids of the rows that wait

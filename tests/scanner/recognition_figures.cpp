@@ -1,5 +1,5 @@
 // Tells how many command lines of a corpus get the role and the name that people would give:
-// recognition_figures [--wrong] [--without-table] FILE... (see scanner/recognition/corpus.h).
+// recognition_figures [--wrong] [--without-table] FILE... (see scanner/recognition_corpus.h).
 
 #include <algorithm>
 #include <cstdio>

@@ -199,8 +199,8 @@ TEST_F(RepeatedScan, TellsWhatAFirstScanTells) {
   }
 }
 
-TEST(KnownProcesses, AreThoseOfTheLastScan) {
-  ProcessScanner::KnownProcesses known;
+TEST(ProcessCache, AreThoseOfTheLastScan) {
+  ProcessScanner::ProcessCache known;
   std::vector<VordaProcess> rows;
   for (const auto& pids :
        std::vector<std::vector<std::int32_t>>{{5, 3, 9}, {9, 3, 4}, {1}, {}, {2, 1, 70, 69}}) {

@@ -13,7 +13,7 @@ namespace {
 // A new program goes to the group of those that do the same kind of thing.
 // NOLINTBEGIN(bugprone-suspicious-missing-comma)
 // Each group is one long text: there is a comma at its end, and none before that.
-constexpr std::string_view kBystanders[] = {
+constexpr std::string_view kIgnoredPrograms[] = {
 
     // searching, paging, showing, comparing
     "grep egrep fgrep zgrep rg ripgrep ag ack fzf find fd fdfind locate plocate mlocate updatedb "
@@ -113,10 +113,10 @@ constexpr std::string_view kBystanders[] = {
 // NOLINTEND(bugprone-suspicious-missing-comma)
 
 /// By name. A hash table of as many would take three times the memory.
-const std::vector<std::string_view>& bystanders() {
+const std::vector<std::string_view>& ignoredPrograms() {
   static const auto names = [] {
     std::vector<std::string_view> all;
-    for (const std::string_view list : kBystanders) {
+    for (const std::string_view list : kIgnoredPrograms) {
       const auto some = listed(list);
       all.insert(all.end(), some.begin(), some.end());
     }
@@ -129,8 +129,8 @@ const std::vector<std::string_view>& bystanders() {
 
 }  // namespace
 
-bool isBystander(std::string_view name) {
-  if (std::ranges::binary_search(bystanders(), name)) return true;
+bool isIgnoredProgram(std::string_view name) {
+  if (std::ranges::binary_search(ignoredPrograms(), name)) return true;
   // x86_64-linux-gnu-g++, aarch64-apple-darwin-ld
   const auto dash = name.rfind('-');
   if (dash != std::string_view::npos) {

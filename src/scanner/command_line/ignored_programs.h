@@ -8,6 +8,6 @@ namespace recognition {
 /// searches, shows, edits, copies, installs, compiles, tests or watches that, on this machine or
 /// another. Such a program has no role, whatever it names. `name`: normalized, of a program, a
 /// package or a module.
-bool isBystander(std::string_view name);
+bool isIgnoredProgram(std::string_view name);
 
 }  // namespace recognition

@@ -15,7 +15,7 @@
 namespace recognition {
 namespace {
 
-constexpr int kMostCarriers = 8;
+constexpr int kMostLaunchers = 8;
 constexpr std::size_t kLongestPath = 4096;
 
 /// Whether the process has replaced its arguments by one text that holds the whole command line, as
@@ -30,7 +30,7 @@ bool isInOnePiece(Arguments arguments) {
   if (arguments.size() > 1) return false;
   const bool isBare = program.find('/') == std::string_view::npos;
   if (!isBare && first[blank + 1] != '-') return false;
-  return isBystander(isBare ? std::string(program) : programName(program));
+  return isIgnoredProgram(isBare ? std::string(program) : programName(program));
 }
 
 class Unwrapping {
@@ -70,13 +70,13 @@ class Unwrapping {
   }
 
   void take() {
-    for (int depth = 0; depth < kMostCarriers; ++depth) {
+    for (int depth = 0; depth < kMostLaunchers; ++depth) {
       if (rest_.empty() || !step()) return;
     }
   }
 
-  /// Takes the first of the words that are left for the program. True when it only carries another,
-  /// with which the words that are left then begin.
+  /// Takes the first of the words that are left for the program. True when it only launches
+  /// another, with which the words that are left then begin.
   bool step() {
     settle(rest_.front(), programName(rest_.front()));
     const std::string name = result_.program;
@@ -84,15 +84,15 @@ class Unwrapping {
       result_.isWrapper = true;
       return false;
     }
-    if (const Carried what = carriedBy(name); what != Carried::nothing) {
-      return what == Carried::another;
+    if (const Launch what = takeLauncher(name); what != Launch::nothing) {
+      return what == Launch::another;
     }
     if (isListed("python pypy python3-dbg python-dbg pythonw ipython-script", name)) {
       return python();
     }
     if (isListed("node nodejs bun deno tsx ts-node electron", name)) return node(name);
     if (name == "java") return java();
-    if (result_.carriers > 0 && name.ends_with(".py")) {
+    if (result_.launcherWords > 0 && name.ends_with(".py")) {
       result_.isPython = true;
       return pythonScript(rest_.front());
     }
@@ -103,37 +103,37 @@ class Unwrapping {
 
   void settle(std::string_view path, std::string program) {
     result_.path = path;
-    result_.carriers =
+    result_.launcherWords =
         static_cast<std::size_t>(path.data() == nullptr ? 0 : all_.size() - rest_.size());
     result_.program = std::move(program);
     result_.arguments = rest_.subspan(1);
   }
 
-  enum class Carried {
-    nothing,  ///< it is no carrier, or one that carries nothing
-    another,  ///< rest_ begins with what it carries
+  enum class Launch {
+    nothing,  ///< it is no launcher, or one that launches nothing
+    another,  ///< rest_ begins with what it launches
     settled,  ///< it is known already what that is
   };
 
-  static Carried carried(bool goesOn) { return goesOn ? Carried::another : Carried::settled; }
+  static Launch launched(bool goesOn) { return goesOn ? Launch::another : Launch::settled; }
 
-  /// Goes on to what a carrier of this name carries.
-  Carried carriedBy(std::string_view name) {
-    const Carrier* const found = carrierCalled(name);
-    if (found == nullptr) return Carried::nothing;
-    const Carrier& carrier = *found;
-    const auto what = carriage(carrier, rest_);
-    if (!what) return Carried::nothing;
+  /// Goes on to what a launcher of this name launches.
+  Launch takeLauncher(std::string_view name) {
+    const Launcher* const found = launcherCalled(name);
+    if (found == nullptr) return Launch::nothing;
+    const Launcher& launcher = *found;
+    const auto what = launchedBy(launcher, rest_);
+    if (!what) return Launch::nothing;
     rest_ = what->rest;
-    result_.waits = result_.waits || carrier.waits;
-    if (carrier.isDistributed) {
+    result_.waits = result_.waits || launcher.waits;
+    if (launcher.isDistributed) {
       result_.isDistributed = true;
       result_.isPython = true;
-      return carried(distributed(what->isModule));
+      return launched(distributed(what->isModule));
     }
-    if (what->isModule) return carried(module(rest_.front()));
-    if (carrier.runsPackage) return carried(package());
-    return Carried::another;
+    if (what->isModule) return launched(module(rest_.front()));
+    if (launcher.runsPackage) return launched(package());
+    return Launch::another;
   }
 
   /// What a package runner runs: a package, or a program or script of the project.
@@ -157,7 +157,7 @@ class Unwrapping {
       result_.package = name;
       return false;
     }
-    if (carrierCalled(base) != nullptr) return true;
+    if (launcherCalled(base) != nullptr) return true;
     settle(word, std::string(base));
     result_.package = name;
     host();
@@ -226,8 +226,8 @@ class Unwrapping {
   bool module(std::string_view word) {
     result_.isPython = true;
     const std::string name = normalized(word);
-    if (const Carried what = carriedBy(name); what != Carried::nothing) {
-      return what == Carried::another;
+    if (const Launch what = takeLauncher(name); what != Launch::nothing) {
+      return what == Launch::another;
     }
     settle(word, std::string(name.substr(0, name.find('.'))));
     result_.module = name;
@@ -239,8 +239,8 @@ class Unwrapping {
     const std::string_view base = text::lastPathComponent(path);
     const std::string installed = isSource(base) ? installedModule(path) : std::string();
     if (!installed.empty()) {
-      if (const Carried what = carriedBy(installed); what != Carried::nothing) {
-        return what == Carried::another;
+      if (const Launch what = takeLauncher(installed); what != Launch::nothing) {
+        return what == Launch::another;
       }
       settle(path, std::string(installed.substr(0, installed.find('.'))));
       result_.module = installed;
@@ -301,7 +301,7 @@ class Unwrapping {
       // npm-cli.js and npx-cli.js are npm and npx
       const std::string tool = stem.starts_with("npx") ? "npx" : package;
       settle(path, tool);
-      return carriedBy(tool) == Carried::another;
+      return takeLauncher(tool) == Launch::another;
     }
     settle(path, std::string(text::lastPathComponent(package)));
     result_.package = package;

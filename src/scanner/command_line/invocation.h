@@ -9,8 +9,8 @@
 
 namespace recognition {
 
-/// What a process runs, once everything that only carries it is taken off: interpreters,
-/// package runners, sudo and its like, job launchers. Names are normalized (name_words.h). The
+/// What a process runs, once everything that only launches it is taken off: interpreters,
+/// package runners, sudo and its like, job launchers. Names are normalized (program_names.h). The
 /// arguments it was made from must outlive it.
 struct Invocation {
   Invocation() = default;
@@ -19,20 +19,20 @@ struct Invocation {
   Invocation(Invocation&&) = default;
   Invocation& operator=(Invocation&&) = default;
 
-  std::string program;          ///< "vllm"; the interpreter where nothing below is known
-  std::string package;          ///< "@openai/codex", as Node's and Python's runners install it
-  std::string module;           ///< "vllm.entrypoints.openai.api-server", "org.pytorch.serve"
-  std::string script;           ///< its file's name: "train.py"
-  std::string folder;           ///< what its folder adds to a name such as main.py or index.js
-  std::string project;          ///< the project's folder, when Python is the project's own (venv)
-  std::string_view path;        ///< the word that named it, as given
-  Arguments arguments;          ///< the words behind that
-  std::size_t carriers = 0;     ///< how many words of the line stand before `path`
-  bool isWrapper = false;       ///< one of the ten wrappers, which are never looked into
-  bool isTitle = false;         ///< the line is a title that the process wrote itself
-  bool isCode = false;          ///< an interpreter was given its program as a text
-  bool isPython = false;        ///< Python runs it
-  bool isDistributed = false;   ///< torchrun, accelerate, deepspeed start it
+  std::string program;            ///< "vllm"; the interpreter where nothing below is known
+  std::string package;            ///< "@openai/codex", as Node's and Python's runners install it
+  std::string module;             ///< "vllm.entrypoints.openai.api-server", "org.pytorch.serve"
+  std::string script;             ///< its file's name: "train.py"
+  std::string folder;             ///< what its folder adds to a name such as main.py or index.js
+  std::string project;            ///< the project's folder, when Python is the project's own (venv)
+  std::string_view path;          ///< the word that named it, as given
+  Arguments arguments;            ///< the words behind that
+  std::size_t launcherWords = 0;  ///< how many words of the line stand before `path`
+  bool isWrapper = false;         ///< one of the ten wrappers, which are never looked into
+  bool isTitle = false;           ///< the line is a title that the process wrote itself
+  bool isCode = false;            ///< an interpreter was given its program as a text
+  bool isPython = false;          ///< Python runs it
+  bool isDistributed = false;     ///< torchrun, accelerate, deepspeed start it
   bool isServedByHost = false;  ///< `module` or `script` is run by uvicorn, streamlit and the like
   bool waits = false;           ///< the process only waits for the one that it has started
 
@@ -43,7 +43,7 @@ struct Invocation {
   std::vector<std::string> names() const;
 };
 
-/// Takes off, from the outside in, what carries the program. Linear in the arguments.
+/// Takes off, from the outside in, what launches the program. Linear in the arguments.
 Invocation invocationOf(Arguments arguments);
 
 }  // namespace recognition

@@ -16,16 +16,16 @@ bool isAssignment(std::string_view word) {
          word.substr(0, equals).find_first_of("/-. ") == std::string_view::npos;
 }
 
-/// Passes the carrier's verb, and its options before it. False when there is none.
-bool takeVerb(const Carrier& carrier, Arguments& rest) {
+/// Passes the launcher's verb, and its options before it. False when there is none.
+bool takeVerb(const Launcher& launcher, Arguments& rest) {
   std::size_t first = 0;
   while (first < rest.size() && isOption(rest[first])) {
-    const bool hasValue =
-        isListed(carrier.valued, normalized(rest[first])) || isListed(carrier.valued, rest[first]);
+    const bool hasValue = isListed(launcher.valued, normalized(rest[first])) ||
+                          isListed(launcher.valued, rest[first]);
     first += hasValue ? 2 : 1;
   }
   first = std::min(first, rest.size());
-  for (std::string_view verbs = carrier.verbs; !verbs.empty();) {
+  for (std::string_view verbs = launcher.verbs; !verbs.empty();) {
     const auto bar = verbs.find('|');
     const auto words = listed(verbs.substr(0, bar));
     verbs = bar == std::string_view::npos ? std::string_view() : verbs.substr(bar + 1);
@@ -38,8 +38,8 @@ bool takeVerb(const Carrier& carrier, Arguments& rest) {
   return false;
 }
 
-/// Passes the carrier's own options and assignments. False when nothing is left.
-bool skipOptions(const Carrier& carrier, Arguments& rest, bool& isModule) {
+/// Passes the launcher's own options and assignments. False when nothing is left.
+bool skipOptions(const Launcher& launcher, Arguments& rest, bool& isModule) {
   while (!rest.empty()) {
     const std::string_view word = rest.front();
     if (word == "--") {
@@ -47,10 +47,10 @@ bool skipOptions(const Carrier& carrier, Arguments& rest, bool& isModule) {
       break;
     }
     if (word == "-m" || word == "--module") {
-      if (carrier.isDistributed || carrier.names == "debugpy" || carrier.names == "uv") {
+      if (launcher.isDistributed || launcher.names == "debugpy" || launcher.names == "uv") {
         isModule = true;
         rest = rest.subspan(1);
-        if (carrier.isDistributed) continue;
+        if (launcher.isDistributed) continue;
         break;
       }
     }
@@ -61,12 +61,12 @@ bool skipOptions(const Carrier& carrier, Arguments& rest, bool& isModule) {
     }
     const std::string option = normalized(word);
     const bool hasValue = word.find('=') == std::string_view::npos &&
-                          (carrier.valued == "*" ? !isListed(carrier.flags, option)
-                                                 : isListed(carrier.valued, option) ||
-                                                       isListed(carrier.valued, word));
+                          (launcher.valued == "*" ? !isListed(launcher.flags, option)
+                                                  : isListed(launcher.valued, option) ||
+                                                        isListed(launcher.valued, word));
     rest = rest.subspan(1);
     if (hasValue && !rest.empty() && !isOption(rest.front()) &&
-        !(carrier.valued == "*" && isSource(rest.front()))) {
+        !(launcher.valued == "*" && isSource(rest.front()))) {
       rest = rest.subspan(1);
     }
   }
@@ -75,26 +75,26 @@ bool skipOptions(const Carrier& carrier, Arguments& rest, bool& isModule) {
 
 }  // namespace
 
-const Carrier* carrierCalled(std::string_view name) {
-  static const auto carriers = [] {
-    std::unordered_map<std::string_view, const Carrier*> byName;
-    for (const Carrier& carrier : kCarriers) {
-      for (const std::string_view word : listed(carrier.names)) byName.emplace(word, &carrier);
+const Launcher* launcherCalled(std::string_view name) {
+  static const auto launchers = [] {
+    std::unordered_map<std::string_view, const Launcher*> byName;
+    for (const Launcher& launcher : kLaunchers) {
+      for (const std::string_view word : listed(launcher.names)) byName.emplace(word, &launcher);
     }
     return byName;
   }();
-  const auto found = carriers.find(name);
-  return found == carriers.end() ? nullptr : found->second;
+  const auto found = launchers.find(name);
+  return found == launchers.end() ? nullptr : found->second;
 }
 
-std::optional<Carriage> carriage(const Carrier& carrier, Arguments line) {
-  Carriage carried{line.subspan(1)};
-  Arguments& rest = carried.rest;
-  if (!carrier.verbs.empty() && !takeVerb(carrier, rest)) return std::nullopt;
-  if (!skipOptions(carrier, rest, carried.isModule)) return std::nullopt;
-  rest = rest.subspan(std::min(rest.size(), static_cast<std::size_t>(carrier.operands)));
+std::optional<Launched> launchedBy(const Launcher& launcher, Arguments line) {
+  Launched launched{line.subspan(1)};
+  Arguments& rest = launched.rest;
+  if (!launcher.verbs.empty() && !takeVerb(launcher, rest)) return std::nullopt;
+  if (!skipOptions(launcher, rest, launched.isModule)) return std::nullopt;
+  rest = rest.subspan(std::min(rest.size(), static_cast<std::size_t>(launcher.operands)));
   if (rest.empty()) return std::nullopt;
-  return carried;
+  return launched;
 }
 
 }  // namespace recognition

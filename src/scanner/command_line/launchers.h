@@ -7,8 +7,8 @@
 
 namespace recognition {
 
-/// A program whose arguments are its own options and then another program.
-struct Carrier {
+/// A program whose arguments are its own options and then another program: sudo, env, uv run.
+struct Launcher {
   std::string_view names;
   std::string_view verbs;   ///< one of these comes first, with "|" between them ("" : none)
   std::string_view valued;  ///< its options that take the next word
@@ -19,8 +19,8 @@ struct Carrier {
   bool runsPackage = false;  ///< the next word is a package, perhaps with a version
 };
 
-// A newcomer's program goes here.
-inline constexpr Carrier kCarriers[] = {
+// A new launcher goes here, beside those of its kind.
+inline constexpr Launcher kLaunchers[] = {
     // what changes a program's surroundings and becomes it
     {.names = "env", .valued = "-u --unset -C --chdir -S"},
     {.names = "ionice", .valued = "-c --class -n --classdata"},
@@ -136,15 +136,15 @@ inline constexpr Carrier kCarriers[] = {
 };
 
 /// Null: none is called so.
-const Carrier* carrierCalled(std::string_view name);
+const Launcher* launcherCalled(std::string_view name);
 
-/// What a carrier carries.
-struct Carriage {
+/// What a launcher starts, or becomes.
+struct Launched {
   Arguments rest;         ///< begins with it; never empty
   bool isModule = false;  ///< it is a Python module's name
 };
 
-/// Of a line that begins with the carrier; none where it carries nothing.
-std::optional<Carriage> carriage(const Carrier& carrier, Arguments line);
+/// Of a line that begins with the launcher; none where it launches nothing.
+std::optional<Launched> launchedBy(const Launcher& launcher, Arguments line);
 
 }  // namespace recognition

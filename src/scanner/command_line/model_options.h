@@ -1,9 +1,19 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string_view>
 
 #include "scanner/command_line/invocation.h"
+
+namespace ProcessScanner {
+
+/// Of the word rules: the model that one of the options `names` gives (optionValue()). Python's own
+/// "-m MODULE" is no model, so for a Python interpreter only the options behind the module count.
+std::optional<std::string_view> modelOption(std::span<const std::string_view> arguments,
+                                            std::span<const std::string_view> names);
+
+}  // namespace ProcessScanner
 
 namespace recognition {
 

@@ -1,10 +1,21 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string_view>
 
 #include "scanner/command_line/invocation.h"
 
+namespace ProcessScanner {
+
+/// How the word rules read an option: ProcessScanner::flag (process_scanner.h) for views. The value
+/// points into its argument.
+std::optional<std::string_view> optionValue(std::span<const std::string_view> arguments,
+                                            std::span<const std::string_view> names);
+
+}  // namespace ProcessScanner
+
+// How the recognizer reads one.
 namespace recognition {
 
 /// The arguments in which a model, a recipe or a port is looked for: more than anybody writes by

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <array>
 
-#include "scanner/credentials/bare_credentials.h"
-#include "scanner/credentials/credential_formats.h"
-#include "scanner/credentials/credential_value.h"
 #include "scanner/credentials/harmless_values.h"
+#include "scanner/credentials/looks_secret.h"
 #include "scanner/credentials/named_credentials.h"
 #include "scanner/credentials/program_credentials.h"
+#include "scanner/credentials/token_formats.h"
+#include "scanner/credentials/unnamed_credentials.h"
 #include "scanner/credentials/url_credentials.h"
 #include "scanner/credentials/value_bounds.h"
 #include "text/ascii.h"
@@ -39,14 +39,14 @@ class ArgumentSearch {
     spans_.clear();
     announced_ = appendNamedCredentials(argument, true, namesLeft_, spans_);
     appendUrlCredentials(argument, spans_);
-    appendCredentialFormats(argument, spans_);
+    appendTokens(argument, spans_);
     for (const TextSpan& span : spans_) found_.push_back({i, span});
     if (!spans_.empty()) return;
     appendUserInfo(argument, spans_);
     for (const TextSpan& span : spans_) found_.push_back({i, span});
     if (before.form != Form::nothing || i == 0) return;
     takePaired(i);
-    if (isBareCredential(argument, arguments_[i - 1])) {
+    if (isUnnamedCredential(argument, arguments_[i - 1])) {
       found_.push_back({i, {0, argument.size()}});
     }
   }
@@ -164,7 +164,7 @@ std::vector<TextSpan> findInLine(std::string_view line) {
   int namesLeft = kMostNames;
   appendNamedCredentials(line, false, namesLeft, found);
   appendUrlCredentials(line, found);
-  appendCredentialFormats(line, found);
+  appendTokens(line, found);
   std::vector<ArgumentSpan> ofPrograms;
   const std::string_view whole[] = {line};
   appendProgramCredentials(whole, ofPrograms);

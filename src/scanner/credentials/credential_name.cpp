@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "scanner/credentials/credential_name_words.h"
-#include "scanner/credentials/key_tree.h"
+#include "scanner/credentials/credential_name_table.h"
+#include "scanner/credentials/trie.h"
 #include "scanner/credentials/value_bounds.h"
 #include "scanner/credentials/word_set.h"
 #include "text/ascii.h"
@@ -56,28 +56,28 @@ bool beginsWord(std::string_view name, std::size_t at) {
 }
 
 /// The endings, reversed, because names are read from their end.
-const KeyTree& endings() {
-  static const KeyTree tree = [] {
+const Trie& endings() {
+  static const Trie tree = [] {
     std::vector<std::string> reversed;
     for (const Ending& ending : kEndings) {
       reversed.emplace_back(ending.text.rbegin(), ending.text.rend());
     }
-    return KeyTree({reversed.begin(), reversed.end()});
+    return Trie({reversed.begin(), reversed.end()});
   }();
   return tree;
 }
 
 /// The kind that belongs to the longest known ending of the name, or unknown.
 NameKind kindByEnding(std::string_view name) {
-  const KeyTree& tree = endings();
+  const Trie& tree = endings();
   NameKind kind = NameKind::unknown;
-  KeyTree::Node node = KeyTree::kRoot;
+  Trie::Node node = Trie::kRoot;
   for (std::size_t at = name.size(); at > 0; --at) {
     if (isSeparator(name[at - 1])) continue;
     node = tree.next(node, lowered(name[at - 1]));
-    if (node == KeyTree::kNowhere) break;
+    if (node == Trie::kNowhere) break;
     const int found = tree.keyAt(node);
-    if (found == KeyTree::kNoKey) continue;
+    if (found == Trie::kNoKey) continue;
     const Ending& ending = kEndings[static_cast<std::size_t>(found)];
     if (!ending.isWord || beginsWord(name, at - 1)) {
       kind = ending.kind;

@@ -4,8 +4,8 @@
 #include <array>
 #include <optional>
 
-#include "scanner/credentials/credential_value.h"
 #include "scanner/credentials/harmless_values.h"
+#include "scanner/credentials/looks_secret.h"
 #include "scanner/credentials/named_values.h"
 #include "scanner/credentials/value_bounds.h"
 #include "text/ascii.h"

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "scanner/credentials/credential_name.h"
-#include "scanner/credentials/credential_value.h"
+#include "scanner/credentials/looks_secret.h"
 #include "scanner/credentials/program_rule_follower.h"
 #include "scanner/credentials/program_rules.h"
 #include "text/contains.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "scanner/credentials/credential_value.h"
+#include "scanner/credentials/looks_secret.h"
 #include "scanner/credentials/piped_credentials.h"
 #include "scanner/credentials/program_rule_follower.h"
 #include "scanner/credentials/program_rules.h"

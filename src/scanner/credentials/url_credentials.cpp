@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "scanner/credentials/credential_value.h"
 #include "scanner/credentials/harmless_values.h"
+#include "scanner/credentials/looks_secret.h"
 #include "text/ascii.h"
 
 namespace credentials {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "scanner/credentials/key_tree.h"
+#include "scanner/credentials/trie.h"
 #include "text/ascii.h"
 
 namespace credentials {
@@ -22,16 +22,16 @@ class WordSet {
 
  private:
   bool walk(std::string_view text, bool isWhole) const {
-    KeyTree::Node node = KeyTree::kRoot;
+    Trie::Node node = Trie::kRoot;
     for (const char c : text) {
       node = tree_.next(node, text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c);
-      if (node == KeyTree::kNowhere) return false;
-      if (!isWhole && tree_.keyAt(node) != KeyTree::kNoKey) return true;
+      if (node == Trie::kNowhere) return false;
+      if (!isWhole && tree_.keyAt(node) != Trie::kNoKey) return true;
     }
-    return isWhole && tree_.keyAt(node) != KeyTree::kNoKey;
+    return isWhole && tree_.keyAt(node) != Trie::kNoKey;
   }
 
-  KeyTree tree_;
+  Trie tree_;
 };
 
 }  // namespace credentials

@@ -4,7 +4,8 @@
 #include <optional>
 
 #include "scanner/command_line/arguments.h"
-#include "scanner/command_line/options.h"
+#include "scanner/command_line/model_options.h"
+#include "scanner/command_line/option_values.h"
 #include "scanner/roles/role_by_words.h"
 #include "text/path.h"
 #include "text/unicode.h"

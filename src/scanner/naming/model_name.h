@@ -4,8 +4,8 @@
 #include <string_view>
 
 // How a model is called: also ProcessScanner::basenameModel (process_scanner.h), which all other
-// spellings begin with. Which option gives the model is another question: model_options.h, and for
-// the word rules' trainings word_rules/training_naming.cpp.
+// spellings begin with. Which option gives the model is another question:
+// command_line/model_options.h.
 
 namespace recognition {
 

@@ -162,7 +162,7 @@ std::optional<FriendlyName> productName(const Product& product, const Activity& 
   if (product.naming == Naming::tool) {
     if (servesMcp(invocation)) return FriendlyName{"MCP: " + group + port, "MCP"};
     if (group.starts_with("MCP")) {
-      if (auto server = carriedMcpServerName(invocation)) {
+      if (auto server = proxiedMcpServerName(invocation)) {
         if (server->displayName.find("  (:") == std::string::npos) server->displayName += port;
         return server;
       }
@@ -213,7 +213,7 @@ std::optional<FriendlyName> selfMadeServerName(const Invocation& invocation) {
 FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view modelOptions,
                               const Invocation& invocation) {
   const auto model = modelOf(invocation, modelOptions, "\n");
-  // Behind what carries Python the rules take the module of "-m" for the model.
+  // Behind what launches Python the rules take the module of "-m" for the model.
   const std::string moduleAsModel = invocation.module.empty()
                                         ? std::string()
                                         : ": " + ProcessScanner::basenameModel(invocation.path);

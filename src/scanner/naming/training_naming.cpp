@@ -2,7 +2,7 @@
 #include <optional>
 
 #include "scanner/command_line/arguments.h"
-#include "scanner/command_line/options.h"
+#include "scanner/command_line/model_options.h"
 #include "scanner/naming/friendly_naming.h"
 #include "text/contains.h"
 #include "text/path.h"

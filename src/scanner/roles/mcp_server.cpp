@@ -91,7 +91,7 @@ FriendlyName mcpServerName(const Invocation& invocation) {
   return {"MCP server" + portSuffix(invocation, ""), "MCP"};
 }
 
-std::optional<FriendlyName> carriedMcpServerName(const Invocation& invocation) {
+std::optional<FriendlyName> proxiedMcpServerName(const Invocation& invocation) {
   constexpr std::size_t kMostLookedAt = 32;
   const auto serverOf = [](Arguments line) -> std::optional<FriendlyName> {
     if (!isListed("uvx npx uv bunx node python python3 pipx pnpm deno bun",

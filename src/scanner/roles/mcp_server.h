@@ -22,6 +22,6 @@ ProcessScanner::FriendlyName mcpServerName(const Invocation& invocation);
 /// The name of the server that a proxy of MCP starts or speaks to: "mcp-proxy --port 3000 uvx
 /// mcp-server-fetch", "supergateway --stdio 'npx -y @scope/server-name'", "mcp-remote
 /// https://mcp.linear.app/sse". None where its arguments do not say.
-std::optional<ProcessScanner::FriendlyName> carriedMcpServerName(const Invocation& invocation);
+std::optional<ProcessScanner::FriendlyName> proxiedMcpServerName(const Invocation& invocation);
 
 }  // namespace recognition

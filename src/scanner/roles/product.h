@@ -12,11 +12,11 @@ enum class Naming {
   server,    ///< "vLLM: Qwen2.5 7B Instruct  (:8000)"
   tool,      ///< "ComfyUI  (:8188)": it has no one model
   training,  ///< "TRL SFT: Qwen2.5 0.5B": with the method
-  byRules,   ///< as the naming rules say (word_rules/tool_names.cpp): "Ollama Server"
+  byRules,   ///< as the naming rules say (naming/tool_names.cpp): "Ollama Server"
 };
 
 /// A word that says what a product's process does, where the words that say so for all products
-/// (activity.cpp) do not know it or say something else.
+/// (role_by_activity.cpp) do not know it or say something else.
 struct Verb {
   std::string_view word;  ///< a subcommand, or the last words of a module; normalized
   LabRole role = LabRole::none;

@@ -668,7 +668,7 @@ inline constexpr Product kProducts[] = {
        {"nbconvert", kAgent}}}},
     {"ipython", "IPython", kAgent, Naming::tool},
 
-    // MCP: what has the word in its name is known by it (activity.cpp); these have not.
+    // MCP: what has the word in its name is known by it (role_by_activity.cpp); these have not.
     {"mcp-proxy mcpo mcp-remote", "MCP proxy", kAgent, Naming::tool},
     {"fastmcp",
      "FastMCP server",

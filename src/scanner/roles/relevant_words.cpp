@@ -95,14 +95,14 @@ bool takesModel(std::string_view option) {
 
 }  // namespace
 
-std::vector<std::string> countedWords(Arguments arguments, const Invocation& invocation) {
-  std::vector<std::string> counted;
-  const auto add = [&counted](std::string_view word) {
-    counted.push_back(withOwnTerms(text::withinBytes(word, kLongestName)));
+std::vector<std::string> relevantWords(Arguments arguments, const Invocation& invocation) {
+  std::vector<std::string> relevant;
+  const auto add = [&relevant](std::string_view word) {
+    relevant.push_back(withOwnTerms(text::withinBytes(word, kLongestName)));
   };
 
-  // What carries it: names alone.
-  for (std::size_t i = 0; i < std::min(invocation.carriers, arguments.size()); ++i) {
+  // What launches it: names alone.
+  for (std::size_t i = 0; i < std::min(invocation.launcherWords, arguments.size()); ++i) {
     const std::string_view word = arguments[i];
     if (word == "-m") {
       add(word);
@@ -117,7 +117,7 @@ std::vector<std::string> countedWords(Arguments arguments, const Invocation& inv
   for (const std::string_view word : arguments.first(std::min<std::size_t>(arguments.size(), 1))) {
     const std::string lowered = text::lowered(text::withinBytes(word, 4096));
     for (const std::string_view mark : kPathMarks) {
-      if (lowered.find(mark) != std::string::npos) counted.emplace_back(mark);
+      if (lowered.find(mark) != std::string::npos) relevant.emplace_back(mark);
     }
   }
   if (invocation.isCode) {
@@ -126,9 +126,9 @@ std::vector<std::string> countedWords(Arguments arguments, const Invocation& inv
          invocation.arguments.first(std::min<std::size_t>(invocation.arguments.size(), 2))) {
       const std::string_view code = text::withinBytes(word, budget);
       budget -= code.size();
-      counted.push_back(withOwnTerms(code));
+      relevant.push_back(withOwnTerms(code));
     }
-    return counted;
+    return relevant;
   }
   if (!invocation.path.empty()) {
     add(invocation.isTitle ? std::string_view(invocation.program)
@@ -136,7 +136,7 @@ std::vector<std::string> countedWords(Arguments arguments, const Invocation& inv
   }
   if (!invocation.package.empty()) add(invocation.package);
   if (!invocation.module.empty()) add(invocation.module);
-  if (invocation.isTitle && invocation.titleWords.empty()) return counted;
+  if (invocation.isTitle && invocation.titleWords.empty()) return relevant;
 
   for (const std::string& word : subcommandsOf(invocation)) add(word);
   const Arguments rest =
@@ -167,7 +167,7 @@ std::vector<std::string> countedWords(Arguments arguments, const Invocation& inv
     }
     before = {};
   }
-  return counted;
+  return relevant;
 }
 
 }  // namespace recognition

@@ -5,7 +5,6 @@
 #include "scanner/command_line/model_options.h"
 #include "scanner/command_line/option_values.h"
 #include "scanner/command_line/program_names.h"
-#include "scanner/roles/agent_options.h"
 #include "scanner/roles/mcp_server.h"
 #include "scanner/roles/self_made_server.h"
 
@@ -137,6 +136,18 @@ bool isGivenTraining(const Invocation& invocation) {
   const auto words = strings(wordsOf(withJoinedWords(file)));
   return isAnyListed(kTrainsByName, words) && !isAnyListed(kNeitherByName, words) &&
          !endsWithOneOf(kThings, words);
+}
+
+/// Whether a program that nobody knows has options that only agents have: "--yolo", or a provider
+/// beside the model.
+bool hasAgentOptions(const Invocation& invocation) {
+  // They let a program act without asking.
+  constexpr std::string_view kUnasked =
+      "--dangerously-skip-permissions --yolo --full-auto --allow-all-tools "
+      "--dangerously-bypass-approvals-and-sandbox --dangerously-allow-all";
+  if (hasOption(invocation, kUnasked)) return true;
+  // Whoever is told the provider beside the model talks to a model that somebody else serves.
+  return hasOption(invocation, "--provider") && hasOption(invocation, "--model");
 }
 
 }  // namespace

@@ -1,15 +1,15 @@
-#include "scanner/credentials/bare_credentials.h"
+#include "scanner/credentials/unnamed_credentials.h"
 
 #include <algorithm>
 
 #include "scanner/credentials/credential_name.h"
-#include "scanner/credentials/credential_value.h"
 #include "scanner/credentials/harmless_values.h"
+#include "scanner/credentials/looks_secret.h"
 #include "text/ascii.h"
 
 namespace credentials {
 
-bool isBareCredential(std::string_view argument, std::string_view before) {
+bool isUnnamedCredential(std::string_view argument, std::string_view before) {
   constexpr std::size_t kShortest = 40;
   constexpr std::size_t kLongest = 512;
   if (argument.size() < kShortest || argument.size() > kLongest) return false;

@@ -12,6 +12,6 @@ namespace credentials {
 /// the secret part of webhooks' URLs. Linear in the length of the text. A private key without an
 /// end is taken to the end of the text, and so is everything after the 4,000th place that begins
 /// like a credential.
-void appendCredentialFormats(std::string_view text, std::vector<TextSpan>& found);
+void appendTokens(std::string_view text, std::vector<TextSpan>& found);
 
 }  // namespace credentials

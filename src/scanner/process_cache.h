@@ -45,7 +45,7 @@ struct OtherName {
 
 /// What was found out about one process. It holds as long as `fingerprint` does, and where the
 /// executable has a say, as long as `executable` does.
-struct KnownProcess {
+struct CachedProcess {
   std::int32_t pid = 0;
   LabRole role = LabRole::none;
   bool isThere = false;         ///< the scan that is under way has asked for it
@@ -71,7 +71,7 @@ struct KnownProcess {
 
 /// What is known of the processes that run, from one scan to the next. It knows no more of them
 /// than the system lists, and forgets those that are gone.
-class KnownProcesses {
+class ProcessCache {
  public:
   /// Starts a scan. The list of the last one is given back, and left empty.
   void begin(std::vector<VordaProcess>& rows);
@@ -80,21 +80,21 @@ class KnownProcesses {
 
   /// The process with this pid, which is listed in this scan; once a scan for each pid. Until
   /// the next call.
-  KnownProcess& of(std::int32_t pid);
+  CachedProcess& of(std::int32_t pid);
 
   /// Ends the scan: forgets the processes that it did not ask for.
   void end();
 
   /// The process with this pid, when no scan is under way; null: it is not known.
-  KnownProcess* known(std::int32_t pid);
+  CachedProcess* find(std::int32_t pid);
 
   /// Of how many processes something is known, when no scan is under way.
-  std::size_t size() const { return known_.size(); }
+  std::size_t size() const { return cached_.size(); }
 
  private:
-  std::vector<KnownProcess> known_;  ///< by pid
-  std::vector<KnownProcess> born_;   ///< those that the scan found first
-  std::size_t next_ = 0;             ///< where the next pid is, when the system lists them in order
+  std::vector<CachedProcess> cached_;  ///< by pid
+  std::vector<CachedProcess> new_;     ///< those that the scan found first
+  std::size_t next_ = 0;  ///< where the next pid is, when the system lists them in order
 };
 
 }  // namespace ProcessScanner

@@ -1,11 +1,11 @@
-#include "scanner/credentials/key_tree.h"
+#include "scanner/credentials/trie.h"
 
 #include <algorithm>
 #include <numeric>
 
 namespace credentials {
 
-KeyTree::KeyTree(const std::vector<std::string_view>& keys) {
+Trie::Trie(const std::vector<std::string_view>& keys) {
   std::vector<std::size_t> order(keys.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
   std::ranges::stable_sort(order, [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });

@@ -1,4 +1,4 @@
-#include "scanner/credentials/credential_value.h"
+#include "scanner/credentials/looks_secret.h"
 
 #include <algorithm>
 #include <array>

@@ -10,7 +10,7 @@ namespace credentials {
 
 /// A set of short texts, the keys, as a tree that is walked one character at a time, so that a
 /// text is compared with all of them at once. The tables of this room are such sets.
-class KeyTree {
+class Trie {
  public:
   using Node = std::uint16_t;
   static constexpr Node kRoot = 0;
@@ -18,7 +18,7 @@ class KeyTree {
   static constexpr int kNoKey = -1;
 
   /// No key may be empty. Of equal keys the first counts. At most 65,000 characters in all.
-  explicit KeyTree(const std::vector<std::string_view>& keys);
+  explicit Trie(const std::vector<std::string_view>& keys);
 
   /// The node that one more character leads to.
   Node next(Node node, char c) const {

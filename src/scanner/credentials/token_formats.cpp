@@ -1,4 +1,4 @@
-#include "scanner/credentials/credential_formats.h"
+#include "scanner/credentials/token_formats.h"
 
 #include <algorithm>
 #include <array>
@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "scanner/credentials/format_table.h"
-#include "scanner/credentials/key_tree.h"
 #include "scanner/credentials/randomness.h"
+#include "scanner/credentials/token_format_table.h"
+#include "scanner/credentials/trie.h"
 #include "text/ascii.h"
 
 namespace credentials {
@@ -52,12 +52,12 @@ std::size_t lengthOf(std::string_view text, Alphabet alphabet) {
   return length;
 }
 
-const KeyTree& prefixes() {
-  static const KeyTree tree = [] {
+const Trie& prefixes() {
+  static const Trie tree = [] {
     std::vector<std::string_view> keys;
     keys.reserve(std::size(kFormats));
     for (const Format& format : kFormats) keys.push_back(format.prefix);
-    return KeyTree(keys);
+    return Trie(keys);
   }();
   return tree;
 }
@@ -193,14 +193,14 @@ class FormatSearch {
 
   /// The length of the credential that begins at `begin`, or 0.
   std::size_t lengthAt(std::size_t begin) {
-    const KeyTree& tree = prefixes();
-    KeyTree::Node node = KeyTree::kRoot;
+    const Trie& tree = prefixes();
+    Trie::Node node = Trie::kRoot;
     std::size_t best = 0;
     for (std::size_t i = begin; i < text_.size(); ++i) {
       node = tree.next(node, text_[i]);
-      if (node == KeyTree::kNowhere) break;
+      if (node == Trie::kNowhere) break;
       const int key = tree.keyAt(node);
-      if (key != KeyTree::kNoKey) {
+      if (key != Trie::kNoKey) {
         best = std::max(best, keyLength(begin, kFormats[static_cast<std::size_t>(key)]));
       }
     }
@@ -307,7 +307,7 @@ class FormatSearch {
 
 }  // namespace
 
-void appendCredentialFormats(std::string_view text, std::vector<TextSpan>& found) {
+void appendTokens(std::string_view text, std::vector<TextSpan>& found) {
   constexpr std::size_t kShortest = 7;  // "ghp_abc"
   if (text.size() < kShortest) return;
   std::vector<TextSpan> own;
