@@ -72,7 +72,7 @@ struct VordaProcess {
   /// What it holds of graphics cards' memory; none when it holds nothing, or that isn't known.
   std::optional<GpuMemory> gpuMemory = std::nullopt;
   /// The pid of the process that began the work it belongs to, maybe its own; none when it belongs
-  /// to nobody's. Whose family it is, is told by those that share it (ui/family_view.h).
+  /// to nobody's. Whose family it is, is told by those that share it (ui/family_rows.h).
   std::optional<std::int32_t> family = std::nullopt;
   /// The pid of the process that started it, or its family, when that was seen and has ended.
   std::optional<std::int32_t> leftBehindBy = std::nullopt;

@@ -9,7 +9,7 @@
 #include "scanner/vorda_process.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
-#include "ui/family_view.h"
+#include "ui/family_rows.h"
 #include "ui/memory_lines.h"
 #include "ui/name_limits.h"
 
@@ -98,7 +98,7 @@ Alert forceQuit(std::int32_t pid) {
   return forceQuit("process", pid, "");
 }
 
-Alert endFamily(const FamilyView& family, bool force) {
+Alert endFamily(const ShownFamily& family, bool force) {
   constexpr std::size_t kMostNamed = 20;
   std::string names;
   std::string furtherPids;

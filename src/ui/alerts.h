@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-struct FamilyView;
+struct ShownFamily;
 struct VordaLaunchAgent;
 struct VordaProcess;
 
@@ -69,7 +69,7 @@ Alert forceQuit(std::int32_t pid);
 
 /// The question before all of a family that are the user's own are ended, which names them; the
 /// first button does it.
-Alert endFamily(const FamilyView& family, bool force);
+Alert endFamily(const ShownFamily& family, bool force);
 
 /// All that is known of a process; of its command line the first 800 characters, and
 /// a line that says so where there are more.

@@ -8,7 +8,7 @@
 #include "control/process_terminator.h"
 #include "platform/processes.h"
 #include "ui/alerts.h"
-#include "ui/family_view.h"
+#include "ui/family_rows.h"
 #include "ui/refresh_times.h"
 #include "ui/status_bar_controller.h"
 
@@ -26,7 +26,7 @@ bool stillRuns(const ProcessReference& process) {
 }
 
 /// The members that are the user's own, the head first.
-std::vector<ProcessReference> ownMembers(const FamilyView& family) {
+std::vector<ProcessReference> ownMembers(const ShownFamily& family) {
   std::vector<ProcessReference> members;
   for (const VordaProcess* member : family.members) {
     if (!member->isProtected) members.push_back({member->pid, member->identity});
@@ -61,8 +61,8 @@ void StatusBarController::endFamily(Sender sender, bool force) {
   Alert question;
   {
     // The sample may be another when the question is answered.
-    const FamilyViews families = this->families();
-    const FamilyView* family = families.headedBy(*head);
+    const ShownFamilies families = this->families();
+    const ShownFamily* family = families.headedBy(*head);
     if (family == nullptr) return refresh();  // it has ended
     ending.name = family->name;
     ending.members = ownMembers(*family);
@@ -97,7 +97,7 @@ void StatusBarController::killRestOfFamily(FamilyEnding& ending, std::int32_t he
   std::set<std::int32_t> heads{head};
   for (const ProcessReference& member : ending.members) heads.insert(member.pid);
   std::set<std::int32_t> ofOthers;
-  const FamilyViews families = this->families();
+  const ShownFamilies families = this->families();
   for (const auto& [otherHead, family] : families.all()) {
     if (heads.contains(otherHead)) continue;
     for (const VordaProcess* member : family.members) ofOthers.insert(member->pid);
@@ -108,8 +108,8 @@ void StatusBarController::killRestOfFamily(FamilyEnding& ending, std::int32_t he
 }
 
 void StatusBarController::noteNewcomers(FamilyEnding& ending, std::int32_t head) const {
-  const FamilyViews families = this->families();
-  const FamilyView* const family = families.headedBy(head);
+  const ShownFamilies families = this->families();
+  const ShownFamily* const family = families.headedBy(head);
   if (family == nullptr) return;
   for (const ProcessReference& member : ownMembers(*family)) {
     const auto isMember = [&member](const auto& list) {

@@ -16,7 +16,7 @@ std::string wordsFor(const MemoryCulprit& culprit) {
 
 }  // namespace
 
-MemoryWarning memoryWarning(const MemoryAlarm::Warning& warning,
+MemoryWarning memoryWarning(const MemoryWarningRule::Warning& warning,
                             const SystemMemory::Snapshot& sys) {
   constexpr double kMBInGB = 1024;
   MemoryWarning said;

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "scanner/system_memory.h"
-#include "ui/memory_alarm.h"
+#include "ui/memory_warning_rule.h"
 
 /// What the user is told, without having asked, when memory is short.
 struct MemoryWarning {
@@ -17,4 +17,5 @@ struct MemoryWarning {
 };
 
 /// The words for it.
-MemoryWarning memoryWarning(const MemoryAlarm::Warning& warning, const SystemMemory::Snapshot& sys);
+MemoryWarning memoryWarning(const MemoryWarningRule::Warning& warning,
+                            const SystemMemory::Snapshot& sys);

@@ -16,10 +16,10 @@ void StatusBarController::watchMemory() {
   if (!sys_.availableGB) return;
   const double now = secondsNow();
   lookAtMemory(now);
-  if (const auto found = memoryAlarm_.sampled(now, processes_, menuIsOpen_)) {
+  if (const auto found = memoryWarningRule_.sampled(now, processes_, menuIsOpen_)) {
     memoryWarning_ = memoryWarning(*found, sys_);
     frontEnd_.setWarning(memoryWarning_);
-  } else if (memoryWarning_ && memoryAlarm_.isOver(now)) {
+  } else if (memoryWarning_ && memoryWarningRule_.isOver(now)) {
     memoryWarning_.reset();
     frontEnd_.setWarning(std::nullopt);
   }
@@ -27,7 +27,7 @@ void StatusBarController::watchMemory() {
 }
 
 void StatusBarController::lookAtMemory(double now) {
-  memoryAlarm_.look({now, *sys_.availableGB, sys_.totalGB, sys_.stalls});
+  memoryWarningRule_.look({now, *sys_.availableGB, sys_.totalGB, sys_.stalls});
 }
 
 /// Between two refreshes it looks at the memory alone, which costs next to nothing, and only while
@@ -35,15 +35,15 @@ void StatusBarController::lookAtMemory(double now) {
 void StatusBarController::lookAgainInTime() {
   if (memoryLook_) memoryLook_->cancel();
   memoryLook_.reset();
-  if (memoryAlarm_.nextLook() >= waits_.refresh) return;
-  memoryLook_ = frontEnd_.after(memoryAlarm_.nextLook(), [weakSelf = std::weak_ptr(self_)] {
+  if (memoryWarningRule_.nextLook() >= waits_.refresh) return;
+  memoryLook_ = frontEnd_.after(memoryWarningRule_.nextLook(), [weakSelf = std::weak_ptr(self_)] {
     const auto self = weakSelf.lock();
     if (!self) return;
     StatusBarController& controller = **self;
     controller.sys_ = SystemMemory::snapshot();
     if (!controller.sys_.availableGB) return;
     controller.lookAtMemory(secondsNow());
-    if (controller.memoryAlarm_.trouble()) {
+    if (controller.memoryWarningRule_.trouble()) {
       controller.refresh();  // to see who it is
     } else {
       controller.lookAgainInTime();

@@ -123,8 +123,8 @@ void addSummary(Items& items, const MenuContent& content, const ProcessList& byS
 
 /// How much memory the row is about that stands for the process, in MiB. `folded`: the families
 /// that have one row each; nullptr where each process has its own.
-double memoryOfRow(const VordaProcess& process, const FamilyViews* folded) {
-  const FamilyView* const family = folded == nullptr ? nullptr : folded->of(process);
+double memoryOfRow(const VordaProcess& process, const ShownFamilies* folded) {
+  const ShownFamily* const family = folded == nullptr ? nullptr : folded->of(process);
   return family == nullptr ? process.memMB : family->memMB;
 }
 
@@ -158,9 +158,9 @@ class Rows {
   /// The first process of each row.
   ProcessList firstOfEach(ProcessList list) const {
     if (!foldsFamilies_) return list;
-    std::set<const FamilyView*> seen;
+    std::set<const ShownFamily*> seen;
     std::erase_if(list, [&](const auto* process) {
-      const FamilyView* const family = families_.of(*process);
+      const ShownFamily* const family = families_.of(*process);
       return family != nullptr && !seen.insert(family).second;
     });
     return list;
@@ -175,7 +175,7 @@ class Rows {
 
   bool foldsFamilies_;
   const UnfinishedQuits* quits_;
-  FamilyViews families_;
+  ShownFamilies families_;
   FamilyItems familyItems_;
 };
 
@@ -316,11 +316,11 @@ std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& pro
                                             const MenuArrangement& arrangement,
                                             std::span<const std::int32_t> more) {
   const SortBy sortBy = arrangement.sortBy;
-  std::optional<FamilyViews> families;
+  std::optional<ShownFamilies> families;
   if (arrangement.foldsFamilies) {
     families.emplace(processes, unlistedMembers, MenuContent::kNoProcesses);
   }
-  const FamilyViews* const folded = families ? &*families : nullptr;
+  const ShownFamilies* const folded = families ? &*families : nullptr;
   inOrder_.clear();
   for (const VordaProcess& process : processes) inOrder_.push_back(&process);
   // Like the stable sorts of a menu, which would allocate.
@@ -339,8 +339,8 @@ std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& pro
     return isAnybodys ? processes.size() : limitOf(headers, usual, &arrangement);
   };
   struct Section {
-    std::size_t left = 0;                  ///< rows that it may still have
-    std::set<const FamilyView*> families;  ///< those that have one
+    std::size_t left = 0;                   ///< rows that it may still have
+    std::set<const ShownFamily*> families;  ///< those that have one
   };
   Section top{limit(kTopHeaders, MenuLimits::kMaxTopRAM), {}};
   std::array<Section, kRoles> ofRoles;
@@ -348,7 +348,7 @@ std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& pro
     ofRoles.at(static_cast<std::size_t>(role)).left = limit({&header, 1}, MenuLimits::kMaxAI);
   }
   const auto isIn = [folded](Section& section, const VordaProcess& process) {
-    const FamilyView* const family = folded == nullptr ? nullptr : folded->of(process);
+    const ShownFamily* const family = folded == nullptr ? nullptr : folded->of(process);
     if (family != nullptr && section.families.contains(family)) return true;
     if (section.left == 0) return false;
     --section.left;

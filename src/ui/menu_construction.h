@@ -11,7 +11,7 @@
 #include "scanner/gpu_sample.h"
 #include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
-#include "ui/family_view.h"
+#include "ui/family_rows.h"
 #include "ui/menu.h"
 #include "ui/menu_arrangement.h"
 #include "ui/strip_segments.h"

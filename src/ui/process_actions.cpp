@@ -9,7 +9,7 @@
 #include "scanner/memory_format.h"
 #include "ui/alerts.h"
 #include "ui/fair_share_inquiry.h"
-#include "ui/family_view.h"
+#include "ui/family_rows.h"
 #include "ui/refresh_times.h"
 #include "ui/status_bar_controller.h"
 
@@ -125,8 +125,8 @@ void StatusBarController::showDetails(Sender sender) {
 /// The processes of its family, itself included; empty where it has none.
 std::vector<ProcessReference> StatusBarController::ownMembersOf(const VordaProcess& process) const {
   std::vector<ProcessReference> members;
-  const FamilyViews families = this->families();
-  const FamilyView* const family = families.of(process);
+  const ShownFamilies families = this->families();
+  const ShownFamily* const family = families.of(process);
   if (family == nullptr) return members;
   for (const VordaProcess* member : family->members) {
     if (!member->isProtected) members.push_back({member->pid, member->identity});

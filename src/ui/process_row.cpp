@@ -2,7 +2,7 @@
 
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
-#include "ui/family_view.h"
+#include "ui/family_rows.h"
 #include "ui/memory_lines.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"

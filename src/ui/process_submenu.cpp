@@ -5,7 +5,7 @@
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
-#include "ui/family_view.h"
+#include "ui/family_rows.h"
 #include "ui/memory_lines.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"

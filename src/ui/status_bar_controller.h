@@ -17,9 +17,9 @@
 #include "scanner/vorda_process.h"
 #include "ui/alerts.h"
 #include "ui/content_digest.h"
-#include "ui/family_view.h"
+#include "ui/family_rows.h"
 #include "ui/front_end.h"
-#include "ui/memory_alarm.h"
+#include "ui/memory_warning_rule.h"
 #include "ui/memory_warning_text.h"
 #include "ui/menu.h"
 #include "ui/menu_construction.h"
@@ -57,7 +57,7 @@ class StatusBarController : public MenuDelegate {
   }
   const GpuSample& gpus() const { return gpus_; }
   /// Those of the sample; valid until the next one.
-  FamilyViews families() const { return {processes_, scan_.unlistedMembers(), gpus_.unlisted}; }
+  ShownFamilies families() const { return {processes_, scan_.unlistedMembers(), gpus_.unlisted}; }
   ///@}
   /// Whether the front end has reported that its menu has opened, and not yet that it has closed.
   bool menuIsOpen() const { return menuIsOpen_; }
@@ -181,7 +181,7 @@ class StatusBarController : public MenuDelegate {
   MenuArrangement arrangement_;
   std::vector<std::shared_ptr<ScheduledWork>> postQuitWorkItems_;
   UnfinishedQuits unfinishedQuits_;
-  MemoryAlarm memoryAlarm_;
+  MemoryWarningRule memoryWarningRule_;
   std::optional<MemoryWarning> memoryWarning_;  ///< the last, until it is over
   std::shared_ptr<ScheduledWork> memoryLook_;   ///< between two refreshes
   std::string notice_;                          ///< what the front end was last told

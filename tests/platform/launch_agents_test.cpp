@@ -11,8 +11,8 @@
 #include <thread>
 
 #include "platform/linux/file_reader.h"
-#include "platform/linux/loaded_launch_agents.h"
-#include "platform/linux/service_operation.h"
+#include "platform/linux/systemd_operation.h"
+#include "platform/linux/systemd_services.h"
 #include "platform/processes.h"
 #include "tools/child_process.h"
 #include "tools/scoped_variable.h"
@@ -73,7 +73,7 @@ class LaunchAgents : public testing::Test {
 
   UserManagerRig rig_;
   /// On a busy machine the usual budget may be too small.
-  platform::LoadedLaunchAgentsReader reader_{{.budget = 60s}};
+  platform::SystemdServices reader_{{.budget = 60s}};
 };
 
 TEST_F(LaunchAgents, StartRunAndStop) {
@@ -197,9 +197,9 @@ TEST_F(LaunchAgents, AreFoundWithoutTheVariables) {
   const ScopedVariable folder("XDG_RUNTIME_DIR", nullptr);
   const ScopedVariable address("DBUS_SESSION_BUS_ADDRESS", nullptr);
   const auto sockets = [&] { return platform::userBusSockets(runtime.path()); };
-  platform::ServiceOperation operation(platform::ServiceOperation::Verb::start, "ollama", sockets);
+  platform::SystemdOperation operation(platform::SystemdOperation::Verb::start, "ollama", sockets);
   EXPECT_EQ(end([&] { return operation.poll(); }).status, 0);
-  platform::LoadedLaunchAgentsReader reader({.budget = 60s, .sockets = sockets});
+  platform::SystemdServices reader({.budget = 60s, .sockets = sockets});
   const auto answer = reader.read(platform::launchAgentFiles());
   ASSERT_TRUE(answer);
   EXPECT_THAT(answer->loaded, Contains(Key("ollama")));
@@ -228,8 +228,8 @@ TEST_F(LaunchAgents, AManagerThatHangsIsLeftAloneForAWhile) {
   rig_.addService("ollama", playing({"ollama"}));
   ASSERT_EQ(start("ollama").status, 0);
   const auto files = platform::launchAgentFiles();
-  platform::LoadedLaunchAgentsReader patient({.budget = 500ms, .rest = 3600s});
-  platform::LoadedLaunchAgentsReader late({.budget = 100ms, .rest = 3600s});
+  platform::SystemdServices patient({.budget = 500ms, .rest = 3600s});
+  platform::SystemdServices late({.budget = 100ms, .rest = 3600s});
   for (int i = 0; i < 6000 && !patient.read(files); ++i) std::this_thread::sleep_for(10ms);
   const auto before = patient.read(files);
   ASSERT_TRUE(before);
@@ -251,14 +251,13 @@ class WithoutManager : public testing::Test {
  protected:
   void expectNothingKnown() const {
     const LaunchAgentFile file{.label = "ollama", .path = "/nonexistent/ollama.service"};
-    platform::LoadedLaunchAgentsReader reader(
-        {.budget = 100ms, .sockets = [this] { return sockets(); }});
+    platform::SystemdServices reader({.budget = 100ms, .sockets = [this] { return sockets(); }});
     EXPECT_FALSE(reader.read(std::span(&file, 1)));
   }
   void expectFailures() const {
-    using Verb = platform::ServiceOperation::Verb;
+    using Verb = platform::SystemdOperation::Verb;
     for (const auto verb : {Verb::stop, Verb::start}) {
-      platform::ServiceOperation operation(verb, "ollama", [this] { return sockets(); });
+      platform::SystemdOperation operation(verb, "ollama", [this] { return sockets(); });
       const auto reply = end([&] { return operation.poll(); });
       EXPECT_NE(reply.status, 0);
       EXPECT_THAT(reply.errorText, Not(IsEmpty()));
@@ -292,7 +291,7 @@ TEST_F(WithoutManager, ABusThatNeverGreetsIsNotWaitedFor) {
   const auto begin = std::chrono::steady_clock::now();
   expectNothingKnown();
   {
-    platform::ServiceOperation operation(platform::ServiceOperation::Verb::stop, "ollama",
+    platform::SystemdOperation operation(platform::SystemdOperation::Verb::stop, "ollama",
                                          [this] { return sockets(); });
     for (int i = 0; i < 10; ++i) EXPECT_FALSE(operation.poll());
   }

@@ -51,9 +51,9 @@ QtFrontEnd::QtFrontEnd(NamedBus bus, std::vector<SettingsView::Line> settings)
   makeMenusAccessible();
   // The program goes on without a window; only terminate() ends it.
   QApplication::setQuitOnLastWindowClosed(false);
-  connect(&presence_, &TrayPresence::menuRequested, this, [this] { togglePopup({}); });
-  connect(&presence_, &TrayPresence::settingsRequested, this, &QtFrontEnd::showSettings);
-  connect(&presence_, &TrayPresence::placeLost, this, &QtFrontEnd::cancelTracking);
+  connect(&presence_, &IconOrWindow::menuRequested, this, [this] { togglePopup({}); });
+  connect(&presence_, &IconOrWindow::settingsRequested, this, &QtFrontEnd::showSettings);
+  connect(&presence_, &IconOrWindow::placeLost, this, &QtFrontEnd::cancelTracking);
   connect(qApp, &QGuiApplication::primaryScreenChanged, this, &QtFrontEnd::noteScreen);
   noteScreen();
   connect(&kdeColors_, &KdeColorsWatch::changed, this, &QtFrontEnd::showColors);
@@ -105,11 +105,11 @@ void QtFrontEnd::attach(NamedBus bus) {
   connect(&connection_->notifications, &Notifications::chosen, this, &QtFrontEnd::openWarned,
           Qt::QueuedConnection);
   connect(&connection_->notifications, &Notifications::tokenProvided, &presence_,
-          &TrayPresence::setActivationToken);
+          &IconOrWindow::setActivationToken);
   connect(&connection_->icon, &StatusNotifierItem::activated, this, &QtFrontEnd::togglePopup,
           Qt::QueuedConnection);
   connect(&connection_->icon, &StatusNotifierItem::tokenProvided, &presence_,
-          &TrayPresence::setActivationToken);
+          &IconOrWindow::setActivationToken);
   connect(&connection_->menu, &HostMenu::opening, this, [this] {
     if (popup_) popup_->close();
     tracking_.begin(MenuTracking::Shown::hostMenu);

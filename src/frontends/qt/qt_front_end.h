@@ -13,9 +13,9 @@
 #include "frontends/qt/appearance.h"
 #include "frontends/qt/bus/tray_connection.h"
 #include "frontends/qt/exported_menu.h"
+#include "frontends/qt/icon_or_window.h"
 #include "frontends/qt/kde_colors.h"
 #include "frontends/qt/settings_window.h"
-#include "frontends/qt/tray_presence.h"
 #include "ui/front_end.h"
 #include "ui/settings_layout.h"
 
@@ -101,7 +101,7 @@ class QtFrontEnd : public QObject, public FrontEnd {
   std::unique_ptr<TrayConnection> connection_;
   KdeColorsWatch kdeColors_;
   Appearance appearance_;  // as the portal said last
-  TrayPresence presence_;
+  IconOrWindow presence_;
   QPointer<PopupMenu> popup_;
   bool popupIsApart_ = false;  // it shows `apart`, not menu_
   bool needsAttention_ = false;

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "frontends/terminal/curses_colors.h"
-#include "frontends/terminal/held_errors.h"
+#include "frontends/terminal/held_stderr.h"
 #include "frontends/terminal/screen.h"
 #include "frontends/terminal/signal_pipe.h"
 #include "frontends/terminal/terminal_rescue.h"
@@ -49,7 +49,7 @@ class CursesScreen : public Screen {
   void repaint();
 
   SignalPipe signals_;  // made before curses starts, which then leaves signals alone
-  HeldErrors errors_;
+  HeldStderr errors_;
   Look look_;
   std::optional<CursesColors> colors_;
   std::optional<TerminalRescue> rescue_;

@@ -58,7 +58,7 @@ Input TerminalFrontEnd::clickedKey(const Input& input) const {
 
 /// Whether the input may take effect. Shows a hint when it may not and the user may wonder why.
 bool TerminalFrontEnd::counts(const Input& input) {
-  using Verdict = ChoiceGuard::Verdict;
+  using Verdict = InputGuard::Verdict;
   const Verdict verdict = guard_.judge(input, screen_.now());
   if (view_.isTyping() && alert_ == nullptr && input.kind != Input::Kind::click) {
     // Words choose nothing. The line ends of a paste are left out.

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "frontends/terminal/alert_view.h"
-#include "frontends/terminal/choice_guard.h"
+#include "frontends/terminal/input_guard.h"
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/menu_view.h"
 #include "frontends/terminal/screen.h"
@@ -69,7 +69,7 @@ class TerminalFrontEnd : public FrontEnd {
   Screen& screen_;
   double hintSeconds_;
   WorkQueue work_;
-  ChoiceGuard guard_;
+  InputGuard guard_;
   MenuView view_;
   AlertView* alert_ = nullptr;  ///< the one that is open, if any
   MenuDelegate* delegate_ = nullptr;

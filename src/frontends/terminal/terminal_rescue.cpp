@@ -7,7 +7,7 @@
 #include <csignal>
 #include <cstddef>
 
-#include "frontends/terminal/held_errors.h"
+#include "frontends/terminal/held_stderr.h"
 
 namespace terminal {
 namespace {
@@ -35,7 +35,7 @@ void rescue(int signal) {
     [[maybe_unused]] const auto written =
         write(state.terminal, state.reset.data(), state.resetLength);
     tcsetattr(state.terminal, TCSANOW, &state.modes);
-    releaseHeldErrors();
+    releaseHeldStderr();
   }
   sigaction(signal, &state.previous[static_cast<std::size_t>(signal)], nullptr);
   raise(signal);

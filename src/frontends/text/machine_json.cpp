@@ -161,7 +161,7 @@ void addGpus(text::JsonWriter& json, const GpuSample* gpus) {
   json.endArray();
 }
 
-void addFamilies(text::JsonWriter& json, const FamilyViews* families) {
+void addFamilies(text::JsonWriter& json, const ShownFamilies* families) {
   json.key("families").beginArray();
   if (families != nullptr) {
     for (const auto& [head, family] : families->all()) {

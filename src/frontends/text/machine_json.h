@@ -10,7 +10,7 @@
 #include "scanner/gpu_sample.h"
 #include "scanner/system_memory.h"
 #include "scanner/vorda_process.h"
-#include "ui/family_view.h"
+#include "ui/family_rows.h"
 
 /// All that a sample found out about the machine.
 struct MachineSample {
@@ -21,7 +21,7 @@ struct MachineSample {
   std::span<const VordaProcess> processes;         ///< in the scan's order
   std::span<const VordaLaunchAgent> launchAgents;  ///< those of interest
   const GpuSample* gpus = nullptr;                 ///< nullptr for none
-  const FamilyViews* families = nullptr;           ///< nullptr for none
+  const ShownFamilies* families = nullptr;         ///< nullptr for none
 };
 
 /// The sample as one JSON object on one line, ended by "\n", in ASCII. docs/json.md says what each

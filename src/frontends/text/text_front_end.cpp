@@ -62,7 +62,7 @@ int runText(CharacterSet characters, std::FILE* out) {
 
 int runJson(std::string_view version, std::FILE* out) {
   const Sampled sampled;
-  const FamilyViews families = sampled.controller.families();
+  const ShownFamilies families = sampled.controller.families();
   const std::string json = machineJson({.version = version,
                                         .time = std::time(nullptr),
                                         .processClock = platform::processClock(),

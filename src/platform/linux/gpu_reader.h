@@ -8,7 +8,7 @@
 
 #include "platform/gpus.h"
 #include "platform/linux/drm_cards.h"
-#include "platform/linux/drm_clients.h"
+#include "platform/linux/drm_process_memory.h"
 #include "platform/linux/file_tree.h"
 #include "platform/linux/gpu_helper.h"
 #include "platform/linux/procfs.h"
@@ -22,7 +22,7 @@ class GpuReader {
 
   struct Options {
     GpuHelper::Options helper;
-    DrmClients::Options clients;
+    DrmProcessMemory::Options clients;
     /// findNvidiaLibrary(); asked again after a minute where it finds none.
     std::function<std::string()> library;
     std::function<Clock::time_point()> now = Clock::now;
@@ -69,7 +69,7 @@ class GpuReader {
   Pace kernelPace_;
   Pace clientsPace_;
   std::vector<DrmCard> cards_;
-  DrmClients clients_;
+  DrmProcessMemory clients_;
   /// What kfd told of one process.
   struct KfdUse {
     std::int32_t pid = 0;

@@ -131,7 +131,7 @@ TEST(MachineJson, TellsWhoBelongsTogether) {
   helper.memMB = 2;
   const std::vector<VordaProcess> processes{head};
   const std::vector<VordaProcess> unlisted{helper};
-  const FamilyViews families(processes, unlisted, {});
+  const ShownFamilies families(processes, unlisted, {});
   EXPECT_THAT(
       machineJson(
           {.version = "1.2.3", .time = kTime, .processes = processes, .families = &families}),

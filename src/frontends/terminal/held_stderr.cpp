@@ -1,4 +1,4 @@
-#include "frontends/terminal/held_errors.h"
+#include "frontends/terminal/held_stderr.h"
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -27,7 +27,7 @@ int boundedFile() {
 
 }  // namespace
 
-HeldErrors::HeldErrors() {
+HeldStderr::HeldStderr() {
   if (isatty(STDERR_FILENO) == 0) return;
   const int file = boundedFile();
   if (file < 0) return;
@@ -36,11 +36,11 @@ HeldErrors::HeldErrors() {
   close(file);
 }
 
-HeldErrors::~HeldErrors() {
-  releaseHeldErrors();
+HeldStderr::~HeldStderr() {
+  releaseHeldStderr();
 }
 
-void releaseHeldErrors() {
+void releaseHeldStderr() {
   if (ordinaryErrors < 0) return;
   const off_t length = lseek(STDERR_FILENO, 0, SEEK_CUR);
   std::array<char, 1024> buffer{};

@@ -1,4 +1,4 @@
-#include "frontends/qt/presence_choice.h"
+#include "frontends/qt/icon_or_window_choice.h"
 
 #include <gtest/gtest.h>
 

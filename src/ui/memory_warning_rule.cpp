@@ -1,4 +1,4 @@
-#include "ui/memory_alarm.h"
+#include "ui/memory_warning_rule.h"
 
 #include <algorithm>
 #include <functional>
@@ -24,7 +24,7 @@ std::int32_t workOf(const VordaProcess& process) {
 
 }  // namespace
 
-void MemoryAlarm::look(const Look& look) {
+void MemoryWarningRule::look(const Look& look) {
   followTrend(look);
   followStalls(look);
   availableGB_ = look.availableGB;
@@ -35,7 +35,7 @@ void MemoryAlarm::look(const Look& look) {
   if (trouble_) lastTrouble_ = look.time;
 }
 
-void MemoryAlarm::followTrend(const Look& look) {
+void MemoryWarningRule::followTrend(const Look& look) {
   const bool isNew = !last_ || look.totalGB != last_->totalGB || look.time - last_->time > kSoon;
   if (isNew) {
     falls_ = 0;
@@ -53,7 +53,7 @@ void MemoryAlarm::followTrend(const Look& look) {
   last_ = look;
 }
 
-void MemoryAlarm::followStalls(const Look& look) {
+void MemoryWarningRule::followStalls(const Look& look) {
   const bool isMuch =
       look.stalls && (look.stalls->some >= kManyStalls || look.stalls->full >= kManyFullStalls);
   // After a long gap, such as a night's sleep, an earlier look says nothing of the time between.
@@ -66,13 +66,12 @@ void MemoryAlarm::followStalls(const Look& look) {
   stallsAskedAt_ = look.time;
 }
 
-bool MemoryAlarm::isOver(double time) const {
+bool MemoryWarningRule::isOver(double time) const {
   return !trouble_ && (!lastTrouble_ || time - *lastTrouble_ >= kOverAfter);
 }
 
-std::optional<MemoryAlarm::Warning> MemoryAlarm::sampled(double time,
-                                                         const std::vector<VordaProcess>& processes,
-                                                         bool menuIsOpen) {
+std::optional<MemoryWarningRule::Warning> MemoryWarningRule::sampled(
+    double time, const std::vector<VordaProcess>& processes, bool menuIsOpen) {
   std::optional<Warning> warning;
   if (trouble_ && !menuIsOpen) {
     auto found = culprit(time, processes);
@@ -82,7 +81,7 @@ std::optional<MemoryAlarm::Warning> MemoryAlarm::sampled(double time,
   return warning;
 }
 
-void MemoryAlarm::remember(double time, const std::vector<VordaProcess>& processes) {
+void MemoryWarningRule::remember(double time, const std::vector<VordaProcess>& processes) {
   std::vector<Held> held;  // in the memory of one that goes
   while (!samples_.empty() && time - samples_.front().time > kSoon) {
     held = std::move(samples_.front().processes);
@@ -99,7 +98,7 @@ void MemoryAlarm::remember(double time, const std::vector<VordaProcess>& process
 }
 
 /// 0 for a process that was not listed, because it was small or not there.
-double MemoryAlarm::heldBefore(const Sample& sample, const VordaProcess& process) {
+double MemoryWarningRule::heldBefore(const Sample& sample, const VordaProcess& process) {
   const auto found = std::ranges::lower_bound(sample.processes, process.pid, {}, &Held::pid);
   const bool isThere = found != sample.processes.end() && found->pid == process.pid &&
                        found->identity == process.identity;
@@ -108,7 +107,7 @@ double MemoryAlarm::heldBefore(const Sample& sample, const VordaProcess& process
 
 /// Who has grown most within the last minute, alone or with its family, if that explains a good
 /// part of what is gone; else the largest.
-std::optional<MemoryCulprit> MemoryAlarm::culprit(
+std::optional<MemoryCulprit> MemoryWarningRule::culprit(
     double time, const std::vector<VordaProcess>& processes) const {
   if (processes.empty()) return std::nullopt;
   const auto said = [](const VordaProcess& process, double grownMB, double seconds) {
@@ -143,7 +142,7 @@ std::optional<MemoryCulprit> MemoryAlarm::culprit(
 }
 
 /// Whether there may be a warning of this culprit now; if so it counts as given.
-bool MemoryAlarm::mayWarn(double time, const std::optional<MemoryCulprit>& culprit) {
+bool MemoryWarningRule::mayWarn(double time, const std::optional<MemoryCulprit>& culprit) {
   std::erase_if(given_, [time](const Given& given) { return time - given.time >= kHour; });
   const auto cause = culprit ? std::optional(culprit->process) : std::nullopt;
   const bool isRepeated = std::ranges::any_of(given_, [&](const Given& given) {

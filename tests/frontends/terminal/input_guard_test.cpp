@@ -1,4 +1,4 @@
-#include "frontends/terminal/choice_guard.h"
+#include "frontends/terminal/input_guard.h"
 
 #include <gtest/gtest.h>
 
@@ -9,15 +9,15 @@
 
 #include "fakes/row_name.h"
 
-using terminal::ChoiceGuard;
 using terminal::Input;
+using terminal::InputGuard;
 using terminal::Target;
 using terminal::Targets;
 
 namespace {
 
 using Kind = Input::Kind;
-using Verdict = ChoiceGuard::Verdict;
+using Verdict = InputGuard::Verdict;
 
 constexpr int kLine = 3;
 
@@ -73,7 +73,7 @@ class WatchedKeys {
   }
 
  private:
-  ChoiceGuard guard_;
+  InputGuard guard_;
   double now_ = 1000;
 };
 
@@ -290,7 +290,7 @@ struct PasteRow {
 class Pastes : public testing::TestWithParam<PasteRow> {};
 
 TEST_P(Pastes, AreTaken) {
-  ChoiceGuard guard;
+  InputGuard guard;
   std::string taken;
   double now = 100;
   for (Input input : GetParam().inputs) {
@@ -329,7 +329,7 @@ INSTANTIATE_TEST_SUITE_P(
     rowName<PasteRow>);
 
 TEST(PasteWithoutAnEnd, IsOverWhenNothingHasComeForAWhile) {
-  ChoiceGuard guard;
+  InputGuard guard;
   const auto isPastedAt = [&](Kind kind, double when) {
     return guard.judge({.kind = kind, .came = when}, when) == Verdict::pasted;
   };

@@ -1,4 +1,4 @@
-#include "frontends/qt/tray_presence.h"
+#include "frontends/qt/icon_or_window.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -11,7 +11,7 @@
 #include "frontends/qt/qt_text.h"
 #include "frontends/qt/wayland/menu_surface.h"
 
-TrayPresence::TrayPresence() {
+IconOrWindow::IconOrWindow() {
   facts_.embeddingTray = embeddingTray_.trayIsThere();
   // Handled later, because in the middle of an event windows must not be destroyed.
   connect(
@@ -29,15 +29,15 @@ TrayPresence::TrayPresence() {
   patience_.start(kPatience);
 }
 
-TrayPresence::~TrayPresence() = default;
+IconOrWindow::~IconOrWindow() = default;
 
-void TrayPresence::setHost(bool decided, bool showsIcon) {
+void IconOrWindow::setHost(bool decided, bool showsIcon) {
   facts_.hostDecided = decided;
   facts_.hostShowsIcon = showsIcon;
   update();
 }
 
-void TrayPresence::update() {
+void IconOrWindow::update() {
   const PresenceKind kind = choosePresence(facts_);
   if (kind == kind_) return;
   Q_EMIT placeLost();
@@ -57,41 +57,41 @@ void TrayPresence::update() {
   }
 }
 
-void TrayPresence::showEmbeddedIcon() {
+void IconOrWindow::showEmbeddedIcon() {
   embeddedIcon_ = std::make_unique<QSystemTrayIcon>(badgeIcon());
   embeddedIcon_->setToolTip(plainToolTip(toolTip_));
-  connect(embeddedIcon_.get(), &QSystemTrayIcon::activated, this, &TrayPresence::menuRequested);
+  connect(embeddedIcon_.get(), &QSystemTrayIcon::activated, this, &IconOrWindow::menuRequested);
   embeddedIcon_->show();
 }
 
-MenuWindow& TrayPresence::window() {
+MenuWindow& IconOrWindow::window() {
   if (window_) return *window_;
   window_ = std::make_unique<MenuWindow>();
   window_->setTitle(toQString(title_));
   window_->setToolTipText(toolTip_);
   window_->setStrip(strip_);
-  connect(window_.get(), &MenuWindow::menuRequested, this, &TrayPresence::menuRequested);
-  connect(window_.get(), &MenuWindow::settingsRequested, this, &TrayPresence::settingsRequested);
+  connect(window_.get(), &MenuWindow::menuRequested, this, &IconOrWindow::menuRequested);
+  connect(window_.get(), &MenuWindow::settingsRequested, this, &IconOrWindow::settingsRequested);
   return *window_;
 }
 
-void TrayPresence::setTitle(const std::string& title) {
+void IconOrWindow::setTitle(const std::string& title) {
   title_ = title;
   if (window_) window_->setTitle(toQString(title));
 }
 
-void TrayPresence::setToolTip(const std::string& toolTip) {
+void IconOrWindow::setToolTip(const std::string& toolTip) {
   toolTip_ = toolTip;
   if (embeddedIcon_) embeddedIcon_->setToolTip(plainToolTip(toolTip));
   if (window_) window_->setToolTipText(toolTip);
 }
 
-void TrayPresence::setStrip(std::shared_ptr<const MemoryPressureView> strip) {
+void IconOrWindow::setStrip(std::shared_ptr<const MemoryPressureView> strip) {
   strip_ = std::move(strip);
   if (window_) window_->setStrip(strip_);
 }
 
-void TrayPresence::providePlace(const OpenPopup& open, QPoint icon) {
+void IconOrWindow::providePlace(const OpenPopup& open, QPoint icon) {
   // A Wayland client can't place a menu without a window.
   if (kind_ != PresenceKind::window && !isOnWayland()) {
     open(nullptr, QCursor::pos());
@@ -100,7 +100,7 @@ void TrayPresence::providePlace(const OpenPopup& open, QPoint icon) {
   }
 }
 
-void TrayPresence::provideWindow(const OpenPopup& open, QPoint icon) {
+void IconOrWindow::provideWindow(const OpenPopup& open, QPoint icon) {
   window().setReplacesIcon(kind_ == PresenceKind::window);
   if (!window().isVisible()) window().showBeside(icon);
   if (!activationToken_.isEmpty()) {
@@ -113,7 +113,7 @@ void TrayPresence::provideWindow(const OpenPopup& open, QPoint icon) {
   window().whenExposed([this, open] { open(window_.get(), window_->menuPosition()); });
 }
 
-bool TrayPresence::bringBack() {
+bool IconOrWindow::bringBack() {
   if (kind_ != PresenceKind::window) return false;
   const bool wasAway = !window().isVisible();
   window().show();
@@ -123,10 +123,10 @@ bool TrayPresence::bringBack() {
   return wasAway;
 }
 
-void TrayPresence::askForAttention() {
+void IconOrWindow::askForAttention() {
   if (kind_ == PresenceKind::window) QApplication::alert(&window());
 }
 
-void TrayPresence::releasePlace() {
+void IconOrWindow::releasePlace() {
   if (window_ && kind_ != PresenceKind::window) window_->hide();
 }

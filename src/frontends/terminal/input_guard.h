@@ -50,7 +50,7 @@ Targets targetsOf(Size size, const MenuView& view, const MenuGeometry& geometry,
 /// and 300 ms or more after a letter, which may be part of a typed word. A key that chooses the
 /// selection counts only if the selection has not changed for 300 ms; a click, if the line under
 /// it has not. A key that is held down chooses once, and does not answer the alert that it opened.
-class ChoiceGuard {
+class InputGuard {
  public:
   /// Tells the guard what is on screen from now on.
   void shown(Targets targets, double now);

@@ -1,6 +1,6 @@
 // Asking which services are loaded, over a real message bus, of a manager that does what a test
 // says.
-#include "platform/linux/loaded_launch_agents.h"
+#include "platform/linux/systemd_services.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 using platform::LaunchAgentAnswer;
 using platform::LaunchAgentFile;
 using platform::LoadedLaunchAgents;
-using platform::LoadedLaunchAgentsReader;
+using platform::SystemdServices;
 using testing::ElementsAre;
 using testing::SizeIs;
 using Clock = std::chrono::steady_clock;
@@ -39,18 +39,16 @@ class LoadedLaunchAgentsOf : public testing::Test {
   }
 
   /// One that waits this long, and after that leaves the manager alone for as long.
-  LoadedLaunchAgentsReader reader(std::chrono::milliseconds budget,
-                                  std::chrono::seconds rest) const {
-    return LoadedLaunchAgentsReader(
-        {.budget = budget, .rest = rest, .sockets = [sockets = manager_.sockets()] {
-           return sockets;
-         }});
+  SystemdServices reader(std::chrono::milliseconds budget, std::chrono::seconds rest) const {
+    return SystemdServices({.budget = budget,
+                            .rest = rest,
+                            .sockets = [sockets = manager_.sockets()] { return sockets; }});
   }
-  LoadedLaunchAgentsReader patient() const { return reader(60s, kLong); }
-  LoadedLaunchAgentsReader hasty() const { return reader(50ms, kLong); }
+  SystemdServices patient() const { return reader(60s, kLong); }
+  SystemdServices hasty() const { return reader(50ms, kLong); }
 
   /// Reads on, until the late answer is there.
-  std::optional<LaunchAgentAnswer> readOn(LoadedLaunchAgentsReader& reader) const {
+  std::optional<LaunchAgentAnswer> readOn(SystemdServices& reader) const {
     const auto deadline = Clock::now() + 60s;
     while (Clock::now() < deadline) {
       if (auto answer = reader.read(files_)) return answer;
@@ -89,7 +87,7 @@ TEST_F(LoadedLaunchAgentsOf, APidIsToldOfTheTimeBeforeItWasAskedFor) {
 }
 
 TEST_F(LoadedLaunchAgentsOf, AllQuestionsHaveOneBudget) {
-  const LoadedLaunchAgentsReader::Options usual;
+  const SystemdServices::Options usual;
   EXPECT_EQ(usual.budget, 300ms);
   EXPECT_EQ(usual.rest, 60s);
 

@@ -1,4 +1,4 @@
-#include "ui/memory_alarm.h"
+#include "ui/memory_warning_rule.h"
 
 #include <gtest/gtest.h>
 
@@ -32,14 +32,14 @@ struct Trace {
 
   struct Warned {
     double time = 0;
-    MemoryAlarm::Warning warning;
+    MemoryWarningRule::Warning warning;
   };
   std::vector<Warned> warnings = {};
   int looks = 0;
 
   /// Until that time; the memory's end is the machine's.
   void run(double seconds) {
-    MemoryAlarm alarm;
+    MemoryWarningRule alarm;
     double next = 0;
     double refresh = 0;
     for (double time = 0; time <= seconds && availableGB(time) > 0; time = next) {
@@ -100,7 +100,7 @@ constexpr LeakRow kLeaks[] = {
 INSTANTIATE_TEST_SUITE_P(Table, Leak, testing::ValuesIn(kLeaks), rowName<LeakRow>);
 
 /// Memory is filled at a disk's pace to 80 %, held, and given back.
-TEST(MemoryAlarm, TwentyLoadingsOfModelsThatFitGiveNoWarning) {
+TEST(MemoryWarningRule, TwentyLoadingsOfModelsThatFitGiveNoWarning) {
   std::mt19937 random(7);
   std::uniform_real_distribution<double> part(0, 1);
   for (const double totalGB : {8.0, 24.0, 64.0, 512.0}) {
@@ -128,7 +128,7 @@ TEST(MemoryAlarm, TwentyLoadingsOfModelsThatFitGiveNoWarning) {
   }
 }
 
-TEST(MemoryAlarm, LittleMemoryThatStaysIsNoTrouble) {
+TEST(MemoryWarningRule, LittleMemoryThatStaysIsNoTrouble) {
   Trace trace;
   trace.availableGB = [](double time) { return 1 + 0.02 * std::sin(time); };
   trace.run(3600);
@@ -136,8 +136,8 @@ TEST(MemoryAlarm, LittleMemoryThatStaysIsNoTrouble) {
   EXPECT_LT(trace.looks, 800) << "looks that often all day long for nothing";
 }
 
-TEST(MemoryAlarm, LooksOftenOnlyWhileMemoryGoesFast) {
-  MemoryAlarm alarm;
+TEST(MemoryWarningRule, LooksOftenOnlyWhileMemoryGoesFast) {
+  MemoryWarningRule alarm;
   alarm.look({0, 20, 24});
   EXPECT_EQ(alarm.nextLook(), 5);
   alarm.look({5, 18, 24});  // 45 seconds are left
@@ -148,8 +148,8 @@ TEST(MemoryAlarm, LooksOftenOnlyWhileMemoryGoesFast) {
   EXPECT_EQ(alarm.nextLook(), 5);
 }
 
-TEST(MemoryAlarm, NeedsThreeFallsInARow) {
-  MemoryAlarm alarm;
+TEST(MemoryWarningRule, NeedsThreeFallsInARow) {
+  MemoryWarningRule alarm;
   for (const auto& [time, available] :
        {std::pair{0, 3.4}, {5, 3.0}, {10, 2.6}, {15, 2.7}, {20, 2.3}, {25, 1.9}}) {
     alarm.look({static_cast<double>(time), available, 24});
@@ -159,20 +159,21 @@ TEST(MemoryAlarm, NeedsThreeFallsInARow) {
   EXPECT_EQ(alarm.trouble(), MemoryTrouble::runsOut);
 }
 
-TEST(MemoryAlarm, LooksThatComeTooSoonAreNoFalls) {
-  MemoryAlarm alarm;
+TEST(MemoryWarningRule, LooksThatComeTooSoonAreNoFalls) {
+  MemoryWarningRule alarm;
   alarm.look({0, 3, 24});
   for (int i = 1; i < 20; ++i) alarm.look({i * 0.01, 3 - i * 0.01, 24});
   EXPECT_FALSE(alarm.trouble());
 }
 
-TEST(MemoryAlarm, AMemoryOfAnotherSizeOrALongSleepBeginsAnew) {
+TEST(MemoryWarningRule, AMemoryOfAnotherSizeOrALongSleepBeginsAnew) {
   for (const bool sleeps : {true, false}) {
-    MemoryAlarm alarm;
+    MemoryWarningRule alarm;
     alarm.look({0, 3, 24});
     alarm.look({5, 2.5, 24});
     alarm.look({10, 2, 24});
-    alarm.look(sleeps ? MemoryAlarm::Look{100, 0.5, 24} : MemoryAlarm::Look{15, 1.5, 23});
+    alarm.look(sleeps ? MemoryWarningRule::Look{100, 0.5, 24}
+                      : MemoryWarningRule::Look{15, 1.5, 23});
     EXPECT_FALSE(alarm.trouble());
     EXPECT_EQ(alarm.nextLook(), 5);
   }
@@ -208,15 +209,15 @@ constexpr StallRow kStalls[] = {
 
 INSTANTIATE_TEST_SUITE_P(Table, StallsFor, testing::ValuesIn(kStalls), rowName<StallRow>);
 
-TEST(MemoryAlarm, WhereStallsAreNotToldTheyAreNone) {
+TEST(MemoryWarningRule, WhereStallsAreNotToldTheyAreNone) {
   Trace trace;
   trace.stalls = [](double) { return std::nullopt; };
   trace.run(600);
   EXPECT_TRUE(trace.warnings.empty());
 }
 
-TEST(MemoryAlarm, StallsThatNobodySawForLongBeginAnew) {
-  MemoryAlarm alarm;
+TEST(MemoryWarningRule, StallsThatNobodySawForLongBeginAnew) {
+  MemoryWarningRule alarm;
   alarm.look({0, 12, 24, Stalls{50, 0}});
   alarm.look({3600, 12, 24, Stalls{50, 0}});
   EXPECT_FALSE(alarm.trouble());
@@ -232,7 +233,7 @@ Trace stalling(const std::function<int(double)>& culprit) {
   return trace;
 }
 
-TEST(MemoryAlarm, OfOneCulpritWarnsOnceInTenMinutes) {
+TEST(MemoryWarningRule, OfOneCulpritWarnsOnceInTenMinutes) {
   Trace trace = stalling([](double) { return 7; });
   trace.run(614);
   EXPECT_EQ(trace.warnings.size(), 1U);
@@ -241,7 +242,7 @@ TEST(MemoryAlarm, OfOneCulpritWarnsOnceInTenMinutes) {
   EXPECT_EQ(trace.warnings.size(), 2U);
 }
 
-TEST(MemoryAlarm, NeverWarnsMoreThanThreeTimesAnHour) {
+TEST(MemoryWarningRule, NeverWarnsMoreThanThreeTimesAnHour) {
   Trace trace = stalling([](double time) { return 1 + static_cast<int>(time / 20); });
   trace.run(3600);
   ASSERT_EQ(trace.warnings.size(), 3U);
@@ -251,7 +252,7 @@ TEST(MemoryAlarm, NeverWarnsMoreThanThreeTimesAnHour) {
   EXPECT_EQ(trace.warnings.size(), 6U);
 }
 
-TEST(MemoryAlarm, KeepsSilentWhileTheMenuIsOpenAndThenSaysIt) {
+TEST(MemoryWarningRule, KeepsSilentWhileTheMenuIsOpenAndThenSaysIt) {
   Trace trace = stalling([](double) { return 7; });
   trace.menuIsOpen = [](double time) { return time < 300; };
   trace.run(400);
@@ -259,8 +260,8 @@ TEST(MemoryAlarm, KeepsSilentWhileTheMenuIsOpenAndThenSaysIt) {
   EXPECT_EQ(trace.warnings.front().time, 300);
 }
 
-TEST(MemoryAlarm, IsOverAMinuteAfterTheTrouble) {
-  MemoryAlarm alarm;
+TEST(MemoryWarningRule, IsOverAMinuteAfterTheTrouble) {
+  MemoryWarningRule alarm;
   EXPECT_TRUE(alarm.isOver(0));
   for (int time = 0; time <= 15; time += 5) {
     alarm.look({static_cast<double>(time), 12, 24, Stalls{50, 0}});
@@ -274,7 +275,7 @@ TEST(MemoryAlarm, IsOverAMinuteAfterTheTrouble) {
 /// The culprit after 20 seconds in which 4 GB have gone; `before` and `after` are samples.
 MemoryCulprit culpritOf(const std::vector<VordaProcess>& before,
                         const std::vector<VordaProcess>& after) {
-  MemoryAlarm alarm;
+  MemoryWarningRule alarm;
   alarm.look({0, 6, 24, Stalls{50, 0}});
   alarm.sampled(0, before, false);
   alarm.look({20, 2, 24, Stalls{50, 0}});

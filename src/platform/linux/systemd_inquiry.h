@@ -30,10 +30,10 @@ struct LoadedServices {
 
 /// Asks the user's manager which services are loaded, and then for the main processes of those
 /// that have a file, the first 256 of them. At most 10,000 services are looked at.
-class ServiceInquiry {
+class SystemdInquiry {
  public:
   /// Begins it. `bus` outlives it.
-  explicit ServiceInquiry(UserBus& bus);
+  explicit SystemdInquiry(UserBus& bus);
 
   /// Handles what was answered and asks the next question. True when it is over.
   bool carryOn(std::span<const LaunchAgentFile> files);

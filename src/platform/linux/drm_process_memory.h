@@ -18,7 +18,7 @@ namespace platform {
 /// Finds out what processes hold of graphics cards, from the descriptors that they have open on
 /// them. Only the user's own processes show theirs. No file is opened but in fdinfo, and only for
 /// descriptors that are a card's.
-class DrmClients {
+class DrmProcessMemory {
  public:
   struct Options {
     /// Which device file an entry of a folder /proc/PID/fd stands for; none: none.
@@ -27,8 +27,8 @@ class DrmClients {
     std::size_t mostDescriptors = 8192;            ///< looked at in one call
     std::size_t mostDescriptorsOfAProcess = 4096;  ///< of one with more the rest is passed over
   };
-  explicit DrmClients(const ProcFs& proc);
-  DrmClients(const ProcFs& proc, Options options);
+  explicit DrmProcessMemory(const ProcFs& proc);
+  DrmProcessMemory(const ProcFs& proc, Options options);
 
   /// Looks at these processes; forgets all others. Those that were looked at longest ago come
   /// first; where they have too many descriptors together, of the rest what was found last

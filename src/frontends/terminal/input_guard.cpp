@@ -1,4 +1,4 @@
-#include "frontends/terminal/choice_guard.h"
+#include "frontends/terminal/input_guard.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -83,7 +83,7 @@ Targets targetsOf(Size size, const MenuView& view, const MenuGeometry& geometry,
   return targets;
 }
 
-void ChoiceGuard::shown(Targets targets, double now) {
+void InputGuard::shown(Targets targets, double now) {
   const bool resized = targets.size != targets_.size;
   if (resized || targets.selection != targets_.selection ||
       targets.selectionY != targets_.selectionY) {
@@ -98,7 +98,7 @@ void ChoiceGuard::shown(Targets targets, double now) {
   targets_ = std::move(targets);
 }
 
-ChoiceGuard::Verdict ChoiceGuard::judge(const Input& input, double now) {
+InputGuard::Verdict InputGuard::judge(const Input& input, double now) {
   const Verdict verdict = isPasted(input) ? Verdict::pasted : verdictOf(input);
   if (isKey(input.kind)) {
     // The key may have come long before it was read. Taking the later time is the strict choice:
@@ -110,7 +110,7 @@ ChoiceGuard::Verdict ChoiceGuard::judge(const Input& input, double now) {
   return verdict;
 }
 
-bool ChoiceGuard::isPasted(const Input& input) {
+bool InputGuard::isPasted(const Input& input) {
   const bool lost = input.came - lastInput_ > kPastePatience;
   const bool wasPasting = pasting_ && !lost;
   lastInput_ = std::max(lastInput_, input.came);
@@ -120,7 +120,7 @@ bool ChoiceGuard::isPasted(const Input& input) {
 }
 
 /// Kind::pasteBegin or Kind::pasteEnd if this input completes such a mark, else Kind::nothing.
-Kind ChoiceGuard::markEndingWith(const Input& input) {
+Kind InputGuard::markEndingWith(const Input& input) {
   if (input.kind == Kind::pasteBegin || input.kind == Kind::pasteEnd) return input.kind;
   if (input.kind == Kind::escape) {
     begunMark_ = kPasteBegins.front();
@@ -137,7 +137,7 @@ Kind ChoiceGuard::markEndingWith(const Input& input) {
   return Kind::nothing;
 }
 
-ChoiceGuard::Effect ChoiceGuard::effectOf(const Input& input) const {
+InputGuard::Effect InputGuard::effectOf(const Input& input) const {
   const bool inAlert = targets_.selection && targets_.selection->alert != nullptr;
   switch (input.kind) {
     case Kind::click:
@@ -156,7 +156,7 @@ ChoiceGuard::Effect ChoiceGuard::effectOf(const Input& input) const {
   }
 }
 
-ChoiceGuard::Verdict ChoiceGuard::verdictOf(const Input& input) const {
+InputGuard::Verdict InputGuard::verdictOf(const Input& input) const {
   switch (effectOf(input)) {
     case Effect::moves:
       return Verdict::counts;
@@ -174,7 +174,7 @@ ChoiceGuard::Verdict ChoiceGuard::verdictOf(const Input& input) const {
   return Verdict::counts;
 }
 
-ChoiceGuard::Verdict ChoiceGuard::verdictOfKey(const Input& input) const {
+InputGuard::Verdict InputGuard::verdictOfKey(const Input& input) const {
   const double pause = input.came - lastKey_;
   if (input.followed || pause < kBetweenKeys) return Verdict::ignored;
   const bool again = input.kind == lastKind_;

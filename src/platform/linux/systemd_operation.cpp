@@ -1,11 +1,11 @@
-#include "platform/linux/service_operation.h"
+#include "platform/linux/systemd_operation.h"
 
 #include <cerrno>
 #include <chrono>
 #include <string_view>
 #include <utility>
 
-#include "platform/linux/service_manager.h"
+#include "platform/linux/systemd_manager.h"
 #include "platform/linux/user_bus.h"
 
 namespace platform {
@@ -35,7 +35,7 @@ bool isSentBy(sd_bus_message* message, std::string_view name) {
 /// The conversation over one connection about one operation. Calls go to the unique name of the
 /// manager's connection, and only signals from it count: anybody could send a signal that a job
 /// has ended.
-class ServiceOperation::Talk {
+class SystemdOperation::Talk {
  public:
   Talk(std::unique_ptr<UserBus> bus, Verb verb, std::string unit)
       : bus_(std::move(bus)), verb_(verb), unit_(std::move(unit)) {
@@ -199,13 +199,13 @@ class ServiceOperation::Talk {
   BusSlot ownerChanged_;
 };
 
-ServiceOperation::ServiceOperation(Verb verb, const std::string& label,
+SystemdOperation::SystemdOperation(Verb verb, const std::string& label,
                                    std::function<std::vector<std::string>()> sockets)
     : verb_(verb), unit_(label + ".service"), sockets_(std::move(sockets)) {}
 
-ServiceOperation::~ServiceOperation() = default;
+SystemdOperation::~SystemdOperation() = default;
 
-std::optional<ServiceReply> ServiceOperation::poll() {
+std::optional<ServiceReply> SystemdOperation::poll() {
   if (reply_) return reply_;
   if (!talk_) {
     BusFailure failure;

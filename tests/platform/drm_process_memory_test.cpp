@@ -1,4 +1,4 @@
-#include "platform/linux/drm_clients.h"
+#include "platform/linux/drm_process_memory.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -14,7 +14,7 @@
 namespace {
 
 using platform::DrmCard;
-using platform::DrmClients;
+using platform::DrmProcessMemory;
 using platform::FileDescriptor;
 using platform::GpuUse;
 using platform::ProcFs;
@@ -56,7 +56,7 @@ class Clients : public testing::Test {
   }
 
   /// "4711 on 0: 8 KiB"
-  std::vector<std::string> uses(const DrmClients& clients) const {
+  std::vector<std::string> uses(const DrmProcessMemory& clients) const {
     std::vector<std::string> words;
     for (const GpuUse& use : clients.uses(cards_)) {
       words.push_back(std::to_string(use.pid) + " on " + std::to_string(use.device) + ": " +
@@ -64,12 +64,13 @@ class Clients : public testing::Test {
     }
     return words;
   }
-  std::vector<std::string> look(DrmClients& clients, const std::vector<std::int32_t>& pids) const {
+  std::vector<std::string> look(DrmProcessMemory& clients,
+                                const std::vector<std::int32_t>& pids) const {
     clients.look(cards_, pids);
     return uses(clients);
   }
 
-  DrmClients::Options options() {
+  DrmProcessMemory::Options options() {
     return {.deviceOf = [this](int folder, const char* name) { return deviceOf(folder, name); }};
   }
 
@@ -83,7 +84,7 @@ TEST_F(Clients, OfOneProcessAddUp) {
   open(4711, 3, 128, 1, 8);
   open(4711, 4, 128, 2, 16);
   open(4711, 5, 129, 1, 32);
-  DrmClients clients(proc_, options());
+  DrmProcessMemory clients(proc_, options());
   EXPECT_THAT(look(clients, {4711}), ElementsAre("4711 on 0: 24 KiB", "4711 on 1: 32 KiB"));
 }
 
@@ -91,7 +92,7 @@ TEST_F(Clients, CountOnceOverTheWholeMachine) {
   open(4711, 3, 128, 7, 8);
   open(4711, 4, 128, 7, 8);  // duplicated
   open(4700, 9, 128, 7, 8);  // passed on
-  DrmClients clients(proc_, options());
+  DrmProcessMemory clients(proc_, options());
   EXPECT_THAT(look(clients, {4711, 4700}), ElementsAre("4700 on 0: 8 KiB"));
 }
 
@@ -99,14 +100,14 @@ TEST_F(Clients, WithoutANumberAllCount) {
   for (const int fd : {3, 4}) {
     open(4711, fd, "226:128", "drm-driver: amdgpu\ndrm-memory-vram: 8 KiB\n");
   }
-  DrmClients clients(proc_, options());
+  DrmProcessMemory clients(proc_, options());
   EXPECT_THAT(look(clients, {4711}), ElementsAre("4711 on 0: 16 KiB"));
 }
 
 TEST_F(Clients, AreLookedForOnlyWhereSomebodyWantsToKnow) {
   open(4711, 3, 128, 1, 8);
   open(4712, 3, 128, 2, 8);
-  DrmClients clients(proc_, options());
+  DrmProcessMemory clients(proc_, options());
   EXPECT_THAT(look(clients, {4712}), ElementsAre("4712 on 0: 8 KiB"));
   EXPECT_EQ(looks_, 1);
   EXPECT_THAT(look(clients, {4711}), ElementsAre("4711 on 0: 8 KiB"));
@@ -116,13 +117,13 @@ TEST_F(Clients, ReadNothingOfOtherFiles) {
   open(4711, 3, "file", "drm-driver: amdgpu\ndrm-memory-vram: 8 KiB\n");
   open(4711, 4, "1:3", "drm-driver: amdgpu\ndrm-memory-vram: 8 KiB\n");
   open(4711, 5, "226:250", "drm-driver: amdgpu\ndrm-memory-vram: 8 KiB\n");
-  DrmClients clients(proc_, options());
+  DrmProcessMemory clients(proc_, options());
   EXPECT_THAT(look(clients, {4711}), IsEmpty());
 }
 
 TEST_F(Clients, OfProcessesThatAreGoneAreNone) {
   open(4711, 3, 128, 1, 8);
-  DrmClients clients(proc_, options());
+  DrmProcessMemory clients(proc_, options());
   look(clients, {4711});
   std::filesystem::remove_all(folder_ / "4711");
   EXPECT_THAT(look(clients, {4711, 4712}), IsEmpty());
@@ -130,7 +131,7 @@ TEST_F(Clients, OfProcessesThatAreGoneAreNone) {
 
 TEST_F(Clients, AreNotLookedForWithoutACard) {
   open(4711, 3, 128, 1, 8);
-  DrmClients clients(proc_, options());
+  DrmProcessMemory clients(proc_, options());
   cards_.clear();
   EXPECT_THAT(look(clients, {4711}), IsEmpty());
   EXPECT_EQ(looks_, 0);
@@ -138,7 +139,7 @@ TEST_F(Clients, AreNotLookedForWithoutACard) {
 
 TEST_F(Clients, AreNotLookedForOnCardsThatOnlyShowAPicture) {
   open(4711, 3, 128, 1, 8);
-  DrmClients clients(proc_, options());
+  DrmProcessMemory clients(proc_, options());
   cards_ = {card(kFirstCard, 128)};
   cards_[0].computes = false;
   EXPECT_THAT(look(clients, {4711}), IsEmpty());
@@ -148,7 +149,7 @@ TEST_F(Clients, AreNotLookedForOnCardsThatOnlyShowAPicture) {
 TEST_F(Clients, OnACardThatFellAsleepStayAsTheyWere) {
   open(4711, 3, 128, 1, 8);
   open(4711, 4, 129, 2, 16);
-  DrmClients clients(proc_, options());
+  DrmProcessMemory clients(proc_, options());
   look(clients, {4711});
   open(4711, 3, 128, 1, 9);
   open(4711, 4, 129, 2, 17);
@@ -163,7 +164,7 @@ TEST_F(Clients, OnACardThatFellAsleepStayAsTheyWere) {
 
 TEST_F(Clients, OnACardWithoutMemoryAreLookedForOnce) {
   open(4711, 3, "226:128", "drm-driver: i915\ndrm-resident-system0: 8 KiB\n");
-  DrmClients clients(proc_, options());
+  DrmProcessMemory clients(proc_, options());
   cards_ = {card(kFirstCard, 128)};
   EXPECT_THAT(look(clients, {4711}), IsEmpty());
   EXPECT_EQ(looks_, 1);
@@ -178,7 +179,7 @@ TEST_F(Clients, BeyondTheBoundHaveTheirTurnNext) {
   }
   auto bounded = options();
   bounded.mostDescriptors = 2;
-  DrmClients clients(proc_, bounded);
+  DrmProcessMemory clients(proc_, bounded);
   const std::vector<std::int32_t> all{1, 2, 3};
   EXPECT_THAT(look(clients, all), ElementsAre("1 on 0: 16 KiB"));
   EXPECT_THAT(look(clients, all), ElementsAre("1 on 0: 16 KiB", "2 on 0: 16 KiB"));
@@ -191,13 +192,13 @@ TEST_F(Clients, OfOneProcessAreBounded) {
   for (int fd = 3; fd < 23; ++fd) open(4711, fd, 128, fd, 1);
   auto bounded = options();
   bounded.mostDescriptorsOfAProcess = 5;
-  DrmClients clients(proc_, bounded);
+  DrmProcessMemory clients(proc_, bounded);
   EXPECT_THAT(look(clients, {4711}), ElementsAre("4711 on 0: 5 KiB"));
 }
 
 TEST_F(Clients, SayWhenTheyWereLookedAt) {
   open(4711, 3, 128, 1, 8);
-  DrmClients clients(proc_, options());
+  DrmProcessMemory clients(proc_, options());
   const auto before = platform::processClock();
   look(clients, {4711});
   const auto uses = clients.uses(cards_);
@@ -211,14 +212,14 @@ TEST(RealDescriptors, AreToldApartByTheirDevice) {
   const FileDescriptor null(open("/dev/null", O_RDONLY | O_CLOEXEC));
   std::vector<DrmCard> cards{card(kFirstCard, 128)};
   cards[0].nodes = {{1, 3}};
-  DrmClients clients(platform::systemProc());
+  DrmProcessMemory clients(platform::systemProc());
   clients.look(cards, std::vector<std::int32_t>{getpid()});
   // The kernel's files of cards have a number of their own; this one is none, whoever lists it.
   EXPECT_THAT(clients.uses(cards), IsEmpty());
 }
 
 TEST(RealDescriptors, OfOthersAreNoError) {
-  DrmClients clients(platform::systemProc());
+  DrmProcessMemory clients(platform::systemProc());
   const std::vector<DrmCard> cards{card(kFirstCard, 128)};
   clients.look(cards, std::vector<std::int32_t>{1, 2147483647});
   EXPECT_THAT(clients.uses(cards), IsEmpty());

@@ -1,4 +1,4 @@
-#include "frontends/terminal/held_errors.h"
+#include "frontends/terminal/held_stderr.h"
 
 #include <gtest/gtest.h>
 #include <termios.h>
@@ -13,10 +13,10 @@
 
 namespace {
 
-TEST(HeldErrors, AreShownAtTheEnd) {
+TEST(HeldStderr, AreShownAtTheEnd) {
   const TerminalRemains remains = remainsOf([](const termios&) {
     {
-      const terminal::HeldErrors held;
+      const terminal::HeldStderr held;
       dprintf(2, "error;");
       dprintf(1, "picture;");
     }
@@ -25,9 +25,9 @@ TEST(HeldErrors, AreShownAtTheEnd) {
   EXPECT_EQ(remains.bytes, "picture;error;later");
 }
 
-TEST(HeldErrors, AreShownWhenTheProgramCrashes) {
+TEST(HeldStderr, AreShownWhenTheProgramCrashes) {
   const TerminalRemains remains = remainsOf([](const termios& ordinary) {
-    const terminal::HeldErrors held;
+    const terminal::HeldStderr held;
     terminal::TerminalRescue rescue(0, ordinary, "<reset>");
     rescue.arm();
     dprintf(2, "last words");
@@ -36,9 +36,9 @@ TEST(HeldErrors, AreShownWhenTheProgramCrashes) {
   EXPECT_EQ(remains.bytes, "<reset>last words");
 }
 
-TEST(HeldErrors, AreBounded) {
+TEST(HeldStderr, AreBounded) {
   const TerminalRemains remains = remainsOf([](const termios&) {
-    const terminal::HeldErrors held;
+    const terminal::HeldStderr held;
     const std::string kilobyte(1024, 'x');
     int kept = 0;
     while (kept < 200 && write(2, kilobyte.data(), kilobyte.size()) > 0) ++kept;

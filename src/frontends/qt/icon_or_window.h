@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "frontends/qt/presence_choice.h"
+#include "frontends/qt/icon_or_window_choice.h"
 #include "frontends/qt/x11/embedded_tray_watch.h"
 #include "ui/memory_pressure_view.h"
 
@@ -18,15 +18,15 @@ class QWidget;
 
 /// Makes sure that the program is always present on screen: by the icon in whatever tray there is,
 /// else by the small window.
-class TrayPresence : public QObject {
+class IconOrWindow : public QObject {
   Q_OBJECT
 
  public:
   /// How long a tray host may take to answer before the window is shown.
   static constexpr int kPatience = 1000;  // milliseconds
 
-  TrayPresence();
-  ~TrayPresence() override;
+  IconOrWindow();
+  ~IconOrWindow() override;
 
   /// Tells what is known about a tray host.
   void setHost(bool decided, bool showsIcon);

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/launch_agents.h"
-#include "platform/linux/service_inquiry.h"
+#include "platform/linux/systemd_inquiry.h"
 #include "platform/linux/user_bus_socket.h"
 
 namespace platform {
@@ -19,7 +19,7 @@ namespace platform {
 /// manager that takes longer is not asked again for a while, because every refresh would freeze
 /// the interface for the whole budget. Until then its last answer is used, and a late answer as
 /// soon as it arrives.
-class LoadedLaunchAgentsReader {
+class SystemdServices {
  public:
   struct Options {
     std::chrono::milliseconds budget{300};  ///< for all questions of one read together
@@ -27,8 +27,8 @@ class LoadedLaunchAgentsReader {
     /// Where the manager's bus may be.
     std::function<std::vector<std::string>()> sockets = [] { return userBusSockets(); };
   };
-  LoadedLaunchAgentsReader() = default;
-  explicit LoadedLaunchAgentsReader(Options options) : options_(std::move(options)) {}
+  SystemdServices() = default;
+  explicit SystemdServices(Options options) : options_(std::move(options)) {}
 
   /// None when there is no manager, or it can't be asked, or has never answered.
   std::optional<LaunchAgentAnswer> read(std::span<const LaunchAgentFile> files);
@@ -43,7 +43,7 @@ class LoadedLaunchAgentsReader {
   Options options_;
   Deadline restsUntil_;
   std::unique_ptr<UserBus> bus_;           ///< kept from one inquiry to the next
-  std::optional<ServiceInquiry> inquiry_;  ///< under way
+  std::optional<SystemdInquiry> inquiry_;  ///< under way
   std::optional<LoadedServices> last_;     ///< what the manager said last
 };
 

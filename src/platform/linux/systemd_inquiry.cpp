@@ -1,10 +1,10 @@
-#include "platform/linux/service_inquiry.h"
+#include "platform/linux/systemd_inquiry.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <set>
 
-#include "platform/linux/service_manager.h"
+#include "platform/linux/systemd_manager.h"
 #include "platform/processes.h"
 
 namespace platform {
@@ -42,13 +42,13 @@ LoadedLaunchAgents LoadedServices::launchAgentsOf(std::span<const LaunchAgentFil
   return loaded;
 }
 
-ServiceInquiry::ServiceInquiry(UserBus& bus)
+SystemdInquiry::SystemdInquiry(UserBus& bus)
     : bus_(bus),
       list_(bus, ServiceManager::kName, ServiceManager::kPath, ServiceManager::kInterface,
             "ListUnitsByPatterns", "asas", 4, "active", "activating", "reloading", "deactivating",
             1, "*.service") {}
 
-bool ServiceInquiry::carryOn(std::span<const LaunchAgentFile> files) {
+bool SystemdInquiry::carryOn(std::span<const LaunchAgentFile> files) {
   if (!list_.isAnswered()) return false;
   if (!listWasRead_) {
     listWasRead_ = true;
@@ -59,7 +59,7 @@ bool ServiceInquiry::carryOn(std::span<const LaunchAgentFile> files) {
   return answered_ == pids_.size();
 }
 
-bool ServiceInquiry::readList() {
+bool SystemdInquiry::readList() {
   sd_bus_message* list = list_.answer();
   if (list == nullptr ||
       sd_bus_message_enter_container(list, 'a', ServiceManager::kListedUnit) < 0) {
@@ -78,7 +78,7 @@ bool ServiceInquiry::readList() {
   return true;
 }
 
-void ServiceInquiry::askForPids(std::span<const LaunchAgentFile> files) {
+void SystemdInquiry::askForPids(std::span<const LaunchAgentFile> files) {
   services_.askedAt = processClock();
   for (const auto& [unit, object] : objects_) services_.pids.try_emplace(unit, std::nullopt);
   std::set<std::string_view> asked;
@@ -93,7 +93,7 @@ void ServiceInquiry::askForPids(std::span<const LaunchAgentFile> files) {
   }
 }
 
-std::optional<LoadedServices> ServiceInquiry::takeAnswer() {
+std::optional<LoadedServices> SystemdInquiry::takeAnswer() {
   if (failed_) return std::nullopt;
   for (const auto& [unit, call] : pids_) {
     if (isFromNobody(call->failure())) return std::nullopt;

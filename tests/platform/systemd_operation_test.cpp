@@ -1,5 +1,5 @@
 // Stopping and starting, over a real message bus, with a manager that does what a test says.
-#include "platform/linux/service_operation.h"
+#include "platform/linux/systemd_operation.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,13 +17,13 @@
 namespace {
 
 using namespace std::chrono_literals;
-using platform::ServiceOperation;
 using platform::ServiceReply;
+using platform::SystemdOperation;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
-using Verb = ServiceOperation::Verb;
+using Verb = SystemdOperation::Verb;
 using Clock = std::chrono::steady_clock;
 
 class ServiceOperations : public testing::Test {
@@ -33,12 +33,12 @@ class ServiceOperations : public testing::Test {
     manager_.setUnit("ollama", {.pid = 7});
   }
 
-  ServiceOperation operation(Verb verb, const std::string& label = "ollama") const {
+  SystemdOperation operation(Verb verb, const std::string& label = "ollama") const {
     return {verb, label, [sockets = manager_.sockets()] { return sockets; }};
   }
 
   /// Until it has ended.
-  static ServiceReply end(ServiceOperation& operation) {
+  static ServiceReply end(SystemdOperation& operation) {
     const auto deadline = Clock::now() + 60s;
     while (Clock::now() < deadline) {
       if (const auto reply = operation.poll()) return *reply;
@@ -49,7 +49,7 @@ class ServiceOperations : public testing::Test {
   }
 
   /// Until the manager was asked this.
-  void order(ServiceOperation& operation, const std::string& call) {
+  void order(SystemdOperation& operation, const std::string& call) {
     const auto deadline = Clock::now() + 60s;
     while (Clock::now() < deadline) {
       ASSERT_EQ(operation.poll(), std::nullopt);
@@ -61,7 +61,7 @@ class ServiceOperations : public testing::Test {
   }
 
   /// For long enough to hear what was said before.
-  static void expectToGoOn(ServiceOperation& operation) {
+  static void expectToGoOn(SystemdOperation& operation) {
     for (int i = 0; i < 50; ++i) {
       ASSERT_EQ(operation.poll(), std::nullopt);
       std::this_thread::sleep_for(1ms);
@@ -110,7 +110,7 @@ class ServiceOperationResults : public ServiceOperations,
 TEST_P(ServiceOperationResults, AreTheManagersWord) {
   for (const auto& [verb, call] : {std::pair{Verb::start, "StartUnit ollama.service"},
                                    {Verb::stop, "StopUnit ollama.service"}}) {
-    ServiceOperation one = operation(verb);
+    SystemdOperation one = operation(verb);
     order(one, call);
     expectToGoOn(one);
     manager_.endJob(GetParam().result);
@@ -133,7 +133,7 @@ INSTANTIATE_TEST_SUITE_P(Table, ServiceOperationResults,
                          rowName<ResultRow>);
 
 TEST_F(ServiceOperations, DoNotEndWithAnother) {
-  ServiceOperation one = operation(Verb::start);
+  SystemdOperation one = operation(Verb::start);
   order(one, "StartUnit ollama.service");
   manager_.endJob("failed", "/org/freedesktop/systemd1/job/77");
   manager_.endJob("failed", "/org/freedesktop/systemd1/job/11");
@@ -143,9 +143,9 @@ TEST_F(ServiceOperations, DoNotEndWithAnother) {
 }
 
 TEST_F(ServiceOperations, EndWhicheverWasOrderedFirst) {
-  ServiceOperation first = operation(Verb::start);
+  SystemdOperation first = operation(Verb::start);
   order(first, "StartUnit ollama.service");
-  ServiceOperation second = operation(Verb::stop);
+  SystemdOperation second = operation(Verb::stop);
   order(second, "StopUnit ollama.service");
   manager_.endJob("canceled", "/org/freedesktop/systemd1/job/1");
   EXPECT_NE(end(first).status, 0);
@@ -155,7 +155,7 @@ TEST_F(ServiceOperations, EndWhicheverWasOrderedFirst) {
 }
 
 TEST_F(ServiceOperations, EndByNobodyElsesWord) {
-  ServiceOperation one = operation(Verb::stop);
+  SystemdOperation one = operation(Verb::stop);
   order(one, "StopUnit ollama.service");
   manager_.endJobAsStranger("done");
   manager_.goAsStranger();
@@ -166,7 +166,7 @@ TEST_F(ServiceOperations, EndByNobodyElsesWord) {
 
 TEST_F(ServiceOperations, AreHeardInAFlood) {
   constexpr int kOthers = 5'000;
-  ServiceOperation one = operation(Verb::start);
+  SystemdOperation one = operation(Verb::start);
   order(one, "StartUnit ollama.service");
   expectToGoOn(one);  // the answer was heard
   manager_.endOtherJobs(kOthers);
@@ -178,18 +178,18 @@ TEST_F(ServiceOperations, ThatAreRefusedSayWhy) {
   for (const char* error :
        {"org.freedesktop.systemd1.NoSuchUnit", "org.freedesktop.DBus.Error.AccessDenied"}) {
     manager_.refuseOrders(error, "Not this one.");
-    ServiceOperation one = operation(Verb::start);
+    SystemdOperation one = operation(Verb::start);
     const ServiceReply reply = end(one);
     EXPECT_NE(reply.status, 0);
     EXPECT_EQ(reply.errorText, "Not this one.");
   }
-  ServiceOperation stop = operation(Verb::stop);
+  SystemdOperation stop = operation(Verb::stop);
   EXPECT_EQ(end(stop).errorText, "Not this one.") << "it is active and may not be stopped";
 }
 
 TEST_F(ServiceOperations, StoppingWhatIsGoneMeanwhileCouldNotFindIt) {
   manager_.refuseOrders("org.freedesktop.systemd1.NoSuchUnit", "Unit ollama.service not loaded.");
-  ServiceOperation one = operation(Verb::stop);
+  SystemdOperation one = operation(Verb::stop);
   EXPECT_THAT(end(one).errorText, HasSubstr("Could not find"));
 }
 
@@ -197,33 +197,33 @@ TEST_F(ServiceOperations, StoppingWhatIsNotActiveCouldNotFindIt) {
   manager_.setUnit("idle", {.activeState = "inactive"});
   manager_.setUnit("broken", {.activeState = "failed"});
   for (const char* label : {"idle", "broken", "unknown"}) {
-    ServiceOperation one = operation(Verb::stop, label);
+    SystemdOperation one = operation(Verb::stop, label);
     EXPECT_THAT(end(one).errorText, HasSubstr("Could not find")) << label;
   }
   EXPECT_THAT(manager_.calls(), Not(Contains(HasSubstr("StopUnit"))));
 }
 
 TEST_F(ServiceOperations, StartNothingWhenTheyAreMade) {
-  const ServiceOperation one = operation(Verb::start);
+  const SystemdOperation one = operation(Verb::start);
   EXPECT_THAT(manager_.calls(), ElementsAre());
 }
 
 TEST_F(ServiceOperations, OrderOnce) {
-  ServiceOperation one = operation(Verb::start);
+  SystemdOperation one = operation(Verb::start);
   order(one, "StartUnit ollama.service");
   expectToGoOn(one);
   EXPECT_THAT(manager_.calls(), ElementsAre("Subscribe", "StartUnit ollama.service"));
 }
 
 TEST_F(ServiceOperations, EndWhenTheManagerLeaves) {
-  ServiceOperation taken = operation(Verb::stop);
+  SystemdOperation taken = operation(Verb::stop);
   order(taken, "StopUnit ollama.service");
   expectToGoOn(taken);
   manager_.hold();
-  ServiceOperation notTaken = operation(Verb::start);
+  SystemdOperation notTaken = operation(Verb::start);
   order(notTaken, "Subscribe");
   manager_.disconnect();
-  for (ServiceOperation* one : {&taken, &notTaken}) {
+  for (SystemdOperation* one : {&taken, &notTaken}) {
     const ServiceReply reply = end(*one);
     EXPECT_NE(reply.status, 0);
     EXPECT_THAT(reply.errorText, Not(HasSubstr("Could not find")));
@@ -231,7 +231,7 @@ TEST_F(ServiceOperations, EndWhenTheManagerLeaves) {
 }
 
 TEST_F(ServiceOperations, EndWhenTheBusIsGone) {
-  ServiceOperation one = operation(Verb::stop);
+  SystemdOperation one = operation(Verb::stop);
   order(one, "StopUnit ollama.service");
   expectToGoOn(one);
   ASSERT_EQ(kill(manager_.bus(), SIGKILL), 0);
@@ -241,7 +241,7 @@ TEST_F(ServiceOperations, EndWhenTheBusIsGone) {
 TEST_F(ServiceOperations, WithoutAManagerFail) {
   manager_.disconnect();
   for (const Verb verb : {Verb::stop, Verb::start}) {
-    ServiceOperation one = operation(verb);
+    SystemdOperation one = operation(verb);
     const ServiceReply reply = end(one);
     EXPECT_NE(reply.status, 0);
     EXPECT_THAT(reply.errorText, Not(HasSubstr("Could not find")));
@@ -251,7 +251,7 @@ TEST_F(ServiceOperations, WithoutAManagerFail) {
 TEST_F(ServiceOperations, OfAManagerThatTalksNonsenseFail) {
   manager_.talkNonsense();
   for (const Verb verb : {Verb::stop, Verb::start}) {
-    ServiceOperation one = operation(verb);
+    SystemdOperation one = operation(verb);
     EXPECT_NE(end(one).status, 0);
   }
 }
@@ -260,7 +260,7 @@ TEST_F(ServiceOperations, OfAManagerThatHangsGoOnAndAreForgottenAtOnce) {
   manager_.hold();
   const auto begin = Clock::now();
   {
-    ServiceOperation one = operation(Verb::stop);
+    SystemdOperation one = operation(Verb::stop);
     expectToGoOn(one);
   }
   EXPECT_LT(Clock::now() - begin, 20s) << "no look waits";
@@ -268,7 +268,7 @@ TEST_F(ServiceOperations, OfAManagerThatHangsGoOnAndAreForgottenAtOnce) {
 
 TEST_F(ServiceOperations, OfAManagerThatHungAreDoneWhenItGoesOn) {
   manager_.hold();
-  ServiceOperation one = operation(Verb::stop);
+  SystemdOperation one = operation(Verb::stop);
   expectToGoOn(one);
   manager_.release();
   order(one, "StopUnit ollama.service");
@@ -279,7 +279,7 @@ TEST_F(ServiceOperations, OfAManagerThatHungAreDoneWhenItGoesOn) {
 TEST(ServiceOperationsWithoutABus, Fail) {
   for (const std::vector<std::string>& sockets :
        {std::vector<std::string>{}, {"/nonexistent/bus"}}) {
-    ServiceOperation one(Verb::stop, "ollama", [sockets] { return sockets; });
+    SystemdOperation one(Verb::stop, "ollama", [sockets] { return sockets; });
     const auto reply = one.poll();
     ASSERT_TRUE(reply);
     EXPECT_NE(reply->status, 0);

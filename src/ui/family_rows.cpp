@@ -1,4 +1,4 @@
-#include "ui/family_view.h"
+#include "ui/family_rows.h"
 
 #include <algorithm>
 
@@ -16,7 +16,7 @@ using MenuBuilders::named;
 using MenuBuilders::separator;
 
 /// "Runs as 13 processes  ·  up to 1.9 GB", until it is known how much the user's own of them hold.
-MenuItem memoryLine(const FamilyView& family, std::size_t own) {
+MenuItem memoryLine(const ShownFamily& family, std::size_t own) {
   const std::size_t all = family.members.size();
   LiveTitle live{
       .beginning = "Runs as " + std::to_string(all) + " processes" + MenuBuilders::kSeparator,
@@ -31,7 +31,7 @@ MenuItem memoryLine(const FamilyView& family, std::size_t own) {
 }
 
 /// The head, then the largest first.
-void sortMembers(FamilyView& family) {
+void sortMembers(ShownFamily& family) {
   std::ranges::stable_sort(family.members, [&family](const auto* a, const auto* b) {
     const bool aIsHead = a->pid == family.head;
     const bool bIsHead = b->pid == family.head;
@@ -41,7 +41,7 @@ void sortMembers(FamilyView& family) {
 
 }  // namespace
 
-const VordaProcess& FamilyView::main() const {
+const VordaProcess& ShownFamily::main() const {
   const VordaProcess& first = *members.front();
   if (first.labRole != LabRole::none) return first;
   const auto known = std::ranges::find_if(
@@ -49,13 +49,13 @@ const VordaProcess& FamilyView::main() const {
   return known == members.end() ? first : **known;
 }
 
-FamilyViews::FamilyViews(std::span<const VordaProcess> listed,
-                         std::span<const VordaProcess> unlisted,
-                         std::span<const VordaProcess> onlyOnGpus) {
+ShownFamilies::ShownFamilies(std::span<const VordaProcess> listed,
+                             std::span<const VordaProcess> unlisted,
+                             std::span<const VordaProcess> onlyOnGpus) {
   for (const auto list : {listed, unlisted, onlyOnGpus}) {
     for (const VordaProcess& process : list) {
       if (!process.family) continue;
-      FamilyView& family = families_[*process.family];
+      ShownFamily& family = families_[*process.family];
       family.head = *process.family;
       family.members.push_back(&process);
       family.memMB += process.memMB;
@@ -69,12 +69,12 @@ FamilyViews::FamilyViews(std::span<const VordaProcess> listed,
   }
 }
 
-const FamilyView* FamilyViews::headedBy(std::int32_t head) const {
+const ShownFamily* ShownFamilies::headedBy(std::int32_t head) const {
   const auto found = families_.find(head);
   return found == families_.end() ? nullptr : &found->second;
 }
 
-const FamilyView* FamilyViews::of(const VordaProcess& process) const {
+const ShownFamily* ShownFamilies::of(const VordaProcess& process) const {
   return process.family ? headedBy(*process.family) : nullptr;
 }
 
@@ -89,7 +89,7 @@ void setFairShares(LiveTitle& live, const FairShareInquiry::Shares& shares) {
 }
 
 const FamilyEntries* FamilyItems::of(const VordaProcess& process) {
-  const FamilyView* const family = families_.of(process);
+  const ShownFamily* const family = families_.of(process);
   if (family == nullptr) return nullptr;
   const auto [entries, isNew] = made_.try_emplace(family->head);
   if (isNew) entries->second = entriesOf(*family);
@@ -97,7 +97,7 @@ const FamilyEntries* FamilyItems::of(const VordaProcess& process) {
 }
 
 MenuItem FamilyItems::folded(const VordaProcess& process) {
-  const FamilyView* const family = families_.of(process);
+  const ShownFamily* const family = families_.of(process);
   if (family == nullptr) return makeRow_(process, nullptr);
   const VordaProcess& main = family->main();
   MenuItem row = makeRow_(main, of(main));
@@ -109,7 +109,7 @@ MenuItem FamilyItems::folded(const VordaProcess& process) {
   return row;
 }
 
-FamilyEntries FamilyItems::entriesOf(const FamilyView& family) const {
+FamilyEntries FamilyItems::entriesOf(const ShownFamily& family) const {
   const std::string count = std::to_string(family.members.size());
   std::vector<MenuItem> members;
   std::size_t own = 0;

@@ -27,7 +27,7 @@ struct MemoryCulprit {
 
 /// Decides when the user is warned of memory that runs out, and of whom. It knows no clock and asks
 /// nobody: looks and samples go in. All times are in seconds, on one clock that only goes forward.
-class MemoryAlarm {
+class MemoryWarningRule {
  public:
   static constexpr double kLeastAvailable = 0.15;  ///< of all memory; with less, its end counts
   static constexpr double kSoon = 60;              ///< gone within that time: its end is near

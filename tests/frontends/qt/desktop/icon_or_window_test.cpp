@@ -5,9 +5,9 @@
 
 namespace {
 
-using TrayPresence = TrayTest;
+using IconOrWindow = TrayTest;
 
-TEST_F(TrayPresence, HostGetsTheIcon) {
+TEST_F(IconOrWindow, HostGetsTheIcon) {
   startInTray();
   EXPECT_TRUE(host->isOwned(host->icon()));
   EXPECT_TRUE(host->toolTip().starts_with("Vorda"));
@@ -16,7 +16,7 @@ TEST_F(TrayPresence, HostGetsTheIcon) {
   EXPECT_FALSE(desktop.showsWindow(kWindow));
 }
 
-TEST_F(TrayPresence, HostThatNeverSaysThatItOpensTheMenuGetsAUsableOne) {
+TEST_F(IconOrWindow, HostThatNeverSaysThatItOpensTheMenuGetsAUsableOne) {
   startInTray();
   const HostItem menu = host->layout();
   EXPECT_TRUE(menu.children.front().label.ends_with("%"));
@@ -25,11 +25,11 @@ TEST_F(TrayPresence, HostThatNeverSaysThatItOpensTheMenuGetsAUsableOne) {
   EXPECT_NE(findItem(menu, "Quit Vorda"), nullptr);
 }
 
-TEST_F(TrayPresence, WithoutAHostTheWindowIsThere) {
+TEST_F(IconOrWindow, WithoutAHostTheWindowIsThere) {
   startWithoutTray();
 }
 
-TEST_F(TrayPresence, WindowThatAStartingWindowManagerMissedIsShownAllTheSame) {
+TEST_F(IconOrWindow, WindowThatAStartingWindowManagerMissedIsShownAllTheSame) {
   {
     StartingWindowManager manager(desktop.display());
     program = desktop.startProgram();
@@ -38,14 +38,14 @@ TEST_F(TrayPresence, WindowThatAStartingWindowManagerMissedIsShownAllTheSame) {
   EXPECT_TRUE(windowAppears(kWindow));
 }
 
-TEST_F(TrayPresence, HostThatComesLaterGetsTheIconAndTheWindowGoes) {
+TEST_F(IconOrWindow, HostThatComesLaterGetsTheIconAndTheWindowGoes) {
   startWithoutTray();
   host->appear();
   EXPECT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
   EXPECT_TRUE(windowGoes(kWindow));
 }
 
-TEST_F(TrayPresence, HostThatGoesGivesTheWindowBack) {
+TEST_F(IconOrWindow, HostThatGoesGivesTheWindowBack) {
   startInTray();
   host->disappear();
   EXPECT_TRUE(windowAppears(kWindow));
@@ -54,7 +54,7 @@ TEST_F(TrayPresence, HostThatGoesGivesTheWindowBack) {
   EXPECT_TRUE(windowGoes(kWindow));
 }
 
-TEST_F(TrayPresence, WatcherWithoutAHostIsNoTray) {
+TEST_F(IconOrWindow, WatcherWithoutAHostIsNoTray) {
   host->setHostRegistered(false);
   host->appear();
   startWithoutTray();
@@ -64,7 +64,7 @@ TEST_F(TrayPresence, WatcherWithoutAHostIsNoTray) {
   EXPECT_TRUE(windowGoes(kWindow));
 }
 
-TEST_F(TrayPresence, SecondWatcherTakesOver) {
+TEST_F(IconOrWindow, SecondWatcherTakesOver) {
   startInTray();
   TrayHost second(desktop.busAddress());
   second.appear();
@@ -73,7 +73,7 @@ TEST_F(TrayPresence, SecondWatcherTakesOver) {
   EXPECT_TRUE(second.eventually([this] { return !desktop.showsWindow(kWindow); }));
 }
 
-TEST_F(TrayPresence, WatcherThatNeverAnswersIsNotWaitedFor) {
+TEST_F(IconOrWindow, WatcherThatNeverAnswersIsNotWaitedFor) {
   host->appear();
   program = desktop.startProgram();
   // Nobody works off the watcher's calls meanwhile.
@@ -81,7 +81,7 @@ TEST_F(TrayPresence, WatcherThatNeverAnswersIsNotWaitedFor) {
   EXPECT_TRUE(windowGoes(kWindow));
 }
 
-TEST_F(TrayPresence, WindowOpensTheMenuAndSettings) {
+TEST_F(IconOrWindow, WindowOpensTheMenuAndSettings) {
   startWithoutTray();
   // Nobody manages windows here: a click gives the keyboard.
   desktop.clickInto(kWindow);
@@ -93,7 +93,7 @@ TEST_F(TrayPresence, WindowOpensTheMenuAndSettings) {
   EXPECT_TRUE(windowAppears(kSettings));
 }
 
-TEST_F(TrayPresence, SecondStartShowsSettingsAndEnds) {
+TEST_F(IconOrWindow, SecondStartShowsSettingsAndEnds) {
   startInTray();
   const std::string icon = host->icon();
   const auto second = desktop.startProgram();
@@ -113,14 +113,14 @@ TEST_F(TrayPresence, SecondStartShowsSettingsAndEnds) {
   EXPECT_EQ(program->poll(), std::nullopt);
 }
 
-TEST_F(TrayPresence, SettingsOpenAtOnceForTheActionOfTheDesktopEntry) {
+TEST_F(IconOrWindow, SettingsOpenAtOnceForTheActionOfTheDesktopEntry) {
   host->appear();
   program = desktop.startProgram({}, {"--settings"});
   EXPECT_TRUE(windowAppears(kSettings));
   EXPECT_TRUE(host->eventually([this] { return !host->icon().empty(); }));
 }
 
-TEST_F(TrayPresence, WindowThatWasPutAwayComesBackWithTheNextStart) {
+TEST_F(IconOrWindow, WindowThatWasPutAwayComesBackWithTheNextStart) {
   startWithoutTray();
   closeWindow(desktop.display(), kWindow);
   ASSERT_TRUE(windowGoes(kWindow));
@@ -134,7 +134,7 @@ TEST_F(TrayPresence, WindowThatWasPutAwayComesBackWithTheNextStart) {
   EXPECT_TRUE(desktop.showsWindow(kWindow));
 }
 
-TEST_F(TrayPresence, OnlySettingsAndWhatReplacesTheIconHaveAPlaceInTheTaskBar) {
+TEST_F(IconOrWindow, OnlySettingsAndWhatReplacesTheIconHaveAPlaceInTheTaskBar) {
   startWithoutTray();
   EXPECT_FALSE(keepsOffTaskbar(desktop.display(), kWindow));
   host->appear();
@@ -151,7 +151,7 @@ TEST_F(TrayPresence, OnlySettingsAndWhatReplacesTheIconHaveAPlaceInTheTaskBar) {
   EXPECT_FALSE(keepsOffTaskbar(desktop.display(), kSettings));
 }
 
-TEST_F(TrayPresence, QuitLeavesNothing) {
+TEST_F(IconOrWindow, QuitLeavesNothing) {
   startInTray();
   const std::string icon = host->icon();
   choose("Quit Vorda");
@@ -161,7 +161,7 @@ TEST_F(TrayPresence, QuitLeavesNothing) {
   EXPECT_EQ(program->errorOutput(), "");
 }
 
-TEST_F(TrayPresence, QuitDuringAnAlertEndsBoth) {
+TEST_F(IconOrWindow, QuitDuringAnAlertEndsBoth) {
   startInTray();
   choose("About Vorda");
   ASSERT_TRUE(windowAppears(kDialog));

@@ -1,4 +1,4 @@
-#include "platform/linux/drm_clients.h"
+#include "platform/linux/drm_process_memory.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -27,14 +27,14 @@ const DrmCard* cardOf(const std::vector<DrmCard>& cards, const DrmCard::Node& no
 
 }  // namespace
 
-DrmClients::DrmClients(const ProcFs& proc) : DrmClients(proc, Options{}) {}
+DrmProcessMemory::DrmProcessMemory(const ProcFs& proc) : DrmProcessMemory(proc, Options{}) {}
 
-DrmClients::DrmClients(const ProcFs& proc, Options options)
+DrmProcessMemory::DrmProcessMemory(const ProcFs& proc, Options options)
     : proc_(proc), options_(std::move(options)) {}
 
 /// What is asked can be answered without waiting for anybody, also of a file on a server that is
 /// gone: its type is known as long as it is open.
-std::optional<DrmCard::Node> DrmClients::deviceOfDescriptor(int folder, const char* name) {
+std::optional<DrmCard::Node> DrmProcessMemory::deviceOfDescriptor(int folder, const char* name) {
   struct statx status = {};
   constexpr int kFlags = AT_STATX_DONT_SYNC | AT_NO_AUTOMOUNT;
   if (statx(folder, name, kFlags, STATX_TYPE, &status) != 0 || !S_ISCHR(status.stx_mode)) {
@@ -43,16 +43,17 @@ std::optional<DrmCard::Node> DrmClients::deviceOfDescriptor(int folder, const ch
   return DrmCard::Node{status.stx_rdev_major, status.stx_rdev_minor};
 }
 
-void DrmClients::look(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids) {
+void DrmProcessMemory::look(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids) {
   look(cards, pids, [](const Process&) { return true; });
 }
 
-void DrmClients::lookAtNew(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids) {
+void DrmProcessMemory::lookAtNew(const std::vector<DrmCard>& cards,
+                                 std::span<const std::int32_t> pids) {
   look(cards, pids, [](const Process& process) { return process.askedAt == 0; });
 }
 
-void DrmClients::look(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids,
-                      bool (*isDue)(const Process&)) {
+void DrmProcessMemory::look(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids,
+                            bool (*isDue)(const Process&)) {
   std::vector<std::int32_t> wanted(pids.begin(), pids.end());
   std::sort(wanted.begin(), wanted.end());
   wanted.erase(std::unique(wanted.begin(), wanted.end()), wanted.end());
@@ -81,12 +82,12 @@ void DrmClients::look(const std::vector<DrmCard>& cards, std::span<const std::in
   }
 }
 
-bool DrmClients::isWanted(const DrmCard& card) const {
+bool DrmProcessMemory::isWanted(const DrmCard& card) const {
   return card.computes && !card.sleeps && !withoutMemory_.contains(card.id);
 }
 
 /// How many descriptors were looked at.
-std::size_t DrmClients::lookAt(Process& process, const std::vector<DrmCard>& cards) {
+std::size_t DrmProcessMemory::lookAt(Process& process, const std::vector<DrmCard>& cards) {
   const std::uint64_t now = processClock();
   process.askedAt = now;
   std::erase_if(process.clients, [&](const Client& client) {
@@ -123,7 +124,7 @@ std::size_t DrmClients::lookAt(Process& process, const std::vector<DrmCard>& car
   return count;
 }
 
-std::vector<GpuUse> DrmClients::uses(const std::vector<DrmCard>& cards) const {
+std::vector<GpuUse> DrmProcessMemory::uses(const std::vector<DrmCard>& cards) const {
   std::vector<const Process*> byPid;
   byPid.reserve(processes_.size());
   for (const Process& process : processes_) byPid.push_back(&process);

@@ -15,7 +15,7 @@
 #include "ui/menu.h"
 
 /// The processes of one piece of work, of which there are two at least.
-struct FamilyView {
+struct ShownFamily {
   std::int32_t head = 0;  ///< the pid of the process that began it, which may be nobody's row
   std::string name;       ///< what the work is called, made safe to show
   /// The one that began it first, where it is known, then the largest first. Points into the
@@ -28,23 +28,23 @@ struct FamilyView {
 };
 
 /// The families of a sample.
-class FamilyViews {
+class ShownFamilies {
  public:
   /// `unlisted`, `onlyOnGpus`: the members that are not in `listed`. All outlive it.
-  FamilyViews(std::span<const VordaProcess> listed, std::span<const VordaProcess> unlisted,
-              std::span<const VordaProcess> onlyOnGpus);
+  ShownFamilies(std::span<const VordaProcess> listed, std::span<const VordaProcess> unlisted,
+                std::span<const VordaProcess> onlyOnGpus);
 
   /// By the pid of the head, or of the process; nullptr for none.
   ///@{
-  const FamilyView* headedBy(std::int32_t head) const;
-  const FamilyView* of(const VordaProcess& process) const;
+  const ShownFamily* headedBy(std::int32_t head) const;
+  const ShownFamily* of(const VordaProcess& process) const;
   ///@}
 
   /// All, by the head's pid.
-  const std::map<std::int32_t, FamilyView>& all() const { return families_; }
+  const std::map<std::int32_t, ShownFamily>& all() const { return families_; }
 
  private:
-  std::map<std::int32_t, FamilyView> families_;
+  std::map<std::int32_t, ShownFamily> families_;
 };
 
 /// What stands in the rows of a family's members about the family. All of them share the menu of
@@ -62,7 +62,7 @@ class FamilyItems {
       std::function<MenuItem(const VordaProcess& process, const FamilyEntries* entries)>;
 
   /// `families` outlives it.
-  FamilyItems(const FamilyViews& families, MakeRow makeRow)
+  FamilyItems(const ShownFamilies& families, MakeRow makeRow)
       : families_(families), makeRow_(std::move(makeRow)) {}
 
   /// The entries of the process's family; nullptr when it has none.
@@ -72,9 +72,9 @@ class FamilyItems {
   MenuItem folded(const VordaProcess& process);
 
  private:
-  FamilyEntries entriesOf(const FamilyView& family) const;
+  FamilyEntries entriesOf(const ShownFamily& family) const;
 
-  const FamilyViews& families_;
+  const ShownFamilies& families_;
   MakeRow makeRow_;
   std::map<std::int32_t, FamilyEntries> made_;  ///< by the head's pid
 };

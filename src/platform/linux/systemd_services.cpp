@@ -1,4 +1,4 @@
-#include "platform/linux/loaded_launch_agents.h"
+#include "platform/linux/systemd_services.h"
 
 #include <cerrno>
 
@@ -6,15 +6,14 @@ namespace platform {
 
 using Clock = std::chrono::steady_clock;
 
-std::optional<LaunchAgentAnswer> LoadedLaunchAgentsReader::read(
-    std::span<const LaunchAgentFile> files) {
+std::optional<LaunchAgentAnswer> SystemdServices::read(std::span<const LaunchAgentFile> files) {
   if (files.empty()) return LaunchAgentAnswer{};
   inquire(files, Clock::now() + options_.budget);
   if (!last_) return std::nullopt;
   return LaunchAgentAnswer{last_->launchAgentsOf(files), last_->askedAt};
 }
 
-void LoadedLaunchAgentsReader::inquire(std::span<const LaunchAgentFile> files, Deadline deadline) {
+void SystemdServices::inquire(std::span<const LaunchAgentFile> files, Deadline deadline) {
   BusFailure failure;
   const auto isOver = [&] { return inquiry_->carryOn(files); };
   if (Clock::now() < restsUntil_) {
@@ -44,7 +43,7 @@ void LoadedLaunchAgentsReader::inquire(std::span<const LaunchAgentFile> files, D
 }
 
 /// False when there is no manager to ask.
-bool LoadedLaunchAgentsReader::connect() {
+bool SystemdServices::connect() {
   if (bus_) return true;
   BusFailure failure;
   bus_ = UserBus::open(options_.sockets(), failure);
@@ -57,16 +56,16 @@ bool LoadedLaunchAgentsReader::connect() {
   return false;
 }
 
-void LoadedLaunchAgentsReader::takeAnswer() {
+void SystemdServices::takeAnswer() {
   last_ = inquiry_->takeAnswer();
   inquiry_.reset();
 }
 
-void LoadedLaunchAgentsReader::restAWhile() {
+void SystemdServices::restAWhile() {
   restsUntil_ = Clock::now() + options_.rest;
 }
 
-void LoadedLaunchAgentsReader::disconnect() {
+void SystemdServices::disconnect() {
   inquiry_.reset();
   bus_.reset();
 }
