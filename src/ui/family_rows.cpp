@@ -7,6 +7,7 @@
 #include "ui/menu_builders.h"
 #include "ui/menu_limits.h"
 #include "ui/name_limits.h"
+#include "ui/row_glyphs.h"
 
 namespace {
 
@@ -19,7 +20,7 @@ using MenuBuilders::separator;
 MenuItem memoryLine(const ShownFamily& family, std::size_t own) {
   const std::size_t all = family.members.size();
   LiveTitle live{
-      .beginning = "Runs as " + std::to_string(all) + " processes" + MenuBuilders::kSeparator,
+      .beginning = "Runs as " + std::to_string(all) + " processes" + RowGlyphs::kSeparator,
       .ending = own == all ? "" : " in your own " + std::to_string(own)};
   live.title = live.beginning + "up to " + MemoryFormat::inSentence(family.memMB);
   for (const VordaProcess* member : family.members) {
@@ -88,6 +89,11 @@ void setFairShares(LiveTitle& live, const FairShareInquiry::Shares& shares) {
   live.isKnown = true;
 }
 
+double memoryOfRow(const VordaProcess& process, const ShownFamilies* folded) {
+  const ShownFamily* const family = folded == nullptr ? nullptr : folded->of(process);
+  return family == nullptr ? process.memMB : family->memMB;
+}
+
 const FamilyEntries* FamilyItems::of(const VordaProcess& process) {
   const ShownFamily* const family = families_.of(process);
   if (family == nullptr) return nullptr;
@@ -101,9 +107,9 @@ MenuItem FamilyItems::folded(const VordaProcess& process) {
   if (family == nullptr) return makeRow_(process, nullptr);
   const VordaProcess& main = family->main();
   MenuItem row = makeRow_(main, of(main));
-  MenuItem title = named(main.labRole == LabRole::none ? "" : MenuBuilders::kWorkload, family->name,
+  MenuItem title = named(main.labRole == LabRole::none ? "" : RowGlyphs::kWorkload, family->name,
                          "  (" + std::to_string(family->members.size()) + ")" +
-                             MenuBuilders::kSeparator + MemoryFormat::compact(family->memMB));
+                             RowGlyphs::kSeparator + MemoryFormat::compact(family->memMB));
   row.title = std::move(title.title);
   row.name = title.name;
   return row;

@@ -6,6 +6,7 @@
 #include "ui/menu_builders.h"
 #include "ui/menu_construction.h"
 #include "ui/name_limits.h"
+#include "ui/row_glyphs.h"
 
 namespace MenuConstruction {
 namespace {
@@ -31,8 +32,8 @@ MenuItem launchAgentItem(const VordaLaunchAgent& launchAgent,
   command.enabled = underWay != LaunchAgentOperation::Kind::stop;
   MenuItem item = MenuBuilders::named(
       "", NameLimits::cut(text::displayName(launchAgent.label), NameLimits::kLaunchAgentName),
-      MenuBuilders::kSeparator + statusText(launchAgent, underWay) +
-          (launchAgent.keepAlive ? MenuBuilders::kKeptAlive : ""));
+      RowGlyphs::kSeparator + statusText(launchAgent, underWay) +
+          (launchAgent.keepAlive ? RowGlyphs::kKeptAlive : ""));
   item.submenu = {std::move(command)};
   return item;
 }

@@ -4,9 +4,9 @@
 
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
-#include "ui/menu_builders.h"
 #include "ui/menu_limits.h"
 #include "ui/name_limits.h"
+#include "ui/row_glyphs.h"
 
 std::vector<std::string> gpuLines(const VordaProcess& process) {
   constexpr std::size_t kMost = MenuLimits::kMaxGpuShares;
@@ -49,7 +49,7 @@ std::vector<std::string> mappedFileLines(const VordaProcess& process) {
   if (!process.mapped) return lines;
   for (const MappedMemory::File& file : process.mapped->files) {
     lines.push_back("  " + NameLimits::cut(text::displayName(file.name), NameLimits::kFileName) +
-                    MenuBuilders::kSeparator + MemoryFormat::inSentence(file.memMB));
+                    RowGlyphs::kSeparator + MemoryFormat::inSentence(file.memMB));
   }
   return lines;
 }
@@ -57,6 +57,6 @@ std::vector<std::string> mappedFileLines(const VordaProcess& process) {
 std::string mappedEnding(const VordaProcess& process) {
   if (process.labRole == LabRole::none || !process.mapped) return {};
   if (process.mapped->modelMB < 1) return {};
-  return std::string(MenuBuilders::kSeparator) + "+" +
+  return std::string(RowGlyphs::kSeparator) + "+" +
          MemoryFormat::inSentence(process.mapped->modelMB) + " mapped";
 }

@@ -6,15 +6,8 @@
 
 #include "ui/menu.h"
 
-/// Makes the plain items of the menu, and knows the glyphs in its rows. A row is a name, a figure
-/// and a state, in this order.
+/// Makes the plain items of the menu.
 namespace MenuBuilders {
-
-/// Separates the parts of a row.
-inline constexpr const char* kSeparator = "  ·  ";
-inline constexpr const char* kWorkload = "★ ";   ///< before the name of an AI workload
-inline constexpr const char* kProtected = " 🔒";  ///< behind the figure of somebody else's process
-inline constexpr const char* kKeptAlive = " ↺";  ///< behind the state of a launch agent
 
 /// A grey line that can't be chosen.
 inline MenuItem label(std::string title) {

@@ -1,24 +1,19 @@
 #include "ui/menu_construction.h"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
-#include <limits>
 #include <set>
 #include <string>
 #include <utility>
 
 #include "launch_agents/launch_agent_scanner.h"
 #include "platform/words.h"
-#include "scanner/memory_format.h"
-#include "text/display_line.h"
-#include "text/format.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_limits.h"
-#include "ui/name_limits.h"
+#include "ui/menu_sections.h"
 #include "ui/row_order.h"
-#include "ui/status_tool_tip.h"
 #include "ui/strip_segments.h"
+#include "ui/summary_lines.h"
 
 const std::vector<VordaProcess> MenuContent::kNoProcesses;
 
@@ -27,7 +22,6 @@ namespace {
 
 using MenuBuilders::command;
 using MenuBuilders::label;
-using MenuBuilders::named;
 using MenuBuilders::separator;
 using Items = std::vector<MenuItem>;
 
@@ -47,85 +41,11 @@ ProcessList first(const ProcessList& list, std::size_t limit) {
   return {list.begin(), list.begin() + count};
 }
 
-double totalMB(const ProcessList& list) {
-  double sum = 0;
-  for (const VordaProcess* process : list) sum += process->memMB;
-  return sum;
-}
-
-constexpr double kGBPerMB = 0.0009765625;
-
 MenuItem stripItem(const MenuContent& content, const ProcessList& bySize) {
   auto strip = std::make_shared<MemoryPressureView>();
   applyPressureStrip(*strip, content.sys, first(bySize, MenuLimits::kMaxStripSegments));
   if (content.gpus != nullptr) strip->gpu = gpuTrack(*content.gpus, MenuLimits::kMaxStripSegments);
   return {.kind = MenuItem::Kind::strip, .enabled = false, .strip = std::move(strip)};
-}
-
-std::string roleSummary(const std::string& title, const ProcessList& list) {
-  if (list.empty()) return title + "  none";
-  return title + text::format("  %zu  ·  %.1f GB", list.size(), totalMB(list) * kGBPerMB);
-}
-
-std::string usage(const std::string& what, double usedGB, double totalGB) {
-  return what + text::format("  %4.1f / %.0f GB used", usedGB, totalGB);
-}
-
-/// A limit may be small, and no whole number.
-MenuItem systemLine(const SystemMemory::Snapshot& sys) {
-  constexpr double kLeastRounded = 10;
-  const bool isRounded = !sys.isLimit || sys.totalGB >= kLeastRounded;
-  MenuItem item =
-      label(isRounded ? usage("System", sys.usedGB, sys.totalGB)
-                      : "System" + text::format("  %4.1f / %.1f GB used", sys.usedGB, sys.totalGB));
-  item.toolTip = StatusToolTip::memoryLines(sys);
-  return item;
-}
-
-/// A line for each card, and for more than there is room for their sum.
-void addGpuLines(Items& items, const std::vector<GpuCard>& cards) {
-  GpuCard sum;
-  for (std::size_t i = 0; i < cards.size(); ++i) {
-    sum.usedGB += cards[i].usedGB;
-    sum.totalGB += cards[i].totalGB;
-    if (i >= MenuLimits::kMaxGpuLines) continue;
-    items.push_back(label(usage("GPU", cards[i].usedGB, cards[i].totalGB)));
-    items.back().toolTip = text::displayName(cards[i].name);
-  }
-  if (cards.size() <= MenuLimits::kMaxGpuLines) return;
-  items.push_back(
-      label(usage("All " + std::to_string(cards.size()) + " GPUs", sum.usedGB, sum.totalGB)));
-}
-
-MenuItem largestLine(const char* beginning, double memMB, const VordaProcess& largest) {
-  MenuItem item =
-      named(beginning + MemoryFormat::compact(memMB) + "  ",
-            NameLimits::cut(text::displayName(largest.displayName), NameLimits::kLargestName), {});
-  item.enabled = false;
-  return item;
-}
-
-void addSummary(Items& items, const MenuContent& content, const ProcessList& bySize,
-                const ProcessList& training, const ProcessList& servers) {
-  constexpr double kLeastLargestMB = 100;
-  items.push_back(systemLine(content.sys));
-  if (content.gpus != nullptr) addGpuLines(items, content.gpus->cards);
-  if (!bySize.empty() && bySize.front()->memMB >= kLeastLargestMB) {
-    items.push_back(largestLine(kLargestSummary, bySize.front()->memMB, *bySize.front()));
-  }
-  if (content.gpus != nullptr && !content.gpus->processes.empty()) {
-    const VordaProcess& largest = content.gpus->processes.front();
-    items.push_back(largestLine(kLargestOnGpuSummary, largest.gpuMemory->memMB, largest));
-  }
-  items.push_back(label(roleSummary(kTrainingSummary, training)));
-  items.push_back(label(roleSummary(kServersSummary, servers)));
-}
-
-/// How much memory the row is about that stands for the process, in MiB. `folded`: the families
-/// that have one row each; nullptr where each process has its own.
-double memoryOfRow(const VordaProcess& process, const ShownFamilies* folded) {
-  const ShownFamily* const family = folded == nullptr ? nullptr : folded->of(process);
-  return family == nullptr ? process.memMB : family->memMB;
 }
 
 /// Makes the rows of processes.
@@ -183,18 +103,6 @@ SortBy sortOf(const MenuContent& content) {
   return content.arrangement == nullptr ? SortBy::memory : content.arrangement->sortBy;
 }
 
-/// How many rows a section has, which is cut after `limit` unless somebody wants all of it.
-/// `headers`: all that it may have.
-std::size_t limitOf(std::span<const char* const> headers, std::size_t limit,
-                    const MenuArrangement* arrangement) {
-  const bool isWhole =
-      arrangement != nullptr &&
-      (arrangement->isWhole || std::ranges::any_of(headers, [arrangement](const char* header) {
-         return arrangement->wholeSections.contains(header);
-       }));
-  return isWhole ? std::numeric_limits<std::size_t>::max() : limit;
-}
-
 /// The rows of a section, and what ends it where it is cut.
 class SectionRows {
  public:
@@ -243,17 +151,6 @@ class SectionRows {
   Rows* rows_;  ///< of processes
   std::size_t limit_;
 };
-
-/// What stands above the section that lists everybody, in the order of SortBy's values.
-constexpr std::array kTopHeaders{kTopHeader, "— By GPU memory (colors match graph) —",
-                                 "— By name (colors match graph) —",
-                                 "— By start, the latest first (colors match graph) —"};
-
-/// The sections that are a role's alone.
-constexpr std::array kRoleHeaders{std::pair{LabRole::training, kTrainingHeader},
-                                  std::pair{LabRole::inference, kServersHeader},
-                                  std::pair{LabRole::agent, kToolsHeader}};
-constexpr std::size_t kRoles = kRoleHeaders.size() + 1;  // or none
 
 void addTopSection(Items& items, const MenuContent& content, Rows& rows, const ProcessList& list) {
   items.push_back(separator());
@@ -310,62 +207,6 @@ void addCommands(Items& items) {
 }
 
 }  // namespace
-
-std::span<const std::int32_t> ShownPids::of(const std::vector<VordaProcess>& processes,
-                                            const std::vector<VordaProcess>& unlistedMembers,
-                                            const MenuArrangement& arrangement,
-                                            std::span<const std::int32_t> more) {
-  const SortBy sortBy = arrangement.sortBy;
-  std::optional<ShownFamilies> families;
-  if (arrangement.foldsFamilies) {
-    families.emplace(processes, unlistedMembers, MenuContent::kNoProcesses);
-  }
-  const ShownFamilies* const folded = families ? &*families : nullptr;
-  inOrder_.clear();
-  for (const VordaProcess& process : processes) inOrder_.push_back(&process);
-  // Like the stable sorts of a menu, which would allocate.
-  std::ranges::sort(inOrder_, [sortBy, folded](const VordaProcess* a, const VordaProcess* b) {
-    if (comesBefore(*a, *b, sortBy)) return true;
-    if (comesBefore(*b, *a, sortBy)) return false;
-    const double rowA = memoryOfRow(*a, folded);
-    const double rowB = memoryOfRow(*b, folded);
-    if (rowA != rowB) return rowA > rowB;
-    return a->memMB != b->memMB ? a->memMB > b->memMB : a < b;
-  });
-
-  // Who holds most of cards' memory isn't known before all have been asked.
-  const bool isAnybodys = sortBy == SortBy::gpu;
-  const auto limit = [&](std::span<const char* const> headers, std::size_t usual) {
-    return isAnybodys ? processes.size() : limitOf(headers, usual, &arrangement);
-  };
-  struct Section {
-    std::size_t left = 0;                   ///< rows that it may still have
-    std::set<const ShownFamily*> families;  ///< those that have one
-  };
-  Section top{limit(kTopHeaders, MenuLimits::kMaxTopRAM), {}};
-  std::array<Section, kRoles> ofRoles;
-  for (const auto& [role, header] : kRoleHeaders) {
-    ofRoles.at(static_cast<std::size_t>(role)).left = limit({&header, 1}, MenuLimits::kMaxAI);
-  }
-  const auto isIn = [folded](Section& section, const VordaProcess& process) {
-    const ShownFamily* const family = folded == nullptr ? nullptr : folded->of(process);
-    if (family != nullptr && section.families.contains(family)) return true;
-    if (section.left == 0) return false;
-    --section.left;
-    if (family != nullptr) section.families.insert(family);
-    return true;
-  };
-  pids_.assign(more.begin(), more.end());
-  for (const VordaProcess* process : inOrder_) {
-    const bool isInTop = isIn(top, *process);
-    const bool isInItsRoles =
-        isIn(ofRoles.at(static_cast<std::size_t>(process->labRole)), *process);
-    if (isInTop || isInItsRoles) pids_.push_back(process->pid);
-  }
-  std::ranges::sort(pids_);
-  pids_.erase(std::unique(pids_.begin(), pids_.end()), pids_.end());
-  return pids_;
-}
 
 Menu build(const MenuContent& content) {
   const ProcessList sorted = largestFirst(content.processes);

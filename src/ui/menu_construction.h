@@ -37,40 +37,8 @@ struct MenuContent {
 /// Builds the menu from what was sampled, and from nothing else.
 namespace MenuConstruction {
 
-/// What stands above a section's rows.
-///@{
-inline constexpr const char* kTopHeader = "— Top RAM (colors match graph) —";
-inline constexpr const char* kTopGpuHeader = "— Top GPU —";
-inline constexpr const char* kTrainingHeader = "— Training & fine-tunes (LoRA, SFT, …) —";
-inline constexpr const char* kServersHeader = "— Model servers —";
-inline constexpr const char* kToolsHeader = "— Agents & tools —";
-inline constexpr const char* kLaunchAgentsHeader = "— Auto-start agents —";
-///@}
-/// The beginnings of the summary's lines that add up a section.
-///@{
-inline constexpr const char* kLargestSummary = "Largest ";
-inline constexpr const char* kLargestOnGpuSummary = "Largest on GPU  ";
-inline constexpr const char* kTrainingSummary = "Training / fine-tunes";
-inline constexpr const char* kServersSummary = "Model servers";
-///@}
-
 /// Every item of the root menu; the first is the strip's.
 Menu build(const MenuContent& content);
-
-/// Finds the processes that would have a row but for what graphics cards hold. Keeps its buffers.
-class ShownPids {
- public:
-  /// By pid, and until the next call; `more` are shown besides. Of a family that has one row, all
-  /// that are in `processes`. `unlistedMembers`: MenuContent's.
-  std::span<const std::int32_t> of(const std::vector<VordaProcess>& processes,
-                                   const std::vector<VordaProcess>& unlistedMembers,
-                                   const MenuArrangement& arrangement,
-                                   std::span<const std::int32_t> more);
-
- private:
-  ProcessList inOrder_;
-  std::vector<std::int32_t> pids_;
-};
 
 /// A process's row and its submenu (process_row.cpp). The lines of `asked` are shown above "Quit".
 /// `family`: what stands there about its family, if it has one.

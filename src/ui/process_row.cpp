@@ -8,6 +8,7 @@
 #include "ui/menu_construction.h"
 #include "ui/name_limits.h"
 #include "ui/process_color.h"
+#include "ui/row_glyphs.h"
 
 namespace MenuConstruction {
 namespace {
@@ -28,15 +29,15 @@ struct Words {
 
 std::string gpuEnding(const VordaProcess& process) {
   if (!process.gpuMemory) return {};
-  return std::string(MenuBuilders::kSeparator) + "GPU " +
+  return std::string(RowGlyphs::kSeparator) + "GPU " +
          MemoryFormat::compact(process.gpuMemory->memMB);
 }
 
 MenuItem processRow(const VordaProcess& process, const Words& words) {
-  return named(process.labRole == LabRole::none ? "" : MenuBuilders::kWorkload,
+  return named(process.labRole == LabRole::none ? "" : RowGlyphs::kWorkload,
                NameLimits::cut(words.name, NameLimits::kProcessName),
-               MenuBuilders::kSeparator + MemoryFormat::compact(process.memMB) +
-                   (process.isProtected ? MenuBuilders::kProtected : "") + gpuEnding(process) +
+               RowGlyphs::kSeparator + MemoryFormat::compact(process.memMB) +
+                   (process.isProtected ? RowGlyphs::kProtected : "") + gpuEnding(process) +
                    mappedEnding(process));
 }
 

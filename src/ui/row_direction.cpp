@@ -3,11 +3,11 @@
 #include <string_view>
 
 #include "text/scalar.h"
-#include "ui/menu_builders.h"
+#include "ui/row_glyphs.h"
 
 namespace {
 
-using MenuBuilders::kSeparator;
+using RowGlyphs::kSeparator;
 
 constexpr std::string_view kLeftToRightMark = "\u200E";
 

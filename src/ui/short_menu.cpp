@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "ui/menu_builders.h"
-#include "ui/menu_construction.h"
 #include "ui/menu_limits.h"
+#include "ui/menu_sections.h"
 
 namespace ShortMenu {
 namespace {

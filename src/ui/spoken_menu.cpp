@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "scanner/vorda_process.h"
-#include "ui/menu_builders.h"
+#include "ui/row_glyphs.h"
 #include "ui/strip_text.h"
 
 namespace {
@@ -17,9 +17,9 @@ struct Spoken {
 constexpr std::string_view kSpokenProtected = ", protected";
 
 constexpr Spoken kSpoken[] = {
-    {MenuBuilders::kWorkload, "AI workload: "},
-    {MenuBuilders::kProtected, kSpokenProtected},
-    {MenuBuilders::kKeptAlive, ", kept alive"},
+    {RowGlyphs::kWorkload, "AI workload: "},
+    {RowGlyphs::kProtected, kSpokenProtected},
+    {RowGlyphs::kKeptAlive, ", kept alive"},
     {"·", ","},
     {"²", ""},
     {"—", ""},
@@ -74,7 +74,7 @@ std::string spokenTitle(const MenuItem& item) {
   // Who owns it is said last. The figures are the row's own: a family's are not those of one
   // process.
   std::string figures = item.title.substr(item.name.end);
-  constexpr std::string_view kLock = MenuBuilders::kProtected;
+  constexpr std::string_view kLock = RowGlyphs::kProtected;
   if (const auto lock = figures.find(kLock); lock != std::string::npos) {
     figures.erase(lock, kLock.size());
   }

@@ -24,6 +24,7 @@
 #include "ui/menu.h"
 #include "ui/menu_construction.h"
 #include "ui/refresh_times.h"
+#include "ui/shown_pids.h"
 #include "ui/unfinished_quits.h"
 
 /// The one object that owns the program's presence on screen: the menu, the refresh timer
@@ -170,7 +171,7 @@ class StatusBarController : public MenuDelegate {
   std::vector<VordaProcess> processes_;
   GpuSample gpus_;
   SystemMemory::Snapshot sys_;
-  MenuConstruction::ShownPids shownPids_;
+  ShownPids shownPids_;
   ContentDigest sampled_;               ///< of the last sample
   std::optional<ContentDigest> told_;   ///< what the tooltip was made of
   std::optional<ContentDigest> shown_;  ///< what the menu was built of

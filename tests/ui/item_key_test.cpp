@@ -6,7 +6,7 @@
 #include <set>
 
 #include "fakes/row_name.h"
-#include "ui/menu_construction.h"
+#include "ui/menu_sections.h"
 
 namespace {
 

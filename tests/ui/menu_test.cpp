@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "ui/menu_construction.h"
+#include "ui/menu_sections.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "frontends/terminal/glyphs.h"
 #include "text/blanks.h"
 #include "text/display_line.h"
-#include "ui/menu_builders.h"
+#include "ui/row_glyphs.h"
 #include "ui/strip_pressure.h"
 #include "ui/strip_text.h"
 
@@ -38,10 +38,10 @@ Line rowOf(const MenuItem& item, const MemoryPressureView& strip) {
   if (!item.process) return line;
   const std::int32_t pid = item.process->pid;
   line.process =
-      std::string(MenuBuilders::kSeparator) + "pid " + std::to_string(pid) + segmentTag(strip, pid);
+      std::string(RowGlyphs::kSeparator) + "pid " + std::to_string(pid) + segmentTag(strip, pid);
   const VordaProcess* const process = processOf(item);
   if (process != nullptr && process->isProtected) {
-    line.process += std::string(MenuBuilders::kSeparator) + "owner " +
+    line.process += std::string(RowGlyphs::kSeparator) + "owner " +
                     text::withSingleBlanks(text::displayName(process->ownerName));
   }
   return line;

@@ -5,7 +5,7 @@
 #include <set>
 
 #include "frontends/qt/menu_examples.h"
-#include "ui/menu_construction.h"
+#include "ui/menu_sections.h"
 
 namespace {
 
