@@ -6,7 +6,7 @@
 #include "scanner/command_line/invocation.h"
 #include "scanner/lab_role.h"
 #include "scanner/process_scanner.h"
-#include "scanner/roles/products.h"
+#include "scanner/roles/product_lookup.h"
 
 /// Recognises a command line: decides which role the process has and what it is called, from who
 /// runs, whose words these are and what it does; where none of that says anything, from the word

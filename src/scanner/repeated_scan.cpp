@@ -51,15 +51,15 @@ void setLabels(std::vector<std::string>& labels, std::span<const VordaLaunchAgen
   labels.resize(count);
 }
 
-/// What a launcher is called that has no role of its own: after itself.
+/// The name of a launcher while what it has started has the role: its own.
 std::string launcherName(std::span<const std::string_view> arguments) {
   SearchedLine line;
   line.read(arguments.first(1), arguments.front());
   return nameOf(line, LabRole::none, {}).displayName;
 }
 
-/// A launcher's row as it was made, and as it is without the role. Both names are kept, the one
-/// that is not shown with the process.
+/// Takes the role from a launcher's row, or gives it back. The name that goes with the other state
+/// is kept in the cache.
 void takeRole(CachedProcess& process, VordaProcess& row) {
   row.labRole = LabRole::none;
   std::swap(row.displayName, process.otherName->ofLauncher);

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "scanner/lab_role.h"
-#include "scanner/roles/products.h"
+#include "scanner/roles/product_lookup.h"
 
 /// Command lines of which somebody has said what a person would call them. A file of them begins
 /// with a line of headings and has one a line: id, system ("linux" or "macos"), the arguments as a

@@ -17,7 +17,7 @@
 #include <string_view>
 
 #include "frontends/terminal/character_set.h"
-#include "frontends/terminal/curses_keys.h"
+#include "frontends/terminal/curses_input.h"
 #include "frontends/terminal/direct_color.h"
 #include "frontends/terminal/guest_program.h"
 #include "frontends/terminal/terminfo.h"

@@ -23,7 +23,7 @@ std::vector<std::string> Invocation::names() const {
       name.resize(dot);
     }
   };
-  // What a server of applications was given is called "app" or "notebook" by anybody.
+  // The module that uvicorn and the like run is mostly called "app" or "main": that tells nothing.
   if (!isServedByHost || module.find('.') != std::string::npos) addWithParents(module);
   add(package);
   add(std::string(text::lastPathComponent(package)));
@@ -59,7 +59,7 @@ std::vector<std::string> Invocation::names() const {
   } else if (!program.empty() && !isServedByHost) {
     const auto dot = program.rfind('.');
     if (dot != std::string::npos) add("*" + program.substr(dot));
-    // "rl @ config.toml": who reads settings so is not everybody of that name.
+    // "rl @ config.toml": of the programs of one name, those that read settings in this way.
     if (!arguments.empty() && arguments.front() == "@") add(program + "+@");
     addWithParents(program);
   }

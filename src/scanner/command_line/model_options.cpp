@@ -126,7 +126,7 @@ std::optional<std::string_view> operand(Arguments arguments, std::string_view ve
   return word;
 }
 
-/// What follows an option of these words is no model that is served, although it may look like one.
+/// Whether the value of this option is no model that is served, although it may look like one.
 bool takesSomethingElse(std::string_view option) {
   static constexpr std::string_view kElse =
       "tokenizer draft speculative dataset data lora adapter adapters template config dir cache "

@@ -16,7 +16,7 @@ namespace {
 using recognition::Arguments;
 
 /// "  (:8080)", or nothing when no port is given.
-std::string portSuffix(Arguments arguments) {
+std::string givenPortSuffix(Arguments arguments) {
   constexpr std::string_view kOptions[] = {"--port"};
   const auto port = optionValue(arguments, kOptions);
   return port ? "  (:" + std::string(*port) + ")" : "";
@@ -25,7 +25,7 @@ std::string portSuffix(Arguments arguments) {
 FriendlyName llamaServerName(Arguments arguments) {
   constexpr std::string_view kOptions[] = {"--model", "-m"};
   const std::string_view model = modelOption(arguments, kOptions).value_or("LLM");
-  return {"LM Studio: " + basenameModel(model) + portSuffix(arguments), "LM Studio"};
+  return {"LM Studio: " + basenameModel(model) + givenPortSuffix(arguments), "LM Studio"};
 }
 
 /// The model of "serve MODEL" and "run MODEL".
@@ -41,7 +41,7 @@ FriendlyName mlxServerName(Arguments arguments) {
   constexpr std::string_view kOptions[] = {"--model", "-m", "--served-model-name"};
   auto model = servedModel(arguments);
   if (!model) model = modelOption(arguments, kOptions);
-  return {"MLX Server: " + basenameModel(model.value_or("MLX model")) + portSuffix(arguments),
+  return {"MLX Server: " + basenameModel(model.value_or("MLX model")) + givenPortSuffix(arguments),
           "MLX"};
 }
 

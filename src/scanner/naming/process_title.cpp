@@ -10,10 +10,10 @@
 namespace recognition {
 namespace {
 
-/// The parts of servers whose own words are not for people.
+/// Workers of model servers: how their titles begin, and what is shown instead.
 struct Part {
   std::string_view begins;  ///< lower case
-  std::string_view name;
+  std::string_view name;    ///< what is shown
 };
 constexpr Part kParts[] = {
     {"enginecore", "engine"},
@@ -115,7 +115,7 @@ std::optional<TitledWorker> workerOf(const Invocation& invocation, const Product
   const Product* const product = products.called(invocation.program);
   const std::string lowered = text::lowered(part);
   if (product == nullptr) {
-    // Nobody's, but what it says of itself only servers of models have.
+    // No known product, but a title such as only model servers' workers have.
     for (const std::string_view begins : {"enginecore", "scheduler_", "detokenizer", "worker_tp"}) {
       if (!lowered.starts_with(begins)) continue;
       const auto shown = ProcessScanner::basenameModel(invocation.path);

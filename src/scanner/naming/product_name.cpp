@@ -119,8 +119,8 @@ std::string shownVerb(std::string_view verb) {
   return std::string(verb);
 }
 
-std::string trainingName(const Product& product, const Activity& activity,
-                         const Invocation& invocation) {
+std::string productTrainingName(const Product& product, const Activity& activity,
+                                const Invocation& invocation) {
   std::string name(activity.name.empty() ? product.name : activity.name);
   const std::string_view method = methodOf(activity, invocation);
   const bool saysAlready = std::any_of(name.begin(), name.end(), [](char c) { return c == ' '; });
@@ -141,8 +141,8 @@ std::string trainingName(const Product& product, const Activity& activity,
   return name;
 }
 
-/// A name that says only by what it was launched.
-bool isLauncher(std::string_view name) {
+/// Whether the name tells only the launcher, and nothing of what it trains.
+bool isLauncherAlone(std::string_view name) {
   return name == "Training: torchrun" || name == "Training: accelerate";
 }
 
@@ -171,7 +171,7 @@ std::optional<FriendlyName> productName(const Product& product, const Activity& 
     return FriendlyName{name + port, group};
   }
   if (activity.role == LabRole::training) {
-    return FriendlyName{trainingName(product, activity, invocation), group};
+    return FriendlyName{productTrainingName(product, activity, invocation), group};
   }
   std::string name(activity.name.empty() ? product.name : activity.name);
   const auto model = modelOf(invocation, product.modelOptions, activity.verb);
@@ -185,7 +185,7 @@ std::optional<FriendlyName> productName(const Product& product, const Activity& 
     name += ": " + recipeName(*recipe);
   } else if (port.empty() && invocation.isPython && !invocation.module.empty() &&
              invocation.script.empty() && activity.name.empty()) {
-    // A module of which nothing more is known says more by its own name.
+    // Nothing more is known: the module's own name, which the naming rules show, says more.
     return std::nullopt;
   } else if (invocation.program.ends_with(".llamafile")) {
     name += ": " + modelName(invocation.path);
@@ -248,7 +248,7 @@ FriendlyName withModelAndPort(FriendlyName name, LabRole role, std::string_view 
       } else if (runs) {
         name.displayName = own;
       }
-    } else if (runs && isLauncher(name.displayName)) {
+    } else if (runs && isLauncherAlone(name.displayName)) {
       name.displayName = model ? "Training: " + modelName(*model) : own;
     }
     return name;

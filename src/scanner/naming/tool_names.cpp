@@ -6,15 +6,15 @@
 namespace ProcessScanner {
 namespace {
 
-/// One part of a product, shown under a name of its own.
+/// One part of a tool, shown under a name of its own.
 struct Component {
   MarkerSet marker;
   std::string_view name;  // "" : no component
 };
 
-/// A product that is recognised by any of the markers or by the executable's name. It is shown by
+/// A tool that is recognised by any of the markers or by the executable's name. It is shown by
 /// the name of the first component whose marker the line contains, else by its own.
-struct Product {
+struct Tool {
   MarkerSet markers;
   std::string_view exe;  // "" : recognised by markers alone
   std::array<Component, 2> components;
@@ -22,7 +22,7 @@ struct Product {
   std::string_view product;
 };
 
-constexpr Product kTools[] = {
+constexpr Tool kTools[] = {
     {{"/.hermes/", "hermes_cli"},
      "hermes",
      {{{"gateway", "Hermes Gateway"}, {"agent", "Hermes Agent"}}},
@@ -34,7 +34,7 @@ constexpr Product kTools[] = {
     {{"zentho.mcp", "-m zentho"}, "", {{{"mcp", "Zentho MCP Server"}}}, "Zentho", "Zentho"},
 };
 
-constexpr Product kHelpers[] = {
+constexpr Tool kHelpers[] = {
     {"com.docker.vmnet", "com.docker.vmnetd", {}, "Docker network helper (root)", "Docker"},
     {"com.docker.backend", "com.docker.backend", {}, "Docker Desktop backend", "Docker"},
     // "/Docker.app/" has a capital, so it never matches a lowered line. That is intended: Docker's
@@ -43,17 +43,17 @@ constexpr Product kHelpers[] = {
     {"containermanagerd", "containermanagerd", {}, "Apple containermanagerd", "System"},
 };
 
-std::optional<FriendlyName> firstOf(std::span<const Product> products, std::string_view exe,
+std::optional<FriendlyName> firstOf(std::span<const Tool> tools, std::string_view exe,
                                     const SearchedLine& line) {
-  for (const Product& product : products) {
-    const bool isExe = !product.exe.empty() && exe == product.exe;
-    if (!isExe && !line.hasAny(product.markers)) continue;
-    for (const Component& component : product.components) {
+  for (const Tool& tool : tools) {
+    const bool isExe = !tool.exe.empty() && exe == tool.exe;
+    if (!isExe && !line.hasAny(tool.markers)) continue;
+    for (const Component& component : tool.components) {
       if (line.has(component.marker)) {
-        return FriendlyName{std::string(component.name), std::string(product.product)};
+        return FriendlyName{std::string(component.name), std::string(tool.product)};
       }
     }
-    return FriendlyName{std::string(product.name), std::string(product.product)};
+    return FriendlyName{std::string(tool.name), std::string(tool.product)};
   }
   return std::nullopt;
 }

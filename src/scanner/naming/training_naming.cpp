@@ -45,7 +45,7 @@ constexpr Method kMethods[] = {
 };
 
 /// Whether an argument that is no option's value looks like a model. `argument`: lower case.
-bool looksLikeModel(std::string_view argument) {
+bool looksLikeModelPath(std::string_view argument) {
   if (text::containsAny(argument, {"mlx-community", "huggingface"})) return true;
   if (argument.ends_with(".safetensors")) return true;
   return text::contains(argument, "/") &&
@@ -58,7 +58,7 @@ std::optional<std::string> modelOfTraining(Arguments arguments) {
   if (const auto model = modelOption(arguments, kOptions)) return basenameModel(*model);
   for (const std::string_view argument :
        arguments.subspan(std::min<std::size_t>(1, arguments.size()))) {
-    if (looksLikeModel(text::lowered(argument))) return basenameModel(argument);
+    if (looksLikeModelPath(text::lowered(argument))) return basenameModel(argument);
   }
   return std::nullopt;
 }

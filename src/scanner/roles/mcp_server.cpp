@@ -11,8 +11,8 @@ namespace {
 
 using ProcessScanner::FriendlyName;
 
-/// Whose a server of tools elsewhere is: "linear" of "https://mcp.linear.app/sse". Empty of hosts
-/// that do not say that they are one.
+/// Who runs the MCP server at this address: "linear" of "https://mcp.linear.app/sse". Empty where
+/// the host's name does not say that it is one.
 std::string_view ownerOfHost(std::string_view url) {
   for (const std::string_view scheme : {"https://", "http://"}) {
     if (!url.starts_with(scheme)) continue;

@@ -46,9 +46,9 @@ const std::unordered_set<std::string_view>& vocabulary() {
 constexpr std::size_t kShortestTerm = 3;
 constexpr std::size_t kLongestTerm = 16;
 
-/// Whether a word of letters only holds a term of the rules: "fedora", "endpoint". One that is a
-/// term, or a form of one ("trainer", "servers"), is its own.
-bool onlyHoldsATerm(std::string_view word) {
+/// Whether a word of letters has a term of the rules in it only by chance: "fedora" has "dora". One
+/// that is a term, or a form of one ("trainer", "servers"), has not.
+bool hasTermByChance(std::string_view word) {
   const auto& terms = vocabulary();
   if (terms.contains(word)) return false;
   for (const std::string_view ending : {"s", "d", "r", "ed", "er", "ers", "ing"}) {
@@ -66,8 +66,8 @@ bool onlyHoldsATerm(std::string_view word) {
   return false;
 }
 
-/// The text with every word that only holds a term taken out.
-std::string withOwnTerms(std::string_view text) {
+/// The text with every word taken out that has a term in it only by chance.
+std::string withoutChanceTerms(std::string_view text) {
   std::string out = text::lowered(text);
   std::size_t begin = 0;
   for (std::size_t i = 0; i <= out.size(); ++i) {
@@ -76,7 +76,7 @@ std::string withOwnTerms(std::string_view text) {
     const bool isNumbered = i < out.size() && text::isDigit(out[i]) && i - begin == 3 &&
                             std::string_view(out).substr(begin, 3) == "mlx";
     if (i > begin &&
-        (isNumbered || onlyHoldsATerm(std::string_view(out).substr(begin, i - begin)))) {
+        (isNumbered || hasTermByChance(std::string_view(out).substr(begin, i - begin)))) {
       std::fill(out.begin() + static_cast<long>(begin), out.begin() + static_cast<long>(i), '?');
     }
     begin = i + 1;
@@ -98,7 +98,7 @@ bool takesModel(std::string_view option) {
 std::vector<std::string> relevantWords(Arguments arguments, const Invocation& invocation) {
   std::vector<std::string> relevant;
   const auto add = [&relevant](std::string_view word) {
-    relevant.push_back(withOwnTerms(text::withinBytes(word, kLongestName)));
+    relevant.push_back(withoutChanceTerms(text::withinBytes(word, kLongestName)));
   };
 
   // What launches it: names alone.
@@ -126,7 +126,7 @@ std::vector<std::string> relevantWords(Arguments arguments, const Invocation& in
          invocation.arguments.first(std::min<std::size_t>(invocation.arguments.size(), 2))) {
       const std::string_view code = text::withinBytes(word, budget);
       budget -= code.size();
-      relevant.push_back(withOwnTerms(code));
+      relevant.push_back(withoutChanceTerms(code));
     }
     return relevant;
   }

@@ -7,7 +7,7 @@
 
 #include "scanner/command_line/invocation.h"
 #include "scanner/lab_role.h"
-#include "scanner/roles/products.h"
+#include "scanner/roles/product_lookup.h"
 
 namespace recognition {
 

@@ -14,7 +14,7 @@ namespace {
 constexpr std::string_view kKinds =
     "whisper whisperx tts stt asr embedding embeddings embedder rerank reranker";
 constexpr std::string_view kServes = "server serve serving api service";
-/// Whose name has one of these only speaks with such a server, or of it.
+/// A program with one of these words in its name is a client or a test of such a server.
 constexpr std::string_view kOnlyAbout =
     "client watchdog monitor mock stub proxy health healthcheck test tests benchmark";
 /// What may stand beside the kind in the name of a project.

@@ -1,4 +1,4 @@
-#include "frontends/terminal/curses_keys.h"
+#include "frontends/terminal/curses_input.h"
 
 #include <curses.h>
 

@@ -1,4 +1,4 @@
-#include "scanner/roles/products.h"
+#include "scanner/roles/product_lookup.h"
 
 #include <utility>
 #include <vector>
