@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 #include "macos/appkit/user.h"
 #include "macos/mac_test.h"
 
@@ -97,6 +100,19 @@ TEST_F(AppKitDouble, StatusItemThatNobodyKeepsIsGone) {
     EXPECT_EQ(appkit::record().statusItems, 1);
   }
   EXPECT_EQ(appkit::record().statusItems, 0);
+}
+
+TEST_F(AppKitDouble, StatusItemThatIsGoneIsNotUsedUnnoticed) {
+  NSStatusItem* item = nil;
+  @autoreleasepool {
+    item = [[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength];
+    [item setMenu:menu];
+  }
+  EXPECT_EQ([item menu], nil);
+  [item setMenu:menu];
+  EXPECT_EQ([item button], nil);
+  [item release];
+  EXPECT_EQ(std::exchange(appkit::record().usesOfGoneStatusItem, 0), 4);
 }
 
 TEST_F(AppKitDouble, EventsComeInAppKitsOrder) {

@@ -27,6 +27,7 @@ class Edition : public MacTest {
   }
 
   void TearDown() override {
+    MacTest::TearDown();
     for (const appkit::ShownAlert& alert : appkit::record().alerts) {
       EXPECT_FALSE(alert.menuFaded) << alert.messageText;
     }

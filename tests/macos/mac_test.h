@@ -13,6 +13,11 @@ class MacTest : public StageTest {
     appkit::reset();
     foundation::useStage();
   }
+
+  void TearDown() override {
+    StageTest::TearDown();
+    EXPECT_EQ(appkit::record().usesOfGoneStatusItem, 0) << "the status item was not kept";
+  }
 };
 
 /// The same for tables.

@@ -155,14 +155,17 @@ namespace {
 
 /// The status bar keeps none of them alive.
 std::vector<NSStatusItem*> inStatusBar;
+std::vector<NSStatusItem*> gone;
 
 }  // namespace
+
+@interface NSStatusItem (Life)
+- (BOOL)isThere;
+@end
 
 @implementation NSStatusItem
 
 @synthesize length = length_;
-@synthesize menu = menu_;
-@synthesize button = button_;
 
 - (instancetype)init {
   self = [super init];
@@ -173,11 +176,40 @@ std::vector<NSStatusItem*> inStatusBar;
   return self;
 }
 
-- (void)dealloc {
+// Where AppKit would free it, it stays and is empty: so whoever uses it without having kept it is
+// found out, and the other tests go on.
+- (oneway void)release {
+  if (![self isThere]) return;
+  if ([self retainCount] > 1) {
+    [super release];
+    return;
+  }
   [[NSStatusBar systemStatusBar] removeStatusItem:self];
-  [menu_ release];
+  [self setMenu:nil];
   [button_ release];
-  [super dealloc];
+  button_ = nil;
+  isGone_ = YES;
+  gone.push_back(self);
+}
+
+- (BOOL)isThere {
+  if (isGone_) ++appkit::record().usesOfGoneStatusItem;
+  return !isGone_;
+}
+
+- (NSMenu*)menu {
+  return [self isThere] ? menu_ : nil;
+}
+
+- (void)setMenu:(NSMenu*)menu {
+  if (![self isThere]) return;
+  [menu retain];
+  [menu_ release];
+  menu_ = menu;
+}
+
+- (NSStatusBarButton*)button {
+  return [self isThere] ? button_ : nil;
 }
 
 @end
@@ -237,6 +269,7 @@ NSMenu* rootOf(NSMenuItem* item) {
 }  // namespace
 
 void open(NSMenu* menu) {
+  if (menu == nil) [NSException raise:NSInvalidArgumentException format:@"there is no menu"];
   if (menu->isTracked_) {
     [NSException raise:NSInternalInconsistencyException format:@"the menu is open already"];
   }

@@ -49,6 +49,7 @@ struct Record {
   int trackingsCancelled = 0;
   int activations = 0;
   int terminations = 0;
+  int usesOfGoneStatusItem = 0;  ///< of one that nobody has kept
   bool windowIsInFront = false;  ///< the one on screen is before those of other programs
   int savedGraphicsStates = 0;   ///< that were not restored
   int menusOpen = 0;

@@ -79,6 +79,7 @@ static const CGFloat NSVariableStatusItemLength = -1.0;
   CGFloat length_;
   NSMenu* menu_;
   NSStatusBarButton* button_;
+  BOOL isGone_;
 }
 @property CGFloat length;
 @property(retain) NSMenu* menu;
