@@ -3,8 +3,9 @@
 
     tests/macos/check_doubles.py [FLAG...]
 
-Whatever a double declares (classes, protocols, methods, properties, functions, constants) must be
-in the SDK, with the same types and values. Needs libclang for Python (`pip install libclang`).
+Whatever a double declares must be in the SDK: classes, protocols, methods, properties, functions
+and constants with the same types and values, the fields of records at the same place and as large.
+Needs libclang for Python (`pip install libclang`).
 The flags tell clang where the SDK is: on a Mac, -isysroot "$(xcrun --show-sdk-path)". Prints what
 differs; the exit status is 0 when nothing does.
 """
@@ -20,6 +21,8 @@ DOUBLES = Path(__file__).resolve().parent / "include"
 APPKIT = "#import <AppKit/AppKit.h>\n"
 ACCESSIBILITY = "#include <ApplicationServices/ApplicationServices.h>\n"
 DISPATCH = "#include <dispatch/dispatch.h>\n"
+KERNEL = ("#include <libproc.h>\n#include <mach/mach.h>\n#include <sys/proc.h>\n"
+          "#include <sys/sysctl.h>\n")
 LANGUAGE = ["-x", "objective-c++", "-std=c++20"]
 
 CONTAINERS = {
@@ -43,6 +46,7 @@ def spelled(a_type):
     text = re.sub(r"\b(_Nonnull|_Nullable|_Null_unspecified|__kindof|__autoreleasing|__strong)\b",
                   "", text)
     text = re.sub(r"\bconst\b", "", text)
+    text = re.sub(r"\bNSObject<OS_(\w+)>", r"\1_s", text)  # what C++ calls dispatch's objects
     while (shorter := re.sub(r"(\b[A-Z]\w*)<[^<>]*>", r"\1", text)) != text:
         text = shorter  # NSArray<NSView *>
     return re.sub(r"\s+", "", text)
@@ -59,9 +63,21 @@ def value_of(constant):
     return tokens.partition("=")[2].strip("()")
 
 
-def is_in(cursor, folders):
-    name = cursor.location.file
-    return name is not None and any(f in Path(name.name).resolve().parents for f in folders)
+def fields(record):
+    """The named fields of a structure: name to place and size, in bytes."""
+    found = {}
+    for field in record.type.get_fields():
+        if field.spelling and " " not in field.spelling:
+            place = record.type.get_offset(field.spelling) // 8
+            found[f"{record.spelling}.{field.spelling}"] = [place, field.type.get_size()]
+    return found
+
+
+def is_in(cursor, places):
+    if cursor.location.file is None:
+        return False
+    path = Path(cursor.location.file.name).resolve()
+    return any(place == path or place in path.parents for place in places)
 
 
 def owner_of(container):
@@ -72,8 +88,8 @@ def owner_of(container):
     return container.spelling
 
 
-def declarations(unit, folders=None):
-    """What stands in these folders, or anywhere: name to types or value."""
+def declarations(unit, places=None):
+    """What stands in these files or folders, or anywhere: name to types or value."""
     found = {}
     parents = {}
     pending = list(unit.cursor.get_children())
@@ -81,7 +97,7 @@ def declarations(unit, folders=None):
         cursor = pending.pop()
         if kind_of(cursor) == CursorKind.LINKAGE_SPEC or kind_of(cursor) == CursorKind.UNEXPOSED_DECL:
             pending.extend(cursor.get_children())
-        if folders and not is_in(cursor, folders):
+        if places and not is_in(cursor, places):
             continue
         if kind_of(cursor) in CONTAINERS:
             owner = owner_of(cursor)
@@ -92,6 +108,10 @@ def declarations(unit, folders=None):
                     found[name] = signature(child, owner)
                 elif kind_of(child) in (CursorKind.OBJC_SUPER_CLASS_REF, CursorKind.OBJC_PROTOCOL_REF):
                     parents.setdefault(owner, []).append(child.spelling)
+        elif kind_of(cursor) == CursorKind.STRUCT_DECL:
+            pending.extend(cursor.get_children())  # records that it declares itself
+            if cursor.spelling and " " not in cursor.spelling:
+                found.update(fields(cursor))
         elif kind_of(cursor) == CursorKind.FUNCTION_DECL:
             found[cursor.spelling] = signature(cursor, "")
         elif kind_of(cursor) == CursorKind.VAR_DECL:
@@ -109,12 +129,11 @@ def inherited(name, sdk, parents):
     if not match:
         return sdk.get(name)
     pending = [match[2]]
-    while pending:
-        owner = pending.pop(0)
+    for owner in pending:  # it grows: a class and a protocol may have one name
         types = sdk.get(f"{match[1]}[{owner} {match[3]}]")
         if types is not None:
             return [match[2] + "*" if t == owner + "*" else t for t in types]
-        pending.extend(parents.get(owner, []))
+        pending.extend(p for p in parents.get(owner, []) if p not in pending)
     return None
 
 
@@ -128,11 +147,11 @@ def parse(source, flags):
 
 
 def declared_by_doubles(source, names, flags):
-    folders = [DOUBLES / name for name in names]
+    places = [DOUBLES / name for name in names]
     with tempfile.TemporaryDirectory() as path:  # these doubles, and no others
-        for folder in folders:
-            (Path(path) / folder.name).symlink_to(folder)
-        return declarations(parse(source, [f"-I{path}"] + flags), folders)[0]
+        for place in places:
+            (Path(path) / place.name).symlink_to(place)
+        return declarations(parse(source, [f"-I{path}"] + flags), places)[0]
 
 
 def main():
@@ -140,7 +159,10 @@ def main():
     doubles = declared_by_doubles(APPKIT, ["AppKit", "Foundation"], flags)
     doubles |= declared_by_doubles(ACCESSIBILITY, ["ApplicationServices"], flags)
     doubles |= declared_by_doubles(DISPATCH, ["dispatch"], flags)
-    sdk, parents = declarations(parse(APPKIT + ACCESSIBILITY + DISPATCH, flags))
+    # One double adds to a header that an SDK has whole: that one is left out by its guard.
+    doubles |= declared_by_doubles(KERNEL, ["libproc.h", "mach", "sys"],
+                                   flags + ["-D_SYS_RESOURCE_H_"])
+    sdk, parents = declarations(parse(APPKIT + ACCESSIBILITY + DISPATCH + KERNEL, flags))
     differences = 0
     for name, types in sorted(doubles.items()):
         expected = inherited(name, sdk, parents)
