@@ -39,10 +39,12 @@ static_assert(offsetof(rusage_info_v4, ri_resident_size) == 64);
 static_assert(offsetof(rusage_info_v4, ri_phys_footprint) == 72);
 
 static_assert(sizeof(integer_t) == 4);
-static_assert(sizeof(vm_statistics64_data_t) == 152 && HOST_VM_INFO64_COUNT == 38);
+// Later systems have more behind these.
+static_assert(sizeof(vm_statistics64_data_t) >= 152 && HOST_VM_INFO64_COUNT >= 38);
 static_assert(offsetof(vm_statistics64_data_t, free_count) == 0);
 static_assert(offsetof(vm_statistics64_data_t, wire_count) == 12);
 static_assert(offsetof(vm_statistics64_data_t, purgeable_count) == 88);
 static_assert(offsetof(vm_statistics64_data_t, speculative_count) == 92);
 static_assert(offsetof(vm_statistics64_data_t, compressor_page_count) == 128);
 static_assert(offsetof(vm_statistics64_data_t, internal_page_count) == 140);
+static_assert(offsetof(vm_statistics64_data_t, total_uncompressed_pages_in_compressor) == 144);

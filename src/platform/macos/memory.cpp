@@ -3,6 +3,7 @@
 #include <mach/mach.h>
 #include <sys/sysctl.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <iterator>
@@ -21,15 +22,15 @@ double installedBytes() {
 }
 
 std::optional<MemoryInUse> inUse() {
-  // Later kernels return more than these headers declare: leave room for it.
-  constexpr mach_msg_type_number_t kWords = 62;
+  // Later kernels return more than these headers declare, and later headers declare more.
+  constexpr mach_msg_type_number_t kWords =
+      std::max<mach_msg_type_number_t>(62, HOST_VM_INFO64_COUNT);
   integer_t words[kWords] = {};
   static const host_t host = mach_host_self();  // every call would take another Mach port right
   mach_msg_type_number_t count = kWords;
   if (host_statistics64(host, HOST_VM_INFO64, words, &count) != KERN_SUCCESS) return std::nullopt;
 
   vm_statistics64_data_t pages = {};
-  static_assert(sizeof pages <= sizeof words);
   std::memcpy(&pages, words, sizeof pages);
   return memoryInUse({.free = pages.free_count,
                       .speculative = pages.speculative_count,
