@@ -67,6 +67,8 @@ constexpr std::chrono::seconds kPatience{120};
       if (title == choice_) chosen = static_cast<NSButton*>(below);
     } else if ([below isKindOfClass:[NSTextField class]]) {
       texts_.emplace_back([[static_cast<NSTextField*>(below) stringValue] UTF8String]);
+    } else if ([below isKindOfClass:[NSText class]]) {
+      texts_.emplace_back([[static_cast<NSText*>(below) string] UTF8String]);
     }
     if (NSButton* deeper = [self readIn:below]) chosen = deeper;
   }

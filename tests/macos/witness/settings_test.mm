@@ -56,7 +56,8 @@ class SettingsWitness : public Witness {
     return lines;
   }
 
-  static void press(NSString* key) {
+  /// A key with Command; its code is what a Mac tells it by on any keyboard.
+  static void press(NSString* key, unsigned short code) {
     constexpr auto kKeyDown = static_cast<NSEventType>(10);
     constexpr NSUInteger kCommand = 1 << 20;
     [NSApp sendEvent:[NSEvent keyEventWithType:kKeyDown
@@ -68,7 +69,7 @@ class SettingsWitness : public Witness {
                                           characters:key
                          charactersIgnoringModifiers:key
                                            isARepeat:NO
-                                             keyCode:0]];
+                                             keyCode:code]];
   }
 
   const std::vector<SettingsView::Line> texts = SettingsView::lines();
@@ -131,12 +132,12 @@ TEST_F(SettingsWitness, WritesEachLine) {
 TEST_F(SettingsWitness, ShortcutsDoWhatTheMainMenuSays) {
   ShortcutCounter* counter = [[ShortcutCounter alloc] init];  // the menu stays, and so it does
   [NSApp setMainMenu:mainMenu(counter, @selector(showSettings:), @selector(quit:))];
-  press(@"q");
+  press(@"q", 12);
   EXPECT_EQ(counter->quits_, 1);
   EXPECT_EQ(counter->settings_, 0);
-  press(@",");
+  press(@",", 43);
   EXPECT_EQ(counter->settings_, 1);
-  press(@"x");
+  press(@"x", 7);
   EXPECT_EQ(counter->quits_ + counter->settings_, 2) << "nobody's";
 }
 

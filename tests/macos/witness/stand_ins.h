@@ -5,6 +5,10 @@
 
 static const NSAlertStyle NSAlertStyleWarning = NSWarningAlertStyle;
 
+@interface NSApplication (StandIn)
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
+@end
+
 @interface NSMenu (StandIn)
 - (void)removeAllItems;
 @end

@@ -10,6 +10,14 @@ std::map<NSMenuItem*, std::pair<NSView*, NSString*>> extras;
 
 }  // namespace
 
+@implementation NSApplication (StandIn)
+
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy {
+  return YES;
+}
+
+@end
+
 @implementation NSMenu (StandIn)
 
 - (void)removeAllItems {

@@ -5,6 +5,19 @@
 #include <csignal>
 #include <string_view>
 
+/// What is behind a view: a picture of a view has nothing there but what views draw.
+@interface BlackGround : NSView
+@end
+
+@implementation BlackGround
+
+- (void)drawRect:(NSRect)dirtyRect {
+  [[NSColor blackColor] set];
+  NSRectFill([self bounds]);
+}
+
+@end
+
 namespace {
 
 /// Many times what the slowest machine takes.
@@ -21,7 +34,8 @@ void giveUp(int) {
 Witness::Witness() {
   std::signal(SIGALRM, giveUp);
   alarm(kLongestSeconds);
-  [NSApplication sharedApplication];
+  // A program without a bundle may show no window before it has said so.
+  [[NSApplication sharedApplication] setActivationPolicy:NSApplicationActivationPolicyAccessory];
 }
 
 Witness::~Witness() {
@@ -31,17 +45,18 @@ Witness::~Witness() {
 
 NSBitmapImageRep* Witness::pictureOf(NSView* view) {
   const NSRect frame = [view bounds];
+  NSView* ground = [[[BlackGround alloc] initWithFrame:frame] autorelease];
+  [ground addSubview:view];
   NSWindow* window = [[NSWindow alloc] initWithContentRect:frame
                                                  styleMask:0
                                                    backing:NSBackingStoreBuffered
                                                      defer:NO];
   [window setReleasedWhenClosed:NO];
-  [window setBackgroundColor:[NSColor blackColor]];
-  [window setContentView:view];
+  [window setContentView:ground];
   [window orderFront:nil];
   [window display];
-  NSBitmapImageRep* picture = [view bitmapImageRepForCachingDisplayInRect:frame];
-  [view cacheDisplayInRect:frame toBitmapImageRep:picture];
+  NSBitmapImageRep* picture = [ground bitmapImageRepForCachingDisplayInRect:frame];
+  [ground cacheDisplayInRect:frame toBitmapImageRep:picture];
   [window close];
   return picture;
 }
