@@ -27,7 +27,7 @@ FUZZ_SECONDS ?= 60
 SOAK_SECONDS ?= 120
 
 help: ## list the targets
-	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 24
+	@awk -F ':.*## ' '/^[a-z-]*:.*## / { printf "  make %-17s%s\n", $$1, $$2 }' $(MAKEFILE_LIST)
 
 run: build ## install what is missing, build and start the program
 	@$(START)
