@@ -1,26 +1,14 @@
 #include "launch_agents/launch_agent_scanner.h"
 
-#include <re2/re2.h>
-
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <iterator>
 #include <span>
 
+#include "launch_agents/launch_agent_choice.h"
 #include "platform/launch_agents.h"
 
 namespace LaunchAgentScanner {
 namespace {
-
-const RE2& interesting() {
-  static const RE2 pattern("(?i)(hermes|llama|mlx|ollama|brevik|zentho|docker|halvek|gateway)");
-  if (!pattern.ok()) {
-    std::fputs("vorda: the launch agent pattern does not compile\n", stderr);
-    std::abort();
-  }
-  return pattern;
-}
 
 std::string programOf(const platform::LaunchAgentFile& file) {
   constexpr std::size_t kShownWords = 4;
@@ -63,18 +51,6 @@ void setState(std::vector<VordaLaunchAgent>& launchAgents,
 }
 
 }  // namespace
-
-bool isInteresting(const VordaLaunchAgent& launchAgent) {
-  return RE2::PartialMatch(launchAgent.label + " " + launchAgent.program, interesting());
-}
-
-bool isListed(const VordaLaunchAgent& launchAgent) {
-  return launchAgent.keepAlive || isInteresting(launchAgent);
-}
-
-bool hasRow(const VordaLaunchAgent& launchAgent, bool isUnderWay) {
-  return launchAgent.loaded || launchAgent.keepAlive || isUnderWay;
-}
 
 std::vector<VordaLaunchAgent> scan() {
   RepeatedScan once;

@@ -9,8 +9,8 @@
 #include "platform/processes.h"
 #include "ui/alerts.h"
 #include "ui/family_rows.h"
-#include "ui/refresh_times.h"
 #include "ui/status_bar_controller.h"
+#include "ui/waiting_times.h"
 
 namespace {
 
@@ -82,7 +82,7 @@ void StatusBarController::endFamily(Sender sender, bool force) {
     killRestOfFamily(ending, *head);
     tellLater(std::move(ending), kForcePatience);
   } else {
-    afterFamily(RefreshTimes::kFamilyPatience, std::move(ending),
+    afterFamily(WaitingTimes::kFamilyPatience, std::move(ending),
                 &StatusBarController::askRestOfFamily);
   }
   refreshNow();

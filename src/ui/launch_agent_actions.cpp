@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "ui/alerts.h"
-#include "ui/refresh_times.h"
 #include "ui/status_bar_controller.h"
+#include "ui/waiting_times.h"
 
 void StatusBarController::unloadLaunchAgent(Sender sender) {
   if (const auto* launchAgent = recordIn<VordaLaunchAgent>(sender.representedObject)) {
@@ -42,7 +42,7 @@ void StatusBarController::beginOperation(LaunchAgentOperation operation) {
   launchAgentOperations_.push_back(std::move(operation));
   if (!launchAgentOperationTimer_) {
     launchAgentOperationTimer_ =
-        frontEnd_.every(RefreshTimes::kOperationInterval, [weakSelf = std::weak_ptr(self_)] {
+        frontEnd_.every(WaitingTimes::kOperationInterval, [weakSelf = std::weak_ptr(self_)] {
           if (const auto self = weakSelf.lock()) (*self)->lookAfterOperations();
         });
   }

@@ -8,7 +8,7 @@
 #include "platform/memory.h"
 #include "scanner/vorda_process.h"
 #include "ui/menu.h"
-#include "ui/refresh_times.h"
+#include "ui/waiting_times.h"
 
 /// What is wrong with the memory.
 enum class MemoryTrouble {
@@ -38,7 +38,7 @@ class MemoryWarningRule {
   static constexpr double kSameAgain = 600;        ///< not twice within that time of one culprit
   static constexpr double kHour = 3600;
   static constexpr std::size_t kMostAnHour = 3;
-  static constexpr double kUsualPause = RefreshTimes::kRefreshInterval;
+  static constexpr double kUsualPause = WaitingTimes::kRefreshInterval;
   static constexpr double kLeastPause = 0.25;
   static constexpr double kOverAfter = 60;  ///< without trouble for so long: it is over
 

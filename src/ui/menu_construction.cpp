@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "launch_agents/launch_agent_scanner.h"
+#include "launch_agents/launch_agent_choice.h"
 #include "platform/words.h"
 #include "ui/menu_builders.h"
 #include "ui/menu_limits.h"

@@ -10,8 +10,8 @@
 #include "ui/alerts.h"
 #include "ui/fair_share_inquiry.h"
 #include "ui/family_rows.h"
-#include "ui/refresh_times.h"
 #include "ui/status_bar_controller.h"
+#include "ui/waiting_times.h"
 
 namespace {
 
@@ -158,7 +158,7 @@ void StatusBarController::removeFromListOptimistically(std::int32_t pid) {
 void StatusBarController::schedulePostQuitRescans() {
   for (const auto& item : postQuitWorkItems_) item->cancel();
   postQuitWorkItems_.clear();
-  for (const double delay : RefreshTimes::kAfterQuit) {
+  for (const double delay : WaitingTimes::kAfterQuit) {
     postQuitWorkItems_.push_back(frontEnd_.after(delay, weakRefresh()));
   }
 }

@@ -36,3 +36,17 @@ bool comesBefore(const VordaProcess& a, const VordaProcess& b, SortBy sortBy) {
   }
   return false;
 }
+
+SortBy sortAfter(SortBy sortBy, bool hasGpus) {
+  switch (sortBy) {
+    case SortBy::memory:
+      return hasGpus ? SortBy::gpu : SortBy::name;
+    case SortBy::gpu:
+      return SortBy::name;
+    case SortBy::name:
+      return SortBy::start;
+    case SortBy::start:
+      break;
+  }
+  return SortBy::memory;
+}

@@ -25,3 +25,7 @@ enum class SortBy {
 /// Whether the first one's row stands above the other's. Never so for SortBy::memory: each list
 /// comes sorted by the memory that it is about.
 bool comesBefore(const VordaProcess& a, const VordaProcess& b, SortBy sortBy);
+
+/// What rows are sorted by next, when somebody presses the key for it again and again: memory, GPU
+/// memory (where there are cards), name, start.
+SortBy sortAfter(SortBy sortBy, bool hasGpus);

@@ -23,9 +23,9 @@
 #include "ui/memory_warning_text.h"
 #include "ui/menu.h"
 #include "ui/menu_construction.h"
-#include "ui/refresh_times.h"
 #include "ui/shown_pids.h"
 #include "ui/unfinished_quits.h"
+#include "ui/waiting_times.h"
 
 /// The one object that owns the program's presence on screen: the menu, the refresh timer
 /// and the last sample of processes and launch agents. It samples every 5 seconds; while
@@ -36,8 +36,8 @@ class StatusBarController : public MenuDelegate {
 
   /// How long it waits, in seconds.
   struct Waits {
-    double refresh = RefreshTimes::kRefreshInterval;  ///< from one refresh to the next
-    double quit = RefreshTimes::kQuitPatience;        ///< before it says what a quit did not end
+    double refresh = WaitingTimes::kRefreshInterval;  ///< from one refresh to the next
+    double quit = WaitingTimes::kQuitPatience;        ///< before it says what a quit did not end
   };
 
   /// Takes the first sample, builds the menu and starts the timer. `frontEnd` outlives it;

@@ -1,5 +1,5 @@
 #include "ui/memory_pressure_view.h"
-#include "ui/strip_pressure.h"
+#include "ui/pressure_level.h"
 
 double scaleOf(std::span<const Segment> segments) {
   double sum = 0;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "ui/pressure_level.h"
 #include "ui/process_color.h"
-#include "ui/strip_pressure.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "scanner/memory_format.h"
 #include "text/display_line.h"
 #include "ui/name_limits.h"
-#include "ui/strip_pressure.h"
+#include "ui/pressure_level.h"
 
 namespace {
 

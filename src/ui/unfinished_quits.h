@@ -15,7 +15,7 @@ class UnfinishedQuits {
   bool add(const ProcessReference& process, const std::string& name);
 
   /// Notes that the last request to this process, sent at `askedAt`, has had its time
-  /// (RefreshTimes::kQuitPatience).
+  /// (WaitingTimes::kQuitPatience).
   void runOut(const ProcessReference& process, std::uint64_t askedAt);
 
   /// Forgets the request, because the process was force-quit.

@@ -103,13 +103,4 @@ TEST_F(LaunchAgentScan, KeepsTheFoldersOrderAmongManyOfOneLabel) {
   EXPECT_EQ(paths, expected);
 }
 
-TEST_F(LaunchAgentScan, FindsEachWordOfAIToolingInAnyCase) {
-  for (const auto* word : {"hermes", "llama", "mlx", "ollama", "brevik", "zentho", "docker",
-                           "halvek", "gateway", "GateWay", "com.DOCKER.helper"}) {
-    EXPECT_TRUE(LaunchAgentScanner::isInteresting({.label = word})) << word;
-    EXPECT_TRUE(LaunchAgentScanner::isInteresting({.label = "x", .program = word})) << word;
-  }
-  EXPECT_FALSE(LaunchAgentScanner::isInteresting({.label = "gate", .program = "way"}));
-}
-
 }  // namespace

@@ -11,8 +11,8 @@
 #include <thread>
 
 #include "platform/linux/file_reader.h"
+#include "platform/linux/loaded_units.h"
 #include "platform/linux/systemd_operation.h"
-#include "platform/linux/systemd_services.h"
 #include "platform/processes.h"
 #include "tools/child_process.h"
 #include "tools/scoped_variable.h"
@@ -73,7 +73,7 @@ class LaunchAgents : public testing::Test {
 
   UserManagerRig rig_;
   /// On a busy machine the usual budget may be too small.
-  platform::SystemdServices reader_{{.budget = 60s}};
+  platform::LoadedUnits reader_{{.budget = 60s}};
 };
 
 TEST_F(LaunchAgents, StartRunAndStop) {
@@ -199,7 +199,7 @@ TEST_F(LaunchAgents, AreFoundWithoutTheVariables) {
   const auto sockets = [&] { return platform::userBusSockets(runtime.path()); };
   platform::SystemdOperation operation(platform::SystemdOperation::Verb::start, "ollama", sockets);
   EXPECT_EQ(end([&] { return operation.poll(); }).status, 0);
-  platform::SystemdServices reader({.budget = 60s, .sockets = sockets});
+  platform::LoadedUnits reader({.budget = 60s, .sockets = sockets});
   const auto answer = reader.read(platform::launchAgentFiles());
   ASSERT_TRUE(answer);
   EXPECT_THAT(answer->loaded, Contains(Key("ollama")));
@@ -228,8 +228,8 @@ TEST_F(LaunchAgents, AManagerThatHangsIsLeftAloneForAWhile) {
   rig_.addService("ollama", playing({"ollama"}));
   ASSERT_EQ(start("ollama").status, 0);
   const auto files = platform::launchAgentFiles();
-  platform::SystemdServices patient({.budget = 500ms, .rest = 3600s});
-  platform::SystemdServices late({.budget = 100ms, .rest = 3600s});
+  platform::LoadedUnits patient({.budget = 500ms, .rest = 3600s});
+  platform::LoadedUnits late({.budget = 100ms, .rest = 3600s});
   for (int i = 0; i < 6000 && !patient.read(files); ++i) std::this_thread::sleep_for(10ms);
   const auto before = patient.read(files);
   ASSERT_TRUE(before);
@@ -251,7 +251,7 @@ class WithoutManager : public testing::Test {
  protected:
   void expectNothingKnown() const {
     const LaunchAgentFile file{.label = "ollama", .path = "/nonexistent/ollama.service"};
-    platform::SystemdServices reader({.budget = 100ms, .sockets = [this] { return sockets(); }});
+    platform::LoadedUnits reader({.budget = 100ms, .sockets = [this] { return sockets(); }});
     EXPECT_FALSE(reader.read(std::span(&file, 1)));
   }
   void expectFailures() const {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/scripted_platform.h"
-#include "platform/page_counts.h"
+#include "platform/macos/used_memory.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 
 #include "fakes/row_name.h"
 #include "ui/controller_test.h"
-#include "ui/refresh_times.h"
+#include "ui/waiting_times.h"
 
 namespace {
 
@@ -44,7 +44,7 @@ class FailingPlatform : public ControllerTest, public testing::WithParamInterfac
   /// What somebody does in a minute: looks, quits the server, ends the trainer, stops and
   /// starts the launch agent. What the menu does not offer is not chosen.
   void useAll() {
-    frontEnd_.advance(RefreshTimes::kRefreshInterval);
+    frontEnd_.advance(WaitingTimes::kRefreshInterval);
     expectSense();
     chooseIfThere(kServer, Action::quitProcess);
     expectSense();
@@ -53,7 +53,7 @@ class FailingPlatform : public ControllerTest, public testing::WithParamInterfac
     for (const Action action : {Action::unloadLaunchAgent, Action::loadLaunchAgent})
       chooseIfThere(action);
     openMenu();
-    frontEnd_.advance(RefreshTimes::kRefreshInterval);
+    frontEnd_.advance(WaitingTimes::kRefreshInterval);
     closeMenu();
     expectSense();
   }
@@ -114,7 +114,7 @@ TEST_P(FailingPlatform, AtEachCall) {
       EXPECT_EQ(signal.force, signal.pid == kTrainer);
     }
     EXPECT_THAT(signalled, IsSubsetOf({kServer, kTrainer}));
-    frontEnd_.advance(RefreshTimes::kRefreshInterval);
+    frontEnd_.advance(WaitingTimes::kRefreshInterval);
     EXPECT_THAT(listedPids(), testing::UnorderedElementsAreArray(living));
     expectSense();
     controller_.reset();

@@ -7,8 +7,8 @@
 #include "frontends/qt/qt_text.h"
 #include "text/display_line.h"
 #include "text/unicode.h"
+#include "ui/pressure_level.h"
 #include "ui/row_direction.h"
-#include "ui/strip_pressure.h"
 
 namespace {
 

@@ -15,7 +15,7 @@
 #include "frontends/terminal/strip_painter.h"
 #include "platform/processes.h"
 #include "text/format.h"
-#include "ui/strip_pressure.h"
+#include "ui/pressure_level.h"
 #include "ui/strip_text.h"
 
 namespace terminal {

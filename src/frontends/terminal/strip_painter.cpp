@@ -9,7 +9,7 @@
 #include "frontends/terminal/cell_text.h"
 #include "frontends/terminal/color_depth.h"
 #include "text/format.h"
-#include "ui/strip_pressure.h"
+#include "ui/pressure_level.h"
 #include "ui/strip_text.h"
 
 namespace terminal {

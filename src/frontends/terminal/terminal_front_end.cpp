@@ -11,12 +11,27 @@
 #include "platform/processes.h"
 #include "scanner/credentials/credential_mask.h"
 #include "text/display_line.h"
+#include "ui/row_order.h"
 
 namespace terminal {
 namespace {
 
 bool isFromUser(const Input& input) {
   return input.kind != Input::Kind::redraw && input.kind != Input::Kind::ended;
+}
+
+const char* saysSortedBy(SortBy sortBy) {
+  switch (sortBy) {
+    case SortBy::gpu:
+      return "Sorted by GPU memory.";
+    case SortBy::name:
+      return "Sorted by name.";
+    case SortBy::start:
+      return "Sorted by start, the latest first.";
+    case SortBy::memory:
+      break;
+  }
+  return "Sorted by memory.";
 }
 
 }  // namespace
@@ -216,27 +231,9 @@ void TerminalFrontEnd::arrange() {
 
 /// The selection stays in its place: what stood there may be far away now, or cut.
 void TerminalFrontEnd::sortByNext() {
-  switch (arrangement_.sortBy) {
-    case SortBy::memory:
-      if (view_.strip() != nullptr && view_.strip()->gpu) {
-        arrangement_.sortBy = SortBy::gpu;
-        hint("Sorted by GPU memory.");
-        break;
-      }
-      [[fallthrough]];
-    case SortBy::gpu:
-      arrangement_.sortBy = SortBy::name;
-      hint("Sorted by name.");
-      break;
-    case SortBy::name:
-      arrangement_.sortBy = SortBy::start;
-      hint("Sorted by start, the latest first.");
-      break;
-    case SortBy::start:
-      arrangement_.sortBy = SortBy::memory;
-      hint("Sorted by memory.");
-      break;
-  }
+  const bool hasGpus = view_.strip() != nullptr && view_.strip()->gpu;
+  arrangement_.sortBy = sortAfter(arrangement_.sortBy, hasGpus);
+  hint(saysSortedBy(arrangement_.sortBy));
   const auto place = view_.cursor().selected();
   delegate_->arrange(arrangement_);
   if (place) view_.selectNearest(*place, geometry().list.height);

@@ -6,7 +6,7 @@
 #include "text/display_line.h"
 #include "text/json_writer.h"
 #include "ui/memory_pressure_view.h"
-#include "ui/strip_pressure.h"
+#include "ui/pressure_level.h"
 
 namespace {
 

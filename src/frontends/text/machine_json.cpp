@@ -11,8 +11,8 @@
 #include "text/format.h"
 #include "text/json_writer.h"
 #include "ui/memory_pressure_view.h"
+#include "ui/pressure_level.h"
 #include "ui/process_color.h"
-#include "ui/strip_pressure.h"
 
 namespace {
 

@@ -10,8 +10,8 @@
 #include "frontends/terminal/glyphs.h"
 #include "text/blanks.h"
 #include "text/display_line.h"
+#include "ui/pressure_level.h"
 #include "ui/row_glyphs.h"
-#include "ui/strip_pressure.h"
 #include "ui/strip_text.h"
 
 namespace {

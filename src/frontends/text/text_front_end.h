@@ -5,7 +5,7 @@
 
 #include "frontends/text/menu_text.h"
 #include "ui/front_end.h"
-#include "ui/refresh_times.h"
+#include "ui/waiting_times.h"
 
 /// A front end for what is printed: it shows nothing by itself, and has no run loop. Scheduled work
 /// never runs, alerts are dismissed unseen.
@@ -38,4 +38,4 @@ class TextFrontEnd : public FrontEnd {
 [[nodiscard]] int runBar(std::FILE* out);
 
 /// Such a line every `seconds`, until nobody reads them any more: that is its ordinary end.
-[[nodiscard]] int watchBar(std::FILE* out, double seconds = RefreshTimes::kRefreshInterval);
+[[nodiscard]] int watchBar(std::FILE* out, double seconds = WaitingTimes::kRefreshInterval);

@@ -3,8 +3,8 @@
 #include <memory>
 #include <optional>
 
+#include "platform/linux/loaded_units.h"
 #include "platform/linux/systemd_operation.h"
-#include "platform/linux/systemd_services.h"
 
 namespace platform {
 namespace {
@@ -17,7 +17,7 @@ std::vector<ServiceAttempt> onlyAttempt(SystemdOperation::Verb verb, const std::
 }  // namespace
 
 const LaunchAgentAnswer* loadedLaunchAgents(std::span<const LaunchAgentFile> files) {
-  static SystemdServices reader;
+  static LoadedUnits reader;
   static std::optional<LaunchAgentAnswer> answer;
   answer = reader.read(files);
   return answer ? &*answer : nullptr;

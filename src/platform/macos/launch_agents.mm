@@ -69,9 +69,7 @@ std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::st
 
 std::vector<ServiceAttempt> stopAttempts(const std::string& label, const std::string& path,
                                          std::chrono::milliseconds limit) {
-  const std::string user = domain();
-  return watched(launchctlAttempts(
-      {{"bootout", user + "/" + label}, {"bootout", user, path}, {"unload", path}}, limit));
+  return watched(launchctlAttempts(stopCommands(domain(), label, path), limit));
 }
 
 std::vector<ServiceAttempt> startAttempts(const std::string&, const std::string& path) {
@@ -80,7 +78,7 @@ std::vector<ServiceAttempt> startAttempts(const std::string&, const std::string&
 
 std::vector<ServiceAttempt> startAttempts(const std::string& path,
                                           std::chrono::milliseconds limit) {
-  return watched(launchctlAttempts({{"bootstrap", domain(), path}, {"load", path}}, limit));
+  return watched(launchctlAttempts(startCommands(domain(), path), limit));
 }
 
 }  // namespace platform

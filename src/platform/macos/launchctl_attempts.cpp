@@ -7,6 +7,15 @@
 
 namespace platform {
 
+std::vector<LaunchctlCommand> stopCommands(const std::string& domain, const std::string& label,
+                                           const std::string& path) {
+  return {{"bootout", domain + "/" + label}, {"bootout", domain, path}, {"unload", path}};
+}
+
+std::vector<LaunchctlCommand> startCommands(const std::string& domain, const std::string& path) {
+  return {{"bootstrap", domain, path}, {"load", path}};
+}
+
 std::vector<ServiceAttempt> launchctlAttempts(const std::vector<LaunchctlCommand>& commands,
                                               std::chrono::milliseconds limit) {
   const auto deadline = std::make_shared<std::optional<Clock::time_point>>();

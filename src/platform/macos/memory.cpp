@@ -8,7 +8,7 @@
 #include <cstring>
 #include <iterator>
 
-#include "platform/page_counts.h"
+#include "platform/macos/used_memory.h"
 
 namespace platform {
 namespace {

@@ -8,9 +8,9 @@
 #include <span>
 #include <string_view>
 
-#include "scanner/roles/markers.h"
+#include "scanner/roles/role_word_table.h"
 
-/// Every marker of markers.h in one table; a marker's place in it is its bit in a set. One
+/// Every marker of role_word_table.h in one table; a marker's place in it is its bit in a set. One
 /// that stands in several lists goes by its first place.
 inline constexpr auto kMarkers = [] {
   std::array<std::string_view, kTrainingMarkers.size() + kLoraMarkers.size() +
@@ -24,7 +24,7 @@ inline constexpr auto kMarkers = [] {
 }();
 
 /// A set of markers. Rules write theirs as the texts themselves ("vllm", or a list of them);
-/// the compiler turns these into bits, and refuses a text that no list of markers.h holds.
+/// the compiler turns these into bits, and refuses a text that no list of role_word_table.h holds.
 class MarkerSet {
  public:
   /// No marker.
@@ -35,7 +35,7 @@ class MarkerSet {
   consteval MarkerSet(std::initializer_list<std::string_view> markers) {
     insertAll({markers.begin(), markers.size()});
   }
-  /// One whole list of markers.h.
+  /// One whole list of role_word_table.h.
   template <std::size_t kSize>
   consteval MarkerSet(const std::array<std::string_view, kSize>& markers) {
     insertAll(markers);
@@ -68,7 +68,7 @@ class MarkerSet {
 
   static consteval std::size_t indexOf(std::string_view marker) {
     const auto* found = std::find(kMarkers.begin(), kMarkers.end(), marker);
-    if (found == kMarkers.end()) throw "this text is missing from markers.h";
+    if (found == kMarkers.end()) throw "this text is missing from role_word_table.h";
     return static_cast<std::size_t>(found - kMarkers.begin());
   }
 

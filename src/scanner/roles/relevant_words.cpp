@@ -4,8 +4,8 @@
 #include <unordered_set>
 
 #include "scanner/command_line/program_names.h"
-#include "scanner/roles/markers.h"
 #include "scanner/roles/role_by_activity.h"
+#include "scanner/roles/role_word_table.h"
 #include "text/ascii.h"
 #include "text/path.h"
 #include "text/unicode.h"

@@ -10,7 +10,7 @@
 #include "reference/process_rules.h"
 #include "scanner/command_words.h"
 #include "scanner/process_scanner.h"
-#include "scanner/roles/markers.h"
+#include "scanner/roles/role_word_table.h"
 
 namespace {
 

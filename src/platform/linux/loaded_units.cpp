@@ -1,4 +1,4 @@
-#include "platform/linux/systemd_services.h"
+#include "platform/linux/loaded_units.h"
 
 #include <cerrno>
 
@@ -6,14 +6,14 @@ namespace platform {
 
 using Clock = std::chrono::steady_clock;
 
-std::optional<LaunchAgentAnswer> SystemdServices::read(std::span<const LaunchAgentFile> files) {
+std::optional<LaunchAgentAnswer> LoadedUnits::read(std::span<const LaunchAgentFile> files) {
   if (files.empty()) return LaunchAgentAnswer{};
   inquire(files, Clock::now() + options_.budget);
   if (!last_) return std::nullopt;
   return LaunchAgentAnswer{last_->launchAgentsOf(files), last_->askedAt};
 }
 
-void SystemdServices::inquire(std::span<const LaunchAgentFile> files, Deadline deadline) {
+void LoadedUnits::inquire(std::span<const LaunchAgentFile> files, Deadline deadline) {
   BusFailure failure;
   const auto isOver = [&] { return inquiry_->carryOn(files); };
   if (Clock::now() < restsUntil_) {
@@ -43,7 +43,7 @@ void SystemdServices::inquire(std::span<const LaunchAgentFile> files, Deadline d
 }
 
 /// False when there is no manager to ask.
-bool SystemdServices::connect() {
+bool LoadedUnits::connect() {
   if (bus_) return true;
   BusFailure failure;
   bus_ = UserBus::open(options_.sockets(), failure);
@@ -56,16 +56,16 @@ bool SystemdServices::connect() {
   return false;
 }
 
-void SystemdServices::takeAnswer() {
+void LoadedUnits::takeAnswer() {
   last_ = inquiry_->takeAnswer();
   inquiry_.reset();
 }
 
-void SystemdServices::restAWhile() {
+void LoadedUnits::restAWhile() {
   restsUntil_ = Clock::now() + options_.rest;
 }
 
-void SystemdServices::disconnect() {
+void LoadedUnits::disconnect() {
   inquiry_.reset();
   bus_.reset();
 }

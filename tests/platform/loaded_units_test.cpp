@@ -1,6 +1,6 @@
 // Asking which services are loaded, over a real message bus, of a manager that does what a test
 // says.
-#include "platform/linux/systemd_services.h"
+#include "platform/linux/loaded_units.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 using platform::LaunchAgentAnswer;
 using platform::LaunchAgentFile;
 using platform::LoadedLaunchAgents;
-using platform::SystemdServices;
+using platform::LoadedUnits;
 using testing::ElementsAre;
 using testing::SizeIs;
 using Clock = std::chrono::steady_clock;
@@ -39,16 +39,16 @@ class LoadedLaunchAgentsOf : public testing::Test {
   }
 
   /// One that waits this long, and after that leaves the manager alone for as long.
-  SystemdServices reader(std::chrono::milliseconds budget, std::chrono::seconds rest) const {
-    return SystemdServices({.budget = budget,
-                            .rest = rest,
-                            .sockets = [sockets = manager_.sockets()] { return sockets; }});
+  LoadedUnits reader(std::chrono::milliseconds budget, std::chrono::seconds rest) const {
+    return LoadedUnits({.budget = budget, .rest = rest, .sockets = [sockets = manager_.sockets()] {
+                          return sockets;
+                        }});
   }
-  SystemdServices patient() const { return reader(60s, kLong); }
-  SystemdServices hasty() const { return reader(50ms, kLong); }
+  LoadedUnits patient() const { return reader(60s, kLong); }
+  LoadedUnits hasty() const { return reader(50ms, kLong); }
 
   /// Reads on, until the late answer is there.
-  std::optional<LaunchAgentAnswer> readOn(SystemdServices& reader) const {
+  std::optional<LaunchAgentAnswer> readOn(LoadedUnits& reader) const {
     const auto deadline = Clock::now() + 60s;
     while (Clock::now() < deadline) {
       if (auto answer = reader.read(files_)) return answer;
@@ -87,7 +87,7 @@ TEST_F(LoadedLaunchAgentsOf, APidIsToldOfTheTimeBeforeItWasAskedFor) {
 }
 
 TEST_F(LoadedLaunchAgentsOf, AllQuestionsHaveOneBudget) {
-  const SystemdServices::Options usual;
+  const LoadedUnits::Options usual;
   EXPECT_EQ(usual.budget, 300ms);
   EXPECT_EQ(usual.rest, 60s);
 

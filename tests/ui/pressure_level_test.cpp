@@ -1,4 +1,4 @@
-#include "ui/strip_pressure.h"
+#include "ui/pressure_level.h"
 
 #include <gtest/gtest.h>
 

@@ -19,7 +19,7 @@ namespace platform {
 /// manager that takes longer is not asked again for a while, because every refresh would freeze
 /// the interface for the whole budget. Until then its last answer is used, and a late answer as
 /// soon as it arrives.
-class SystemdServices {
+class LoadedUnits {
  public:
   struct Options {
     std::chrono::milliseconds budget{300};  ///< for all questions of one read together
@@ -27,8 +27,8 @@ class SystemdServices {
     /// Where the manager's bus may be.
     std::function<std::vector<std::string>()> sockets = [] { return userBusSockets(); };
   };
-  SystemdServices() = default;
-  explicit SystemdServices(Options options) : options_(std::move(options)) {}
+  LoadedUnits() = default;
+  explicit LoadedUnits(Options options) : options_(std::move(options)) {}
 
   /// None when there is no manager, or it can't be asked, or has never answered.
   std::optional<LaunchAgentAnswer> read(std::span<const LaunchAgentFile> files);

@@ -3,7 +3,7 @@
 #include <array>
 
 /// When the controller looks again, and how long it waits for what it has asked for; in seconds.
-namespace RefreshTimes {
+namespace WaitingTimes {
 
 inline constexpr double kRefreshInterval = 5;
 
@@ -19,4 +19,4 @@ inline constexpr double kFamilyPatience = 5;
 /// While a launch agent is being stopped or started, how often it is asked how that goes on.
 inline constexpr double kOperationInterval = 0.1;
 
-}  // namespace RefreshTimes
+}  // namespace WaitingTimes
