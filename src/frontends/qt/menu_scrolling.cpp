@@ -1,12 +1,12 @@
 #include "frontends/qt/menu_scrolling.h"
 
 #include <QApplication>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
+#include <algorithm>
 
 #include "frontends/qt/screen_place.h"
 #include "frontends/qt/wayland/menu_surface.h"
@@ -53,6 +53,12 @@ void bringIntoSight(QMenu& menu) {
 QMenu* parentMenu(const QMenu& menu) {
   auto* parent = qobject_cast<QMenu*>(menu.menuAction()->parent());
   return parent == &menu ? nullptr : parent;
+}
+
+QSize ScrollingMenu::sizeHint() const {
+  const QSize whole = QMenu::sizeHint();
+  if (whole.height() <= maximumHeight()) return whole;
+  return {whole.width(), std::max(whole.height(), screen()->geometry().height() + 1)};
 }
 
 void fitScreen(QMenu& menu) {

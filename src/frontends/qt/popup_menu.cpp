@@ -119,7 +119,7 @@ class ShownActions {
 /// What many rows share is made when it is looked at.
 void fillLater(ItemAction& action, const OnNewSubmenu& onNewSubmenu) {
   if (action.menu() != nullptr) return;
-  auto* const menu = new QMenu;
+  auto* const menu = new ScrollingMenu;
   action.setMenu(menu);
   onNewSubmenu(*menu, action);
   QObject::connect(menu, &QMenu::aboutToShow, &action, [&action, menu, onNewSubmenu] {
@@ -136,7 +136,7 @@ void fillSubmenu(ItemAction& action, const OnNewSubmenu& onNewSubmenu) {
     return;
   }
   if (action.menu() == nullptr) {
-    action.setMenu(new QMenu);
+    action.setMenu(new ScrollingMenu);
     onNewSubmenu(*action.menu(), action);
   }
   fillMenu(*action.menu(), {item, &item->submenu}, onNewSubmenu);
@@ -174,7 +174,7 @@ void refreshLiveTitles(const QMenu& menu) {
 
 }  // namespace
 
-PopupMenu::PopupMenu(QWidget* parent, bool isReadOut) : QMenu(parent) {
+PopupMenu::PopupMenu(QWidget* parent, bool isReadOut) : ScrollingMenu(parent) {
   style_.letKeysReachAll(isReadOut);
   setWindowTitle("Vorda menu");
   setAccessibleName(windowTitle());
@@ -209,13 +209,6 @@ void PopupMenu::setMenu(const std::shared_ptr<const Menu>& menu) {
   }
   // Qt gives it its full height.
   if (!screen()->availableGeometry().contains(geometry())) fitScreen(*this);
-}
-
-/// Qt lets a menu scroll that is higher than the screen, but not one that has less room than that.
-QSize PopupMenu::sizeHint() const {
-  const QSize whole = QMenu::sizeHint();
-  if (whole.height() <= maximumHeight()) return whole;
-  return {whole.width(), std::max(whole.height(), screen()->geometry().height() + 1)};
 }
 
 void PopupMenu::openAt(QPoint place) {

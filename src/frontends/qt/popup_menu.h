@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QAccessible>
-#include <QMenu>
 #include <memory>
 
 #include "frontends/qt/item_tool_tips.h"
@@ -10,7 +9,7 @@
 #include "ui/menu.h"
 
 /// The menu as the program itself shows it: the live strip on top, dots, submenus, tooltips.
-class PopupMenu : public QMenu {
+class PopupMenu : public ScrollingMenu {
   Q_OBJECT
 
  public:
@@ -23,8 +22,6 @@ class PopupMenu : public QMenu {
 
   /// Opens it at that place on the screen, or beside the panel that covers it.
   void openAt(QPoint place);
-
-  QSize sizeHint() const override;
 
   /// The strip has changed: draws it anew.
   void refreshStrip();

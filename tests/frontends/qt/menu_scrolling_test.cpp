@@ -36,27 +36,28 @@ std::vector<MenuItem> manyRows() {
   return items;
 }
 
+void pointAt(QMenu& menu, int y) {
+  const QPointF place(menu.width() / 2.0, y);
+  QMouseEvent event(QEvent::MouseMove, place, menu.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+                    Qt::NoModifier);
+  QCoreApplication::sendEvent(&menu, &event);
+}
+
 TEST_F(MenuScrollingTest, ScrollsOnlyWithThePointerInside) {
   menu.setMenu(menuOf(manyRows()));
   open();
   ASSERT_GE(menu.actionGeometry(menu.actions().back()).bottom(), menu.height());
   const int before = menu.actionGeometry(action(0)).top();
-  const auto moveTo = [this](int y) {
-    const QPointF place(menu.width() / 2.0, y);
-    QMouseEvent event(QEvent::MouseMove, place, menu.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
-                      Qt::NoModifier);
-    QCoreApplication::sendEvent(&menu, &event);
-  };
   const auto scrolled = [&] { return menu.actionGeometry(action(0)).top() != before; };
   // Qt takes the first move of the pointer for none.
-  moveTo(menu.height() / 2);
-  moveTo(menu.height() + 20);
+  pointAt(menu, menu.height() / 2);
+  pointAt(menu, menu.height() + 20);
   QEventLoop loop;
   QTimer::singleShot(300, &loop, &QEventLoop::quit);  // Qt scrolls 50 milliseconds later
   loop.exec();
   EXPECT_FALSE(scrolled());
   EXPECT_TRUE(menu.isVisible());
-  moveTo(menu.height() - 2);
+  pointAt(menu, menu.height() - 2);
   EXPECT_TRUE(eventually(scrolled));
 }
 
@@ -86,23 +87,38 @@ TEST_F(MenuScrollingTest, RowChosenByKeysIsInSight) {
   }
 }
 
+void expectToScroll(QMenu& menu) {
+  const auto top = [&menu] { return menu.actionGeometry(menu.actions().front()).top(); };
+  const int before = top();
+  pointAt(menu, menu.height() / 2);
+  pointAt(menu, menu.height() - 2);
+  EXPECT_TRUE(eventually([&] { return top() < before; }));
+}
+
 TEST_F(MenuScrollingTest, WhatIsLowerThanTheScreenScrollsToo) {
   menu.setMenu(menuOf(manyRows()));
   menu.setMaximumHeight(300);
   open();
   ASSERT_EQ(menu.height(), 300);
-  const int before = menu.actionGeometry(action(0)).top();
-  for (const int y : {150, 298}) {
-    const QPointF place(menu.width() / 2.0, y);
-    QMouseEvent event(QEvent::MouseMove, place, menu.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
-                      Qt::NoModifier);
-    QCoreApplication::sendEvent(&menu, &event);
-  }
-  EXPECT_TRUE(eventually([&] { return menu.actionGeometry(action(0)).top() < before; }));
+  expectToScroll(menu);
   for (int i = 0; i < 70; ++i) {
     press(menu, Qt::Key_Down);
     ASSERT_TRUE(chosenRowIsInSight()) << i;
   }
+}
+
+TEST_F(MenuScrollingTest, SubmenuThatIsLowerThanTheScreenScrollsToo) {
+  MenuItem more = processRow(99, "more");
+  more.submenu = std::vector<MenuItem>(16, processRow(100, "row"));
+  menu.setMenu(menuOf({more}));
+  QMenu& opened = *submenu(0);
+  ASSERT_GT(opened.sizeHint().height(), 300);
+  opened.setMaximumHeight(300);
+  open();
+  menu.setActiveAction(action(0));
+  press(menu, Qt::Key_Right);
+  ASSERT_EQ(opened.height(), 300);
+  expectToScroll(opened);
 }
 
 TEST_F(MenuScrollingTest, RowChosenByKeysIsInSightAfterTheWheel) {
