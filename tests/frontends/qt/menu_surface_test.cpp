@@ -2,10 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <QByteArray>
 #include <QMenu>
 #include <QScreen>
+#include <QSize>
 #include <QWindow>
+#include <vector>
 
 #include "fakes/row_name.h"
 #include "frontends/qt/menu_style.h"
@@ -60,21 +61,27 @@ TEST_F(MenuOnWayland, IsAMenuLikeAnyOtherElsewhere) {
 
 struct LinesRow {
   const char* name;
-  int told;
+  QSize told;
   qreal scale;
-  const char* desktops;
+  std::vector<OutputMode> modes;
   int lines;
 };
 class LinesOnWayland : public testing::TestWithParam<LinesRow> {};
 TEST_P(LinesOnWayland, ArePoints) {
-  EXPECT_EQ(linesOf(GetParam().told, GetParam().scale, GetParam().desktops), GetParam().lines);
+  EXPECT_EQ(linesOf(GetParam().told, GetParam().scale, GetParam().modes), GetParam().lines);
 }
-INSTANTIATE_TEST_SUITE_P(Table, LinesOnWayland,
-                         testing::Values(LinesRow{"Gnome", 1080, 1, "GNOME", 1080},
-                                         LinesRow{"GnomeHidpi", 1600, 2, "GNOME", 800},
-                                         LinesRow{"UbuntuHidpi", 1600, 2, "ubuntu:GNOME", 800},
-                                         LinesRow{"PlasmaHidpi", 800, 2, "KDE", 800},
-                                         LinesRow{"NobodySays", 800, 2, "", 800}),
-                         rowName<LinesRow>);
+constexpr QSize kFullHd(1920, 1080);
+INSTANTIATE_TEST_SUITE_P(
+    Table, LinesOnWayland,
+    testing::Values(
+        LinesRow{"OnePixelAPoint", kFullHd, 1, {{kFullHd, 1}}, 1080},
+        LinesRow{"ToldInPixels", {2560, 1600}, 2, {{{2560, 1600}, 2}}, 800},
+        LinesRow{"ToldInPoints", {1280, 800}, 2, {{{2560, 1600}, 2}}, 800},
+        LinesRow{"OneAndAHalf", {1707, 1067}, 2, {{{2560, 1600}, 2}}, 1067},
+        LinesRow{"OnItsSide", {1600, 2560}, 2, {{{1600, 2560}, 2}}, 1280},
+        LinesRow{"SecondScreen", {2560, 1600}, 2, {{kFullHd, 1}, {{2560, 1600}, 2}}, 800},
+        LinesRow{"AnotherHasItsSize", kFullHd, 2, {{{3840, 2160}, 2}, {kFullHd, 1}}, 1080},
+        LinesRow{"NobodySays", {1280, 800}, 2, {}, 800}),
+    rowName<LinesRow>);
 
 }  // namespace

@@ -1,10 +1,11 @@
 #include "frontends/qt/wayland/menu_surface.h"
 
-#include <QByteArray>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QScreen>
 #include <QWindow>
+#include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -17,14 +18,18 @@ bool isOnWayland() {
   return QGuiApplication::platformName().startsWith("wayland");
 }
 
-int linesOf(int told, qreal scale, const QByteArray& desktops) {
-  return desktops.split(':').contains("GNOME") ? qRound(told / scale) : told;
+int linesOf(QSize told, qreal scale, const std::vector<OutputMode>& modes) {
+  const bool isInPixels = scale > 1 && std::ranges::any_of(modes, [&](const OutputMode& mode) {
+                            return mode.pixels == told && mode.scale == std::ceil(scale);
+                          });
+  return isInPixels ? qRound(told.height() / scale) : told.height();
 }
 
 int linesOf(const QScreen& screen) {
-  const int told = screen.geometry().height();
-  if (!isOnWayland()) return told;
-  return linesOf(told, screen.devicePixelRatio(), qgetenv("XDG_CURRENT_DESKTOP"));
+  const QSize told = screen.geometry().size();
+  const qreal scale = screen.devicePixelRatio();
+  if (!isOnWayland() || scale <= 1) return told.height();
+  return linesOf(told, scale, outputModes());
 }
 
 int roomForMenu(const QScreen& screen, bool onWayland) {

@@ -1,20 +1,22 @@
 #pragma once
 
+#include <QSize>
 #include <QtGlobal>
+#include <vector>
 
-class QByteArray;
+#include "frontends/qt/wayland/output_modes.h"
+
 class QMenu;
 class QScreen;
 
 [[nodiscard]] bool isOnWayland();
 
-/// How many points high a screen is. GNOME's compositor tells its height in pixels on Wayland;
-/// where it allows fractions of a scale it doesn't, and the screen is taken for less high than it
-/// is.
+/// How many points high a screen is. On Wayland GNOME's compositor tells it in pixels, unless it
+/// allows fractions of a scale.
 [[nodiscard]] int linesOf(const QScreen& screen);
-/// The same of a height that was told on Wayland, with so many pixels a point, where
-/// XDG_CURRENT_DESKTOP has that value.
-[[nodiscard]] int linesOf(int told, qreal scale, const QByteArray& desktops);
+/// The same of a screen that was told to be of that size, with so many pixels a point, by a
+/// compositor that drives its screens so.
+[[nodiscard]] int linesOf(QSize told, qreal scale, const std::vector<OutputMode>& modes);
 
 /// How high a menu may be on this screen without covering panels.
 [[nodiscard]] int roomForMenu(const QScreen& screen, bool onWayland = isOnWayland());

@@ -7,11 +7,10 @@
 #include <qpa/qplatformnativeinterface.h>
 #include <wayland-client.h>
 
-#include <algorithm>
 #include <cstdint>
-#include <cstring>
 
 #include "frontends/qt/wayland/menu_surface.h"
+#include "frontends/qt/wayland/registry.h"
 
 // The header first: it makes what the other file defines known outside of it.
 #include "plasma-shell-client.h"
@@ -23,34 +22,17 @@ namespace {
 /// The latest version whose requests are used.
 constexpr std::uint32_t kVersion = 5;
 
-struct Found {
-  org_kde_plasma_shell* shell = nullptr;
-};
-
-void noteGlobal(void* data, wl_registry* registry, std::uint32_t name, const char* interface,
-                std::uint32_t version) {
-  if (std::strcmp(interface, org_kde_plasma_shell_interface.name) != 0) return;
-  static_cast<Found*>(data)->shell = static_cast<org_kde_plasma_shell*>(wl_registry_bind(
-      registry, name, &org_kde_plasma_shell_interface, std::min(version, kVersion)));
-}
-
-/// Asks once which words the compositor knows, beside Qt, which goes on reading the connection.
 org_kde_plasma_shell* plasmaShellOf(wl_display* display) {
-  constexpr wl_registry_listener kListener{&noteGlobal, [](void*, wl_registry*, std::uint32_t) {}};
-  wl_event_queue* queue = wl_display_create_queue(display);
-  auto* wrapper = static_cast<wl_display*>(wl_proxy_create_wrapper(display));
-  wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(wrapper), queue);
-  wl_registry* registry = wl_display_get_registry(wrapper);
-  wl_proxy_wrapper_destroy(wrapper);
-  Found found;
-  wl_registry_add_listener(registry, &kListener, &found);
-  wl_display_roundtrip_queue(display, queue);
-  wl_registry_destroy(registry);
-  if (found.shell != nullptr) {
-    wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(found.shell), nullptr);
+  const Registry registry(display);
+  for (const Registry::Global& global : registry.globals()) {
+    if (global.interface != org_kde_plasma_shell_interface.name) continue;
+    auto* shell = static_cast<org_kde_plasma_shell*>(
+        registry.bind(global, org_kde_plasma_shell_interface, kVersion));
+    // Qt's own queue outlives the registry's.
+    wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(shell), nullptr);
+    return shell;
   }
-  wl_event_queue_destroy(queue);
-  return found.shell;
+  return nullptr;
 }
 
 class ToldSurface : public PlasmaSurface {
