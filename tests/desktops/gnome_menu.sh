@@ -69,12 +69,17 @@ menu_fits_with_each_submenu() {
 }
 
 # The menu that the program draws itself. On Wayland it is no window with a title.
-own_menu_is_open() {
+own_menu() {
   shell_says "global.get_window_actors().map(actor => actor.meta_window).some(window =>
-    window.title === 'Vorda menu' ||
-    (window.get_transient_for() && window.get_transient_for().title === 'Vorda²'))" true
+    (window.title === 'Vorda menu' ||
+      (window.get_transient_for() && window.get_transient_for().title === 'Vorda²')) && $1)" true
 }
+own_menu_is_open() { own_menu true; }
 own_menu_is_closed() { ! own_menu_is_open; }
+own_menu_fits() {
+  own_menu '[window.get_frame_rect()].every(place => place.y >= Main.panel.height &&
+    place.y + place.height <= global.stage.height)'
+}
 
 # shows COMMAND...: whether that is so, in the menu opened anew if need be: no row comes into an
 # open one.
@@ -149,6 +154,7 @@ opens_whole_menu() {
   eventually own_menu_is_open || return
   shell_shows 'Vorda²' || return
   shell_picture "$1"
+  must "the whole menu is on the screen: $1" own_menu_fits
   shell_key Escape
   eventually own_menu_is_closed && eventually shell_hides 'Vorda²'
 }

@@ -110,7 +110,7 @@ void IconOrWindow::provideWindow(const OpenPopup& open, QPoint icon) {
     window().activateWindow();
     qunsetenv("XDG_ACTIVATION_TOKEN");
   }
-  window().whenExposed([this, open] { open(window_.get(), window_->menuPosition()); });
+  window().whenPlaced([this, open] { open(window_.get(), window_->menuPosition()); });
 }
 
 bool IconOrWindow::bringBack() {

@@ -20,6 +20,7 @@
 namespace {
 
 constexpr int kExposurePatience = 2000;  // milliseconds
+constexpr int kPlacingPatience = 500;    // milliseconds
 constexpr const char* kWayBack =
     "Closing this window puts it away. To get it back, start Vorda again.";
 
@@ -75,6 +76,8 @@ MenuWindow::MenuWindow()
     hide();
     show();
   });
+  neverActive_.setSingleShot(true);
+  connect(&neverActive_, &QTimer::timeout, this, &MenuWindow::placed);
 }
 
 void MenuWindow::setReplacesIcon(bool replaces) {
@@ -108,29 +111,34 @@ QPoint MenuWindow::menuPosition() const {
   return mapToGlobal(QPoint(0, button_->geometry().bottom()));
 }
 
-void MenuWindow::whenExposed(std::function<void()> work) {
+void MenuWindow::whenPlaced(std::function<void()> work) {
   // Nobody else tells Qt where a window is on Wayland (display.cpp), and submenus open where Qt
   // sees room beside their menu. Each time: the compositor's answers move it back to the top left.
-  // Where nobody knows, that is best: further down, the menu would be asked for above the window,
-  // and not every compositor keeps it on the screen then.
-  auto placed = [this, work = std::move(work)] {
-    if (isOnWayland()) move(corner_.value_or(screen()->geometry().topLeft()));
+  onPlaced_ = [this, work = std::move(work)] {
+    if (isOnWayland()) move(corner_.value_or(likelyCorner(size(), screen()->geometry())));
     work();
   };
-  if (windowHandle()->isExposed()) {
-    placed();
-  } else {
-    onExposed_ = std::move(placed);
-  }
+  if (windowHandle()->isExposed()) placed();
 }
 
-bool MenuWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Expose && windowHandle()->isExposed()) {
+void MenuWindow::placed() {
+  neverActive_.stop();
+  if (auto work = std::exchange(onPlaced_, nullptr)) work();
+}
+
+bool MenuWindow::eventFilter(QObject*, QEvent* event) {
+  if (!windowHandle()->isExposed()) return false;
+  if (event->type() == QEvent::Expose) {
     neverExposed_.stop();
+    // GNOME's compositor places a window when it has its first picture, and until then keeps a menu
+    // on the screen as if the window were at the top left. Once it is active it has its place.
+    const bool mayMove = isOnWayland() && !corner_ && !windowHandle()->isActive();
     // After the window has been drawn for the first time.
-    if (onExposed_) QTimer::singleShot(0, this, std::exchange(onExposed_, nullptr));
+    if (onPlaced_) neverActive_.start(mayMove ? kPlacingPatience : 0);
+  } else if (event->type() == QEvent::FocusIn) {
+    placed();
   }
-  return QWidget::eventFilter(watched, event);
+  return false;
 }
 
 void MenuWindow::showEvent(QShowEvent* event) {

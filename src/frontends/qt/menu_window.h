@@ -43,8 +43,8 @@ class MenuWindow : public QWidget {
   /// The top left corner of a menu below the button, in screen coordinates.
   QPoint menuPosition() const;
 
-  /// Runs `work` when the window is on screen and can hold a menu: now, or later.
-  void whenExposed(std::function<void()> work);
+  /// Runs `work` when the window is on screen, at its place, and can hold a menu: now, or later.
+  void whenPlaced(std::function<void()> work);
 
  Q_SIGNALS:
   void menuRequested();
@@ -58,8 +58,11 @@ class MenuWindow : public QWidget {
   StripWidget* strip_;
   QPushButton* button_;
   QLabel* wayBack_;
-  std::function<void()> onExposed_;
+  void placed();
+
+  std::function<void()> onPlaced_;
   QTimer neverExposed_;
+  QTimer neverActive_;
   std::unique_ptr<PlasmaSurface> plasmaSurface_;
   std::optional<QPoint> corner_;  // where the compositor was told to place it
 };

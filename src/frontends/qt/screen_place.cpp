@@ -20,3 +20,7 @@ QPoint cornerBeside(QPoint icon, QSize window, const QRect& screen) {
       isBelow ? icon.y() - kAroundIcon - kTitleBar - window.height() : icon.y() + kAroundIcon;
   return cornerWithin({x, y}, window, screen);
 }
+
+QPoint likelyCorner(QSize window, const QRect& screen) {
+  return {screen.left() + (screen.width() - window.width()) / 2, screen.top()};
+}

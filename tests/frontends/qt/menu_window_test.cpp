@@ -66,11 +66,11 @@ TEST_F(MenuWindowTest, ClosingPutsItAway) {
 
 TEST_F(MenuWindowTest, RunsWorkOnceItIsOnScreen) {
   int runs = 0;
-  window.whenExposed([&runs] { ++runs; });
+  window.whenPlaced([&runs] { ++runs; });
   EXPECT_EQ(runs, 1);
 
   MenuWindow later;
-  later.whenExposed([&runs] { ++runs; });
+  later.whenPlaced([&runs] { ++runs; });
   EXPECT_EQ(runs, 1);
   later.show();
   EXPECT_TRUE(eventually([&runs] { return runs == 2; }));

@@ -55,4 +55,8 @@ INSTANTIATE_TEST_SUITE_P(
                     WithinRow{"TooWide", {100, 100}, {2000, 500}, {30, 100}}),
     rowName<WithinRow>);
 
+TEST(LikelyCorner, IsAtTheMiddleOfTheScreensTop) {
+  EXPECT_EQ(likelyCorner({300, 120}, {1920, 40, 1280, 1040}), QPoint(2410, 40));
+}
+
 }  // namespace
