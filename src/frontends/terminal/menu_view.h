@@ -82,6 +82,8 @@ class MenuView {
 
   /// Whether letters are words to look for.
   bool isTyping() const { return typing_ != Typing::nothing; }
+  /// The words stay.
+  void endTyping() { typing_ = Typing::nothing; }
   /// The words that every row shown has; "" for all rows.
   const std::string& filter() const { return filter_; }
   /// What the last line says of looking for words; "" for nothing.

@@ -50,10 +50,13 @@ Input TerminalFrontEnd::nextInput() {
   if (ended_) return {.kind = Input::Kind::ended};
   std::optional<double> wait = work_.nextDue();
   if (wait) wait = std::max(*wait - screen_.now(), 0.0);
-  const Input input = withoutShortcut(screen_.nextInput(wait));
+  const Input pressed = screen_.nextInput(wait);
+  const Input input = withoutShortcut(pressed);
   if (input.kind == Input::Kind::ended) ended_ = true;
   if (input.kind == Input::Kind::nothing) return input;
   if (isFromUser(input) && !counts(input)) return {};
+  // Else the letter that it stands for would be one of the words.
+  if (pressed.kind == Input::Kind::function && alert_ == nullptr) view_.endTyping();
   needsDrawing_ = true;
   return clickedKey(input);
 }

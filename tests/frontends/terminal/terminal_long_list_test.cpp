@@ -62,6 +62,22 @@ TEST_F(LongTerminalMenu, IsFilteredAsOneTypes) {
   run();
 }
 
+TEST_F(LongTerminalMenu, FunctionKeysAreNoWordsOfAFilter) {
+  type("/p1");
+  screen.play({.kind = Kind::function, .character = 1});
+  screen.then([&] { EXPECT_TRUE(shows("Filter what is shown")) << "the keys"; });
+  screen.press(Kind::escape);
+  screen.then([&] { EXPECT_TRUE(shows("Filter: p1   Esc ends it")); });
+  run();
+}
+
+TEST_F(LongTerminalMenu, EndsOnF10WhileAFilterIsTyped) {
+  type("/p1");
+  screen.play({.kind = Kind::function, .character = 10});
+  screen.then([] { ADD_FAILURE() << "it goes on"; });
+  run();
+}
+
 TEST_F(LongTerminalMenu, KeepsAFilterThatNothingMatches) {
   type("/zz");
   screen.press(Kind::enter);
