@@ -20,7 +20,7 @@
 namespace {
 
 constexpr int kExposurePatience = 2000;  // milliseconds
-constexpr int kPlacingPatience = 500;    // milliseconds
+constexpr int kPlacingPatience = 2000;   // milliseconds
 constexpr const char* kWayBack =
     "Closing this window puts it away. To get it back, start Vorda again.";
 
