@@ -1,5 +1,8 @@
 #include "frontends/qt/exported_menu.h"
 
+#include <QByteArray>
+#include <QByteArrayList>
+#include <algorithm>
 #include <utility>
 
 #include "frontends/qt/menu_label.h"
@@ -95,6 +98,19 @@ void ExportedMenu::takeTitles(std::vector<Node>& nodes, Change& change) const {
     if (label != node.label) change.relabelled.push_back(node.id);
     node.label = std::move(label);
   }
+}
+
+std::optional<int> ExportedMenu::mostUnscrolled(int screenLines, const QByteArray& desktops) {
+  constexpr int kRow = 28;  // 26 in Plasma's font
+  const QByteArrayList names = desktops.split(':');
+  if (!names.contains("KDE") && !names.contains("LXQt")) return std::nullopt;
+  return screenLines / kRow;
+}
+
+bool ExportedMenu::staysStill() const {
+  if (!mostUnscrolled_) return false;
+  const auto isHigh = [](const Node& node) { return node.item->kind != MenuItem::Kind::separator; };
+  return std::ranges::count_if(root_.children, isHigh) > *mostUnscrolled_;
 }
 
 const Node* ExportedMenu::find(int id) const {

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,6 +12,8 @@
 #include "ui/memory_pressure_view.h"
 #include "ui/menu.h"
 #include "ui/short_menu.h"
+
+class QByteArray;
 
 /// The menu as a tray host draws it: items with numbers, the strip as a row of blocks; its short
 /// form for a host that can't scroll. As long as the program runs, a number means the same thing,
@@ -43,6 +46,14 @@ class ExportedMenu {
   /// Live titles have changed.
   Change showTitles();
 
+  /// How many items a host shows without scrolling that would no longer scroll an open menu in
+  /// which a label changes; none: the host is no such. Hosts made with Qt are such, as menus of
+  /// Qt's take their full height then: those of the desktops that XDG_CURRENT_DESKTOP calls so.
+  static std::optional<int> mostUnscrolled(int screenLines, const QByteArray& desktops);
+  void setMostUnscrolled(std::optional<int> items) { mostUnscrolled_ = items; }
+  /// Whether nothing in it may change while it is open, not even a label.
+  bool staysStill() const;
+
   TrayHostKind host() const { return host_; }
   ShortMenu::Room room() const { return room_; }
   const Node& root() const { return root_; }
@@ -60,6 +71,7 @@ class ExportedMenu {
   TrayHostKind host_ = TrayHostKind::usual;
   ShortMenu::Room room_ = ShortMenu::Room::plenty;
   std::shared_ptr<const Menu> whole_;
+  std::optional<int> mostUnscrolled_;
   Node root_;
   Ids ids_;
   int lastId_ = kRootId;

@@ -126,7 +126,10 @@ void QtFrontEnd::noteScreen() {
   const QScreen* screen = QGuiApplication::primaryScreen();
   if (screen == nullptr) return;
   screenSize_ = connect(screen, &QScreen::geometryChanged, this, &QtFrontEnd::noteScreen);
-  const ShortMenu::Room room = ShortMenu::roomOn(linesOf(*screen));
+  const int lines = linesOf(*screen);
+  exportedMenu_.setMostUnscrolled(
+      ExportedMenu::mostUnscrolled(lines, qgetenv("XDG_CURRENT_DESKTOP")));
+  const ShortMenu::Room room = ShortMenu::roomOn(lines);
   if (connection_) {
     connection_->menu.setRoom(room);
   } else {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QByteArray>
 #include <set>
 
 #include "frontends/qt/menu_examples.h"
@@ -179,6 +180,14 @@ TEST(ExportedMenu, ALiveTitleRelabelsItsLineAlone) {
   EXPECT_EQ(change.relabelled, std::vector<int>{line.id});
   EXPECT_EQ(line.label, "2__GB");
   EXPECT_FALSE(isChange(menu.show(shown))) << "a menu that is shown later has it, too";
+}
+
+TEST(ExportedMenuThatScrolls, StaysStillWhereTheHostIsMadeWithQt) {
+  EXPECT_EQ(ExportedMenu::mostUnscrolled(800, "KDE"), 28);
+  EXPECT_EQ(ExportedMenu::mostUnscrolled(1080, "ubuntu:LXQt"), 38);
+  for (const char* other : {"", "XFCE", "ubuntu:GNOME", "KDEish"}) {
+    EXPECT_EQ(ExportedMenu::mostUnscrolled(800, other), std::nullopt) << other;
+  }
 }
 
 }  // namespace

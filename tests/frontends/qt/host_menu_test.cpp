@@ -276,6 +276,34 @@ TEST_F(HostMenuTest, StripMovesInTheOpenMenu) {
   EXPECT_EQ(layout().children[0].label, "█████████░ 90%");
 }
 
+TEST_F(HostMenuTest, LabelsWaitWhereTheHostWouldNoLongerScroll) {
+  MemoryPressureView strip;
+  onOpening = [this, &strip] {
+    strip.pressure = 0.8;
+    hostMenu.showStrip(strip);
+  };
+  model.setMostUnscrolled(5);
+  aboutToShow();
+  strip.pressure = 0.9;
+  hostMenu.showStrip(strip);
+  EXPECT_TRUE(pair.takeSignals().empty());
+  event(0, "closed");
+  EXPECT_EQ(pair.takeSignals(), Signals{"ItemsPropertiesUpdated"});
+  EXPECT_EQ(layout().children[0].label, "█████████░ 90%");
+  strip.pressure = 0.7;
+  hostMenu.showStrip(strip);
+  EXPECT_EQ(pair.takeSignals(), Signals{"ItemsPropertiesUpdated"}) << "closed it stays up to date";
+}
+
+TEST_F(HostMenuTest, StripMovesWhereAllItemsHaveRoom) {
+  model.setMostUnscrolled(6);
+  aboutToShow();
+  MemoryPressureView strip;
+  strip.pressure = 0.9;
+  hostMenu.showStrip(strip);
+  EXPECT_EQ(pair.takeSignals(), Signals{"ItemsPropertiesUpdated"});
+}
+
 TEST_F(HostMenuTest, ItemsCatchUpWhenTheHostClosesTheMenu) {
   aboutToShow();
   hostMenu.show(menuOf({processRow(13, "new")}));

@@ -227,7 +227,9 @@ bool HostMenu::announced(bool isAnswered) {
 void HostMenu::open() {
   isOpen_ = false;  // in case it was closed unreported
   waiting_.reset();
+  isOpening_ = true;
   Q_EMIT opening();
+  isOpening_ = false;
   isOpen_ = true;
   sinceOpening_.start();
   if (!hostSaysClosed_) longEnough_.start();
@@ -239,6 +241,7 @@ void HostMenu::close() {
   if (waiting_) show(std::exchange(waiting_, nullptr));
   Q_EMIT closed();
   if (signalIsDue_) tellLayout();
+  tellHeldBack();
 }
 
 void HostMenu::handle(int id, std::string_view event) {
@@ -274,6 +277,10 @@ void HostMenu::tell(const ExportedMenu::Change& change) {
     }
     return;
   }
+  if ((isOpening_ || isOpen_) && menu_.staysStill()) {
+    heldBack_.insert(change.relabelled.begin(), change.relabelled.end());
+    return;
+  }
   if (change.relabelled.empty()) return;
 
   sd_bus_message* signal = nullptr;
@@ -288,6 +295,14 @@ void HostMenu::tell(const ExportedMenu::Change& change) {
   if (result >= 0) result = sd_bus_message_close_container(signal);
   if (result >= 0) result = sd_bus_message_append(signal, "a(ias)", 0);
   if (result >= 0) sd_bus_send(bus_, signal, nullptr);
+}
+
+void HostMenu::tellHeldBack() {
+  ExportedMenu::Change change;
+  for (const int id : std::exchange(heldBack_, {})) {
+    if (menu_.find(id) != nullptr) change.relabelled.push_back(id);
+  }
+  tell(change);
 }
 
 void HostMenu::tellLayout() {

@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string_view>
 
 #include "frontends/qt/exported_menu.h"
@@ -26,7 +27,9 @@ struct HostMenuTimes {
 /// reported a closing, for five minutes at most.
 ///
 /// A host that announces the menu (AboutToShow) gets its news as the answer and not as a signal
-/// besides: Plasma would fill a menu anew that it shows already, and no longer scroll it.
+/// besides: Plasma would fill a menu anew that it shows already, and no longer scroll it. Nor would
+/// it when a label changes: there a menu that has to scroll keeps its labels, too
+/// (ExportedMenu::staysStill).
 class HostMenu : public QObject {
   Q_OBJECT
 
@@ -68,6 +71,7 @@ class HostMenu : public QObject {
   void announceSubmenu(int id);
   void tell(const ExportedMenu::Change& change);
   void tellLayout();
+  void tellHeldBack();
 
   sd_bus* bus_;
   ExportedMenu& menu_;
@@ -77,6 +81,8 @@ class HostMenu : public QObject {
   std::uint32_t readRevision_ = 0;  // the last one that was read
   bool isAnswering_ = false;        // the answer under way will tell of another layout
   bool signalIsDue_ = false;        // only an answer has told of the layout: others don't know it
+  std::set<int> heldBack_;          // items whose new labels wait until the menu has closed
+  bool isOpening_ = false;
   bool isOpen_ = false;
   bool hostSaysClosed_ = false;  // this host has reported a closing before
   QElapsedTimer sinceOpening_;
