@@ -14,6 +14,9 @@ START = build/$(PRESET)/vorda
 PREFIX ?= /usr/local
 endif
 
+# Many tests wait most of their time: twice as many at a time as there are cores.
+TESTS_AT_A_TIME ?= $(shell expr 2 \* $(JOBS))
+
 # The tray is left out where it can't be had, or is not wanted.
 TRAY ?= yes
 BOOTSTRAP_TRAY = test $(TRAY) = no || scripts/bootstrap tray || echo "make: what the tray takes can't be installed"
@@ -45,7 +48,7 @@ test: ## install what is missing, build everything and run every test
 	@$(BOOTSTRAP_TRAY)
 	@cmake --preset $(PRESET) -D VORDA_TRAY=$(TRAY)
 	@cmake --build --preset $(PRESET)
-	@ctest --preset $(PRESET) --parallel $(JOBS)
+	@ctest --preset $(PRESET) --parallel $(TESTS_AT_A_TIME)
 
 # BENCH_ARGS: build/release/vorda_bench --help lists the options.
 bench: ## install what is missing, build and measure what the program costs
