@@ -154,13 +154,24 @@ TEST(TerminalLife, GoesOnAfterAPipeBroke) {
   expectRestored(terminal);
 }
 
-TEST(TerminalLife, IgnoresWhatItWasStartedToIgnore) {
-  TerminalSession terminal({.prepare = [] { return signal(SIGUSR1, SIG_IGN) != SIG_ERR; }});
+class IgnoredSignals : public testing::TestWithParam<SignalRow> {};
+
+TEST_P(IgnoredSignals, StayIgnored) {
+  const int ignored = GetParam().signal;
+  TerminalSession terminal({.prepare = [=] { return signal(ignored, SIG_IGN) != SIG_ERR; }});
   ASSERT_TRUE(isShown(terminal));
-  ASSERT_EQ(kill(terminal.pid(), SIGUSR1), 0);
+  ASSERT_EQ(kill(terminal.pid(), ignored), 0);
   terminal.send("?");
   EXPECT_TRUE(terminal.waitFor("This list"));
+  EXPECT_TRUE(terminal.screen().onAlternateScreen());
+  EXPECT_FALSE(terminal.screen().cursorIsVisible());
 }
+
+// A script's background job ignores SIGQUIT.
+INSTANTIATE_TEST_SUITE_P(Table, IgnoredSignals,
+                         testing::Values(SignalRow{"User1", SIGUSR1, 0},
+                                         SignalRow{"Quit", SIGQUIT, 0}),
+                         rowName<SignalRow>);
 
 TEST(TerminalLife, EndsOnControlC) {
   TerminalSession terminal;

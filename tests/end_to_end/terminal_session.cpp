@@ -49,11 +49,19 @@ void becomeUser(uid_t user) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);  // changing the user forgot it
 }
 
+/// A shell's jobs handle every signal as usual, whatever the tests were started to ignore.
+void handleSignalsAsUsual() {
+  for (int number = 1; number < NSIG; ++number) signal(number, SIG_DFL);
+  sigset_t none;
+  sigemptyset(&none);
+  sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
 [[noreturn]] void runProgram(const TerminalSession::Options& options) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   setpgid(0, 0);
   giveTerminalTo(getpid());
-  signal(SIGTTOU, SIG_DFL);
+  handleSignalsAsUsual();
   becomeUser(options.user);
   if (options.prepare && !options.prepare()) _exit(126);
   if (options.waits) {
