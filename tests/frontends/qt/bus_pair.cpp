@@ -64,7 +64,7 @@ BusMessage BusPair::send(const BusMessage& call) const {
   sd_bus_slot* raw = nullptr;
   EXPECT_GE(sd_bus_call_async(caller(), &raw, call.get(), arrived, &answer, 0), 0);
   const BusSlot slot(raw);
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
   while (!answer && std::chrono::steady_clock::now() < deadline) processBoth();
   return answer;
 }

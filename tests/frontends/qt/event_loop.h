@@ -5,9 +5,9 @@
 #include <QEventLoop>
 #include <functional>
 
-/// Runs the event loop until `done` is true; false when it has not become so in 10 seconds.
+/// Runs the event loop until `done` is true; false when it has not become so in a minute.
 inline bool eventually(const std::function<bool()>& done) {
-  const QDeadlineTimer patience(10000);
+  const QDeadlineTimer patience(60000);
   QEventLoop loop;
   while (!done()) {
     if (patience.hasExpired()) return false;

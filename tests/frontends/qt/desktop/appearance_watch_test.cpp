@@ -80,7 +80,7 @@ class WatchedAppearance : public testing::Test {
   }
 
   bool eventually(const std::function<bool()>& done) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
     while (!done()) {
       if (std::chrono::steady_clock::now() > deadline) return false;
       while (sd_bus_process(asking_.get(), nullptr) > 0) {
