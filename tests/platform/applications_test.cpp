@@ -10,11 +10,13 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <thread>
 
 #include "platform/linux/detached_program.h"
+#include "tools/forked.h"
 #include "tools/scoped_variable.h"
 #include "tools/temp_folder.h"
 
@@ -119,32 +121,32 @@ TEST_F(Applications, WithoutOneNothingHappens) {
 TEST_F(Applications, APlainStartHasNothingToDoWithUs) {
   const int open = ::open("/dev/zero", O_RDONLY);  // inherited, were it not closed
   ASSERT_GT(open, 2);
-  std::signal(SIGPIPE, SIG_IGN);
-  const int error = platform::startDetached(
-      {program("detached",
-               "cut -d' ' -f4,6 /proc/$$/stat; echo $$; readlink /proc/$$/fd/0 /proc/$$/fd/2; "
-               "test -e /proc/$$/fd/" +
-                   std::to_string(open) +
-                   " && echo open; "
-                   "grep SigIgn /proc/$$/status; pwd")},
-      folder_.path());
-  std::signal(SIGPIPE, SIG_DFL);
+  const std::string path =
+      program("detached",
+              "cut -d' ' -f4,6 /proc/$$/stat; echo $$; readlink /proc/$$/fd/0 /proc/$$/fd/2; "
+              "test -e /proc/$$/fd/" +
+                  std::to_string(open) + " && echo open; grep SigIgn /proc/$$/status; pwd");
+  // In a fork: as its pid namespace's first process the test gets all who lose their parents.
+  const int failed = resultOfForked([&] {
+    std::signal(SIGPIPE, SIG_IGN);
+    EXPECT_EQ(platform::startDetached({path}, folder_.path()), 0);
+    std::istringstream facts(waitFor("detached"));
+    std::string arguments, parent, session, pid, in, err, label, ignored, place;
+    facts >> arguments >> parent >> session >> pid >> in >> err >> label >> ignored >> place;
+    EXPECT_NE(parent, std::to_string(getpid()));
+    EXPECT_EQ(session, pid);
+    EXPECT_EQ(in, "/dev/null");
+    EXPECT_EQ(err, "/dev/null");
+    EXPECT_EQ(label, "SigIgn:");
+    EXPECT_EQ(std::strtoull(ignored.c_str(), nullptr, 16) & (1ULL << (SIGPIPE - 1)), 0U) << ignored;
+    EXPECT_EQ(place, folder_.path());
+
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+    EXPECT_EQ(errno, ECHILD) << "nothing is left to reap";
+    return HasFailure() ? 1 : 0;
+  });
+  EXPECT_EQ(failed, 0) << "what went wrong stands above";
   close(open);
-  ASSERT_EQ(error, 0);
-
-  std::istringstream facts(waitFor("detached"));
-  std::string arguments, parent, session, pid, in, err, label, ignored, place;
-  facts >> arguments >> parent >> session >> pid >> in >> err >> label >> ignored >> place;
-  EXPECT_NE(parent, std::to_string(getpid()));
-  EXPECT_EQ(session, pid);
-  EXPECT_EQ(in, "/dev/null");
-  EXPECT_EQ(err, "/dev/null");
-  EXPECT_EQ(label, "SigIgn:");
-  EXPECT_EQ(std::stoull(ignored, nullptr, 16) & (1ULL << (SIGPIPE - 1)), 0U) << ignored;
-  EXPECT_EQ(place, folder_.path());
-
-  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
-  EXPECT_EQ(errno, ECHILD) << "nothing is left to reap";
 }
 
 TEST_F(Applications, AStartThatFailsSaysWhy) {
