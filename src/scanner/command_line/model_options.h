@@ -8,8 +8,9 @@
 
 namespace ProcessScanner {
 
-/// Of the word rules: the model that one of the options `names` gives (optionValue()). Python's own
-/// "-m MODULE" is no model, so for a Python interpreter only the options behind the module count.
+/// Of the word rules, which ask first and bring short lists of their own (training_naming.cpp,
+/// friendly_naming.cpp): the model that one of the options `names` gives (optionValue()). Python's
+/// own "-m MODULE" is no model, so for a Python interpreter only what follows the module counts.
 std::optional<std::string_view> modelOption(std::span<const std::string_view> arguments,
                                             std::span<const std::string_view> names);
 

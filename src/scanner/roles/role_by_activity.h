@@ -27,7 +27,8 @@ std::vector<std::string> subcommandsOf(const Invocation& invocation);
 Activity activityOf(const KnownProduct& known, const Invocation& invocation);
 
 /// What a program does that is in no table: by the words of its own name, its subcommands, and
-/// whether an option gives it a model.
+/// whether an option gives it a model. Most options by which trainings are known are words of
+/// role_word_table.h.
 Activity activityOf(const Invocation& invocation);
 
 /// The role that the subcommand gives a program whose words say `byWords`: "axolotl preprocess"
