@@ -31,7 +31,8 @@ function(vorda_join_sources_of target)
     else()
       cmake_path(RELATIVE_PATH group BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
     endif()
-    string(MAKE_C_IDENTIFIER "in_${group}" group)
+    # clang's analyzer looks into what a source includes where "UnifiedSource" is part of its name.
+    string(MAKE_C_IDENTIFIER "UnifiedSource_${group}" group)
     math(EXPR count_${group} "0${count_${group}} + 1")
     math(EXPR part "(${count_${group}} - 1) / 10")
     set_property(SOURCE ${source} TARGET_DIRECTORY ${target}
