@@ -79,7 +79,9 @@ void MenuScrolling::watch(QMenu& menu) {
 }
 
 bool MenuScrolling::eventFilter(QObject* watched, QEvent* event) {
-  auto& menu = static_cast<QMenu&>(*watched);
+  auto* const watchedMenu = qobject_cast<QMenu*>(watched);
+  if (watchedMenu == nullptr) return false;  // a menu that is being destroyed is none any more
+  QMenu& menu = *watchedMenu;
   switch (event->type()) {
     case QEvent::MouseMove:
     case QEvent::MouseButtonPress:
