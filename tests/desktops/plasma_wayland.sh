@@ -19,6 +19,10 @@ wayland_plasma() {
   eventually test -S "$XDG_RUNTIME_DIR/wayland-0"
   export QT_QPA_PLATFORM=wayland
   start_host
+  command -v play_input > /dev/null || {
+    echo 'scene: play_input is not built (make desktops builds it)' >&2
+    return 1
+  }
   exec 6> >(exec play_input 2>> /tmp/log)
   started=($! "${started[@]}")
 }
