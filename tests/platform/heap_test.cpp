@@ -19,7 +19,7 @@ double anonymousMB() {
 }
 
 TEST(Heap, ReturnsWhatIsFreeInItsMidst) {
-#if !defined(__GLIBC__) || defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if !defined(__GLIBC__) || defined(SANITIZED)
   GTEST_SKIP() << "another allocator than glibc's";
 #endif
   constexpr std::size_t kBlocks = 8000;

@@ -12,7 +12,7 @@ std::vector<std::string> withoutProc(const std::string& program) {
 }
 
 std::string whyProcStays() {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef SANITIZED
   return "what checks memory reads /proc itself, and says when it can't";
 #else
   if (runProgram(withoutProc("true")) == 0) return "";
