@@ -112,7 +112,7 @@ screenshots: ## start real desktops and take the pictures in docs/pictures/
 	@cmake --build --preset release --target programs play_process
 	@scripts/screenshots
 
-desktops: ## try the tray on real desktops, and take pictures of it (root; minutes)
+desktops: ## try the tray on real desktops, and take pictures of it (root; half an hour)
 	@scripts/bootstrap build tray test screenshots desktops
 	@cmake --preset release
 	@cmake --build --preset release --target programs play_process play_input
