@@ -14,7 +14,6 @@ struct GpuCapacity {
   std::uint64_t totalBytes = 0;  ///< above 0
   std::uint64_t usedBytes = 0;   ///< by whomever; never more than the total
 
-  /// Field by field.
   bool operator==(const GpuCapacity&) const = default;
 };
 
@@ -24,7 +23,6 @@ struct GpuDevice {
   std::string name;  ///< as its driver calls it; valid UTF-8, may be empty
   std::optional<GpuCapacity> capacity;  ///< none where the driver doesn't tell
 
-  /// Field by field.
   bool operator==(const GpuDevice&) const = default;
 };
 
@@ -37,7 +35,6 @@ struct GpuUse {
   /// than the one that this was said of.
   std::uint64_t askedAt = 0;
 
-  /// Field by field.
   bool operator==(const GpuUse&) const = default;
 };
 

@@ -16,7 +16,6 @@ struct MemoryStalls {
   double some = 0;  ///< at least one of them
   double full = 0;  ///< all that had something to do
 
-  /// Field by field.
   bool operator==(const MemoryStalls&) const = default;
 };
 

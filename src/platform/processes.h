@@ -36,9 +36,9 @@ struct ProcessFacts {
   /// When it started, or up to one tick of the system's clock later, on the clock of
   /// processClock(); none when unknown.
   std::optional<std::uint64_t> startTime;
-  /// Of when it started and of its arguments as they are now. While this and what
-  /// executableOfProcess() answers stay the same, readCommandLine would tell the same. None:
-  /// that has to be read each time.
+  /// Fingerprint of when it started and of its arguments as they are now. While this and what
+  /// executableOfProcess() answers stay the same, readCommandLine would tell the same. None: the
+  /// command line has to be read each time.
   std::optional<Fingerprint> fingerprint;
 
   // Set by readCommandLine.
@@ -48,10 +48,10 @@ struct ProcessFacts {
   std::string commandLine;                  ///< the arguments joined by single spaces
   std::vector<std::string_view> arguments;  ///< each valid UTF-8 and not empty
   bool isCut = false;                       ///< there were more arguments than are read
-  /// Of the executable, where that has a say in how the arguments are read; else none.
+  /// Fingerprint of the executable's path, where `name` or `arguments` depend on it; else none.
   std::optional<Fingerprint> executable;
-  /// Where it has no other say than whether these words are one argument or several: the words,
-  /// until another process is looked at. Else "".
+  /// Where the executable only decides whether a title is one argument or several: that title,
+  /// valid until another process is looked at. Else "".
   std::string_view title;
 
   /// A number that no other process has or will have together with this pid while the
@@ -59,10 +59,9 @@ struct ProcessFacts {
   std::optional<std::uint64_t> identity;
 };
 
-/// Every process id, each > 0, in the system's order, until the next call; empty when they can't
-/// be listed.
-/// What holds for the whole machine during the scan that follows is looked at here too
-/// (Linux: whether any swap is in use).
+/// Every process id, each > 0, in the system's order, valid until the next call; empty when they
+/// can't be listed. To be called first in a scan: what holds for the whole machine during the scan
+/// is looked at here, too (Linux: whether any swap is in use).
 std::span<const std::int32_t> allPids();
 
 /// Looks at one process, and leaves what it runs unread. False when there is nothing to show: it
@@ -80,17 +79,17 @@ inline bool readProcess(std::int32_t pid, ProcessFacts& facts) {
   return lookAtProcess(pid, facts) && readCommandLine(facts);
 }
 
-/// ProcessFacts::executable of the process that was looked at last, as it is now, for one of
-/// which readCommandLine has told one.
+/// ProcessFacts::executable of the process that was looked at last, as it is now. Only for a
+/// process for which readCommandLine has set it.
 std::optional<Fingerprint> executableOfProcess();
 
 /// The memory that the process itself uses, in bytes; none when unreadable.
 std::optional<std::uint64_t> physicalFootprint(std::int32_t pid);
 
-/// To be asked last of the process that was looked at last: whether all that was
-/// asked of this pid since then was told of one and the same process. False when it has ended
-/// meanwhile, and the pid may be another's by now: nothing that was read of it counts. Where
-/// it can't be told which process it was, this is true and facts.identity stays empty.
+/// To be asked last of the process that was looked at last: whether all that was asked of this
+/// pid since then was about one and the same process. False when that has ended meanwhile: the pid
+/// may be another process's by now, so nothing that was read counts. Where processes can't be told
+/// apart, this is true and facts.identity stays empty.
 bool confirmProcess(std::int32_t pid, ProcessFacts& facts);
 
 /// ProcessFacts::identity of the process that has the pid now; none when it is gone or can't

@@ -112,7 +112,8 @@ void Families::findHead(Index index) {
     way_.push_back(top);
     top = nodes_[top].above;
   }
-  if (nodes_[top].facts.isBorder || way_.size() > nodes_.size()) return;  // or a circle
+  const bool isCircle = way_.size() > nodes_.size();  // of parents
+  if (nodes_[top].facts.isBorder || isCircle) return;
   const Index head = nodes_[top].head == kNone ? top : nodes_[top].head;
   nodes_[top].head = head;
   for (const Index member : way_) nodes_[member].head = head;

@@ -14,7 +14,6 @@ struct GpuCard {
   double usedGB = 0;  ///< in GiB, by whomever
   double totalGB = 0;  ///< in GiB
 
-  /// Field by field.
   bool operator==(const GpuCard&) const = default;
 };
 

@@ -25,26 +25,27 @@ class LentRow {
 
   void make(VordaProcess row);
   VordaProcess lend();
-  /// Nothing is kept of a row that was dropped since.
+  /// Takes a lent row back; ignored if it was dropped meanwhile.
   void takeBack(VordaProcess&& row);
   void drop() { row_.reset(); }
 
  private:
   static constexpr std::int32_t kLent = 0;
 
-  std::unique_ptr<VordaProcess> row_;  ///< null: none; with the pid kLent: an empty shell
+  /// Null: no row. While it is lent, an empty row with the pid kLent.
+  std::unique_ptr<VordaProcess> row_;
 };
 
-/// For processes whose name may become another without their command line.
+/// For processes whose name may change though their command line does not.
 struct OtherName {
-  /// Of one that waits: what it is called while the program that it has started has the role.
+  /// Of a launcher that waits: its name while the program that it has started has the role.
   std::string ofLauncher;
   /// recognition::Verdict::blob, while no model's name was found for it.
   std::string blob;
 };
 
-/// What was found out about one process. It holds as long as `fingerprint` does, and where the
-/// executable has a say, as long as `executable` does.
+/// What was found out about one process. It holds as long as `fingerprint` stays the same, and
+/// `executable`, where there is one.
 struct CachedProcess {
   std::int32_t pid = 0;
   LabRole role = LabRole::none;
@@ -54,16 +55,17 @@ struct CachedProcess {
   /// It is shown beside its family although it is not listed.
   bool isUnlistedMember = false;
   bool isFilled = false;  ///< its row is as it was found in this scan
-  /// With another executable it might have another role, or another name that is never shown.
-  /// When not, the executable need not be asked while the process is not listed.
+  /// With another executable it might have another role, or a name that is never shown. If not,
+  /// the executable need not be asked while the process is not listed.
   bool dependsOnExecutable = false;
   bool waits = false;  ///< recognition::Verdict::waits, of a process that has a role
   std::optional<platform::Fingerprint> fingerprint;  ///< none: nothing was found out
   // For few, so that the many stay small:
-  std::unique_ptr<platform::Fingerprint> executable;  ///< null: it has no say
-  std::unique_ptr<MappedFilesRead> mappedFiles;       ///< null: it was not asked
+  /// platform::ProcessFacts::executable; null: none.
+  std::unique_ptr<platform::Fingerprint> executable;
+  std::unique_ptr<MappedFilesRead> mappedFiles;  ///< null: it was not asked
   std::unique_ptr<OtherName> otherName;
-  LentRow row;  ///< while it is listed, or such a member
+  LentRow row;  ///< while it is listed, or an unlisted member
 
   /// Starts over: nothing was found out.
   void forget() { *this = {.pid = pid, .isThere = isThere}; }
@@ -78,8 +80,8 @@ class ProcessCache {
   /// Gives back another list, before the scan's first process.
   void giveBack(std::vector<VordaProcess>& rows);
 
-  /// The process with this pid, which is listed in this scan; once a scan for each pid. Until
-  /// the next call.
+  /// The process with this pid, which the system lists in this scan; once a scan for each pid.
+  /// Valid until the next call.
   CachedProcess& of(std::int32_t pid);
 
   /// Ends the scan: forgets the processes that it did not ask for.

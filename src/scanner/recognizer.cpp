@@ -211,7 +211,7 @@ class Recognizer {
 
 Verdict verdictOn(std::string_view exe, Arguments arguments, LabRole byRules,
                   const Products& products) {
-  // What a program is, its first arguments tell; thousands more must not cost more.
+  // The first arguments tell what a program is; a line with thousands must not cost more.
   constexpr std::size_t kMostArguments = 256;
   arguments = arguments.first(std::min(arguments.size(), kMostArguments));
   if (arguments.empty()) return {.role = byRules, .byRules = byRules};

@@ -40,7 +40,8 @@ void sortByRoleAndMemory(std::vector<VordaProcess>& processes, std::vector<std::
     if (a.memMB != b.memMB) return a.memMB > b.memMB;
     return first < second;
   });
-  // order[place] is who belongs there: each circle of those that change places goes round once.
+  // order[place] is the index of the process that belongs at `place`; the swaps follow each cycle
+  // of the permutation once.
   for (std::size_t start = 0; start < order.size(); ++start) {
     std::size_t place = start;
     while (order[place] != start) {

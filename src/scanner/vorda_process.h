@@ -16,14 +16,12 @@ struct GpuMemory {
     std::string card;  ///< what the card is called, as in GpuCard
     double memMB = 0;  ///< in MiB
 
-    /// Field by field.
     bool operator==(const Share&) const = default;
   };
 
   double memMB = 0;           ///< of all cards together, in MiB
   std::vector<Share> shares;  ///< by card; not empty
 
-  /// Field by field.
   bool operator==(const GpuMemory&) const = default;
 };
 

@@ -12,10 +12,10 @@ namespace ProcessScanner {
 /// Tells which launchers leave their role to what they have started. Keeps its buffers.
 class WaitingLaunchers {
  public:
-  /// Of the processes that only wait for the program they have started (`waiting`, their pids),
-  /// those below which another of `processes` has the same role: a workload is one, however many
-  /// carry it. Below counts through processes without a role, and through others that wait; 16
-  /// generations. Ascending; until the next call.
+  /// `waiting`: the pids of processes that only wait for the program that they have started. Of
+  /// these, those that have a process with the same role below them: the workload counts once,
+  /// there. Between the two may be processes without a role and others that wait, 16 generations
+  /// at most. Pids, ascending; valid until the next call.
   std::span<const std::int32_t> ofOthers(std::span<const VordaProcess> processes,
                                          std::span<const std::int32_t> waiting,
                                          const ProcessTree& tree);

@@ -6,31 +6,24 @@
 /// Letters, digits and case of ASCII only, independent of the locale.
 namespace text {
 
-/// A to Z.
 constexpr bool isUpper(char c) {
   return c >= 'A' && c <= 'Z';
 }
-/// a to z.
 constexpr bool isLower(char c) {
   return c >= 'a' && c <= 'z';
 }
-/// A to Z, a to z.
 constexpr bool isLetter(char c) {
   return isUpper(c) || isLower(c);
 }
-/// 0 to 9.
 constexpr bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
-/// A letter or a digit.
 constexpr bool isAlphanumeric(char c) {
   return isLetter(c) || isDigit(c);
 }
-/// 0 to 9, A to F, a to f.
 constexpr bool isHexDigit(char c) {
   return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
-/// A to Z as a to z; every other byte as it is.
 constexpr char asciiLower(char c) {
   return isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
 }

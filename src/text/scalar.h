@@ -23,7 +23,7 @@ inline Scalar firstScalar(std::string_view text) {
   return length > 0 ? Scalar{value, static_cast<std::size_t>(length)} : Scalar{-1, 1};
 }
 
-/// Appends a scalar; one that there can't be as nothing.
+/// Appends the scalar in UTF-8; nothing if `value` is no Unicode scalar.
 inline void appendScalar(std::uint32_t value, std::string& text) {
   utf8proc_uint8_t bytes[4];
   if (utf8proc_codepoint_valid(static_cast<utf8proc_int32_t>(value)) == 0) return;

@@ -37,7 +37,6 @@ struct Alert {
   /// kCancel; where there is none, kAlertDismissed.
   int escapeAnswer() const;
 
-  /// Field by field.
   bool operator==(const Alert&) const = default;
 };
 

@@ -2,20 +2,17 @@
 
 #include "ui/color.h"
 
-/// A rectangle in points; y grows upwards.
+/// A rectangle in points. x and y are its lower left corner; y grows upwards.
 struct Rectangle {
-  double x = 0;       ///< of the left edge
-  double y = 0;       ///< of the lower edge
-  double width = 0;   ///< to the right
-  double height = 0;  ///< upwards
+  double x = 0;
+  double y = 0;
+  double width = 0;
+  double height = 0;
 
-  /// The left edge, the right one, the lower one, and half way up.
-  ///@{
   constexpr double minX() const { return x; }
   constexpr double maxX() const { return x + width; }
   constexpr double minY() const { return y; }
   constexpr double midY() const { return y + height / 2; }
-  ///@}
   /// Smaller by `dx` on the left and on the right, by `dy` above and below; larger when
   /// these are negative.
   constexpr Rectangle insetBy(double dx, double dy) const {

@@ -108,7 +108,8 @@ class Digester {
     addAll(sortBy, isWhole, foldsFamilies, wholeSections.size());
     for (const std::string& section : wholeSections) add(section);
   }
-  /// As finely as menu and tooltip tell it; of what is used the rest is the pressure's.
+  /// Rounded as menu and tooltip show it. A smaller change of `usedGB` shows only in the strip's
+  /// pressure, which needs no new menu.
   void add(const SystemMemory::Snapshot& sys) {
     const auto& [usedGB, totalGB, freeGB, isLimit, availableGB, swappedGB, stalls] = sys;
     constexpr double kMBPerGB = 1024;

@@ -47,7 +47,7 @@ void FairShareInquiry::look(double waited) {
   Shares shares;
   for (std::size_t i = 0; i < processes_.size(); ++i) {
     const auto& [pid, identity] = processes_[i];
-    // A pid that is still the same process's was so while it was read.
+    // If the pid still belongs to that process now, it did while its share was read.
     const bool isKnown = (*answer)[i] && identity && platform::processIdentity(pid) == identity;
     shares.push_back(isKnown ? std::optional(static_cast<double>(*(*answer)[i]) / kBytesInMB)
                              : std::nullopt);

@@ -47,8 +47,8 @@ class ShownFamilies {
   std::map<std::int32_t, ShownFamily> families_;
 };
 
-/// How much memory the row is about that stands for the process, in MiB. `folded`: the families
-/// that have one row each; nullptr where each process has its own.
+/// The memory, in MiB, of the row that shows the process: its family's if that is folded, else its
+/// own. `folded`: the families with one row each; nullptr where each process has its own.
 double memoryOfRow(const VordaProcess& process, const ShownFamilies* folded);
 
 /// What stands in the rows of a family's members about the family. All of them share the menu of

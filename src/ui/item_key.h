@@ -17,7 +17,6 @@ struct ItemKey {
   std::string subject;  ///< what choosing it does, and to which process or launch agent
   int place = 1;        ///< from 1: among those of the same section and subject
 
-  /// Field by field.
   auto operator<=>(const ItemKey&) const = default;
 };
 

@@ -29,7 +29,6 @@ struct GpuTrack {
   std::vector<Segment> segments;  ///< left to right; fractions of all cards' memory together
   double pressure = 0;            ///< used memory divided by all memory, 0 to 1
 
-  /// Field by field.
   bool operator==(const GpuTrack&) const = default;
 };
 

@@ -12,7 +12,6 @@ struct MemoryWarning {
   std::string text;   ///< one line; a part of it is a name that somebody else chose
   std::optional<ProcessReference> process;  ///< whose row it is about
 
-  /// Field by field.
   bool operator==(const MemoryWarning&) const = default;
 };
 

@@ -6,13 +6,13 @@
 
 #include "ui/row_order.h"
 
-/// How a front end wants the menu to be arranged. As it is by default, sections are cut, to the
-/// largest.
+/// How a front end wants the menu to be arranged. By default each section is cut, and shows its
+/// largest rows.
 struct MenuArrangement {
   SortBy sortBy = SortBy::memory;
   bool isWhole = false;  ///< no section is cut
   /// In each section one row stands for all of a family, which counts as one where it is cut.
   bool foldsFamilies = false;
-  /// The headings of those that are not, in any order.
+  /// The headings of the sections that are not cut, in any order.
   std::set<std::string, std::less<>> wholeSections;
 };

@@ -28,7 +28,7 @@ struct MenuContent {
   const GpuSample* gpus = nullptr;  ///< what graphics cards hold, where there are any
   /// Members of families that are not in `processes`.
   const std::vector<VordaProcess>& unlistedMembers = kNoProcesses;
-  ///< how it is arranged, if not as ever
+  /// How the menu is arranged; nullptr: as MenuArrangement is by default.
   const MenuArrangement* arrangement = nullptr;
 
   static const std::vector<VordaProcess> kNoProcesses;

@@ -22,8 +22,8 @@ enum class SortBy {
   start,   ///< the latest first
 };
 
-/// Whether the first one's row stands above the other's. Never so for SortBy::memory: each list
-/// comes sorted by the memory that it is about.
+/// Whether a's row comes before b's. Always false for SortBy::memory: the lists already come
+/// sorted by the memory that they are about.
 bool comesBefore(const VordaProcess& a, const VordaProcess& b, SortBy sortBy);
 
 /// What rows are sorted by next, when somebody presses the key for it again and again: memory, GPU

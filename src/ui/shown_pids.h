@@ -8,11 +8,12 @@
 #include "ui/menu_arrangement.h"
 #include "ui/row_order.h"
 
-/// Finds the processes that would have a row but for what graphics cards hold. Keeps its buffers.
+/// Finds the processes that will have a row, before it is known what cards hold for them. Keeps its
+/// buffers.
 class ShownPids {
  public:
-  /// By pid, and until the next call; `more` are shown besides. Of a family that has one row, all
-  /// that are in `processes`. `unlistedMembers`: MenuContent's.
+  /// Pids, ascending, valid until the next call; `more` are added. Of a folded family: every member
+  /// in `processes`. `unlistedMembers`: MenuContent's.
   std::span<const std::int32_t> of(const std::vector<VordaProcess>& processes,
                                    const std::vector<VordaProcess>& unlistedMembers,
                                    const MenuArrangement& arrangement,

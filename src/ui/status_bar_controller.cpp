@@ -151,7 +151,7 @@ void StatusBarController::updateStatusItem() {
 void StatusBarController::updateStrip() {
   MemoryPressureView& strip = *rootMenu_->items.front().strip;
   const ProcessList top = largestOf(processes_, MenuLimits::kMaxStripSegments);
-  // One that is not there, or not any more, comes or goes when the menu is built.
+  // A track of cards that is new or gone is added or removed only when the menu is next built.
   const auto gpus = gpuTrack(gpus_, MenuLimits::kMaxStripSegments);
   const bool hasGpus = strip.gpu && gpus;
   if (hasGpus) strip.gpu = gpus;

@@ -14,8 +14,8 @@
 bool applyPressureStrip(MemoryPressureView& strip, const SystemMemory::Snapshot& sys,
                         const ProcessList& top);
 
-/// Sets the pressure alone. Whether the strip then looks another: it is told in whole percent, and
-/// drawn in one of a few colours. False, and it stays as it was, when the memory is not known.
+/// Sets only the pressure. Returns whether the strip now looks different (it shows whole percents
+/// and one of three colours). False, and nothing changes, when the memory is not known.
 bool applyPressure(MemoryPressureView& strip, const SystemMemory::Snapshot& sys);
 
 /// The strip's track of the cards: a segment for each of the first `most` processes that holds more

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Not one of a QAction's own: when one of those changes, an open menu takes its full height again,
-/// whatever the screen has.
+/// The property that holds what a screen reader says. It is no property of QAction, because a
+/// change of one of those makes Qt give an open menu its full height, even beyond the screen.
 inline constexpr const char* kSpokenName = "spokenName";
 
 /// Puts menus that are open into the tree that screen readers read, where Qt leaves them out, and

@@ -46,9 +46,9 @@ class ExportedMenu {
   /// Live titles have changed.
   Change showTitles();
 
-  /// How many items a host shows without scrolling that would no longer scroll an open menu in
-  /// which a label changes; none: the host is no such. Hosts made with Qt are such, as menus of
-  /// Qt's take their full height then: those of the desktops that XDG_CURRENT_DESKTOP calls so.
+  /// For hosts that stop scrolling an open menu once a label in it changes: how many items fit on
+  /// the screen unscrolled. None for other hosts. Such are hosts made with Qt: those of KDE and
+  /// LXQt, as `desktops`, which is XDG_CURRENT_DESKTOP, tells.
   static std::optional<int> mostUnscrolled(int screenLines, const QByteArray& desktops);
   void setMostUnscrolled(std::optional<int> items) { mostUnscrolled_ = items; }
   /// Whether nothing in it may change while it is open, not even a label.

@@ -48,7 +48,7 @@ void IconOrWindow::update() {
     embeddedIcon_.reset();
   }
   if (kind == PresenceKind::window) {
-    // It may stand there already, attached to a menu that is going.
+    // It may be visible already, as the parent of a menu that is closing.
     window().hide();
     window().setReplacesIcon(true);
     window().show();
@@ -104,7 +104,7 @@ void IconOrWindow::provideWindow(const OpenPopup& open, QPoint icon) {
   window().setReplacesIcon(kind_ == PresenceKind::window);
   if (!window().isVisible()) window().showBeside(icon);
   if (!activationToken_.isEmpty()) {
-    // Here Qt looks for it, and takes it away.
+    // Qt takes the token from this variable when it activates a window on Wayland.
     qputenv("XDG_ACTIVATION_TOKEN", activationToken_);
     activationToken_.clear();
     window().activateWindow();

@@ -116,7 +116,7 @@ class ShownActions {
   QList<QAction*> obsolete_;
 };
 
-/// What many rows share is made when it is looked at.
+/// A submenu that many rows share is filled only when it is opened.
 void fillLater(ItemAction& action, const OnNewSubmenu& onNewSubmenu) {
   if (action.menu() != nullptr) return;
   auto* const menu = new ScrollingMenu;

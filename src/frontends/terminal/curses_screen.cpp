@@ -72,9 +72,9 @@ void send(const std::string& bytes) {
   std::fflush(stdout);
 }
 
-/// curses holds three images of the terminal: what stands there, what shall, and what a program
-/// draws on. We draw on the second, so that the third need not take 28 bytes a cell; it is only
-/// where keys are read from. Untouched, because reading a key would show it otherwise.
+/// curses keeps three screens: what the terminal shows, what it shall show, and stdscr. We draw on
+/// the second and only read keys from stdscr, so stdscr is shrunk to one cell (a cell takes 28
+/// bytes). untouchwin: else reading a key would draw it.
 void spareStandardScreen() {
   wresize(stdscr, 1, 1);
   untouchwin(stdscr);

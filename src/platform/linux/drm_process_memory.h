@@ -21,7 +21,8 @@ namespace platform {
 class DrmProcessMemory {
  public:
   struct Options {
-    /// Which device file an entry of a folder /proc/PID/fd stands for; none: none.
+    /// Which character device the entry `name` of the folder /proc/PID/fd stands for; none when it
+    /// is something else.
     std::function<std::optional<DrmCard::Node>(int folder, const char* name)> deviceOf =
         deviceOfDescriptor;
     std::size_t mostDescriptors = 8192;            ///< looked at in one call

@@ -28,9 +28,11 @@ class GpuReader {
     std::function<Clock::time_point()> now = Clock::now;
     std::chrono::seconds interval{10};        ///< between two questions
     std::chrono::seconds watchedInterval{5};  ///< the same while somebody looks
-    /// How long an answer stands that was followed by none, unless a card sleeps.
+    /// How long NVIDIA's last answer counts when no other follows. While a card of theirs sleeps,
+    /// it counts on: then nobody asks.
     std::chrono::seconds longestStanding{300};
-    /// Processes have the pids here by which drivers call them.
+    /// Whether the pids that drivers tell are those that processes have here: in a container they
+    /// are not, and what drivers tell of processes is ignored.
     bool pidsAreTheDrivers = true;
   };
   GpuReader(const FileTree& sys, const ProcFs& proc, Options options);

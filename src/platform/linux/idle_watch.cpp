@@ -57,7 +57,8 @@ bool isCpuTimeOfPidExact(const char* procRoot) {
 
 bool IdleWatch::hasRested(std::int32_t pid, CpuTime cpuTime) {
   if (wait_ > 0) {
-    // What was counted last stays: the process is read later than that, so it holds as well.
+    // The older count is kept. That is safe: the process is read after it was taken, so if it is
+    // still the same later, nothing ran since that reading either.
     --wait_;
     return false;
   }

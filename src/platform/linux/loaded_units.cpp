@@ -21,7 +21,9 @@ void LoadedUnits::inquire(std::span<const LaunchAgentFile> files, Deadline deadl
     const auto progress = bus_->catchUp(isOver, failure);
     if (progress == UserBus::Progress::done) takeAnswer();
     if (progress != UserBus::Progress::lost) return;
-    restsUntil_ = {};  // who is gone is not slow: another may be there by now
+    // The connection is lost, so the manager was not slow but has gone; a new one may answer at
+    // once.
+    restsUntil_ = {};
   }
   if (inquiry_) disconnect();  // it was never answered
 

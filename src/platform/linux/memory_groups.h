@@ -17,7 +17,6 @@ struct MemoryHierarchy {
   std::string root;
   std::string mountPoint;
 
-  /// Field by field.
   bool operator==(const MemoryHierarchy&) const = default;
 };
 

@@ -115,8 +115,8 @@ std::string_view openTitle(std::string_view block) {
   for (const std::string_view first : {title, program}) {
     if (isPoorName(text::lastPathComponent(first))) return {};
   }
-  // The executable's path may go on behind the blank; behind one that an option follows, only
-  // that of a file that is named as nobody names one.
+  // This blank may be inside the executable's path ("/opt/my app/run"); then the origin decides
+  // more. Not if "-" follows: nobody names a file so.
   const bool mayGoOn = program.find('/') != std::string_view::npos && title[blank + 1] != '-';
   return mayGoOn ? std::string_view() : title;
 }

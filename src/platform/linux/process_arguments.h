@@ -28,8 +28,7 @@ void readArguments(std::string_view block, const ProcessOrigin& origin, ProcessF
 /// and the two reads that find the origin out are saved.
 bool needsOrigin(std::string_view block, const ProcessFacts& facts);
 
-/// The title of which the origin tells only whether it is one argument or cut at blanks; "" when
-/// the origin tells more than that, or nothing.
+/// The title, when all that the origin decides is whether it is one argument or several; else "".
 std::string_view openTitle(std::string_view block);
 
 }  // namespace platform

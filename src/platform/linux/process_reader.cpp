@@ -25,7 +25,7 @@ std::size_t sizesToKeep(std::size_t files) {
 Fingerprint fingerprintOf(const ProcessOrigin& origin) {
   if (!origin.executable.empty()) return platform::fingerprintOf(origin.executable);
   Fingerprint ofComm = platform::fingerprintOf(origin.comm);
-  ++ofComm.low;  // a path that reads the same tells more
+  ++ofComm.low;  // a path with the same bytes tells more, so it has another fingerprint
   return ofComm;
 }
 
@@ -97,7 +97,7 @@ bool ProcessReader::lookAt(std::int32_t pid, ProcessFacts& facts) {
 /// Whether it need not be read: all that was read of it still holds.
 bool ProcessReader::hasRested(Known& process) {
   if (cpuTime_ == nullptr || !process.rest.hasRested(process.pid, cpuTime_)) return false;
-  // Where it isn't known what a process runs, its executable may tell by now.
+  // Without arguments there is no fingerprint: the executable may have become readable by now.
   return process.fingerprint || (process.stat && process.stat->isKernelThread);
 }
 

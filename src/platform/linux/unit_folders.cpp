@@ -103,8 +103,8 @@ bool LaunchAgentFolder::isAsItWas() const {
 
 bool LaunchAgentFolder::update() {
   if (isAsItWas()) return false;
-  // What changes once more within a tick of the file system's clock keeps its times: what has
-  // changed just now is read once more.
+  // A file that changes twice within one tick of the file system's clock has the same times after
+  // both changes. So what has changed just now is read again the next time.
   constexpr std::time_t kCoarsestTick = 2;  // seconds
   const std::time_t now = now_();
   const auto isOld = [now](const Stamp& stamp) {
@@ -131,7 +131,7 @@ std::span<const LaunchAgentFile> UserUnitFiles::read() {
     known = now;
     return true;
   };
-  // Each is asked, whatever the one before says.
+  // No || of the calls: each must be made, because it also remembers what it has seen.
   const bool hasConfig = differs(config_, "XDG_CONFIG_HOME");
   const bool hasHome = differs(home_, "HOME");
   if (hasConfig || hasHome) user_ = LaunchAgentFolder(userUnitFolder());

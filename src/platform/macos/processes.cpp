@@ -74,8 +74,8 @@ std::span<const std::int32_t> allPids() {
 }
 
 bool lookAtProcess(std::int32_t pid, ProcessFacts& facts) {
-  // First of all: confirmProcess asks again, and all that is read in between is then told of
-  // this process.
+  // Asked first: confirmProcess asks again at the end, and equal answers show that all in between
+  // was read of this process.
   const auto record = processRecord(pid);
   facts.effectiveUid = record ? std::optional(record->effectiveUid) : std::nullopt;
   facts.parent = record ? std::optional(record->parent) : std::nullopt;
@@ -87,7 +87,7 @@ bool lookAtProcess(std::int32_t pid, ProcessFacts& facts) {
   static std::vector<char> buffer;
   lastPid = pid;
   lastBlock = argumentBlock(pid, buffer);
-  // Without arguments the executable's path is read: no block stands for that.
+  // Without arguments the name comes from the executable's path, which no fingerprint covers.
   facts.fingerprint = lastBlock.empty()
                           ? std::nullopt
                           : std::optional(fingerprintOf(lastBlock, lastStart.value_or(0)));

@@ -8,7 +8,8 @@
 
 namespace platform {
 
-/// What readModelManifests tells, for whom the folder's file system may take any time.
+/// Reads what readModelManifests returns, waiting for the file system as long as it takes; for a
+/// thread of its own.
 std::vector<ModelManifest> manifestFiles(const std::string& modelFolder, std::uint32_t owner);
 
 }  // namespace platform

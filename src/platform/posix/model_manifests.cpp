@@ -17,7 +17,7 @@
 namespace platform {
 namespace {
 
-/// A reading that goes on for as long as it takes, on a thread that nobody waits for.
+/// A reading on a thread of its own, which takes as long as it takes: nobody joins the thread.
 class ManifestReading {
  public:
   ManifestReading(std::string modelFolder, std::uint32_t owner)
@@ -88,7 +88,7 @@ std::optional<std::vector<ModelManifest>> readModelManifests(const std::string& 
 
   if (!modelFolder.starts_with('/')) return std::vector<ModelManifest>();
   const auto isAsked = [&](const auto& reading) { return reading->isOf(modelFolder, owner); };
-  // What was found out for somebody who has not come back may be old.
+  // Finished readings that nobody came back for are dropped: they may be out of date.
   std::erase_if(readings,
                 [&](const auto& reading) { return !isAsked(reading) && reading->isDone(); });
   auto asked = std::find_if(readings.begin(), readings.end(), isAsked);

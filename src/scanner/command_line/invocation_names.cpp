@@ -32,7 +32,7 @@ std::vector<std::string> Invocation::names() const {
     add(folder);
   }
   if (!script.empty() && package.empty()) {
-    // A script of a general name is known by an option that nobody else has.
+    // A script with a name that many have is known by an option that only one of them has.
     if (isListed("main.py launch.py server.py webui.py app.py run.py api.py train-network.py "
                  "train.py train-async.py",
                  script)) {
@@ -59,7 +59,8 @@ std::vector<std::string> Invocation::names() const {
   } else if (!program.empty() && !isServedByHost) {
     const auto dot = program.rfind('.');
     if (dot != std::string::npos) add("*" + program.substr(dot));
-    // "rl @ config.toml": of the programs of one name, those that read settings in this way.
+    // Other programs are called "rl", too, but only one is run as "rl @ config.toml": it is known
+    // as "rl+@".
     if (!arguments.empty() && arguments.front() == "@") add(program + "+@");
     addWithParents(program);
   }

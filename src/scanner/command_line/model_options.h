@@ -8,9 +8,10 @@
 
 namespace ProcessScanner {
 
-/// Of the word rules, which ask first and bring short lists of their own (training_naming.cpp,
-/// friendly_naming.cpp): the model that one of the options `names` gives (optionValue()). Python's
-/// own "-m MODULE" is no model, so for a Python interpreter only what follows the module counts.
+/// For the word rules alone: the model that one of the options `names` gives (optionValue()). These
+/// rules have short lists of options of their own (training_naming.cpp, friendly_naming.cpp).
+/// Python's own "-m MODULE" is no model, so for a Python interpreter only what follows the module
+/// counts.
 std::optional<std::string_view> modelOption(std::span<const std::string_view> arguments,
                                             std::span<const std::string_view> names);
 

@@ -26,7 +26,6 @@ inline bool isNameCharacter(char c) {
 /// Whether it is a name and its value in one word: "NAME=value".
 bool isAssignment(std::string_view word);
 
-/// Whether it is a quotation mark.
 constexpr bool isQuote(char c) {
   return c == '"' || c == '\'' || c == '`';
 }

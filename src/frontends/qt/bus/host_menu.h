@@ -26,10 +26,10 @@ struct HostMenuTimes {
 /// until the host closes it or opens it again, or an item is chosen; with a host that has never
 /// reported a closing, for five minutes at most.
 ///
-/// A host that announces the menu (AboutToShow) gets its news as the answer and not as a signal
-/// besides: Plasma would fill a menu anew that it shows already, and no longer scroll it. Nor would
-/// it when a label changes: there a menu that has to scroll keeps its labels, too
-/// (ExportedMenu::staysStill).
+/// A host that announces the menu (AboutToShow) is told in the answer that the layout is new, and
+/// not by a signal as well: on that, Plasma would fill a menu that is already shown anew, and it
+/// would no longer scroll. A changed label does the same, so there a menu that has to scroll keeps
+/// its labels while open (ExportedMenu::staysStill).
 class HostMenu : public QObject {
   Q_OBJECT
 

@@ -202,9 +202,8 @@ void TrayHostWatch::askForHosts() {
   sent(result, raw);
 }
 
-/// Some hosts have no names, and some get theirs a moment after the watcher has come: only where
-/// there has been a name, or Plasma's service is the watcher, does it mean anything that there is
-/// none.
+/// Not every host has a bus name, and some get it late. So "no host has a name" means "no host"
+/// only if one had a name before, or if Plasma's service is the watcher.
 int TrayHostWatch::namesAnswered(sd_bus_message* reply, void* self, sd_bus_error*) {
   const BusNames names = namesIn(reply);
   if (names.host) {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-/// What the compositor offers, asked beside whoever else reads the same connection, such as Qt.
-/// What is bound is answered only while `roundTrip` waits.
+/// The globals that the compositor offers. Has an event queue of its own, so that Qt can use the
+/// same connection. Events for what was bound here arrive only during roundTrip().
 class Registry {
  public:
   struct Global {
