@@ -32,7 +32,7 @@ inline void appendScalar(std::uint32_t value, std::string& text) {
 }
 
 /// The last scalar of `text`, which is UTF-8; "" of "".
-inline std::string_view lastCharacter(std::string_view text) {
+inline std::string_view lastScalar(std::string_view text) {
   std::size_t begin = text.size();
   while (begin > 0 && (static_cast<unsigned char>(text[--begin]) & 0xC0) == 0x80) {
   }

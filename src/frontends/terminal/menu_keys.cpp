@@ -167,7 +167,7 @@ MenuRequest MenuView::handleTyping(const Input& input, int height) {
       return {filters ? Request::showMatches : Request::nothing};
     case Input::Kind::character:
       if (input.character == kBackspace) {
-        words.resize(words.size() - text::lastCharacter(words).size());
+        words.resize(words.size() - text::lastScalar(words).size());
       } else if (input.character >= U' ' && words.size() < kMostWords) {
         text::appendScalar(static_cast<std::uint32_t>(input.character), words);
       }

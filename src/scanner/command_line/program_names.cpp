@@ -10,7 +10,7 @@
 namespace recognition {
 namespace {
 
-constexpr std::string_view kVersionSigns = "0123456789.";
+constexpr std::string_view kVersionCharacters = "0123456789.";
 
 /// The name without the machine it was built for, word by word from its end.
 std::string_view withoutMachine(std::string_view name) {
@@ -26,13 +26,13 @@ std::string_view withoutMachine(std::string_view name) {
 }
 
 bool isVersion(std::string_view name) {
-  return !name.empty() && name.find_first_not_of(kVersionSigns) == std::string_view::npos;
+  return !name.empty() && name.find_first_not_of(kVersionCharacters) == std::string_view::npos;
 }
 
 /// "python3.11" → "python", "clang-17" → "clang"; but "stage2" and "h2" keep their digit, and so
 /// does everything that is not an interpreter or has no sign before its version.
 std::string_view withoutVersion(std::string_view name) {
-  const auto last = name.find_last_not_of(kVersionSigns);
+  const auto last = name.find_last_not_of(kVersionCharacters);
   if (last == std::string_view::npos || last + 1 == name.size()) return name;
   if (name[last] == '-') return name.substr(0, last);
   const std::string_view stem = name.substr(0, last + 1);
