@@ -38,7 +38,7 @@ class Search {
   void takeWord(const PlacedWord& word) {
     if (!word.word.beginsCommand && !follower_.isFollowing()) return;
     const bool mayBeProgram =
-        word.word.beginsCommand || isBehindDashes_ || (follower_.isCarrier() && !isValue_);
+        word.word.beginsCommand || isBehindDashes_ || (follower_.isLauncher() && !isValue_);
     isBehindDashes_ = word.word.text == "--";
     if (word.word.beginsCommand) follower_.end();
     if (mayBeProgram && !word.word.text.empty() && word.word.text[0] != '-') {

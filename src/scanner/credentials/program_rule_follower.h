@@ -30,7 +30,7 @@ class RuleFollower {
   void begin(const Ways* ways);
 
   bool isFollowing() const { return ways_ != nullptr; }
-  bool isCarrier() const { return ways_ != nullptr && ways_->isCarrier; }
+  bool isLauncher() const { return ways_ != nullptr && ways_->isLauncher; }
   bool isContainer() const { return ways_ != nullptr && ways_->isContainer; }
 
   /// The next word of the program that was begun.

@@ -142,12 +142,12 @@ Programs::Programs() {
     all_.push_back(waysOf(program.rules));
     forEachPart(program.names, ' ', add);
   }
-  all_.push_back({});  // of a carrier that stands in no other row
-  forEachPart(kCarriers, ' ', add);
+  all_.push_back({});  // for launchers that stand in no other row
+  forEachPart(kLauncherNames, ' ', add);
   byName_ = decltype(byName_)(std::move(names));
 
   const auto named = [this](std::string_view name) -> Ways& { return all_[*byName_.find(name)]; };
-  forEachPart(kCarriers, ' ', [&](std::string_view name) { named(name).isCarrier = true; });
+  forEachPart(kLauncherNames, ' ', [&](std::string_view name) { named(name).isLauncher = true; });
   forEachPart(kContainers, ' ', [&](std::string_view name) { named(name).isContainer = true; });
 }
 

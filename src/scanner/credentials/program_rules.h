@@ -36,8 +36,8 @@ using Rule = std::vector<Step>;
 /// What is known of one program.
 struct Ways {
   std::vector<Rule> rules;
-  bool isCarrier = false;
-  bool isContainer = false;    // a carrier with options whose values may look like programs
+  bool isLauncher = false;
+  bool isContainer = false;    // a launcher with options whose values may look like programs
   bool masksLastWord = false;  // htpasswd -b
   bool masksUrls = false;      // apprise
   bool masksDsns = false;      // "h=host,u=user,p=password"

@@ -440,7 +440,7 @@ constexpr Program kPrograms[] = {
 };
 
 /// Programs that run other programs, whose names and arguments follow.
-constexpr std::string_view kCarriers =
+constexpr std::string_view kLauncherNames =
     "sudo doas su env nohup timeout nice ionice setsid stdbuf time watch xargs parallel chroot "
     "unshare nsenter systemd-run systemd-inhibit docker docker-compose podman nerdctl kubectl oc "
     "ssh autossh mosh sshpass sh bash zsh dash ksh fish busybox ash tini dumb-init catatonit "
@@ -454,7 +454,7 @@ constexpr std::string_view kCarriers =
     "kubectl.exe wsl xcrun osascript pwsh powershell cmd rtk mpirun srun sbatch torchrun "
     "accelerate op doppler dotenvx infisical chamber aws-vault envconsul vault consul-template";
 
-/// Carriers with options whose values may look like the name of a program: "--name mysql".
+/// Launchers with options whose values may look like the name of a program: "--name mysql".
 constexpr std::string_view kContainers = "docker podman nerdctl kubectl oc";
 
 /// Programs that read a password from what is piped to them, whatever their options.

@@ -99,7 +99,7 @@ INSTANTIATE_TEST_SUITE_P(
             "serve"},
         Row{"UvRunScript", {"uv", "run", "a/train.py", "-x"}, "python | train.py", "-x"},
         Row{"NpxScript", {"npx", "tsx", "src/mcp/index.ts"}, "node | index.ts", ""},
-        Row{"ScriptBehindACarrier", {"srun", "./train.py"}, "python | train.py", ""},
+        Row{"ScriptBehindALauncher", {"srun", "./train.py"}, "python | train.py", ""},
         Row{"InstalledScriptOfTorchrun",
             {"torchrun", "/v/site-packages/llamafactory/launcher.py", "q.yaml"},
             "llamafactory | llamafactory.launcher | launcher.py",
@@ -162,7 +162,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"DaemonsTitle", {"nginx: worker process"}, "nginx", ""},
         Row{"EngineTitle", {"VLLM::EngineCore"}, "vllm", ""},
         Row{"WrapperIsNotLookedInto", {"sudo", "nohup", "vllm", "serve"}, "nohup", "vllm serve"},
-        Row{"CarrierAlone", {"sudo"}, "sudo", ""}, Row{"Nobody", {}, "", ""}),
+        Row{"LauncherAlone", {"sudo"}, "sudo", ""}, Row{"Nobody", {}, "", ""}),
     rowName<Row>);
 
 TEST(UnwrappingWithoutEnd, Stops) {

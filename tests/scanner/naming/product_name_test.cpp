@@ -88,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(
           "LitGPT LoRA: phi 2"},
         N{"LatestTag", {"bentoml", "serve", "MaskService:latest"}, "BentoML: MaskService"},
         N{"ServiceInAFile", {"bentoml", "serve", "recommender.py:svc"}, "BentoML: recommender"},
-        N{"ScriptBehindACarrier",
+        N{"ScriptBehindALauncher",
           {"uv", "run", "python", "serve.py", "--model-path", "m.joblib"},
           "serve.py: m.joblib"},
         N{"ModelOfSettings", {"yolo", "train", "model=yolov8s.yaml"}, "YOLO train: yolov8s"},
