@@ -81,8 +81,9 @@ std::vector<MenuItem> processSubmenu(const VordaProcess& process,
     addQuits(items, process, record, asked);
   }
   items.push_back(command("Full details…", Action::showDetails, record));
-  for (const std::string& agent : process.matchedAgents) {
-    items.push_back(command("Unload " + text::displayName(agent), Action::unloadByLabel, agent));
+  for (const std::string& launchAgent : process.matchedAgents) {
+    items.push_back(
+        command("Unload " + text::displayName(launchAgent), Action::unloadByLabel, launchAgent));
   }
   if (family != nullptr) items.insert(items.end(), family->items.begin(), family->items.end());
   items.shrink_to_fit();  // hundreds of rows have one
