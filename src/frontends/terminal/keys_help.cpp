@@ -27,7 +27,7 @@ Alert keysAlert() {
               "The mouse works, too: click a row or a button, turn the wheel. "
               "Hold Shift to select text.\n"
               "\n"
-              "A letter in brackets ties a process to its bar in the strip."};
+              "A letter in brackets ties a process to its segment in the strip."};
 }
 
 }  // namespace terminal

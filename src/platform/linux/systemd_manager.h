@@ -11,7 +11,8 @@ inline constexpr const char* kInterface = "org.freedesktop.systemd1.Manager";
 inline constexpr const char* kNoSuchUnit = "org.freedesktop.systemd1.NoSuchUnit";
 
 /// A unit in the lists of ListUnitsByPatterns and ListUnitsByNames: name, description, load
-/// state, active state, sub state, what it follows, object, job's number, type and object.
+/// state, active state, sub state, what it follows, object, number, type and object of its
+/// systemd job.
 inline constexpr const char* kListedUnit = "(ssssssouso)";
 
 }  // namespace platform::ServiceManager

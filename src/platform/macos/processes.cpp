@@ -143,7 +143,7 @@ std::uint64_t processClock() {
          kNanosecondsPerMicrosecond;
 }
 
-/// launchd tells an ordinary user nothing of other users' jobs.
+/// launchd tells an ordinary user nothing of other users' services.
 std::string placeOfProcess(std::int32_t) {
   return {};
 }

@@ -29,8 +29,8 @@ bool isVersion(std::string_view name) {
   return !name.empty() && name.find_first_not_of(kVersionCharacters) == std::string_view::npos;
 }
 
-/// "python3.11" → "python", "clang-17" → "clang"; but "stage2" and "h2" keep their digit, and so
-/// does everything that is not an interpreter or has no sign before its version.
+/// "python3.11" → "python", "clang-17" → "clang"; but "stage2" and "h2" keep their digit, as does
+/// every program without a "-" before its version that is no interpreter.
 std::string_view withoutVersion(std::string_view name) {
   const auto last = name.find_last_not_of(kVersionCharacters);
   if (last == std::string_view::npos || last + 1 == name.size()) return name;

@@ -20,7 +20,7 @@ std::string normalized(std::string_view name);
 /// one that is called after its version alone (…/claude/versions/2.0.14) the folder's name.
 std::string programName(std::string_view path);
 
-/// What stands between signs that are neither letters nor digits.
+/// The words of `name`: its runs of ASCII letters and digits.
 std::vector<std::string_view> wordsOf(std::string_view name);
 
 /// Whether a word of a command line is an option, with or without a value behind "=".

@@ -17,7 +17,7 @@ namespace {
 
 using ProcessScanner::FriendlyName;
 
-/// How a training trains, as the naming rules rank it: the adapter before what is done with it.
+/// How a training trains, in the order of the word rules: the adapter before what is done with it.
 std::string_view methodOf(const Activity& activity, const Invocation& invocation) {
   struct Method {
     std::string_view words;
@@ -185,7 +185,7 @@ std::optional<FriendlyName> productName(const Product& product, const Activity& 
     name += ": " + recipeName(*recipe);
   } else if (port.empty() && invocation.isPython && !invocation.module.empty() &&
              invocation.script.empty() && activity.name.empty()) {
-    // Nothing more is known: the module's own name, which the naming rules show, says more.
+    // Nothing more is known: the module's own name, which the word rules show, says more.
     return std::nullopt;
   } else if (invocation.program.ends_with(".llamafile")) {
     name += ": " + modelName(invocation.path);

@@ -10,7 +10,7 @@
 
 namespace recognition {
 
-/// What a process of a known product is called, from its row; none where the naming rules name it.
+/// What a process of a known product is called, from its row; none where the word rules name it.
 std::optional<ProcessScanner::FriendlyName> productName(const Product& product,
                                                         const Activity& activity,
                                                         const Invocation& invocation);
@@ -23,8 +23,8 @@ std::optional<ProcessScanner::FriendlyName> lightningName(const Invocation& invo
 /// and where a model says more.
 std::optional<ProcessScanner::FriendlyName> selfMadeServerName(const Invocation& invocation);
 
-/// A name by the naming rules, with the model and the port that they did not find, because they
-/// stand in options that they do not know.
+/// A name by the word rules, with the model and the port that these rules did not find, because
+/// they don't know the options.
 ProcessScanner::FriendlyName withModelAndPort(ProcessScanner::FriendlyName name, LabRole role,
                                               std::string_view modelOptions,
                                               const Invocation& invocation);

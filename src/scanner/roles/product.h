@@ -12,7 +12,7 @@ enum class Naming {
   server,    ///< "vLLM: Qwen2.5 7B Instruct  (:8000)"
   tool,      ///< "ComfyUI  (:8188)": it has no one model
   training,  ///< "TRL SFT: Qwen2.5 0.5B": with the method
-  byRules,   ///< as the naming rules say (naming/tool_names.cpp): "Ollama Server"
+  byRules,   ///< as the word rules say (naming/tool_names.cpp): "Ollama Server"
 };
 
 /// A word that says what a product's process does, where the words that say so for all products

@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t kMostArguments = 512;
 constexpr std::size_t kLongestCode = 16 << 10;
 
-/// What the naming rules look for in paths (tool_names.cpp).
+/// What the word rules look for in paths (naming/tool_names.cpp).
 constexpr std::string_view kPathMarks[] = {"/.hermes/", "/.brevik/",    ".app/",
                                            "/ollama",   "/docker.app/", "com.docker."};
 

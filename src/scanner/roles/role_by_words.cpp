@@ -36,8 +36,8 @@ bool namesLora(std::string_view argument) {
          !argument.ends_with(".safetensors");
 }
 
-/// Signs of LoRA in a line without a training marker. (Beside such a marker "lora" or "adapter"
-/// would count too, but then the marker alone decides.)
+/// Evidence of LoRA in a line without a training marker. (Beside such a marker "lora" or "adapter"
+/// would count, too, but then the marker alone decides.)
 bool hasLoraSignal(const SearchedLine& line) {
   return line.hasAny(kLoraMarkers) ||
          (line.hasAny({"peft", "mlx_lm"}) && line.anyArgument(namesLora));
