@@ -20,7 +20,7 @@ VordaProcess holder(std::int32_t pid, double memGB, const char* name = "hog") {
 }
 
 /// A machine whose memory is a function of time, looked at as the program does: every 5 seconds
-/// with its processes, and in between when the alarm asks for it.
+/// with its processes, and in between when the rule asks for it.
 struct Trace {
   double totalGB = 24;
   std::function<double(double)> availableGB = [](double) { return 12.0; };
@@ -39,18 +39,18 @@ struct Trace {
 
   /// Until that time; the memory's end is the machine's.
   void run(double seconds) {
-    MemoryWarningRule alarm;
+    MemoryWarningRule rule;
     double next = 0;
     double refresh = 0;
     for (double time = 0; time <= seconds && availableGB(time) > 0; time = next) {
       ++looks;
-      alarm.look({time, availableGB(time), totalGB, stalls(time)});
-      if (time >= refresh || alarm.trouble()) {
+      rule.look({time, availableGB(time), totalGB, stalls(time)});
+      if (time >= refresh || rule.trouble()) {
         if (time >= refresh) refresh += 5;
-        auto warning = alarm.sampled(time, processes(time), menuIsOpen(time));
+        auto warning = rule.sampled(time, processes(time), menuIsOpen(time));
         if (warning) warnings.push_back({time, *std::move(warning)});
       }
-      next = std::min(refresh, time + alarm.nextLook());
+      next = std::min(refresh, time + rule.nextLook());
     }
   }
 };
@@ -137,45 +137,45 @@ TEST(MemoryWarningRule, LittleMemoryThatStaysIsNoTrouble) {
 }
 
 TEST(MemoryWarningRule, LooksOftenOnlyWhileMemoryGoesFast) {
-  MemoryWarningRule alarm;
-  alarm.look({0, 20, 24});
-  EXPECT_EQ(alarm.nextLook(), 5);
-  alarm.look({5, 18, 24});  // 45 seconds are left
-  EXPECT_DOUBLE_EQ(alarm.nextLook(), 45 / 12.0);
-  alarm.look({8.75, 0.5, 24});  // an eighth of a second
-  EXPECT_EQ(alarm.nextLook(), 0.25);
-  alarm.look({9, 0.5, 24});
-  EXPECT_EQ(alarm.nextLook(), 5);
+  MemoryWarningRule rule;
+  rule.look({0, 20, 24});
+  EXPECT_EQ(rule.nextLook(), 5);
+  rule.look({5, 18, 24});  // 45 seconds are left
+  EXPECT_DOUBLE_EQ(rule.nextLook(), 45 / 12.0);
+  rule.look({8.75, 0.5, 24});  // an eighth of a second
+  EXPECT_EQ(rule.nextLook(), 0.25);
+  rule.look({9, 0.5, 24});
+  EXPECT_EQ(rule.nextLook(), 5);
 }
 
 TEST(MemoryWarningRule, NeedsThreeFallsInARow) {
-  MemoryWarningRule alarm;
+  MemoryWarningRule rule;
   for (const auto& [time, available] :
        {std::pair{0, 3.4}, {5, 3.0}, {10, 2.6}, {15, 2.7}, {20, 2.3}, {25, 1.9}}) {
-    alarm.look({static_cast<double>(time), available, 24});
-    EXPECT_FALSE(alarm.trouble()) << time;
+    rule.look({static_cast<double>(time), available, 24});
+    EXPECT_FALSE(rule.trouble()) << time;
   }
-  alarm.look({30, 1.5, 24});
-  EXPECT_EQ(alarm.trouble(), MemoryTrouble::runsOut);
+  rule.look({30, 1.5, 24});
+  EXPECT_EQ(rule.trouble(), MemoryTrouble::runsOut);
 }
 
 TEST(MemoryWarningRule, LooksThatComeTooSoonAreNoFalls) {
-  MemoryWarningRule alarm;
-  alarm.look({0, 3, 24});
-  for (int i = 1; i < 20; ++i) alarm.look({i * 0.01, 3 - i * 0.01, 24});
-  EXPECT_FALSE(alarm.trouble());
+  MemoryWarningRule rule;
+  rule.look({0, 3, 24});
+  for (int i = 1; i < 20; ++i) rule.look({i * 0.01, 3 - i * 0.01, 24});
+  EXPECT_FALSE(rule.trouble());
 }
 
 TEST(MemoryWarningRule, AMemoryOfAnotherSizeOrALongSleepBeginsAnew) {
   for (const bool sleeps : {true, false}) {
-    MemoryWarningRule alarm;
-    alarm.look({0, 3, 24});
-    alarm.look({5, 2.5, 24});
-    alarm.look({10, 2, 24});
-    alarm.look(sleeps ? MemoryWarningRule::Look{100, 0.5, 24}
-                      : MemoryWarningRule::Look{15, 1.5, 23});
-    EXPECT_FALSE(alarm.trouble());
-    EXPECT_EQ(alarm.nextLook(), 5);
+    MemoryWarningRule rule;
+    rule.look({0, 3, 24});
+    rule.look({5, 2.5, 24});
+    rule.look({10, 2, 24});
+    rule.look(sleeps ? MemoryWarningRule::Look{100, 0.5, 24}
+                     : MemoryWarningRule::Look{15, 1.5, 23});
+    EXPECT_FALSE(rule.trouble());
+    EXPECT_EQ(rule.nextLook(), 5);
   }
 }
 
@@ -217,12 +217,12 @@ TEST(MemoryWarningRule, WhereStallsAreNotToldTheyAreNone) {
 }
 
 TEST(MemoryWarningRule, StallsThatNobodySawForLongBeginAnew) {
-  MemoryWarningRule alarm;
-  alarm.look({0, 12, 24, Stalls{50, 0}});
-  alarm.look({3600, 12, 24, Stalls{50, 0}});
-  EXPECT_FALSE(alarm.trouble());
-  alarm.look({3615, 12, 24, Stalls{50, 0}});
-  EXPECT_TRUE(alarm.trouble());
+  MemoryWarningRule rule;
+  rule.look({0, 12, 24, Stalls{50, 0}});
+  rule.look({3600, 12, 24, Stalls{50, 0}});
+  EXPECT_FALSE(rule.trouble());
+  rule.look({3615, 12, 24, Stalls{50, 0}});
+  EXPECT_TRUE(rule.trouble());
 }
 
 /// Stalls without an end, by whoever `culprit` says.
@@ -261,25 +261,25 @@ TEST(MemoryWarningRule, KeepsSilentWhileTheMenuIsOpenAndThenSaysIt) {
 }
 
 TEST(MemoryWarningRule, IsOverAMinuteAfterTheTrouble) {
-  MemoryWarningRule alarm;
-  EXPECT_TRUE(alarm.isOver(0));
+  MemoryWarningRule rule;
+  EXPECT_TRUE(rule.isOver(0));
   for (int time = 0; time <= 15; time += 5) {
-    alarm.look({static_cast<double>(time), 12, 24, Stalls{50, 0}});
+    rule.look({static_cast<double>(time), 12, 24, Stalls{50, 0}});
   }
-  EXPECT_FALSE(alarm.isOver(15));
-  alarm.look({20, 12, 24, Stalls{}});
-  EXPECT_FALSE(alarm.isOver(74));
-  EXPECT_TRUE(alarm.isOver(75));
+  EXPECT_FALSE(rule.isOver(15));
+  rule.look({20, 12, 24, Stalls{}});
+  EXPECT_FALSE(rule.isOver(74));
+  EXPECT_TRUE(rule.isOver(75));
 }
 
 /// The culprit after 20 seconds in which 4 GB have gone; `before` and `after` are samples.
 MemoryCulprit culpritOf(const std::vector<VordaProcess>& before,
                         const std::vector<VordaProcess>& after) {
-  MemoryWarningRule alarm;
-  alarm.look({0, 6, 24, Stalls{50, 0}});
-  alarm.sampled(0, before, false);
-  alarm.look({20, 2, 24, Stalls{50, 0}});
-  const auto warning = alarm.sampled(20, after, false);
+  MemoryWarningRule rule;
+  rule.look({0, 6, 24, Stalls{50, 0}});
+  rule.sampled(0, before, false);
+  rule.look({20, 2, 24, Stalls{50, 0}});
+  const auto warning = rule.sampled(20, after, false);
   return warning && warning->culprit ? *warning->culprit : MemoryCulprit{};
 }
 
