@@ -17,9 +17,9 @@ struct VordaLaunchAgent;
 /// tests on what a process shows; the first test that fires decides. All functions but scan() are
 /// pure, and none fails: what can't be read is left out.
 ///
-/// These signatures are fixed: other tools compile against them. The program itself calls scan(),
-/// which takes the same steps over views (recognizer.h) and reads a command
-/// line once for all of them.
+/// These signatures are fixed: other tools compile against them. The program itself holds a
+/// RepeatedScan (repeated_scan.h), which takes the same steps over views and reads a command line
+/// once for all of them.
 namespace ProcessScanner {
 
 // Which processes are listed, and in what order: repeated_scan.cpp.

@@ -29,7 +29,7 @@
 
 /// The one object that owns the program's presence on screen: the menu, the refresh timer
 /// and the last sample of processes and launch agents. It samples every 5 seconds; while
-/// the menu is open only the strip moves, so that no item changes under the pointer.
+/// the menu is open only the strip and live titles change, so that no item moves under the pointer.
 class StatusBarController : public MenuDelegate {
  public:
   static constexpr const char* kStatusTitle = "Vorda²";  ///< stands in the menu bar

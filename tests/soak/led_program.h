@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-/// menu_program.cpp, run and led: the real program on the real machine, and all that each of
-/// its refreshes says. That it ends orderly is expected at the end of its scope.
+/// menu_program.cpp, run and led: all of the program but its screen, on the real machine, and all
+/// that each of its refreshes says. At the end of its scope it is expected to end orderly.
 class LedProgram {
  public:
   /// What the program does before it starts, in a process of its own: taking another user,

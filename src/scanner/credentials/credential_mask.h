@@ -20,11 +20,11 @@
 /// many.
 ///
 /// There are two maskers. ProcessScanner::redactSecrets, whose output is fixed to the character,
-/// knows seven options and replaces option and value by one text. It misses most secrets, and only
-/// takes the first word of a value with several; hence this second one. Both search the original:
-/// the mask the arguments, which are still separate there, and redactSecrets' pattern the line.
-/// Then the pattern's matches are replaced, and what no match covers of the mask's values is
-/// masked. Neither sees the other's output.
+/// knows six names of options and replaces option and value by one text. It misses most secrets,
+/// and takes only the first word of a value with several; hence this second one. Both search the
+/// original: the mask the arguments, which are still separate there, and redactSecrets' pattern the
+/// line. Then the pattern's matches are replaced, and those of the mask's values that no match
+/// covers are masked. Neither sees the other's output.
 namespace CredentialMask {
 
 /// What stands for a value.

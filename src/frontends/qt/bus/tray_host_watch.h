@@ -12,8 +12,8 @@
 /// Watches for a host that shows tray icons: there is one while a StatusNotifierWatcher says that
 /// a host is registered with it, and some host has a bus name, where hosts have names: Plasma's
 /// watcher is no part of its panel, and never says that the panel has died, or is not there yet.
-/// Registers our icon with it, again with every new watcher, and again whenever the watcher has
-/// dropped it from its list.
+/// Registers our icon with it, again with every new watcher, and again (when TrayRegistration says
+/// so) after the watcher has dropped it from its list.
 ///
 /// Signals count only if they come from the bus itself or from the watcher. However many come, the
 /// watcher is asked at most once in TrayHostTimes::betweenLooks.
