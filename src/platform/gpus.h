@@ -31,8 +31,8 @@ struct GpuUse {
   std::int32_t pid = 0;     ///< above 0
   std::size_t device = 0;   ///< place in GpuReading::devices
   std::uint64_t bytes = 0;  ///< above 0
-  /// When it was asked, on processClock(): a process that has the pid and is younger is another
-  /// than the one that this was said of.
+  /// When it was asked, on processClock(). A process with this pid that started later is another
+  /// one than this was said of.
   std::uint64_t askedAt = 0;
 
   bool operator==(const GpuUse&) const = default;

@@ -23,8 +23,8 @@ struct MemoryStalls {
 struct MemoryLimit {
   double totalBytes = 0;                    ///< the limit: above 0, and less than is installed
   MemoryInUse inUse;                        ///< what they hold of it
-  std::optional<double> swappedBytes = {};  ///< of these, in swap
-  std::optional<MemoryStalls> stalls = {};  ///< of these
+  std::optional<double> swappedBytes = {};  ///< what they have in swap
+  std::optional<MemoryStalls> stalls = {};  ///< how long they wait
 };
 
 /// What the system tells of its memory.

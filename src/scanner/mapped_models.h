@@ -18,13 +18,14 @@ struct MappedFilesRead {
   std::vector<MappedMemory::File> largest;  ///< MappedMemory::files
 };
 
-/// From so many MiB on, and from this part of the footprint on, it is worth a word.
+/// Mapped or shared memory is told of from so many MiB on, if it is at least this part of the
+/// footprint.
 ///@{
 inline constexpr double kLeastMappedMB = 256;
 inline constexpr double kLeastPartOfFootprint = 0.2;
 ///@}
 
-/// So long what was read of mapped files stands, in nanoseconds.
+/// How long what was read of mapped files counts, in nanoseconds.
 inline constexpr std::uint64_t kMappedFilesStand = 60'000'000'000;
 
 /// Sets `memory` to what the process that was looked at last has mapped and shares, where that is a

@@ -7,9 +7,8 @@
 
 namespace ProcessScanner {
 
-/// The login names of those whom processes belong to, each asked for once. They are asked for anew
-/// once a minute of refreshes: that they are given to others is rare, and finding them may take a
-/// directory service.
+/// The login names of those whom processes belong to. Each is asked for once, and anew after a
+/// minute of refreshes: names seldom change hands, and asking may involve a directory service.
 class OwnerNames {
  public:
   /// To be told at each scan.

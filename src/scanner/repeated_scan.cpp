@@ -254,7 +254,7 @@ std::string_view RepeatedScan::exeOf(std::string_view name) {
 
 /// Whether a title is that of an ordinary process, be it one argument or several.
 bool RepeatedScan::isOrdinaryAnyway(std::string_view title) {
-  if (title.empty()) return false;  // the executable has more to say
+  if (title.empty()) return false;  // the executable decides about more than that
   const auto isOrdinary = [this](std::string_view joined) {
     // One of the two has been looked at already: the one that the arguments were read as.
     if (std::ranges::equal(words_, facts_.arguments)) return true;

@@ -69,8 +69,8 @@ struct VordaProcess {
   std::optional<std::uint64_t> startTime = std::nullopt;
   /// What it holds of graphics cards' memory; none when it holds nothing, or that isn't known.
   std::optional<GpuMemory> gpuMemory = std::nullopt;
-  /// The pid of the process that began the work it belongs to, maybe its own; none when it belongs
-  /// to nobody's. Whose family it is, is told by those that share it (ui/family_rows.h).
+  /// The pid of its family's head, which may be its own; none when it belongs to no family.
+  /// Processes with the same one are a family (ui/family_rows.h).
   std::optional<std::int32_t> family = std::nullopt;
   /// The pid of the process that started it, or its family, when that was seen and has ended.
   std::optional<std::int32_t> leftBehindBy = std::nullopt;

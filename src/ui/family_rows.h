@@ -18,8 +18,7 @@
 struct ShownFamily {
   std::int32_t head = 0;  ///< the pid of the process that began it, which may be nobody's row
   std::string name;       ///< what the work is called, made safe to show
-  /// The one that began it first, where it is known, then the largest first. Points into the
-  /// sample.
+  /// The head first, where it is in the sample, then the largest first. Points into the sample.
   std::vector<const VordaProcess*> members;
   double memMB = 0;  ///< the sum of their footprints, in MiB: what they share counts for each
 
@@ -51,8 +50,8 @@ class ShownFamilies {
 /// own. `folded`: the families with one row each; nullptr where each process has its own.
 double memoryOfRow(const VordaProcess& process, const ShownFamilies* folded);
 
-/// What stands in the rows of a family's members about the family. All of them share the menu of
-/// the members.
+/// What each row of a member says about the family. The members' rows share the menu of the
+/// members.
 struct FamilyEntries {
   std::string toolTip;          ///< a line for the tooltip
   std::vector<MenuItem> items;  ///< for the submenu
@@ -72,7 +71,7 @@ class FamilyItems {
   /// The entries of the process's family; nullptr when it has none.
   const FamilyEntries* of(const VordaProcess& process);
 
-  /// The row that stands for all of the family, which the process is of; its own when it has none.
+  /// The row that stands for the whole family of the process; its own row when it has none.
   MenuItem folded(const VordaProcess& process);
 
  private:

@@ -46,7 +46,7 @@ class MemoryPressureView {
   static constexpr double kItemWidth = 304;
   static constexpr double kItemHeight = 40;
   ///@}
-  /// So much more height it has with a track of the cards.
+  /// How much higher it is with a track of the cards.
   static constexpr double kGpuHeight = 16;
 
   /// How much of the track the pressure covers, at its right end.

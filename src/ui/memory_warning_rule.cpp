@@ -14,7 +14,7 @@ constexpr double kLeastShare = 0.25;
 constexpr double kLeastGrownMB = 100;
 /// Samples that come closer tell nothing new: the last minute then is six of them at most.
 constexpr double kBetweenSamples = 9.5;
-/// So much sooner than wanted is in time: timers are not exact.
+/// A look after this part of the wanted pause comes in time: timers are not exact.
 constexpr double kInTime = 0.9;
 
 /// Those that belong to one piece of work grow together.
@@ -82,7 +82,7 @@ std::optional<MemoryWarningRule::Warning> MemoryWarningRule::sampled(
 }
 
 void MemoryWarningRule::remember(double time, const std::vector<VordaProcess>& processes) {
-  std::vector<Held> held;  // in the memory of one that goes
+  std::vector<Held> held;  // takes the memory of a sample that is dropped
   while (!samples_.empty() && time - samples_.front().time > kSoon) {
     held = std::move(samples_.front().processes);
     samples_.erase(samples_.begin());

@@ -159,8 +159,8 @@ void StatusBarController::updateStrip() {
   if (isKnown || hasGpus) frontEnd_.stripChanged(strip);
 }
 
-/// They are asked for their cards' memory from now on, as all that are shown. Soon: the front end
-/// opens their menu first.
+/// From now on the cards are asked about these rows' processes, too, as about all that are shown.
+/// Not at once: the front end opens the menu first.
 void StatusBarController::showMoreRows(const MenuItem& more) {
   moreRows_.clear();
   morePids_.clear();
@@ -193,7 +193,7 @@ void StatusBarController::updateMoreRows() {
   if (areOthers) frontEnd_.titlesChanged();
 }
 
-/// All else that the strip shows is as it was.
+/// For a sample in which nothing else that the strip shows has changed.
 void StatusBarController::updatePressure() {
   MemoryPressureView& strip = *rootMenu_->items.front().strip;
   if (applyPressure(strip, sys_)) frontEnd_.stripChanged(strip);

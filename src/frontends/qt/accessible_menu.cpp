@@ -115,7 +115,7 @@ class AccessibleItem : public QAccessibleInterface, public QAccessibleActionInte
 
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
   if (className == "QApplication") return new AccessibleApplication;
-  // Those of menus, and no others.
+  // Only those QWidgetActions that are in menus.
   auto* action = qobject_cast<QWidgetAction*>(object);
   if (action != nullptr && qobject_cast<QMenu*>(action->parent()) != nullptr) {
     return new AccessibleItem(action);

@@ -59,9 +59,9 @@ std::string platforms() {
   return "xcb";
 }
 
-/// Lets Qt believe where the program says that its windows are on Wayland (MenuWindow knows of
-/// one), instead of taking each to be at the top left. Only Qt's start looks at it; what the
-/// program starts is not to inherit it.
+/// On Wayland Qt takes every window to be at the top left of the screen. With this variable it
+/// believes the program, which knows better of one window (MenuWindow). Qt reads it only at its
+/// start; programs that are started later must not inherit it.
 class WindowsHavePlaces {
  public:
   WindowsHavePlaces() { qputenv(kVariable, "1"); }

@@ -42,7 +42,7 @@ class IconOrWindow : public QObject {
   void providePlace(const OpenPopup& open, QPoint icon = {});
   /// The same, always in the window.
   void provideWindow(const OpenPopup& open, QPoint icon = {});
-  /// By which the window asks for the keyboard when it is provided next.
+  /// The token (xdg-activation) by which the window asks for the keyboard when it is next provided.
   void setActivationToken(const QByteArray& token) { activationToken_ = token; }
   /// The popup has closed: its place is no longer needed.
   void releasePlace();
@@ -55,7 +55,7 @@ class IconOrWindow : public QObject {
  Q_SIGNALS:
   void menuRequested();
   void settingsRequested();
-  /// The place that was provided for a popup is about to go.
+  /// The place that was provided for a popup is about to disappear.
   void placeLost();
 
  private:

@@ -315,8 +315,8 @@ void QtFrontEnd::openInstead(const std::shared_ptr<const MenuItem>& item) {
       Qt::QueuedConnection);
 }
 
-/// The row of whom the last warning was about, in a window of its own, or the whole menu where
-/// there is none any more.
+/// Opens the row of the process that the last warning was about as a menu of its own, or the whole
+/// menu where that row is gone.
 void QtFrontEnd::openWarned() {
   if (alert_) return bringToFront(*alert_);
   if (popup_) popup_->close();

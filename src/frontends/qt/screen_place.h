@@ -13,8 +13,8 @@ class QRect;
 /// is nearer to the middle of the screen, and wholly on the screen.
 [[nodiscard]] QPoint cornerBeside(QPoint icon, QSize window, const QRect& screen);
 
-/// The top left corner that a window is taken to have of which nobody knows where the compositor
-/// has put it: in the middle, as most do. At the top of the screen, all the same: a menu that has
-/// no room below would be asked for above the window, and not every compositor keeps it on the
-/// screen then.
+/// A guess at the top left corner of a window, where nobody knows where the compositor has put it.
+/// From left to right in the middle, as with most compositors; but at the top of the screen: with
+/// too little room below the window a menu would be asked for above it, and not every compositor
+/// keeps that on the screen.
 [[nodiscard]] QPoint likelyCorner(QSize window, const QRect& screen);

@@ -25,11 +25,11 @@ struct MenuRequest {
     refresh,
     showKeys,
     copyCommand,  ///< of the selected row's process
-    showCommand,  ///< the same, plain
+    showCommand,  ///< the same, as plain output
     showMore,     ///< all rows of the selected section
-    showMatches,  ///< another filter, which all rows have to pass
-    fold,         ///< families, or no more, as isFolded() says
-    sort,         ///< by what comes next
+    showMatches,  ///< only rows that pass the filter, which is new
+    fold,         ///< fold families, or unfold them, as isFolded() says
+    sort,         ///< in the next order (sortAfter)
     quit
   };
 

@@ -39,7 +39,7 @@ struct Track {
   std::string_view fill;  ///< what a segment is painted with, in its colour; " ": the ground is
 };
 
-/// Letters and glyphs alone.
+/// Without colours: letters and glyphs.
 void paintPlain(CellGrid& grid, const Track& shown, const Box& track, const Look& look) {
   const std::vector<StripCell> cells = stripCells(shown.segments, track.width - 2);
   grid.write(track.x, track.y, "[", {}, 1);

@@ -189,7 +189,7 @@ void TerminalFrontEnd::handle(const Input& input) {
   }
 }
 
-/// What is said of it; none where there is no command.
+/// The hint to show afterwards; none where there is no command.
 std::optional<std::string> TerminalFrontEnd::takeCommand(const std::string& command, bool copies) {
   if (command.empty()) return std::nullopt;
   if (copies) {
@@ -224,7 +224,7 @@ void TerminalFrontEnd::showMore() {
   view_.selectNearest(*place, geometry().list.height);
 }
 
-/// All rows are there to be looked at only while somebody looks for some.
+/// While the user looks for rows, no section is cut and no family folded: each row can be found.
 void TerminalFrontEnd::arrange() {
   const bool looksForSome = view_.isTyping() || !view_.filter().empty();
   arrangement_.isWhole = looksForSome;
@@ -321,7 +321,7 @@ void TerminalFrontEnd::setNotice(const std::string& notice) {
   needsDrawing_ = true;
 }
 
-/// The notice has the words.
+/// What the warning says stands in the notice.
 void TerminalFrontEnd::setWarning(const std::optional<MemoryWarning>& warning) {
   if (warning) screen_.ring();
 }

@@ -21,7 +21,7 @@ struct NoWork : ScheduledWork {
   void cancel() override {}
 };
 
-/// What is asked of graphics cards has come before the first look, which may be the only one.
+/// Waits for the cards' figures first, because the first look may be the only one.
 TextFrontEnd afterGpus() {
   platform::awaitGpus();
   return {};

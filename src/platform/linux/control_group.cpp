@@ -43,7 +43,7 @@ std::string unit(std::string_view name) {
   return isUnit && isHarmless(name) ? "Unit: " + std::string(name) : std::string();
 }
 
-/// The path of the unified hierarchy or, before there was one, of systemd's own; the last says it.
+/// The path in the unified hierarchy or in systemd's own, which came before it; the longer of them.
 std::string_view pathIn(std::string_view cgroup) {
   std::string_view path;
   while (!cgroup.empty()) {

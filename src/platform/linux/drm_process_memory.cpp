@@ -32,8 +32,8 @@ DrmProcessMemory::DrmProcessMemory(const ProcFs& proc) : DrmProcessMemory(proc, 
 DrmProcessMemory::DrmProcessMemory(const ProcFs& proc, Options options)
     : proc_(proc), options_(std::move(options)) {}
 
-/// What is asked can be answered without waiting for anybody, also of a file on a server that is
-/// gone: its type is known as long as it is open.
+/// Asks only for the type of an open file, which the kernel knows without waiting for anybody, even
+/// if the file is on a server that is gone.
 std::optional<DrmCard::Node> DrmProcessMemory::deviceOfDescriptor(int folder, const char* name) {
   struct statx status = {};
   constexpr int kFlags = AT_STATX_DONT_SYNC | AT_NO_AUTOMOUNT;

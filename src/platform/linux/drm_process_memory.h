@@ -31,10 +31,10 @@ class DrmProcessMemory {
   explicit DrmProcessMemory(const ProcFs& proc);
   DrmProcessMemory(const ProcFs& proc, Options options);
 
-  /// Looks at these processes; forgets all others. Those that were looked at longest ago come
-  /// first; where they have too many descriptors together, of the rest what was found last
-  /// stands. Cards that sleep, and those that turned out to have no memory of their own, are
-  /// passed over.
+  /// Looks at these processes, first at those whose last look is longest ago, and forgets all
+  /// others. Where they have more descriptors together than may be looked at, what was found last
+  /// still counts for the rest. Leaves out cards that sleep, and those that turned out to have no
+  /// memory of their own.
   void look(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids);
   /// The same, but looks at no process that was looked at before.
   void lookAtNew(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids);

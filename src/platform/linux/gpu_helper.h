@@ -39,8 +39,8 @@ class GpuHelper {
     GpuAnswer answer;
     std::uint64_t askedAt = 0;  ///< on processClock()
   };
-  /// The answer, when it has come since. One that says that there is no answer counts as one, and
-  /// then the driver is left alone, too.
+  /// The answer, when it has come since. An error is an answer; after one, too, the driver is left
+  /// alone for a while.
   std::optional<Heard> hear();
 
   /// Waits until there is something to hear, or to give up on.

@@ -33,7 +33,8 @@ bool isCountFine() {
   return false;
 }
 
-/// Not so with the host's proc file system in a container, or the other way round.
+/// Whether the pids there are ours: not so with the host's proc file system in a container, or the
+/// other way round.
 bool tellsOwnPids(const char* procRoot) {
   std::array<char, PATH_MAX> target{};
   const std::string link = std::string(procRoot) + "/self";

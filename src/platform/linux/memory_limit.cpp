@@ -51,8 +51,8 @@ std::optional<MemoryLimitReader::Limited> MemoryLimitReader::lookUp(double insta
 std::optional<MemoryLimitReader::Limited> MemoryLimitReader::smallest(
     const MemoryHierarchy& hierarchy, std::string_view ownGroup, double installedBytes) {
   std::optional<Limited> found;
-  bool isReached = true;  // by what the processes in `ownGroup` hold
-  bool holdsAll = false;  // then those further up do as well
+  bool isReached = true;  // what the processes in `ownGroup` hold counts here, too
+  bool holdsAll = false;  // every process is in it; then also in those further up
   for (const std::string_view group : groupsUpwards(ownGroup, hierarchy.root)) {
     const std::size_t inside = hierarchy.root == "/" ? 0 : hierarchy.root.size();
     std::string folder = prefix_ + hierarchy.mountPoint;

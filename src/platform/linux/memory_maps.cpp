@@ -31,7 +31,7 @@ std::optional<Mapping> mappingIn(std::string_view line) {
   return Mapping{end - begin, line.substr(path)};
 }
 
-/// What has a path and is no file that keeps its bytes somewhere else.
+/// Whether what has this path is memory alone, and no file on a disk.
 bool isSharedMemory(std::string_view path) {
   return path.starts_with("/memfd:") || path.starts_with("/dev/") || path.starts_with("/SYSV") ||
          path.starts_with("/anon_hugepage");

@@ -11,8 +11,8 @@ namespace platform {
 /// The name under which NVIDIA's driver installs the library that tells of memory.
 inline constexpr const char* kNvidiaLibrary = "libnvidia-ml.so.1";
 
-/// Where that library is, to be loaded by: its path, or its name where the loader finds it by
-/// that; "" when it is not installed. It is not loaded for that.
+/// By what that library can be loaded: its path, or its name where the loader finds it by name; ""
+/// when it is not installed. Loads nothing.
 /// `loaderCache` is the path of the loader's list of libraries, `folders` are looked into first.
 std::string findNvidiaLibrary(const std::string& loaderCache,
                               const std::vector<std::string>& folders);

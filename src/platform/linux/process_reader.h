@@ -104,7 +104,7 @@ class ProcessReader {
   std::string lastFolder_;       ///< where its memory stands: "", or of a thread "task/TID/"
   /// Of the footprint that was asked last: whose it was, and whether much of it is shared.
   std::int32_t sharesMuch_ = 0;
-  bool swapInUse_ = true;  ///< as of the last pids(); until then the dearer way is the right one
+  bool swapInUse_ = true;  ///< as of the last pids(); true until then, which is right in any case
 };
 
 /// The one that reads /proc.

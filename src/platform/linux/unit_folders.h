@@ -26,8 +26,8 @@ std::vector<LaunchAgentFile> launchAgentFilesIn(const std::filesystem::path& fol
 /// ~/.config/systemd/user; empty when there is no home.
 std::filesystem::path userUnitFolder();
 
-/// The launch agent files of one folder, read again only when the folder or one of them is another
-/// than it was.
+/// The launch agent files of one folder, read again only when the folder or one of them has
+/// changed.
 class LaunchAgentFolder {
  public:
   /// The time in seconds, on the clock of the file systems.
@@ -36,14 +36,14 @@ class LaunchAgentFolder {
       std::filesystem::path folder, Clock now = [] { return std::time(nullptr); })
       : path_(std::move(folder)), now_(now) {}
 
-  /// Looks whether something is new, and allocates nothing when nothing is. Whether files() may
-  /// tell something else than before.
+  /// Looks whether something has changed, and allocates nothing when nothing has. Returns whether
+  /// files() may be different now.
   bool update();
   /// What launchAgentFilesIn told at the last update.
   const std::vector<LaunchAgentFile>& files() const { return files_; }
 
  private:
-  /// What changes when a file or folder does; none of what is not there.
+  /// Changes when a file or folder does; none for one that is not there.
   using Stamp = std::optional<struct stat>;
   struct Entry {
     std::string path;
@@ -56,7 +56,7 @@ class LaunchAgentFolder {
 
   std::filesystem::path path_;
   Clock now_;
-  bool isSettled_ = false;  ///< a later change would be told by a stamp
+  bool isSettled_ = false;  ///< any later change would show in a stamp
   Stamp stamp_;             ///< of the folder
   std::vector<Entry> entries_;
   std::vector<LaunchAgentFile> files_;

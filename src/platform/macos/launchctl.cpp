@@ -40,7 +40,7 @@ class Pipe {
 
   int reading() const { return ends_[0]; }
   int writing() const { return ends_[1]; }
-  /// So that only the child keeps it open, and its end is the pipe's.
+  /// Closes our copy, so that the pipe ends when the child does.
   void closeWriting() {
     close(ends_[1]);
     ends_[1] = -1;

@@ -60,7 +60,7 @@ class Reading {
 
  private:
   std::optional<std::string> readFile(int folder, const char* name) const {
-    // Should it have become something else, opening it does not wait either.
+    // O_NONBLOCK: it may have become a pipe meanwhile, and opening that would wait.
     const int file =
         openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (file < 0) return std::nullopt;

@@ -31,7 +31,7 @@ std::optional<std::string_view> recipeOf(const Invocation& invocation);
 /// Whether an option gives it a model.
 bool namesModel(const Invocation& invocation);
 
-/// Whether that is a file of weights.
+/// Whether an option gives it a model that is a file of weights.
 bool givesWeights(const Invocation& invocation);
 
 /// Whether an option gives it a model of the hub's or a path, not just a name.

@@ -9,7 +9,7 @@
 /// Names of programs, packages and modules, taken to pieces.
 namespace recognition {
 
-/// A name longer than this is nobody's that is known; it is cut.
+/// No known name is longer than this; longer ones are cut.
 inline constexpr std::size_t kLongestName = 256;
 
 /// A name as the tables write it: lower case, and "-" for "_" and blanks.

@@ -4,22 +4,23 @@
 #include <string>
 #include <string_view>
 
-/// What the path of a file that is run, or the word of a package, says of who it is.
+/// What the path of a file that is run, or the word for a package, tells about the program.
 namespace recognition {
 
-/// The name of a file without what says in which language it is written.
+/// The name of a file without the ending of its language: "train" of "train.py".
 std::string_view withoutSuffix(std::string_view name);
 
-/// Whether it says in which.
+/// Whether it has such an ending.
 bool isSource(std::string_view name);
 
 /// "pkg@latest", "pkg==1.2", "pkg[extra]", "@scope/pkg@1": the package alone, normalized.
 std::string packageName(std::string_view word);
 
-/// The nearest folder on the way to a file whose name says whose it is, normalized; "": none does.
+/// The nearest folder above a file that does not have one of the usual names ("src", "bin"),
+/// normalized; "" for none.
 std::string nearestFolder(std::string_view path);
 
-/// What a folder adds to a script of a name that says nothing; "" to any other's.
+/// That folder, for a script whose own name says nothing ("main.py"); "" for any other.
 std::string tellingFolder(std::string_view path);
 
 /// "pkg.mod" of …/site-packages/pkg/mod.py; "" of any other place.

@@ -10,8 +10,9 @@
 namespace recognition {
 
 /// How invocationOf() finds out who runs. The launchers, and what they launch, are taken off in
-/// invocation.cpp, the interpreters in interpreters.cpp. What takes something off is true when
-/// rest_ begins with another program, and false when it is known who runs.
+/// invocation.cpp, the interpreters in interpreters.cpp. A function that takes
+/// something off returns true when rest_ then begins with another program, and false when it is
+/// known who runs.
 class Unwrapping {
  public:
   explicit Unwrapping(Arguments arguments);

@@ -27,11 +27,8 @@ inline constexpr auto kMarkers = [] {
 /// the compiler turns these into bits, and refuses a text that no list of role_word_table.h holds.
 class MarkerSet {
  public:
-  /// No marker.
   constexpr MarkerSet() = default;
-  /// One marker.
   consteval MarkerSet(const char* marker) { insert(indexOf(marker)); }
-  /// These markers.
   consteval MarkerSet(std::initializer_list<std::string_view> markers) {
     insertAll({markers.begin(), markers.size()});
   }
@@ -46,7 +43,6 @@ class MarkerSet {
     words_[index / kWordBits] |= std::uint64_t{1} << index % kWordBits;
   }
 
-  /// Adds all markers of another set.
   constexpr void insert(const MarkerSet& other) {
     for (std::size_t i = 0; i < words_.size(); ++i) words_[i] |= other.words_[i];
   }
@@ -58,9 +54,7 @@ class MarkerSet {
     return common != 0;
   }
 
-  /// Whether it holds no marker.
   constexpr bool empty() const { return *this == MarkerSet(); }
-  /// Whether the other holds the same markers.
   constexpr bool operator==(const MarkerSet&) const = default;
 
  private:

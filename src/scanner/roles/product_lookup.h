@@ -12,7 +12,8 @@ namespace recognition {
 /// A product that an invocation is known to be.
 struct KnownProduct {
   const Product* product = nullptr;  ///< null: none
-  std::string_view tail;  ///< of a name below the product's what follows: "cli.train-ppo-ray"
+  std::string_view tail;             ///< what follows the product's name: "cli.train-ppo-ray" of
+                                     ///< "openrlhf.cli.train-ppo-ray"
 };
 
 /// The rows of a table by the names that they are known as.

@@ -79,8 +79,8 @@ class HostMenu : public QObject {
   std::shared_ptr<const Menu> waiting_;  // shown once the menu has closed
   std::uint32_t revision_ = 1;
   std::uint32_t readRevision_ = 0;  // the last one that was read
-  bool isAnswering_ = false;        // the answer under way will tell of another layout
-  bool signalIsDue_ = false;        // only an answer has told of the layout: others don't know it
+  bool isAnswering_ = false;        // a new layout is told in the answer that is being made
+  bool signalIsDue_ = false;        // a new layout was told in an answer only, not by a signal
   std::set<int> heldBack_;          // items whose new labels wait until the menu has closed
   bool isOpening_ = false;
   bool isOpen_ = false;

@@ -85,7 +85,7 @@ TrayHostWatch::TrayHostWatch(sd_bus* bus, const TrayHostTimes& times)
            std::string("type='signal',sender='") + kBus + "',interface='" + kBus +
                "',member='NameOwnerChanged',arg0=" + watcher,
            &TrayHostWatch::ownerChanged);
-  // Their names differ in what is no part of a namespace.
+  // Only whole parts of a name can be matched, and hosts' names differ within their last part.
   addMatch(hostMatch_,
            std::string("type='signal',sender='") + kBus + "',interface='" + kBus +
                "',member='NameOwnerChanged',arg0namespace='org.kde'",

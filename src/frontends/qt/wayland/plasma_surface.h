@@ -8,7 +8,7 @@ class QWindow;
 
 /// What Plasma's compositor can be told of a window on Wayland, by its own protocol
 /// (org_kde_plasma_shell): its place, and that it belongs in no task bar. xdg-shell, which is all
-/// that Qt speaks, has words for neither.
+/// that Qt speaks, can say neither.
 class PlasmaSurface {
  public:
   /// Tells it of `window`, which has just been shown and was not drawn yet. `corner` is the top
