@@ -54,8 +54,8 @@ bool isHarmless(int signal) {
 
 /// Whether this class handles the signal. It handles all crashes, and passes them on to a crash
 /// reporter's handler afterwards; any other signal only where nobody handles it already. What is
-/// ignored does not end the program: a shell's script starts its background jobs so that they
-/// ignore SIGQUIT.
+/// ignored does not end the program: what a shell's script starts in the background ignores
+/// SIGQUIT.
 bool isOurs(int signal, const struct sigaction& present) {
   if (present.sa_handler == SIG_IGN) return false;
   return isCrash(signal) || (!isHarmless(signal) && present.sa_handler == SIG_DFL);
