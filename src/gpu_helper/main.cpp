@@ -20,12 +20,12 @@
 
 namespace {
 
-/// The driver is given so long; then the program ends by the alarm that it set.
+/// How long the driver may take; then alarm(2) ends the program.
 constexpr unsigned kPatienceSeconds = 2;
 constexpr int kWrongUse = 2;
 
-/// It ends with the one who started it, gains no rights (the driver's library likes to start a
-/// program that loads kernel modules), and leaves nothing behind when it crashes.
+/// From now on the program ends with the one that started it, can gain no rights (the driver's
+/// library likes to start a program that loads kernel modules), and leaves no core file.
 void giveUpPower() {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);

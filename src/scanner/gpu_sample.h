@@ -34,7 +34,8 @@ namespace GpuSampling {
 inline constexpr double kMinMemMB = 50;
 inline constexpr std::size_t kMost = 8;
 
-/// Which processes hold so much, as far as that is known before they are looked at.
+/// The pids of those that hold so much, ascending, as far as that is known before processes are
+/// scanned.
 /// `isWatched`: platform::GpuQuestion.
 std::vector<std::int32_t> holders(bool isWatched);
 

@@ -72,7 +72,7 @@ void StatusBarController::endFamily(Sender sender, bool force) {
   if (frontEnd_.runModal(question) != kAlertFirstButtonReturn) return;
 
   if (force) {
-    sample();  // what has begun since the question is known as a member as long as the head lives
+    sample();  // while the head lives: later nothing tells that new members are of this family
     noteNewcomers(ending, *head);
   }
   // The head first: it might start others in the place of those that end.
@@ -89,8 +89,8 @@ void StatusBarController::endFamily(Sender sender, bool force) {
   schedulePostQuitRescans();
 }
 
-/// Only those that were named are ended, and of them only who is still the same and has not become
-/// somebody else's work since.
+/// Ends only members that the question named, and of these only those that are still the same
+/// process and have not become members of another family since.
 void StatusBarController::killRestOfFamily(FamilyEnding& ending, std::int32_t head) {
   sample();
   noteNewcomers(ending, head);

@@ -9,7 +9,8 @@
 namespace {
 
 constexpr double kMBPerGB = 1024;
-/// A process is to blame when its work has taken at least so much of what is gone, and so many MiB.
+/// A process is to blame when its family has taken at least this share of what is gone, and at
+/// least so many MiB.
 constexpr double kLeastShare = 0.25;
 constexpr double kLeastGrownMB = 100;
 /// Samples that come closer tell nothing new: the last minute then is six of them at most.
@@ -17,7 +18,7 @@ constexpr double kBetweenSamples = 9.5;
 /// A look after this part of the wanted pause comes in time: timers are not exact.
 constexpr double kInTime = 0.9;
 
-/// Those that belong to one piece of work grow together.
+/// What has one number counts together: a family, or a process that has none.
 std::int32_t workOf(const VordaProcess& process) {
   return process.family.value_or(process.pid);
 }
@@ -105,8 +106,8 @@ double MemoryWarningRule::heldBefore(const Sample& sample, const VordaProcess& p
   return isThere ? found->memMB : 0;
 }
 
-/// Who has grown most within the last minute, alone or with its family, if that explains a good
-/// part of what is gone; else the largest.
+/// The process that has grown most within the last minute, of the family that has, if that explains
+/// a good part of what is gone; else the largest process.
 std::optional<MemoryCulprit> MemoryWarningRule::culprit(
     double time, const std::vector<VordaProcess>& processes) const {
   if (processes.empty()) return std::nullopt;

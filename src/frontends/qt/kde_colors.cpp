@@ -49,7 +49,7 @@ struct Place {
   QPalette::ColorRole role;
 };
 
-/// Beside those for windows and buttons, from which Qt works out frames and shadows.
+/// All but the backgrounds of windows and buttons: from these two Qt works out frames and shadows.
 constexpr Place kPlaces[] = {
     {"Colors:Window/ForegroundNormal", QPalette::WindowText},
     {"Colors:View/BackgroundNormal", QPalette::Base},

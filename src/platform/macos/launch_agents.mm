@@ -32,7 +32,7 @@ LaunchctlInquiry& inquiry() {
   return theInquiry;
 }
 
-/// The same attempts; one that launchctl answers tells that it can be asked again.
+/// The same attempts; as soon as launchctl answers one, it is asked for its list again, too.
 std::vector<ServiceAttempt> watched(std::vector<ServiceAttempt> attempts) {
   for (ServiceAttempt& attempt : attempts) {
     attempt = [original = std::move(attempt)] {

@@ -6,9 +6,9 @@
 
 namespace recognition {
 
-/// What a server that somebody wrote for a model of speech or of embeddings says of itself:
-/// "embedding server" of embedding_server.py; of a general name such as server.py with the folder
-/// or the project that it is in ("whisper server"). Empty: it is none, or does not say so.
+/// What to call a server that somebody wrote for a model of speech or of embeddings: "embedding
+/// server" for embedding_server.py; where the name is as general as server.py, by its folder or
+/// project ("whisper server"). Empty for everything else.
 std::string selfMadeServer(const Invocation& invocation);
 
 }  // namespace recognition
