@@ -1,5 +1,5 @@
-// What a scan of the real machine tells of processes: those that the rules of roles, names and
-// listing promise by example. The recognition beside the rules leaves them as they are.
+// What a scan of the real machine tells of processes: those that the word rules, and
+// what is listed, promise by example. The recognizer leaves them as they are.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

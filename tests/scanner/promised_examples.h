@@ -6,8 +6,7 @@
 
 #include "scanner/lab_role.h"
 
-/// What the rules of roles and names promise by example of one process, whatever looks at it
-/// besides.
+/// What the word rules promise by example of one process, whatever looks at it besides.
 struct PromisedExample {
   const char* name;
   std::vector<std::string> arguments;
