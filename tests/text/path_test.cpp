@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string_view>
-#include <vector>
-
 namespace {
 
 struct PathRow {
@@ -20,14 +17,6 @@ TEST(LastPathComponent, IsWhatFollowsTheLastSlash) {
   };
   for (const auto& row : kPathRows)
     EXPECT_EQ(text::lastPathComponent(row.path), row.last) << row.path;
-}
-
-TEST(ColonSeparated, LeavesOutWhatIsEmpty) {
-  using Parts = std::vector<std::string_view>;
-  EXPECT_EQ(text::colonSeparated(""), Parts{});
-  EXPECT_EQ(text::colonSeparated("::"), Parts{});
-  EXPECT_EQ(text::colonSeparated("/usr/bin"), Parts{"/usr/bin"});
-  EXPECT_EQ(text::colonSeparated(":/a::b:/c:"), (Parts{"/a", "b", "/c"}));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "frontends/qt/menu_label.h"
+#include "text/split.h"
 #include "ui/strip_text.h"
 
 namespace {
@@ -102,8 +103,10 @@ void ExportedMenu::takeTitles(std::vector<Node>& nodes, Change& change) const {
 
 std::optional<int> ExportedMenu::mostUnscrolled(int screenLines, const QByteArray& desktops) {
   constexpr int kRow = 28;  // 26 in Plasma's font
-  const QByteArrayList names = desktops.split(':');
-  if (!names.contains("KDE") && !names.contains("LXQt")) return std::nullopt;
+  const std::string names = desktops.toStdString();
+  if (!text::holdsPart(names, ':', "KDE") && !text::holdsPart(names, ':', "LXQt")) {
+    return std::nullopt;
+  }
   return screenLines / kRow;
 }
 

@@ -4,7 +4,10 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QStandardPaths>
+#include <string>
 #include <utility>
+
+#include "text/split.h"
 
 namespace {
 
@@ -101,7 +104,8 @@ KdeColors readKdeColors(const QByteArray& file) {
 }
 
 KdeColorsWatch::KdeColorsWatch() {
-  if (!qgetenv("XDG_CURRENT_DESKTOP").split(':').contains("KDE")) return;
+  const std::string desktops = qgetenv("XDG_CURRENT_DESKTOP").toStdString();
+  if (!text::holdsPart(desktops, ':', "KDE")) return;
   const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
   file_ = folder + "/kdeglobals";
   soon_.setSingleShot(true);

@@ -1,7 +1,8 @@
 #include "frontends/qt/start_at_login.h"
 
-#include <algorithm>
 #include <utility>
+
+#include "text/split.h"
 
 namespace {
 
@@ -19,12 +20,10 @@ constexpr std::pair<std::string_view, std::string_view> kPlaces[] = {
 
 std::string startAtLoginHint(std::string_view desktops) {
   std::string_view place = "copy vorda.desktop to ~/.config/autostart";
-  while (!desktops.empty()) {
-    const std::string_view desktop = desktops.substr(0, desktops.find(':'));
+  for (const std::string_view desktop : text::partsOf(desktops, ':')) {
     for (const auto& [name, where] : kPlaces) {
       if (desktop == name) return "To start it at login: " + std::string(where) + ".";
     }
-    desktops.remove_prefix(std::min(desktop.size() + 1, desktops.size()));
   }
   return "To start it at login: " + std::string(place) + ".";
 }

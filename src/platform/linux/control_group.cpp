@@ -7,6 +7,7 @@
 #include "platform/linux/procfs.h"
 #include "platform/process_place.h"
 #include "text/ascii.h"
+#include "text/split.h"
 
 namespace platform {
 namespace {
@@ -47,8 +48,7 @@ std::string unit(std::string_view name) {
 std::string_view pathIn(std::string_view cgroup) {
   std::string_view path;
   while (!cgroup.empty()) {
-    const std::string_view line = cgroup.substr(0, cgroup.find('\n'));
-    cgroup.remove_prefix(std::min(line.size() + 1, cgroup.size()));
+    const std::string_view line = text::takeUntil('\n', cgroup);
     const std::size_t slash = line.find(":/");
     if (slash == std::string_view::npos) continue;
     const std::string_view hierarchy = line.substr(0, slash);
@@ -62,12 +62,7 @@ std::string_view pathIn(std::string_view cgroup) {
 }  // namespace
 
 std::string placeInControlGroups(std::string_view cgroup) {
-  std::vector<std::string_view> names;
-  for (std::string_view rest = pathIn(cgroup); !rest.empty();) {
-    const std::size_t end = std::min(rest.find('/'), rest.size());
-    if (end > 0) names.push_back(rest.substr(0, end));
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-  }
+  const std::vector<std::string_view> names = text::partsOf(pathIn(cgroup), '/');
   for (std::size_t i = names.size(); i-- > 0;) {
     std::string found = container(names[i], i > 0 ? names[i - 1] : std::string_view());
     if (!found.empty()) return found;

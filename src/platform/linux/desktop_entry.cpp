@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "platform/linux/trimmed.h"
+#include "text/split.h"
 
 namespace platform {
 namespace {
@@ -133,9 +134,7 @@ std::optional<DesktopEntry> desktopEntry(std::string_view bytes) {
   bool isApplication = false;
   bool inEntry = false;
   while (!bytes.empty()) {
-    const auto end = bytes.find('\n');
-    const std::string_view line = trimmed(bytes.substr(0, end));
-    bytes.remove_prefix(end == std::string_view::npos ? bytes.size() : end + 1);
+    const std::string_view line = trimmed(text::takeUntil('\n', bytes));
     if (line.starts_with('#')) continue;
     if (line.starts_with('[')) {
       inEntry = line == "[Desktop Entry]";

@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "text/path.h"
+#include "text/split.h"
 
 namespace platform {
 namespace {
@@ -68,7 +68,7 @@ std::string findProgram(const std::string& name) {
   const char* variable = std::getenv("PATH");
   const std::string_view folders = variable == nullptr ? "/usr/local/bin:/usr/bin:/bin" : variable;
   if (name.empty()) return "";
-  for (const std::string_view folder : text::colonSeparated(folders)) {
+  for (const std::string_view folder : text::partsOf(folders, ':')) {
     std::string path = std::string(folder) + "/" + name;
     if (isProgram(path)) return path;
   }

@@ -5,6 +5,7 @@
 #include <map>
 #include <string_view>
 
+#include "text/split.h"
 #include "text/unicode.h"
 
 namespace platform {
@@ -13,12 +14,10 @@ namespace {
 /// The value of "KEY=value" among the lines of a uevent file.
 std::string valueIn(std::string_view lines, std::string_view key) {
   while (!lines.empty()) {
-    const auto lineEnd = lines.find('\n');
-    const std::string_view line = lines.substr(0, lineEnd);
+    const std::string_view line = text::takeUntil('\n', lines);
     if (line.size() > key.size() && line.starts_with(key) && line[key.size()] == '=') {
       return std::string(line.substr(key.size() + 1));
     }
-    lines.remove_prefix(lineEnd == std::string_view::npos ? lines.size() : lineEnd + 1);
   }
   return {};
 }

@@ -7,6 +7,7 @@
 
 #include "platform/linux/file_tree.h"
 #include "platform/linux/trimmed.h"
+#include "text/split.h"
 
 namespace platform {
 namespace {
@@ -103,10 +104,7 @@ std::optional<DrmClient> drmClient(std::string_view fdinfo) {
   DrmClient client;
   Regions regions;
   while (!fdinfo.empty()) {
-    const auto lineEnd = fdinfo.find('\n');
-    const std::string_view line = trimmed(fdinfo.substr(0, lineEnd));
-    fdinfo.remove_prefix(lineEnd == std::string_view::npos ? fdinfo.size() : lineEnd + 1);
-
+    const std::string_view line = trimmed(text::takeUntil('\n', fdinfo));
     constexpr std::string_view kPrefix = "drm-";
     const auto colon = line.find(':');
     if (!line.starts_with(kPrefix) || colon == std::string_view::npos) continue;

@@ -6,24 +6,17 @@
 #include <utility>
 
 #include "platform/linux/file_tree.h"
+#include "text/split.h"
 #include "text/unicode.h"
 
 namespace platform {
 namespace {
 
-/// Cuts the first word off `line`.
-std::string_view nextWord(std::string_view& line) {
-  const auto blank = line.find(' ');
-  const std::string_view word = line.substr(0, blank);
-  line.remove_prefix(blank == std::string_view::npos ? line.size() : blank + 1);
-  return word;
-}
-
 std::optional<GpuDevice> cardIn(std::string_view line) {
   constexpr std::size_t kLongestText = 256;
-  const std::string_view id = nextWord(line);
-  const std::string_view total = nextWord(line);
-  const std::string_view used = nextWord(line);
+  const std::string_view id = text::takeUntil(' ', line);
+  const std::string_view total = text::takeUntil(' ', line);
+  const std::string_view used = text::takeUntil(' ', line);
   std::string repairedId = text::repairedUtf8(id);
   if (id.empty() || repairedId.size() > kLongestText) return std::nullopt;
   GpuDevice card{.id = std::move(repairedId),
@@ -45,9 +38,9 @@ std::optional<int> signedNumber(std::string_view word) {
 
 /// False where the line makes no sense.
 bool takeUse(std::string_view line, GpuAnswer& answer) {
-  const auto device = decimal(nextWord(line));
-  const auto pid = decimal(nextWord(line));
-  const auto bytes = decimal(nextWord(line));
+  const auto device = decimal(text::takeUntil(' ', line));
+  const auto pid = decimal(text::takeUntil(' ', line));
+  const auto bytes = decimal(text::takeUntil(' ', line));
   if (!device || !pid || !bytes || !line.empty()) return false;
   const bool isPossible = *device < answer.devices.size() && *pid > 0 &&
                           *pid <= std::numeric_limits<std::int32_t>::max() && *bytes > 0 &&
@@ -60,7 +53,7 @@ bool takeUse(std::string_view line, GpuAnswer& answer) {
 }
 
 bool takeLine(std::string_view line, GpuAnswer& answer) {
-  const std::string_view kind = nextWord(line);
+  const std::string_view kind = text::takeUntil(' ', line);
   if (kind == "use") return takeUse(line, answer);
   if (kind == "error") return (answer.error = signedNumber(line)).has_value();
   if (kind != "card" || answer.devices.size() == kMostGpuCards) return false;

@@ -11,7 +11,7 @@
 
 #include "platform/linux/file_reader.h"
 #include "platform/linux/user_folders.h"
-#include "text/path.h"
+#include "text/split.h"
 
 namespace platform {
 namespace {
@@ -80,7 +80,7 @@ std::vector<fs::path> applicationFolders() {
   const char* variable = std::getenv("XDG_DATA_DIRS");
   std::string_view shared = variable == nullptr ? "" : variable;
   if (shared.empty()) shared = "/usr/local/share:/usr/share";
-  for (const fs::path folder : text::colonSeparated(shared)) {
+  for (const fs::path folder : text::partsOf(shared, ':')) {
     if (folder.is_absolute()) folders.push_back(folder / "applications");
   }
   return folders;

@@ -11,6 +11,7 @@
 #include "platform/linux/memory_limit.h"
 #include "platform/linux/process_status.h"
 #include "platform/linux/procfs.h"
+#include "text/split.h"
 
 namespace platform {
 namespace {
@@ -26,8 +27,7 @@ double installedBytes() {
 std::optional<double> averageIn(std::string_view pressure, std::string_view kind) {
   const std::string beginning = std::string(kind) + " avg10=";
   while (!pressure.empty()) {
-    const std::string_view line = pressure.substr(0, pressure.find('\n'));
-    pressure.remove_prefix(std::min(line.size() + 1, pressure.size()));
+    const std::string_view line = text::takeUntil('\n', pressure);
     if (!line.starts_with(beginning)) continue;
     double percent = 0;
     const char* const begin = line.data() + beginning.size();

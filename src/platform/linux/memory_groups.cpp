@@ -4,24 +4,10 @@
 #include <limits>
 
 #include "platform/linux/file_tree.h"
+#include "text/split.h"
 
 namespace platform {
 namespace {
-
-/// Cuts off and returns what comes before the next `separator`, or all.
-std::string_view next(std::string_view& rest, char separator) {
-  const std::size_t end = std::min(rest.find(separator), rest.size());
-  const std::string_view part = rest.substr(0, end);
-  rest.remove_prefix(std::min(end + 1, rest.size()));
-  return part;
-}
-
-bool isListed(std::string_view list, std::string_view word) {
-  while (!list.empty()) {
-    if (next(list, ',') == word) return true;
-  }
-  return false;
-}
 
 bool isOctal(std::string_view digits) {
   return std::ranges::all_of(digits, [](char c) { return c >= '0' && c <= '7'; });
@@ -48,17 +34,17 @@ std::optional<MemoryHierarchy> hierarchyIn(std::string_view line) {
   const std::size_t end = line.find(" - ");
   if (end == std::string_view::npos) return std::nullopt;
   std::string_view kind = line.substr(end + 3);
-  const std::string_view type = next(kind, ' ');
-  next(kind, ' ');
+  const std::string_view type = text::takeUntil(' ', kind);
+  text::takeUntil(' ', kind);
   const bool isSecond = type == "cgroup2";
-  if (!isSecond && (type != "cgroup" || !isListed(kind, "memory"))) return std::nullopt;
+  if (!isSecond && (type != "cgroup" || !text::holdsPart(kind, ',', "memory"))) return std::nullopt;
 
   std::string_view where = line.substr(0, end);
-  for (int skipped = 0; skipped < 3; ++skipped) next(where, ' ');
+  for (int skipped = 0; skipped < 3; ++skipped) text::takeUntil(' ', where);
   MemoryHierarchy hierarchy;
   hierarchy.version = isSecond ? 2 : 1;
-  hierarchy.root = unescaped(next(where, ' '));
-  hierarchy.mountPoint = unescaped(next(where, ' '));
+  hierarchy.root = unescaped(text::takeUntil(' ', where));
+  hierarchy.mountPoint = unescaped(text::takeUntil(' ', where));
   if (!hierarchy.root.starts_with('/') || !hierarchy.mountPoint.starts_with('/'))
     return std::nullopt;
   return hierarchy;
@@ -74,18 +60,19 @@ std::vector<MemoryHierarchy> memoryHierarchiesIn(std::string_view mountInfo) {
   constexpr std::size_t kMost = 16;
   std::vector<MemoryHierarchy> found;
   while (!mountInfo.empty() && found.size() < kMost) {
-    if (auto hierarchy = hierarchyIn(next(mountInfo, '\n'))) found.push_back(*std::move(hierarchy));
+    if (auto hierarchy = hierarchyIn(text::takeUntil('\n', mountInfo)))
+      found.push_back(*std::move(hierarchy));
   }
   return found;
 }
 
 std::string_view memoryGroupIn(std::string_view cgroup, int version) {
   while (!cgroup.empty()) {
-    std::string_view path = next(cgroup, '\n');  // "4:cpu,memory:/a", or "0::/a"
-    const std::string_view number = next(path, ':');
-    const std::string_view controllers = next(path, ':');
-    const bool isIt =
-        version == 1 ? isListed(controllers, "memory") : number == "0" && controllers.empty();
+    std::string_view path = text::takeUntil('\n', cgroup);  // "4:cpu,memory:/a", or "0::/a"
+    const std::string_view number = text::takeUntil(':', path);
+    const std::string_view controllers = text::takeUntil(':', path);
+    const bool isIt = version == 1 ? text::holdsPart(controllers, ',', "memory")
+                                   : number == "0" && controllers.empty();
     if (isIt && path.starts_with('/')) return path;
   }
   return {};
@@ -110,8 +97,8 @@ std::vector<std::string_view> groupsUpwards(std::string_view group, std::string_
 
 std::optional<std::uint64_t> valueIn(std::string_view lines, std::string_view key) {
   while (!lines.empty()) {
-    std::string_view value = next(lines, '\n');
-    if (next(value, ' ') == key) return decimal(value);
+    std::string_view value = text::takeUntil('\n', lines);
+    if (text::takeUntil(' ', value) == key) return decimal(value);
   }
   return std::nullopt;
 }

@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 
+#include "text/split.h"
 #include "text/unicode.h"
 
 namespace platform {
@@ -42,11 +43,9 @@ bool isSharedMemory(std::string_view path) {
 std::vector<MappedFile> filesInMaps(std::string_view maps, std::size_t most) {
   std::map<std::string_view, std::uint64_t> sums;
   while (!maps.empty()) {
-    const auto lineEnd = std::min(maps.find('\n'), maps.size());
-    if (const auto mapping = mappingIn(maps.substr(0, lineEnd))) {
+    if (const auto mapping = mappingIn(text::takeUntil('\n', maps))) {
       if (!isSharedMemory(mapping->path)) sums[mapping->path] += mapping->bytes;
     }
-    maps.remove_prefix(std::min(lineEnd + 1, maps.size()));
   }
   std::vector<MappedFile> files;
   for (const auto& [path, bytes] : sums) {

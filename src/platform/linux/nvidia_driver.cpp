@@ -9,7 +9,7 @@
 
 #include "platform/linux/drm_cards.h"
 #include "platform/linux/file_reader.h"
-#include "text/path.h"
+#include "text/split.h"
 
 namespace platform {
 namespace {
@@ -37,8 +37,7 @@ std::string findNvidiaLibrary(const std::string& loaderCache,
 std::string findNvidiaLibrary() {
   std::vector<std::string> folders;
   if (const char* variable = std::getenv("LD_LIBRARY_PATH")) {
-    for (const std::string_view folder : text::colonSeparated(variable))
-      folders.emplace_back(folder);
+    for (const std::string_view folder : text::partsOf(variable, ':')) folders.emplace_back(folder);
   }
   // NixOS, WSL, and containers whose runtime brings the driver.
   for (const char* folder :

@@ -3,6 +3,8 @@
 #include <charconv>
 #include <limits>
 
+#include "text/split.h"
+
 namespace platform {
 namespace {
 
@@ -37,13 +39,10 @@ std::optional<std::uint64_t> bytesInValue(std::string_view value) {
 
 std::optional<std::uint64_t> bytesInTable(std::string_view table, std::string_view key) {
   while (!table.empty()) {
-    const auto lineEnd = table.find('\n');
-    const std::string_view line = table.substr(0, lineEnd);
+    const std::string_view line = text::takeUntil('\n', table);
     if (line.size() > key.size() && line.starts_with(key) && line[key.size()] == ':') {
       return bytesInValue(line.substr(key.size() + 1));
     }
-    if (lineEnd == std::string_view::npos) break;
-    table.remove_prefix(lineEnd + 1);
   }
   return std::nullopt;
 }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "text/path.h"
+#include "text/split.h"
 
 namespace platform {
 namespace {
@@ -33,7 +33,7 @@ bool belongsTo(const Names& desktops, const DesktopEntry& entry) {
 }  // namespace
 
 std::vector<std::string> desktopNames(std::string_view value) {
-  const auto names = text::colonSeparated(value);
+  const auto names = text::partsOf(value, ':');
   return {names.begin(), names.end()};
 }
 

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <sys/un.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -16,6 +15,7 @@
 #include <string_view>
 
 #include "platform/users.h"
+#include "text/split.h"
 
 namespace platform {
 namespace {
@@ -31,14 +31,6 @@ void addBusOf(const char* folder, std::vector<std::string>& sockets) {
                                    std::string_view(folder).ends_with('/') ? "bus" : "/bus");
   if (length < 0 || static_cast<std::size_t>(length) >= socket.size()) return;
   if (stat(socket.data(), &status) == 0) sockets.emplace_back(socket.data());
-}
-
-/// Removes the text up to and including the separator (or all of it), and returns it without the
-/// separator.
-std::string_view takeUntil(char separator, std::string_view& text) {
-  const std::string_view taken = text.substr(0, text.find(separator));
-  text.remove_prefix(std::min(taken.size() + 1, text.size()));
-  return taken;
 }
 
 /// In a D-Bus address, %HH stands for a byte. None where that is broken.
@@ -63,12 +55,12 @@ std::optional<std::string> unescaped(std::string_view value) {
 void addSocketsOf(std::string_view addresses, std::vector<std::string>& sockets) {
   constexpr std::string_view kUnix = "unix:";
   while (!addresses.empty()) {
-    std::string_view address = takeUntil(';', addresses);
+    std::string_view address = text::takeUntil(';', addresses);
     if (!address.starts_with(kUnix)) continue;
     address.remove_prefix(kUnix.size());
     while (!address.empty()) {
-      std::string_view value = takeUntil(',', address);
-      const std::string_view key = takeUntil('=', value);
+      std::string_view value = text::takeUntil(',', address);
+      const std::string_view key = text::takeUntil('=', value);
       const auto name = unescaped(value);
       if (!name || name->empty()) continue;
       if (key == "path") sockets.push_back(*name);

@@ -5,6 +5,7 @@
 
 #include "scanner/command_line/program_names.h"
 #include "scanner/command_line/program_paths.h"
+#include "text/split.h"
 
 namespace recognition {
 namespace {
@@ -26,9 +27,7 @@ bool takeVerb(const Launcher& launcher, Arguments& rest) {
   }
   first = std::min(first, rest.size());
   for (std::string_view verbs = launcher.verbs; !verbs.empty();) {
-    const auto bar = verbs.find('|');
-    const auto words = listed(verbs.substr(0, bar));
-    verbs = bar == std::string_view::npos ? std::string_view() : verbs.substr(bar + 1);
+    const auto words = listed(text::takeUntil('|', verbs));
     if (rest.size() - first >= words.size() &&
         std::equal(words.begin(), words.end(), rest.begin() + static_cast<long>(first))) {
       rest = rest.subspan(first + words.size());

@@ -5,6 +5,7 @@
 
 #include "text/ascii.h"
 #include "text/path.h"
+#include "text/split.h"
 #include "text/unicode.h"
 
 namespace recognition {
@@ -116,14 +117,7 @@ NormalizedOption::NormalizedOption(std::string_view written) {
 }
 
 std::vector<std::string_view> listed(std::string_view list) {
-  std::vector<std::string_view> words;
-  std::size_t begin = 0;
-  for (std::size_t i = 0; i <= list.size(); ++i) {
-    if (i < list.size() && list[i] != ' ') continue;
-    if (i > begin) words.push_back(list.substr(begin, i - begin));
-    begin = i + 1;
-  }
-  return words;
+  return text::partsOf(list, ' ');
 }
 
 }  // namespace recognition

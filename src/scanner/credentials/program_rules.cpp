@@ -9,6 +9,7 @@
 #include "scanner/credentials/program_table.h"
 #include "text/ascii.h"
 #include "text/name_table.h"
+#include "text/split.h"
 
 namespace credentials {
 namespace {
@@ -16,9 +17,7 @@ namespace {
 template <typename Use>
 void forEachPart(std::string_view text, char between, Use use) {
   while (!text.empty()) {
-    const std::size_t end = std::min(text.find(between), text.size());
-    if (end > 0) use(text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
+    if (const auto part = text::takeUntil(between, text); !part.empty()) use(part);
   }
 }
 
