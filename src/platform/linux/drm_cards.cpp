@@ -1,10 +1,10 @@
 #include "platform/linux/drm_cards.h"
 
 #include <algorithm>
-#include <limits>
 #include <map>
 #include <string_view>
 
+#include "text/decimal.h"
 #include "text/split.h"
 #include "text/unicode.h"
 
@@ -25,14 +25,10 @@ std::string valueIn(std::string_view lines, std::string_view key) {
 std::optional<DrmCard::Node> nodeOf(std::string_view numbers) {
   const auto colon = numbers.find(':');
   if (colon == std::string_view::npos) return std::nullopt;
-  const auto majorNumber = decimal(numbers.substr(0, colon));
-  const auto minorNumber = decimal(numbers.substr(colon + 1));
-  constexpr std::uint64_t kMost = std::numeric_limits<std::uint32_t>::max();
-  if (!majorNumber || !minorNumber || *majorNumber > kMost || *minorNumber > kMost) {
-    return std::nullopt;
-  }
-  return DrmCard::Node{static_cast<std::uint32_t>(*majorNumber),
-                       static_cast<std::uint32_t>(*minorNumber)};
+  const auto majorNumber = text::decimal<std::uint32_t>(numbers.substr(0, colon));
+  const auto minorNumber = text::decimal<std::uint32_t>(numbers.substr(colon + 1));
+  if (!majorNumber || !minorNumber) return std::nullopt;
+  return DrmCard::Node{*majorNumber, *minorNumber};
 }
 
 std::string pathOf(const std::string& folder, const std::string& name) {
@@ -93,7 +89,7 @@ std::map<std::uint64_t, std::size_t> kfdNumbers(const FileTree& sys,
     const auto at = properties.find(kKey);
     if (at == std::string::npos) continue;
     const std::string_view rest = std::string_view(properties).substr(at + kKey.size());
-    const auto minorNumber = decimal(rest.substr(0, rest.find('\n')));
+    const auto minorNumber = text::decimal<std::uint64_t>(rest.substr(0, rest.find('\n')));
     for (std::size_t card = 0; minorNumber && card < cards.size(); ++card) {
       for (const DrmCard::Node& one : cards[card].nodes) {
         if (one.majorNumber == kDrmMajor && one.minorNumber == *minorNumber) {
@@ -130,12 +126,12 @@ CardUses kfdUses(const FileTree& sys, const std::vector<DrmCard>& cards) {
   for (const auto& [number, card] : kfdNumbers(sys, cards)) {
     if (cards[card].sleeps) continue;
     for (const std::string& name : processes) {
-      const auto pid = decimal(name);
-      if (!pid || *pid == 0 || *pid > std::numeric_limits<std::int32_t>::max()) continue;
+      const auto pid = text::decimal<std::int32_t>(name);
+      if (!pid || *pid <= 0) continue;
       const auto bytes =
           sys.number(pathOf(folder, name).append("/vram_").append(std::to_string(number)));
       if (bytes.value_or(0) == 0) continue;
-      uses[{static_cast<std::int32_t>(*pid), card}] += *bytes;
+      uses[{*pid, card}] += *bytes;
     }
   }
   return uses;

@@ -5,8 +5,8 @@
 #include <limits>
 #include <vector>
 
-#include "platform/linux/file_tree.h"
 #include "platform/linux/trimmed.h"
+#include "text/decimal.h"
 #include "text/split.h"
 
 namespace platform {
@@ -21,7 +21,7 @@ std::optional<std::uint64_t> bytesIn(std::string_view value) {
   constexpr std::array kUnits{Unit{"", 1}, Unit{"B", 1}, Unit{"KiB", 1ULL << 10},
                               Unit{"MiB", 1ULL << 20}, Unit{"GiB", 1ULL << 30}};
   const auto digits = std::min(value.find_first_not_of("0123456789"), value.size());
-  const auto number = decimal(value.substr(0, digits));
+  const auto number = text::decimal<std::uint64_t>(value.substr(0, digits));
   const std::string_view name = trimmed(value.substr(digits));
   const auto unit = std::find_if(kUnits.begin(), kUnits.end(),
                                  [name](const Unit& one) { return one.name == name; });
@@ -115,7 +115,7 @@ std::optional<DrmClient> drmClient(std::string_view fdinfo) {
     } else if (key == "pdev") {
       client.device = value;
     } else if (key == "client-id") {
-      client.id = decimal(value);
+      client.id = text::decimal<std::uint64_t>(value);
     } else {
       regions.take(key, value);
     }

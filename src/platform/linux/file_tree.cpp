@@ -4,11 +4,11 @@
 #include <fcntl.h>
 
 #include <algorithm>
-#include <charconv>
 #include <memory>
 
 #include "platform/linux/file_reader.h"
 #include "platform/linux/trimmed.h"
+#include "text/decimal.h"
 
 namespace platform {
 
@@ -29,7 +29,7 @@ std::string FileTree::line(const std::string& path) const {
 }
 
 std::optional<std::uint64_t> FileTree::number(const std::string& path) const {
-  return decimal(line(path));
+  return text::decimal<std::uint64_t>(line(path));
 }
 
 std::vector<std::string> FileTree::names(const std::string& folder) const {
@@ -51,17 +51,9 @@ const FileTree& systemTree() {
   return tree;
 }
 
-std::optional<std::uint64_t> decimal(std::string_view text) {
-  std::uint64_t number = 0;
-  const char* const textEnd = text.data() + text.size();
-  const auto [end, error] = std::from_chars(text.data(), textEnd, number);
-  if (error != std::errc() || end != textEnd) return std::nullopt;
-  return number;
-}
-
 std::optional<std::uint64_t> numberAfter(std::string_view prefix, std::string_view name) {
   if (!name.starts_with(prefix)) return std::nullopt;
-  return decimal(name.substr(prefix.size()));
+  return text::decimal<std::uint64_t>(name.substr(prefix.size()));
 }
 
 }  // namespace platform

@@ -33,9 +33,6 @@ class FileTree {
 /// /sys.
 const FileTree& systemTree();
 
-/// The number that `text` is, in decimal and whole.
-std::optional<std::uint64_t> decimal(std::string_view text);
-
 /// The number behind `prefix` in `name`: 128 in "renderD128"; none when it is named otherwise.
 std::optional<std::uint64_t> numberAfter(std::string_view prefix, std::string_view name);
 

@@ -1,11 +1,10 @@
 #include "platform/linux/gpu_answer.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <utility>
 
-#include "platform/linux/file_tree.h"
+#include "text/decimal.h"
 #include "text/split.h"
 #include "text/unicode.h"
 
@@ -22,25 +21,18 @@ std::optional<GpuDevice> cardIn(std::string_view line) {
   GpuDevice card{.id = std::move(repairedId),
                  .name = text::repairedUtf8(line.substr(0, kLongestText))};
   if (total == "-" && used == "-") return card;
-  const auto totalBytes = decimal(total);
-  const auto usedBytes = decimal(used);
+  const auto totalBytes = text::decimal<std::uint64_t>(total);
+  const auto usedBytes = text::decimal<std::uint64_t>(used);
   if (!totalBytes || *totalBytes == 0 || !usedBytes) return std::nullopt;
   card.capacity = {*totalBytes, std::min(*usedBytes, *totalBytes)};
   return card;
 }
 
-std::optional<int> signedNumber(std::string_view word) {
-  int number = 0;
-  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-  if (error != std::errc() || end != word.data() + word.size()) return std::nullopt;
-  return number;
-}
-
 /// False where the line makes no sense.
 bool takeUse(std::string_view line, GpuAnswer& answer) {
-  const auto device = decimal(text::takeUntil(' ', line));
-  const auto pid = decimal(text::takeUntil(' ', line));
-  const auto bytes = decimal(text::takeUntil(' ', line));
+  const auto device = text::decimal<std::uint64_t>(text::takeUntil(' ', line));
+  const auto pid = text::decimal<std::uint64_t>(text::takeUntil(' ', line));
+  const auto bytes = text::decimal<std::uint64_t>(text::takeUntil(' ', line));
   if (!device || !pid || !bytes || !line.empty()) return false;
   const bool isPossible = *device < answer.devices.size() && *pid > 0 &&
                           *pid <= std::numeric_limits<std::int32_t>::max() && *bytes > 0 &&
@@ -55,7 +47,7 @@ bool takeUse(std::string_view line, GpuAnswer& answer) {
 bool takeLine(std::string_view line, GpuAnswer& answer) {
   const std::string_view kind = text::takeUntil(' ', line);
   if (kind == "use") return takeUse(line, answer);
-  if (kind == "error") return (answer.error = signedNumber(line)).has_value();
+  if (kind == "error") return (answer.error = text::decimal<int>(line)).has_value();
   if (kind != "card" || answer.devices.size() == kMostGpuCards) return false;
   auto card = cardIn(line);
   if (!card) return false;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "platform/linux/file_tree.h"
+#include "text/decimal.h"
 #include "text/split.h"
 
 namespace platform {
@@ -98,7 +98,7 @@ std::vector<std::string_view> groupsUpwards(std::string_view group, std::string_
 std::optional<std::uint64_t> valueIn(std::string_view lines, std::string_view key) {
   while (!lines.empty()) {
     std::string_view value = text::takeUntil('\n', lines);
-    if (text::takeUntil(' ', value) == key) return decimal(value);
+    if (text::takeUntil(' ', value) == key) return text::decimal<std::uint64_t>(value);
   }
   return std::nullopt;
 }

@@ -10,6 +10,8 @@
 #include <cstring>
 #include <memory>
 
+#include "text/decimal.h"
+
 namespace platform {
 namespace {
 
@@ -33,9 +35,7 @@ class ProcPath {
 
 /// The pid that a name in /proc is; 0 when it is no pid.
 std::int32_t pidOf(std::string_view name) {
-  std::int32_t pid = 0;
-  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), pid);
-  return error == std::errc() && end == name.data() + name.size() ? pid : 0;
+  return text::decimal<std::int32_t>(name).value_or(0);
 }
 
 }  // namespace

@@ -1,9 +1,8 @@
 #include "platform/macos/launchctl_list.h"
 
-#include <charconv>
 #include <string>
-#include <system_error>
 
+#include "text/decimal.h"
 #include "text/split.h"
 #include "text/unicode.h"
 
@@ -15,10 +14,7 @@ std::optional<std::int32_t> number(std::string_view field) {
     field.remove_prefix(1);
     if (field.starts_with('-')) return std::nullopt;
   }
-  std::int32_t value = 0;
-  const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
-  if (error != std::errc() || end != field.data() + field.size()) return std::nullopt;
-  return value;
+  return text::decimal<std::int32_t>(field);
 }
 
 void addLine(std::string_view line, LoadedLaunchAgents& loaded) {
