@@ -5,25 +5,20 @@
 
 #include <array>
 #include <cstdio>
-#include <random>
 #include <string_view>
 #include <type_traits>
 
+#include "text/random_seed.h"
 #include "ui/status_tool_tip.h"
 
 namespace {
-
-std::uint64_t numberOfChance() {
-  std::random_device random;
-  return std::uint64_t{random()} << 32 | random();
-}
 
 /// Takes values apart by structured bindings, so that a new field does not compile until it is
 /// looked at here.
 class Digester {
  public:
   Digester() {
-    static const std::uint64_t seed = numberOfChance();
+    static const std::uint64_t seed = text::randomSeed();
     XXH3_128bits_reset_withSeed(&state_, seed);
   }
 

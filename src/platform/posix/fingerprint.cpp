@@ -3,20 +3,12 @@
 #define XXH_INLINE_ALL  // most texts are short: the call would cost as much as the work
 #include <xxhash.h>
 
-#include <random>
+#include "text/random_seed.h"
 
 namespace platform {
-namespace {
-
-std::uint64_t numberOfChance() {
-  std::random_device random;
-  return std::uint64_t{random()} << 32 | random();
-}
-
-}  // namespace
 
 Fingerprint fingerprintOf(std::string_view bytes, std::uint64_t number) {
-  static const std::uint64_t seed = numberOfChance();
+  static const std::uint64_t seed = text::randomSeed();
   const XXH128_hash_t hash = XXH3_128bits_withSeed(bytes.data(), bytes.size(), seed + number);
   return {hash.low64, hash.high64};
 }
