@@ -7,12 +7,10 @@
 #include <utility>
 
 #include "platform/gpus.h"
+#include "scanner/memory_units.h"
 
 namespace GpuSampling {
 namespace {
-
-constexpr double kBytesPerMB = 1048576;
-constexpr double kBytesPerGB = 1073741824;
 
 /// One card needs no more than its name; of several that are alike the place tells which.
 std::string nameOf(const platform::GpuDevice& device, std::size_t devices) {

@@ -5,26 +5,26 @@
 
 #include "platform/processes.h"
 #include "scanner/credentials/credential_mask.h"
+#include "scanner/memory_units.h"
 #include "text/path.h"
 #include "text/unicode.h"
 
 namespace ProcessScanner {
 namespace {
 
-constexpr double kBytesInMB = 1048576;
 constexpr std::size_t kMostFiles = 3;
 constexpr std::size_t kMostFilesRead = 16;
 
 /// 0 where it is not worth a word.
 double worthAWord(std::uint64_t bytes, double footprintMB) {
-  const double memMB = static_cast<double>(bytes) / kBytesInMB;
+  const double memMB = static_cast<double>(bytes) / kBytesPerMB;
   return memMB >= kLeastMappedMB && memMB >= kLeastPartOfFootprint * footprintMB ? memMB : 0;
 }
 
 MappedFilesRead readFiles(std::int32_t pid, std::uint64_t now) {
   MappedFilesRead read{.at = now};
   for (const platform::MappedFile& file : platform::mappedFiles(pid, kMostFilesRead)) {
-    const double memMB = static_cast<double>(file.bytes) / kBytesInMB;
+    const double memMB = static_cast<double>(file.bytes) / kBytesPerMB;
     const bool isModel = isModelFile(file.path);
     if (isModel) read.modelMB += memMB;
     if (read.largest.size() == kMostFiles) continue;

@@ -10,6 +10,7 @@
 #include "scanner/command_line/arguments.h"
 #include "scanner/credentials/credential_mask.h"
 #include "scanner/family_borders.h"
+#include "scanner/memory_units.h"
 #include "scanner/naming/friendly_naming.h"
 #include "scanner/process_scanner.h"
 #include "scanner/roles/role_by_words.h"
@@ -35,7 +36,6 @@ std::string stored(std::string_view commandLine) {
 
 /// In MiB; 0 when unreadable.
 double footprintMB(std::int32_t pid) {
-  constexpr double kBytesPerMB = 1048576;
   return static_cast<double>(platform::physicalFootprint(pid).value_or(0)) / kBytesPerMB;
 }
 

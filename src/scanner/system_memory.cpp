@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "platform/memory.h"
+#include "scanner/memory_units.h"
 
 namespace SystemMemory {
 
 Snapshot snapshot() {
-  constexpr double kBytesPerGB = 1073741824;
   const platform::MemoryReading reading = platform::readMemory();
   const auto snapshotOf = [](double totalBytes, const platform::MemoryInUse& inUse) {
     return Snapshot{inUse.usedBytes / kBytesPerGB, totalBytes / kBytesPerGB,

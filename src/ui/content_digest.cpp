@@ -8,6 +8,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "scanner/memory_units.h"
 #include "text/random_seed.h"
 #include "ui/status_tool_tip.h"
 
@@ -107,7 +108,6 @@ class Digester {
   /// pressure, which needs no new menu.
   void add(const SystemMemory::Snapshot& sys) {
     const auto& [usedGB, totalGB, freeGB, isLimit, availableGB, swappedGB, stalls] = sys;
-    constexpr double kMBPerGB = 1024;
     addAll(totalGB, isLimit);
     addRounded("%.1f", usedGB);
     addRounded("%.0f", swappedGB.value_or(0) * kMBPerGB);

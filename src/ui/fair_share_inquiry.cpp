@@ -5,14 +5,13 @@
 #include <utility>
 
 #include "platform/processes.h"
+#include "scanner/memory_units.h"
 
 namespace {
 
 // In seconds. Most shares are there at the first look; what takes long is looked for less often.
 constexpr double kFirstLook = 0.02;
 constexpr double kLongestWait = 1;
-
-constexpr double kBytesInMB = 1048576;
 
 }  // namespace
 
@@ -49,7 +48,7 @@ void FairShareInquiry::look(double waited) {
     const auto& [pid, identity] = processes_[i];
     // If the pid still belongs to that process now, it did while its share was read.
     const bool isKnown = (*answer)[i] && identity && platform::processIdentity(pid) == identity;
-    shares.push_back(isKnown ? std::optional(static_cast<double>(*(*answer)[i]) / kBytesInMB)
+    shares.push_back(isKnown ? std::optional(static_cast<double>(*(*answer)[i]) / kBytesPerMB)
                              : std::nullopt);
   }
   const Tell tell = std::move(tell_);  // it may ask anew

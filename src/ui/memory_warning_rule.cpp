@@ -6,9 +6,10 @@
 #include <map>
 #include <utility>
 
+#include "scanner/memory_units.h"
+
 namespace {
 
-constexpr double kMBPerGB = 1024;
 /// A process is to blame when its family has taken at least this share of what is gone, and at
 /// least so many MiB.
 constexpr double kLeastShare = 0.25;

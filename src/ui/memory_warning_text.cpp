@@ -1,6 +1,7 @@
 #include "ui/memory_warning_text.h"
 
 #include "scanner/memory_format.h"
+#include "scanner/memory_units.h"
 #include "text/display_line.h"
 #include "text/format.h"
 
@@ -18,12 +19,11 @@ std::string wordsFor(const MemoryCulprit& culprit) {
 
 MemoryWarning memoryWarning(const MemoryWarningRule::Warning& warning,
                             const SystemMemory::Snapshot& sys) {
-  constexpr double kMBInGB = 1024;
   MemoryWarning said;
   if (warning.trouble == MemoryTrouble::runsOut) {
     said.title = "Memory is running out";
-    said.text = MemoryFormat::detail(sys.availableGB.value_or(0) * kMBInGB) + " of " +
-                MemoryFormat::detail(sys.totalGB * kMBInGB) + " left.";
+    said.text = MemoryFormat::detail(sys.availableGB.value_or(0) * kMBPerGB) + " of " +
+                MemoryFormat::detail(sys.totalGB * kMBPerGB) + " left.";
   } else {
     said.title = "Processes wait for memory";
     const platform::MemoryStalls stalls = sys.stalls.value_or(platform::MemoryStalls{});

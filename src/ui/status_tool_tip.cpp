@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "scanner/memory_format.h"
+#include "scanner/memory_units.h"
 #include "text/display_line.h"
 #include "text/format.h"
 
@@ -29,7 +30,6 @@ std::string of(const std::vector<VordaProcess>& processes, double refreshInterva
 }
 
 std::string memoryLines(const SystemMemory::Snapshot& sys) {
-  constexpr double kMBPerGB = 1024;
   constexpr double kLeastSwappedMB = 1;
   std::string lines;
   const auto add = [&lines](const std::string& line) {

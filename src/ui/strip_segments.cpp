@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "scanner/memory_units.h"
 #include "ui/pressure_level.h"
 #include "ui/process_color.h"
 
@@ -9,7 +10,6 @@ namespace {
 
 constexpr double kLeastTotalGB = 0.1;
 constexpr double kLeastFraction = 0.002;
-constexpr double kMBPerGB = 1024;
 
 void addSegment(std::vector<Segment>& segments, const VordaProcess& process, double memMB,
                 double totalGB) {

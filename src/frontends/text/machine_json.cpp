@@ -8,6 +8,7 @@
 
 #include "platform/words.h"
 #include "scanner/credentials/credential_mask.h"
+#include "scanner/memory_units.h"
 #include "text/format.h"
 #include "text/json_writer.h"
 #include "ui/memory_pressure_view.h"
@@ -23,11 +24,11 @@ std::uint64_t wholeBytes(double amount, double unit) {
 }
 
 std::uint64_t bytesOfMB(double mb) {
-  return wholeBytes(mb, 1048576);
+  return wholeBytes(mb, kBytesPerMB);
 }
 
 std::uint64_t bytesOfGB(double gb) {
-  return wholeBytes(gb, 1073741824);
+  return wholeBytes(gb, kBytesPerGB);
 }
 
 std::string inUtc(std::time_t time) {

@@ -19,7 +19,7 @@ namespace platform {
 class MemoryLimitReader {
  public:
   using Clock = std::chrono::steady_clock;
-  static constexpr double kLeastBytes = 512.0 * 1048576;  ///< a smaller limit counts as none
+  static constexpr double kLeastBytes = 512 << 20;  ///< a smaller limit counts as none
   static constexpr std::chrono::seconds kLookUpEvery{30};
 
   /// `proc` outlives it. Before each mount point stands `prefix`: "" but in tests.
