@@ -35,8 +35,7 @@ constexpr bool isWhiteSpace(char c) {
 
 /// Whether `text` is `lowerCase` when its capitals are lowered; `lowerCase` has none.
 constexpr bool equalsLowered(std::string_view text, std::string_view lowerCase) {
-  return std::ranges::equal(text, lowerCase,
-                            [](char a, char b) { return (isUpper(a) ? a - 'A' + 'a' : a) == b; });
+  return std::ranges::equal(text, lowerCase, {}, asciiLower);
 }
 
 }  // namespace text

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "text/ascii.h"
 #include "text/scalar.h"
 
 namespace text {
@@ -49,7 +50,7 @@ void lowerAscii(char* text, std::size_t length) {
     std::memcpy(text + i, &lowered, sizeof lowered);
   }
   for (; i < length; ++i) {
-    if (text[i] >= 'A' && text[i] <= 'Z') text[i] = static_cast<char>(text[i] + ('a' - 'A'));
+    text[i] = asciiLower(text[i]);
   }
 }
 

@@ -109,10 +109,8 @@ bool isListed(std::string_view list, std::string_view word) {
 NormalizedOption::NormalizedOption(std::string_view written) {
   written = written.substr(0, written.find('='));
   if (written.size() > buffer_.size()) return;
-  std::transform(written.begin(), written.end(), buffer_.begin(), [](char c) {
-    if (c == '_' || c == ' ') return '-';
-    return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
-  });
+  std::ranges::transform(written, buffer_.begin(),
+                         [](char c) { return c == '_' || c == ' ' ? '-' : text::asciiLower(c); });
   size_ = written.size();
 }
 

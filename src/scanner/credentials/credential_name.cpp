@@ -39,10 +39,6 @@ const WordSet& switches() {
   return words;
 }
 
-constexpr char lowered(char c) {
-  return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool isSeparator(char c) {
   return !text::isAlphanumeric(c);
 }
@@ -74,7 +70,7 @@ NameKind kindByEnding(std::string_view name) {
   Trie::Node node = Trie::kRoot;
   for (std::size_t at = name.size(); at > 0; --at) {
     if (isSeparator(name[at - 1])) continue;
-    node = tree.next(node, lowered(name[at - 1]));
+    node = tree.next(node, text::asciiLower(name[at - 1]));
     if (node == Trie::kNowhere) break;
     const int found = tree.keyAt(node);
     if (found == Trie::kNoKey) continue;

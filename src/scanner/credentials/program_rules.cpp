@@ -115,9 +115,7 @@ class Programs {
       return nullptr;
     }
     std::array<char, kLongestName> lower{};
-    std::ranges::transform(word, lower.begin(), [](char c) {
-      return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    std::ranges::transform(word, lower.begin(), text::asciiLower);
     const auto* program = byName_.find(std::string_view(lower.data(), word.size()));
     if (program == nullptr) program = byName_.find(word);
     return program == nullptr ? nullptr : &all_[*program];

@@ -43,10 +43,6 @@ constexpr std::array<std::string_view, 26> kFollowing{"bcdfgiklmnprstuvwxy",
                                                       "lmnpst",
                                                       "e"};
 
-constexpr char loweredLetter(char c) {
-  return text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 using Row = std::array<bool, 26>;
 
 /// For each two letters, whether the second rarely follows the first.
@@ -62,8 +58,8 @@ constexpr auto kSeldom = [] {
 }();
 
 bool isSeldom(char first, char second) {
-  return kSeldom[static_cast<std::size_t>(loweredLetter(first) - 'a')]
-                [static_cast<std::size_t>(loweredLetter(second) - 'a')];
+  return kSeldom[static_cast<std::size_t>(text::asciiLower(first) - 'a')]
+                [static_cast<std::size_t>(text::asciiLower(second) - 'a')];
 }
 
 /// The figures by which a random text is told from a name.

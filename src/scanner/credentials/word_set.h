@@ -24,7 +24,7 @@ class WordSet {
   bool walk(std::string_view text, bool isWhole) const {
     Trie::Node node = Trie::kRoot;
     for (const char c : text) {
-      node = tree_.next(node, text::isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c);
+      node = tree_.next(node, text::asciiLower(c));
       if (node == Trie::kNowhere) return false;
       if (!isWhole && tree_.keyAt(node) != Trie::kNoKey) return true;
     }
