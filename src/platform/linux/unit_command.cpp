@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstdint>
 
+#include "text/scalar.h"
 #include "text/unicode.h"
 
 namespace platform {
@@ -15,12 +16,6 @@ constexpr std::string_view kCommandBlanks = " \t\r\n";
 
 bool isBlank(char byte) {
   return kCommandBlanks.find(byte) != std::string_view::npos;
-}
-
-void appendScalar(std::uint32_t scalar, std::string& word) {
-  utf8proc_uint8_t bytes[4];
-  const auto length = utf8proc_encode_char(static_cast<utf8proc_int32_t>(scalar), bytes);
-  word.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
 }
 
 /// The byte that a letter behind a backslash stands for, if any.
@@ -64,7 +59,7 @@ std::size_t appendEscape(std::string_view text, std::string& word) {
     if (form.letter == 'x') {
       word += static_cast<char>(*number);
     } else {
-      appendScalar(*number, word);
+      text::appendScalar(*number, word);
     }
     return 1 + form.digits;
   }
