@@ -39,7 +39,7 @@ Input mouseInput() {
   return input;
 }
 
-Input ofFunctionKey(wint_t key) {
+Input ofKeyCode(wint_t key) {
   switch (key) {
     case KEY_UP:
       return {.kind = Input::Kind::up};
@@ -122,7 +122,7 @@ std::optional<Input> readKey() {
     case OK:
       return ofCharacter(character);
     case KEY_CODE_YES:
-      return ofFunctionKey(character);
+      return ofKeyCode(character);
     default:
       return std::nullopt;
   }

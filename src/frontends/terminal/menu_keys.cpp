@@ -46,8 +46,8 @@ bool moved(ListCursor& cursor, Items items, const Input& input, int height) {
   }
 }
 
-/// What a function key stands for: a key, or a letter.
-Input ofFunctionKey(char32_t number) {
+/// A key, or a letter.
+Input meaningOfFunctionKey(char32_t number) {
   switch (number) {
     case 1:
       return {.kind = Input::Kind::character, .character = U'?'};
@@ -97,7 +97,7 @@ MenuRequest requestOf(char32_t character) {
 
 Input withoutShortcut(Input input) {
   if (input.kind == Input::Kind::function) {
-    const Input meant = ofFunctionKey(input.character);
+    const Input meant = meaningOfFunctionKey(input.character);
     input.kind = meant.kind;
     input.character = meant.character;
   } else if (input.kind == Input::Kind::character &&

@@ -12,7 +12,7 @@ namespace platform {
 namespace {
 
 /// The value of "KEY=value" among the lines of a uevent file.
-std::string valueIn(std::string_view lines, std::string_view key) {
+std::string ueventValue(std::string_view lines, std::string_view key) {
   while (!lines.empty()) {
     const std::string_view line = text::takeUntil('\n', lines);
     if (line.size() > key.size() && line.starts_with(key) && line[key.size()] == '=') {
@@ -58,8 +58,8 @@ void addNodes(const FileTree& sys, const std::string& folder,
     const auto numbers = nodeOf(sys.line(node + "/dev"));
     if (!numbers) continue;
     const std::string uevent = sys.text(device + "/uevent").value_or("");
-    std::string id = valueIn(uevent, "PCI_SLOT_NAME");
-    if (id.empty()) id = valueIn(uevent, "OF_FULLNAME");
+    std::string id = ueventValue(uevent, "PCI_SLOT_NAME");
+    if (id.empty()) id = ueventValue(uevent, "OF_FULLNAME");
     if (id.empty()) id = node;
 
     const auto [place, isNew] = cards.try_emplace(text::repairedUtf8(id));
@@ -68,7 +68,7 @@ void addNodes(const FileTree& sys, const std::string& folder,
     card.computes = card.computes || !name.starts_with("card");
     if (!isNew) continue;
     card.id = place->first;
-    card.driver = valueIn(uevent, "DRIVER");
+    card.driver = ueventValue(uevent, "DRIVER");
     card.name = text::repairedUtf8(sys.line(device + "/product_name"));
     card.sleeps = isAsleep(sys, device);
     if (!card.sleeps) card.capacity = capacityOf(sys, device);

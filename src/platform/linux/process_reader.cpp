@@ -22,9 +22,9 @@ std::size_t sizesToKeep(std::size_t files) {
   return std::min(files / 4, kMostSizesKept);
 }
 
-Fingerprint fingerprintOf(const ProcessOrigin& origin) {
-  if (!origin.executable.empty()) return platform::fingerprintOf(origin.executable);
-  Fingerprint ofComm = platform::fingerprintOf(origin.comm);
+Fingerprint fingerprintOfOrigin(const ProcessOrigin& origin) {
+  if (!origin.executable.empty()) return fingerprintOf(origin.executable);
+  Fingerprint ofComm = fingerprintOf(origin.comm);
   ++ofComm.low;  // a path with the same bytes tells more, so it has another fingerprint
   return ofComm;
 }
@@ -156,7 +156,7 @@ bool ProcessReader::readCommandLine(ProcessFacts& facts) {
   }
   if (origin.executable.empty() && lastBlock_.empty()) return false;
   if (origin.executable.empty()) origin.comm = comm();
-  facts.executable = fingerprintOf(origin);
+  facts.executable = fingerprintOfOrigin(origin);
   facts.title = openTitle(lastBlock_);
   readArguments(lastBlock_, origin, facts);
   return !facts.name.empty();
@@ -166,7 +166,7 @@ std::optional<Fingerprint> ProcessReader::executable() {
   ProcFs::Path path;
   ProcessOrigin origin{.executable = proc_.executable(lastPid_, path, lastFolder_ + "exe")};
   if (origin.executable.empty()) origin.comm = comm();
-  return fingerprintOf(origin);
+  return fingerprintOfOrigin(origin);
 }
 
 /// Of the process that was looked at last; "" when unreadable.

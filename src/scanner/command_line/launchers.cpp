@@ -11,7 +11,7 @@ namespace recognition {
 namespace {
 
 /// NAME=value, as env and sudo take it.
-bool isAssignment(std::string_view word) {
+bool setsVariable(std::string_view word) {
   const auto equals = word.find('=');
   return equals != std::string_view::npos && equals > 0 &&
          word.substr(0, equals).find_first_of("/-. ") == std::string_view::npos;
@@ -54,7 +54,7 @@ bool skipOptions(const Launcher& launcher, Arguments& rest, bool& isModule) {
       }
     }
     if (!isOption(word)) {
-      if (!isAssignment(word)) break;
+      if (!setsVariable(word)) break;
       rest = rest.subspan(1);
       continue;
     }

@@ -56,7 +56,7 @@ class ArgumentSearch {
   bool takeAnnounced(std::size_t i) {
     const std::string_view argument = arguments_[i];
     const bool isHeader = announced_.form == Form::headerValue;
-    if (!isHeader && isOption(argument)) return false;
+    if (!isHeader && looksLikeOption(argument)) return false;
     if (namesLeft_-- <= 0) {
       if (!argument.empty()) found_.push_back({i, {0, argument.size()}});
       return true;
@@ -83,7 +83,7 @@ class ArgumentSearch {
 
   /// "--auth Bearer V", "--auth Basic dTpw"
   static bool schemeCarries(std::string_view scheme, std::string_view value) {
-    if (isOption(value) || isNothing(value)) return false;
+    if (looksLikeOption(value) || isNothing(value)) return false;
     return !text::equalsLowered(scheme, "basic") || looksEncoded(value) ||
            value.find(':') != std::string_view::npos;
   }

@@ -251,7 +251,7 @@ bool looksLikeKey(std::string_view text) {
   return looksRandom(text) || isLongHexNumber(text);
 }
 
-bool isOption(std::string_view text) {
+bool looksLikeOption(std::string_view text) {
   if (text.size() < 2 || text[0] != '-') return false;
   constexpr std::size_t kLongestShortOption = 4;
   if (text[1] == '-') return text.size() == 2 || text::isLetter(text[2]);

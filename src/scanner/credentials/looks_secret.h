@@ -18,7 +18,7 @@ bool looksSecret(std::string_view text);
 bool looksLikeKey(std::string_view text);
 
 /// Whether it is the next option rather than a value: "--port", "-m".
-bool isOption(std::string_view text);
+bool looksLikeOption(std::string_view text);
 
 /// Whether it is a scheme of the Authorization header, which stands before the credential.
 bool isScheme(std::string_view word);

@@ -318,7 +318,7 @@ class NameSearch {
     const NameKind kind = isSwitch(own) ? NameKind::unknown : kindAt(begin, end);
     if (!isCredential(kind) && kind != NameKind::unknown) return 0;
     const std::string_view word = text_.substr(value, bounds_.judgedEnd(value) - value);
-    if (isOption(word)) return 0;
+    if (looksLikeOption(word)) return 0;
     // "--env NAME=value": NAME decides.
     if (kind == NameKind::unknown && (!looksRandomValue(word, kind) || isAssignment(word)))
       return 0;
@@ -342,7 +342,7 @@ class NameSearch {
     const std::string_view word = text_.substr(value, bounds_.judgedEnd(value) - value);
     const bool isTaken = isBearer ? follows || (begin == 0 && isArgument_) || looksLikeKey(word)
                                   : (follows || before == 0) && looksEncoded(word);
-    if (!isTaken || isOption(word) || isNothing(word)) return 0;
+    if (!isTaken || looksLikeOption(word) || isNothing(word)) return 0;
     return values_.add(value, bounds_.end(value));
   }
 

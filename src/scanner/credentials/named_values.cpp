@@ -118,7 +118,7 @@ std::size_t NamedValues::addIf(NameKind kind, std::size_t begin, std::size_t end
   if (isScheme(value) && text::isWhiteSpace(bounds_.at(end))) {
     const std::size_t behind = bounds_.skipBlanks(end);
     const std::string_view word = text_.substr(behind, bounds_.judgedEnd(behind) - behind);
-    if (!word.empty() && !isOption(word) && !isNothing(word)) {
+    if (!word.empty() && !looksLikeOption(word) && !isNothing(word)) {
       return add(bounds_.behindOpening(behind), bounds_.end(behind));
     }
     return end;

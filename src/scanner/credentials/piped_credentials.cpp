@@ -131,7 +131,7 @@ bool PipedCredentials::readsPassword() const {
 }
 
 void PipedCredentials::addPiped(const Word& word, bool isPair) {
-  if (isOption(word.text) || word.text == "%s" || word.text == "%s\\n") return;
+  if (looksLikeOption(word.text) || word.text == "%s" || word.text == "%s\\n") return;
   const Part part = isPair || text::contains(word.text, ":") ? Part::behindColon : Part::whole;
   if (const auto span = credentialIn(word.text, 0, part)) {
     found_.push_back({argument_, {word.begin + span->begin, word.begin + span->end}});

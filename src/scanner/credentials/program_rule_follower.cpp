@@ -151,7 +151,7 @@ void RuleFollower::take(const PlacedWord& word) {
   if (expected_ != nullptr) {
     const Step* option = expected_;
     expected_ = nullptr;
-    if (!isOption(text)) {
+    if (!looksLikeOption(text)) {
       add(word, 0, option->part);
       return;
     }
@@ -196,7 +196,7 @@ bool RuleFollower::advance(const Rule& rule, std::size_t& at, const PlacedWord& 
     case StepKind::credential:
       break;
   }
-  if (isOption(text) || (isAnOption && text.size() == 2)) return false;
+  if (looksLikeOption(text) || (isAnOption && text.size() == 2)) return false;
   const bool isLikely = step.kind == StepKind::credential ||
                         ((looksSecret(text) || looksLikeKey(text)) && !text::contains(text, "="));
   const bool isAdded = isLikely && add(word, 0, step.part);
