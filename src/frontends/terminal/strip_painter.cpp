@@ -129,10 +129,8 @@ void paintGpuTrack(CellGrid& grid, const MemoryPressureView& strip, const Box& b
 
 void paintPressure(CellGrid& grid, const MemoryPressureView& strip, const Box& box,
                    const Look& look) {
-  static constexpr std::string_view kWords[] = {"low", "medium", "high"};
   const PressureLevel level = pressureLevel(strip.pressure);
-  const std::string words =
-      "Memory pressure " + std::string(kWords[static_cast<std::size_t>(level)]);
+  const std::string words = std::string("Memory pressure ") + pressureWord(level);
   // Bold rather than yellow on white: the ground is the terminal's own.
   const Style style{.bold = look.colored && level != PressureLevel::low};
   const int columns = columnsOf(words);
