@@ -74,11 +74,6 @@ bool lookAtProcess(std::int32_t pid, ProcessFacts& facts);
 /// fit whole are read (the first of them cut where it alone is too long).
 bool readCommandLine(ProcessFacts& facts);
 
-/// Both.
-inline bool readProcess(std::int32_t pid, ProcessFacts& facts) {
-  return lookAtProcess(pid, facts) && readCommandLine(facts);
-}
-
 /// ProcessFacts::executable of the process that was looked at last, as it is now. Only for a
 /// process for which readCommandLine has set it.
 std::optional<Fingerprint> executableOfProcess();

@@ -7,6 +7,7 @@
 
 #include "fakes/row_name.h"
 #include "macos/mac_test.h"
+#include "tools/read_process.h"
 
 namespace {
 
@@ -48,7 +49,7 @@ TEST_F(Processes, OwnPid) {
 TEST_F(Processes, FactsOfAnOwnProcess) {
   kernel().processes = {darwin::process(5, {"/opt/homebrew/bin/ollama", "serve"})};
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   EXPECT_EQ(facts.name, "ollama");
   EXPECT_EQ(facts.commandLine, "/opt/homebrew/bin/ollama serve");
   EXPECT_THAT(facts.arguments, ElementsAre("/opt/homebrew/bin/ollama", "serve"));
@@ -60,14 +61,14 @@ TEST_F(Processes, FirstArgumentNamesBeforeThePath) {
                          .path = "/usr/bin/python3.12",
                          .argumentBlock = darwin::argumentBlock("/usr/bin/python3", {"trainer"})}};
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   EXPECT_EQ(facts.name, "trainer");
 }
 
 TEST_F(Processes, OtherUsersProcessIsNamedByItsPath) {
   kernel().processes = {{.pid = 5, .effectiveUid = 0, .path = "/usr/libexec/ollama"}};
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   EXPECT_EQ(facts.name, "ollama");
   EXPECT_EQ(facts.commandLine, "");
   EXPECT_THAT(facts.arguments, IsEmpty());
@@ -78,30 +79,30 @@ TEST_F(Processes, NoArgumentsNameByThePath) {
   kernel().processes = {
       {.pid = 5, .path = "/sbin/tool", .argumentBlock = darwin::argumentBlock("/sbin/tool", {})}};
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   EXPECT_EQ(facts.name, "tool");
 }
 
 TEST_F(Processes, FirstArgumentThatIsASlashIsTheName) {
   kernel().processes = {darwin::process(5, {"/"})};
   platform::ProcessFacts facts;
-  EXPECT_TRUE(platform::readProcess(5, facts));
+  EXPECT_TRUE(readProcess(5, facts));
   EXPECT_EQ(facts.name, "/");
 }
 
 TEST_F(Processes, NeitherArgumentsNorPathGiveNoFacts) {
   kernel().processes = {{.pid = 5}};
   platform::ProcessFacts facts;
-  EXPECT_FALSE(platform::readProcess(5, facts));
-  EXPECT_FALSE(platform::readProcess(6, facts)) << "gone";
+  EXPECT_FALSE(readProcess(5, facts));
+  EXPECT_FALSE(readProcess(6, facts)) << "gone";
 }
 
 TEST_F(Processes, FactsLeaveNothingOfTheProcessBefore) {
   kernel().processes = {darwin::process(5, {"/bin/long", "argument", "list"}),
                         {.pid = 6, .effectiveUid = 0, .path = "/bin/other"}};
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
-  ASSERT_TRUE(platform::readProcess(6, facts));
+  ASSERT_TRUE(readProcess(5, facts));
+  ASSERT_TRUE(readProcess(6, facts));
   EXPECT_EQ(facts.name, "other");
   EXPECT_EQ(facts.commandLine, "");
   EXPECT_THAT(facts.arguments, IsEmpty());
@@ -111,7 +112,7 @@ TEST_F(Processes, FactsLeaveNothingOfTheProcessBefore) {
 TEST_F(Processes, PathThatIsNotUtf8IsRepaired) {
   kernel().processes = {{.pid = 5, .path = "/bin/caf\xe9"}};
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   EXPECT_EQ(facts.name, "caf\uFFFD");
 }
 
@@ -119,7 +120,7 @@ TEST_F(Processes, RefusedRecordLeavesTheUserUnknown) {
   kernel().processes = {darwin::process(5, {"/bin/tool"})};
   kernel().refusesRecords = true;
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   EXPECT_FALSE(facts.effectiveUid);
 }
 
@@ -129,7 +130,7 @@ TEST_F(Processes, BlockThatGrowsMeanwhileIsReadWhileItFits) {
     process.argumentBlock = darwin::argumentBlock("/bin/tool", {"/bin/tool", "a", "b"});
   };
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   EXPECT_EQ(facts.commandLine, "/bin/tool a b");
 }
 
@@ -141,7 +142,7 @@ TEST_F(Processes, BlockThatOutgrowsItsMeasureTellsNothing) {
         "/bin/tool", {"/bin/tool", "a"}, std::vector<std::string>(100, "OPENAI_API_KEY=secret"));
   };
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   EXPECT_EQ(facts.name, "tool");
   EXPECT_EQ(facts.commandLine, "");
 }
@@ -153,7 +154,7 @@ TEST_F(Processes, OfTheLargestBlockIsReadWhatFits) {
   kernel().processes = {darwin::process(5, {path, longest})};
   ASSERT_EQ(kernel().processes[0].argumentBlock.size(), ARG_MAX + sizeof(int));
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   EXPECT_EQ(facts.commandLine, path);
   EXPECT_TRUE(facts.isCut);
 }
@@ -201,7 +202,7 @@ TEST_F(Processes, WhatWasReadIsOfOneProcess) {
   kernel().processes = {darwin::process(5, {"/bin/tool"})};
   kernel().processes[0].startTime = 1'700'000'000'000'001;
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   EXPECT_TRUE(platform::confirmProcess(5, facts));
   EXPECT_EQ(facts.identity, platform::processIdentity(5));
   EXPECT_TRUE(facts.identity);
@@ -214,7 +215,7 @@ TEST_F(Processes, WhatWasReadIsOfOneProcess) {
 TEST_F(Processes, NothingIsConfirmedOfAGoneProcess) {
   kernel().processes = {darwin::process(5, {"/bin/tool"})};
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   kernel().processes.clear();
   EXPECT_FALSE(platform::confirmProcess(5, facts));
 }
@@ -223,7 +224,7 @@ TEST_F(Processes, WithoutItsRecordItHasNoIdentity) {
   kernel().processes = {darwin::process(5, {"/bin/tool"})};
   kernel().refusesRecords = true;
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(5, facts));
+  ASSERT_TRUE(readProcess(5, facts));
   EXPECT_TRUE(platform::confirmProcess(5, facts));
   EXPECT_FALSE(facts.identity);
 }

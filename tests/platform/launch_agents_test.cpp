@@ -15,6 +15,7 @@
 #include "platform/linux/systemd_operation.h"
 #include "platform/processes.h"
 #include "tools/child_process.h"
+#include "tools/read_process.h"
 #include "tools/scoped_variable.h"
 #include "tools/temp_folder.h"
 #include "tools/user_manager_rig.h"
@@ -90,12 +91,12 @@ TEST_F(LaunchAgents, StartRunAndStop) {
   const auto pid = held.at("ollama");
   ASSERT_TRUE(pid);
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(*pid, facts));
+  ASSERT_TRUE(readProcess(*pid, facts));
 
   const auto stopped = stop("ollama");
   EXPECT_EQ(stopped.status, 0) << stopped.errorText;
   EXPECT_THAT(loaded(), IsEmpty()) << "what was stopped is not restarted";
-  EXPECT_FALSE(platform::readProcess(*pid, facts));
+  EXPECT_FALSE(readProcess(*pid, facts));
 }
 
 TEST_F(LaunchAgents, StartingOneThatRunsChangesNothing) {

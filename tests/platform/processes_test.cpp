@@ -18,6 +18,7 @@
 #include "tools/child_process.h"
 #include "tools/forked.h"
 #include "tools/puppet.h"
+#include "tools/read_process.h"
 #include "tools/temp_folder.h"
 
 namespace {
@@ -62,7 +63,7 @@ TEST(AllPids, AreAscendingAndHoldTheTestsOwn) {
 TEST(ReadProcess, TellsArgumentsNameAndOwner) {
   const ChildProcess process(playProcess({}, {"/opt/bin/python3", "-m", "mlx_lm.server", "", "é"}));
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(process.pid(), facts));
+  ASSERT_TRUE(readProcess(process.pid(), facts));
   EXPECT_EQ(facts.name, "python3");
   EXPECT_THAT(facts.arguments, ElementsAre("/opt/bin/python3", "-m", "mlx_lm.server", "é"));
   EXPECT_EQ(facts.commandLine, "/opt/bin/python3 -m mlx_lm.server é");
@@ -72,7 +73,7 @@ TEST(ReadProcess, TellsArgumentsNameAndOwner) {
 TEST(ReadProcess, DropsArgumentsThatAreNotUtf8) {
   const ChildProcess process(playProcess({}, {"tool", "caf\xe9", "end"}));
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(process.pid(), facts));
+  ASSERT_TRUE(readProcess(process.pid(), facts));
   EXPECT_THAT(facts.arguments, ElementsAre("tool", "end"));
 }
 
@@ -80,7 +81,7 @@ TEST(ReadProcess, ReadsWhatFitsOfMoreThanTwoMebibytes) {
   constexpr std::size_t kLength = 60'000;
   const ChildProcess process(playProcess({"--repeat", "40", std::string(kLength, 'x')}, {"tool"}));
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(process.pid(), facts));
+  ASSERT_TRUE(readProcess(process.pid(), facts));
   EXPECT_THAT(facts.arguments, ElementsAre("tool", std::string(kLength, 'x')));
   EXPECT_TRUE(facts.isCut);
 }
@@ -88,7 +89,7 @@ TEST(ReadProcess, ReadsWhatFitsOfMoreThanTwoMebibytes) {
 TEST(ReadProcess, ReadsWhatFitsOfAHundredThousandArguments) {
   const ChildProcess process(playProcess({"--repeat", "100000", "argument"}, {"tool"}));
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(process.pid(), facts));
+  ASSERT_TRUE(readProcess(process.pid(), facts));
   EXPECT_EQ(facts.arguments.size(), 1 + (platform::kLongestCommandLine - 5) / 9);
   EXPECT_EQ(facts.arguments.back(), "argument");
   EXPECT_TRUE(facts.isCut);
@@ -98,7 +99,7 @@ TEST(ReadProcess, KeepsATitleForPeopleWhole) {
   const NamedProcess nginx("nginx", {"--title", "nginx: worker process"},
                            {"nginx", "-g", "daemon off; master_process on;"});
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(nginx.pid(), facts));
+  ASSERT_TRUE(readProcess(nginx.pid(), facts));
   EXPECT_EQ(facts.name, "nginx: worker process");
   EXPECT_THAT(facts.arguments, ElementsAre("nginx: worker process"));
 }
@@ -107,7 +108,7 @@ TEST(ReadProcess, CutsATitleOfTheProgram) {
   const NamedProcess nginx("nginx", {"--title", "nginx: master process ./nginx"},
                            {"nginx", "-g", "daemon off; master_process on;"});
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(nginx.pid(), facts));
+  ASSERT_TRUE(readProcess(nginx.pid(), facts));
   EXPECT_EQ(facts.name, "nginx");
   EXPECT_THAT(facts.arguments, ElementsAre("nginx:", "master", "process", "./nginx"));
 }
@@ -116,7 +117,7 @@ TEST(ReadProcess, CutsATitlePaddedWithBlanks) {
   const NamedProcess tool("tool", {"--title", "tool --idle", "--pad", "blank"},
                           {"tool", "with", "many", "more", "arguments"});
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(tool.pid(), facts));
+  ASSERT_TRUE(readProcess(tool.pid(), facts));
   EXPECT_THAT(facts.arguments, ElementsAre("tool", "--idle"));
 }
 
@@ -124,7 +125,7 @@ TEST(ReadProcess, ReadsATitleLongerThanTheBlock) {
   const NamedProcess tool("tool", {"--title", "tool: a title that runs on into the environment"},
                           {"tool", "-x"});
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(tool.pid(), facts));
+  ASSERT_TRUE(readProcess(tool.pid(), facts));
   EXPECT_EQ(facts.name, "tool: a title that runs on into the environment");
   EXPECT_EQ(facts.commandLine, "tool: a title that runs on into the environment");
 }
@@ -134,7 +135,7 @@ TEST(ReadProcess, LeavesAPathWithBlanksWhole) {
   const std::string path = folder / "My App";
   const ChildProcess process(playProcess({"--exe", path}, {path}));
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(process.pid(), facts));
+  ASSERT_TRUE(readProcess(process.pid(), facts));
   EXPECT_EQ(facts.name, "My App");
   EXPECT_THAT(facts.arguments, ElementsAre(path));
 }
@@ -145,7 +146,7 @@ TEST(ReadProcess, NamesTheExecutableEvenWhenItsFileIsGone) {
   const ChildProcess process(playProcess({"--exe", path}, {"worker:", "x"}));
   std::filesystem::remove(path);
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(process.pid(), facts));
+  ASSERT_TRUE(readProcess(process.pid(), facts));
   EXPECT_EQ(facts.name, "tool");
 }
 
@@ -155,7 +156,7 @@ TEST(ReadProcess, TellsTheOwnerOfAProcessThatMayNotBeDumped) {
       isRoot ? playProcess({"--user", std::to_string(kStranger), "--non-dumpable"})
              : playProcess({"--non-dumpable"}));
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(process.pid(), facts));
+  ASSERT_TRUE(readProcess(process.pid(), facts));
   EXPECT_EQ(facts.effectiveUid, isRoot ? kStranger : geteuid());
 }
 
@@ -163,12 +164,12 @@ TEST(ReadProcess, HasNothingOfAZombieOrOfAProcessThatIsGone) {
   ChildProcess process(playProcess({}));
   const pid_t pid = process.pid();
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(pid, facts));
+  ASSERT_TRUE(readProcess(pid, facts));
   kill(pid, SIGKILL);
   process.waitUntilZombie();
-  EXPECT_FALSE(platform::readProcess(pid, facts));
+  EXPECT_FALSE(readProcess(pid, facts));
   process.end();
-  EXPECT_FALSE(platform::readProcess(pid, facts));
+  EXPECT_FALSE(readProcess(pid, facts));
   EXPECT_FALSE(platform::physicalFootprint(pid));
   EXPECT_FALSE(platform::processIdentity(pid));
 }
@@ -219,7 +220,7 @@ TEST(ReadProcess, TellsParentAndStart) {
   const NamedProcess odd("a) S 1 (b", {}, {});
   const std::uint64_t after = platform::processClock();
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(odd.pid(), facts));
+  ASSERT_TRUE(readProcess(odd.pid(), facts));
   EXPECT_EQ(facts.parent, getpid());
   // In a container the session's leader may be outside, where it has no number.
   const pid_t session = getsid(0);
@@ -233,7 +234,7 @@ TEST(ReadProcess, TellsParentAndStart) {
 TEST(ReadProcess, TellsASessionOfItsOwn) {
   const ChildProcess leader(playProcess({"--own-session"}, {"vllm", "serve"}));
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(leader.pid(), facts));
+  ASSERT_TRUE(readProcess(leader.pid(), facts));
   EXPECT_EQ(facts.session, leader.pid());
 }
 
@@ -241,7 +242,7 @@ TEST(ReadProcess, TellsOfAProcessWhoseFirstThreadHasEnded) {
   const ChildProcess process(
       playProcess({"--memory", "64", "--end-first-thread"}, {"vllm", "serve"}));
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(process.pid(), facts));
+  ASSERT_TRUE(readProcess(process.pid(), facts));
   EXPECT_EQ(facts.commandLine, "vllm serve");
   constexpr std::uint64_t kBusy = 63 << 20;
   EXPECT_GE(platform::physicalFootprint(process.pid()).value_or(0), kBusy);
@@ -340,7 +341,7 @@ INSTANTIATE_TEST_SUITE_P(Table, ProcessIdentity, testing::Values(true, false),
 TEST(ProcessIdentityAlone, IsTheOneThatWasConfirmed) {
   const ChildProcess process(playProcess({}));
   ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(process.pid(), facts));
+  ASSERT_TRUE(readProcess(process.pid(), facts));
   EXPECT_FALSE(facts.identity);
   ASSERT_TRUE(platform::confirmProcess(process.pid(), facts));
   ASSERT_TRUE(facts.identity);

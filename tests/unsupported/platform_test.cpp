@@ -20,7 +20,8 @@ using testing::IsEmpty;
 TEST(UnsupportedPlatform, KnowsNoProcess) {
   EXPECT_THAT(platform::allPids(), IsEmpty());
   platform::ProcessFacts facts;
-  EXPECT_FALSE(platform::readProcess(1, facts));
+  EXPECT_FALSE(platform::lookAtProcess(1, facts));
+  EXPECT_FALSE(platform::readCommandLine(facts));
   EXPECT_EQ(platform::physicalFootprint(1), std::nullopt);
   EXPECT_EQ(platform::processIdentity(1), std::nullopt);
   EXPECT_EQ(platform::processState(1), std::nullopt);

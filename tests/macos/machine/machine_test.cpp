@@ -12,6 +12,7 @@
 #include "platform/processes.h"
 #include "platform/signals.h"
 #include "platform/users.h"
+#include "tools/read_process.h"
 
 namespace {
 
@@ -33,7 +34,7 @@ TEST(Machine, TellsOfAnOwnProcess) {
   const Sleeper sleeper;
   ASSERT_GT(sleeper.pid(), 0);
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(sleeper.pid(), facts));
+  ASSERT_TRUE(readProcess(sleeper.pid(), facts));
   EXPECT_EQ(facts.name, "sleep");
   EXPECT_THAT(facts.arguments, ElementsAre("/bin/sleep", "600"));
   EXPECT_EQ(facts.commandLine, "/bin/sleep 600");
@@ -51,7 +52,7 @@ TEST(Machine, TellsItsOwnFootprint) {
 TEST(Machine, TellsTheNameAndOwnerOfAnothersProcess) {
   if (getuid() == 0) GTEST_SKIP() << "root is refused nothing";
   platform::ProcessFacts facts;
-  ASSERT_TRUE(platform::readProcess(1, facts));
+  ASSERT_TRUE(readProcess(1, facts));
   EXPECT_EQ(facts.name, "launchd");
   EXPECT_EQ(facts.effectiveUid, 0);
   EXPECT_THAT(facts.arguments, IsEmpty());
