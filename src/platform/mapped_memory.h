@@ -51,6 +51,7 @@ class FairShareQuestion {
 /// Has the shares of these processes of the user's own read on another thread, where questions wait
 /// for each other: the kernel takes 10 ms for a GiB, and may take for ever. nullptr where they
 /// can't be told at all.
-std::shared_ptr<const FairShareQuestion> askFairShares(const std::vector<std::int32_t>& pids);
+[[nodiscard]] std::shared_ptr<const FairShareQuestion> askFairShares(
+    const std::vector<std::int32_t>& pids);
 
 }  // namespace platform

@@ -66,13 +66,13 @@ std::span<const std::int32_t> allPids();
 
 /// Looks at one process, and leaves what it runs unread. False when there is nothing to show: it
 /// is gone, or runs no program.
-bool lookAtProcess(std::int32_t pid, ProcessFacts& facts);
+[[nodiscard]] bool lookAtProcess(std::int32_t pid, ProcessFacts& facts);
 
 /// Reads what the process runs that was looked at last, as it was then. False when there is
 /// nothing to show: it has neither arguments nor an executable. Arguments that are empty or not
 /// UTF-8 are left out; of longer command lines than kLongestCommandLine only the arguments that
 /// fit whole are read (the first of them cut where it alone is too long).
-bool readCommandLine(ProcessFacts& facts);
+[[nodiscard]] bool readCommandLine(ProcessFacts& facts);
 
 /// ProcessFacts::executable of the process that was looked at last, as it is now. Only for a
 /// process for which readCommandLine has set it.
@@ -85,7 +85,7 @@ std::optional<std::uint64_t> physicalFootprint(std::int32_t pid);
 /// pid since then was about one and the same process. False when that has ended meanwhile: the pid
 /// may be another process's by now, so nothing that was read counts. Where processes can't be told
 /// apart, this is true and facts.identity stays empty.
-bool confirmProcess(std::int32_t pid, ProcessFacts& facts);
+[[nodiscard]] bool confirmProcess(std::int32_t pid, ProcessFacts& facts);
 
 /// ProcessFacts::identity of the process that has the pid now; none when it is gone or can't
 /// be told. Linux: the inode of its pidfd where the kernel never gives one twice (6.9 and

@@ -202,7 +202,9 @@ class RestingProcessTest : public ProcessReaderTest {
   void look() {
     reader_.pids();
     ASSERT_TRUE(reader_.lookAt(13, facts_));
-    if (fingerprint_ != facts_.fingerprint) reader_.readCommandLine(facts_);
+    if (fingerprint_ != facts_.fingerprint) {
+      ASSERT_TRUE(reader_.readCommandLine(facts_));
+    }
     fingerprint_ = facts_.fingerprint;
     footprint_ = reader_.footprint(13);
     ASSERT_TRUE(reader_.confirm(13, facts_));

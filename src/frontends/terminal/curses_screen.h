@@ -30,7 +30,7 @@ class CursesScreen : public Screen {
   void draw(const CellGrid& grid) override;
   Input nextInput(std::optional<double> seconds) override;
   void ring() override;
-  bool runSystemMonitor() override;
+  [[nodiscard]] bool runSystemMonitor() override;
   void copy(const std::string& text) override;
   void showPlain(const std::string& text) override;
   double now() const override;

@@ -81,7 +81,7 @@ class Screen {
 
   /// Runs a system monitor on the terminal until it is left. False where it can't, or where there
   /// is a display for a monitor with a window.
-  virtual bool runSystemMonitor() { return false; }
+  [[nodiscard]] virtual bool runSystemMonitor() { return false; }
 
   /// Asks the terminal to put a text into the clipboard; nobody knows whether it does.
   virtual void copy(const std::string&) {}

@@ -16,7 +16,7 @@ enum class Printed {
 
 /// Says in one line on standard error why `what` ("the menu") could not be printed just now, and
 /// returns the program's exit status for that, 1.
-int sayNotPrinted(const char* what);
+[[nodiscard]] int sayNotPrinted(const char* what);
 
 /// Prints, and where that is not whole says so; returns the program's exit status, 0 or 1.
 [[nodiscard]] int printOrSay(const std::string& text, const char* what, std::FILE* out);

@@ -34,9 +34,9 @@ class ProcessReader {
                          IdleWatch::CpuTime cpuTime = nullptr);
 
   const std::vector<std::int32_t>& pids();
-  bool lookAt(std::int32_t pid, ProcessFacts& facts);
-  bool readCommandLine(ProcessFacts& facts);
-  bool read(std::int32_t pid, ProcessFacts& facts) {
+  [[nodiscard]] bool lookAt(std::int32_t pid, ProcessFacts& facts);
+  [[nodiscard]] bool readCommandLine(ProcessFacts& facts);
+  [[nodiscard]] bool read(std::int32_t pid, ProcessFacts& facts) {
     return lookAt(pid, facts) && readCommandLine(facts);
   }
   std::optional<Fingerprint> executable();
