@@ -21,7 +21,6 @@ set(MACOS_PLATFORM_SOURCES
   words.cpp
   ../posix/argument_list.cpp
   ../posix/fingerprint.cpp
-  ../posix/manifest_files.cpp
   ../posix/model_manifests.cpp
   ../posix/users.cpp
 )
