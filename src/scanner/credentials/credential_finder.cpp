@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <array>
 
+#include "scanner/credentials/credential_name.h"
 #include "scanner/credentials/harmless_values.h"
 #include "scanner/credentials/looks_secret.h"
 #include "scanner/credentials/named_credentials.h"
 #include "scanner/credentials/program_credentials.h"
 #include "scanner/credentials/token_formats.h"
-#include "scanner/credentials/unnamed_credentials.h"
 #include "scanner/credentials/url_credentials.h"
 #include "scanner/credentials/value_bounds.h"
 #include "text/ascii.h"
@@ -19,6 +19,23 @@ namespace {
 using Form = Announcement::Form;
 
 constexpr std::size_t kMostArguments = 4096;
+
+/// Whether an argument that has no name is a credential: one random word in base64, of 40 to 512
+/// characters, with a "+" in it or a "=" at its end. `before`: the argument before it, which may
+/// say that it is none.
+bool isUnnamedCredential(std::string_view argument, std::string_view before) {
+  constexpr std::size_t kShortest = 40;
+  constexpr std::size_t kLongest = 512;
+  if (argument.size() < kShortest || argument.size() > kLongest) return false;
+  const auto isAllowed = [](char c) {
+    return text::isAlphanumeric(c) || c == '+' || c == '/' || c == '=';
+  };
+  if (!std::ranges::all_of(argument, isAllowed)) return false;
+  if (argument.find_first_of("+=") == std::string_view::npos) return false;
+  if (argument.find('=') < argument.size() - 2) return false;
+  if (isPath(argument) || kindOf(before) == NameKind::harmless) return false;
+  return mayBeSecret(argument, NameKind::unknown);
+}
 
 /// Finds credentials that take several arguments of one process to see: names and their values.
 class ArgumentSearch {
