@@ -4,12 +4,20 @@
 #include <QtGlobal>
 #include <vector>
 
-#include "frontends/qt/wayland/output_modes.h"
-
 class QMenu;
 class QScreen;
 
 [[nodiscard]] bool isOnWayland();
+
+/// How a compositor drives a screen.
+struct OutputMode {
+  QSize pixels;   // as it stands: turned by a quarter, height and width are exchanged
+  int scale = 1;  // pixels a point, rounded up
+};
+
+/// Those of all screens, on Wayland; empty elsewhere, and where the program was built without what
+/// it takes to ask.
+[[nodiscard]] std::vector<OutputMode> outputModes();
 
 /// How many points high a screen is. On Wayland GNOME's compositor tells it in pixels, unless it
 /// allows fractions of a scale.

@@ -1,4 +1,4 @@
-#include "frontends/qt/wayland/output_modes.h"
+#include "frontends/qt/wayland/menu_surface.h"
 
 #ifdef VORDA_PLASMA_SHELL
 #include <wayland-client.h>
@@ -7,7 +7,6 @@
 #include <list>
 #include <memory>
 
-#include "frontends/qt/wayland/menu_surface.h"
 #include "frontends/qt/wayland/registry.h"
 
 namespace {
