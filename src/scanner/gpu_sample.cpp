@@ -33,11 +33,9 @@ std::vector<GpuCard> cardsOf(const platform::GpuReading& reading) {
 /// older than the process and so about an earlier one with the same pid.
 std::optional<GpuMemory> memoryOf(const VordaProcess& process,
                                   const platform::GpuReading& reading) {
-  const auto [first, last] = std::equal_range(
-      reading.uses.begin(), reading.uses.end(), platform::GpuUse{.pid = process.pid},
-      [](const auto& a, const auto& b) { return a.pid < b.pid; });
   GpuMemory memory;
-  for (auto use = first; use != last; ++use) {
+  auto use = std::ranges::lower_bound(reading.uses, process.pid, {}, &platform::GpuUse::pid);
+  for (; use != reading.uses.end() && use->pid == process.pid; ++use) {
     if (process.startTime && *process.startTime > use->askedAt) continue;
     const double memMB = static_cast<double>(use->bytes) / kBytesPerMB;
     memory.memMB += memMB;
@@ -93,7 +91,7 @@ GpuSample take(std::vector<VordaProcess>& scanned, double minMemMB, bool isWatch
     process.gpuMemory = memoryOf(process, reading);
     if (isOfInterest(process)) largest.push_back(&process);
   }
-  std::stable_sort(largest.begin(), largest.end(), holdsMore);
+  std::ranges::stable_sort(largest, holdsMore);
   largest.resize(std::min(largest.size(), kMost));
 
   GpuSample sample{.cards = cardsOf(reading)};

@@ -123,7 +123,7 @@ void RepeatedScan::scan(double minMemMB, std::span<const VordaLaunchAgent> launc
                    .pid = pid,
                    .role = process.role,
                    .isBorder = process.isFamilyBorder});
-    const bool isWanted = std::binary_search(alsoPids.begin(), alsoPids.end(), pid);
+    const bool isWanted = std::ranges::binary_search(alsoPids, pid);
     const double leastMB = isWanted ? 0 : minMemMB;
     const bool isListed = pid != ownPid && this->isListed(process, leastMB) &&
                           platform::confirmProcess(process.pid, facts_);

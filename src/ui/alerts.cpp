@@ -18,7 +18,7 @@ std::vector<std::string> Alert::shownButtons() const {
 }
 
 int Alert::escapeAnswer() const {
-  const auto cancel = std::find(buttons.begin(), buttons.end(), kCancel);
+  const auto cancel = std::ranges::find(buttons, kCancel);
   if (cancel == buttons.end()) return kAlertDismissed;
   return kAlertFirstButtonReturn + static_cast<int>(cancel - buttons.begin());
 }

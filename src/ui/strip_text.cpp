@@ -25,8 +25,7 @@ std::string trackDescription(const std::string& what, std::span<const Segment> s
 }
 
 std::optional<std::size_t> placeOf(std::span<const Segment> segments, std::int32_t pid) {
-  const auto found = std::find_if(segments.begin(), segments.end(),
-                                  [pid](const Segment& segment) { return segment.pid == pid; });
+  const auto found = std::ranges::find(segments, pid, &Segment::pid);
   if (found == segments.end()) return std::nullopt;
   return static_cast<std::size_t>(found - segments.begin());
 }

@@ -34,8 +34,8 @@ std::optional<double> WorkQueue::nextDue() const {
 void WorkQueue::run(double now) {
   for (;;) {
     std::erase_if(work_, [](const auto& work) { return !work->run; });
-    const auto next = std::min_element(
-        work_.begin(), work_.end(), [](const auto& a, const auto& b) { return a->due < b->due; });
+    const auto next =
+        std::ranges::min_element(work_, {}, [](const auto& work) { return work->due; });
     if (next == work_.end() || (*next)->due > now) return;
 
     const std::shared_ptr<Work> work = *next;  // the list changes while it runs

@@ -48,7 +48,7 @@ void addNodes(const FileTree& sys, const std::string& folder,
               std::map<std::string, DrmCard>& cards) {
   for (const std::string& name : sys.names(folder)) {
     // Beside the cards stand their connectors: "card0-DP-1".
-    if (std::none_of(prefixes.begin(), prefixes.end(), [&](std::string_view prefix) {
+    if (std::ranges::none_of(prefixes, [&](std::string_view prefix) {
           return numberAfter(prefix, name).has_value();
         })) {
       continue;

@@ -23,8 +23,7 @@ std::optional<std::uint64_t> bytesIn(std::string_view value) {
   const auto digits = std::min(value.find_first_not_of("0123456789"), value.size());
   const auto number = text::decimal<std::uint64_t>(value.substr(0, digits));
   const std::string_view name = trimmed(value.substr(digits));
-  const auto unit = std::find_if(kUnits.begin(), kUnits.end(),
-                                 [name](const Unit& one) { return one.name == name; });
+  const auto unit = std::ranges::find(kUnits, name, &Unit::name);
   if (!number || unit == kUnits.end() ||
       *number > std::numeric_limits<std::uint64_t>::max() / unit->bytes) {
     return std::nullopt;
@@ -88,8 +87,7 @@ class Regions {
  private:
   Region* of(std::string_view name) {
     constexpr std::size_t kMost = 32;  // a card has a handful
-    const auto known = std::find_if(regions_.begin(), regions_.end(),
-                                    [name](const Region& one) { return one.name == name; });
+    const auto known = std::ranges::find(regions_, name, &Region::name);
     if (known != regions_.end()) return &*known;
     if (regions_.size() == kMost) return nullptr;
     return &regions_.emplace_back(Region{.name = name});

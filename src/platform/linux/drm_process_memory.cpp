@@ -55,23 +55,20 @@ void DrmProcessMemory::lookAtNew(const std::vector<DrmCard>& cards,
 void DrmProcessMemory::look(const std::vector<DrmCard>& cards, std::span<const std::int32_t> pids,
                             bool (*isDue)(const Process&)) {
   std::vector<std::int32_t> wanted(pids.begin(), pids.end());
-  std::sort(wanted.begin(), wanted.end());
+  std::ranges::sort(wanted);
   wanted.erase(std::unique(wanted.begin(), wanted.end()), wanted.end());
   std::erase_if(processes_, [&](const Process& process) {
-    return !std::binary_search(wanted.begin(), wanted.end(), process.pid);
+    return !std::ranges::binary_search(wanted, process.pid);
   });
-  if (std::none_of(cards.begin(), cards.end(),
-                   [this](const DrmCard& card) { return isWanted(card); })) {
+  if (std::ranges::none_of(cards, [this](const DrmCard& card) { return isWanted(card); })) {
     return;
   }
   for (const std::int32_t pid : wanted) {
-    if (std::none_of(processes_.begin(), processes_.end(),
-                     [pid](const Process& process) { return process.pid == pid; })) {
+    if (std::ranges::find(processes_, pid, &Process::pid) == processes_.end()) {
       processes_.push_back({.pid = pid});
     }
   }
-  std::stable_sort(processes_.begin(), processes_.end(),
-                   [](const Process& a, const Process& b) { return a.askedAt < b.askedAt; });
+  std::ranges::stable_sort(processes_, {}, &Process::askedAt);
 
   std::size_t left = options_.mostDescriptors;
   for (Process& process : processes_) {
@@ -91,8 +88,8 @@ std::size_t DrmProcessMemory::lookAt(Process& process, const std::vector<DrmCard
   const std::uint64_t now = processClock();
   process.askedAt = now;
   std::erase_if(process.clients, [&](const Client& client) {
-    return std::none_of(cards.begin(), cards.end(),
-                        [&](const DrmCard& card) { return card.id == client.card && card.sleeps; });
+    return std::ranges::none_of(
+        cards, [&](const DrmCard& card) { return card.id == client.card && card.sleeps; });
   });
   FileDescriptor folder = proc_.open(process.pid, "fd");
   const FileDescriptor details = proc_.open(process.pid, "fdinfo");
@@ -128,16 +125,14 @@ std::vector<GpuUse> DrmProcessMemory::uses(const std::vector<DrmCard>& cards) co
   std::vector<const Process*> byPid;
   byPid.reserve(processes_.size());
   for (const Process& process : processes_) byPid.push_back(&process);
-  std::sort(byPid.begin(), byPid.end(),
-            [](const auto* a, const auto* b) { return a->pid < b->pid; });
+  std::ranges::sort(byPid, {}, &Process::pid);
 
   std::vector<GpuUse> uses;
   std::set<std::pair<std::string_view, std::uint64_t>> counted;
   for (const Process* process : byPid) {
     std::map<std::size_t, GpuUse> ofProcess;
     for (const Client& client : process->clients) {
-      const auto card = std::find_if(cards.begin(), cards.end(),
-                                     [&](const DrmCard& one) { return one.id == client.card; });
+      const auto card = std::ranges::find(cards, client.card, &DrmCard::id);
       if (card == cards.end() || client.bytes == 0) continue;
       if (client.id && !counted.emplace(client.card, *client.id).second) continue;
       const auto place = static_cast<std::size_t>(card - cards.begin());

@@ -42,7 +42,7 @@ std::vector<std::string> FileTree::names(const std::string& folder) const {
     if (names.size() == kMost) break;
     if (entry->d_name[0] != '.') names.emplace_back(entry->d_name);
   }
-  std::sort(names.begin(), names.end());
+  std::ranges::sort(names);
   return names;
 }
 

@@ -59,8 +59,8 @@ bool takeLine(std::string_view line, GpuAnswer& answer) {
 
 std::string cardLine(const GpuDevice& card) {
   std::string name = card.name;
-  std::replace_if(
-      name.begin(), name.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+  std::ranges::replace_if(
+      name, [](char c) { return c == '\n' || c == '\r'; }, ' ');
   const std::string figures = card.capacity ? std::to_string(card.capacity->totalBytes) + " " +
                                                   std::to_string(card.capacity->usedBytes)
                                             : "- -";

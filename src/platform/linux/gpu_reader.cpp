@@ -48,9 +48,8 @@ class Merging {
     GpuReading reading;
     std::vector<std::size_t> placeOf(devices_.size());
     for (const auto& [id, place] : places_) {
-      const bool isUsed =
-          std::any_of(uses_.begin(), uses_.end(),
-                      [&, card = place](const auto& use) { return use.first.second == card; });
+      const bool isUsed = std::ranges::any_of(
+          uses_, [&, card = place](const auto& use) { return use.first.second == card; });
       if (!devices_[place].capacity && !isUsed) continue;
       placeOf[place] = reading.devices.size();
       reading.devices.push_back(devices_[place]);
@@ -59,7 +58,7 @@ class Merging {
       reading.uses.push_back(use);
       reading.uses.back().device = placeOf[use.device];
     }
-    std::sort(reading.uses.begin(), reading.uses.end(), [](const GpuUse& a, const GpuUse& b) {
+    std::ranges::sort(reading.uses, [](const GpuUse& a, const GpuUse& b) {
       return std::pair(a.pid, a.device) < std::pair(b.pid, b.device);
     });
     return reading;
@@ -163,15 +162,14 @@ void GpuReader::hearDriver(Clock::time_point now) {
 void GpuReader::askKernel() {
   std::vector<DrmCard> cards = drmCards(sys_);
   for (DrmCard& card : cards) {
-    const auto before = std::find_if(cards_.begin(), cards_.end(),
-                                     [&](const DrmCard& one) { return one.id == card.id; });
+    const auto before = std::ranges::find(cards_, card.id, &DrmCard::id);
     if (card.sleeps && before != cards_.end()) card.capacity = before->capacity;
   }
   cards_ = std::move(cards);
 
   std::erase_if(kfd_, [this](const KfdUse& use) {
-    return std::none_of(cards_.begin(), cards_.end(),
-                        [&](const DrmCard& card) { return card.id == use.card && card.sleeps; });
+    return std::ranges::none_of(
+        cards_, [&](const DrmCard& card) { return card.id == use.card && card.sleeps; });
   });
   if (!options_.pidsAreTheDrivers) return;
   const std::uint64_t askedAt = processClock();

@@ -59,7 +59,7 @@ void ProcFs::listPids(std::vector<std::int32_t>& pids) const {
       at += entry->d_reclen;
     }
   }
-  std::sort(pids.begin(), pids.end());
+  std::ranges::sort(pids);
 }
 
 std::optional<std::int32_t> ProcFs::anotherThread(std::int32_t pid) const {

@@ -185,7 +185,7 @@ std::optional<std::vector<ModelManifest>> readModelManifests(const std::string& 
   // Finished readings that nobody came back for are dropped: they may be out of date.
   std::erase_if(readings,
                 [&](const auto& reading) { return !isAsked(reading) && reading->isDone(); });
-  auto asked = std::find_if(readings.begin(), readings.end(), isAsked);
+  auto asked = std::ranges::find_if(readings, isAsked);
   milliseconds budget(0);
   if (asked == readings.end()) {
     if (readings.size() >= kMostReadings) return std::nullopt;

@@ -10,7 +10,7 @@ namespace recognition {
 std::vector<std::string> Invocation::names() const {
   std::vector<std::string> names;
   const auto add = [&names](std::string name) {
-    if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
+    if (!name.empty() && std::ranges::find(names, name) == names.end()) {
       names.push_back(std::move(name));
     }
   };

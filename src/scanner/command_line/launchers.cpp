@@ -29,7 +29,7 @@ bool takeVerb(const Launcher& launcher, Arguments& rest) {
   for (std::string_view verbs = launcher.verbs; !verbs.empty();) {
     const auto words = listed(text::takeUntil('|', verbs));
     if (rest.size() - first >= words.size() &&
-        std::equal(words.begin(), words.end(), rest.begin() + static_cast<long>(first))) {
+        std::ranges::equal(words, rest.subspan(first, words.size()))) {
       rest = rest.subspan(first + words.size());
       return true;
     }

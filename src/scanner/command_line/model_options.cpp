@@ -132,8 +132,7 @@ bool takesSomethingElse(std::string_view option) {
       "tokenizer draft speculative dataset data lora adapter adapters template config dir cache "
       "revision output image mmproj vae clip reward teacher file path host url key log";
   const auto words = wordsOf(option);
-  return std::any_of(words.begin(), words.end(),
-                     [](std::string_view word) { return isListed(kElse, word); });
+  return std::ranges::any_of(words, [](std::string_view word) { return isListed(kElse, word); });
 }
 
 /// "serve --host 127.0.0.1 qwen3:0.6b", "serve --tp 1 /models/llama", "serve --omni a/B": behind

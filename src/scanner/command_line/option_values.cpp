@@ -72,11 +72,9 @@ std::optional<std::string_view> valueOf(Arguments arguments, std::string_view op
 }
 
 bool hasOption(const Invocation& invocation, std::string_view options) {
-  return std::any_of(invocation.arguments.begin(), invocation.arguments.end(),
-                     [options](std::string_view word) {
-                       return word.starts_with('-') &&
-                              isListed(options, normalized(word.substr(0, word.find('='))));
-                     });
+  return std::ranges::any_of(invocation.arguments, [options](std::string_view word) {
+    return word.starts_with('-') && isListed(options, normalized(word.substr(0, word.find('='))));
+  });
 }
 
 }  // namespace recognition

@@ -44,8 +44,8 @@ std::string_view withoutVersion(std::string_view name) {
 
 std::string normalized(std::string_view name) {
   std::string out = text::lowered(text::withinBytes(name, kLongestName));
-  std::replace_if(
-      out.begin(), out.end(), [](char c) { return c == '_' || c == ' '; }, '-');
+  std::ranges::replace_if(
+      out, [](char c) { return c == '_' || c == ' '; }, '-');
   return out;
 }
 

@@ -64,7 +64,7 @@ std::string installedModule(std::string_view path) {
     const auto found = path.rfind(place);
     if (found == std::string_view::npos) continue;
     std::string module = normalized(withoutSuffix(path.substr(found + place.size())));
-    std::replace(module.begin(), module.end(), '/', '.');
+    std::ranges::replace(module, '/', '.');
     return module;
   }
   return {};

@@ -23,8 +23,8 @@ std::optional<std::string_view> portOf(const Invocation& invocation, std::string
       if (!value) continue;
       const auto colon = value->rfind(':');
       if (colon != std::string_view::npos) value = value->substr(colon + 1);
-      const bool isNumber = !value->empty() && value->size() <= 5 &&
-                            std::all_of(value->begin(), value->end(), text::isDigit);
+      const bool isNumber =
+          !value->empty() && value->size() <= 5 && std::ranges::all_of(*value, text::isDigit);
       if (isNumber) return value;
     }
   }

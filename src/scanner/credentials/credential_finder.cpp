@@ -122,13 +122,8 @@ class ArgumentSearch {
     const auto isAllowed = [](char c) {
       return text::isAlphanumeric(c) || c == '_' || c == '-' || c == '.' || c == '/' || c == ':';
     };
-    if (std::none_of(value.begin(),
-                     value.begin() + static_cast<std::ptrdiff_t>(
-                                         std::min<std::size_t>(value.size(), kLongestName)),
-                     text::isDigit) ||
-        !std::ranges::all_of(before, isAllowed)) {
-      return;
-    }
+    if (std::ranges::none_of(value.substr(0, kLongestName), text::isDigit)) return;
+    if (!std::ranges::all_of(before, isAllowed)) return;
     const NameKind kind = kindOf(before);
     if (kind != NameKind::password && kind != NameKind::token) return;
     if (!looksSecret(value) && !looksLikeKey(value) && !setsSomething(i)) return;

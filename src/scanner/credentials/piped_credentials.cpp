@@ -112,7 +112,7 @@ void PipedCredentials::addSent(Word word) {
 /// "gh secret set NAME"
 bool PipedCredentials::keepsSecret() const {
   constexpr std::array<std::string_view, 5> kFilters{"grep", "sed", "awk", "tee", "jq"};
-  if (std::find(kFilters.begin(), kFilters.end(), command_[0].text) != kFilters.end()) {
+  if (std::ranges::find(kFilters, command_[0].text) != kFilters.end()) {
     return false;
   }
   return std::any_of(command_.begin() + 1, command_.end(), [](const Word& word) {
@@ -126,8 +126,7 @@ bool PipedCredentials::readsPassword() const {
     return i < command_.size() && readsPipedPassword(text::lastPathComponent(command_[i].text));
   };
   return isReaderAt(0) || (command_[0].text == "sudo" && isReaderAt(1)) ||
-         std::any_of(command_.begin(), command_.end(),
-                     [](const Word& word) { return asksForInput(word.text); });
+         std::ranges::any_of(command_, [](const Word& word) { return asksForInput(word.text); });
 }
 
 void PipedCredentials::addPiped(const Word& word, bool isPair) {

@@ -61,7 +61,7 @@ class Search {
     if (!word.starts_with("--") || word.size() == 2 || text::contains(word, "=")) return false;
     constexpr std::array<std::string_view, 7> kSwitches{
         "--rm", "--init", "--privileged", "--tty", "--interactive", "--detach", "--read-only"};
-    return std::find(kSwitches.begin(), kSwitches.end(), word) == kSwitches.end();
+    return std::ranges::find(kSwitches, word) == kSwitches.end();
   }
 
   void takeText(std::string_view text, std::size_t argument) {

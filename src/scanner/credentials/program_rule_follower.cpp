@@ -24,7 +24,7 @@ TextSpan withoutQuotes(std::string_view text, TextSpan span) {
 
 /// "8080:80", "127.0.0.1:80": a port rather than a password.
 bool isPortMapping(std::string_view value) {
-  return text::contains(value, ":") && std::all_of(value.begin(), value.end(), [](char c) {
+  return text::contains(value, ":") && std::ranges::all_of(value, [](char c) {
            return text::isDigit(c) || c == ':' || c == '.' || c == '-';
          });
 }
@@ -35,10 +35,9 @@ bool mayBePassword(std::string_view value) {
   constexpr std::size_t kShortest = 7;
   const auto isSpecial = [](char c) { return std::string_view("!#%^&*+?~").find(c) != npos; };
   const auto isAllowed = [&](char c) { return text::isAlphanumeric(c) || isSpecial(c); };
-  return value.size() >= kShortest && std::all_of(value.begin(), value.end(), isAllowed) &&
-         std::any_of(value.begin(), value.end(), text::isLetter) &&
-         std::any_of(value.begin(), value.end(),
-                     [&](char c) { return text::isDigit(c) || isSpecial(c); });
+  return value.size() >= kShortest && std::ranges::all_of(value, isAllowed) &&
+         std::ranges::any_of(value, text::isLetter) &&
+         std::ranges::any_of(value, [&](char c) { return text::isDigit(c) || isSpecial(c); });
 }
 
 bool matches(const Step& step, std::string_view text) {

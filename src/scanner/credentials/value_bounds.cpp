@@ -23,8 +23,7 @@ bool mayEndValue(char c) {
 bool isAssignment(std::string_view word) {
   const std::size_t separator = word.find('=');
   return separator != std::string_view::npos && separator > 0 && separator + 2 < word.size() &&
-         std::all_of(word.begin(), word.begin() + static_cast<std::ptrdiff_t>(separator),
-                     isNameCharacter);
+         std::ranges::all_of(word.substr(0, separator), isNameCharacter);
 }
 
 std::size_t ValueBounds::behindOpening(std::size_t value) const {

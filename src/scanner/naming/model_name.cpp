@@ -82,7 +82,7 @@ std::string modelName(std::string_view model) {
     if (base.size() > ending.size() && base.ends_with(ending)) base.remove_suffix(ending.size());
   }
   std::string name = ProcessScanner::basenameModel(base);
-  std::replace(name.begin(), name.end(), ':', ' ');
+  std::ranges::replace(name, ':', ' ');
   return name;
 }
 
@@ -97,7 +97,7 @@ std::string recipeName(std::string_view path) {
   if (!name.empty() && text::isDigit(name.front()) && folder != std::string_view::npos) {
     const std::string_view parent = text::lastPathComponent(path.substr(0, folder));
     const auto words = wordsOf(parent);
-    const bool isGeneral = std::any_of(words.begin(), words.end(), [](std::string_view word) {
+    const bool isGeneral = std::ranges::any_of(words, [](std::string_view word) {
       return isListed("configs config recipes conf examples train", word);
     });
     if (!parent.empty() && text::isLetter(parent.front()) && !isGeneral) {

@@ -41,7 +41,7 @@ std::unordered_map<std::string, std::string> namesIn(
     for (auto at = text.find(kDigest); at != std::string_view::npos && layers < kMostLayers;
          at = text.find(kDigest, at + 1), ++layers) {
       const std::string_view digest = text.substr(at + kDigest.size(), kDigestLength);
-      if (!std::all_of(digest.begin(), digest.end(), text::isHexDigit)) continue;
+      if (!std::ranges::all_of(digest, text::isHexDigit)) continue;
       const auto [place, isNew] = names.try_emplace(std::string(digest), name);
       if (!isNew && saysMore(name, place->second)) place->second = name;
     }
@@ -69,16 +69,13 @@ std::optional<std::string> OllamaModels::nameOf(std::string_view blob, std::uint
   };
 
   const std::string_view path = blob.substr(0, at);
-  auto folder = std::find_if(folders_.begin(), folders_.end(), [&](const Folder& known) {
-    return known.path == path && known.owner == owner;
-  });
+  auto folder = std::ranges::find_if(
+      folders_, [&](const Folder& known) { return known.path == path && known.owner == owner; });
   if (folder == folders_.end()) {
     if (folders_.size() >= kMostFolders) {
       // All places are taken: the oldest gives way, but not before it may be read again, so that a
       // process that names ever new folders does not have them all read.
-      folder =
-          std::min_element(folders_.begin(), folders_.end(),
-                           [](const Folder& a, const Folder& b) { return a.askedAt < b.askedAt; });
+      folder = std::ranges::min_element(folders_, {}, &Folder::askedAt);
       if (isFresh(folder->askedAt)) return std::nullopt;
       *folder = {.path = std::string(path), .owner = owner};
     } else {

@@ -42,8 +42,8 @@ std::string splitWords(std::string_view text) {
 
 bool hasAnyWord(std::string_view words, std::string_view wanted) {
   const auto found = listed(words);
-  return std::any_of(found.begin(), found.end(),
-                     [wanted](std::string_view word) { return isListed(wanted, word); });
+  return std::ranges::any_of(found,
+                             [wanted](std::string_view word) { return isListed(wanted, word); });
 }
 
 /// The number among the workers of one model, behind "TP", else the one that a worker ends with:
@@ -67,7 +67,7 @@ TitledWorker rayActor(std::string_view part) {
     const std::string_view deployment =
         application == std::string_view::npos ? part : part.substr(application + 1);
     std::string name(deployment);
-    std::replace(name.begin(), name.end(), ':', ' ');
+    std::ranges::replace(name, ':', ' ');
     return {LabRole::inference, "Ray Serve: " + ProcessScanner::basenameModel(name), "Ray Serve"};
   }
   if (part.starts_with("ServeController")) {

@@ -85,7 +85,7 @@ std::string subjectOf(const Invocation& invocation, const Product& product) {
   }
   const std::string own = normalized(product.name);
   const auto words = wordsOf(name);
-  const bool isByMethod = std::any_of(words.begin(), words.end(), [](std::string_view word) {
+  const bool isByMethod = std::ranges::any_of(words, [](std::string_view word) {
     return isListed("pretrain pretraining finetune finetuning sft", word);
   });
   if (!isByMethod) return {};
@@ -123,7 +123,7 @@ std::string productTrainingName(const Product& product, const Activity& activity
                                 const Invocation& invocation) {
   std::string name(activity.name.empty() ? product.name : activity.name);
   const std::string_view method = methodOf(activity, invocation);
-  const bool saysAlready = std::any_of(name.begin(), name.end(), [](char c) { return c == ' '; });
+  const bool saysAlready = name.find(' ') != std::string::npos;
   if (!method.empty() && !saysAlready) name += " " + std::string(method);
   // "finetune MODEL"; but "run RECIPE"
   const bool takesOperand = !activity.verb.empty() && activity.verb != "run";
@@ -302,8 +302,8 @@ std::string rankSuffix(Arguments arguments) {
       const std::string_view value = equals != std::string_view::npos ? word.substr(equals + 1)
                                      : i + 1 < arguments.size()       ? arguments[i + 1]
                                                                       : std::string_view();
-      const bool isNumber = !value.empty() && value.size() <= 5 &&
-                            std::all_of(value.begin(), value.end(), text::isDigit);
+      const bool isNumber =
+          !value.empty() && value.size() <= 5 && std::ranges::all_of(value, text::isDigit);
       if (isNumber) return std::string(value);
     }
     return {};

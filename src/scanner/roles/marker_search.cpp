@@ -4,8 +4,7 @@
 
 namespace {
 
-static_assert(std::none_of(kMarkers.begin(), kMarkers.end(),
-                           [](std::string_view marker) { return marker.empty(); }));
+static_assert(std::ranges::none_of(kMarkers, [](auto marker) { return marker.empty(); }));
 
 constexpr std::size_t kLongestMarker = [] {
   std::size_t longest = 0;
@@ -113,9 +112,8 @@ constexpr Tree kTree = [] {
   return tree;
 }();
 
-constexpr auto kEndingCount = static_cast<std::size_t>(
-    std::count_if(kTree.ended.begin(), kTree.ended.end(),
-                  [](const MarkerSet& markers) { return !markers.empty(); }));
+constexpr auto kEndingCount =
+    static_cast<std::size_t>(std::ranges::count(kTree.ended, false, &MarkerSet::empty));
 
 /// An Aho-Corasick automaton, its failure links resolved into one table, so that every byte costs
 /// one look-up whatever the text holds. Rows that end a marker come last.

@@ -61,7 +61,7 @@ class MarkerSet {
   static constexpr std::size_t kWordBits = 64;
 
   static consteval std::size_t indexOf(std::string_view marker) {
-    const auto* found = std::find(kMarkers.begin(), kMarkers.end(), marker);
+    const auto* found = std::ranges::find(kMarkers, marker);
     if (found == kMarkers.end()) throw "this text is missing from role_word_table.h";
     return static_cast<std::size_t>(found - kMarkers.begin());
   }

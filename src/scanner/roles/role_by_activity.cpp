@@ -71,8 +71,8 @@ std::string withJoinedWords(std::string_view name) {
 }
 
 bool isAnyListed(std::string_view list, const std::vector<std::string>& words) {
-  return std::any_of(words.begin(), words.end(),
-                     [list](const std::string& word) { return isListed(list, word); });
+  return std::ranges::any_of(words,
+                             [list](const std::string& word) { return isListed(list, word); });
 }
 
 /// The role that a subcommand gives, whichever product it is of; none where it says nothing.
@@ -120,7 +120,7 @@ bool hasSettingsOfTraining(const Invocation& invocation) {
   if (hasOption(invocation, "--epochs --learning-rate --lr --batch-size --train-data")) return true;
   const Arguments first =
       invocation.arguments.first(std::min<std::size_t>(invocation.arguments.size(), 64));
-  return std::any_of(first.begin(), first.end(), [](std::string_view word) {
+  return std::ranges::any_of(first, [](std::string_view word) {
     const auto equals = word.find('=');
     return equals != std::string_view::npos &&
            isListed("data epochs lr lr0 batch imgsz", word.substr(0, equals));
@@ -326,7 +326,7 @@ Activity activityOf(const Invocation& invocation) {
     if (namesModel(invocation)) return true;
     const Arguments first =
         invocation.arguments.first(std::min<std::size_t>(invocation.arguments.size(), 3));
-    return verbServes && std::any_of(first.begin(), first.end(), looksLikeModel);
+    return verbServes && std::ranges::any_of(first, looksLikeModel);
   };
   if (serves && takesModel()) return {LabRole::inference, "serve", {}};
   // So does a port. A program, which is no script, serves as well when it is given weights.

@@ -23,8 +23,7 @@ constexpr std::string_view kBeside = "faster fast local openai gpu cpu cuda rocm
 using Words = std::vector<std::string_view>;
 
 bool hasOneOf(std::string_view list, const Words& words) {
-  return std::any_of(words.begin(), words.end(),
-                     [list](std::string_view word) { return isListed(list, word); });
+  return std::ranges::any_of(words, [list](std::string_view word) { return isListed(list, word); });
 }
 
 /// The script's own name, or the last part of the module's.
@@ -56,7 +55,7 @@ std::string selfMadeServer(const Invocation& invocation) {
   const bool isGeneral = own.size() == 1 && isListed("server serve api app main", own.front());
   if (!isGeneral) return {};
   const Words home = wordsOf(homeOf(invocation));
-  const bool isOfKind = std::all_of(home.begin(), home.end(), [](std::string_view word) {
+  const bool isOfKind = std::ranges::all_of(home, [](std::string_view word) {
     return isListed(kKinds, word) || isListed(kServes, word) || isListed(kBeside, word);
   });
   if (!isOfKind || !hasOneOf(kKinds, home)) return {};
