@@ -14,7 +14,7 @@ bool isOctal(std::string_view digits) {
 }
 
 /// Blanks and backslashes in a path stand there as "\040".
-std::string unescaped(std::string_view text) {
+std::string octalUnescaped(std::string_view text) {
   constexpr std::size_t kDigits = 3;
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -43,8 +43,8 @@ std::optional<MemoryHierarchy> hierarchyIn(std::string_view line) {
   for (int skipped = 0; skipped < 3; ++skipped) text::takeUntil(' ', where);
   MemoryHierarchy hierarchy;
   hierarchy.version = isSecond ? 2 : 1;
-  hierarchy.root = unescaped(text::takeUntil(' ', where));
-  hierarchy.mountPoint = unescaped(text::takeUntil(' ', where));
+  hierarchy.root = octalUnescaped(text::takeUntil(' ', where));
+  hierarchy.mountPoint = octalUnescaped(text::takeUntil(' ', where));
   if (!hierarchy.root.starts_with('/') || !hierarchy.mountPoint.starts_with('/'))
     return std::nullopt;
   return hierarchy;

@@ -34,7 +34,7 @@ void addBusOf(const char* folder, std::vector<std::string>& sockets) {
 }
 
 /// In a D-Bus address, %HH stands for a byte. None where that is broken.
-std::optional<std::string> unescaped(std::string_view value) {
+std::optional<std::string> percentUnescaped(std::string_view value) {
   constexpr std::size_t kDigits = 2;
   constexpr int kBase = 16;
   std::string text;
@@ -61,7 +61,7 @@ void addSocketsOf(std::string_view addresses, std::vector<std::string>& sockets)
     while (!address.empty()) {
       std::string_view value = text::takeUntil(',', address);
       const std::string_view key = text::takeUntil('=', value);
-      const auto name = unescaped(value);
+      const auto name = percentUnescaped(value);
       if (!name || name->empty()) continue;
       if (key == "path") sockets.push_back(*name);
       if (key == "abstract") sockets.push_back(std::string(1, '\0') + *name);
