@@ -15,12 +15,6 @@ namespace {
 
 using Kind = Input::Kind;
 
-// In seconds.
-constexpr double kBetweenKeys = 0.05;
-constexpr double kStill = 0.3;
-constexpr double kSlowestRepeat = 0.12;  // between a held key's repeats; a console's is 0.09
-constexpr double kFirstRepeat = 0.75;    // most keyboards begin to repeat by then
-
 // The marks of a paste, as they come byte by byte.
 constexpr std::u32string_view kPasteBegins = U"\033[200~";
 constexpr std::u32string_view kPasteEnds = U"\033[201~";
@@ -111,7 +105,7 @@ InputGuard::Verdict InputGuard::judge(const Input& input, double now) {
 }
 
 bool InputGuard::isPasted(const Input& input) {
-  const bool lost = input.came - lastInput_ > kPastePatience;
+  const bool lost = input.came - lastInput_ > limits_.pastePatience;
   const bool wasPasting = pasting_ && !lost;
   lastInput_ = std::max(lastInput_, input.came);
   const Kind mark = markEndingWith(input);
@@ -164,10 +158,10 @@ InputGuard::Verdict InputGuard::verdictOf(const Input& input) const {
       return verdictOfKey(input);
     case Effect::chooses:
       if (const Verdict verdict = verdictOfKey(input); verdict != Verdict::counts) return verdict;
-      return input.came - selectionSince_ < kStill ? Verdict::tooSoon : Verdict::counts;
+      return input.came - selectionSince_ < limits_.still ? Verdict::tooSoon : Verdict::counts;
     case Effect::clicks: {
       const auto y = static_cast<std::size_t>(input.y);
-      const bool moved = y < linesSince_.size() && input.came - linesSince_[y] < kStill;
+      const bool moved = y < linesSince_.size() && input.came - linesSince_[y] < limits_.still;
       return moved ? Verdict::tooSoon : Verdict::counts;
     }
   }
@@ -176,12 +170,12 @@ InputGuard::Verdict InputGuard::verdictOf(const Input& input) const {
 
 InputGuard::Verdict InputGuard::verdictOfKey(const Input& input) const {
   const double pause = input.came - lastKey_;
-  if (input.followed || pause < kBetweenKeys) return Verdict::ignored;
+  if (input.followed || pause < limits_.betweenKeys) return Verdict::ignored;
   const bool again = input.kind == lastKind_;
-  if (again && pause < kSlowestRepeat) return Verdict::ignored;
-  const bool asked = targets_.asks && input.came - selectionSince_ < kFirstRepeat;
+  if (again && pause < limits_.slowestRepeat) return Verdict::ignored;
+  const bool asked = targets_.asks && input.came - selectionSince_ < limits_.firstRepeat;
   if (again && asked) return Verdict::tooSoon;
-  return input.came - lastLetter_ < kStill ? Verdict::tooSoon : Verdict::counts;
+  return input.came - lastLetter_ < limits_.still ? Verdict::tooSoon : Verdict::counts;
 }
 
 }  // namespace terminal

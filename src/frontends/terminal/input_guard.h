@@ -38,6 +38,16 @@ struct Targets {
 Targets targetsOf(Size size, const MenuView& view, const MenuGeometry& geometry,
                   const AlertView* alert);
 
+/// By which a user's fingers are told from a paste and from a key that is held down, in seconds.
+struct InputLimits {
+  double betweenKeys = 0.05;    ///< between two keys that fingers press
+  double still = 0.3;           ///< for so long something has to be on screen before it is chosen
+  double slowestRepeat = 0.12;  ///< between a held key's repeats; a console's is 0.09
+  double firstRepeat = 0.75;    ///< before them; most keyboards begin to repeat by then
+  /// A paste whose end mark is lost is over when nothing has come for that long.
+  double pastePatience = 2;
+};
+
 /// Ignores keys and clicks by which the user can't have meant to choose something: pasted text,
 /// the repeats of a key that is held down, and what comes so soon after the screen changed that it
 /// was meant for something else.
@@ -49,9 +59,12 @@ Targets targetsOf(Size size, const MenuView& view, const MenuGeometry& geometry,
 /// A key that does more than move the selection counts only 50 ms or more after the key before it,
 /// and 300 ms or more after a letter, which may be part of a typed word. A key that chooses the
 /// selection counts only if the selection has not changed for 300 ms; a click, if the line under
-/// it has not. A key that is held down chooses once, and does not answer the alert that it opened.
+/// it has not. (These are InputLimits' own; a test on a real clock has others.) A key that is held
+/// down chooses once, and does not answer the alert that it opened.
 class InputGuard {
  public:
+  explicit InputGuard(const InputLimits& limits = {}) : limits_(limits) {}
+
   /// Tells the guard what is on screen from now on.
   void shown(Targets targets, double now);
 
@@ -61,9 +74,6 @@ class InputGuard {
     ignored,  ///< the repeat of a held key, or too fast for fingers
     tooSoon,  ///< perhaps meant: tell the user that it did nothing
   };
-
-  /// In seconds. A paste whose end mark is lost is over when nothing has come for that long.
-  static constexpr double kPastePatience = 2;
 
   /// Whether this input may take effect. To be called with every input, in order; `now` is when it
   /// was read.
@@ -79,6 +89,7 @@ class InputGuard {
 
   static constexpr double kNever = -std::numeric_limits<double>::infinity();
 
+  InputLimits limits_;
   Targets targets_;
   double selectionSince_ = 0;
   std::vector<double> linesSince_;

@@ -15,7 +15,7 @@ int runTerminal(Alert about, const TerminalWaits& waits) {
     std::fprintf(stderr, "vorda: %s\n", error.c_str());
     return 1;
   }
-  TerminalFrontEnd frontEnd(*screen, waits.hint);
+  TerminalFrontEnd frontEnd(*screen, waits.hint, waits.input);
   frontEnd.showFrame();
   StatusBarController controller(frontEnd, std::move(about), waits.controller);
   frontEnd.run(controller);

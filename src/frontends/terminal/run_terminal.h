@@ -9,6 +9,7 @@ namespace terminal {
 /// How long the program waits, in seconds; tests on a real clock wait less.
 struct TerminalWaits {
   double hint = TerminalFrontEnd::kHintSeconds;
+  InputLimits input = {};
   StatusBarController::Waits controller = {};
 };
 

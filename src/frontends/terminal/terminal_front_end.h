@@ -21,8 +21,9 @@ class TerminalFrontEnd : public FrontEnd {
   static constexpr double kHintSeconds = 2;  ///< that a hint stands
 
   /// `screen` outlives it.
-  explicit TerminalFrontEnd(Screen& screen, double hintSeconds = kHintSeconds)
-      : screen_(screen), hintSeconds_(hintSeconds) {}
+  explicit TerminalFrontEnd(Screen& screen, double hintSeconds = kHintSeconds,
+                            const InputLimits& inputLimits = {})
+      : screen_(screen), hintSeconds_(hintSeconds), guard_(inputLimits) {}
 
   /// Shows what there is before the menu, at once: the first look at thousands of processes takes
   /// a while.
