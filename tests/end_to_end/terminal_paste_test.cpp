@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -14,6 +15,7 @@
 namespace {
 
 using std::chrono::milliseconds;
+using terminal::InputLimits;
 
 const std::string kBegin = "\033[200~";
 const std::string kEnd = "\033[201~";
@@ -32,20 +34,35 @@ std::vector<std::string> inSingleBytes(const std::string& bytes) {
 struct PasteRow {
   const char* name;
   std::vector<std::string> pieces;
-  milliseconds pause{0};  ///< between them
+  milliseconds pause{0};                   ///< between them
+  std::optional<InputLimits> limits = {};  ///< in place of the program's own
 };
+
+/// Pauses after which the next byte is a key of its own, and after which it may choose something,
+/// unless it is pasted, with limits of a tenth; the program's own ask for 60 and 400 ms. Of letters
+/// the limit stays: on a busy machine a tenth of it may pass between any two bytes.
+///@{
+constexpr milliseconds kKeyByKey{6};
+constexpr milliseconds kLineByLine{40};
+const InputLimits kTenth{.betweenKeys = 0.005, .still = 0.03, .slowestRepeat = 0.012};
+const InputLimits kTenthBetweenKeys{.betweenKeys = 0.005};
+///@}
 
 class Paste : public testing::Test {
  protected:
-  Paste() : server_(playProcess({"--memory", "120"}, {"llama-server", "--model", model()})) {}
+  explicit Paste(const std::optional<InputLimits>& limits = {})
+      : server_(playProcess({"--memory", "120"}, {"llama-server", "--model", model()})),
+        terminal_(optionsFor(limits)) {}
 
   static std::string name() { return "paste" + std::to_string(getpid()); }
   static std::string model() { return "/models/" + name() + ".gguf"; }
 
   void send(const PasteRow& row) {
+    constexpr milliseconds kAloneAfter{60};  // the bytes of one key come sooner
     for (const std::string& piece : row.pieces) {
       terminal_.send(piece);
-      std::this_thread::sleep_for(row.pause);
+      const bool isAlone = piece == kEscape && row.pause > milliseconds(0);
+      std::this_thread::sleep_for(isAlone ? kAloneAfter : row.pause);
     }
     terminal_.settle();
   }
@@ -60,9 +77,18 @@ class Paste : public testing::Test {
 
   ChildProcess server_;
   TerminalSession terminal_;
+
+ private:
+  static TerminalSession::Options optionsFor(const std::optional<InputLimits>& limits) {
+    if (!limits) return {};
+    return {.waits = terminal::TerminalWaits{.input = *limits}};
+  }
 };
 
-class BracketedPaste : public Paste, public testing::WithParamInterface<PasteRow> {};
+class BracketedPaste : public Paste, public testing::WithParamInterface<PasteRow> {
+ protected:
+  BracketedPaste() : Paste(GetParam().limits) {}
+};
 
 TEST_P(BracketedPaste, ChoosesNothing) {
   ASSERT_TRUE(terminal_.walkTo(name()));
@@ -74,27 +100,36 @@ TEST_P(BracketedPaste, ChoosesNothing) {
 
 INSTANTIATE_TEST_SUITE_P(
     Table, BracketedPaste,
-    testing::Values(
-        PasteRow{"AtOnce", {kBegin + kLines + kEnd}},
-        PasteRow{"InSingleBytes", inSingleBytes(kBegin + kLines + kEnd), milliseconds(60)},
-        PasteRow{"InLines", {kBegin + "a\r", "b\r", "c\r", kEnd}, milliseconds(400)},
-        PasteRow{"WithAWordAsLongAsTheProgramsInput", {kBegin + std::string(3000, 'x') + kEnd}},
-        PasteRow{"EndWithoutABegin", {kEnd}}, PasteRow{"EmptyPaste", {kBegin + kEnd}}),
+    testing::Values(PasteRow{"AtOnce", {kBegin + kLines + kEnd}},
+                    PasteRow{"InSingleBytes", inSingleBytes(kBegin + kLines + kEnd), kKeyByKey,
+                             kTenthBetweenKeys},
+                    PasteRow{"InLines", {kBegin + "a\r", "b\r", "c\r", kEnd}, kLineByLine, kTenth},
+                    PasteRow{"WithAWordAsLongAsTheProgramsInput",
+                             {kBegin + std::string(3000, 'x') + kEnd}},
+                    PasteRow{"EndWithoutABegin", {kEnd}}, PasteRow{"EmptyPaste", {kBegin + kEnd}}),
     rowName<PasteRow>);
 
-TEST_F(Paste, ThatIsChosenInASubmenuChoosesNothingThere) {
+class QuickPaste : public Paste {
+ protected:
+  QuickPaste() : Paste(kTenth) {}
+};
+
+TEST_F(QuickPaste, ThatIsChosenInASubmenuChoosesNothingThere) {
   ASSERT_TRUE(terminal_.walkTo(name()));
   terminal_.releaseKey();
   ASSERT_TRUE(terminal_.press("\r", "Full details"));
   ASSERT_TRUE(terminal_.walkTo("Force Quit (", true));
   terminal_.releaseKey();
-  send({"", {kBegin + "\r", "\r", "\r" + kEnd}, milliseconds(400)});
+  send({"", {kBegin + "\r", "\r", "\r" + kEnd}, kLineByLine});
   EXPECT_TRUE(server_.runs());
   EXPECT_EQ(terminal_.screen().find("This cannot be undone.").x, -1);
 }
 
 /// From a terminal that does not put it in brackets.
-class PlainPaste : public Paste, public testing::WithParamInterface<PasteRow> {};
+class PlainPaste : public Paste, public testing::WithParamInterface<PasteRow> {
+ protected:
+  PlainPaste() : Paste(GetParam().limits) {}
+};
 
 TEST_P(PlainPaste, EndsNothing) {
   ASSERT_TRUE(terminal_.walkTo(name()));
@@ -111,28 +146,27 @@ TEST_P(PlainPaste, EndsNothing) {
 
 INSTANTIATE_TEST_SUITE_P(
     Table, PlainPaste,
-    testing::Values(PasteRow{"AtOnce", {kLines}}, PasteRow{"InSingleBytes", inSingleBytes(kLines)},
-                    PasteRow{"SlowlyInSingleBytes", inSingleBytes(kLines), milliseconds(60)},
-                    PasteRow{"EntersAtOnce", {std::string(40, '\r')}},
-                    PasteRow{"EntersInSingleBytes", inSingleBytes(std::string(40, '\r'))},
-                    PasteRow{"EntersSlowly", inSingleBytes(std::string(40, '\r')),
-                             milliseconds(60)}),
+    testing::Values(
+        PasteRow{"AtOnce", {kLines}}, PasteRow{"InSingleBytes", inSingleBytes(kLines)},
+        PasteRow{"SlowlyInSingleBytes", inSingleBytes(kLines), kKeyByKey, kTenthBetweenKeys},
+        PasteRow{"EntersAtOnce", {std::string(40, '\r')}},
+        PasteRow{"EntersInSingleBytes", inSingleBytes(std::string(40, '\r'))},
+        PasteRow{"EntersSlowly", inSingleBytes(std::string(40, '\r')), kKeyByKey, kTenth}),
     rowName<PasteRow>);
 
-TEST_F(Paste, WithoutAnEndIsOverAfterAWhile) {
+class QuicklyLostPaste : public Paste {
+ protected:
+  /// Less than a key takes to be released.
+  QuicklyLostPaste() : Paste(InputLimits{.pastePatience = 0.3}) {}
+};
+
+TEST_F(QuicklyLostPaste, WithoutAnEndIsOverAfterAWhile) {
   ASSERT_TRUE(terminal_.walkTo(name()));
   terminal_.releaseKey();
   terminal_.send(kBegin + kLines);
   terminal_.settle();
   expectNothingChosen();
-  const auto isAnswered = [&] { return terminal_.screen().find("This list").x >= 0; };
-  // A key that comes too soon is part of the paste, and begins its time anew.
-  EXPECT_TRUE(terminal_.waitUntil([&] {
-    for (int i = 0; i < 6 && !isAnswered(); ++i) terminal_.releaseKey();
-    if (!isAnswered()) terminal_.send("?");
-    terminal_.settle();
-    return isAnswered();
-  }));
+  EXPECT_TRUE(terminal_.press("?", "This list"));
 }
 
 TEST_F(Paste, WithoutAnEndDoesNotStopTheProgram) {

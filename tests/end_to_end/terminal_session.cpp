@@ -57,6 +57,16 @@ void handleSignalsAsUsual() {
   sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
+[[noreturn]] void runWith(const terminal::TerminalWaits& waits) {
+  const auto& [hint, input, controller] = waits;
+  const auto text = [](double seconds) { return std::to_string(seconds); };
+  execl(WAITING_PROGRAM, WAITING_PROGRAM, text(hint).c_str(), text(input.betweenKeys).c_str(),
+        text(input.still).c_str(), text(input.slowestRepeat).c_str(),
+        text(input.firstRepeat).c_str(), text(input.pastePatience).c_str(),
+        text(controller.refresh).c_str(), text(controller.quit).c_str(), nullptr);
+  _exit(127);
+}
+
 [[noreturn]] void runProgram(const TerminalSession::Options& options) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   setpgid(0, 0);
@@ -64,12 +74,7 @@ void handleSignalsAsUsual() {
   handleSignalsAsUsual();
   becomeUser(options.user);
   if (options.prepare && !options.prepare()) _exit(126);
-  if (options.waits) {
-    const auto& [hint, controller] = *options.waits;
-    execl(WAITING_PROGRAM, WAITING_PROGRAM, std::to_string(hint).c_str(),
-          std::to_string(controller.refresh).c_str(), std::to_string(controller.quit).c_str(),
-          nullptr);
-  }
+  if (options.waits) runWith(*options.waits);
   const char* const program = options.program.empty() ? VORDA : options.program.c_str();
   execl(program, program, nullptr);
   _exit(127);
