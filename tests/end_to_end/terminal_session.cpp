@@ -19,6 +19,8 @@
 #include <cstdlib>
 #include <initializer_list>
 
+#include "tools/eventually.h"
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -208,12 +210,7 @@ bool TerminalSession::read(int milliseconds) {
 }
 
 bool TerminalSession::waitUntil(const std::function<bool()>& isSo) {
-  const auto deadline = Clock::now() + kPatience;
-  while (!isSo()) {
-    if (Clock::now() > deadline) return isSo();
-    read(kMoment);
-  }
-  return true;
+  return eventually(isSo, [this] { read(kMoment); });
 }
 
 bool TerminalSession::waitFor(const std::string& text) {

@@ -19,6 +19,7 @@
 #include "platform/processes.h"
 #include "scanner/repeated_scan.h"
 #include "tools/child_process.h"
+#include "tools/eventually.h"
 #include "tools/temp_folder.h"
 #include "ui/status_bar_controller.h"
 
@@ -107,12 +108,8 @@ TEST_F(RealFamilies, AreFoundAndKnowWhoHasEnded) {
 /// Waits until it has ended, a minute at most. Where NVIDIA's driver is installed, the program that
 /// asks it is a child, too: this waits for one alone.
 bool isReaped(pid_t child) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-  while (waitpid(child, nullptr, WNOHANG) == 0) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  }
-  return true;
+  return eventually([child] { return waitpid(child, nullptr, WNOHANG) != 0; },
+                    std::chrono::milliseconds(1));
 }
 
 /// The engine's row as the menu shows it.

@@ -11,10 +11,13 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstddef>
 #include <iterator>
 #include <new>
 #include <utility>
+
+#include "tools/eventually.h"
 
 namespace {
 
@@ -41,13 +44,7 @@ int installFilter(const std::vector<long>& calls) {
   return listener < 0 ? kImpossible : listener;
 }
 
-/// Waits for a minute at the most.
-template <typename IsSo>
-bool eventually(IsSo isSo) {
-  constexpr int kPatience = 60'000;  // milliseconds
-  for (int i = 0; i < kPatience && !isSo(); ++i) usleep(1000);
-  return isSo();
-}
+constexpr std::chrono::milliseconds kPause{1};
 
 }  // namespace
 
@@ -84,14 +81,15 @@ bool CallGate::prepare() {
   if (handshake_ == nullptr) return false;
   const int listener = installFilter(calls_);
   handshake_->listener = listener;
-  if (listener < 0 || !eventually([this] { return handshake_->isKept.load(); })) return false;
+  if (listener < 0 || !eventually([this] { return handshake_->isKept.load(); }, kPause))
+    return false;
   close(listener);
   return true;
 }
 
 bool CallGate::attach(pid_t program) {
   if (handshake_ == nullptr) return false;
-  if (!eventually([this] { return handshake_->listener != kNotYet; })) return false;
+  if (!eventually([this] { return handshake_->listener != kNotYet; }, kPause)) return false;
   if (handshake_->listener == kImpossible) return false;
   const int pidfd = static_cast<int>(syscall(SYS_pidfd_open, program, 0U));
   listener_ = static_cast<int>(syscall(SYS_pidfd_getfd, pidfd, handshake_->listener.load(), 0U));

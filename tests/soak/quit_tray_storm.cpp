@@ -2,7 +2,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <string>
 #include <thread>
 #include <utility>
@@ -11,6 +10,7 @@
 #include "frontends/qt/desktop/desktop.h"
 #include "frontends/qt/desktop/tray_host.h"
 #include "soak/quit_storm.h"
+#include "tools/eventually.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ class TrayMenu : public QuitMenu {
 
   bool list(const PidRelay::Names& names) override {
     row_.reset();
-    EXPECT_TRUE(eventually([&] { return lookAt(names); }));
+    EXPECT_TRUE(becomesSo([&] { return lookAt(names); }));
     return row_.has_value();
   }
 
@@ -52,14 +52,14 @@ class TrayMenu : public QuitMenu {
       if (item.label.starts_with(label)) chosen_ = item;
     }
     host_->click(chosen_);
-    EXPECT_TRUE(eventually([&] { return !isListed() || (way == Way::forceQuit && asks()); }));
+    EXPECT_TRUE(becomesSo([&] { return !isListed() || (way == Way::forceQuit && asks()); }));
     letItComeRound();
     return way == Way::forceQuit && asks();
   }
 
   void answerYes() override {
     desktop_.press({"Return"});
-    EXPECT_TRUE(eventually([this] { return !isListed(); }));
+    EXPECT_TRUE(becomesSo([this] { return !isListed(); }));
     letItComeRound();
   }
 
@@ -92,12 +92,8 @@ class TrayMenu : public QuitMenu {
 
   /// Without a pause: what is asked takes the program a while.
   template <typename IsSo>
-  static bool eventually(IsSo isSo) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-    while (!isSo()) {
-      if (std::chrono::steady_clock::now() > deadline) return false;
-    }
-    return true;
+  static bool becomesSo(IsSo isSo) {
+    return eventually(isSo, [] {});
   }
 
   Desktop desktop_;

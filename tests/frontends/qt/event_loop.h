@@ -1,19 +1,15 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <functional>
 
+#include "tools/eventually.h"
+
 /// Runs the event loop until `done` is true; false when it has not become so in a minute.
 inline bool eventually(const std::function<bool()>& done) {
-  const QDeadlineTimer patience(60000);
   QEventLoop loop;
-  while (!done()) {
-    if (patience.hasExpired()) return false;
-    loop.processEvents(QEventLoop::AllEvents, 20);
-  }
-  return true;
+  return eventually(done, [&loop] { loop.processEvents(QEventLoop::AllEvents, 20); });
 }
 
 /// Works off what is waiting, deletions too.

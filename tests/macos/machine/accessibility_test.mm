@@ -13,6 +13,7 @@
 #include <string>
 
 #include "macos/machine/sleeper.h"
+#include "tools/eventually.h"
 
 extern char** environ;  // NOLINT(readability-redundant-declaration): a Mac's headers lack it
 
@@ -20,16 +21,8 @@ namespace {
 
 using testing::HasSubstr;
 
-/// Whether this becomes so within a minute.
-bool eventually(const std::function<bool()>& probe) {
-  constexpr std::chrono::minutes kPatience{1};
-  constexpr useconds_t kPause = 100'000;
-  const auto end = std::chrono::steady_clock::now() + kPatience;
-  while (!probe()) {
-    if (std::chrono::steady_clock::now() > end) return false;
-    usleep(kPause);
-  }
-  return true;
+bool becomesSo(const std::function<bool()>& probe) {
+  return eventually(probe, std::chrono::milliseconds(100));
 }
 
 // Elements of accessibility are objects of CoreFoundation, and so of Objective-C.
@@ -96,7 +89,7 @@ class Accessibility : public testing::Test {
     char* arguments[] = {path.data(), nullptr};
     ASSERT_EQ(posix_spawn(&program_, path.c_str(), nullptr, nullptr, arguments, environ), 0);
     application = [(id)AXUIElementCreateApplication(program_) autorelease];
-    ASSERT_TRUE(eventually([this] {
+    ASSERT_TRUE(becomesSo([this] {
       extra = [childrenOf(attributeOf(application, @"AXExtrasMenuBar")) firstObject];
       return extra != nil;
     })) << "the menu bar has no item of the program's";
@@ -105,7 +98,7 @@ class Accessibility : public testing::Test {
   /// Opens the menu of the program's menu bar item.
   void openMenu() {
     press(extra);
-    ASSERT_TRUE(eventually([this] {
+    ASSERT_TRUE(becomesSo([this] {
       menu = [childrenOf(extra) firstObject];
       return [childrenOf(menu) count] > 0;
     })) << "no menu opens";
@@ -133,7 +126,7 @@ class Accessibility : public testing::Test {
   /// The alert that is open and says this, once it is there; nil when none comes.
   id alertThatSays(const std::string& words) const {
     id alert = nil;
-    eventually([&] {
+    becomesSo([&] {
       for (id window in static_cast<NSArray*>(attributeOf(application, @"AXWindows"))) {
         const auto saysIt = [&](id below) {
           return wordsOf(below).find(words) != std::string::npos;
@@ -152,7 +145,7 @@ class Accessibility : public testing::Test {
   }
 
   bool programEnds() {
-    return eventually([this] {
+    return becomesSo([this] {
       int status = 0;
       if (waitpid(program_, &status, WNOHANG) != program_) return false;
       program_ = -1;
@@ -194,7 +187,7 @@ TEST_F(Accessibility, ForceQuitEndsTheChosenProcess) {
   EXPECT_NE(buttonIn(alert, "Cancel"), nil);
   press(buttonIn(alert, "Force Quit"));
   int signal = 0;
-  EXPECT_TRUE(eventually([&] { return (signal = sleeper.reapIfEnded()) != 0; }));
+  EXPECT_TRUE(becomesSo([&] { return (signal = sleeper.reapIfEnded()) != 0; }));
   EXPECT_EQ(signal, SIGKILL);
 }
 

@@ -4,12 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 
 #include "frontends/qt/desktop/tray_host.h"
 #include "tools/background_program.h"
+#include "tools/eventually.h"
 #include "tools/temp_folder.h"
 
 namespace {
@@ -80,9 +81,7 @@ class WatchedAppearance : public testing::Test {
   }
 
   bool eventually(const std::function<bool()>& done) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    while (!done()) {
-      if (std::chrono::steady_clock::now() > deadline) return false;
+    return ::eventually(done, [this] {
       while (sd_bus_process(asking_.get(), nullptr) > 0) {
       }
       if (portal_) {
@@ -90,8 +89,7 @@ class WatchedAppearance : public testing::Test {
         }
       }
       sd_bus_wait(asking_.get(), 1000);
-    }
-    return true;
+    });
   }
 
   TempFolder folder_;

@@ -5,7 +5,8 @@
 #include <chrono>
 #include <csignal>
 #include <fstream>
-#include <thread>
+
+#include "tools/eventually.h"
 
 namespace {
 
@@ -77,12 +78,7 @@ bool Desktop::showsWindows(int count, const std::string& title) const {
 }
 
 bool Desktop::eventuallyShowsWindows(int count, const std::string& title) const {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-  while (!showsWindows(count, title)) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  }
-  return true;
+  return eventually([&] { return showsWindows(count, title); }, std::chrono::milliseconds(20));
 }
 
 void Desktop::clickInto(const std::string& title) const {

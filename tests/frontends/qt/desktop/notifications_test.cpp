@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -13,6 +12,7 @@
 #include "frontends/qt/desktop/notification_daemon.h"
 #include "frontends/qt/desktop/tray_host.h"
 #include "tools/background_program.h"
+#include "tools/eventually.h"
 #include "tools/temp_folder.h"
 
 namespace {
@@ -37,15 +37,12 @@ class ShownNotifications : public testing::Test {
   }
 
   bool eventually(const std::function<bool()>& done) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    while (!done()) {
-      if (std::chrono::steady_clock::now() > deadline) return false;
+    return ::eventually(done, [this] {
       while (sd_bus_process(ours_.get(), nullptr) > 0) {
       }
       daemon_->process();
       sd_bus_wait(ours_.get(), 1000);
-    }
-    return true;
+    });
   }
 
   /// Clicks it, and waits until that is heard; so is all that the daemon said before.

@@ -5,6 +5,8 @@
 #include <cerrno>
 #include <chrono>
 
+#include "tools/eventually.h"
+
 namespace {
 
 constexpr const char* kWatcher = "org.kde.StatusNotifierWatcher";
@@ -99,14 +101,11 @@ void TrayHost::setHostRegistered(bool registered) {
 }
 
 bool TrayHost::eventually(const std::function<bool()>& done, std::chrono::microseconds moment) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-  while (!done()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
+  return ::eventually(done, [this, moment] {
     while (sd_bus_process(bus_.get(), nullptr) > 0) {
     }
     sd_bus_wait(bus_.get(), static_cast<std::uint64_t>(moment.count()));
-  }
-  return true;
+  });
 }
 
 void TrayHost::pumpFor(double seconds) {
