@@ -15,6 +15,7 @@ using platform::GpuDevice;
 using platform::GpuUse;
 using platform::parseGpuAnswer;
 using testing::ElementsAre;
+using testing::Field;
 using testing::IsEmpty;
 
 TEST(GpuAnswerOf, TellsCardsAndWhoHoldsThem) {
@@ -33,8 +34,11 @@ TEST(GpuAnswerOf, TellsCardsAndWhoHoldsThem) {
 }
 
 TEST(GpuAnswerOf, TellsWhyThereIsNone) {
-  EXPECT_EQ(parseGpuAnswer("error 9\nend\n")->error, 9);
-  EXPECT_EQ(parseGpuAnswer("error -1\nend\n")->error, -1);
+  for (const int error : {9, -1}) {
+    const auto answer = parseGpuAnswer("error " + std::to_string(error) + "\nend\n");
+    ASSERT_TRUE(answer) << error;
+    EXPECT_EQ(answer->error, error);
+  }
 }
 
 TEST(GpuAnswerOf, MayBeThatThereIsNoCard) {
@@ -44,11 +48,15 @@ TEST(GpuAnswerOf, MayBeThatThereIsNoCard) {
 }
 
 TEST(GpuAnswerOf, HasNoMoreUsedThanThereIs) {
-  EXPECT_EQ(parseGpuAnswer("card a 10 11 \nend\n")->devices.front().capacity->usedBytes, 10);
+  const auto answer = parseGpuAnswer("card a 10 11 \nend\n");
+  ASSERT_TRUE(answer);
+  EXPECT_THAT(answer->devices, ElementsAre(GpuDevice{"a", "", platform::GpuCapacity{10, 10}}));
 }
 
 TEST(GpuAnswerOf, HasNamesThatAreText) {
-  EXPECT_EQ(parseGpuAnswer("card a 10 1 \xFFx\nend\n")->devices.front().name, "\uFFFDx");
+  const auto answer = parseGpuAnswer("card a 10 1 \xFFx\nend\n");
+  ASSERT_TRUE(answer);
+  EXPECT_THAT(answer->devices, ElementsAre(Field(&GpuDevice::name, "\uFFFDx")));
 }
 
 struct LineRow {
@@ -148,7 +156,7 @@ TEST(GpuAnswerOf, IsWhatWasWritten) {
 TEST(GpuAnswerOf, ANameMakesNoLineOfItsOwn) {
   const auto answer = parseGpuAnswer(platform::cardLine({.id = "a", .name = "x\nend"}) + "end\n");
   ASSERT_TRUE(answer);
-  EXPECT_EQ(answer->devices.front().name, "x end");
+  EXPECT_THAT(answer->devices, ElementsAre(Field(&GpuDevice::name, "x end")));
 }
 
 }  // namespace

@@ -15,7 +15,10 @@
 
 namespace {
 
+using testing::Each;
+using testing::Field;
 using testing::IsEmpty;
+using testing::StartsWith;
 using testing::UnorderedElementsAre;
 
 using platform::readModelManifests;
@@ -47,7 +50,8 @@ TEST(ModelManifests, AreReadBelowTheirFolder) {
   EXPECT_THAT(pathsIn(folder, platform::ownUid()),
               UnorderedElementsAre("registry.ollama.ai/library/llama3.1/8b",
                                    "hf.co/someone/a-GGUF/Q4_K_M"));
-  EXPECT_EQ(manifestsIn(folder.path().string(), platform::ownUid())[0].text.front(), '{');
+  EXPECT_THAT(manifestsIn(folder.path().string(), platform::ownUid()),
+              Each(Field(&platform::ModelManifest::text, StartsWith("{"))));
 }
 
 TEST(ModelManifests, AreSmallRegularFilesOfTheOwnerOrRoot) {

@@ -42,6 +42,14 @@ class ControllerTest : public testing::Test {
   }
   void closeMenu() { controller().menuDidClose(); }
 
+  /// The alert that was shown last.
+  const Alert& lastAlert() const {
+    static const Alert kNone;
+    if (!frontEnd_.alerts.empty()) return frontEnd_.alerts.back();
+    ADD_FAILURE() << "no alert was shown";
+    return kNone;
+  }
+
   /// From now on order() tells of each alert and each closing of the menu, with how often the
   /// machine had been sampled and the menu built by then.
   void noteOrder() {

@@ -156,7 +156,7 @@ TEST_F(FamiliesInMenu, AtMostThirtyMembersAreShown) {
   for (std::int32_t pid = 100; pid < 140; ++pid) addMember(pid, 11, {"helper"}, 3);
   start();
   const auto& members = *entry(row(11), Action::openRow).opens;
-  EXPECT_EQ(members.size(), 31U);
+  ASSERT_EQ(members.size(), 31U);
   EXPECT_EQ(members.back().title, "and 13 more");
   EXPECT_FALSE(members.back().enabled);
 }
@@ -176,9 +176,9 @@ TEST_F(FamiliesInMenu, WhoWasLeftBehindSaysSo) {
   const std::string line = "Left behind: pid 10, which started it, has ended";
   EXPECT_TRUE(row(11).isLeftBehind);
   EXPECT_THAT(row(11).toolTip, HasSubstr("\n" + line));
-  EXPECT_EQ(row(11).submenu[2].title, line);
+  EXPECT_EQ(row(11).submenu.at(2).title, line);
   choose(11, Action::showDetails);
-  EXPECT_THAT(frontEnd_.alerts.back().informativeText, HasSubstr("\n" + line + "\n"));
+  EXPECT_THAT(lastAlert().informativeText, HasSubstr("\n" + line + "\n"));
   EXPECT_FALSE(row(20).isLeftBehind);
 }
 

@@ -138,7 +138,7 @@ TEST_F(GpuRows, SayItInWordsACardALine) {
   EXPECT_EQ(row(2).submenu.at(3).title, second);
   EXPECT_FALSE(row(2).submenu.at(2).enabled);
   choose(2, Action::showDetails);
-  EXPECT_THAT(frontEnd_.alerts.back().informativeText,
+  EXPECT_THAT(lastAlert().informativeText,
               HasSubstr("\nOwner: ada\n" + first + "\n" + second + "\n\nCommand:\n"));
 }
 

@@ -37,6 +37,7 @@ class LaunchAgentActions : public ControllerTest {
 
 TEST_F(LaunchAgentActions, UnloadAsksThenStopsAndSamples) {
   start();
+  ASSERT_FALSE(controller().launchAgents().empty());
   const VordaLaunchAgent launchAgent = controller().launchAgents().front();
   frontEnd_.whileAlertIsOpen = [](const Alert&) { EXPECT_THAT(machine().serviceCalls, IsEmpty()); };
   unload();
@@ -119,6 +120,7 @@ TEST_F(LaunchAgentActions, AProcessUnloadsItsLaunchAgentByLabel) {
   machine().processes = {{.pid = 7, .arguments = {"/usr/bin/blender"}, .footprintMB = 700}};
   machine().loadedLaunchAgents["hermes"] = 7;
   start();
+  ASSERT_FALSE(controller().launchAgents().empty());
   const VordaLaunchAgent launchAgent = controller().launchAgents().front();
   choose(7, Action::unloadByLabel);
   EXPECT_THAT(frontEnd_.alerts, ElementsAre(Alerts::unload(launchAgent)));
@@ -268,7 +270,7 @@ TEST_F(SlowLaunchAgentActions, TheOutcomeWaitsForTheMenuToClose) {
   closeMenu();
   EXPECT_THAT(titles(), testing::Not(testing::Contains(testing::HasSubstr("stopping…"))));
   frontEnd_.advance(kLook);
-  EXPECT_EQ(frontEnd_.alerts.back(), Alerts::notice("Failed", "Failed to unload hermes"));
+  EXPECT_EQ(lastAlert(), Alerts::notice("Failed", "Failed to unload hermes"));
 }
 
 TEST_F(SlowLaunchAgentActions, TheOutcomeWaitsForAnAlertToClose) {

@@ -23,7 +23,7 @@ class MappedInMenu : public ControllerTest {
   const std::string& details(std::int32_t pid) {
     frontEnd_.whileAlertIsOpen = [this](const Alert&) { frontEnd_.advance(2); };
     choose(pid, Action::showDetails);
-    return frontEnd_.alerts.back().informativeText;
+    return lastAlert().informativeText;
   }
 };
 
@@ -33,8 +33,8 @@ TEST_F(MappedInMenu, RowTooltipSubmenuAndDetailsTell) {
   EXPECT_THAT(row(7).title, EndsWith("  ·   120 MB  ·  +1.5 GB mapped"));
   EXPECT_THAT(row(7).toolTip,
               EndsWith("\nMapped: 1.5 GB, not counted above: others may use the same"));
-  EXPECT_EQ(row(7).submenu[2].title, "Mapped: 1.5 GB");
-  EXPECT_FALSE(row(7).submenu[2].enabled);
+  EXPECT_EQ(row(7).submenu.at(2).title, "Mapped: 1.5 GB");
+  EXPECT_FALSE(row(7).submenu.at(2).enabled);
   EXPECT_THAT(details(7), HasSubstr("\nMapped: 1.5 GB, not counted above: others may use the same"
                                     "\n  a.gguf  ·  1.5 GB\nIts fair share: 512 MB\n"));
 }
@@ -43,7 +43,7 @@ TEST_F(MappedInMenu, AnOrdinaryRowTellsOnlyInside) {
   machine().find(8)->sharedMB = 1024;
   start();
   EXPECT_EQ(row(8).title, "gimp  ·   300 MB");
-  EXPECT_EQ(row(8).submenu[2].title, "Shared: 1.0 GB");
+  EXPECT_EQ(row(8).submenu.at(2).title, "Shared: 1.0 GB");
 }
 
 TEST_F(MappedInMenu, WhatHasNoneIsAsItWas) {
@@ -67,7 +67,7 @@ TEST_F(MappedInMenu, DetailsOpenAtOnceAndFillIn) {
     EXPECT_EQ(frontEnd_.alertChanges, 1);
   };
   choose(7, Action::showDetails);
-  EXPECT_THAT(frontEnd_.alerts.back().informativeText, HasSubstr("\nIts fair share: 512 MB\n"));
+  EXPECT_THAT(lastAlert().informativeText, HasSubstr("\nIts fair share: 512 MB\n"));
   frontEnd_.advance(5);
   EXPECT_EQ(frontEnd_.alertChanges, 1);
 }

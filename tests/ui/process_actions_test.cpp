@@ -171,6 +171,7 @@ TEST_F(ProcessActions, AProcessThatEndedAfterAFailureGoesAtOnce) {
 TEST_F(ProcessActions, ForceQuitAsksFirst) {
   start();
   frontEnd_.whileAlertIsOpen = [](const Alert&) { EXPECT_THAT(machine().signals, IsEmpty()); };
+  ASSERT_FALSE(controller().processes().empty());
   const Alert question = Alerts::forceQuit(controller().processes().front());
   choose(7, Action::forceProcess);
   EXPECT_THAT(frontEnd_.alerts, ElementsAre(question));
@@ -218,6 +219,7 @@ TEST_F(ProcessActions, ForceQuitThatFailsIsExplained) {
 
 TEST_F(ProcessActions, ForceQuitOfAProtectedProcessIsRefusedWithoutAQuestion) {
   start();
+  ASSERT_FALSE(controller().processes().empty());
   VordaProcess process = controller().processes().front();
   process.isProtected = true;
   process.ownerName = "root";
@@ -316,6 +318,7 @@ TEST_F(ProcessActions, RemoveTheProcessAlsoWhenTheMenuIsClosedAtOnce) {
 
 TEST_F(ProcessActions, DetailsTellOfTheProcessAsItWasInTheMenu) {
   start();
+  ASSERT_FALSE(controller().processes().empty());
   const VordaProcess process = controller().processes().front();
   machine().find(7)->footprintMB = 9000;
   choose(7, Action::showDetails);

@@ -19,9 +19,9 @@ TEST_F(ProcessSubmenu, OffersQuitAndForceQuit) {
   EXPECT_THAT(submenuTitles(), ElementsAre("1.50 GB · pid 77", "Ollama", "---", "Quit",
                                            "Force Quit ( 1.5 GB)", "Full details…"));
   const auto entries = submenu();
-  EXPECT_FALSE(entries[0].enabled);
-  EXPECT_FALSE(entries[1].enabled);
-  for (std::size_t i = 3; i < 6; ++i) EXPECT_TRUE(entries[i].enabled) << i;
+  EXPECT_FALSE(entries.at(0).enabled);
+  EXPECT_FALSE(entries.at(1).enabled);
+  for (std::size_t i = 3; i < 6; ++i) EXPECT_TRUE(entries.at(i).enabled) << i;
   EXPECT_EQ(entries[3].action, Action::quitProcess);
   EXPECT_EQ(entries[3].representedObject, RepresentedObject(std::int32_t{77}));
   EXPECT_EQ(entries[4].action, Action::forceProcess);

@@ -31,6 +31,11 @@ Titles shown(const std::vector<MenuItem>& items) {
   return result;
 }
 
+/// 0 for an item of no process.
+std::int32_t pidOf(const MenuItem& item) {
+  return item.process ? item.process->pid : 0;
+}
+
 /// On the scripted machine, from the controller's own menu.
 class ShortMenuTest : public ControllerTest {
  protected:
@@ -39,7 +44,7 @@ class ShortMenuTest : public ControllerTest {
     made_ = ShortMenu::of(menu());
     return made_;
   }
-  /// A copy: the next short menu takes the place of this one.
+  /// A copy: the next short menu takes the place of this one. An empty item where there is none.
   MenuItem itemBeginning(const std::string& beginning) {
     const std::vector<MenuItem>& items = shortMenu().items;
     const auto found = std::find_if(items.begin(), items.end(), [&](const MenuItem& item) {
@@ -47,7 +52,7 @@ class ShortMenuTest : public ControllerTest {
     });
     if (found != items.end()) return *found;
     ADD_FAILURE() << beginning;
-    return items.front();
+    return {};
   }
 
   /// `count` model servers with pids from 1.
@@ -103,14 +108,17 @@ TEST_F(ShortMenuTest, ItsRowsKeepTheirDotsAndOpenAMenuOfTheirOwn) {
   EXPECT_EQ(row->action, Action::openRow);
   EXPECT_TRUE(row->enabled);
   EXPECT_TRUE(row->dot);
-  const MenuItem inSection = itemBeginning("Model servers").submenu.front();
-  EXPECT_EQ(inSection.action, Action::openRow);
-  EXPECT_EQ(inSection.dot, row->dot);
+  const MenuItem section = itemBeginning("Model servers");
+  ASSERT_FALSE(section.submenu.empty());
+  EXPECT_EQ(section.submenu.front().action, Action::openRow);
+  EXPECT_EQ(section.submenu.front().dot, row->dot);
 }
 
 TEST_F(ShortMenuTest, AServicesRowOpensAMenuOfItsOwnToo) {
   addLaunchAgent("gateway", "", true);
-  const MenuItem row = itemBeginning("Auto-start agents").submenu.front();
+  const MenuItem section = itemBeginning("Auto-start agents");
+  ASSERT_FALSE(section.submenu.empty());
+  const MenuItem& row = section.submenu.front();
   EXPECT_EQ(row.action, Action::openRow);
   EXPECT_THAT(shown(ShortMenu::ofRow(row).items),
               ElementsAre(HasSubstr("gateway"), "Stop / unload"));
@@ -119,8 +127,8 @@ TEST_F(ShortMenuTest, AServicesRowOpensAMenuOfItsOwnToo) {
 TEST_F(ShortMenuTest, SectionOfEightRowsShowsThemAll) {
   addServers(8);
   const MenuItem section = itemBeginning("Model servers");
-  EXPECT_EQ(section.submenu.size(), 8U);
-  EXPECT_EQ(section.submenu.back().process->pid, 8);
+  ASSERT_EQ(section.submenu.size(), 8U);
+  EXPECT_EQ(pidOf(section.submenu.back()), 8);
 }
 
 TEST_F(ShortMenuTest, SectionOfMoreRowsSaysWhereTheyAre) {
@@ -128,7 +136,7 @@ TEST_F(ShortMenuTest, SectionOfMoreRowsSaysWhereTheyAre) {
   const MenuItem section = itemBeginning("Model servers");
   EXPECT_EQ(section.title, "Model servers  9  ·  8.7 GB");
   ASSERT_EQ(section.submenu.size(), 8U);
-  EXPECT_EQ(section.submenu[6].process->pid, 7);
+  EXPECT_EQ(pidOf(section.submenu[6]), 7);
   EXPECT_EQ(section.submenu[7].title, "More in Vorda…");
   EXPECT_EQ(section.submenu[7].action, Action::openMenu);
 }
@@ -138,17 +146,17 @@ TEST_F(ShortMenuTest, InLittleRoomTheLargestHaveASubmenuToo) {
   addProcess(20, "firefox", 60);
   start();
   const Menu made = ShortMenu::of(menu(), ShortMenu::Room::little);
-  EXPECT_THAT(shown(made.items),
+  ASSERT_THAT(shown(made.items),
               ElementsAre("===", "Open Vorda…", HasSubstr("System  "), "---",
                           AllOf(StartsWith("> Largest "), HasSubstr("999 MB")),
                           "> Model servers  9  ·  8.7 GB", "---", "About Vorda", "Quit Vorda"));
   const std::vector<MenuItem>& largest = made.items[4].submenu;
   ASSERT_EQ(largest.size(), 5U);
-  EXPECT_EQ(largest.back().process->pid, 5);
+  EXPECT_EQ(pidOf(largest.back()), 5);
   EXPECT_EQ(largest.back().action, Action::openRow);
   const std::vector<MenuItem>& servers = made.items[5].submenu;
   ASSERT_EQ(servers.size(), 5U);
-  EXPECT_EQ(servers[3].process->pid, 4);
+  EXPECT_EQ(pidOf(servers[3]), 4);
   EXPECT_EQ(servers[4].action, Action::openMenu);
 }
 
@@ -162,7 +170,9 @@ TEST_F(ShortMenuTest, InLittleRoomTheLargestAreThereWhenNoLineNamesOne) {
 TEST_F(ShortMenuTest, TitleOfASectionStillTellsWhichPartOthersChose) {
   addProcess(1, "firefox", 700);
   start();
-  const MenuItem section = ShortMenu::of(menu(), ShortMenu::Room::little).items[4];
+  const std::vector<MenuItem> items = ShortMenu::of(menu(), ShortMenu::Room::little).items;
+  ASSERT_GT(items.size(), 4U);
+  const MenuItem& section = items[4];
   EXPECT_EQ(section.title.substr(section.name.begin, section.name.end - section.name.begin),
             "firefox");
 }
@@ -188,6 +198,7 @@ TEST_F(ShortMenuTest, ProcessThatIsCalledLikeAHeaderIsNone) {
 
 TEST_F(ShortMenuTest, ItsStripIsTheMenusOwn) {
   start();
+  ASSERT_FALSE(shortMenu().items.empty());
   EXPECT_EQ(shortMenu().items.front().strip, menu().items.front().strip);
 }
 
