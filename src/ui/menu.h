@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -92,6 +93,7 @@ struct MenuItem {
   std::string title;             ///< as it was made; shownTitle() is what the user reads
   TextSpan name;                 ///< the part of the title that somebody else chose; empty for none
   std::string toolTip;           ///< lines joined by "\n"; "" for none
+  std::size_t ownerEnd = 0;      ///< where the owner's line in it ends; 0 where it has none
   std::optional<Color> dot;      ///< the colour of the dot before the title
   Kind kind = Kind::item;        ///< what stands in the line
   bool enabled = true;           ///< false: a grey label

@@ -41,17 +41,18 @@ MenuItem processRow(const VordaProcess& process, const Words& words) {
                    mappedEnding(process));
 }
 
-std::string processToolTip(const VordaProcess& process, const Words& words,
-                           const FamilyEntries* family) {
-  std::string lines = words.name + "\n" + MemoryFormat::detail(process.memMB) + " · " +
-                      words.product + " · pid " + std::to_string(process.pid) +
-                      "\nOwner: " + words.owner + (process.isProtected ? " (protected)" : "") +
-                      "\nColor matches the pressure strip above.";
+void addToolTip(MenuItem& row, const VordaProcess& process, const Words& words,
+                const FamilyEntries* family) {
+  std::string& lines = row.toolTip;
+  lines = words.name + "\n" + MemoryFormat::detail(process.memMB) + " · " + words.product +
+          " · pid " + std::to_string(process.pid) + "\nOwner: " + words.owner +
+          (process.isProtected ? " (protected)" : "");
+  row.ownerEnd = lines.size();
+  lines += "\nColor matches the pressure strip above.";
   for (const std::string& line : gpuLines(process)) lines += "\n" + line;
   for (const std::string& line : explainedMappedLines(process)) lines += "\n" + line;
   if (const std::string line = leftBehindLine(process); !line.empty()) lines += "\n" + line;
   if (family != nullptr) lines += "\n" + family->toolTip;
-  return lines;
 }
 
 }  // namespace
@@ -64,7 +65,7 @@ MenuItem processItem(const VordaProcess& process, const std::vector<std::string>
                      const FamilyEntries* family) {
   const Words words(process);
   MenuItem item = processRow(process, words);
-  item.toolTip = processToolTip(process, words, family);
+  addToolTip(item, process, words, family);
   item.dot = ProcessColor::color(process);
   item.process = ProcessReference{process.pid, process.identity};
   item.isLeftBehind = !leftBehindLine(process).empty();

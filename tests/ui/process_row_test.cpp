@@ -84,6 +84,13 @@ TEST_F(ProcessRow, CannotForgeALineOfItsToolTip) {
   EXPECT_THAT(item().toolTip, StartsWith("x\uFFFDOwner: root\n1.50 GB"));
 }
 
+TEST_F(ProcessRow, SaysWhereInItsToolTipTheOwnersLineEnds) {
+  process_.displayName = process_.product = "Owner: root";
+  EXPECT_THAT(item().toolTip.substr(0, item().ownerEnd), EndsWith(" · pid 77\nOwner: ada"));
+  protect();
+  EXPECT_THAT(item().toolTip.substr(0, item().ownerEnd), EndsWith("\nOwner: root (protected)"));
+}
+
 TEST_F(ProcessRow, HasTheDotOfItsStripSegment) {
   EXPECT_EQ(item().dot, ProcessColor::color(process_));
   protect();

@@ -126,7 +126,6 @@ std::string lifeOf(const MenuItem& row, const MenuView& view, const Glyphs& glyp
 /// line is left out if the row shows it anyway: the full name.
 std::string joinedToolTip(const MenuItem& row, const std::string& life, int columns,
                           const Glyphs& glyphs) {
-  constexpr std::string_view kOwner = "Owner: ";
   std::string_view rest = row.toolTip;
   const std::string_view name = rest.substr(0, rest.find('\n'));
   const bool shown = row.title.find(name) != std::string::npos && name.size() < rest.size();
@@ -134,7 +133,7 @@ std::string joinedToolTip(const MenuItem& row, const std::string& life, int colu
   for (;;) {
     const std::string_view line = rest.substr(0, rest.find('\n'));
     joined += glyphs.line(line);
-    if (line.starts_with(kOwner) && line.data() != name.data()) joined += life;
+    if (row.toolTip.size() - rest.size() + line.size() == row.ownerEnd) joined += life;
     if (line.size() == rest.size()) break;
     joined += glyphs.line(" · ");
     rest.remove_prefix(line.size() + 1);
