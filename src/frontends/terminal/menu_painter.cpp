@@ -1,7 +1,6 @@
 #include "frontends/terminal/menu_painter.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,10 +12,9 @@
 #include "frontends/terminal/menu_geometry.h"
 #include "frontends/terminal/menu_view.h"
 #include "frontends/terminal/strip_painter.h"
-#include "platform/processes.h"
 #include "text/format.h"
 #include "ui/pressure_level.h"
-#include "ui/strip_text.h"
+#include "ui/row_remarks.h"
 
 namespace terminal {
 namespace {
@@ -25,43 +23,8 @@ constexpr int kLabelX = 1;
 constexpr int kTitleX = 3;  // to the right of the dot
 constexpr Style kFaint{.dim = true};
 
-std::string_view nameIn(const MenuItem& row) {
-  return std::string_view(row.title).substr(row.name.begin, row.name.end - row.name.begin);
-}
-
-/// Whether a row of another process has the same name.
-bool hasNamesake(const MenuItem& row, const MenuView& view) {
-  return row.name.begin < row.name.end && std::ranges::any_of(view.rows(), [&row](const auto& one) {
-           return one.process && one.process->pid != row.process->pid && nameIn(one) == nameIn(row);
-         });
-}
-
-/// "  [A]" for a process with a segment in the strip; before it the pid where names are alike, and
-/// after it whether it was left behind.
 std::string tagOf(const MenuItem& row, const MenuView& view) {
-  std::string mark = row.isLeftBehind ? "  left behind" : "";
-  if (!row.process) return mark;
-  const std::int32_t pid = row.process->pid;
-  std::string tag;
-  if (hasNamesake(row, view)) tag = "  pid " + std::to_string(pid);
-  if (view.strip() != nullptr) tag += segmentTag(*view.strip(), pid);
-  return tag + mark;
-}
-
-/// "for 3 h 5 min": how long a process has been running; "" when unknown.
-std::string ageOf(const MenuItem& row) {
-  constexpr std::uint64_t kNanosecondsPerMinute = 60'000'000'000;
-  const VordaProcess* const process = processOf(row);
-  const std::uint64_t now = platform::processClock();
-  if (process == nullptr || !process->startTime || *process->startTime > now) return {};
-  const std::uint64_t minutes = (now - *process->startTime) / kNanosecondsPerMinute;
-  const auto part = [](std::uint64_t count, const char* unit) {
-    return std::to_string(count) + unit;
-  };
-  constexpr std::uint64_t kDay = 1'440;
-  if (minutes < 60) return "for " + part(minutes, " min");
-  if (minutes < kDay) return "for " + part(minutes / 60, " h ") + part(minutes % 60, " min");
-  return "for " + part(minutes / kDay, " d ") + part(minutes / 60 % 24, " h");
+  return rowTag(row, view.rows(), view.strip());
 }
 
 bool isLabel(const MenuItem& item) {
@@ -117,7 +80,7 @@ void paintList(CellGrid& grid, const MenuView& view, const Box& list, const Look
 /// What else is known of the selected row's process: for how long it has been running, and where.
 std::string lifeOf(const MenuItem& row, const MenuView& view, const Glyphs& glyphs) {
   std::string life;
-  if (const std::string age = ageOf(row); !age.empty()) life += glyphs.line(" · ") + age;
+  if (const std::string age = runningTime(row); !age.empty()) life += glyphs.line(" · ") + age;
   if (!view.folder().empty()) life += glyphs.line(" · in " + view.folder());
   return life;
 }
