@@ -73,7 +73,7 @@ Alert endFamily(const ShownFamily& family, bool force);
 /// All that is known of a process; of its command line the first 800 characters, and
 /// a line that says so where there are more.
 /// `shares`: lines about memory that it shares with others.
-/// `place`: platform::placeOfProcess, "" for unknown.
+/// `place`: placeOfOthers() (process_whereabouts.h), "" for unknown.
 Alert details(const VordaProcess& process, const std::vector<std::string>& shares = {},
               const std::string& place = {});
 

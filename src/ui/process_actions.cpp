@@ -4,12 +4,12 @@
 
 #include "control/process_terminator.h"
 #include "platform/applications.h"
-#include "platform/process_place.h"
 #include "platform/processes.h"
 #include "scanner/memory_format.h"
 #include "ui/alerts.h"
 #include "ui/fair_share_inquiry.h"
 #include "ui/family_rows.h"
+#include "ui/process_whereabouts.h"
 #include "ui/status_bar_controller.h"
 #include "ui/waiting_times.h"
 
@@ -20,17 +20,6 @@ namespace {
 ProcessReference meantProcess(std::int32_t pid, const MenuItem& sender) {
   if (sender.process && sender.process->pid == pid) return *sender.process;
   return {pid, platform::processIdentity(pid)};
-}
-
-/// Where somebody else's process belongs (unit, container), for the details: with that the user can
-/// tell its owner which one is meant. "" for the user's own. It is asked before the identity is
-/// compared, so that it is never a later process's with the same pid.
-std::string placeOf(const VordaProcess& process) {
-  if (!process.isProtected) return {};
-  std::string place = platform::placeOfProcess(process.pid);
-  const bool isSame =
-      process.identity && platform::processIdentity(process.pid) == process.identity;
-  return isSame ? place : std::string();
 }
 
 bool isGone(const ProcessReference& process) {
@@ -108,7 +97,7 @@ void StatusBarController::finishQuit(std::int32_t pid, const std::string& title,
 void StatusBarController::showDetails(Sender sender) {
   const auto* process = recordIn<VordaProcess>(sender.representedObject);
   if (process == nullptr) return;
-  const std::string place = placeOf(*process);
+  const std::string place = placeOfOthers(*process);
   const std::vector<ProcessReference> members = ownMembersOf(*process);
   FairShareInquiry inquiry(frontEnd_);
   if (!process->isProtected && (process->mapped || !members.empty())) {

@@ -7,10 +7,7 @@
 #include "frontends/terminal/footer.h"
 #include "frontends/terminal/keys_help.h"
 #include "frontends/terminal/menu_painter.h"
-#include "platform/process_place.h"
-#include "platform/processes.h"
-#include "scanner/credentials/credential_mask.h"
-#include "text/display_line.h"
+#include "ui/process_whereabouts.h"
 #include "ui/row_order.h"
 
 namespace terminal {
@@ -200,20 +197,16 @@ std::optional<std::string> TerminalFrontEnd::takeCommand(const std::string& comm
   return "";
 }
 
-/// Asks for the working folder of the selected process if it is the user's own; once for each menu.
+/// Asks for the working folder of the selected process once for each menu.
 void TerminalFrontEnd::lookAtSelection() {
   const MenuItem* const row = view_.selectedRow();
   const VordaProcess* const process = row == nullptr ? nullptr : processOf(*row);
-  const auto selected = process == nullptr || process->isProtected
+  const auto selected = process == nullptr
                             ? std::nullopt
                             : std::optional(ProcessReference{process->pid, process->identity});
   if (selected == lookedAt_) return;
   lookedAt_ = selected;
-  view_.setFolder({});
-  if (!selected || !selected->identity) return;
-  const auto folder = platform::workingFolderOfProcess(selected->pid);
-  if (!folder || platform::processIdentity(selected->pid) != selected->identity) return;
-  view_.setFolder(text::displayName(CredentialMask::maskedLine(*folder)));
+  view_.setFolder(process == nullptr ? "" : folderOfOwn(*process));
 }
 
 /// The selection goes to the first of the rows that were left out.
