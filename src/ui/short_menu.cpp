@@ -147,4 +147,15 @@ Menu ofRow(const MenuItem& row) {
   return menu;
 }
 
+std::optional<Menu> ofProcess(const Menu& full, const ProcessReference& process) {
+  const auto isIt = [&process](const MenuItem& item) { return item.process == process; };
+  for (const MenuItem& item : full.items) {
+    if (isIt(item)) return ofRow(item);
+    if (item.action != Action::showMore) continue;
+    const auto row = std::ranges::find_if(item.submenu, isIt);
+    if (row != item.submenu.end()) return ofRow(*row);
+  }
+  return std::nullopt;
+}
+
 }  // namespace ShortMenu

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "ui/menu.h"
 
 /// A short form of the menu, for a host that can't scroll it and draws no dot on a row with a
@@ -23,5 +25,9 @@ Menu of(const Menu& full, Room room = Room::plenty);
 
 /// What Action::openRow opens: the row's title, then its submenu or what it `opens`.
 Menu ofRow(const MenuItem& row);
+
+/// The same of the process's row in the full menu, which may be among those that a section leaves
+/// out; none where it has no row.
+std::optional<Menu> ofProcess(const Menu& full, const ProcessReference& process);
 
 }  // namespace ShortMenu

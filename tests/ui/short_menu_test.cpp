@@ -216,4 +216,21 @@ TEST_F(ShortMenuTest, MenuOfARowSaysWhoseItIsAndHasItsSubmenu) {
   EXPECT_TRUE(std::equal(full.submenu.begin(), full.submenu.end(), own.items.begin() + 1));
 }
 
+TEST_F(ShortMenuTest, MenuOfAProcessIsThatOfItsRowEvenWhereItIsLeftOut) {
+  addServers(20);
+  start();
+  const auto menuOf = [this](std::int32_t pid) {
+    return ShortMenu::ofProcess(menu(), {pid, machine().find(pid)->identity});
+  };
+  const auto ofShown = menuOf(1);
+  ASSERT_TRUE(ofShown);
+  EXPECT_EQ(ofShown->items, ShortMenu::ofRow(row(1)).items);
+  const auto ofLeftOut = menuOf(15);
+  ASSERT_TRUE(ofLeftOut);
+  ASSERT_FALSE(ofLeftOut->items.empty());
+  EXPECT_EQ(pidOf(ofLeftOut->items.front()), 15);
+  EXPECT_FALSE(ShortMenu::ofProcess(menu(), {1, 4711})) << "a later process";
+  EXPECT_FALSE(ShortMenu::ofProcess(menu(), {21, 1}));
+}
+
 }  // namespace

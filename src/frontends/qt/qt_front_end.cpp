@@ -325,21 +325,11 @@ void QtFrontEnd::openWarned() {
       this,
       [this] {
         if (delegate_ != nullptr) delegate_->menuNeedsUpdate();
-        const auto apart = warned_ ? menuOfRow(*warned_) : nullptr;
+        auto own = warned_ ? ShortMenu::ofProcess(*menu_, *warned_) : std::nullopt;
+        const auto apart = own ? std::make_shared<const Menu>(std::move(*own)) : nullptr;
         presence_.provideWindow([this, apart](QWidget* parent, QPoint position) {
           openPopup(apart, parent, position);
         });
       },
       Qt::QueuedConnection);
-}
-
-std::shared_ptr<const Menu> QtFrontEnd::menuOfRow(const ProcessReference& process) const {
-  const auto isIt = [&process](const MenuItem& item) { return item.process == process; };
-  for (const MenuItem& item : menu_->items) {
-    if (isIt(item)) return std::make_shared<const Menu>(ShortMenu::ofRow(item));
-    const auto more = std::ranges::find_if(item.submenu, isIt);
-    const bool isCut = item.action == Action::showMore && more != item.submenu.end();
-    if (isCut) return std::make_shared<const Menu>(ShortMenu::ofRow(*more));
-  }
-  return nullptr;
 }

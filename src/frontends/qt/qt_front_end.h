@@ -83,7 +83,6 @@ class QtFrontEnd : public QObject, public FrontEnd {
   void openPopup(const std::shared_ptr<const Menu>& apart, QWidget* parent, QPoint position);
   void openInstead(const std::shared_ptr<const MenuItem>& item);
   void openWarned();
-  std::shared_ptr<const Menu> menuOfRow(const ProcessReference& process) const;
   void popupClosed();
   void choose(std::shared_ptr<const MenuItem> item);
   void reportSubmenu(const std::shared_ptr<const MenuItem>& row);
