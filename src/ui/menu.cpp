@@ -1,5 +1,9 @@
 #include "ui/menu.h"
 
+bool isSelectable(const MenuItem& item) {
+  return item.kind == MenuItem::Kind::item && item.enabled;
+}
+
 bool isHeading(const MenuItem& item) {
   return !item.enabled && item.title.starts_with("— ");
 }

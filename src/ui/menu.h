@@ -121,6 +121,9 @@ inline const std::string& shownTitle(const MenuItem& item) {
   return item.live ? item.live->title : item.title;
 }
 
+/// False for separators, grey lines and the strip.
+bool isSelectable(const MenuItem& item);
+
 /// Whether it is the grey line above a section's rows.
 bool isHeading(const MenuItem& item);
 

@@ -24,6 +24,13 @@ TEST(Heading, IsTheGreyLineAboveASection) {
   EXPECT_FALSE(isHeading({.kind = MenuItem::Kind::separator}));
 }
 
+TEST(SelectableItem, IsNoGreyLineSeparatorOrStrip) {
+  EXPECT_TRUE(isSelectable({.title = "x"}));
+  EXPECT_FALSE(isSelectable({.title = "x", .enabled = false}));
+  EXPECT_FALSE(isSelectable({.kind = MenuItem::Kind::separator}));
+  EXPECT_FALSE(isSelectable({.kind = MenuItem::Kind::strip}));
+}
+
 TEST(StripOfAMenu, IsNoneWithoutSuchAnItem) {
   EXPECT_EQ(stripOf(Menu{}), nullptr);
   EXPECT_EQ(stripOf(Menu{{MenuItem{.title = "x"}}}), nullptr);

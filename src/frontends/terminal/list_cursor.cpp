@@ -27,10 +27,6 @@ std::optional<std::size_t> selectableBefore(Items items, std::size_t end) {
 
 }  // namespace
 
-bool isSelectable(const MenuItem& item) {
-  return item.kind == MenuItem::Kind::item && item.enabled;
-}
-
 void ListCursor::select(Items items, std::size_t index, int height) {
   selected_ = index;
   reveal(items, height);

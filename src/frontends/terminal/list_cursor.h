@@ -10,9 +10,6 @@ namespace terminal {
 
 using Items = std::span<const MenuItem>;
 
-/// False for separators and grey labels.
-bool isSelectable(const MenuItem& item);
-
 /// Which of a list's items is selected, and which part of the list is in view. `height` is
 /// how many rows the view has.
 class ListCursor {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "frontends/terminal/menu_geometry.h"
-#include "frontends/terminal/row_search.h"
+#include "ui/row_search.h"
 
 namespace terminal {
 namespace {
@@ -143,7 +143,7 @@ void MenuView::find(int step, int height) {
   std::size_t at = cursor_.selected().value_or(cursor_.restingBefore()) % count;
   if (step != 0) at = (at + (step > 0 ? 1 : count - 1)) % count;
   for (std::size_t i = 0; i < count; ++i) {
-    if (matches(rows()[at], words)) return cursor_.select(rows(), at, height);
+    if (RowSearch::matches(rows()[at], words)) return cursor_.select(rows(), at, height);
     at = (at + (step < 0 ? count - 1 : 1)) % count;
   }
 }
@@ -156,7 +156,7 @@ void MenuView::applyFilter(int height) {
 }
 
 std::shared_ptr<const Menu> MenuView::shownMenu() const {
-  return filter_.empty() ? whole_ : filtered(*whole_, filter_);
+  return filter_.empty() ? whole_ : RowSearch::filtered(*whole_, filter_);
 }
 
 void MenuView::selectNearest(std::size_t index, int height) {

@@ -47,10 +47,6 @@ Line rowOf(const MenuItem& item, const MemoryPressureView& strip) {
   return line;
 }
 
-bool isRow(const MenuItem& item) {
-  return item.kind == MenuItem::Kind::item && item.enabled;
-}
-
 Line lineOf(const MenuItem& item, const MemoryPressureView& strip) {
   if (item.kind == MenuItem::Kind::separator) return {};
   if (item.kind == MenuItem::Kind::strip) return {.name = stripText(strip)};
@@ -127,7 +123,7 @@ std::string menuText(const Menu& menu, CharacterSet characters) {
   }
   for (std::size_t begin = 0; begin < items.size();) {
     std::size_t end = begin;
-    while (end < items.size() && isRow(items[end])) ++end;
+    while (end < items.size() && isSelectable(items[end])) ++end;
     align(std::span(lines).subspan(begin, end - begin));
     begin = end + 1;
   }

@@ -1,4 +1,4 @@
-#include "frontends/terminal/row_search.h"
+#include "ui/row_search.h"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ class RowMatch : public testing::TestWithParam<RowMatchRow> {};
 
 TEST_P(RowMatch, LooksAtWhatARowSpeaksOf) {
   const MenuItem row = MenuConstruction::processItem(soughtProcess());
-  EXPECT_EQ(terminal::matches(row, GetParam().words), GetParam().matches);
+  EXPECT_EQ(RowSearch::matches(row, GetParam().words), GetParam().matches);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -57,9 +57,9 @@ TEST(FilteredMenu, HasTheMatchesUnderTheirHeadings) {
                    MenuBuilders::separator(), MenuBuilders::label("— B —"),
                    MenuConstruction::processItem(other), MenuBuilders::separator(),
                    MenuBuilders::command("About Llama", Action::about)}};
-  EXPECT_EQ(titlesOf(*terminal::filtered(menu, "llama")),
+  EXPECT_EQ(titlesOf(*RowSearch::filtered(menu, "llama")),
             (std::vector<std::string>{"", "— A —", row.title}));
-  EXPECT_EQ(titlesOf(*terminal::filtered(menu, "qwen")),
+  EXPECT_EQ(titlesOf(*RowSearch::filtered(menu, "qwen")),
             (std::vector<std::string>{"(nothing matches)"}));
 }
 

@@ -1,12 +1,11 @@
-#include "frontends/terminal/row_search.h"
+#include "ui/row_search.h"
 
 #include <string>
 
-#include "frontends/terminal/list_cursor.h"
 #include "text/contains.h"
 #include "ui/menu_builders.h"
 
-namespace terminal {
+namespace RowSearch {
 
 bool matches(const MenuItem& row, std::string_view words) {
   const bool isRow = isSelectable(row) && !row.submenu.empty() && row.action != Action::showMore;
@@ -38,4 +37,4 @@ std::shared_ptr<const Menu> filtered(const Menu& menu, std::string_view words) {
   return found;
 }
 
-}  // namespace terminal
+}  // namespace RowSearch
