@@ -124,6 +124,10 @@ inline const std::string& shownTitle(const MenuItem& item) {
 /// False for separators, grey lines and the strip.
 bool isSelectable(const MenuItem& item);
 
+/// Whether choosing it acts on the program or the machine, not on what a row speaks of: the last
+/// items of the menu.
+bool isCommand(const MenuItem& item);
+
 /// Whether it is the grey line above a section's rows.
 bool isHeading(const MenuItem& item);
 

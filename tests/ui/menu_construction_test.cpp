@@ -114,6 +114,19 @@ TEST_F(MenuConstructionTest, GreysWhatOnlyTellsSomething) {
   }
 }
 
+TEST_F(MenuConstructionTest, EndsWithItsCommands) {
+  processes_ = processes(20, LabRole::training);
+  launchAgents_ = {{.label = "ollama", .loaded = true}};
+  const std::vector<MenuItem> items = menu().items;
+  const auto first = std::find_if(items.begin(), items.end(), isCommand);
+  ASSERT_NE(first, items.end());
+  EXPECT_EQ(first->title, "Refresh now");
+  for (auto item = first; item != items.end(); ++item) {
+    EXPECT_TRUE(isCommand(*item) || item->action == Action::none) << item->title;
+    EXPECT_TRUE(item->submenu.empty()) << item->title;
+  }
+}
+
 TEST_F(MenuConstructionTest, EachCommandHasItsActionAndRepresentsNothing) {
   const std::vector<std::pair<std::string, Action>> commands = {
       {"Refresh now", Action::refreshNow},

@@ -53,11 +53,6 @@ Line lineOf(const MenuItem& item, const MemoryPressureView& strip) {
   return rowOf(item, strip);
 }
 
-bool isCommand(const MenuItem& item) {
-  return item.action == Action::refreshNow || item.action == Action::openAM ||
-         item.action == Action::about || item.action == Action::quitApp;
-}
-
 /// The items up to where the commands begin, which nobody can choose here.
 std::span<const MenuItem> withoutCommands(std::span<const MenuItem> items) {
   const auto command = std::ranges::find_if(items, isCommand);
