@@ -32,7 +32,8 @@ class MenuDelegate {
   /// The submenu of this row is about to open, or has just opened.
   virtual void submenuWillOpen(const MenuItem&) {}
 
-  /// The user chose this item. The pointer keeps the item's menu alive.
+  /// The user chose this item: one of the menu, which the pointer then keeps alive, or one made for
+  /// the choice alone, with its action and what that acts on (of a key, and on a Mac).
   virtual void perform(std::shared_ptr<const MenuItem> item) = 0;
 
   /// From now on the menu is to be arranged so; a new one is built at once.

@@ -287,6 +287,10 @@ void QtFrontEnd::popupClosed() {
 
 void QtFrontEnd::choose(std::shared_ptr<const MenuItem> item) {
   if (delegate_ == nullptr) return;
+  // A host's menu can be used while an alert is open. On a Mac what is chosen then waits for the
+  // alert's end, as AppKit's run loop has it (appkit/menu_target.h). Here it is dropped: the alert
+  // comes to the front instead, and after its answer the user may mean something else. Quit counts
+  // at once.
   if (alert_ && item->action != Action::quitApp) {
     bringToFront(*alert_);
     return;
