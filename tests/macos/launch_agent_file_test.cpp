@@ -148,13 +148,13 @@ class LaunchAgentFileOnDisk : public StageTest {};
 TEST_F(LaunchAgentFileOnDisk, LabelIsTheNameLessItsExtension) {
   const std::string path = pathOf("com.example.agent.plist");
   Stage::write(path, dict(""));
-  EXPECT_EQ(platform::readLaunchAgentFile(path)->label, "com.example.agent");
+  EXPECT_EQ(platform::readLaunchAgentFile(path).value().label, "com.example.agent");
 }
 
 TEST_F(LaunchAgentFileOnDisk, LinkIsFollowed) {
   Stage::write(Stage::homePath() + "/elsewhere", dict("<key>Label</key><string>com.a</string>"));
   std::filesystem::create_symlink(Stage::homePath() + "/elsewhere", pathOf("a.plist"));
-  EXPECT_EQ(platform::readLaunchAgentFile(pathOf("a.plist"))->label, "com.a");
+  EXPECT_EQ(platform::readLaunchAgentFile(pathOf("a.plist")).value().label, "com.a");
 }
 
 TEST_F(LaunchAgentFileOnDisk, WhatIsNoFileIsSkipped) {

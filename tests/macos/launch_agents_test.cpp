@@ -254,7 +254,7 @@ TEST_F(LaunchAgents, HangingActionFailsEveryWay) {
 TEST_F(LaunchAgents, HangingAttemptLeavesTheOthersNoTime) {
   Stage::setLaunchctl("exec sleep 1000");
   const auto attempts = platform::launchctlAttempts({{"a"}, {"b"}, {"c"}}, kMoment);
-  EXPECT_EQ(attempts[0]().value().status, -1);
+  EXPECT_EQ(attempts.at(0)().value().status, -1);
   Stage::removeLaunchctl();  // an attempt to start it would now say that it is missing
   for (const std::size_t later : {1U, 2U}) {
     const platform::ServiceReply reply = attempts[later]().value();

@@ -135,7 +135,7 @@ TEST_F(Gpus, OfNvidiaAreAsTheDriverSays) {
   EXPECT_THAT(reading.devices, ElementsAre(GpuDevice{"0000:65:00.0", "NVIDIA H100",
                                                      platform::GpuCapacity{80 * kGiB, 38 * kGiB}}));
   EXPECT_EQ(uses(reading), kNvidiaUses);
-  EXPECT_GE(reading.uses[0].askedAt, before);
+  EXPECT_GE(reading.uses.at(0).askedAt, before);
 }
 
 TEST_F(Gpus, OfAmdAreAsTheKernelSays) {

@@ -107,12 +107,12 @@ TEST(MemoryLimit, IsReadInVersionOneToo) {
 TEST(MemoryLimit, TellsSwapAndStallsWhereTheKernelDoes) {
   const World world;
   world.group("", 1024);
-  EXPECT_FALSE(world.read()->swappedBytes);
-  EXPECT_FALSE(world.read()->stalls);
+  EXPECT_FALSE(world.read().value().swappedBytes);
+  EXPECT_FALSE(world.read().value().stalls);
   world.file("memory.swap.current", 7 * kMiB);
   world.file("memory.pressure", "some avg10=4.00 \nfull avg10=2.00 \n");
-  EXPECT_EQ(world.read()->swappedBytes, 7.0 * kMiB);
-  EXPECT_EQ(world.read()->stalls, (platform::MemoryStalls{4, 2}));
+  EXPECT_EQ(world.read().value().swappedBytes, 7.0 * kMiB);
+  EXPECT_EQ(world.read().value().stalls, (platform::MemoryStalls{4, 2}));
 }
 
 TEST(MemoryLimit, OfVersionOneHoldsWhatIsBelowOnlyWhereItIsToldTo) {
@@ -225,7 +225,7 @@ TEST(MemoryLimit, IsLookedUpEveryHalfMinuteAndWhenItHasGone) {
   EXPECT_FALSE(reader->read(kInstalled, start + std::chrono::seconds(29)));
   EXPECT_TRUE(reader->read(kInstalled, start + std::chrono::seconds(30)));
   world.file("memory.current", 400 * kMiB);
-  EXPECT_EQ(reader->read(kInstalled, start + std::chrono::seconds(31))->inUse.usedBytes,
+  EXPECT_EQ(reader->read(kInstalled, start + std::chrono::seconds(31)).value().inUse.usedBytes,
             350.0 * kMiB);
   world.remove("cg/memory.current");
   EXPECT_FALSE(reader->read(kInstalled, start + std::chrono::seconds(32)));

@@ -119,7 +119,7 @@ TEST_P(ServiceOperationResults, AreTheManagersWord) {
     EXPECT_EQ(reply.errorText, GetParam().done ? ""
                                                : std::string("The job for ollama.service ended: ") +
                                                      GetParam().result);
-    EXPECT_EQ(one.poll()->status, reply.status) << "and that stands";
+    EXPECT_EQ(one.poll().value().status, reply.status) << "and that stands";
   }
 }
 

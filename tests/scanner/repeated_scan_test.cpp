@@ -75,7 +75,7 @@ TEST_F(RepeatedScan, ReadsACommandLineOnce) {
   EXPECT_THAT(pids(), ElementsAre(3, 4, 1));
   EXPECT_EQ(machine().commandLinesRead, 1) << "what was not listed has no name yet";
   machine().find(3)->arguments = {"jupyter", "lab"};
-  EXPECT_EQ(scanned()[0].displayName, "JupyterLab");
+  EXPECT_EQ(scanned().at(0).displayName, "JupyterLab");
   EXPECT_EQ(machine().commandLinesRead, 1);
 }
 
@@ -83,16 +83,16 @@ TEST_F(RepeatedScan, ReadsAgainWhatHasNoFingerprint) {
   machine().processes = {{.pid = 1, .name = "worker"}};
   machine().processes[0].arguments.clear();
   machine().processes[0].noFingerprint = true;
-  EXPECT_EQ(scanned()[0].displayName, "worker");
+  EXPECT_EQ(scanned().at(0).displayName, "worker");
   machine().processes[0].name = "other";
-  EXPECT_EQ(scanned()[0].displayName, "other");
+  EXPECT_EQ(scanned().at(0).displayName, "other");
 }
 
 TEST_F(RepeatedScan, KeepsNothingForTheNextProcessOfAPid) {
   machine().processes = {{.pid = 7, .arguments = {"vllm"}, .identity = 70, .startTime = 1}};
-  EXPECT_EQ(scanned()[0].identity, 70U);
+  EXPECT_EQ(scanned().at(0).identity, 70U);
   machine().processes = {{.pid = 7, .arguments = {"vllm"}, .effectiveUid = 0, .identity = 71}};
-  EXPECT_EQ(scanned()[0].identity, 71U);
+  EXPECT_EQ(scanned().at(0).identity, 71U);
   EXPECT_EQ(processes_[0].ownerName, "root");
   machine().processes.clear();
   EXPECT_THAT(pids(), IsEmpty());
@@ -129,7 +129,7 @@ TEST_F(RepeatedScan, AsksTheExecutableOfATitleWhereItMatters) {
   setTitle(machine().processes[3], "tee --log vllm", "/bin/other");
   ASSERT_THAT(pids(), ElementsAre(4, 5, 3)) << "no tee any more, but a program that wrote a title";
   setTitle(machine().processes[2], "app --type=renderer", "/bin/other");
-  EXPECT_EQ(scanned()[2].displayName, "app --type=renderer");
+  EXPECT_EQ(scanned().at(2).displayName, "app --type=renderer");
 }
 
 /// Whatever happens to processes, what was kept of them is what is so.

@@ -219,12 +219,12 @@ TEST_F(FamiliesInMenu, FoldedStandWhereTheirMemoryBelongs) {
   addProcess(22, "krita", 2000).identity = 22;
   start();
   const std::string family = "★ Training: train.py  (43)  ·   4.3 GB";
-  EXPECT_THAT(rowsOf(menu()).front(), StartsWith("blender"));
+  EXPECT_THAT(rowsOf(menu()).at(0), StartsWith("blender"));
   controller().arrange({.foldsFamilies = true});
   EXPECT_THAT(rowsOf(menu()), ElementsAre(family, "blender  ·   3.9 GB", "krita  ·   2.0 GB",
                                           "gimp  ·   300 MB", family));
   controller().arrange({.sortBy = SortBy::name, .foldsFamilies = true});
-  EXPECT_THAT(rowsOf(menu()).front(), StartsWith("blender"));
+  EXPECT_THAT(rowsOf(menu()).at(0), StartsWith("blender"));
 }
 
 TEST_F(FamiliesInMenu, FoldedAllAreAskedForTheirCards) {

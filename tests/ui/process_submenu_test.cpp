@@ -22,12 +22,12 @@ TEST_F(ProcessSubmenu, OffersQuitAndForceQuit) {
   EXPECT_FALSE(entries.at(0).enabled);
   EXPECT_FALSE(entries.at(1).enabled);
   for (std::size_t i = 3; i < 6; ++i) EXPECT_TRUE(entries.at(i).enabled) << i;
-  EXPECT_EQ(entries[3].action, Action::quitProcess);
-  EXPECT_EQ(entries[3].representedObject, RepresentedObject(std::int32_t{77}));
-  EXPECT_EQ(entries[4].action, Action::forceProcess);
-  EXPECT_EQ(entries[4].representedObject, RepresentedObject(process_));
-  EXPECT_EQ(entries[5].action, Action::showDetails);
-  EXPECT_EQ(entries[5].representedObject, RepresentedObject(process_));
+  EXPECT_EQ(entries.at(3).action, Action::quitProcess);
+  EXPECT_EQ(entries.at(3).representedObject, RepresentedObject(std::int32_t{77}));
+  EXPECT_EQ(entries.at(4).action, Action::forceProcess);
+  EXPECT_EQ(entries.at(4).representedObject, RepresentedObject(process_));
+  EXPECT_EQ(entries.at(5).action, Action::showDetails);
+  EXPECT_EQ(entries.at(5).representedObject, RepresentedObject(process_));
 }
 
 TEST_F(ProcessSubmenu, SaysAboveQuitWhatRunsBelowIt) {
@@ -35,9 +35,9 @@ TEST_F(ProcessSubmenu, SaysAboveQuitWhatRunsBelowIt) {
   EXPECT_THAT(submenuTitles(),
               ElementsAre("1.50 GB · pid 77", "Ollama", "---", "7 other processes run below it",
                           "Quit", "Force Quit ( 1.5 GB)", "Full details…"));
-  EXPECT_FALSE(submenu()[3].enabled);
+  EXPECT_FALSE(submenu().at(3).enabled);
   process_.processesBelow = 1;
-  EXPECT_EQ(submenuTitles()[3], "1 other process runs below it");
+  EXPECT_EQ(submenuTitles().at(3), "1 other process runs below it");
 }
 
 TEST_F(ProcessSubmenu, OffersNeitherWhenProtected) {
@@ -45,18 +45,18 @@ TEST_F(ProcessSubmenu, OffersNeitherWhenProtected) {
   EXPECT_THAT(submenuTitles(),
               ElementsAre("1.50 GB · pid 77", "Ollama · root", "---",
                           "Protected (root) — cannot quit from Vorda", "Full details…"));
-  EXPECT_FALSE(submenu()[3].enabled);
-  EXPECT_EQ(submenu()[4].action, Action::showDetails);
+  EXPECT_FALSE(submenu().at(3).enabled);
+  EXPECT_EQ(submenu().at(4).action, Action::showDetails);
 }
 
 TEST_F(ProcessSubmenu, OffersToUnloadEachOfItsLaunchAgentsInOrder) {
   process_.matchedAgents = {"b.gateway", "a.gateway"};
   const auto entries = submenu();
   ASSERT_EQ(entries.size(), 8U);
-  EXPECT_EQ(entries[6].title, "Unload b.gateway");
-  EXPECT_EQ(entries[6].action, Action::unloadByLabel);
-  EXPECT_EQ(entries[6].representedObject, RepresentedObject(std::string("b.gateway")));
-  EXPECT_EQ(entries[7].title, "Unload a.gateway");
+  EXPECT_EQ(entries.at(6).title, "Unload b.gateway");
+  EXPECT_EQ(entries.at(6).action, Action::unloadByLabel);
+  EXPECT_EQ(entries.at(6).representedObject, RepresentedObject(std::string("b.gateway")));
+  EXPECT_EQ(entries.at(7).title, "Unload a.gateway");
 }
 
 TEST_F(ProcessSubmenu, SpeaksOfOneProcessThroughout) {
@@ -84,10 +84,10 @@ TEST_P(DockerItem, IsThereForProtectedDockerProcesses) {
   const auto entries = submenu();
   EXPECT_EQ(entries.at(4).action == Action::openDockerHelp, row.hasItem);
   if (!row.hasItem) return;
-  EXPECT_EQ(entries[4].title, "Quit Docker Desktop from the system tray whale");
-  EXPECT_EQ(entries[4].representedObject, RepresentedObject{});
+  EXPECT_EQ(entries.at(4).title, "Quit Docker Desktop from the system tray whale");
+  EXPECT_EQ(entries.at(4).representedObject, RepresentedObject{});
   machine().words = platform::kMacWords;
-  EXPECT_EQ(submenu()[4].title, "Quit Docker Desktop from the menu bar whale");
+  EXPECT_EQ(submenu().at(4).title, "Quit Docker Desktop from the menu bar whale");
 }
 
 struct MlxRow {

@@ -73,22 +73,22 @@ class HostMenuTest : public testing::Test {
 TEST_F(HostMenuTest, HostReadsEveryItem) {
   const HostItem root = layout();
   ASSERT_EQ(root.children.size(), 8U);
-  const HostItem& strip = root.children[0];
+  const HostItem& strip = root.children.at(0);
   EXPECT_EQ(strip.label, "██████░░░░ 62%");
   EXPECT_EQ(strip.accessible, "Memory 62 percent used");
   EXPECT_FALSE(strip.enabled);
-  EXPECT_EQ(root.children[2].type, "separator");
-  const HostItem& row = root.children[4];
+  EXPECT_EQ(root.children.at(2).type, "separator");
+  const HostItem& row = root.children.at(4);
   EXPECT_EQ(row.label, "train__lora.py  ·  312 MB");
   EXPECT_GT(row.iconBytes, 0U);
   EXPECT_TRUE(row.enabled);
   ASSERT_EQ(row.children.size(), 4U);
-  EXPECT_EQ(row.children[2].label, "Quit");
+  EXPECT_EQ(row.children.at(2).label, "Quit");
 }
 
 TEST_F(HostMenuTest, HostReadsOneLevelOrOneSubmenu) {
-  EXPECT_TRUE(layout(0, 1).children[3].children.empty());
-  const HostItem row = layout(layout().children[3].id);
+  EXPECT_TRUE(layout(0, 1).children.at(3).children.empty());
+  const HostItem row = layout(layout().children.at(3).id);
   EXPECT_EQ(row.children.size(), 4U);
 }
 
@@ -118,7 +118,7 @@ TEST_F(HostMenuTest, HostReadsOnlyWhatItAsksFor) {
 
 TEST_F(HostMenuTest, HostReadsOneProperty) {
   const BusMessage call = newCall("GetProperty");
-  sd_bus_message_append(call.get(), "is", layout().children[6].id, "label");
+  sd_bus_message_append(call.get(), "is", layout().children.at(6).id, "label");
   const BusMessage reply = pair.send(call);
   const char* label = nullptr;
   sd_bus_message_read(reply.get(), "v", "s", &label);
@@ -132,12 +132,12 @@ TEST_F(HostMenuTest, ItemThatIsNotThereIsAnError) {
 }
 
 TEST_F(HostMenuTest, ClickChoosesTheItem) {
-  event(layout().children[3].children[2].id, "clicked");
+  event(layout().children.at(3).children.at(2).id, "clicked");
   EXPECT_EQ(chosen, std::vector<std::string>{"Quit"});
 }
 
 TEST_F(HostMenuTest, ClicksInAGroupChooseTheirItems) {
-  const int id = layout().children[6].id;
+  const int id = layout().children.at(6).id;
   const BusMessage call = newCall("EventGroup");
   sd_bus_message_append(call.get(), "a(isvu)", 2, id, "hovered", "i", 0, 0U, id, "clicked", "i", 0,
                         0U);
@@ -147,15 +147,15 @@ TEST_F(HostMenuTest, ClicksInAGroupChooseTheirItems) {
 
 TEST_F(HostMenuTest, ClickOnWhatCanNotBeChosenIsIgnored) {
   const HostItem root = layout();
-  event(root.children[1].id, "clicked");
-  event(root.children[2].id, "clicked");
-  event(root.children[3].id, "clicked");
+  event(root.children.at(1).id, "clicked");
+  event(root.children.at(2).id, "clicked");
+  event(root.children.at(3).id, "clicked");
   event(4711, "clicked");
   EXPECT_TRUE(chosen.empty());
 }
 
 TEST_F(HostMenuTest, ClickOnAProcessThatWentReachesNoOther) {
-  const int id = layout().children[3].children[2].id;
+  const int id = layout().children.at(3).children.at(2).id;
   hostMenu.show(menuOf({processRow(11, "ollama", 2)}));
   event(id, "clicked");
   EXPECT_TRUE(chosen.empty());
@@ -164,7 +164,7 @@ TEST_F(HostMenuTest, ClickOnAProcessThatWentReachesNoOther) {
 TEST_F(HostMenuTest, ItemsAreBroughtUpToDateBeforeTheHostShowsThem) {
   onOpening = [this] { hostMenu.show(menuOf({processRow(13, "new")})); };
   EXPECT_TRUE(aboutToShow());
-  EXPECT_EQ(layout().children[0].label, "new  ·  312 MB");
+  EXPECT_EQ(layout().children.at(0).label, "new  ·  312 MB");
   EXPECT_EQ(openings, 1);
 }
 
@@ -172,7 +172,7 @@ TEST_F(HostMenuTest, NewsOfAnOpeningAreTheAnswerAndNoSignal) {
   onOpening = [this] { hostMenu.show(menuOf({processRow(13, "new")})); };
   EXPECT_TRUE(aboutToShow());
   hostMenu.show(menuOf({processRow(14, "newer")}));
-  EXPECT_EQ(layout().children[0].label, "new  ·  312 MB");
+  EXPECT_EQ(layout().children.at(0).label, "new  ·  312 MB");
   EXPECT_TRUE(pair.takeSignals().empty());
 }
 
@@ -248,7 +248,7 @@ TEST_F(HostMenuTest, OpeningInAGroupCounts) {
 }
 
 TEST_F(HostMenuTest, OpeningASubmenuIsNoOpening) {
-  aboutToShow(layout().children[3].id);
+  aboutToShow(layout().children.at(3).id);
   EXPECT_EQ(openings, 0);
 }
 
@@ -273,7 +273,7 @@ TEST_F(HostMenuTest, StripMovesInTheOpenMenu) {
   strip.pressure = 0.9;
   hostMenu.showStrip(strip);
   EXPECT_EQ(pair.takeSignals(), Signals{"ItemsPropertiesUpdated"});
-  EXPECT_EQ(layout().children[0].label, "█████████░ 90%");
+  EXPECT_EQ(layout().children.at(0).label, "█████████░ 90%");
 }
 
 TEST_F(HostMenuTest, LabelsWaitWhereTheHostWouldNoLongerScroll) {
@@ -289,7 +289,7 @@ TEST_F(HostMenuTest, LabelsWaitWhereTheHostWouldNoLongerScroll) {
   EXPECT_TRUE(pair.takeSignals().empty());
   event(0, "closed");
   EXPECT_EQ(pair.takeSignals(), Signals{"ItemsPropertiesUpdated"});
-  EXPECT_EQ(layout().children[0].label, "█████████░ 90%");
+  EXPECT_EQ(layout().children.at(0).label, "█████████░ 90%");
   strip.pressure = 0.7;
   hostMenu.showStrip(strip);
   EXPECT_EQ(pair.takeSignals(), Signals{"ItemsPropertiesUpdated"}) << "closed it stays up to date";
@@ -316,7 +316,7 @@ TEST_F(HostMenuTest, ItemsCatchUpWhenTheHostClosesTheMenu) {
 
 TEST_F(HostMenuTest, ChoosingClosesTheMenu) {
   aboutToShow();
-  event(layout().children[6].id, "clicked");
+  event(layout().children.at(6).id, "clicked");
   EXPECT_EQ(closings, 1);
   EXPECT_EQ(chosen, std::vector<std::string>{"Refresh now"});
 }
@@ -358,7 +358,7 @@ TEST_F(HostMenuTest, AnotherHostIsToldOfItsMenu) {
   hostMenu.setHost(TrayHostKind::gnomeShell);
   EXPECT_EQ(closings, 1);
   EXPECT_EQ(pair.takeSignals(), Signals{"LayoutUpdated"});
-  EXPECT_EQ(layout().children[1].label, "Open Vorda…");
+  EXPECT_EQ(layout().children.at(1).label, "Open Vorda…");
 }
 
 TEST_F(HostMenuTest, NewFiguresTravelInOneSignal) {
@@ -387,9 +387,9 @@ TEST_F(HostMenuTest, TellsWhichSubmenuOpens) {
       &hostMenu, &HostMenu::submenuOpening,
       [&](const std::shared_ptr<const MenuItem>& item) { opened.push_back(item->title); });
   const HostItem root = layout();
-  EXPECT_FALSE(aboutToShow(root.children[4].id));
-  event(root.children[3].id, "opened");
-  aboutToShow(root.children[1].id);  // no submenu
+  EXPECT_FALSE(aboutToShow(root.children.at(4).id));
+  event(root.children.at(3).id, "opened");
+  aboutToShow(root.children.at(1).id);  // no submenu
   aboutToShow(4711);
   EXPECT_EQ(opened, (std::vector<std::string>{"train_lora.py  ·  312 MB", "ollama  ·  312 MB"}));
   EXPECT_EQ(openings, 0);
@@ -403,7 +403,7 @@ TEST_F(HostMenuTest, ALiveTitleChangesWhileTheMenuIsOpen) {
   shown->items.front().submenu.front().live->title = "2 GB";
   hostMenu.showTitles();
   EXPECT_THAT(pair.takeSignals(), Contains("ItemsPropertiesUpdated"));
-  EXPECT_EQ(layout().children[0].children[0].label, "2 GB");
+  EXPECT_EQ(layout().children.at(0).children.at(0).label, "2 GB");
 }
 
 }  // namespace
