@@ -78,5 +78,5 @@ class Edition : public MacTest {
   }
 };
 
-inline const std::string kOllama = "★ Ollama Server  ·   2.0 GB";
+inline const std::string kOllamaRow = "★ Ollama Server  ·   2.0 GB";
 inline const std::string kSafari = "Safari  ·   600 MB";

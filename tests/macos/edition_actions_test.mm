@@ -19,9 +19,9 @@ using Sent = darwin::SentSignal;
 
 TEST_F(Edition, QuitReachesTheProcessAndItsRowGoes) {
   whileRunning([] {
-    chooseInSubmenu(kOllama, "Quit");
+    chooseInSubmenu(kOllamaRow, "Quit");
     EXPECT_THAT(kernel().signals, ElementsAre(Sent{101, 15}));
-    EXPECT_THAT(appkit::titles(menu()), Not(Contains(kOllama)));
+    EXPECT_THAT(appkit::titles(menu()), Not(Contains(kOllamaRow)));
     EXPECT_EQ(appkit::record().trackingsCancelled, 1);
     EXPECT_THAT(appkit::record().alerts, IsEmpty());
   });
@@ -31,13 +31,13 @@ TEST_F(Edition, ProcessThatStaysSaysWhenItWasAskedToQuit) {
   kernel().processes[0].ignoresTerm = true;
   kernel().processes[0].state = SSTOP;
   whileRunning([] {
-    chooseInSubmenu(kOllama, "Quit");
+    chooseInSubmenu(kOllamaRow, "Quit");
     appkit::advanceMainQueue(4);
-    EXPECT_THAT(appkit::titles(submenuOf(kOllama)),
+    EXPECT_THAT(appkit::titles(submenuOf(kOllamaRow)),
                 ElementsAre("2.00 GB · pid 101", "Ollama", "-", StartsWith("Asked to quit "),
                             "It is stopped: it takes the request when it goes on", "Quit",
                             "Force Quit ( 2.0 GB)", "Full details…"));
-    EXPECT_FALSE([[submenuOf(kOllama) itemAtIndex:3] isEnabled]);
+    EXPECT_FALSE([[submenuOf(kOllamaRow) itemAtIndex:3] isEnabled]);
     EXPECT_THAT(appkit::record().alerts, IsEmpty());
   });
 }
@@ -45,19 +45,19 @@ TEST_F(Edition, ProcessThatStaysSaysWhenItWasAskedToQuit) {
 TEST_F(Edition, RefusedQuitSaysWhy) {
   kernel().processes[0].killError = EPERM;
   whileRunning([] {
-    chooseInSubmenu(kOllama, "Quit");
+    chooseInSubmenu(kOllamaRow, "Quit");
     ASSERT_EQ(appkit::record().alerts.size(), 1);
     EXPECT_EQ(appkit::record().alerts[0].messageText, "Failed");
     EXPECT_THAT(appkit::record().alerts[0].informativeText,
                 StartsWith("macOS refused the signal (Operation not permitted).\n\nPID 101 "));
-    EXPECT_THAT(appkit::titles(menu()), Contains(kOllama));
+    EXPECT_THAT(appkit::titles(menu()), Contains(kOllamaRow));
   });
 }
 
 TEST_F(Edition, ForceQuitAsksFirst) {
   whileRunning([] {
     appkit::record().answers = {1001};
-    chooseInSubmenu(kOllama, "Force Quit");
+    chooseInSubmenu(kOllamaRow, "Force Quit");
     ASSERT_EQ(appkit::record().alerts.size(), 1);
     const appkit::ShownAlert& alert = appkit::record().alerts[0];
     EXPECT_EQ(alert.messageText, "Force Quit?");
@@ -68,14 +68,14 @@ TEST_F(Edition, ForceQuitAsksFirst) {
     EXPECT_THAT(kernel().signals, IsEmpty());
 
     appkit::record().answers = {1000};
-    chooseInSubmenu(kOllama, "Force Quit");
+    chooseInSubmenu(kOllamaRow, "Force Quit");
     EXPECT_THAT(kernel().signals, ElementsAre(Sent{101, 9}));
   });
 }
 
 TEST_F(Edition, ChoiceWaitsUntilTheMenuIsGoneFromTheScreen) {
   whileRunning([] {
-    pickInSubmenu(kOllama, "Force Quit");
+    pickInSubmenu(kOllamaRow, "Force Quit");
     EXPECT_THAT(appkit::record().alerts, IsEmpty());
     appkit::turnRunLoop();
     EXPECT_EQ(appkit::record().alerts.size(), 1);
@@ -85,7 +85,7 @@ TEST_F(Edition, ChoiceWaitsUntilTheMenuIsGoneFromTheScreen) {
 
 TEST_F(Edition, QuickSecondOpeningLosesNoChoice) {
   whileRunning([] {
-    pickInSubmenu(kOllama, "Quit");
+    pickInSubmenu(kOllamaRow, "Quit");
     pickInSubmenu(kSafari, "Quit");
     appkit::open(menu());
     appkit::close(menu());
@@ -104,7 +104,7 @@ TEST_F(Edition, WhatIsChosenDuringAnAlertWaitsForItsAnswer) {
       appkit::turnRunLoop();
       EXPECT_THAT(kernel().signals, IsEmpty());
     };
-    chooseInSubmenu(kOllama, "Force Quit");
+    chooseInSubmenu(kOllamaRow, "Force Quit");
     EXPECT_EQ(appkit::record().alerts.size(), 1);
     EXPECT_THAT(kernel().signals, IsEmpty());
     appkit::turnRunLoop();
@@ -113,14 +113,14 @@ TEST_F(Edition, WhatIsChosenDuringAnAlertWaitsForItsAnswer) {
 }
 
 TEST_F(Edition, WhatWasChosenRightBeforeTheEndIsNotDone) {
-  whileRunning([] { pickInSubmenu(kOllama, "Quit"); });
+  whileRunning([] { pickInSubmenu(kOllamaRow, "Quit"); });
   appkit::turnRunLoop();
   EXPECT_THAT(kernel().signals, IsEmpty());
 }
 
 TEST_F(Edition, ForceQuitTakesAPidToo) {
   whileRunning([] {
-    NSMenuItem* item = itemTitled(submenuOf(kOllama), "Force Quit");
+    NSMenuItem* item = itemTitled(submenuOf(kOllamaRow), "Force Quit");
     [item setRepresentedObject:[NSNumber numberWithInt:101]];
     appkit::choose(item);
     ASSERT_EQ(appkit::record().alerts.size(), 1);
@@ -133,7 +133,7 @@ TEST_F(Edition, ForceQuitTakesAPidToo) {
 TEST_F(Edition, NextOwnerOfAPidIsSparedHoweverLongTheMenuWasOpen) {
   whileRunning([] {
     appkit::open(menu());
-    NSMenuItem* quit = itemTitled(submenuOf(kOllama), "Quit");
+    NSMenuItem* quit = itemTitled(submenuOf(kOllamaRow), "Quit");
     kernel().processes[0].startTime += 1;
     appkit::choose(quit);
     EXPECT_THAT(kernel().signals, IsEmpty());
@@ -142,7 +142,7 @@ TEST_F(Edition, NextOwnerOfAPidIsSparedHoweverLongTheMenuWasOpen) {
 
 TEST_F(Edition, DetailsAreShown) {
   whileRunning([] {
-    chooseInSubmenu(kOllama, "Full details…");
+    chooseInSubmenu(kOllamaRow, "Full details…");
     ASSERT_EQ(appkit::record().alerts.size(), 1);
     EXPECT_EQ(appkit::record().alerts[0].messageText, "Ollama Server");
     EXPECT_EQ(appkit::record().alerts[0].informativeText,
@@ -154,7 +154,7 @@ TEST_F(Edition, DetailsAreShown) {
 TEST_F(Edition, WrongRepresentedObjectDoesNothing) {
   whileRunning([] {
     for (const char* command : {"Quit", "Force Quit", "Full details…"}) {
-      NSMenuItem* item = itemTitled(submenuOf(kOllama), command);
+      NSMenuItem* item = itemTitled(submenuOf(kOllamaRow), command);
       [item setRepresentedObject:[NSArray array]];
       appkit::choose(item);
     }
@@ -165,7 +165,7 @@ TEST_F(Edition, WrongRepresentedObjectDoesNothing) {
 
 TEST_F(Edition, RescansFollowAQuit) {
   whileRunning([] {
-    chooseInSubmenu(kOllama, "Quit");
+    chooseInSubmenu(kOllamaRow, "Quit");
     EXPECT_EQ(appkit::waitingOnMainQueue(), 3 + 1) << "and the menu's own after closing";
     EXPECT_GT(appkit::record().activities, 0) << "napped, it would be late";
     const auto listed = [] { return [delegate() statusController]->processes().size(); };
@@ -201,7 +201,7 @@ TEST_F(Edition, UnloadRunsLaunchctlOnceItIsConfirmed) {
     EXPECT_THAT(Stage::launchctlCalls(), Contains("bootout|gui/501/com.ollama.serve"));
     EXPECT_EQ(appkit::record().alerts.size(), 2);
 
-    chooseInSubmenu(kOllama, "Unload com.ollama.serve");
+    chooseInSubmenu(kOllamaRow, "Unload com.ollama.serve");
     EXPECT_EQ(appkit::record().alerts.size(), 3);
   });
 }

@@ -108,18 +108,18 @@ TEST_F(Edition, CancelledTrackingClosesAMenuThatWasOpenedAgain) {
   whileRunning([] {
     appkit::record().answers = {1000};
     appkit::record().duringAlert = [] { appkit::open(menu()); };
-    chooseInSubmenu(kOllama, "Force Quit");
+    chooseInSubmenu(kOllamaRow, "Force Quit");
     EXPECT_EQ(appkit::record().menusOpen, 0);
     EXPECT_FALSE([delegate() statusController]->menuIsOpen());
     appkit::advanceMainQueue(1);
-    EXPECT_THAT(appkit::titles(menu()), testing::Not(Contains(kOllama)));
+    EXPECT_THAT(appkit::titles(menu()), testing::Not(Contains(kOllamaRow)));
   });
 }
 
 TEST_F(Edition, OtherMenusAreIgnored) {
   whileRunning([] {
     NSArray* before = [menu() itemArray];
-    NSMenu* other = submenuOf(kOllama);
+    NSMenu* other = submenuOf(kOllamaRow);
     id<NSMenuDelegate> listener = [menu() delegate];
     [listener menuNeedsUpdate:other];
     [listener menuWillOpen:other];

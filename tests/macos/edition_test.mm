@@ -43,10 +43,10 @@ TEST_F(Edition, MenuSaysWhatTheMachineDoes) {
     EXPECT_THAT(appkit::titles(menu()),
                 ElementsAre("", "System   4.0 / 16 GB used", "Largest  2.0 GB  Ollama Server",
                             "Training / fine-tunes  none", "Model servers  2  ·  2.0 GB", "-",
-                            "— Top RAM (colors match graph) —", kOllama, kSafari, StartsWith("★ "),
-                            "-", "— Model servers —", kOllama, StartsWith("★ "), "-", "Refresh now",
-                            "Open Activity Monitor", "About Vorda", "Developed by Halvek", "-",
-                            "Quit Vorda"));
+                            "— Top RAM (colors match graph) —", kOllamaRow, kSafari,
+                            StartsWith("★ "), "-", "— Model servers —", kOllamaRow,
+                            StartsWith("★ "), "-", "Refresh now", "Open Activity Monitor",
+                            "About Vorda", "Developed by Halvek", "-", "Quit Vorda"));
     EXPECT_FALSE([[menu() itemAtIndex:1] isEnabled]);
     EXPECT_NE([[menu() itemAtIndex:0] view], nil);
   });
@@ -54,7 +54,7 @@ TEST_F(Edition, MenuSaysWhatTheMachineDoes) {
 
 TEST_F(Edition, ProcessItemHasItsSubmenu) {
   whileRunning([] {
-    NSMenuItem* row = itemTitled(menu(), kOllama);
+    NSMenuItem* row = itemTitled(menu(), kOllamaRow);
     EXPECT_STREQ([[row toolTip] UTF8String],
                  "Ollama Server\n2.00 GB · Ollama · pid 101\nOwner: ada\n"
                  "Color matches the pressure strip above.");
@@ -130,7 +130,7 @@ TEST_F(Edition, CommandQDoesWhatQuitVordaDoes) {
 TEST_F(Edition, EndsWithoutATrace) {
   const int itemsBefore = appkit::record().menuItems;
   @autoreleasepool {
-    whileRunning([] { chooseInSubmenu(kOllama, "Quit"); });
+    whileRunning([] { chooseInSubmenu(kOllamaRow, "Quit"); });
     [[NSApplication sharedApplication] setMainMenu:nil];
   }
   EXPECT_EQ(appkit::statusItem(), nil);
@@ -140,7 +140,7 @@ TEST_F(Edition, EndsWithoutATrace) {
 }
 
 TEST_F(Edition, WhatIsStillScheduledAfterTheEndDoesNothing) {
-  whileRunning([] { chooseInSubmenu(kOllama, "Quit"); });
+  whileRunning([] { chooseInSubmenu(kOllamaRow, "Quit"); });
   kernel().memoryWordsAsked = 0;
   appkit::fireTimers();
   appkit::advanceMainQueue(10);

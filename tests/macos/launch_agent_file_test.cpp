@@ -80,7 +80,7 @@ const std::string kBinaryNumber =
     "bplist00\322\001\002\003\004YKeepAliveULabel\020\001Zcom.number\010\015\027\035"
     "\037\000\000\000\000\000\000\001\001\000\000\000\000\000\000\000\005\000\000\000"
     "\000\000\000\000\000\000\000\000\000\000\000\000*"s;
-const Texts kOllama{"/opt/homebrew/bin/ollama", "serve"};
+const Texts kOllamaServe{"/opt/homebrew/bin/ollama", "serve"};
 
 INSTANTIATE_TEST_SUITE_P(
     Encodings, LaunchAgentFile,
@@ -90,11 +90,11 @@ INSTANTIATE_TEST_SUITE_P(
             dict("<key>Label</key><string>com.ollama.serve</string>"
                  "<key>ProgramArguments</key><array><string>/opt/homebrew/bin/ollama</string>"
                  "<string>serve</string></array><key>KeepAlive</key><true/>"),
-            launchAgent("com.ollama.serve", kOllama, true)},
+            launchAgent("com.ollama.serve", kOllamaServe, true)},
         LaunchAgentFileRow{"XmlWithEntitiesAndUnicode",
                            dict("<key>Label</key><string>a&amp;b é 日本</string>"),
                            launchAgent("a&b é 日本")},
-        LaunchAgentFileRow{"Binary", kBinary, launchAgent("com.ollama.serve", kOllama, true)},
+        LaunchAgentFileRow{"Binary", kBinary, launchAgent("com.ollama.serve", kOllamaServe, true)},
         LaunchAgentFileRow{"BinaryOddTypes", kBinaryOddTypes, launchAgent("com.é", {}, true)},
         LaunchAgentFileRow{"BinaryNumber", kBinaryNumber, launchAgent("com.number")},
         LaunchAgentFileRow{"EmptyDictionary", dict(""), launchAgent("com.file.name")},

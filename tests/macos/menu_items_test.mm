@@ -17,7 +17,7 @@ VordaProcess process() {
   return {.pid = 5, .displayName = "Ollama Server", .memMB = 512, .matchedAgents = {"a", "b"}};
 }
 
-VordaLaunchAgent launchAgent() {
+VordaLaunchAgent aLaunchAgent() {
   return {.label = "com.a", .plistPath = "/a.plist", .loaded = true, .pid = 7};
 }
 
@@ -144,7 +144,7 @@ TEST_F(MenuItems, RepresentedLabelIsAString) {
 
 TEST_F(MenuItems, RepresentedRecordsComeBackWhole) {
   EXPECT_EQ(valueOf(objectOf(process())), RepresentedObject(process()));
-  EXPECT_EQ(valueOf(objectOf(launchAgent())), RepresentedObject(launchAgent()));
+  EXPECT_EQ(valueOf(objectOf(aLaunchAgent())), RepresentedObject(aLaunchAgent()));
   EXPECT_EQ(valueOf(objectOf(std::string("x"))), RepresentedObject(std::string("x")));
   EXPECT_EQ(valueOf(objectOf(std::int32_t{5})), RepresentedObject(std::int32_t{5}));
 }
@@ -249,8 +249,8 @@ INSTANTIATE_TEST_SUITE_P(
                     ActionRow{"quitFamily:", Action::quitFamily, std::int32_t{5}, kProcess},
                     ActionRow{"forceFamily:", Action::forceFamily, std::int32_t{5}, kProcess},
                     ActionRow{"unloadByLabel:", Action::unloadByLabel, std::string("com.a"), {}},
-                    ActionRow{"unloadAgent:", Action::unloadLaunchAgent, launchAgent(), {}},
-                    ActionRow{"loadAgent:", Action::loadLaunchAgent, launchAgent(), {}}),
+                    ActionRow{"unloadAgent:", Action::unloadLaunchAgent, aLaunchAgent(), {}},
+                    ActionRow{"loadAgent:", Action::loadLaunchAgent, aLaunchAgent(), {}}),
     selectorName);
 
 }  // namespace

@@ -31,7 +31,7 @@ class PipeReader : public testing::Test {
   int ends_[2] = {-1, -1};
 };
 
-Clock::time_point nextMinute() {
+Clock::time_point inAMinute() {
   return Clock::now() + std::chrono::minutes(1);
 }
 
@@ -39,12 +39,12 @@ TEST_F(PipeReader, ReadsToTheEnd) {
   ASSERT_TRUE(write("one\n"));
   ASSERT_TRUE(write(std::string("\0two", 4)));
   closeWriter();
-  EXPECT_EQ(platform::readToEnd(reader(), nextMinute()), std::string("one\n\0two", 8));
+  EXPECT_EQ(platform::readToEnd(reader(), inAMinute()), std::string("one\n\0two", 8));
 }
 
 TEST_F(PipeReader, EmptyPipeHoldsNothing) {
   closeWriter();
-  EXPECT_EQ(platform::readToEnd(reader(), nextMinute()), "");
+  EXPECT_EQ(platform::readToEnd(reader(), inAMinute()), "");
 }
 
 TEST_F(PipeReader, EndThatDoesNotComeIsNotWaitedFor) {
@@ -64,7 +64,7 @@ TEST_F(PipeReader, GivesUpOnWhatDoesNotEnd) {
     }
     closeWriter();
   });
-  EXPECT_FALSE(platform::readToEnd(reader(), nextMinute()));
+  EXPECT_FALSE(platform::readToEnd(reader(), inAMinute()));
   writer.join();
 }
 
