@@ -94,8 +94,10 @@ pid_t startAndWait(Work work) {
 }
 
 void rewriteTitles(int number) {
-  const std::string shorter = serverTitle(number);
+  std::string shorter = serverTitle(number);
   const std::string longer = shorter + " --ctx-size 8192 --threads 8 --alias " + shorter;
+  // Blanks, not NULs: who reads it half written would find a gap, and behind it other arguments.
+  shorter.resize(longer.size(), ' ');
   for (unsigned turn = 0;; ++turn) {
     setTitle(turn % 2 == 0 ? longer : shorter);
     usleep(1000);

@@ -35,37 +35,43 @@ class Stopwatch {
   double waited_ = withoutCpu(program_);
 };
 
-/// Buffers have the size they need, and what is looked up once has been.
-constexpr int kWarmUp = 10;
-constexpr int kLeastSteps = 20;
+struct Steps {
+  int warmUp;  ///< buffers have the size they need, and what is looked up once has been
+  int least;
+};
+constexpr Steps kInTheMenu{.warmUp = 10, .least = 20};
+/// Each is two keys, after which the program has to be left alone for a while: in a short run these
+/// would be most of the time.
+constexpr Steps kOnTheTerminal{.warmUp = 3, .least = 6};
 
 /// Takes steps until the time is over, and looks at what the program holds: peaks, as memory
 /// rises and falls with every refresh.
-void holdFor(double seconds, pid_t program, long mostGrowthKiB, const std::function<bool()>& step) {
-  for (int i = 0; i < kWarmUp; ++i) {
+void holdFor(double seconds, const Steps& steps, pid_t program, long mostGrowthKiB,
+             const std::function<bool()>& step) {
+  for (int i = 0; i < steps.warmUp; ++i) {
     if (!step()) return;
   }
   const std::size_t files = openFiles(program);
   std::array<long, 2> peaks{};
   const auto begin = Clock::now();
   double slowest = 0;
-  int steps = 0;
+  int taken = 0;
   for (int half = 1; long& peak : peaks) {
     const auto isOver = [&] {
-      return steps >= kLeastSteps / 2 * half && secondsSince(begin) >= seconds / 2 * half;
+      return taken >= steps.least / 2 * half && secondsSince(begin) >= seconds / 2 * half;
     };
     do {
       const Stopwatch watch(program);
       if (!step()) return;
       slowest = std::max(slowest, watch.seconds());
       peak = std::max(peak, anonymousMemory(program));
-      ++steps;
+      ++taken;
     } while (!isOver());
     ++half;
   }
   EXPECT_LT(peaks[1], peaks[0] + mostGrowthKiB) << "KiB of memory";
   EXPECT_LE(openFiles(program), files) << "open files";
-  std::printf("  %d steps, the slowest in %.0f ms, %ld KiB of memory, %zu open files\n", steps,
+  std::printf("  %d steps, the slowest in %.0f ms, %ld KiB of memory, %zu open files\n", taken,
               slowest * 1000, peaks[1], files);
 }
 
@@ -93,7 +99,8 @@ bool Storm::refresh(LedProgram& program, const Pids& expected) {
 }
 
 void Storm::ride(LedProgram& program, const Pids& expected, double seconds, long mostGrowthKiB) {
-  holdFor(seconds, program.pid(), mostGrowthKiB, [&] { return refresh(program, expected); });
+  holdFor(seconds, kInTheMenu, program.pid(), mostGrowthKiB,
+          [&] { return refresh(program, expected); });
 }
 
 bool Storm::answersKeys(TerminalSession& terminal) {
@@ -111,7 +118,7 @@ bool Storm::answersKeys(TerminalSession& terminal) {
 
 void Storm::ride(TerminalSession& terminal, double seconds, const std::function<void()>& before) {
   ASSERT_TRUE(terminal.waitFor("q Quit"));
-  holdFor(seconds, terminal.pid(), kMostGrowthKiB, [&] {
+  holdFor(seconds, kOnTheTerminal, terminal.pid(), kMostGrowthKiB, [&] {
     if (before) before();
     terminal.send("r");
     return answersKeys(terminal);
