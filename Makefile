@@ -66,8 +66,8 @@ coverage: ## run every test and print which share of the lines they run
 
 fuzz: ## run each fuzz target for FUZZ_SECONDS=60 seconds, JOBS at a time
 	@scripts/bootstrap build tray test fuzz
-	@PATH="$(FUZZ_PATH)" cmake --preset fuzz
-	@cmake --build --preset fuzz
+	@PATH="$(FUZZ_PATH)" cmake --preset sanitize
+	@cmake --build --preset fuzzers
 	@scripts/fuzz $(FUZZ_SECONDS) $(JOBS)
 
 soak: ## run storms over the real program for SOAK_SECONDS=120 seconds (as root: all of them)
