@@ -14,9 +14,11 @@ set(CMAKE_OBJCXX_COMPILER ${VORDA_CLANG})
 foreach(language CXX OBJCXX)
   set(CMAKE_${language}_COMPILER_TARGET ${VORDA_MAC_ARCHITECTURE}-apple-macosx13.0)
 endforeach()
-set(CMAKE_CXX_FLAGS_INIT -stdlib=libc++)
+# The SDK's, where clang would take a libc++ that is installed beside it.
+set(CMAKE_CXX_FLAGS_INIT "-stdlib=libc++ -nostdinc++ -isystem ${VORDA_SDK}/usr/include/c++/v1")
 # Messages and selectors that nobody declares are errors here.
-set(CMAKE_OBJCXX_FLAGS_INIT "-stdlib=libc++ -Wundeclared-selector -Werror=objc-method-access")
+set(CMAKE_OBJCXX_FLAGS_INIT
+    "${CMAKE_CXX_FLAGS_INIT} -Wundeclared-selector -Werror=objc-method-access")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld -stdlib=libc++")
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 

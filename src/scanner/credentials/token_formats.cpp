@@ -15,8 +15,8 @@
 namespace credentials {
 namespace {
 
-/// The characters of an alphabet, as bits of one table.
-constexpr auto kCharacters = [] {
+/// Which alphabets a character is of, as bits.
+constexpr auto kAlphabets = [] {
   std::array<std::uint16_t, 256> characters{};
   for (int i = 0; i < 128; ++i) {
     const char c = static_cast<char>(i);
@@ -43,7 +43,7 @@ constexpr auto kCharacters = [] {
 }();
 
 bool isOf(char c, Alphabet alphabet) {
-  return (kCharacters[static_cast<unsigned char>(c)] & static_cast<std::uint16_t>(alphabet)) != 0;
+  return (kAlphabets[static_cast<unsigned char>(c)] & static_cast<std::uint16_t>(alphabet)) != 0;
 }
 
 std::size_t lengthOf(std::string_view text, Alphabet alphabet) {
