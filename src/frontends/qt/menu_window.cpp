@@ -136,6 +136,10 @@ bool MenuWindow::eventFilter(QObject*, QEvent* event) {
     // After the window has been drawn for the first time.
     if (onPlaced_) neverActive_.start(mayMove ? kPlacingPatience : 0);
   } else if (event->type() == QEvent::FocusIn) {
+    // An active window has another frame: a menu that opened before the compositor has shown that
+    // one would be a pixel or two too low.
+    if (onPlaced_) QTimer::singleShot(0, windowHandle(), &QWindow::requestUpdate);
+  } else if (event->type() == QEvent::UpdateRequest && windowHandle()->isActive()) {
     placed();
   }
   return false;
