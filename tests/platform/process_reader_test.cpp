@@ -8,6 +8,7 @@
 #include <string>
 #include <tuple>
 
+#include "tools/child_process.h"
 #include "tools/temp_folder.h"
 
 namespace {
@@ -275,6 +276,77 @@ TEST_F(RestingProcessTest, AreAskedForTheMemoryThatFilesMayTakeBack) {
   const auto less = shared(2000);
   ASSERT_TRUE(less);
   EXPECT_EQ(less->fileBytes, 2000ULL << 20);
+}
+
+/// A process that rests, whose pid is given to another while the reader takes it to rest still.
+class TakenPidTest : public testing::Test {
+ protected:
+  static constexpr int kPid = 13;
+
+  TakenPidTest() {
+    folder_.write("meminfo", "SwapTotal: 0 kB\nSwapFree: 0 kB\n");
+    cpuTime_ = 100;
+    give(first_);
+    look();
+    startTime_ = facts_.startTime;
+    identity_ = facts_.identity;
+    reader_.pids();
+    EXPECT_TRUE(reader_.lookAt(kPid, facts_));
+  }
+
+  void give(const ChildProcess& process) {
+    std::filesystem::remove(folder_ / std::to_string(kPid));
+    folder_.link(std::to_string(kPid), "/proc/" + std::to_string(process.pid()));
+  }
+
+  /// Each process has computed for another time.
+  void passOn() {
+    first_.end();
+    give(second_);
+    ++cpuTime_;
+  }
+
+  void look() {
+    reader_.pids();
+    ASSERT_TRUE(reader_.read(kPid, facts_));
+    ASSERT_TRUE(reader_.confirm(kPid, facts_));
+  }
+
+  void expectAnother() {
+    look();
+    EXPECT_NE(facts_.startTime, startTime_);
+    EXPECT_NE(facts_.identity, identity_);
+  }
+
+  static std::optional<std::uint64_t> cpuTime(std::int32_t) { return cpuTime_; }
+  static inline std::uint64_t cpuTime_ = 0;
+
+  ChildProcess first_{playProcess({}, {"sleeper"})};
+  ChildProcess second_{playProcess({}, {"sleeper"})};  // a tick younger
+  TempFolder folder_;
+  platform::ProcFs proc_{folder_.path().c_str()};
+  platform::ProcessReader reader_{proc_, nullptr, cpuTime};
+  ProcessFacts facts_;
+  std::optional<std::uint64_t> startTime_;
+  std::optional<std::uint64_t> identity_;
+};
+
+TEST_F(TakenPidTest, IsAnothersWhenArgumentsAreWanted) {
+  passOn();
+  EXPECT_FALSE(reader_.readCommandLine(facts_)) << "what was looked at is gone";
+  expectAnother();
+}
+
+TEST_F(TakenPidTest, IsAnothersWhenItIsConfirmed) {
+  passOn();
+  EXPECT_FALSE(reader_.confirm(kPid, facts_)) << "what was looked at is gone";
+  expectAnother();
+}
+
+TEST_F(TakenPidTest, IsAnothersBeforeTheNextScan) {
+  reader_.footprint(kPid);
+  passOn();
+  expectAnother();
 }
 
 TEST(ProcessReaderWithoutProc, FindsNothing) {

@@ -107,14 +107,10 @@ bool ProcessReader::readAnew(Known& process, ProcessFacts& facts) {
   facts.effectiveUid = proc_.owner(pid);
   if (!facts.effectiveUid) return false;
 
-  // An unreadable block is an empty one: the executable may still tell the name.
-  lastBlock_ = blocks_.read(pid, *facts.effectiveUid, block_).value_or("");
-  if (!blocks_.wasKept()) {
+  if (!readBlock(process, *facts.effectiveUid)) {
     // The owner was read first, perhaps of the process that had the pid before: read it again.
     facts.effectiveUid = proc_.owner(pid);
     if (!facts.effectiveUid) return false;
-    process = {.pid = pid, .rest = process.rest};
-    if (lastParent_.pid == pid) lastParent_ = {};
   }
   process.owner = *facts.effectiveUid;
   process.fingerprint.reset();
@@ -122,11 +118,21 @@ bool ProcessReader::readAnew(Known& process, ProcessFacts& facts) {
   return true;
 }
 
+/// Sets `lastBlock_`. False when the pid may have been given to another process since its arguments
+/// were read before; what was learnt of it is forgotten then.
+bool ProcessReader::readBlock(Known& process, std::uint32_t owner) {
+  // An unreadable block is an empty one: the executable may still tell the name.
+  lastBlock_ = blocks_.read(process.pid, owner, block_).value_or("");
+  if (blocks_.wasKept()) return true;
+  process = {.pid = process.pid, .rest = process.rest};
+  if (lastParent_.pid == process.pid) lastParent_ = {};
+  return false;
+}
+
 /// Of the process that was looked at last, and was not read because it rests.
 bool ProcessReader::readArgumentsOfResting(Known& process) {
   lastRests_ = false;
-  lastBlock_ = blocks_.read(process.pid, process.owner, block_).value_or("");
-  return blocks_.wasKept() && !lastBlock_.empty();
+  return readBlock(process, process.owner) && !lastBlock_.empty();
 }
 
 bool ProcessReader::readCommandLine(ProcessFacts& facts) {

@@ -73,6 +73,7 @@ class ProcessReader {
   void learn(Known& process);
   bool hasRested(Known& process);
   bool readAnew(Known& process, ProcessFacts& facts);
+  bool readBlock(Known& process, std::uint32_t owner);
   bool readArgumentsOfResting(Known& process);
   std::optional<std::uint64_t> readFootprint(std::int32_t pid, const std::string& folder);
   bool isParentOutdated(const Known& process);
