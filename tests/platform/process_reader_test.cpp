@@ -2,12 +2,16 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <tuple>
 
+#include "fakes/row_name.h"
 #include "tools/child_process.h"
 #include "tools/temp_folder.h"
 
@@ -182,8 +186,26 @@ TEST_F(ProcessReaderTest, AsksForTheParentAgainWhenThatIsGone) {
   EXPECT_EQ(facts_.parent, 1);
 }
 
+struct Keeping {
+  const char* name;
+  rlim_t mostOpenFiles;
+};
+constexpr Keeping kKeepings[] = {{"KeptFiles", 1024}, {"NoFilesKept", 64}};
+
+std::unique_ptr<platform::ProcessReader> readerThatKeeps(const Keeping& keeping,
+                                                         const platform::ProcFs& proc,
+                                                         platform::IdleWatch::CpuTime cpuTime) {
+  rlimit before = {};
+  getrlimit(RLIMIT_NOFILE, &before);
+  const rlimit meanwhile{std::min(keeping.mostOpenFiles, before.rlim_max), before.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &meanwhile);
+  auto reader = std::make_unique<platform::ProcessReader>(proc, nullptr, cpuTime);
+  setrlimit(RLIMIT_NOFILE, &before);
+  return reader;
+}
+
 /// Processes whose CPU time is scripted: they can be changed behind the reader's back.
-class RestingProcessTest : public ProcessReaderTest {
+class RestingProcessTest : public ProcessReaderTest, public testing::WithParamInterface<Keeping> {
  protected:
   RestingProcessTest() {
     cpuTime_ = 100;
@@ -201,26 +223,26 @@ class RestingProcessTest : public ProcessReaderTest {
 
   /// As a scan does, the first time with the command line.
   void look() {
-    reader_.pids();
-    ASSERT_TRUE(reader_.lookAt(13, facts_));
+    reader_->pids();
+    ASSERT_TRUE(reader_->lookAt(13, facts_));
     if (fingerprint_ != facts_.fingerprint) {
-      ASSERT_TRUE(reader_.readCommandLine(facts_));
+      ASSERT_TRUE(reader_->readCommandLine(facts_));
     }
     fingerprint_ = facts_.fingerprint;
-    footprint_ = reader_.footprint(13);
-    ASSERT_TRUE(reader_.confirm(13, facts_));
+    footprint_ = reader_->footprint(13);
+    ASSERT_TRUE(reader_->confirm(13, facts_));
   }
 
   static std::optional<std::uint64_t> cpuTime(std::int32_t) { return cpuTime_; }
   static inline std::uint64_t cpuTime_ = 0;
 
   const std::uint64_t page_ = static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
-  platform::ProcessReader reader_{proc_, nullptr, cpuTime};
+  std::unique_ptr<platform::ProcessReader> reader_ = readerThatKeeps(GetParam(), proc_, cpuTime);
   std::optional<platform::Fingerprint> fingerprint_;
   std::optional<std::uint64_t> footprint_;
 };
 
-TEST_F(RestingProcessTest, AreNotReadUntilTheyRun) {
+TEST_P(RestingProcessTest, AreNotReadUntilTheyRun) {
   const auto identity = facts_.identity;
   write("two", 2000);
   look();
@@ -236,7 +258,7 @@ TEST_F(RestingProcessTest, AreNotReadUntilTheyRun) {
   EXPECT_EQ(footprint_, 2000 * page_);
 }
 
-TEST_F(RestingProcessTest, AreReadNowAndThenAllTheSame) {
+TEST_P(RestingProcessTest, AreReadNowAndThenAllTheSame) {
   write("two", 2000);
   int scans = 1;
   for (; facts_.commandLine != "two" && scans < 100; ++scans) look();
@@ -244,16 +266,25 @@ TEST_F(RestingProcessTest, AreReadNowAndThenAllTheSame) {
   EXPECT_EQ(footprint_, 2000 * page_);
 }
 
-TEST_F(RestingProcessTest, AreReadWhenTheirCommandLineIsWantedAfterAll) {
+TEST_P(RestingProcessTest, AreReadWhenTheirCommandLineIsWantedAfterAll) {
   write("two", 2000);
-  reader_.pids();
-  ASSERT_TRUE(reader_.lookAt(13, facts_));
-  ASSERT_TRUE(reader_.readCommandLine(facts_));
+  reader_->pids();
+  ASSERT_TRUE(reader_->lookAt(13, facts_));
+  ASSERT_TRUE(reader_->readCommandLine(facts_));
   EXPECT_EQ(facts_.commandLine, "two");
   EXPECT_NE(facts_.fingerprint, fingerprint_);
 }
 
-TEST_F(RestingProcessTest, AreAskedForTheirMemoryAsSwapComesAndGoes) {
+TEST_P(RestingProcessTest, StayWhenTheyRunAfterTheLook) {
+  const auto identity = facts_.identity;
+  reader_->pids();
+  ASSERT_TRUE(reader_->lookAt(13, facts_));
+  cpuTime_ = 101;
+  ASSERT_TRUE(reader_->confirm(13, facts_));
+  EXPECT_EQ(facts_.identity, identity);
+}
+
+TEST_P(RestingProcessTest, AreAskedForTheirMemoryAsSwapComesAndGoes) {
   setSwap(9, 0);
   look();
   EXPECT_EQ(footprint_, 1000 * 1024U) << "from status, which counts in kB";
@@ -262,13 +293,13 @@ TEST_F(RestingProcessTest, AreAskedForTheirMemoryAsSwapComesAndGoes) {
   EXPECT_EQ(footprint_, 1000 * page_);
 }
 
-TEST_F(RestingProcessTest, AreAskedForTheMemoryThatFilesMayTakeBack) {
+TEST_P(RestingProcessTest, AreAskedForTheMemoryThatFilesMayTakeBack) {
   const auto shared = [this](std::uint64_t megabytes) {
     const std::string pages = std::to_string((megabytes << 20) / page_);
     folder_.write("13/statm", "900000 900000 " + pages + " 1 0 1 0\n");
     folder_.write("13/status", "RssFile: " + std::to_string(megabytes << 10) + " kB\n");
     look();
-    return reader_.sharedMemory(13);
+    return reader_->sharedMemory(13);
   };
   cpuTime_ = 101;  // it maps a file
   ASSERT_TRUE(shared(4000));
@@ -278,8 +309,10 @@ TEST_F(RestingProcessTest, AreAskedForTheMemoryThatFilesMayTakeBack) {
   EXPECT_EQ(less->fileBytes, 2000ULL << 20);
 }
 
+INSTANTIATE_TEST_SUITE_P(Table, RestingProcessTest, testing::ValuesIn(kKeepings), rowName<Keeping>);
+
 /// A process that rests, whose pid is given to another while the reader takes it to rest still.
-class TakenPidTest : public testing::Test {
+class TakenPidTest : public testing::TestWithParam<Keeping> {
  protected:
   static constexpr int kPid = 13;
 
@@ -290,8 +323,8 @@ class TakenPidTest : public testing::Test {
     look();
     startTime_ = facts_.startTime;
     identity_ = facts_.identity;
-    reader_.pids();
-    EXPECT_TRUE(reader_.lookAt(kPid, facts_));
+    reader_->pids();
+    EXPECT_TRUE(reader_->lookAt(kPid, facts_));
   }
 
   void give(const ChildProcess& process) {
@@ -307,9 +340,9 @@ class TakenPidTest : public testing::Test {
   }
 
   void look() {
-    reader_.pids();
-    ASSERT_TRUE(reader_.read(kPid, facts_));
-    ASSERT_TRUE(reader_.confirm(kPid, facts_));
+    reader_->pids();
+    ASSERT_TRUE(reader_->read(kPid, facts_));
+    ASSERT_TRUE(reader_->confirm(kPid, facts_));
   }
 
   void expectAnother() {
@@ -325,29 +358,31 @@ class TakenPidTest : public testing::Test {
   ChildProcess second_{playProcess({}, {"sleeper"})};  // a tick younger
   TempFolder folder_;
   platform::ProcFs proc_{folder_.path().c_str()};
-  platform::ProcessReader reader_{proc_, nullptr, cpuTime};
+  std::unique_ptr<platform::ProcessReader> reader_ = readerThatKeeps(GetParam(), proc_, cpuTime);
   ProcessFacts facts_;
   std::optional<std::uint64_t> startTime_;
   std::optional<std::uint64_t> identity_;
 };
 
-TEST_F(TakenPidTest, IsAnothersWhenArgumentsAreWanted) {
+TEST_P(TakenPidTest, IsAnothersWhenArgumentsAreWanted) {
   passOn();
-  EXPECT_FALSE(reader_.readCommandLine(facts_)) << "what was looked at is gone";
+  EXPECT_FALSE(reader_->readCommandLine(facts_)) << "what was looked at is gone";
   expectAnother();
 }
 
-TEST_F(TakenPidTest, IsAnothersWhenItIsConfirmed) {
+TEST_P(TakenPidTest, IsAnothersWhenItIsConfirmed) {
   passOn();
-  EXPECT_FALSE(reader_.confirm(kPid, facts_)) << "what was looked at is gone";
+  EXPECT_FALSE(reader_->confirm(kPid, facts_)) << "what was looked at is gone";
   expectAnother();
 }
 
-TEST_F(TakenPidTest, IsAnothersBeforeTheNextScan) {
-  reader_.footprint(kPid);
+TEST_P(TakenPidTest, IsAnothersBeforeTheNextScan) {
+  reader_->footprint(kPid);
   passOn();
   expectAnother();
 }
+
+INSTANTIATE_TEST_SUITE_P(Table, TakenPidTest, testing::ValuesIn(kKeepings), rowName<Keeping>);
 
 TEST(ProcessReaderWithoutProc, FindsNothing) {
   const platform::ProcFs proc("/nonexistent");

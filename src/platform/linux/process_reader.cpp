@@ -129,10 +129,18 @@ bool ProcessReader::readBlock(Known& process, std::uint32_t owner) {
   return false;
 }
 
-/// Of the process that was looked at last, and was not read because it rests.
+/// Of the process that was looked at last, and was not read because it rests. False when it is
+/// gone.
 bool ProcessReader::readArgumentsOfResting(Known& process) {
   lastRests_ = false;
-  return readBlock(process, process.owner) && !lastBlock_.empty();
+  const auto before = process.stat;
+  if (!readBlock(process, process.owner)) {
+    // Of too many processes to keep all their files open the start tells: it rested at two looks,
+    // so the next process of its pid began later by the kernel's clock.
+    learn(process);
+    if (!before || !process.stat || process.stat->startTicks != before->startTicks) return false;
+  }
+  return !lastBlock_.empty();
 }
 
 bool ProcessReader::readCommandLine(ProcessFacts& facts) {
