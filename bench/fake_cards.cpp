@@ -9,7 +9,7 @@ namespace {
 constexpr int kFirstMinor = 128;
 constexpr int kCards = 2;
 
-void write(const std::filesystem::path& path, const std::string& text) {
+void writeText(const std::filesystem::path& path, const std::string& text) {
   std::filesystem::create_directories(path.parent_path());
   std::ofstream(path) << text;
 }
@@ -17,16 +17,16 @@ void write(const std::filesystem::path& path, const std::string& text) {
 void addCard(const std::filesystem::path& sys, int card) {
   const std::string number = std::to_string(kFirstMinor + card);
   const auto node = sys / "class/drm" / ("renderD" + number);
-  write(node / "dev", "226:" + number + "\n");
-  write(node / "device/uevent",
-        "DRIVER=amdgpu\nPCI_SLOT_NAME=0000:0" + std::to_string(4 + card) + ":00.0\n");
-  write(node / "device/product_name", "Instinct\n");
-  write(node / "device/power/runtime_status", "active\n");
-  write(node / "device/mem_info_vram_total", "68719476736\n");
-  write(node / "device/mem_info_vram_used", "34359738368\n");
+  writeText(node / "dev", "226:" + number + "\n");
+  writeText(node / "device/uevent",
+            "DRIVER=amdgpu\nPCI_SLOT_NAME=0000:0" + std::to_string(4 + card) + ":00.0\n");
+  writeText(node / "device/product_name", "Instinct\n");
+  writeText(node / "device/power/runtime_status", "active\n");
+  writeText(node / "device/mem_info_vram_total", "68719476736\n");
+  writeText(node / "device/mem_info_vram_used", "34359738368\n");
   const auto topology = sys / "class/kfd/kfd/topology/nodes" / std::to_string(1 + card);
-  write(topology / "gpu_id", std::to_string(100 + card) + "\n");
-  write(topology / "properties", "simd_count 1\ndrm_render_minor " + number + "\n");
+  writeText(topology / "gpu_id", std::to_string(100 + card) + "\n");
+  writeText(topology / "properties", "simd_count 1\ndrm_render_minor " + number + "\n");
 }
 
 /// What a process that computes on a card has open: a dozen files, of which three are the card's.
@@ -36,19 +36,19 @@ void addHolder(const std::filesystem::path& folder, std::int32_t pid, int card) 
   for (int file = 0; file < kFiles; ++file) {
     const bool isCards = file >= 9;
     const std::string name = std::to_string(isCards ? 100 * (1 + card) + file : file);
-    write(process / "fd" / name, "");
-    write(process / "fdinfo" / name,
-          isCards ? "pos:\t0\nflags:\t02100002\nmnt_id:\t30\nino:\t1065\ndrm-driver:\tamdgpu\n"
-                    "drm-client-id:\t" +
-                        std::to_string(pid) +
-                        "\ndrm-pdev:\t0000:04:00.0\npasid:\t32770\n"
-                        "drm-memory-vram:\t544428 KiB\ndrm-memory-gtt:\t1024 KiB\n"
-                        "drm-engine-compute:\t123456789 ns\n"
-                  : "pos:\t0\nflags:\t02\nmnt_id:\t14\nino:\t7\n");
+    writeText(process / "fd" / name, "");
+    writeText(process / "fdinfo" / name,
+              isCards ? "pos:\t0\nflags:\t02100002\nmnt_id:\t30\nino:\t1065\ndrm-driver:\tamdgpu\n"
+                        "drm-client-id:\t" +
+                            std::to_string(pid) +
+                            "\ndrm-pdev:\t0000:04:00.0\npasid:\t32770\n"
+                            "drm-memory-vram:\t544428 KiB\ndrm-memory-gtt:\t1024 KiB\n"
+                            "drm-engine-compute:\t123456789 ns\n"
+                      : "pos:\t0\nflags:\t02\nmnt_id:\t14\nino:\t7\n");
   }
-  write(folder / "sys/class/kfd/kfd/proc" / std::to_string(pid) /
-            ("vram_" + std::to_string(100 + card)),
-        "557494272\n");
+  writeText(folder / "sys/class/kfd/kfd/proc" / std::to_string(pid) /
+                ("vram_" + std::to_string(100 + card)),
+            "557494272\n");
 }
 
 /// By the name that addHolder gave the file.

@@ -17,13 +17,13 @@
 namespace bench {
 namespace {
 
-constexpr std::size_t kProcesses = 5000;
+constexpr std::size_t kMany = 5000;
 constexpr terminal::Size kScreen{200, 50};
 constexpr std::string_view kWords = "train_4999";  // what one row has, and few have parts of
 
 std::vector<VordaProcess> trainings() {
   std::vector<VordaProcess> processes;
-  for (const IdleProcess& planned : planPopulation(kProcesses, Mix::machine)) {
+  for (const IdleProcess& planned : planPopulation(kMany, Mix::machine)) {
     const auto pid = static_cast<std::int32_t>(processes.size() + 1);
     VordaProcess process{.pid = pid,
                          .displayName = "Training: run " + std::to_string(pid),
@@ -58,7 +58,7 @@ struct Terminal {
 }  // namespace
 
 void measureLongList(const Options& options, Report& report) {
-  const std::size_t rows = 2 * kProcesses;  // each is in two sections
+  const std::size_t rows = 2 * kMany;  // each is in two sections
   report.section("A list of " + std::to_string(rows) + " rows in the terminal");
   const std::vector<VordaProcess> processes = trainings();
   const std::vector<VordaLaunchAgent> launchAgents;

@@ -23,7 +23,7 @@ using testing::ElementsAre;
 using testing::SizeIs;
 using Clock = std::chrono::steady_clock;
 
-constexpr auto kLong = 3600s;
+constexpr auto kLongRest = 3600s;
 
 std::vector<LaunchAgentFile> files(const std::vector<std::string>& labels) {
   std::vector<LaunchAgentFile> result;
@@ -45,8 +45,8 @@ class LoadedLaunchAgentsOf : public testing::Test {
                           return sockets;
                         }});
   }
-  LoadedUnits patient() const { return reader(60s, kLong); }
-  LoadedUnits hasty() const { return reader(50ms, kLong); }
+  LoadedUnits patient() const { return reader(60s, kLongRest); }
+  LoadedUnits hasty() const { return reader(50ms, kLongRest); }
 
   /// Reads on, until the late answer is there.
   std::optional<LaunchAgentAnswer> readOn(LoadedUnits& reader) const {
@@ -122,7 +122,7 @@ TEST_F(LoadedLaunchAgentsOf, ASlowManagerIsLeftAlone) {
 }
 
 TEST_F(LoadedLaunchAgentsOf, ASlowManagersLastAnswerStands) {
-  auto reader = this->reader(500ms, kLong);
+  auto reader = this->reader(500ms, kLongRest);
   const auto before = readOn(reader);
   ASSERT_TRUE(before);
   manager_.setUnit("ollama", {.pid = 8});

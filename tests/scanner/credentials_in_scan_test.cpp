@@ -6,7 +6,7 @@
 
 namespace {
 
-VordaProcess scanned(std::vector<std::string> arguments, std::string name = "") {
+VordaProcess scannedLine(std::vector<std::string> arguments, std::string name = "") {
   resetMachine();
   machine().processes = {{.pid = 7, .arguments = std::move(arguments), .name = std::move(name)}};
   const auto processes = ProcessScanner::scan(0);
@@ -27,7 +27,7 @@ void PrintTo(const NameRow& row, std::ostream* out) {
 class NameWithACredential : public testing::TestWithParam<NameRow> {};
 
 TEST_P(NameWithACredential, IsMadeOfTheMaskedArguments) {
-  EXPECT_EQ(scanned(GetParam().arguments).displayName, GetParam().displayName);
+  EXPECT_EQ(scannedLine(GetParam().arguments).displayName, GetParam().displayName);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -49,22 +49,22 @@ INSTANTIATE_TEST_SUITE_P(
     rowName<NameRow>);
 
 TEST(CredentialsInAScan, AreMaskedInANameThatComesFromThePath) {
-  EXPECT_EQ(scanned({}, "ghp_abcdef").displayName, "•••");
+  EXPECT_EQ(scannedLine({}, "ghp_abcdef").displayName, "•••");
 }
 
 TEST(CredentialsInAScan, AreMaskedInTheCommandLine) {
-  EXPECT_EQ(scanned({"vllm", "serve", "m", "--hf-token", "a b", "--token", "c d"}).commandLine,
+  EXPECT_EQ(scannedLine({"vllm", "serve", "m", "--hf-token", "a b", "--token", "c d"}).commandLine,
             "vllm serve m --hf-token ••• --api-key •••");
 }
 
 TEST(CredentialsInAScan, LeaveTheRoleAsItIs) {
-  EXPECT_EQ(scanned({"vllm", "--hf-token", "y"}).labRole, LabRole::inference);
-  EXPECT_EQ(scanned({"x", "--hf-token", "y"}).labRole, LabRole::none);
+  EXPECT_EQ(scannedLine({"vllm", "--hf-token", "y"}).labRole, LabRole::inference);
+  EXPECT_EQ(scannedLine({"x", "--hf-token", "y"}).labRole, LabRole::none);
 }
 
 /// A credential is no word about the process that is given it.
 TEST(CredentialsInAScan, TellNothingOfTheRole) {
-  const auto process = scanned({"python3", "run.py", "--hf-token", "axolotl"});
+  const auto process = scannedLine({"python3", "run.py", "--hf-token", "axolotl"});
   EXPECT_EQ(process.labRole, LabRole::none);
   EXPECT_EQ(process.displayName, "python3");
   EXPECT_EQ(process.commandLine, "python3 run.py --hf-token •••");
@@ -72,7 +72,7 @@ TEST(CredentialsInAScan, TellNothingOfTheRole) {
 
 /// The model is told by an option whose value is masked: the name does not tell it either.
 TEST(CredentialsInAScan, AreMaskedInTheNameOfAProduct) {
-  const auto process = scanned({"vllm", "serve", "https://u:pass@h/m", "--port", "8000"});
+  const auto process = scannedLine({"vllm", "serve", "https://u:pass@h/m", "--port", "8000"});
   EXPECT_EQ(process.labRole, LabRole::inference);
   EXPECT_EQ(process.product, "vLLM");
   EXPECT_EQ(process.displayName.find("pass"), std::string::npos);
@@ -80,7 +80,7 @@ TEST(CredentialsInAScan, AreMaskedInTheNameOfAProduct) {
 
 TEST(CredentialsInAScan, LeaveNameAndProductAsTheyAreWhenTheyHoldNone) {
   const auto process =
-      scanned({"python", "-m", "mlx_lm.server", "--model", "a/Qwen-7B", "--hf-token", "x"});
+      scannedLine({"python", "-m", "mlx_lm.server", "--model", "a/Qwen-7B", "--hf-token", "x"});
   EXPECT_EQ(process.displayName, "MLX Server: Qwen 7B");
   EXPECT_EQ(process.product, "MLX");
 }

@@ -35,13 +35,13 @@ ItemKey keyOf(const MenuItem& item) {
   return itemKeys({{item}}).front();
 }
 
-struct ProcessRow {
+struct ProcessKeyRow {
   const char* name;
   std::function<void(VordaProcess&)> change;
   bool isSame;
 };
 
-class KeyOfAProcess : public testing::TestWithParam<ProcessRow> {};
+class KeyOfAProcess : public testing::TestWithParam<ProcessKeyRow> {};
 
 TEST_P(KeyOfAProcess, IsThatOfTheSameProcessAlone) {
   VordaProcess other = ollama();
@@ -54,14 +54,15 @@ TEST_P(KeyOfAProcess, IsThatOfTheSameProcessAlone) {
 INSTANTIATE_TEST_SUITE_P(
     , KeyOfAProcess,
     testing::Values(
-        ProcessRow{"Unchanged", [](auto&) {}, true},
-        ProcessRow{"OtherFigures", [](auto& process) { process.memMB = 4100; }, true},
-        ProcessRow{"OtherName", [](auto& process) { process.displayName = "llama"; }, true},
-        ProcessRow{"OffersSomethingElse", [](auto& process) { process.isProtected = true; }, true},
-        ProcessRow{"OtherPid", [](auto& process) { process.pid = 12; }, false},
-        ProcessRow{"LaterProcessOnItsPid", [](auto& process) { process.identity = 2; }, false},
-        ProcessRow{"NobodyKnowsWhich", [](auto& process) { process.identity.reset(); }, false}),
-    rowName<ProcessRow>);
+        ProcessKeyRow{"Unchanged", [](auto&) {}, true},
+        ProcessKeyRow{"OtherFigures", [](auto& process) { process.memMB = 4100; }, true},
+        ProcessKeyRow{"OtherName", [](auto& process) { process.displayName = "llama"; }, true},
+        ProcessKeyRow{"OffersSomethingElse", [](auto& process) { process.isProtected = true; },
+                      true},
+        ProcessKeyRow{"OtherPid", [](auto& process) { process.pid = 12; }, false},
+        ProcessKeyRow{"LaterProcessOnItsPid", [](auto& process) { process.identity = 2; }, false},
+        ProcessKeyRow{"NobodyKnowsWhich", [](auto& process) { process.identity.reset(); }, false}),
+    rowName<ProcessKeyRow>);
 
 TEST(KeyOfALaunchAgent, StaysWhenItIsStoppedAndTellsFilesApart) {
   VordaLaunchAgent stopped = syncLaunchAgent();
