@@ -3,8 +3,8 @@
 # what stands in a folder's anonymous namespaces has a name of its own in that folder. The presets
 # debug and lint compile each source alone.
 
-# Ten at a time take the compiler 0.7 GiB, which every machine has for each of its cores; twenty,
-# where only contributors build, 1.3 GiB.
+# Ten at a time take the compiler up to 0.7 GiB, twenty up to 1.3 GiB: too much where users build,
+# on machines of any size.
 if(NOT DEFINED CMAKE_UNITY_BUILD_BATCH_SIZE)
   set(CMAKE_UNITY_BUILD_BATCH_SIZE 10)
 endif()
