@@ -192,14 +192,14 @@ struct Keeping {
 };
 constexpr Keeping kKeepings[] = {{"KeptFiles", 1024}, {"NoFilesKept", 64}};
 
-std::unique_ptr<platform::ProcessReader> readerThatKeeps(const Keeping& keeping,
-                                                         const platform::ProcFs& proc,
-                                                         platform::IdleWatch::CpuTime cpuTime) {
+std::unique_ptr<platform::ProcessReader> readerThatKeeps(
+    const Keeping& keeping, const platform::ProcFs& proc, platform::IdleWatch::CpuTime cpuTime,
+    platform::ProcessReader::IdentitySource identitySource = nullptr) {
   rlimit before = {};
   getrlimit(RLIMIT_NOFILE, &before);
   const rlimit meanwhile{std::min(keeping.mostOpenFiles, before.rlim_max), before.rlim_max};
   setrlimit(RLIMIT_NOFILE, &meanwhile);
-  auto reader = std::make_unique<platform::ProcessReader>(proc, nullptr, cpuTime);
+  auto reader = std::make_unique<platform::ProcessReader>(proc, identitySource, cpuTime);
   setrlimit(RLIMIT_NOFILE, &before);
   return reader;
 }
@@ -307,6 +307,25 @@ TEST_P(RestingProcessTest, AreAskedForTheMemoryThatFilesMayTakeBack) {
   const auto less = shared(2000);
   ASSERT_TRUE(less);
   EXPECT_EQ(less->fileBytes, 2000ULL << 20);
+}
+
+/// Of a file that is opened anew nothing but the start tells whose it is, and that is counted in
+/// ticks.
+TEST_P(RestingProcessTest, HaveTheIdentityOfWhoeverHasTheFile) {
+  static std::uint64_t inode = 0;
+  inode = 1;
+  const auto source = [](std::int32_t) { return std::optional(inode); };
+  reader_ = readerThatKeeps(GetParam(), proc_, cpuTime, source);
+  fingerprint_.reset();
+  look();
+  EXPECT_EQ(facts_.identity, 1);
+  reader_->pids();
+  ASSERT_TRUE(reader_->lookAt(13, facts_));
+  ++inode;
+  ++cpuTime_;
+  ASSERT_TRUE(reader_->confirm(13, facts_));
+  const bool isKept = GetParam().mostOpenFiles == kKeepings[0].mostOpenFiles;
+  EXPECT_EQ(facts_.identity, isKept ? 1 : 2);
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, RestingProcessTest, testing::ValuesIn(kKeepings), rowName<Keeping>);

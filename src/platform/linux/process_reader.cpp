@@ -135,8 +135,8 @@ bool ProcessReader::readArgumentsOfResting(Known& process) {
   lastRests_ = false;
   const auto before = process.stat;
   if (!readBlock(process, process.owner)) {
-    // Of too many processes to keep all their files open the start tells: it rested at two looks,
-    // so the next process of its pid began later by the kernel's clock.
+    // There may be too many processes to keep all their files open: then the start tells. Who began
+    // in the same tick is told apart by the identity, which is asked for anew.
     learn(process);
     if (!before || !process.stat || process.stat->startTicks != before->startTicks) return false;
   }
@@ -228,22 +228,23 @@ std::optional<SharedMemory> ProcessReader::sharedMemory(std::int32_t pid) {
 bool ProcessReader::confirm(std::int32_t pid, ProcessFacts& facts) {
   if (pid != lastPid_) return false;
   Known& process = known(pid);
+  if (lastRests_ && process.identity && process.rest.restsStill(pid, cpuTime_)) {
+    facts.identity = process.identity;
+    return true;
+  }
+  if (lastRests_ && !readArgumentsOfResting(process)) return false;
+
+  // After the reading, which may have found that it is not who it was.
   auto identity = process.identity;
   if (!identity && identitySource_) {
     identity = identitySource_(pid);
   } else if (!identity && process.stat) {
-    if (lastRests_ && !readArgumentsOfResting(process)) return false;
     ProcFs::Path path;
     identity = madeIdentity(process.stat->startTicks, proc_.executable(pid, path), lastBlock_);
   }
-
-  const bool restsStill = lastRests_ && process.rest.restsStill(pid, cpuTime_);
-  if (!restsStill) {
-    if (lastRests_ && !readArgumentsOfResting(process)) return false;
-    const auto isStillThere = blocks_.isStillThere();
-    if (!isStillThere) return true;  // its file can't be opened, so the identity stays unknown
-    if (!*isStillThere) return false;
-  }
+  const auto isStillThere = blocks_.isStillThere();
+  if (!isStillThere) return true;  // its file can't be opened, so the identity stays unknown
+  if (!*isStillThere) return false;
   process.identity = identity;
   facts.identity = identity;
   return true;
